@@ -1,0 +1,17 @@
+// QuickFIX as the peer of the decoder: FIX 4.4 execution reports with the fields of a sample trade.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+class FixReports {
+ public:
+  // Reports 0 to count - 1, every one a different trade.
+  explicit FixReports(std::size_t count);
+  // Parses report i into a message of its own and counts its fields, header and trailer included.
+  std::size_t ParseAndCountFields(std::size_t i) const;
+
+ private:
+  std::vector<std::string> Texts;
+};

@@ -1,0 +1,26 @@
+// Small helpers on single-byte text. Not locale-aware: letters are ASCII, and the decimal point is a point whatever
+// the host process has set. Any thread may call.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// The text without the blanks at its end; only code 32 is a blank here, tabs stay.
+std::string TrimTrailingBlanks(std::string text);
+
+// Prints the value by a format with exactly one floating-point conversion (e, f or g, large or small, with flags,
+// width, precision of up to three digits each and an optional l); any other format gives empty text, as it would
+// read what is not there. An empty format means "%.2lf". The result is cut at 127 characters. Infinities print as
+// "inf", and a NaN as "nan" without a sign.
+std::string DoubleToText(double value, std::string format);
+
+std::string IntToText(std::int32_t value);
+
+// a-z become A-Z, up to the first zero byte; what stands behind it stays.
+std::string ToUpperText(std::string text);
+
+// The pieces between the delimiters, as reading lines from a stream gives them: a trailing delimiter adds no empty
+// piece, an empty text has no piece.
+std::vector<std::string> SplitText(std::string_view text, char delimiter);

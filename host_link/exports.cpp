@@ -1,0 +1,65 @@
+// The module's three exports, its callbacks and its process-wide objects. Everything here forwards; no exception
+// leaves.
+#include "book_windows/plugin_state.h"
+#include "host_link/entry_points.h"
+#include "host_link/message_router.h"
+#include "platform/export.h"
+#include "platform/window_message.h"
+
+TRADEBOOK_EXPORT void GetDllInfo(HostReplyBuffer* reply, const std::uint8_t* infoOnly) noexcept;
+TRADEBOOK_EXPORT void OnMessage(CQORPacketReader* message) noexcept;
+TRADEBOOK_EXPORT void OnPluginMessage(CQORPacketReader* message) noexcept;
+
+namespace {
+
+void OnBookCommand() noexcept;
+void OnRefresh() noexcept;
+
+template <typename Entry>
+std::uint64_t AddressOf(Entry* entry) noexcept {
+  return reinterpret_cast<std::uint64_t>(entry);
+}
+
+EntryAddresses OwnAddresses() noexcept {
+  return {AddressOf(&::OnMessage), AddressOf(&::OnPluginMessage), AddressOf(&OnBookCommand), AddressOf(&OnRefresh)};
+}
+
+// The module's objects come up in this order when it is loaded and go in the reverse one when it is unloaded. Nothing
+// is saved at that point.
+extern CQORTradeImpl tradeDecoder;
+PluginState pluginState(tradeDecoder);
+[[maybe_unused]] const unsigned logMessage = RegisterNamedMessage("QOR_MSG_LOG");
+CQORDLLComman terminalFunctions;
+CQORTradeImpl tradeDecoder;
+MessageRouter router(pluginState, terminalFunctions, OwnAddresses());
+
+// Memory that runs out costs the message at hand and not the process.
+template <typename Work>
+void Guarded(Work work) noexcept {
+  try {
+    work();
+  } catch (...) {
+  }
+}
+
+void OnBookCommand() noexcept {
+  Guarded([] { router.OnBookCommand(); });
+}
+
+void OnRefresh() noexcept {
+  Guarded([] { router.OnRefresh(); });
+}
+
+}  // namespace
+
+void GetDllInfo(HostReplyBuffer* reply, const std::uint8_t* infoOnly) noexcept {
+  if (reply != nullptr) AppendPluginInfo(*reply, infoOnly != nullptr && *infoOnly != 0, OwnAddresses());
+}
+
+void OnMessage(CQORPacketReader* message) noexcept {
+  if (message != nullptr) Guarded([message] { router.OnMessage(*message); });
+}
+
+void OnPluginMessage(CQORPacketReader* message) noexcept {
+  if (message != nullptr) Guarded([message] { router.OnPluginMessage(*message); });
+}

@@ -1,0 +1,48 @@
+// MessageRouter: brings each message by its number to what it means for trades and books, and answers the terminal.
+// Not the exports themselves, which only forward here. The calls must not overlap: nothing below has a lock for them.
+#pragma once
+
+#include "book_windows/plugin_state.h"
+#include "host_link/function_table.h"
+#include "host_link/packet_reader.h"
+#include "host_link/plugin_info.h"
+
+class MessageRouter {
+ public:
+  MessageRouter(PluginState& state, const CQORDLLComman& terminal, const EntryAddresses& addresses) noexcept
+      : State(state), Terminal(terminal), Addresses(addresses) {}
+
+  // A message whose header has been parsed.
+  void OnMessage(CQORPacketReader& message);
+  // A raw message. It is routed even when its header does not parse, by the number that the reader then holds.
+  void OnPluginMessage(CQORPacketReader& message);
+  // The refresh callback: a burst of trades costs one repaint.
+  void OnRefresh();
+  // The menu command.
+  void OnBookCommand();
+
+ private:
+  struct Route {
+    std::uint16_t Number;
+    void (MessageRouter::*Handle)(CQORPacketReader&);
+  };
+  static const Route kMessageRoutes[];
+  static const Route kPluginMessageRoutes[];
+  template <std::size_t Count>
+  void Deliver(const Route (&routes)[Count], CQORPacketReader& message);
+
+  void Trade(CQORPacketReader& message);            // 8111, 9101
+  void DownloadEnd(CQORPacketReader& message);      // 8112
+  void TradeAmend(CQORPacketReader& message);       // 9112
+  void RestoreLayout(CQORPacketReader& message);    // 30026
+  void ReapplyFilters(CQORPacketReader& message);   // 30020
+  void SaveLayout(CQORPacketReader& message);       // 30021
+  void ClearTrades(CQORPacketReader& message);      // 30022
+  void RegisterRefresh(CQORPacketReader& message);  // 30025
+  void TellSelection(CQORPacketReader& message);    // 32022
+  void TakeSelection(CQORPacketReader& message);    // 32023
+
+  PluginState& State;
+  const CQORDLLComman& Terminal;
+  EntryAddresses Addresses;
+};

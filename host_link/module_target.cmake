@@ -1,0 +1,14 @@
+# The entry points stand on everything else of the plug-in, so their targets come last; this file is included by the root.
+tradebook_layer(host_link_entry
+  SOURCES host_link/plugin_info.cpp host_link/message_router.cpp
+  LINKS plugin_state)
+
+# tradebook.so or tradebook.dll: exports the three entry points and nothing else.
+add_library(tradebook MODULE host_link/exports.cpp)
+target_link_libraries(tradebook PRIVATE host_link_entry)
+set_target_properties(tradebook PROPERTIES PREFIX "")
+if(NOT WIN32)
+  set(TRADEBOOK_EXPORT_LIST ${CMAKE_SOURCE_DIR}/host_link/exports.map)
+  target_link_options(tradebook PRIVATE -Wl,--version-script=${TRADEBOOK_EXPORT_LIST})
+  set_target_properties(tradebook PROPERTIES LINK_DEPENDS ${TRADEBOOK_EXPORT_LIST})
+endif()

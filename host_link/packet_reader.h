@@ -1,0 +1,100 @@
+// CQORPacketReader walks the fields of one received message. Not the meaning of any tag: decoders decide that.
+// Its fields travel by address between terminal and plug-in, so their order and places are fixed.
+// An instance is used by one thread at a time.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "host_link/message_header.h"
+#include "host_link/skip_rule.h"
+
+// Promises: no operation reads outside Data[0, End) as it was given, throws, or fails on any bytes; a plain message is
+// read in place without an allocation. Whatever stands between two fields is passed over, so that a damaged field costs
+// itself and perhaps its neighbour, never the rest.
+class CQORPacketReader {
+ public:
+  CQORPacketReader(const std::uint8_t* data, std::uint16_t length) noexcept : Data(data), End(length) {}
+  ~CQORPacketReader();
+  CQORPacketReader(const CQORPacketReader&) = delete;
+  CQORPacketReader& operator=(const CQORPacketReader&) = delete;
+
+  // Validates and decodes the raw bytes Data[0, End): drops garbage ahead of a header, undoes the mode, takes the
+  // message number. False when there is no whole message that opens with its number; needed then is the size at which
+  // another try makes sense, consumed the bytes that are done with in either case.
+  bool ParseHeader(std::uint16_t& needed, std::uint16_t& consumed) noexcept;
+
+  // Finds the next field and stores its tag; false at the end of the message.
+  bool NextTag() noexcept {
+    std::uint16_t at = Cursor;
+    do {
+      if (at >= End) {
+        Cursor = at;
+        return false;
+      }
+    } while (Data[at++] != kFieldMark);
+    if (End - at < 2) {
+      Cursor = at;
+      return false;
+    }
+    Tag = LoadValue<std::uint16_t>(Data + at);
+    Cursor = static_cast<std::uint16_t>(at + 2);
+    return true;
+  }
+
+  // Steps over the value of the current tag by the skip rule; false where it reaches past the end.
+  bool SkipValue() noexcept;
+
+  // Copies a counted value of at most limit bytes (0: all of it) and, where there is room, a NUL behind it: the
+  // destination is limit + 1 zeroed bytes. The rest of a longer value is not stepped over: the next NextTag passes it,
+  // and takes a mark in it for a field. That is the format's rule and kept.
+  bool ReadText(char* destination, std::uint16_t limit) noexcept {
+    if (End - Cursor < 2) return false;
+    const auto count = LoadValue<std::uint16_t>(Data + Cursor);
+    Cursor = static_cast<std::uint16_t>(Cursor + 2);
+    const std::uint16_t taken = limit == 0 ? count : std::min(count, limit);
+    if (Cursor + taken > End) return false;
+    std::memcpy(destination, Data + Cursor, taken);
+    Cursor = static_cast<std::uint16_t>(Cursor + taken);
+    if (limit > taken) destination[taken] = '\0';
+    return true;
+  }
+
+  // Each copies the value and advances; false, with nothing changed, when it reaches past the end.
+  bool ReadU8(std::uint8_t& value) noexcept { return ReadValue(&value, sizeof value); }
+  bool ReadU16(std::uint16_t& value) noexcept { return ReadValue(&value, sizeof value); }
+  bool ReadU32(std::uint32_t& value) noexcept { return ReadValue(&value, sizeof value); }
+  bool ReadU64(std::uint64_t& value) noexcept { return ReadValue(&value, sizeof value); }
+  bool ReadDouble(double& value) noexcept { return ReadValue(&value, sizeof value); }
+
+  // The same into any unaligned place of the given width.
+  bool ReadValue(void* place, std::uint16_t width) noexcept {
+    if (Cursor + width > End) return false;
+    std::memcpy(place, Data + Cursor, width);
+    Cursor = static_cast<std::uint16_t>(Cursor + width);
+    return true;
+  }
+
+  std::uint16_t Tag = 0;            // tag of the field last opened
+  std::uint16_t MessageNumber = 0;  // value of tag 10002
+  const std::uint8_t* Data;
+  std::uint8_t* DecodedBuffer = nullptr;  // owned; array new
+  std::uint16_t Mode = 0;
+  std::uint16_t Cursor = 0;  // offset in Data of the next byte to read
+  std::uint16_t End;         // offset in Data one past the last readable byte
+  std::uint16_t DecodedLength = 0;
+
+ private:
+  bool FindHeader(std::uint16_t& skipped) noexcept;
+  bool DecodeBody(std::uint16_t size) noexcept;
+  bool Decipher(std::uint16_t size) noexcept;
+  bool Inflate() noexcept;
+  bool ReadMessageNumber() noexcept;
+};
+
+static_assert(offsetof(CQORPacketReader, MessageNumber) == 2 && offsetof(CQORPacketReader, Data) == 8 &&
+              offsetof(CQORPacketReader, DecodedBuffer) == 16 && offsetof(CQORPacketReader, Mode) == 24 &&
+              offsetof(CQORPacketReader, Cursor) == 26 && offsetof(CQORPacketReader, End) == 28 &&
+              offsetof(CQORPacketReader, DecodedLength) == 30 && sizeof(CQORPacketReader) == 32);

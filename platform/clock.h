@@ -1,0 +1,28 @@
+// The clock and the zone of the machine: broken-down time of an instant, and the time now. An instant is a count of
+// seconds since 1970-01-01 00:00:00 UTC. Not a printer of times: that is foundations/date_time.h. Any thread may call.
+#pragma once
+
+#include <cstdint>
+#include <ctime>
+
+// 3000-12-31 23:59:59 UTC: the last instant that the Windows library takes, and so the last one on both platforms.
+inline constexpr std::int64_t kLastInstant = 32535215999;
+
+inline constexpr bool IsClockInstant(std::int64_t instant) {
+  return instant >= 0 && instant <= kLastInstant;
+}
+
+// Broken-down time of the instant, in UTC or in the machine's zone. False, and the fields untouched, for an instant
+// before 1970 or after kLastInstant.
+bool UtcFields(std::int64_t instant, std::tm& fields) noexcept;
+bool LocalFields(std::int64_t instant, std::tm& fields) noexcept;
+
+struct LocalMoment {
+  std::tm Fields;
+  int Millisecond;
+};
+
+// The time now in the machine's zone. The fields of the date and the clock are set, day of year and zone are not.
+LocalMoment LocalNow() noexcept;
+
+std::int64_t CurrentInstant() noexcept;

@@ -1,0 +1,34 @@
+#include "platform/code_page.h"
+
+#include <windows.h>
+
+namespace {
+
+// Without this flag a letter outside the code page would turn into one that looks like it. UTF-8 as the code page
+// has no such letters and refuses the flag.
+DWORD ToNarrowFlags() {
+  return GetACP() == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS;
+}
+
+}  // namespace
+
+unsigned SystemCodePage() noexcept {
+  return GetACP();
+}
+
+std::wstring CodePageToWide(std::string_view text) {
+  const int size = static_cast<int>(text.size());
+  const int count = MultiByteToWideChar(CP_ACP, 0, text.data(), size, nullptr, 0);
+  std::wstring wide(count > 0 ? static_cast<std::size_t>(count) : 0, L'\0');
+  MultiByteToWideChar(CP_ACP, 0, text.data(), size, wide.data(), count);
+  return wide;
+}
+
+std::string WideToCodePage(std::wstring_view text) {
+  const DWORD flags = ToNarrowFlags();
+  const int size = static_cast<int>(text.size());
+  const int count = WideCharToMultiByte(CP_ACP, flags, text.data(), size, nullptr, 0, nullptr, nullptr);
+  std::string narrow(count > 0 ? static_cast<std::size_t>(count) : 0, '\0');
+  WideCharToMultiByte(CP_ACP, flags, text.data(), size, narrow.data(), count, nullptr, nullptr);
+  return narrow;
+}

@@ -1,0 +1,259 @@
+#include "foundations/date_time.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <limits>
+
+#include "platform/clock.h"
+#include "tests/foundations/time_zone.h"
+
+namespace {
+
+constexpr std::int64_t kMorning = 1772356530;  // 2026-03-01 09:15:30 UTC
+constexpr std::int64_t kEvening = 1765832645;  // 2025-12-15 21:04:05 UTC
+
+TEST(DateTimeTest, PrintsEveryPattern) {
+  const struct {
+    const char* Pattern;
+    const char* Morning;
+    const char* Evening;
+  } kRows[] = {
+      {"ddMMMyyyy", "01Mar2026", "15Dec2025"},
+      {"dd MMM yyyy", "01 Mar 2026", "15 Dec 2025"},
+      {"dd-MMM-yy", "01-Mar-26", "15-Dec-25"},
+      {"dd MMMM yyyy", "01 March 2026", "15 December 2025"},
+      {"dd/MM/yyyy", "01/03/2026", "15/12/2025"},
+      {"ddMMyy", "010326", "151225"},
+      {"MMddyy", "030126", "121525"},
+      {"dd-MM-yyyy", "01-03-2026", "15-12-2025"},
+      {"yyyy/MM/dd", "2026/03/01", "2025/12/15"},
+      {"yyyy-MM-dd", "2026-03-01", "2025-12-15"},
+      {"MM/dd/yyyy", "03/01/2026", "12/15/2025"},
+      {"MM-dd-yyyy", "03-01-2026", "12-15-2025"},
+      {"yyyyMMdd", "20260301", "20251215"},
+      {"dd/MM/yyyy HH:mm:ss", "01/03/2026 09:15:30", "15/12/2025 21:04:05"},
+      {"MM/dd/yyyy hh:mm:ss tt", "03/01/2026 09:15:30 AM", "12/15/2025 09:04:05 PM"},
+      {"yyyyMMdd-HH:mm:ss", "20260301-09:15:30", "20251215-21:04:05"},
+      {"HH:mm:ss", "09:15:30", "21:04:05"},
+      {"yyyyMMdd_HHmm", "20260301_0915", "20251215_2104"},
+      {"yyyyMM", "202603", "202512"},
+      {"dd", "01", "15"},
+      {"MMMyy", "Mar26", "Dec25"},
+      // These are not in the table and print as the default.
+      {"", "01/03/2026", "15/12/2025"},
+      {"dd-MMM-yyyy", "01/03/2026", "15/12/2025"},
+      {"yyyymmdd", "01/03/2026", "15/12/2025"},
+      {"yyyyMMdd ", "01/03/2026", "15/12/2025"},
+      {"hh:mm:ss", "01/03/2026", "15/12/2025"},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.Pattern);
+    EXPECT_EQ(FormatTimeText(kMorning, row.Pattern, true), row.Morning);
+    EXPECT_EQ(FormatTimeText(kEvening, row.Pattern, true), row.Evening);
+  }
+}
+
+TEST(DateTimeTest, TwelveHourClockTurnsAtNoonAndMidnight) {
+  const struct {
+    std::int64_t Instant;
+    const char* Text;
+  } kRows[] = {{0, "01/01/1970 12:00:00 AM"},
+               {43199, "01/01/1970 11:59:59 AM"},
+               {43200, "01/01/1970 12:00:00 PM"},
+               {46800, "01/01/1970 01:00:00 PM"}};
+  for (const auto& row : kRows) EXPECT_EQ(FormatTimeText(row.Instant, "MM/dd/yyyy hh:mm:ss tt", true), row.Text);
+}
+
+TEST(DateTimeTest, LocalTimeFollowsTheZone) {
+  for (const ZoneCase& row : PlatformZoneCases()) {
+    SCOPED_TRACE(std::string(row.Zone) + " " + std::to_string(row.Instant));
+    const ZoneForTest zone(row.Zone);
+    EXPECT_EQ(FormatTimeText(row.Instant, "dd/MM/yyyy HH:mm:ss", false), row.Local);
+  }
+}
+
+TEST(DateTimeTest, MonthNamesIgnoreTheLocaleOfTheProcess) {
+  const std::string former = std::setlocale(LC_ALL, nullptr);
+  std::setlocale(LC_ALL, "German_Germany.1252");  // where the platform has it
+  EXPECT_EQ(FormatTimeText(kMorning, "dd MMMM yyyy", true), "01 March 2026");
+  std::setlocale(LC_ALL, former.c_str());
+}
+
+TEST(DateTimeTest, InstantsOutsideTheClockPrintNothing) {
+  EXPECT_EQ(FormatTimeText(0, "yyyy-MM-dd", true), "1970-01-01");
+  EXPECT_EQ(FormatTimeText(32535215999, "dd/MM/yyyy HH:mm:ss", true), "31/12/3000 23:59:59");
+  constexpr std::int64_t kOutside[] = {-1, 32535216000, std::numeric_limits<std::int64_t>::min(),
+                                       std::numeric_limits<std::int64_t>::max()};
+  for (const std::int64_t instant : kOutside) {
+    SCOPED_TRACE(instant);
+    EXPECT_EQ(FormatTimeText(instant, "yyyy-MM-dd", true), "");
+    EXPECT_EQ(FormatTimeText(instant, "yyyy-MM-dd", false), "");
+    char buffer[] = "as it was";
+    FormatTimeInto(buffer, sizeof(buffer), instant, "dd", true);
+    EXPECT_STREQ(buffer, "as it was");
+  }
+}
+
+TEST(DateTimeTest, ATextNeedsRoomForItsZeroByte) {
+  for (std::size_t size = 0; size <= 12; ++size) {
+    SCOPED_TRACE(size);
+    std::string buffer(12, '#');
+    FormatTimeInto(buffer.data(), size, kMorning, "yyyy-MM-dd", true);
+    const std::string written = size > 10 ? std::string("2026-03-01\0", 11) : std::string(size > 0 ? 1 : 0, '\0');
+    EXPECT_EQ(buffer, written + std::string(12 - written.size(), '#'));
+  }
+}
+
+TEST(DateTimeTest, ParsesByPlace) {
+  const struct {
+    const char* Value;
+    const char* Pattern;
+    std::int64_t Instant;
+  } kRows[] = {
+      {"01Mar2026", "ddMMMyyyy", 1772323200},
+      {"01 MAR 2026", "dd MMM yyyy", 1772323200},
+      {"01-Mar-2026", "dd-MMM-yyyy", 1772323200},
+      {"01-MAR-26", "dd-MMM-yy", 1772323200},
+      {"01-mar-26", "dd-MMM-yy", 1772323200},
+      {"01/03/2026", "dd/MM/yyyy", 1772323200},
+      {"01-03-2026", "dd-MM-yyyy", 1772323200},
+      {"2026/03/01", "yyyy/MM/dd", 1772323200},
+      {"2026-03-01", "yyyy-MM-dd", 1772323200},
+      {"03/01/2026", "MM/dd/yyyy", 1772323200},
+      {"03-01-2026", "MM-dd-yyyy", 1772323200},
+      {"20260301", "yyyyMMdd", 1772323200},
+      {"01/03/2026 09:15:30", "dd/MM/yyyy HH:mm:ss", kMorning},
+      {"20260301-09:15:30", "yyyyMMdd-HH:mm:ss", kMorning},
+      // The month by a four-letter field reads as 0.
+      {"01 March 2026", "dd MMMM yyyy", 1764547200},
+      {"01 June 2026", "dd MMMM yyyy", 1764547200},
+      {"01 0003 2026", "dd MMMM yyyy", 1772323200},
+      {"01-FOO-2026", "dd-MMM-yyyy", 1764547200},
+      // Separators are not looked at, a number may stand where a name is due, and more may follow.
+      {"01x03x2026", "dd/MM/yyyy", 1772323200},
+      {"01-03 -2026", "dd-MMM-yyyy", 1772323200},
+      {"01 003 2026", "dd MMM yyyy", 1772323200},
+      {"01/03/2026 and more", "dd/MM/yyyy", 1772323200},
+      {"31/02/2026", "dd/MM/yyyy", 1772496000},
+      {"01/03/0026", "dd/MM/yyyy", 1772323200},
+      {" 1/ 3/2026", "dd/MM/yyyy", 1772323200},
+      {"+1/+3/2026", "dd/MM/yyyy", 1772323200},
+      {"-1/03/2026", "dd/MM/yyyy", 1772150400},
+      {"1x/3x/2026", "dd/MM/yyyy", 1772323200},
+      {"ab/cd/efgh", "dd/MM/yyyy", 943920000},
+      {"", "", 943920000},
+      {"anything", "", 943920000},
+      // Too short, or not a pattern that parses.
+      {"2026-03", "yyyy-MM-dd", 0},
+      {"01/03/202", "dd/MM/yyyy", 0},
+      {"010326", "ddMMyy", 0},
+      {"030126", "MMddyy", 0},
+      {"03/01/2026 09:15:30 AM", "MM/dd/yyyy hh:mm:ss tt", 0},
+      {"09:15:30", "HH:mm:ss", 0},
+      {"20260301_0915", "yyyyMMdd_HHmm", 0},
+      {"202603", "yyyyMM", 0},
+      {"01", "dd", 0},
+      {"Mar26", "MMMyy", 0},
+      {"01/03/2026", "dd/mm/yyyy", 0},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(std::string(row.Value) + " by " + row.Pattern);
+    EXPECT_EQ(ParseTimeText(row.Value, row.Pattern), row.Instant);
+  }
+}
+
+TEST(DateTimeTest, MakesInstantsOfFieldsOutOfRange) {
+  constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+  constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
+  const struct {
+    std::int32_t Fields[6];
+    std::int64_t Instant;
+  } kRows[] = {
+      {{1970, 1, 1, 0, 0, 0}, 0},
+      {{2000, 2, 29, 0, 0, 0}, 951782400},
+      {{2100, 2, 29, 0, 0, 0}, 4107542400},  // no leap year: 1 March
+      {{2026, 0, 1, 0, 0, 0}, 1764547200},
+      {{2026, 1, 0, 0, 0, 0}, 1767139200},
+      {{2026, 15, 1, 0, 0, 0}, 1803859200},
+      {{2026, -11, 1, 0, 0, 0}, 1735689600},
+      {{2026, 3, 1, 25, -1, 61}, 1772413201},
+      {{99, 12, 31, 0, 0, 0}, 4102358400},
+      {{100, 1, 1, 0, 0, 0}, -1},
+      {{-1, 1, 1, 0, 0, 0}, 915148800},
+      {{-4001, 6, 1450228, 0, 0, 0}, 0},  // from the year -2001
+      {{1969, 12, 31, 23, 59, 59}, -1},
+      {{1969, 12, 31, 23, 59, 60}, 0},
+      {{3000, 12, 31, 23, 59, 59}, 32535215999},
+      {{3001, 1, 1, 0, 0, 0}, -1},
+      {{2000, 1, 1, 0, 0, kMost}, 3094168447},
+      {{kMost, kMost, kMost, kMost, kMost, kMost}, -1},
+      {{kLeast, kLeast, kLeast, kLeast, kLeast, kLeast}, -1},
+  };
+  for (const auto& [f, instant] : kRows) {
+    SCOPED_TRACE(instant);
+    EXPECT_EQ(MakeUtcTime(f[0], f[1], f[2], f[3], f[4], f[5]), instant);
+  }
+}
+
+// The library's own calendar against ours, every day with its own reading of the clock.
+TEST(DateTimeTest, AgreesWithTheCalendarOfTheLibrary) {
+  for (std::int64_t instant = 0; instant <= kLastInstant; instant += 86400 + 3599) {
+    std::tm fields{};
+    ASSERT_TRUE(UtcFields(instant, fields));
+    ASSERT_EQ(MakeUtcTime(fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday, fields.tm_hour, fields.tm_min,
+                          fields.tm_sec),
+              instant);
+  }
+}
+
+TEST(DateTimeTest, MonthNamesBecomeNumbers) {
+  const struct {
+    std::string Name;
+    std::string Result;
+  } kRows[] = {{"JAN", "1"},
+               {"feb", "2"},
+               {"Mar", "3"},
+               {"aPR", "4"},
+               {"MAY", "5"},
+               {"JUN", "6"},
+               {"JUL", "7"},
+               {"AUG", "8"},
+               {"SEP", "9"},
+               {"OCT", "10"},
+               {"NOV", "11"},
+               {"dec", "12"},
+               {"", ""},
+               {"June", "June"},
+               {"JA", "JA"},
+               {" JAN", " JAN"},
+               {"foo", "foo"},
+               {"03", "03"},
+               {std::string("JAN\0", 4), std::string("JAN\0", 4)}};
+  for (const auto& row : kRows) {
+    std::string name = row.Name;
+    MonthNameToNumber(name);
+    EXPECT_EQ(name, row.Result);
+  }
+}
+
+TEST(DateTimeTest, StampIsTheTimeOfSomeZoneNow) {
+  TimeStamp stamp;
+  const std::int64_t before = CurrentInstant();
+  NowStamp(stamp);
+  const std::int64_t taken = CurrentInstant() - before;
+  ASSERT_EQ(stamp[21], '\0');
+  const std::string text = stamp;
+  ASSERT_EQ(text.size(), 21u);
+  EXPECT_EQ(text[17], '.');
+  EXPECT_EQ(text.find_first_not_of("0123456789", 18), std::string::npos);
+  // Zones lie whole quarters of an hour from UTC. The stamp is not compared with the C library's local time, which
+  // on Windows looks at TZ first.
+  constexpr std::int64_t kQuarter = 900;
+  const std::int64_t ahead = ParseTimeText(text, "yyyyMMdd-HH:mm:ss") - before + 12 * 3600;
+  EXPECT_GE(ahead, 0);
+  EXPECT_LE(ahead, 26 * 3600 + taken);
+  EXPECT_LE(ahead % kQuarter, taken);
+}
+
+}  // namespace

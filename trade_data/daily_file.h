@@ -1,0 +1,40 @@
+// DailyFile: the comma-separated file of the day's trades that outside programs follow. Not the choice of trades: the
+// trade cache says what is written and when. Every failure is silent. Used on the terminal's calling thread only.
+//
+//   file    := header ( CR LF line )*     no line end behind the last line
+//   header  := ( name "," )*              every name of the column list
+//   line    := ( value "," )*             only for names that are columns
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "trade_data/daily_columns.h"
+
+class DailyFile {
+ public:
+  // Starts Trade<date>.CSV in the folder with the columns of its TradeHeaderFile.txt, which are added to those known.
+  // A second call in the life of the module finds the stream open: that fails the stream, and nothing is written from
+  // then on. Meant so, and so is that the file does not change with the date.
+  void OpenDailyFile(const std::filesystem::path& folder, std::string_view date);
+
+  // Before the first opening, and after any failure, this has no effect.
+  void WriteTradeLine(const TradeRecord& record, std::string_view serverName);
+  void Flush();
+
+ private:
+  struct NamedColumn {
+    std::string Name;
+    const DailyColumn* Column;  // null for a name that is no column: it stands in the header and writes nothing
+  };
+
+  void ReadColumns(const std::filesystem::path& headerFile);
+  void WriteHeader();
+
+  std::ofstream AutoStream;
+  std::vector<NamedColumn> AutoColumns;
+  LineBuffer Line;
+};

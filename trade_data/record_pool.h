@@ -1,0 +1,37 @@
+// RecordPool: the memory of the day's trade records. Not their order: maps hold references into it.
+// Used on the terminal's calling thread only.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+#include "trade_data/trade_record.h"
+
+// Promises: a record stays at its address until Clear; Spare and Keep are constant time; a record costs its 750 bytes
+// and nothing beside them; Clear gives all memory back in one step per 2,796 records.
+// Works in slabs of two megabytes, filled from the front. The next free record is decoded into where it will stay, and
+// kept only when it turns out to be new.
+class RecordPool {
+ public:
+  // The next free record, zeroed. Calling again without Keep gives the same one.
+  TradeRecord& Spare();
+  // The record that Spare last gave, as it is now.
+  const TradeRecord* PeekSpare() const noexcept;
+  // Keeps it.
+  TradeRecord* Keep() noexcept;
+  // Takes back a kept record that nothing refers to any longer.
+  void GiveBack(TradeRecord* record);
+  void Clear() noexcept;
+
+ private:
+  struct Slab;
+  struct SlabDeleter {
+    void operator()(Slab* slab) const noexcept;
+  };
+  TradeRecord* FindFree();
+
+  std::vector<std::unique_ptr<Slab, SlabDeleter>> Slabs;
+  std::vector<TradeRecord*> Returned;
+  std::size_t UsedInLastSlab = 0;
+};

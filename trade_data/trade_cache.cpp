@@ -1,0 +1,116 @@
+#include "trade_data/trade_cache.h"
+
+#include "foundations/date_time.h"
+#include "platform/clock.h"
+
+TradeCache::TradeCache(CQORTradeImpl& decoder, const TradeBooks& books, std::filesystem::path workingFolder)
+    : Decoder(decoder), BooksByKey(books), WorkingFolder(std::move(workingFolder)) {}
+
+const TradeMap* TradeCache::LiveTradesOf(std::string_view server) const noexcept {
+  const auto found = LiveTrades.find(server);
+  return found == LiveTrades.end() ? nullptr : &found->second;
+}
+
+void TradeCache::OnTrade(CQORPacketReader& reader) {
+  TradeRecord& incoming = Records.Spare();
+  Decoder.DecodeKeySection(reader, incoming);
+  // The key is complete: its place in the table is fetched while the body is decoded.
+  const ExecutionKey key(incoming.ExchangeOrderNo, incoming.ExchangeTradeID);
+  KnownExecutions.Prefetch(key);
+  Decoder.DecodeBody(reader, incoming);
+  if (!KnownExecutions.Insert(key)) return;
+  const Stored trade = StoreSpare(DownloadComplete ? LiveTrades[ServerName] : DefaultPending(), TradeIdOf(incoming));
+  if (DownloadComplete) ShowTrade(trade);
+  WriteTradeLine(*trade.Record);
+}
+
+// The spare record becomes the trade of that id, or is copied over the one that is there.
+TradeCache::Stored TradeCache::StoreSpare(TradeMap& trades, std::int32_t tradeId) {
+  if (TradeRecord* known = trades.Find(tradeId); known != nullptr) {
+    *known = *Records.PeekSpare();
+    return {known, false};
+  }
+  TradeRecord* record = Records.Keep();
+  trades.Insert(tradeId, record);
+  return {record, true};
+}
+
+TradeCache::Stored TradeCache::StoreCopy(TradeMap& trades, std::int32_t tradeId, const TradeRecord& record) {
+  Records.Spare() = record;
+  return StoreSpare(trades, tradeId);
+}
+
+// A trade that was known keeps its number, and no book is told: rows point at the record that has just changed.
+void TradeCache::ShowTrade(const Stored& trade) {
+  if (trade.IsNew) {
+    GiveNextNumber(trade.Record);
+    TellBooks(*trade.Record);
+  }
+  GridsRefreshed = false;
+}
+
+void TradeCache::GiveNextNumber(TradeRecord* record) {
+  TradeNumbers.Insert(NextTradeNumber--, record);
+}
+
+void TradeCache::TellBooks(TradeRecord& record) {
+  for (const auto& [key, book] : BooksByKey)
+    if (book->AdmitRow(record)) book->UpdateTotals(record);
+}
+
+void TradeCache::OnDownloadEnd() {
+  DownloadComplete = true;
+  MergePending();
+  for (const auto& [key, book] : BooksByKey)
+    if (book->HasGrid() && book->HasWindow()) book->CopyAllRows(TradeNumbers, NextTradeNumber);
+  if (AutoTradeWriteCSV) {
+    AutoFile.OpenDailyFile(WorkingFolder, FormatTimeText(CurrentInstant(), "yyyyMMdd", false));
+    for (const auto& [server, trades] : LiveTrades)
+      for (const TradeMap::Entry trade : trades) AutoFile.WriteTradeLine(*trade.Record, ServerName);
+    AutoFile.Flush();
+  }
+  GridsRefreshed = false;
+}
+
+void TradeCache::MergePending() {
+  for (const auto& [server, pending] : PendingTrades) {
+    TradeMap& live = LiveTrades[server];
+    for (const TradeMap::Entry trade : pending) MergeTrade(live, trade.Id, trade.Record);
+  }
+  PendingTrades.clear();
+}
+
+void TradeCache::MergeTrade(TradeMap& live, std::int32_t tradeId, TradeRecord* record) {
+  if (TradeRecord* known = live.Find(tradeId); known != nullptr) {
+    *known = *record;
+    Records.GiveBack(record);
+    return;
+  }
+  live.Insert(tradeId, record);
+  // Newer trades lose their numbers to an older one and get no others: they stay in LiveTrades without a row. Numbering
+  // in a merge is never repaired, and that is meant.
+  while (!TradeNumbers.Empty() && TradeIdOf(*TradeNumbers.LowestRecord()) > tradeId) {
+    TradeNumbers.RemoveLowest();
+    ++NextTradeNumber;
+  }
+  GiveNextNumber(record);
+}
+
+void TradeCache::OnClearTrades() {
+  TradeNumbers.Clear();
+  PendingTrades.clear();
+  LiveTrades.clear();
+  KnownExecutions.Clear();
+  DownloadComplete = false;
+  for (const auto& [key, book] : BooksByKey)
+    if (book->HasGrid()) book->ClearRows();
+  // Last, as books held references until now.
+  Records.Clear();
+}
+
+void TradeCache::WriteTradeLine(const TradeRecord& record) {
+  if (!AutoTradeWriteCSV) return;
+  AutoFile.WriteTradeLine(record, ServerName);
+  // Outside programs follow the file trade by trade.
+  if (DownloadComplete) AutoFile.Flush();
+}

@@ -1,0 +1,75 @@
+#include "trade_data/trade_impl.h"
+
+#include <algorithm>
+
+#include "trade_data/trade_fields.h"
+
+namespace {
+
+std::uint8_t* BytesOf(TradeRecord& record) noexcept {
+  return reinterpret_cast<std::uint8_t*>(&record);
+}
+
+}  // namespace
+
+void CQORTradeImpl::DecodeKeySection(CQORPacketReader& reader, TradeRecord& record) {
+  while (reader.NextTag()) {
+    if (reader.Tag == kSectionTerminator) {
+      if (record.VELDTradeID != 0) FetchRecord(TradeIdOf(record), record);
+      return;
+    }
+    if (const std::size_t row = kTradeKeyIndex.RowOf(reader.Tag); row < std::size(kTradeKeyFields)) {
+      ReadField(reader, kTradeKeyFields[row], BytesOf(record));
+    } else if (reader.Tag == 10002) {
+      std::uint16_t messageNumber;
+      reader.ReadU16(messageNumber);
+    }
+    // Any other value is not skipped here but searched for the next field: alone among the decoders, and kept.
+  }
+}
+
+void CQORTradeImpl::DecodeBody(CQORPacketReader& reader, TradeRecord& record) const noexcept {
+  ReadFields(reader, kTradeBodyFields, kTradeBodyIndex, BytesOf(record));
+  if (record.ProductType == 0) record.ProductType = 1;
+}
+
+void CQORTradeImpl::DecodeMessage(CQORPacketReader& reader, TradeRecord& record) {
+  DecodeKeySection(reader, record);
+  DecodeBody(reader, record);
+}
+
+void CQORTradeImpl::LoadRecord(CQORPacketReader& reader) {
+  TradeRecord record{};
+  DecodeMessage(reader, record);
+  StoreRecordUnlocked(record);
+  LargestTradeID = std::max(LargestTradeID.load(), TradeIdOf(record));
+}
+
+bool CQORTradeImpl::FetchRecord(std::int32_t tradeId, TradeRecord& record) {
+  if (!HoldsRecords) return false;
+  const QOR::Thread::CQORLockGuard guard(Lock);
+  const auto found = Records.find(tradeId);
+  if (found == Records.end()) return false;
+  record = found->second;
+  return true;
+}
+
+void CQORTradeImpl::StoreRecord(const TradeRecord& record) {
+  const QOR::Thread::CQORLockGuard guard(Lock);
+  StoreRecordUnlocked(record);
+}
+
+void CQORTradeImpl::StoreRecordUnlocked(const TradeRecord& record) {
+  Records.insert_or_assign(TradeIdOf(record), record);
+  HoldsRecords = true;
+}
+
+void CQORTradeImpl::ClearRecords() {
+  const QOR::Thread::CQORLockGuard guard(Lock);
+  Records.clear();
+  HoldsRecords = false;
+}
+
+std::int32_t CQORTradeImpl::NextTradeID() noexcept {
+  return ++LargestTradeID;
+}

@@ -1,0 +1,81 @@
+// TradeMap: references to trade records in rising order of VELDTradeID. Not their owner: RecordPool is.
+// Used on the terminal's calling thread only.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "trade_data/trade_record.h"
+
+// Promises: the order of a map keyed by signed id; an id above all others is added in constant time, and any other
+// found or added in some hundred nanoseconds at a million trades; 12 bytes a trade while ids mostly rise, at most about
+// twice that. Works in blocks of up to 512 ids, each sorted, found by bisecting the list of their first ids. A full
+// block is split in halves, or, where the new id comes behind everything, followed by an empty one.
+class TradeMap {
+ public:
+  struct Entry {
+    std::int32_t Id;
+    TradeRecord* Record;
+  };
+
+  // Null when there is none.
+  TradeRecord* Find(std::int32_t id) const noexcept;
+  // The map must not hold the id yet.
+  void Insert(std::int32_t id, TradeRecord* record);
+  void Clear() noexcept;
+  std::size_t Size() const noexcept { return Count; }
+  bool Empty() const noexcept { return Count == 0; }
+
+  // Walks the entries in rising order of id. Inserting ends the use of an iterator.
+  class Iterator {
+   public:
+    Entry operator*() const noexcept {
+      const Block& block = *Map->Blocks[BlockAt].Content;
+      return {block.Ids[At], block.Records[At]};
+    }
+    Iterator& operator++() noexcept {
+      if (++At == Map->Blocks[BlockAt].Content->Used) {
+        ++BlockAt;
+        At = 0;
+      }
+      return *this;
+    }
+    bool operator==(const Iterator&) const noexcept = default;
+
+   private:
+    friend class TradeMap;
+    Iterator(const TradeMap* map, std::size_t blockAt) noexcept : Map(map), BlockAt(blockAt) {}
+    const TradeMap* Map;
+    std::size_t BlockAt;
+    std::size_t At = 0;
+  };
+  Iterator begin() const noexcept { return {this, 0}; }
+  Iterator end() const noexcept { return {this, Blocks.size()}; }
+
+ private:
+  static constexpr std::size_t kBlockSize = 512;
+  // Never empty once it stands in the list.
+  struct Block {
+    std::size_t Used = 0;
+    std::int32_t Ids[kBlockSize];
+    TradeRecord* Records[kBlockSize];
+
+    std::size_t LowerBound(std::int32_t id) const noexcept;
+    void InsertAt(std::size_t at, std::int32_t id, TradeRecord* record) noexcept;
+  };
+
+  struct BlockEntry {
+    std::int32_t FirstId;
+    std::unique_ptr<Block> Content;
+  };
+
+  bool IsBehindAll(std::int32_t id) const noexcept;
+  std::size_t BlockFor(std::int32_t id) const noexcept;
+  void Append(std::int32_t id, TradeRecord* record);
+  void Split(std::size_t blockAt);
+
+  std::vector<BlockEntry> Blocks;
+  std::size_t Count = 0;
+};
