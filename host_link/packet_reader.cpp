@@ -119,14 +119,3 @@ bool CQORPacketReader::ReadMessageNumber() noexcept {
   ReadU16(MessageNumber);
   return true;
 }
-
-bool CQORPacketReader::SkipValue() noexcept {
-  std::uint16_t width = ValueWidth(Tag);
-  if (width == kCountedWidth) {
-    width = 0;
-    ReadU16(width);
-  }
-  if (Cursor + width > End) return false;
-  Cursor = static_cast<std::uint16_t>(Cursor + width);
-  return true;
-}

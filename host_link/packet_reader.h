@@ -3,13 +3,10 @@
 // An instance is used by one thread at a time.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
-#include "host_link/message_header.h"
-#include "host_link/skip_rule.h"
+#include "host_link/field_cursor.h"
 
 // Promises: no operation reads outside Data[0, End) as it was given, throws, or fails on any bytes; a plain message is
 // read in place without an allocation. Whatever stands between two fields is passed over, so that a damaged field costs
@@ -28,54 +25,40 @@ class CQORPacketReader {
 
   // Finds the next field and stores its tag; false at the end of the message.
   bool NextTag() noexcept {
-    std::uint16_t at = Cursor;
-    do {
-      if (at >= End) {
-        Cursor = at;
-        return false;
-      }
-    } while (Data[at++] != kFieldMark);
-    if (End - at < 2) {
-      Cursor = at;
-      return false;
-    }
-    Tag = LoadValue<std::uint16_t>(Data + at);
-    Cursor = static_cast<std::uint16_t>(at + 2);
-    return true;
+    FieldCursor place = Place();
+    const bool found = place.NextTag(Tag);
+    GoTo(place);
+    return found;
   }
 
   // Steps over the value of the current tag by the skip rule; false where it reaches past the end.
-  bool SkipValue() noexcept;
+  bool SkipValue() noexcept {
+    FieldCursor place = Place();
+    const bool skipped = place.SkipValue(Tag);
+    GoTo(place);
+    return skipped;
+  }
 
   // Copies a counted value of at most limit bytes (0: all of it) and, where there is room, a NUL behind it: the
   // destination is limit + 1 zeroed bytes. The rest of a longer value is not stepped over: the next NextTag passes it,
   // and takes a mark in it for a field. That is the format's rule and kept.
   bool ReadText(char* destination, std::uint16_t limit) noexcept {
-    if (End - Cursor < 2) return false;
-    const auto count = LoadValue<std::uint16_t>(Data + Cursor);
-    Cursor = static_cast<std::uint16_t>(Cursor + 2);
-    const std::uint16_t taken = limit == 0 ? count : std::min(count, limit);
-    if (Cursor + taken > End) return false;
-    std::memcpy(destination, Data + Cursor, taken);
-    Cursor = static_cast<std::uint16_t>(Cursor + taken);
-    if (limit > taken) destination[taken] = '\0';
-    return true;
+    FieldCursor place = Place();
+    const bool read = place.ReadText(destination, limit);
+    GoTo(place);
+    return read;
   }
 
   // Each copies the value and advances; false, with nothing changed, when it reaches past the end.
-  bool ReadU8(std::uint8_t& value) noexcept { return ReadValue(&value, sizeof value); }
-  bool ReadU16(std::uint16_t& value) noexcept { return ReadValue(&value, sizeof value); }
-  bool ReadU32(std::uint32_t& value) noexcept { return ReadValue(&value, sizeof value); }
-  bool ReadU64(std::uint64_t& value) noexcept { return ReadValue(&value, sizeof value); }
-  bool ReadDouble(double& value) noexcept { return ReadValue(&value, sizeof value); }
+  bool ReadU8(std::uint8_t& value) noexcept { return ReadValue(value); }
+  bool ReadU16(std::uint16_t& value) noexcept { return ReadValue(value); }
+  bool ReadU32(std::uint32_t& value) noexcept { return ReadValue(value); }
+  bool ReadU64(std::uint64_t& value) noexcept { return ReadValue(value); }
+  bool ReadDouble(double& value) noexcept { return ReadValue(value); }
 
-  // The same into any unaligned place of the given width.
-  bool ReadValue(void* place, std::uint16_t width) noexcept {
-    if (Cursor + width > End) return false;
-    std::memcpy(place, Data + Cursor, width);
-    Cursor = static_cast<std::uint16_t>(Cursor + width);
-    return true;
-  }
+  // For loops over many fields: where the reader stands, and how it goes on from where such a loop ended.
+  FieldCursor Place() const noexcept { return {Data, Cursor, End}; }
+  void GoTo(const FieldCursor& place) noexcept { Cursor = static_cast<std::uint16_t>(place.Cursor); }
 
   std::uint16_t Tag = 0;            // tag of the field last opened
   std::uint16_t MessageNumber = 0;  // value of tag 10002
@@ -87,6 +70,13 @@ class CQORPacketReader {
   std::uint16_t DecodedLength = 0;
 
  private:
+  template <typename Value>
+  bool ReadValue(Value& value) noexcept {
+    FieldCursor place = Place();
+    const bool read = place.ReadValue(&value, sizeof value);
+    GoTo(place);
+    return read;
+  }
   bool FindHeader(std::uint16_t& skipped) noexcept;
   bool DecodeBody(std::uint16_t size) noexcept;
   bool Decipher(std::uint16_t size) noexcept;

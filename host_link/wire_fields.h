@@ -8,7 +8,7 @@
 
 #include "host_link/packet_reader.h"
 
-enum class Field : std::uint8_t { U8, U16, U32, U64, Double, Text, Dropped };
+enum class Field : std::uint8_t { U8, U16, U32, U64, Double, Text, Dropped16, Dropped32 };
 
 // How one tag's value reaches the record. Limit is that of a text: its place has room for one byte more.
 struct WireField {
@@ -31,7 +31,8 @@ constexpr std::size_t PlaceSize(const WireField& field) {
       return 8;
     case Field::Text:
       return field.Limit + std::size_t{1};
-    case Field::Dropped:
+    case Field::Dropped16:
+    case Field::Dropped32:
       return 0;
   }
   return 0;
@@ -83,32 +84,33 @@ class FieldIndex {
   std::array<Slot, std::size_t{1} << kSlotBits> Slots{};
 };
 
-// Reads the value of the current tag into its place. A value that does not fit before the end is left unread, and is
-// then searched for the next field; a text is cut at its limit.
-inline void ReadField(CQORPacketReader& reader, const WireField& field, std::uint8_t* record) noexcept {
+// Reads a value into its place. One that does not fit before the end is left unread, and is then searched for the next
+// field; a text is cut at its limit.
+inline void ReadField(FieldCursor& cursor, const WireField& field, std::uint8_t* record) noexcept {
   std::uint8_t* place = record + field.Offset;
   switch (field.Kind) {
     case Field::U8:
-      reader.ReadValue(place, 1);
+      cursor.ReadValue(place, 1);
       return;
     case Field::U16:
-      reader.ReadValue(place, 2);
+      cursor.ReadValue(place, 2);
       return;
     case Field::U32:
-      reader.ReadValue(place, 4);
+      cursor.ReadValue(place, 4);
       return;
     case Field::U64:
     case Field::Double:
-      reader.ReadValue(place, 8);
+      cursor.ReadValue(place, 8);
       return;
     case Field::Text:
-      reader.ReadText(reinterpret_cast<char*>(place), field.Limit);
+      cursor.ReadText(reinterpret_cast<char*>(place), field.Limit);
       return;
-    case Field::Dropped: {
-      std::uint32_t dropped;
-      reader.ReadU32(dropped);
+    case Field::Dropped16:
+      cursor.Drop(2);
       return;
-    }
+    case Field::Dropped32:
+      cursor.Drop(4);
+      return;
   }
 }
 
@@ -116,10 +118,14 @@ inline void ReadField(CQORPacketReader& reader, const WireField& field, std::uin
 template <std::size_t Count>
 void ReadFields(CQORPacketReader& reader, const WireField (&fields)[Count], const FieldIndex<Count>& index,
                 std::uint8_t* record) noexcept {
-  while (reader.NextTag()) {
-    if (const std::size_t row = index.RowOf(reader.Tag); row < Count)
-      ReadField(reader, fields[row], record);
+  FieldCursor cursor = reader.Place();
+  std::uint16_t tag = reader.Tag;
+  while (cursor.NextTag(tag)) {
+    if (const std::size_t row = index.RowOf(tag); row < Count)
+      ReadField(cursor, fields[row], record);
     else
-      reader.SkipValue();
+      cursor.SkipValue(tag);
   }
+  reader.GoTo(cursor);
+  reader.Tag = tag;
 }

@@ -55,7 +55,8 @@ void AddField(CQORPacketWriter& writer, std::uint16_t tag, const TradeRecord& re
     case Field::Text:
       writer.AddText(tag, reinterpret_cast<const char*>(place), field.Limit, fixed);
       return;
-    case Field::Dropped:
+    case Field::Dropped16:
+    case Field::Dropped32:
       return;
   }
 }

@@ -10,6 +10,7 @@
 #include "trade_data/trade_record.h"
 
 inline constexpr WireField kTradeKeyFields[] = {
+    {10002, Field::Dropped16, 0},  // the message number, which the reader has taken already
     {20008, Field::U32, offsetof(TradeRecord, VELDTradeID)},
     {20009, Field::U32, offsetof(TradeRecord, VELDOrderID)},
     {55001, Field::Text, offsetof(TradeRecord, UserID), 20},
@@ -23,7 +24,7 @@ inline constexpr WireField kTradeBodyFields[] = {
     {102, Field::U8, offsetof(TradeRecord, OrderType)},
     {115, Field::U8, offsetof(TradeRecord, OpenClose)},
     {11115, Field::U16, offsetof(TradeRecord, AlgoCategory)},
-    {20007, Field::Dropped, 0},  // the number of a master record; none is attached here
+    {20007, Field::Dropped32, 0},  // the number of a master record; none is attached here
     {20011, Field::U32, offsetof(TradeRecord, OrderID)},
     {20013, Field::U32, offsetof(TradeRecord, PendingQuantity)},
     {20014, Field::U32, offsetof(TradeRecord, Quantity)},

@@ -13,19 +13,16 @@ std::uint8_t* BytesOf(TradeRecord& record) noexcept {
 }  // namespace
 
 void CQORTradeImpl::DecodeKeySection(CQORPacketReader& reader, TradeRecord& record) {
-  while (reader.NextTag()) {
-    if (reader.Tag == kSectionTerminator) {
-      if (record.VELDTradeID != 0) FetchRecord(TradeIdOf(record), record);
-      return;
-    }
-    if (const std::size_t row = kTradeKeyIndex.RowOf(reader.Tag); row < std::size(kTradeKeyFields)) {
-      ReadField(reader, kTradeKeyFields[row], BytesOf(record));
-    } else if (reader.Tag == 10002) {
-      std::uint16_t messageNumber;
-      reader.ReadU16(messageNumber);
-    }
-    // Any other value is not skipped here but searched for the next field: alone among the decoders, and kept.
+  FieldCursor cursor = reader.Place();
+  std::uint16_t tag = reader.Tag;
+  while (cursor.NextTag(tag) && tag != kSectionTerminator) {
+    if (const std::size_t row = kTradeKeyIndex.RowOf(tag); row < std::size(kTradeKeyFields))
+      ReadField(cursor, kTradeKeyFields[row], BytesOf(record));
+    // No other value is skipped here, but searched for the next field: alone among the decoders, and kept.
   }
+  reader.GoTo(cursor);
+  reader.Tag = tag;
+  if (tag == kSectionTerminator && record.VELDTradeID != 0) FetchRecord(TradeIdOf(record), record);
 }
 
 void CQORTradeImpl::DecodeBody(CQORPacketReader& reader, TradeRecord& record) const noexcept {

@@ -1,4 +1,4 @@
-#include "bench/quickfix_peer.h"
+#include "benchmarks/quickfix_peer.h"
 
 #include <quickfix/Message.h>
 

@@ -8,7 +8,7 @@
 #include <iterator>
 #include <string>
 
-#include "bench/sample_messages.h"
+#include "benchmarks/sample_messages.h"
 #include "trade_data/trade_cache.h"
 
 namespace {

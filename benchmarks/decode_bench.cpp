@@ -4,8 +4,8 @@
 
 #include <cstring>
 
-#include "bench/quickfix_peer.h"
-#include "bench/sample_messages.h"
+#include "benchmarks/quickfix_peer.h"
+#include "benchmarks/sample_messages.h"
 #include "trade_data/trade_impl.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "bench/sample_messages.h"
+#include "benchmarks/sample_messages.h"
 
 #include <cstdio>
 #include <cstdlib>

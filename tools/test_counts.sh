@@ -1,0 +1,50 @@
+# Sourced by ./test and .ci/run: counts of single tests, taken from the reports that the test programs write.
+# A file "counts" in each results folder holds three numbers: passed, failed, skipped.
+
+wine_program() { command -v wine64 || ls /usr/lib/wine/wine64; }
+
+# count_results FOLDER OUTCOME: counts the reports of a folder. A program that died without a report is one failure.
+count_results() {
+  local folder=$1 outcome=$2 tests=0 failures=0 skipped=0 programs reports line number
+  for line in $(grep -ho '<testsuites tests="[0-9]*" failures="[0-9]*"' "$folder"/*.xml 2>/dev/null | tr -dc '0-9"\n' | sed 's/""*/:/g'); do
+    number=${line#:}
+    tests=$((tests + ${number%%:*}))
+    number=${number#*:}
+    failures=$((failures + ${number%%:*}))
+  done
+  skipped=$(cat "$folder"/*.xml 2>/dev/null | grep -c 'result="skipped"')
+  reports=$(ls "$folder"/*.xml 2>/dev/null | wc -l)
+  programs=$(grep -c '<testcase ' "$folder/programs.junit" 2>/dev/null)
+  failures=$((failures + ${programs:-0} - reports))
+  tests=$((tests + ${programs:-0} - reports))
+  [ "$outcome" != 0 ] && [ "$failures" -le 0 ] && failures=1
+  echo "$((tests - failures - skipped)) $failures $skipped" >"$folder/counts"
+}
+
+# count_one FOLDER passed|failed: adds one check that is no test program.
+count_one() {
+  local passed failed skipped
+  read -r passed failed skipped <"$1/counts"
+  if [ "$2" = passed ]; then passed=$((passed + 1)); else failed=$((failed + 1)); fi
+  echo "$passed $failed $skipped" >"$1/counts"
+}
+
+# print_counts NAME FOLDER
+print_counts() {
+  local passed failed skipped
+  read -r passed failed skipped <"$2/counts"
+  echo "$1: $passed passed, $failed failed, $skipped skipped"
+}
+
+# print_total PRESET...: the sum over the presets, as the closing line.
+print_total() {
+  local preset passed failed skipped p=0 f=0 s=0
+  for preset in "$@"; do
+    if read -r passed failed skipped 2>/dev/null <"build/$preset/results/counts"; then
+      p=$((p + passed)) f=$((f + failed)) s=$((s + skipped))
+    else
+      f=$((f + 1))
+    fi
+  done
+  echo "$p passed, $f failed, $s skipped"
+}
