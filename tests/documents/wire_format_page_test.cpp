@@ -1,0 +1,42 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "tests/documents/page.h"
+#include "trade_data/trade_impl.h"
+
+namespace {
+
+std::vector<std::uint8_t> ExampleBytes() {
+  std::vector<std::uint8_t> bytes;
+  for (const std::string& line : FencedBlock("wire_format.md", "## A trade", "hex")) {
+    std::istringstream pairs(line.substr(0, line.find('|')));
+    for (unsigned byte; pairs >> std::hex >> byte;) bytes.push_back(static_cast<std::uint8_t>(byte));
+  }
+  return bytes;
+}
+
+TEST(WireFormatPage, ExampleDecodesToWhatStandsBesideIt) {
+  const std::vector<std::uint8_t> bytes = ExampleBytes();
+  CQORPacketReader reader(bytes.data(), static_cast<std::uint16_t>(bytes.size()));
+  std::uint16_t needed = 0;
+  std::uint16_t consumed = 0;
+  ASSERT_TRUE(reader.ParseHeader(needed, consumed));
+  EXPECT_EQ(consumed, bytes.size());
+  EXPECT_EQ(reader.MessageNumber, 9101);
+  TradeRecord record{};
+  CQORTradeImpl decoder;
+  decoder.DecodeMessage(reader, record);
+  EXPECT_STREQ(record.UserID, "DEALER01");
+  EXPECT_EQ(std::uint32_t{record.VELDTradeID}, 4711U);
+  EXPECT_EQ(std::uint32_t{record.VELDOrderID}, 815U);
+  EXPECT_STREQ(record.ExchangeTradeID, "700003");
+  EXPECT_STREQ(record.ExchangeOrderNo, "1100000000004");
+  EXPECT_STREQ(record.Exchange, "COMEX");
+  EXPECT_STREQ(record.SecurityID, "GC201312");
+  EXPECT_EQ(record.Side, 1);
+  EXPECT_EQ(std::uint32_t{record.Quantity}, 2U);
+  EXPECT_EQ(double{record.Price}, 1313.25);
+}
+
+}  // namespace
