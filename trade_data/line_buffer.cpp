@@ -1,5 +1,7 @@
 #include "trade_data/line_buffer.h"
 
+#include <cmath>
+
 namespace {
 
 constexpr int kDigits = 6;
@@ -11,7 +13,7 @@ constexpr double kScale = 10'000;
 // the point, prints as that decimal: found by scaling, and proved by dividing back. Null for any other value.
 char* PrintShortDecimal(char* to, double value) noexcept {
   if (!(value > 0 && value < static_cast<double>(kDigitsEnd))) return nullptr;
-  auto scaled = static_cast<std::uint64_t>(value * kScale + 0.5);
+  auto scaled = static_cast<std::uint64_t>(std::llrint(value * kScale));
   if (static_cast<double>(scaled) / kScale != value) return nullptr;
   int decimals = kDecimals;
   for (; decimals > 0 && scaled % 10 == 0; --decimals) scaled /= 10;
