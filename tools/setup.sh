@@ -52,5 +52,5 @@ build_preset() {
     cat "build/$preset/configure.log"
     fail "The build could not be configured."
   }
-  ninja -C "build/$preset" --quiet "${targets[@]}" || fail "The build failed."
+  ninja -C "build/$preset" --quiet "${targets[@]}" >&2 || fail "The build failed."
 }

@@ -1,0 +1,28 @@
+// CBeat: the refresh callback that a plug-in registers, called at its period. Not a timer of its own: the player asks
+// between two messages and while it waits. One thread.
+#pragma once
+
+#include <cstdint>
+
+#include "host_link/entry_points.h"
+#include "terminal/play_clock.h"
+
+class CBeat {
+ public:
+  explicit CBeat(PlayClock& clock) : Clock(clock) {}
+
+  // The last registration holds. Null ends the calls.
+  void Register(CommandFunction callback, std::chrono::milliseconds period);
+  void CallIfDue();
+  // Sleeps until the time is there, with the beats that fall due meanwhile.
+  void WaitUntil(PlayClock::Time time);
+
+  std::uint64_t Calls() const noexcept { return CallCount; }
+
+ private:
+  PlayClock& Clock;
+  CommandFunction Callback = nullptr;
+  std::chrono::milliseconds Period{};
+  PlayClock::Time Due;
+  std::uint64_t CallCount = 0;
+};

@@ -1,0 +1,61 @@
+#include "terminal/day_source.h"
+
+#include <optional>
+
+#include "host_link/message_header.h"
+#include "terminal/trade_day.h"
+#include "terminal/trade_message.h"
+
+namespace {
+
+constexpr std::size_t kBytesJudged = 65536;
+
+class CTradeDaySource : public DaySource {
+ public:
+  CTradeDaySource(const std::filesystem::path& file, const CDesk& desk, const CSecurities& securities,
+                  CBadLines& badLines)
+      : Day(file, badLines), Messages(desk, securities) {}
+
+  bool Next(WireFrame& frame) override {
+    if (!Day.Next(Trade)) return false;
+    Writer.emplace(kModePlain);
+    Messages.Write(Trade, 9101, *Writer);
+    Writer->Finish();
+    frame = {Writer->Buffer, Writer->GetSize(), 0};
+    return true;
+  }
+  void Report(const std::string& reason) override { Day.Report(reason); }
+
+ private:
+  CTradeDay Day;
+  CTradeMessages Messages;
+  DayTrade Trade;
+  std::optional<CQORPacketWriter> Writer;
+};
+
+class CMessageDaySource : public DaySource {
+ public:
+  CMessageDaySource(const std::filesystem::path& file, CBadLines& badLines) : Messages(file, badLines) {}
+
+  bool Next(WireFrame& frame) override { return Messages.Next(frame); }
+  void Report(const std::string& reason) override { Messages.Report(reason); }
+
+ private:
+  CMessageFile Messages;
+};
+
+}  // namespace
+
+bool HoldsWireMessages(const std::filesystem::path& file) {
+  CFileBytes bytes(file);
+  return FindMessageHeader(bytes.Peek(kBytesJudged).substr(0, kBytesJudged), 0) != std::string_view::npos;
+}
+
+std::unique_ptr<DaySource> OpenTradeDay(const std::filesystem::path& file, const CDesk& desk,
+                                        const CSecurities& securities, CBadLines& badLines) {
+  return std::make_unique<CTradeDaySource>(file, desk, securities, badLines);
+}
+
+std::unique_ptr<DaySource> OpenMessageDay(const std::filesystem::path& file, CBadLines& badLines) {
+  return std::make_unique<CMessageDaySource>(file, badLines);
+}

@@ -1,0 +1,12 @@
+// MessageTarget: where the messages of a day go. One thread.
+#pragma once
+
+#include "host_link/packet_reader.h"
+#include "terminal/message_file.h"
+
+class MessageTarget {
+ public:
+  virtual ~MessageTarget() = default;
+  // The same message twice: with its header parsed, and raw. False when the target does not take its number.
+  virtual bool Deliver(CQORPacketReader& message, const WireFrame& raw) = 0;
+};

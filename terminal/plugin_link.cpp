@@ -1,0 +1,104 @@
+#include "terminal/plugin_link.h"
+
+#include "host_link/message_header.h"
+#include "host_link/reply_buffer.h"
+#include "terminal/terminal_error.h"
+
+namespace {
+
+// The terminal's side of a HostReplyBuffer: empty, growable, released at the end.
+class CReply {
+ public:
+  CReply() {
+    Buffer.Growable = 1;
+    if (InitializeLock(Buffer.Lock, 0) != 0)
+      throw TerminalError(ExitCode::Plugin, "the reply buffer's lock cannot be made");
+  }
+  ~CReply() {
+    DestroyLock(Buffer.Lock);
+    delete[] Buffer.Data;
+  }
+  CReply(const CReply&) = delete;
+  CReply& operator=(const CReply&) = delete;
+
+  HostReplyBuffer Buffer{};
+};
+
+// A route's own address, or the exported function where it came without one.
+MessageFunction FunctionOf(const MessageRoute& route, MessageFunction exported) {
+  return route.Address == 0 ? exported : reinterpret_cast<MessageFunction>(route.Address);
+}
+
+}  // namespace
+
+CPluginLink::CPluginLink(const std::filesystem::path& module) {
+  std::string reason;
+  Module = LoadModule(module, reason);
+  if (Module == nullptr)
+    throw TerminalError(ExitCode::Plugin, PathText(module) + ": the plug-in cannot be loaded: " + reason);
+  try {
+    Resolve(module);
+    Describe();
+  } catch (...) {
+    UnloadModule(Module);
+    throw;
+  }
+}
+
+CPluginLink::~CPluginLink() {
+  UnloadModule(Module);
+}
+
+void CPluginLink::Resolve(const std::filesystem::path& path) {
+  const auto find = [&](const char* name) {
+    void* function = ModuleSymbol(Module, name);
+    if (function == nullptr)
+      throw TerminalError(ExitCode::Plugin, PathText(path) + ": the plug-in lacks the entry point " + name);
+    return function;
+  };
+  GetDllInfo = reinterpret_cast<GetDllInfoFunction>(find("GetDllInfo"));
+  OnMessage = reinterpret_cast<MessageFunction>(find("OnMessage"));
+  OnPluginMessage = reinterpret_cast<MessageFunction>(find("OnPluginMessage"));
+}
+
+void CPluginLink::Describe() {
+  const std::uint8_t infoOnly = 0;
+  CReply reply;
+  GetDllInfo(&reply.Buffer, &infoOnly);
+  Told = ReadPluginDescription({reply.Buffer.Data, reply.Buffer.Used});
+}
+
+// Each function gets a reader of its own state: OnPluginMessage parses its header itself.
+bool CPluginLink::Deliver(CQORPacketReader& message, const WireFrame& raw) {
+  const std::uint16_t number = message.MessageNumber;
+  const bool toOnMessage = Told.ToOnMessage.Numbers.contains(number);
+  const bool toOnPluginMessage = Told.ToOnPluginMessage.Numbers.contains(number);
+  if (toOnMessage) FunctionOf(Told.ToOnMessage, OnMessage)(&message);
+  if (toOnPluginMessage) {
+    CQORPacketReader reader(raw.Data, raw.Size);
+    FunctionOf(Told.ToOnPluginMessage, OnPluginMessage)(&reader);
+  }
+  return toOnMessage || toOnPluginMessage;
+}
+
+bool CPluginLink::Send(std::uint16_t number) {
+  CQORPacketWriter writer(kModePlain);
+  writer.AddU16(10002, number);
+  writer.Finish();
+  CQORPacketReader reader(writer.GetData(), writer.GetSize());
+  std::uint16_t needed = 0;
+  std::uint16_t consumed = 0;
+  return reader.ParseHeader(needed, consumed) && Deliver(reader, {writer.Buffer, writer.GetSize(), 0});
+}
+
+void CPluginLink::SendRestore() {
+  CQORPacketWriter writer(kModePlain);
+  writer.AddU16(10002, 30026);
+  writer.AddU32(20128, 0);
+  writer.AddU64(30002, 0);
+  writer.Finish();
+  CQORPacketReader reader(writer.GetData(), writer.GetSize());
+  std::uint16_t needed = 0;
+  std::uint16_t consumed = 0;
+  if (reader.ParseHeader(needed, consumed)) OnMessage(&reader);
+}

@@ -1,0 +1,31 @@
+// The functions that plug-ins look up by name in the terminal's program. They only forward to the running host; without
+// one, or with what it does not know, they do nothing.
+#include <type_traits>
+
+#include "host_link/terminal_functions.h"
+#include "platform/export.h"
+#include "terminal/terminal_host.h"
+
+TRADEBOOK_EXPORT void GetMasterRequest(MasterRequest* request, std::uint32_t /*zero*/, std::uint16_t* requestNumber) {
+  if (RunningHost() != nullptr) RunningHost()->GetMasterRequest(request, requestNumber);
+}
+
+TRADEBOOK_EXPORT void PluginDataSend(CQORPacketWriter* message) {
+  if (RunningHost() != nullptr) RunningHost()->PluginDataSend(message);
+}
+
+// Without windows no focus moves.
+TRADEBOOK_EXPORT void ApplicationFocus(void* /*window*/, std::uint32_t /*closed*/) {}
+
+TRADEBOOK_EXPORT std::uint32_t GetPluginBarID(const char* /*pluginName*/, const char* /*bookName*/) {
+  return RunningHost() == nullptr ? 0 : RunningHost()->GetPluginBarID();
+}
+
+// Ids count up and are not given twice, so there is nothing to keep of one that comes back.
+TRADEBOOK_EXPORT void PluginRemoveBarID(std::uint32_t /*barId*/, const char* /*pluginName*/) {}
+
+static_assert(std::is_same_v<decltype(&GetMasterRequest), GetMasterRequestFunction>);
+static_assert(std::is_same_v<decltype(&PluginDataSend), PluginDataSendFunction>);
+static_assert(std::is_same_v<decltype(&ApplicationFocus), ApplicationFocusFunction>);
+static_assert(std::is_same_v<decltype(&GetPluginBarID), GetPluginBarIDFunction>);
+static_assert(std::is_same_v<decltype(&PluginRemoveBarID), PluginRemoveBarIDFunction>);

@@ -1,0 +1,59 @@
+#include "terminal/terminal_host.h"
+
+#include <string>
+#include <string_view>
+
+#include "foundations/wide_text.h"
+#include "host_link/packet_reader.h"
+
+namespace {
+
+CTerminalHost* Running = nullptr;
+
+std::string NarrowText(const char16_t* text) {
+  return text == nullptr ? std::string() : WideToNarrow(Utf16ToWide(std::u16string_view(text)));
+}
+
+void RegisterBeat(CQORPacketReader& message, CBeat& beat) {
+  std::uint64_t callback = 0;
+  std::uint32_t periodMs = 0;
+  while (message.NextTag()) {
+    if (message.Tag == 30002)
+      message.ReadU64(callback);
+    else if (message.Tag == 60003)  // the one tag of its range whose value is four bytes without a count
+      message.ReadU32(periodMs);
+    else
+      message.SkipValue();
+  }
+  beat.Register(reinterpret_cast<CommandFunction>(callback), std::chrono::milliseconds(periodMs));
+}
+
+}  // namespace
+
+void CTerminalHost::GetMasterRequest(MasterRequest* request, const std::uint16_t* requestNumber) const {
+  if (request == nullptr || requestNumber == nullptr || *requestNumber != MasterRequest::kRequestNumber) return;
+  const Security* security = Securities.Find(NarrowText(request->Texts[MasterRequest::kExchange]),
+                                             NarrowText(request->Texts[MasterRequest::kSecurityID]));
+  if (security != nullptr) request->MasterRecord = reinterpret_cast<std::uintptr_t>(security->MasterRecord.data());
+}
+
+// The writer is open: its length word still holds 0, so it is walked from behind its header up to its cursor.
+void CTerminalHost::PluginDataSend(const CQORPacketWriter* message) {
+  if (message == nullptr || message->Buffer == nullptr) return;
+  CQORPacketReader reader(message->Buffer, message->Cursor);
+  reader.Cursor = message->HeaderSize;
+  if (!reader.NextTag() || reader.Tag != 10002 || !reader.ReadU16(reader.MessageNumber)) return;
+  ++ReceivedCounts[reader.MessageNumber];
+  if (reader.MessageNumber == 32005) RegisterBeat(reader, Beat);
+}
+
+CTerminalHost* RunningHost() noexcept {
+  return Running;
+}
+
+CRunningHostScope::CRunningHostScope(CTerminalHost& host) noexcept {
+  Running = &host;
+}
+CRunningHostScope::~CRunningHostScope() {
+  Running = nullptr;
+}

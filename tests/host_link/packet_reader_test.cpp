@@ -1,0 +1,389 @@
+#include "host_link/packet_reader.h"
+
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+#include <algorithm>
+
+#include "tests/host_link/cipher_key.h"
+#include "tests/host_link/wire_bytes.h"
+
+namespace {
+
+const Bytes kNumber = Hex("23 1227 AF1F");  // 10002 = 8111
+
+Bytes Deflated(const Bytes& body) {
+  Bytes stream(body.size() + 1024);
+  uLongf size = static_cast<uLongf>(stream.size());
+  EXPECT_EQ(compress(stream.data(), &size, body.data(), static_cast<uLong>(body.size())), Z_OK);
+  return Part(stream, 0, size);
+}
+
+// A reader on a copy in a block of exactly the message's size, and what parsing it gave.
+struct Parsed {
+  explicit Parsed(const Bytes& message)
+      : Block(ExactBlock(message)), Reader(Block.get(), static_cast<std::uint16_t>(message.size())) {
+    Reader.MessageNumber = 77;
+    Found = Reader.ParseHeader(Needed, Consumed);
+  }
+  std::size_t Moved() const { return static_cast<std::size_t>(Reader.Data - Block.get()); }
+
+  std::unique_ptr<std::uint8_t[]> Block;
+  CQORPacketReader Reader;
+  std::uint16_t Needed = 0;
+  std::uint16_t Consumed = 0;
+  bool Found;
+};
+
+TEST(PacketReaderTest, ParsesAPlainMessageInPlace) {
+  const Parsed parsed(Framed(kNumber + Hex("23 6500 02")) + Hex("AA"));
+  EXPECT_TRUE(parsed.Found);
+  EXPECT_EQ(parsed.Reader.MessageNumber, 8111);
+  EXPECT_EQ(parsed.Reader.Tag, 10002);
+  EXPECT_EQ(parsed.Reader.Cursor, 15);
+  EXPECT_EQ(parsed.Reader.End, 19);
+  EXPECT_EQ(parsed.Needed, 10);
+  EXPECT_EQ(parsed.Consumed, 19);
+  EXPECT_EQ(parsed.Moved(), 0U);
+  EXPECT_EQ(parsed.Reader.DecodedBuffer, nullptr);
+}
+
+TEST(PacketReaderTest, AWrongByteOfTheHeaderMakesItNone) {
+  for (const std::size_t at : {0, 1, 2, 5, 6, 7}) {
+    SCOPED_TRACE(at);
+    Bytes message = Framed(kNumber);
+    message[at] ^= 1;
+    const Parsed parsed(message);
+    EXPECT_FALSE(parsed.Found);
+    EXPECT_EQ(parsed.Reader.MessageNumber, 77);
+    EXPECT_EQ(parsed.Needed, 10);
+    EXPECT_EQ(parsed.Consumed, 6);
+    EXPECT_EQ(parsed.Moved(), 6U);
+    EXPECT_EQ(parsed.Reader.End, 9);
+  }
+}
+
+TEST(PacketReaderTest, DropsGarbageAheadOfAHeader) {
+  for (const char* garbage : {"AA 00", "23", "23 23 23", "23 0100 0000 23 11", "23 0100 0000 23 1227 0500"}) {
+    SCOPED_TRACE(garbage);
+    const Bytes ahead = Hex(garbage);
+    const Parsed parsed(ahead + Framed(kNumber) + Framed(Hex("23 1227 B01F")));
+    EXPECT_TRUE(parsed.Found);
+    EXPECT_EQ(parsed.Reader.MessageNumber, 8111);
+    EXPECT_EQ(parsed.Moved(), ahead.size());
+    EXPECT_EQ(parsed.Consumed, ahead.size() + 15);
+    EXPECT_EQ(parsed.Reader.End, 15);
+  }
+}
+
+TEST(PacketReaderTest, AnIncompleteMessageSaysWhatItNeeds) {
+  const Bytes message = Framed(kNumber);
+  for (std::size_t size = 0; size < 15; ++size) {
+    SCOPED_TRACE(size);
+    const Parsed parsed(Part(message, 0, size));
+    EXPECT_FALSE(parsed.Found);
+    EXPECT_EQ(parsed.Needed, size < 10 ? 10 : 15);
+    EXPECT_EQ(parsed.Consumed, 0);
+  }
+  const Parsed behindGarbage(Hex("AA 00") + Part(message, 0, 14));
+  EXPECT_FALSE(behindGarbage.Found);
+  EXPECT_EQ(behindGarbage.Needed, 15);
+  EXPECT_EQ(behindGarbage.Consumed, 2);
+}
+
+TEST(PacketReaderTest, TheLargestMessageIsThatOf65535Bytes) {
+  const struct {
+    std::uint16_t LengthWord;
+    bool Found;
+    std::uint16_t Needed;
+    std::uint16_t Consumed;
+  } kRows[] = {{65524, true, 10, 65534}, {65525, true, 10, 65535}, {65526, false, 65535, 0}, {65535, false, 65535, 0}};
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.LengthWord);
+    const Bytes message = Hex("23 0100 0000 23 1127") + Word(row.LengthWord) + kNumber;
+    const Parsed parsed(message + Bytes(65535 - message.size()));
+    EXPECT_EQ(parsed.Found, row.Found);
+    EXPECT_EQ(parsed.Needed, row.Needed);
+    EXPECT_EQ(parsed.Consumed, row.Consumed);
+  }
+}
+
+TEST(PacketReaderTest, RefusesUnknownModes) {
+  for (const std::uint16_t mode : Numbers{3, 99, 101, 256, 65535}) {
+    SCOPED_TRACE(mode);
+    const Parsed parsed(Hex("AA") + Framed(kNumber, mode));
+    EXPECT_FALSE(parsed.Found);
+    EXPECT_EQ(parsed.Consumed, 16);
+    EXPECT_EQ(parsed.Reader.MessageNumber, 77);
+  }
+}
+
+TEST(PacketReaderTest, TheFirstFieldMustBeTheMessageNumber) {
+  const struct {
+    const char* Body;
+    bool Found;
+    std::uint16_t Number;
+  } kRows[] = {
+      {"", false, 77},
+      {"23", false, 77},
+      {"23 12", false, 77},
+      {"23 1327 AF1F", false, 77},
+      {"23 6500 02 23 1227 AF1F", false, 77},
+      {"23 1227", true, 77},
+      {"23 1227 AF", true, 77},
+      {"AA BB 23 1227 AF1F", true, 8111},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.Body);
+    const Bytes message = Framed(Hex(row.Body));
+    const Parsed parsed(message);
+    EXPECT_EQ(parsed.Found, row.Found);
+    EXPECT_EQ(parsed.Reader.MessageNumber, row.Number);
+    EXPECT_EQ(parsed.Consumed, message.size());
+  }
+}
+
+TEST(PacketReaderTest, InflatesABodyOfUpTo65535Bytes) {
+  for (const std::size_t size : {5, 6, 25, 5000, 65534, 65535}) {
+    SCOPED_TRACE(size);
+    const Bytes body = kNumber + Bytes(size - 5);
+    const Bytes message = Framed(Deflated(body), 1);
+    const Parsed parsed(message + Hex("AA"));
+    EXPECT_TRUE(parsed.Found);
+    EXPECT_EQ(parsed.Reader.MessageNumber, 8111);
+    EXPECT_EQ(parsed.Reader.Cursor, 5);
+    EXPECT_EQ(parsed.Consumed, message.size());
+    ASSERT_EQ(parsed.Reader.End, size);
+    EXPECT_EQ(parsed.Reader.DecodedLength, size);
+    ASSERT_EQ(parsed.Reader.Data, parsed.Reader.DecodedBuffer);
+    EXPECT_TRUE(std::equal(body.begin(), body.end(), parsed.Reader.Data));
+  }
+  // One byte more, and a body of 16 megabytes, are not taken.
+  for (const std::size_t size : {65536, 16 * 1024 * 1024}) {
+    const Parsed parsed(Framed(Deflated(kNumber + Bytes(size - 5)), 1));
+    EXPECT_FALSE(parsed.Found);
+    EXPECT_EQ(parsed.Reader.MessageNumber, 77);
+    EXPECT_EQ(parsed.Reader.DecodedLength, 0);
+  }
+}
+
+TEST(PacketReaderTest, ACutOrDamagedStreamIsNoMessage) {
+  const Bytes stream = Deflated(kNumber + Hex("23 6500 02 23 D9D6 0800 'Trade ab'"));
+  for (std::size_t size = 0; size < stream.size(); ++size) {
+    SCOPED_TRACE(size);
+    const Parsed cut(Framed(Part(stream, 0, size), 1));
+    EXPECT_FALSE(cut.Found);
+    EXPECT_GE(cut.Reader.Cursor, 10);
+    Bytes damaged = stream;
+    damaged[size] ^= 0x55;
+    EXPECT_FALSE(Parsed(Framed(damaged, 1)).Found);
+  }
+}
+
+// What does not inflate is searched as it stands from its tenth byte on.
+TEST(PacketReaderTest, APlainBodyUnderModeOneIsSearched) {
+  const Parsed parsed(Framed(Bytes(10) + kNumber, 1));
+  EXPECT_TRUE(parsed.Found);
+  EXPECT_EQ(parsed.Reader.MessageNumber, 8111);
+  EXPECT_FALSE(Parsed(Framed(Bytes(5) + kNumber, 1)).Found);
+}
+
+TEST(PacketReaderTest, DeciphersWithAKeyOnly) {
+  const Bytes body = Hex("C88D 502E A8");  // message 8111 under the key "Key"
+  for (const std::uint16_t mode : Numbers{2, 100}) {
+    SCOPED_TRACE(mode);
+    const Bytes message = Hex("AA BB") + Framed(body, mode);
+    const Parsed without(message);
+    EXPECT_FALSE(without.Found);
+    EXPECT_EQ(without.Consumed, 17);
+    EXPECT_EQ(without.Reader.MessageNumber, 77);
+
+    const CipherKeyForTest key(Hex("'Key'"));
+    const Parsed parsed(message);
+    EXPECT_TRUE(parsed.Found);
+    EXPECT_EQ(parsed.Reader.MessageNumber, 8111);
+    EXPECT_EQ(parsed.Reader.Data, parsed.Reader.DecodedBuffer);
+    EXPECT_EQ(parsed.Reader.Cursor, 15);
+    EXPECT_EQ(parsed.Reader.DecodedLength, 15);
+    EXPECT_EQ(parsed.Consumed, 17);
+    EXPECT_EQ(Bytes(parsed.Block.get(), parsed.Block.get() + 17), message);
+    // What went out plain is deciphered to noise.
+    EXPECT_FALSE(Parsed(Framed(kNumber, mode)).Found);
+  }
+}
+
+TEST(PacketReaderTest, SkipsEveryValueByItsTag) {
+  const struct {
+    std::uint16_t FirstTag;
+    std::uint16_t LastTag;
+    std::uint16_t Width;
+  } kRows[] = {{0, 0, 0},         {1, 10000, 1},     {10001, 20000, 2},  {20001, 30000, 4}, {30001, 35000, 8},
+               {35001, 40000, 4}, {40001, 45000, 8}, {45001, 50000, 16}, {50001, 55000, 8}, {65001, 65535, 0}};
+  for (const auto& row : kRows) {
+    for (const std::uint16_t tag : Numbers{row.FirstTag, row.LastTag}) {
+      SCOPED_TRACE(tag);
+      const auto block = ExactBlock(Bytes(row.Width));
+      CQORPacketReader whole(block.get(), row.Width);
+      whole.Tag = tag;
+      EXPECT_TRUE(whole.SkipValue());
+      EXPECT_EQ(whole.Cursor, row.Width);
+      if (row.Width == 0) continue;
+      CQORPacketReader cut(block.get(), static_cast<std::uint16_t>(row.Width - 1));
+      cut.Tag = tag;
+      EXPECT_FALSE(cut.SkipValue());
+      EXPECT_EQ(cut.Cursor, 0);
+    }
+  }
+}
+
+TEST(PacketReaderTest, SkipsCountedValuesByTheirCount) {
+  const struct {
+    const char* Value;
+    bool Skipped;
+    std::uint16_t Cursor;
+  } kRows[] = {{"0300 'abc'", true, 5}, {"0300 'abcd'", true, 5}, {"0000", true, 2}, {"0300 'ab'", false, 2},
+               {"FFFF 'ab'", false, 2}, {"03", true, 0},          {"", true, 0}};
+  for (const std::uint16_t tag : Numbers{55001, 60003, 65000}) {
+    for (const auto& row : kRows) {
+      SCOPED_TRACE(row.Value);
+      const Bytes value = Hex(row.Value);
+      const auto block = ExactBlock(value);
+      CQORPacketReader reader(block.get(), static_cast<std::uint16_t>(value.size()));
+      reader.Tag = tag;
+      EXPECT_EQ(reader.SkipValue(), row.Skipped);
+      EXPECT_EQ(reader.Cursor, row.Cursor);
+    }
+  }
+}
+
+TEST(PacketReaderTest, ReadsTextUpToTheLimit) {
+  const struct {
+    const char* Value;
+    std::uint16_t Limit;
+    bool Read;
+    std::uint16_t Cursor;
+    const char* Destination;
+  } kRows[] = {
+      {"0300 'abc'", 0, true, 5, "'abc~~~'"},
+      {"0300 'abc'", 5, true, 5, "'abc' 00 '~~'"},
+      {"0300 'abc'", 4, true, 5, "'abc' 00 '~~'"},
+      {"0300 'abc'", 3, true, 5, "'abc~~~'"},
+      {"0300 'abc'", 2, true, 4, "'ab~~~~'"},
+      {"0300 'a' 00 'c'", 5, true, 5, "'a' 00 'c' 00 '~~'"},
+      {"0000", 0, true, 2, "'~~~~~~'"},
+      {"0000", 4, true, 2, "00 '~~~~~'"},
+      {"0400 'abc'", 3, true, 5, "'abc~~~'"},
+      {"0400 'abc'", 4, false, 2, "'~~~~~~'"},
+      {"FFFF 'abc'", 0, false, 2, "'~~~~~~'"},
+      {"03", 4, false, 0, "'~~~~~~'"},
+      {"", 0, false, 0, "'~~~~~~'"},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(std::string(row.Value) + " limit " + std::to_string(row.Limit));
+    const Bytes value = Hex(row.Value);
+    const auto block = ExactBlock(value);
+    CQORPacketReader reader(block.get(), static_cast<std::uint16_t>(value.size()));
+    std::string destination(6, '~');
+    EXPECT_EQ(reader.ReadText(destination.data(), row.Limit), row.Read);
+    EXPECT_EQ(reader.Cursor, row.Cursor);
+    EXPECT_EQ(Bytes(destination.begin(), destination.end()), Hex(row.Destination));
+  }
+}
+
+TEST(PacketReaderTest, AMarkInTheRestOfALongTextIsTakenForAField) {
+  const Bytes body = Hex("0600 'abc#12' 23 6500 02");
+  const auto block = ExactBlock(body);
+  CQORPacketReader reader(block.get(), static_cast<std::uint16_t>(body.size()));
+  char destination[3] = {};
+  EXPECT_TRUE(reader.ReadText(destination, 2));
+  EXPECT_TRUE(reader.NextTag());
+  EXPECT_EQ(reader.Tag, 0x3231);
+}
+
+TEST(PacketReaderTest, FindsTheNextFieldBehindGarbage) {
+  const struct {
+    const char* Data;
+    bool Found;
+    std::uint16_t Tag;
+    std::uint16_t Cursor;
+  } kRows[] = {{"23 6500", true, 101, 3},
+               {"AABB 23 6500 02", true, 101, 5},
+               {"23 23 6500", true, 0x6523, 3},
+               {"AABB", false, 9, 2},
+               {"", false, 9, 0},
+               {"AA 23", false, 9, 2},
+               {"AA 23 65", false, 9, 2}};
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.Data);
+    const Bytes data = Hex(row.Data);
+    const auto block = ExactBlock(data);
+    CQORPacketReader reader(block.get(), static_cast<std::uint16_t>(data.size()));
+    reader.Tag = 9;
+    EXPECT_EQ(reader.NextTag(), row.Found);
+    EXPECT_EQ(reader.Tag, row.Tag);
+    EXPECT_EQ(reader.Cursor, row.Cursor);
+  }
+}
+
+TEST(PacketReaderTest, ACursorPastTheEndReadsNothing) {
+  CQORPacketReader reader(nullptr, 3);
+  reader.Cursor = 4;
+  std::uint8_t value = 0;
+  char text = '~';
+  EXPECT_FALSE(reader.NextTag() || reader.SkipValue() || reader.ReadU8(value) || reader.ReadText(&text, 0));
+  EXPECT_EQ(reader.Cursor, 4);
+}
+
+// One field of every fixed width and a text, and the offsets in the body at which they end.
+const Bytes kFullBody = kNumber + Hex("23 6500 02"
+                                      "23 732B 3412"
+                                      "23 2E4E 04030201"
+                                      "23 3175 0807060504030201"
+                                      "23 429C 0000000000A046C0"
+                                      "23 D9D6 0300 'abc'"
+                                      "23 FFFF");
+constexpr std::size_t kFieldEnds[] = {5, 9, 14, 21, 32, 43, 51, 54};
+
+// Reads the fields behind the number as a decoder does, each into its place; returns how many were whole.
+std::size_t CountWholeFields(CQORPacketReader& reader) {
+  std::uint8_t u8 = 0;
+  std::uint16_t u16 = 0;
+  std::uint32_t u32 = 0;
+  std::uint64_t u64 = 0;
+  double real = 0;
+  char text[5] = {};
+  std::size_t whole = reader.MessageNumber == 8111 ? 1 : 0;
+  while (reader.NextTag()) {
+    if (reader.Tag == 101) whole += reader.ReadU8(u8) && u8 == 2;
+    if (reader.Tag == 11123) whole += reader.ReadU16(u16) && u16 == 0x1234;
+    if (reader.Tag == 20014) whole += reader.ReadU32(u32) && u32 == 0x01020304;
+    if (reader.Tag == 30001) whole += reader.ReadU64(u64) && u64 == 0x0102030405060708;
+    if (reader.Tag == 40002) whole += reader.ReadDouble(real) && real == -45.25;
+    if (reader.Tag == 55001) whole += reader.ReadText(text, 4) && std::string_view(text) == "abc";
+    if (reader.Tag == 65535) whole += reader.SkipValue();
+  }
+  return whole;
+}
+
+TEST(PacketReaderTest, ABodyCutAnywhereLosesTheFieldCutAndNoOther) {
+  ASSERT_EQ(kFullBody.size(), 54U);
+  for (std::size_t size = 0; size <= kFullBody.size(); ++size) {
+    SCOPED_TRACE(size);
+    const auto whole = static_cast<std::size_t>(
+        std::count_if(std::begin(kFieldEnds), std::end(kFieldEnds), [size](std::size_t end) { return end <= size; }));
+    const Bytes body = Part(kFullBody, 0, size);
+    Parsed plain(Framed(body));
+    EXPECT_EQ(plain.Found, size >= 3);
+    EXPECT_EQ(CountWholeFields(plain.Reader), whole);
+    Parsed compressed(Framed(Deflated(body), 1));
+    EXPECT_EQ(compressed.Found, size >= 3);
+    EXPECT_EQ(CountWholeFields(compressed.Reader), whole);
+    // The whole message is announced and its end has not come yet.
+    if (size == kFullBody.size()) continue;
+    const Parsed incomplete(Part(Framed(kFullBody), 0, 10 + size));
+    EXPECT_FALSE(incomplete.Found);
+    EXPECT_EQ(incomplete.Needed, 64);
+  }
+}
+
+}  // namespace

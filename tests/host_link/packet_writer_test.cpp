@@ -1,0 +1,236 @@
+#include "host_link/packet_writer.h"
+
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+#include <random>
+
+#include "tests/host_link/cipher_key.h"
+#include "tests/host_link/failing_new.h"
+#include "tests/host_link/wire_bytes.h"
+
+namespace {
+
+// The body of a message behind its header, as it stands in the writer.
+Bytes BodyOf(const CQORPacketWriter& writer) {
+  return Bytes(writer.Buffer + 10, writer.Buffer + writer.Cursor);
+}
+
+Bytes NoiseBytes(std::size_t size) {
+  std::mt19937 generator(20260105);
+  Bytes noise(size);
+  for (std::uint8_t& byte : noise) byte = static_cast<std::uint8_t>(generator());
+  return noise;
+}
+
+bool AddNoise(CQORPacketWriter& writer, std::uint16_t count) {
+  return writer.AddBytes(55001, NoiseBytes(count).data(), count);
+}
+
+TEST(PacketWriterTest, EveryFieldHasItsBytes) {
+  CQORPacketWriter writer(0);
+  EXPECT_TRUE(writer.AddU16(10002, 8111));
+  EXPECT_TRUE(writer.AddU8(101, 2));
+  EXPECT_TRUE(writer.AddU32(20014, 0x01020304));
+  EXPECT_TRUE(writer.AddU64(30001, 0x0102030405060708));
+  EXPECT_TRUE(writer.AddDouble(40002, -45.25));
+  EXPECT_TRUE(writer.AddBytes(55001, "a\0b", 3));
+  EXPECT_TRUE(writer.AddBytes(55001, nullptr, 0));
+  EXPECT_TRUE(writer.AddStdString(55010, std::string("N\0E", 3)));
+  EXPECT_TRUE(writer.AddStdString(55010, ""));
+  EXPECT_TRUE(writer.AddTerminator());
+  writer.Finish();
+  EXPECT_EQ(BytesOf(writer), Hex("23 0100 0000 23 1127 4500"
+                                 "23 1227 AF1F"
+                                 "23 6500 02"
+                                 "23 2E4E 04030201"
+                                 "23 3175 0807060504030201"
+                                 "23 429C 0000000000A046C0"
+                                 "23 D9D6 0300 'a' 00 'b'"
+                                 "23 D9D6 0000"
+                                 "23 E2D6 0400 'N' 00 'E' 00"
+                                 "23 E2D6 0100 00"
+                                 "23 FFFF"));
+  EXPECT_EQ(writer.OutputBuffer, nullptr);
+}
+
+TEST(PacketWriterTest, TextGoesOutByItsLengthOrItsLimit) {
+  const char kText[] = "ASX\0tail";
+  const struct {
+    const char* Text;
+    std::uint16_t Limit;
+    bool Fixed;
+    const char* Value;
+  } kRows[] = {
+      {kText, 48, false, "0300 'ASX'"},
+      {kText, 4, false, "0300 'ASX'"},
+      {kText, 3, false, "0300 'ASX'"},
+      {kText, 2, false, "0200 'AS'"},
+      {kText, 0, false, "0000"},
+      {"", 8, false, "0000"},
+      {kText, 8, true, "0800 'ASX' 00 'tail'"},
+      {kText, 4, true, "0400 'ASX' 00"},
+      {kText, 2, true, "0200 'AS'"},
+      {kText, 0, true, "0000"},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.Value + std::string(row.Fixed ? " fixed " : " ") + std::to_string(row.Limit));
+    CQORPacketWriter writer(0);
+    EXPECT_TRUE(writer.AddText(55010, row.Text, row.Limit, row.Fixed));
+    EXPECT_EQ(BodyOf(writer), Hex("23 E2D6") + Hex(row.Value));
+  }
+}
+
+// One field with a value of that many bytes behind the header: 15 bytes more are needed.
+TEST(PacketWriterTest, GrowsToTheNextStepStrictlyAboveTheNeed) {
+  const struct {
+    std::uint16_t Count;
+    std::uint32_t Capacity;
+  } kRows[] = {{4081, 4096}, {4082, 8192}, {8176, 8192}, {8177, 12288}, {61424, 61440}};
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.Count);
+    CQORPacketWriter writer(0);
+    EXPECT_TRUE(AddNoise(writer, row.Count));
+    EXPECT_EQ(writer.Capacity, row.Capacity);
+    EXPECT_EQ(writer.Cursor, row.Count + 15);
+    EXPECT_EQ(BodyOf(writer), Hex("23 D9D6") + Word(row.Count) + NoiseBytes(row.Count));
+  }
+  for (const std::uint16_t tooMany : Numbers{61425, 65535}) {
+    CQORPacketWriter writer(0);
+    EXPECT_FALSE(AddNoise(writer, tooMany));
+    EXPECT_EQ(writer.Capacity, 4096U);
+    EXPECT_EQ(writer.Cursor, 10);
+  }
+}
+
+TEST(PacketWriterTest, GrowingKeepsWhatStandsAndZeroesTheRest) {
+  CQORPacketWriter writer(7);
+  EXPECT_TRUE(AddNoise(writer, 4081));
+  EXPECT_TRUE(writer.AddU8(101, 2));
+  EXPECT_EQ(writer.Capacity, 8192U);
+  EXPECT_EQ(Bytes(writer.Buffer, writer.Buffer + 10), Hex("23 0100 0700 23 1127 0000"));
+  EXPECT_EQ(BodyOf(writer), Hex("23 D9D6 F10F") + NoiseBytes(4081) + Hex("23 6500 02"));
+  EXPECT_EQ(Bytes(writer.Buffer + writer.Cursor, writer.Buffer + writer.Capacity), Bytes(8192 - 4100));
+}
+
+TEST(PacketWriterTest, AFieldAcross61440IsRefusedWholeAndShorterOnesStillFit) {
+  CQORPacketWriter writer(0);
+  EXPECT_TRUE(AddNoise(writer, 61415));
+  const Bytes before = BytesOf(writer);
+  EXPECT_EQ(writer.Cursor, 61430);
+  EXPECT_FALSE(writer.AddU64(30001, 1));
+  EXPECT_FALSE(writer.AddDouble(40002, 1));
+  EXPECT_FALSE(writer.AddText(55010, "abcdef", 6, false));
+  EXPECT_FALSE(writer.AddStdString(55010, "abcde"));
+  EXPECT_FALSE(writer.AddStdString(55010, std::string(65535, 'x')));
+  EXPECT_FALSE(writer.AddStdString(55010, std::string(65536 + 2, 'x')));
+  EXPECT_EQ(BytesOf(writer), before);
+  EXPECT_TRUE(writer.AddU32(20014, 1));
+  EXPECT_FALSE(writer.AddU8(101, 1));
+  EXPECT_TRUE(writer.AddTerminator());
+  EXPECT_FALSE(writer.AddTerminator());
+  writer.Finish();
+  EXPECT_EQ(writer.GetSize(), 61440);
+  EXPECT_EQ(Bytes(writer.Buffer + 8, writer.Buffer + 10), Hex("F6EF"));
+  EXPECT_EQ(Bytes(writer.Buffer + 61430, writer.Buffer + 61440), Hex("23 2E4E 01000000 23 FFFF"));
+}
+
+TEST(PacketWriterTest, CompressesTheBodyIntoASecondBlock) {
+  // Noise does not shrink: the second block has to grow, for the largest body as well.
+  for (const std::uint16_t noise : Numbers{0, 1, 5000, 61424}) {
+    SCOPED_TRACE(noise);
+    CQORPacketWriter writer(1);
+    AddNoise(writer, noise);
+    writer.Finish();
+    ASSERT_NE(writer.OutputBuffer, nullptr);
+    EXPECT_EQ(writer.GetData(), writer.OutputBuffer);
+    const Bytes message = BytesOf(writer);
+    ASSERT_GT(message.size(), 10U);
+    EXPECT_EQ(Part(message, 0, 10), Hex("23 0100 0100 23 1127") + Word(message.size() - 10));
+    Bytes body(writer.Cursor);
+    uLongf size = static_cast<uLongf>(body.size());
+    ASSERT_EQ(uncompress(body.data(), &size, message.data() + 10, static_cast<uLong>(message.size() - 10)), Z_OK);
+    EXPECT_EQ(Part(body, 0, size), BodyOf(writer));
+    writer.Finish();
+    EXPECT_EQ(BytesOf(writer), message);
+  }
+}
+
+TEST(PacketWriterTest, AnEmptyBodyIsCompressedToo) {
+  CQORPacketWriter writer(1);
+  writer.Finish();
+  EXPECT_EQ(BytesOf(writer), Hex("23 0100 0100 23 1127 0800 789C 0300 00000001"));
+}
+
+TEST(PacketWriterTest, EnciphersACopyAndOnlyWithAKey) {
+  CQORPacketWriter plain(2);
+  plain.AddU16(10002, 8111);
+  plain.Finish();
+  EXPECT_EQ(plain.GetData(), plain.OutputBuffer);
+  EXPECT_EQ(BytesOf(plain), Hex("23 0100 0200 23 1127 0500 23 1227 AF1F"));
+
+  const CipherKeyForTest key(Hex("'Key'"));
+  CQORPacketWriter enciphered(2);
+  enciphered.AddU16(10002, 8111);
+  enciphered.Finish();
+  enciphered.Finish();
+  EXPECT_EQ(BytesOf(enciphered), Hex("23 0100 0200 23 1127 0500 C88D 502E A8"));
+  EXPECT_EQ(BodyOf(enciphered), Hex("23 1227 AF1F"));
+
+  CQORPacketWriter empty(2);
+  empty.Finish();
+  EXPECT_EQ(empty.OutputBuffer, nullptr);
+  EXPECT_EQ(BytesOf(empty), Hex("23 0100 0200 23 1127 0000"));
+
+  // Mode 100 is enciphered by readers only.
+  CQORPacketWriter other(100);
+  other.AddU16(10002, 8111);
+  other.Finish();
+  EXPECT_EQ(other.OutputBuffer, nullptr);
+  EXPECT_EQ(BytesOf(other), Hex("23 0100 6400 23 1127 0500 23 1227 AF1F"));
+}
+
+TEST(PacketWriterTest, WithoutItsFirstBlockItHasNoHeader) {
+  const FailingNew failing(1);
+  CQORPacketWriter writer(2);
+  EXPECT_EQ(writer.Buffer, nullptr);
+  EXPECT_EQ(writer.Capacity + writer.Cursor + writer.HeaderSize + writer.Mode + writer.LengthFieldOffset, 0U);
+  writer.Finish();
+  EXPECT_EQ(writer.GetSize(), 0);
+  EXPECT_TRUE(writer.AddU8(101, 2));
+  writer.Finish();
+  EXPECT_EQ(writer.Capacity, 4096U);
+  EXPECT_EQ(BytesOf(writer), Hex("23 6500 02"));
+}
+
+TEST(PacketWriterTest, AFieldWithoutMemoryIsRefusedAndTheMessageStays) {
+  CQORPacketWriter writer(0);
+  writer.AddU16(10002, 8111);
+  const FailingNew failing(1);
+  EXPECT_FALSE(AddNoise(writer, 5000));
+  EXPECT_EQ(writer.Capacity, 4096U);
+  EXPECT_EQ(BodyOf(writer), Hex("23 1227 AF1F"));
+  EXPECT_TRUE(AddNoise(writer, 5000));
+}
+
+TEST(PacketWriterTest, SealingWithoutMemory) {
+  for (const std::uint16_t mode : Numbers{1, 2}) {
+    SCOPED_TRACE(mode);
+    CQORPacketWriter writer(mode);
+    writer.AddU16(10002, 8111);
+    const FailingNew failing(1);
+    writer.Finish();
+    EXPECT_EQ(writer.OutputBuffer, nullptr);
+    EXPECT_EQ(BytesOf(writer), Hex("23 0100") + Word(mode) + Hex("23 1127 0500 23 1227 AF1F"));
+  }
+  // The second block is there and cannot grow: the message is empty, and stays so.
+  CQORPacketWriter writer(1);
+  AddNoise(writer, 5000);
+  const FailingNew failing(2);
+  writer.Finish();
+  writer.Finish();
+  EXPECT_NE(writer.OutputBuffer, nullptr);
+  EXPECT_EQ(writer.GetSize(), 0);
+}
+
+}  // namespace

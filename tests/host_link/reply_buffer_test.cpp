@@ -1,0 +1,76 @@
+#include "host_link/reply_buffer.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+#include "tests/host_link/failing_new.h"
+#include "tests/host_link/reply_for_test.h"
+
+namespace {
+
+TEST(ReplyBufferTest, GrowsToExactlyWhatIsNeeded) {
+  ReplyForTest reply(4, true);
+  HostReplyBuffer& buffer = reply.Buffer;
+  buffer.ReadPosition = 3;
+  EXPECT_TRUE(buffer.AppendBytes("abc", 3, true));
+  EXPECT_TRUE(buffer.AppendBytes("d", 1, false));
+  EXPECT_EQ(buffer.Capacity, 4U);
+  EXPECT_TRUE(buffer.AppendBytes("efg", 3, true));
+  EXPECT_EQ(buffer.Capacity, 7U);
+  EXPECT_TRUE(buffer.AppendBytes("h", 1, false));
+  EXPECT_EQ(buffer.Capacity, 8U);
+  EXPECT_EQ(reply.Content(), Hex("'abcdefgh'"));
+  EXPECT_EQ(buffer.ReadPosition, 3U);
+}
+
+TEST(ReplyBufferTest, WhatMayNotGrowTakesWhatFits) {
+  ReplyForTest reply(4, false);
+  EXPECT_TRUE(reply.Buffer.AppendBytes("abc", 3, true));
+  EXPECT_FALSE(reply.Buffer.AppendBytes("de", 2, true));
+  EXPECT_TRUE(reply.Buffer.AppendBytes("d", 1, true));
+  EXPECT_FALSE(reply.Buffer.AppendBytes("e", 1, false));
+  EXPECT_EQ(reply.Content(), Hex("'abcd'"));
+  EXPECT_EQ(reply.Buffer.Capacity, 4U);
+}
+
+TEST(ReplyBufferTest, RefusesNothingAndTooMuch) {
+  ReplyForTest reply(4, true);
+  HostReplyBuffer& buffer = reply.Buffer;
+  EXPECT_FALSE(buffer.AppendBytes(nullptr, 1, true));
+  EXPECT_FALSE(buffer.AppendBytes("a", 0, true));
+  {
+    const FailingNew failing(1);
+    EXPECT_FALSE(buffer.AppendBytes("abcde", 5, true));
+  }
+  EXPECT_EQ(buffer.Used, 0U);
+  EXPECT_EQ(buffer.Capacity, 4U);
+  // Past what 32 bits count nothing may be touched: there is no block of that size behind Data.
+  buffer.Used = buffer.Capacity = 0xFFFFFFFE;
+  EXPECT_FALSE(buffer.AppendBytes("abc", 3, true));
+  EXPECT_EQ(buffer.Used, 0xFFFFFFFE);
+  EXPECT_EQ(buffer.Capacity, 0xFFFFFFFE);
+  buffer.Used = 0;
+}
+
+TEST(ReplyBufferTest, LocksOnlyWhereAsked) {
+  ReplyForTest reply(0, true);
+  EnterLock(reply.Buffer.Lock);
+  std::thread([&] { EXPECT_TRUE(reply.Buffer.AppendBytes("a", 1, false)); }).join();
+  std::atomic<bool> started = false;
+  std::thread waiting([&] {
+    started = true;
+    EXPECT_TRUE(reply.Buffer.AppendBytes("c", 1, true));
+  });
+  // Time for a thread that does not wait to show it; one that waits passes however long this takes.
+  for (int turn = 0; turn < 2000 || !started; ++turn) std::this_thread::yield();
+  EXPECT_TRUE(reply.Buffer.AppendBytes("b", 1, true));
+  LeaveLock(reply.Buffer.Lock);
+  waiting.join();
+  EXPECT_EQ(reply.Content(), Hex("'abc'"));
+  // And it is free again.
+  std::thread([&] { EXPECT_TRUE(reply.Buffer.AppendBytes("d", 1, true)); }).join();
+}
+
+}  // namespace
