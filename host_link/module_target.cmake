@@ -9,6 +9,7 @@ target_link_libraries(tradebook PRIVATE host_link_entry)
 set_target_properties(tradebook PROPERTIES PREFIX "")
 if(NOT WIN32)
   set(TRADEBOOK_EXPORT_LIST ${CMAKE_SOURCE_DIR}/host_link/exports.map)
-  target_link_options(tradebook PRIVATE -Wl,--version-script=${TRADEBOOK_EXPORT_LIST})
+  # Bound to itself: a terminal exports an OnMessage of its own, which must not stand in for the module's.
+  target_link_options(tradebook PRIVATE -Wl,--version-script=${TRADEBOOK_EXPORT_LIST} -Wl,-Bsymbolic)
   set_target_properties(tradebook PROPERTIES LINK_DEPENDS ${TRADEBOOK_EXPORT_LIST})
 endif()

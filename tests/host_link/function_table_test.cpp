@@ -25,13 +25,13 @@ struct SeenRequest {
   std::uint16_t Number;
 };
 
-std::vector<std::string> namesAsked;
+std::string namesAsked;
 std::optional<SeenRequest> seenRequest;
 const std::uint8_t* masterRecord = nullptr;
 std::vector<std::string> seenCalls;
 
 void* RecordName(const char* name) {
-  namesAsked.push_back(name);
+  namesAsked += std::string(name) + ' ';
   return nullptr;
 }
 
@@ -76,11 +76,10 @@ TEST(FunctionTableTest, LooksTheTerminalsFunctionsUpInOrder) {
   namesAsked.clear();
   const CQORDLLComman terminal(RecordName);
   EXPECT_EQ(namesAsked,
-            (std::vector<std::string>{
-                "GetMasterRequest", "SendToAccess", "PluginDataSend", "SendToDataFeed", "SendDepthBroadCastRequest",
-                "SendWatchBroadCastRequest", "SendIndexBroadCastRequest", "GetOrderNo", "GetDepth", "ApplicationFocus",
-                "OnMessage", "IsVELDSLogin", "GetPluginBarID", "SetPluginBarName", "PluginRemoveBarID",
-                "TERBCastRequest", "PasswordVerification", "ModifyOrderQtyCheck", "M2MDisplay"}));
+            "GetMasterRequest SendToAccess PluginDataSend SendToDataFeed SendDepthBroadCastRequest "
+            "SendWatchBroadCastRequest SendIndexBroadCastRequest GetOrderNo GetDepth ApplicationFocus OnMessage "
+            "IsVELDSLogin GetPluginBarID SetPluginBarName PluginRemoveBarID TERBCastRequest PasswordVerification "
+            "ModifyOrderQtyCheck M2MDisplay ");
 }
 
 // The test program exports none of them, so the lookup among its own exports finds nothing either.
