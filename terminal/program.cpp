@@ -81,6 +81,9 @@ class CDayInput {
 };
 
 void RecordDay(const RunFiles& files, const Options& options, CBadLines& badLines, std::ostream& out) {
+  std::error_code error;
+  if (std::filesystem::equivalent(files.Day, files.Record, error))
+    throw TerminalError(ExitCode::CommandLine, "--record would write over the day, " + PathText(files.Day));
   CDayInput input(files, options, badLines);
   CMessageRecord record(files.Record, options.RecordMode.value_or(0));
   std::uint64_t messages = 0;
@@ -94,6 +97,15 @@ void RecordDay(const RunFiles& files, const Options& options, CBadLines& badLine
   out << PathText(files.Record) << ": " << WithThousands(messages) << " messages\n";
 }
 
+// What a plug-in gets ahead of the day: its timer, its saved books, and no trades. Returns the messages sent.
+std::uint64_t SendStart(CPluginLink& plugin) {
+  std::uint64_t sent = 1;
+  sent += plugin.Send(30025) ? 1 : 0;
+  plugin.SendRestore();
+  sent += plugin.Send(30022) ? 1 : 0;
+  return sent;
+}
+
 void PlayDay(const RunFiles& files, const Options& options, CBadLines& badLines, std::ostream& out,
              std::ostream& errors) {
   CDayInput input(files, options, badLines);
@@ -105,10 +117,7 @@ void PlayDay(const RunFiles& files, const Options& options, CBadLines& badLines,
   CPluginLink plugin(files.Plugin);
   DaySummary summary;
   summary.PluginName = plugin.Description().Name;
-  summary.ControlMessages += plugin.Send(30025) ? 1 : 0;
-  plugin.SendRestore();
-  ++summary.ControlMessages;
-  summary.ControlMessages += plugin.Send(30022) ? 1 : 0;
+  summary.ControlMessages = SendStart(plugin);
   CProgress progress(errors, clock);
   const PlayClock::Time start = clock.Now();
   summary.Played = CDayPlayer(plugin, beat, clock, progress, options.Speed).Play(*input.Script);

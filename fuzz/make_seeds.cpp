@@ -1,0 +1,136 @@
+// Writes the first inputs of the fuzz targets: make_fuzz_seeds FOLDER makes FOLDER/<target>/<name>.
+#include <zlib.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <string>
+
+#include "tests/trade_data/cache_player.h"
+#include "tests/trade_data/sample_trade.h"
+#include "tests/trade_data/wire_bytes.h"
+
+namespace {
+
+class SeedFolder {
+ public:
+  SeedFolder(const std::filesystem::path& corpus, const char* target) : Folder(corpus / target) {
+    std::filesystem::create_directories(Folder);
+  }
+  void Add(const std::string& name, const std::string& bytes) {
+    std::ofstream file(Folder / name, std::ios::binary);
+    if (!(file << bytes).flush()) std::cerr << "cannot write " << Folder / name << '\n';
+  }
+
+ private:
+  std::filesystem::path Folder;
+};
+
+std::string Trade(std::uint32_t id, const std::string& execution, const std::string& more = {}) {
+  return WireMessage(8111,
+                     WireU32(20008, id) + WireText(55101, execution) + WireTerminator() + WireU32(20014, id) + more);
+}
+std::string Amend(std::uint32_t id, std::uint32_t newQuantity, std::uint32_t addQuantity,
+                  const std::string& more = {}) {
+  return WireMessage(
+      9112, WireU32(20008, id) + WireU32(20084, 2) + WireU32(20103, newQuantity) + WireU32(20104, addQuantity) + more);
+}
+
+std::string Zipped(const std::string& body, unsigned mode = 1) {
+  uLongf size = compressBound(static_cast<uLong>(body.size()));
+  std::string out(size, '\0');
+  compress(reinterpret_cast<Bytef*>(out.data()), &size, reinterpret_cast<const Bytef*>(body.data()),
+           static_cast<uLong>(body.size()));
+  out.resize(size);
+  return WireU16(1, mode) + WireU16(10001, static_cast<unsigned>(size)) + out;
+}
+
+void MakeReaderSeeds(SeedFolder folder) {
+  const std::string number = WireU16(10002, 8112);
+  const std::string sample = SampleMessageBody();
+  folder.Add("empty", "");
+  folder.Add("header_alone", WireU16(1, 0) + WireU16(10001, 0));
+  folder.Add("number_alone", WireMessage(8112, ""));
+  folder.Add("number_cut", WireU16(1, 0) + WireU16(10001, 4) + number.substr(0, 4));
+  folder.Add("number_missing", WireU16(1, 0) + WireU16(10001, 4) + WireU8(101, 1));
+  folder.Add("incomplete", WireMessage(8112, WireU32(20008, 5)).substr(0, 18));
+  folder.Add("garbage_before", "#\x01" + WireMessage(8112, "") + "behind");
+  folder.Add("two_messages", WireMessage(8112, "") + WireMessage(30022, ""));
+  folder.Add("length_at_most", WireU16(1, 0) + WireU16(10001, 65535) + number);
+  folder.Add("unknown_mode", WireMessage(8112, "", 7));
+  folder.Add("enciphered", WireMessage(8112, "", 2));
+  folder.Add("mode_100", WireMessage(8112, "", 100));
+  folder.Add("sample_trade", WireU16(1, 0) + WireU16(10001, static_cast<unsigned>(sample.size())) + sample);
+  folder.Add("sample_trade_zipped", Zipped(sample));
+  folder.Add("zipped_grows", Zipped(number + WireText(55010, std::string(9000, 'x'))));
+  folder.Add("zipped_too_large", Zipped(number + std::string(70000, '\0')));
+  folder.Add("zipped_broken", Zipped(sample).substr(0, 60) + Zipped(sample).substr(61) + "#");
+  folder.Add("zipped_in_name_only", WireMessage(8112, "0123456789" + number + WireU32(20008, 5), 1));
+  folder.Add("each_width", WireMessage(8112, WireHead(0) + WireU8(1, 1) + WireU16(10001, 1) + WireU32(20001, 1) +
+                                                 WireDouble(30001, 1) + WireU32(35001, 1) + WireDouble(40001, 1) +
+                                                 WireHead(45001) + std::string(16, 'x') + WireDouble(50001, 1) +
+                                                 WireText(55001, "t") + WireHead(65001) + WireTerminator()));
+  folder.Add("count_too_large", WireMessage(8112, WireU16(55001, 900) + "text"));
+}
+
+void MakeDecoderSeeds(SeedFolder folder) {
+  const std::string end = WireTerminator();
+  const std::string sample = SampleMessageBody();
+  const std::string long40(40, 'x');
+  folder.Add("empty", "");
+  folder.Add("sample", sample);
+  folder.Add("sample_cut_in_key", sample.substr(0, 40));
+  folder.Add("sample_cut_in_body", sample.substr(0, 300));
+  folder.Add("no_terminator", WireU32(20008, 5) + WireU8(101, 1));
+  folder.Add("key_alone", WireU16(10002, 8111) + WireU32(20008, 5) + end);
+  folder.Add("unknown_in_key", WireText(56000, WireU32(20008, 5)) + end + WireU8(101, 1));
+  folder.Add("unknown_in_body", end + WireText(56000, WireU8(101, 9)) + WireU32(20001, 0x23000000) + WireU32(20011, 8));
+  folder.Add("long_texts", WireText(55001, long40) + WireText(55100, long40) + end + WireText(55105, long40) +
+                               WireText(55109, long40 + long40));
+  folder.Add("mark_in_cut_part", end + WireText(55102, std::string(20, 'c') + WireU8(101, 9)));
+  folder.Add("short_over_long",
+             end + WireText(55109, long40) + WireText(55109, "ab") + WireText(55010, std::string(3, 0)));
+  folder.Add("dropped", end + WireU32(20007, 0x23232323) + end + WireU32(20084, 0));
+  folder.Add("odd_doubles", end + WireDouble(40002, -0.0) + WireDouble(40004, 1e300) + WireHead(40008) +
+                                "\xFF\xFF\xFF\xFF\xFF\xFF\xF7\xFF");
+  folder.Add("count_too_large", end + WireU16(55102, 900) + WireU8(101, 2));
+}
+
+void MakeSequenceSeeds(SeedFolder folder) {
+  const std::string end = WireMessage(8112, "");
+  const std::string clear = WireMessage(30022, "");
+  const std::string reopen = WireMessage(kReopenDownload, "");
+  const std::string download = Trade(3, "c") + Trade(1, "a") + Trade(2, "b");
+  const auto with = [](char books, const std::string& messages) { return std::string(1, books) + messages; };
+  folder.Add("download", with(0, download));
+  folder.Add("download_and_end", with(1, download + end + Trade(4, "d")));
+  folder.Add("repeats", with(3, download + download + end + download + Trade(9, "a")));
+  folder.Add("known_id", with(15, download + end + Trade(2, "b2", WireU8(101, 2)) + Trade(0x80000000u, "n")));
+  folder.Add("clear", with(15, download + end + clear + download + end));
+  folder.Add("amend_early", with(1, Amend(1, 5, 0) + Amend(1, 0, 5)));
+  folder.Add("amend_product", with(3, download + end + Amend(1, 0, 0)));
+  folder.Add("amend_quantity", with(7, download + end + Amend(2, 9, 0)));
+  folder.Add("amend_unknown_no_book", with(0, end + Trade(1, "a") + Amend(7, 0, 70)));
+  folder.Add("amend_unknown_filtered", with(2, end + Trade(1, "a") + Amend(7, 0, 70)));
+  folder.Add("amend_unknown", with(15, end + Trade(1, "a") + Amend(7, 0, 70) + Amend(8, 0, 80, WireText(55100, "o"))));
+  folder.Add("amend_keeps", with(1, end + Trade(1, "a") + Amend(7, 0, 70, WireText(55001, "user")) +
+                                        Amend(8, 0, 80, WireText(55100, "o") + WireU8(101, 2))));
+  folder.Add("merge_displaces", with(9, end + Trade(5, "e") + Trade(9, "i") + reopen + Trade(7, "g") + end));
+  folder.Add("merge_displaces_all", with(1, download + end + reopen + Trade(0, "z") + end + Trade(4, "d")));
+  folder.Add("other_id", with(5, end + Trade(5, "e") + Amend(5, 6, 0) + reopen + Amend(8, 0, 80, WireText(55100, "o")) +
+                                     end + Amend(8, 81, 0)));
+  folder.Add("zipped", with(1, Zipped(SampleMessageBody()) + end + "garbage" + WireMessage(9101, "")));
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  if (count != 2) {
+    std::cerr << "usage: make_fuzz_seeds FOLDER\n";
+    return 2;
+  }
+  MakeReaderSeeds({arguments[1], "packet_reader_fuzz"});
+  MakeDecoderSeeds({arguments[1], "trade_decoder_fuzz"});
+  MakeSequenceSeeds({arguments[1], "message_sequence_fuzz"});
+  return 0;
+}

@@ -1,0 +1,113 @@
+#include <zlib.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "fuzz/fuzz_functions.h"
+#include "host_link/cipher.h"
+#include "host_link/packet_reader.h"
+#include "tests/trade_data/wire_bytes.h"
+
+namespace {
+
+constexpr std::size_t kLargestInput = 65535;
+constexpr std::uint8_t kKeyBytes[] = {'k', 'e', 'y', 7};
+constexpr CipherKey kKey{kKeyBytes, sizeof kKeyBytes};
+
+// What came of one message: the fields as tag and place behind the number, and the bytes behind the number.
+struct Reading {
+  bool Accepted = false;
+  std::uint16_t Number = 0, Needed = 0, Consumed = 0;
+  std::vector<unsigned> Fields;
+  std::string Rest;
+
+  bool SameMessage(const Reading& other) const {
+    return Accepted == other.Accepted && Number == other.Number && Fields == other.Fields && Rest == other.Rest;
+  }
+};
+
+void RequireInside(const CQORPacketReader& reader, const ExactBytes& bytes) {
+  RequireProperty(reader.Cursor <= reader.End, "the cursor stays before the end");
+  const std::uint8_t* start = reader.Data;
+  const bool inInput = start >= bytes.Data() && start + reader.End <= bytes.Data() + bytes.Size();
+  const bool inDecoded = start == reader.DecodedBuffer && reader.End <= reader.DecodedLength;
+  RequireProperty(inInput || inDecoded, "the readable bytes lie in the input or in the decoded form");
+}
+
+Reading Read(std::string_view input) {
+  const ExactBytes bytes(input);
+  CQORPacketReader reader(bytes.Data(), bytes.Size());
+  Reading reading;
+  reading.Accepted = reader.ParseHeader(reading.Needed, reading.Consumed);
+  RequireProperty(reading.Consumed <= input.size(), "no more is consumed than was given");
+  RequireProperty(reading.Needed >= 10, "a message takes its header at least");
+  if (!reading.Accepted) {
+    const std::size_t left = input.size() - reading.Consumed;
+    RequireProperty(reading.Needed == 10 || reading.Needed > left, "an incomplete message needs more than there is");
+    return reading;
+  }
+  RequireInside(reader, bytes);
+  reading.Number = reader.MessageNumber;
+  const unsigned start = reader.Cursor;
+  reading.Rest.assign(reinterpret_cast<const char*>(reader.Data) + start, reader.End - start);
+  for (unsigned before = start; reader.NextTag(); before = reader.Cursor) {
+    RequireProperty(reader.Cursor >= before + 3u, "a field takes its mark and tag");
+    reading.Fields.push_back(reader.Tag);
+    reading.Fields.push_back(reader.Cursor - start);
+    reading.Fields.push_back(reader.SkipValue());
+    RequireInside(reader, bytes);
+  }
+  RequireInside(reader, bytes);
+  return reading;
+}
+
+std::string Compressed(const std::string& text) {
+  uLongf size = compressBound(static_cast<uLong>(text.size()));
+  std::string out(size, '\0');
+  compress(reinterpret_cast<Bytef*>(out.data()), &size, reinterpret_cast<const Bytef*>(text.data()),
+           static_cast<uLong>(text.size()));
+  out.resize(size);
+  return out;
+}
+
+std::string Enciphered(std::string text) {
+  ApplyCipher(kKey, reinterpret_cast<std::uint8_t*>(text.data()), static_cast<std::uint32_t>(text.size()));
+  return text;
+}
+
+std::string WithHeader(unsigned mode, const std::string& body) {
+  return WireU16(1, mode) + WireU16(10001, static_cast<unsigned>(body.size())) + body;
+}
+
+void RequireSame(const Reading& reading, const std::string& message, const char* property) {
+  if (message.size() <= kLargestInput) RequireProperty(reading.SameMessage(Read(message)), property);
+}
+
+void CheckForms(std::string_view input) {
+  const Reading reading = Read(input);
+  if (!reading.Accepted) return;
+  const std::string message(input.substr(0, reading.Consumed));
+  RequireSame(reading, message, "bytes behind a message do not matter");
+  RequireSame(reading, message + "#\x01", "bytes put behind a message do not matter");
+  RequireSame(reading, "\x01\x02" + message, "bytes put before a message do not matter");
+  const std::string body = WireU16(10002, reading.Number) + reading.Rest;
+  RequireSame(reading, WithHeader(0, body), "the plain form reads the same");
+  if (const std::string small = Compressed(body); small.size() < kLargestInput - 10)
+    RequireSame(reading, WithHeader(1, small), "the compressed form reads the same");
+  if (CipherKeyHolder != nullptr) {
+    RequireSame(reading, WithHeader(2, Enciphered(body)), "the enciphered form reads the same");
+    RequireSame(reading, WithHeader(100, Enciphered(body)), "so it does as mode 100");
+  }
+}
+
+}  // namespace
+
+int FuzzPacketReader(const std::uint8_t* data, std::size_t size) {
+  const std::string_view input(reinterpret_cast<const char*>(data), size < kLargestInput ? size : kLargestInput);
+  CheckForms(input);
+  CipherKeyHolder = &kKey;
+  CheckForms(input);
+  CipherKeyHolder = nullptr;
+  return 0;
+}

@@ -1,0 +1,59 @@
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "fuzz/fuzz_functions.h"
+#include "tests/trade_data/slow_trade_cache.h"
+#include "tests/trade_data/wire_bytes.h"
+#include "trade_data/trade_fields.h"
+#include "trade_data/trade_impl.h"
+
+namespace {
+
+TradeRecord Decode(std::string_view body) {
+  const ExactBytes bytes(body);
+  CQORPacketReader reader(bytes.Data(), bytes.Size());
+  CQORTradeImpl decoder;
+  TradeRecord record{};
+  decoder.DecodeMessage(reader, record);
+  return record;
+}
+
+TradeRecord EncodeAndDecode(const TradeRecord& record, bool fixed) {
+  CQORPacketWriter writer(0);
+  CQORTradeImpl().EncodeRecord(writer, record, fixed, 8111, false);
+  return Decode({reinterpret_cast<const char*>(writer.GetData()) + 10, writer.GetSize() - 10u});
+}
+
+template <typename Act>
+void EachText(TradeRecord& record, Act act) {
+  const auto run = [&](const auto& fields) {
+    for (const WireField& field : fields)
+      if (field.Kind == Field::Text) act(reinterpret_cast<char*>(&record) + field.Offset, field.Limit + 1u);
+  };
+  run(kTradeKeyFields);
+  run(kTradeBodyFields);
+}
+
+}  // namespace
+
+int FuzzTradeDecoder(const std::uint8_t* data, std::size_t size) {
+  const std::string_view body(reinterpret_cast<const char*>(data), std::min<std::size_t>(size, 65535));
+  TradeRecord record = Decode(body);
+  EachText(record, [](const char* text, std::size_t room) {
+    RequireProperty(std::find(text, text + room, '\0') != text + room, "every text ends with a NUL");
+  });
+  RequireProperty(record.ProductType != 0, "a product type is never 0");
+  RequireProperty(record.Reserved == 0 && record.MasterRecord == nullptr, "what no tag names stays zero");
+  RequireProperty(BytesOfRecord(record) == BytesOfRecord(SlowDecodeTrade(body)), "the slow decoder agrees");
+
+  record.Value20083 = 0;  // the one field that is read and never written
+  RequireProperty(BytesOfRecord(EncodeAndDecode(record, true)) == BytesOfRecord(record), "the fixed form keeps all");
+  // The short form keeps no text behind its NUL, and not the security's name.
+  EachText(record,
+           [](char* text, std::size_t room) { std::fill(std::find(text, text + room, '\0'), text + room, '\0'); });
+  std::fill(std::begin(record.Text55107), std::end(record.Text55107), '\0');
+  RequireProperty(BytesOfRecord(EncodeAndDecode(record, false)) == BytesOfRecord(record),
+                  "the short form keeps its part");
+  return 0;
+}

@@ -1,0 +1,131 @@
+#include "terminal/csv_file.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <sstream>
+
+#include "terminal/csv_line.h"
+#include "terminal/securities.h"
+#include "terminal/terminal_error.h"
+#include "terminal/trade_day.h"
+#include "tests/terminal/test_files.h"
+
+namespace {
+
+using Fields = std::vector<std::string>;
+
+TEST(CsvLine, SplitsAtCommasOutsideQuotes) {
+  const struct {
+    const char* Line;
+    Fields Expected;
+  } cases[] = {
+      {"", {""}},
+      {"a", {"a"}},
+      {"a,b,,c,", {"a", "b", "", "c", ""}},
+      {" a , b", {" a ", " b"}},
+      {R"("a,b",c)", {"a,b", "c"}},
+      {R"("say ""no""","")", {R"(say "no")", ""}},
+      {R"(a"b,c)", {R"(a"b)", "c"}},
+  };
+  Fields fields = {"left", "from", "the", "line", "before"};
+  std::string reason;
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.Line);
+    const std::size_t count = SplitCsvLine(row.Line, fields, reason);
+    ASSERT_EQ(count, row.Expected.size());
+    EXPECT_EQ(Fields(fields.begin(), fields.begin() + static_cast<std::ptrdiff_t>(count)), row.Expected);
+  }
+  EXPECT_EQ(SplitCsvLine(R"(a,"b,c)", fields, reason), 0U);
+  EXPECT_EQ(reason, "field 2 has no closing quote");
+  EXPECT_EQ(SplitCsvLine(R"("a"b,c)", fields, reason), 0U);
+  EXPECT_EQ(reason, "field 1 has text behind its closing quote");
+}
+
+// The trade numbers of the lines taken, and the reports with the file's name cut off.
+std::pair<std::string, std::string> ReadDay(const std::string& bytes) {
+  const auto file = WriteTestFile("day.csv", bytes);
+  std::ostringstream reports;
+  CBadLines badLines(reports);
+  CTradeDay day(file, badLines);
+  std::string taken;
+  for (DayTrade trade; day.Next(trade);) taken += trade.ExchangeTradeID + " ";
+  return {taken, Without(reports.str(), PathText(file) + ":")};
+}
+
+TEST(TradeDay, ReportsEachBadLineAndGoesOn) {
+  const std::string good = TradeLine("20131007-00:00:01", "7");
+  const struct {
+    const char* Reason;
+    std::string Line;
+  } cases[] = {
+      {"13 fields where 14 are expected", "20131007-00:00:01,ARCA,IBM,IBM,EQ,,XX,0,Sell,25,182.5,1,1100\n"},
+      {"15 fields where 14 are expected", TradeLine("20131007-00:00:01", "1,")},
+      {"exchange_trade_time \"20131007-24:00:00\" is not a time such as 20131007-12:00:00",
+       TradeLine("20131007-24:00:00", "1")},
+      {"exchange_trade_id \"\" is not filled", TradeLine("20131007-00:00:01", "")},
+      {"exchange_trade_id \"123456789012345678901234567890123\" is not a shorter text",
+       TradeLine("20131007-00:00:01", "123456789012345678901234567890123")},
+      {"exchange_trade_id \"1\t\" is not a text without control characters", TradeLine("20131007-00:00:01", "1\t")},
+      {"side \"sell\" is not Buy or Sell", "20131007-00:00:01,A,B,C,D,,XX,0,sell,25,182.5,1,1,1\n"},
+      {"quantity \"-1\" is not a whole number from 0 to 4294967295", "20131007-00:00:01,A,B,C,D,,,0,Buy,-1,1,1,1,1\n"},
+      {"quantity \"4294967296\" is not a whole number from 0 to 4294967295",
+       "20131007-00:00:01,A,B,C,D,,,0,Buy,4294967296,1,1,1,1\n"},
+      {"price \"1.5x\" is not a number", "20131007-00:00:01,A,B,C,D,,,0,Buy,1,1.5x,1,1,1\n"},
+      {"multiplier \"inf\" is not a number", "20131007-00:00:01,A,B,C,D,,,0,Buy,1,1,inf,1,1\n"},
+      {"field 14 has no closing quote", TradeLine("20131007-00:00:01", "\"1")},
+      {"the line is longer than 65536 bytes", std::string(65537, 'x') + "\n"},
+      {"the line is longer than 65536 bytes", std::string(3 << 20, 'x') + "\n"},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.Reason);
+    const auto [taken, reports] = ReadDay(kTradeHeader + good + row.Line + good);
+    EXPECT_EQ(taken, "7 7 ");
+    EXPECT_EQ(reports, std::string("3: ") + row.Reason + "\n");
+  }
+}
+
+TEST(TradeDay, TakesEveryLineEnd) {
+  const std::string line = "20131007-00:00:01,ARCA,IBM,IBM,EQ,,XX,0,Sell,25,182.5,1,1100,";
+  const std::string header = std::string(kTradeHeader).substr(0, std::strlen(kTradeHeader) - 1);
+  const std::string bytes = "\xEF\xBB\xBF" + header + "\r\n" + line + "1\r\n\n\r\n" + line + "2\n" + line + "3";
+  EXPECT_EQ(ReadDay(bytes), std::pair(std::string("1 2 3 "), std::string()));
+  EXPECT_EQ(CountTradeLines(TestFolder() / "day.csv"), 3U);
+  // The blocks of a megabyte cut lines anywhere.
+  std::string many = kTradeHeader;
+  for (int i = 0; i < 30000; ++i) many += TradeLine("20131007-00:00:01", "9");
+  EXPECT_EQ(ReadDay(many).first.size(), 60000U);
+  EXPECT_EQ(CountTradeLines(TestFolder() / "day.csv"), 30000U);
+}
+
+TEST(TradeDay, RefusesAnotherHeader) {
+  std::ostringstream reports;
+  CBadLines badLines(reports);
+  for (const std::string& header :
+       {std::string(), std::string("exchange_trade_time,exchange\n"), std::string(kSecurityHeader)}) {
+    const auto file = WriteTestFile("day.csv", header);
+    EXPECT_THROW(CTradeDay(file, badLines), TerminalError) << header;
+  }
+  EXPECT_THROW(CTradeDay(TestFolder() / "missing.csv", badLines), TerminalError);
+  EXPECT_THROW(CTradeDay(TestFolder(), badLines), TerminalError);
+}
+
+TEST(Securities, KeepsMasterRecordsAndTheFirstOfTwo) {
+  std::ostringstream reports;
+  CBadLines badLines(reports);
+  const std::string name(48, 'N');
+  const auto file = WriteTestFile("securities.csv", kSecurityHeader + std::string("COMEX,GC,GC,") + name +
+                                                        ",FUT,201312,XX,0,100\nCOMEX,GC,GC,OTHER,FUT,,XX,0,1\n");
+  const CSecurities securities(file, badLines);
+  EXPECT_EQ(reports.str(), PathText(file) + ":3: GC of COMEX is listed already\n");
+  const Security* gold = securities.Find("COMEX", "GC");
+  ASSERT_NE(gold, nullptr);
+  EXPECT_EQ(std::string(reinterpret_cast<const char*>(gold->MasterRecord.data()) + 266), name);
+  EXPECT_EQ(gold->MasterRecord.size(), 443U);
+  EXPECT_EQ(gold->MasterRecord[441], 0x59);  // 100.0 is 0x4059000000000000
+  EXPECT_EQ(gold->MasterRecord[442], 0x40);
+  EXPECT_EQ(securities.Find("COMEX", "gc"), nullptr);
+  EXPECT_EQ(securities.Find("COM", "EXGC"), nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,132 @@
+// Runs of the built terminal program against plug-ins that write down what they are told.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "terminal/terminal_error.h"
+#include "tests/terminal/test_files.h"
+
+namespace {
+
+constexpr bool kWindows = std::filesystem::path::preferred_separator == '\\';
+
+std::string Quoted(const std::filesystem::path& path) {
+  std::filesystem::path preferred = path;
+  return "\"" + PathText(preferred.make_preferred()) + "\"";
+}
+
+std::filesystem::path TestModule(const char* name) {
+  return ProgramFolder() / (std::string(name) + ModuleSuffix());
+}
+
+struct RunResult {
+  int Code;
+  std::string Out;
+  std::string Errors;
+};
+
+RunResult RunProgram(const std::string& arguments) {
+  const auto program = ProgramFolder() / ".." / "bin" / (kWindows ? "terminal.exe" : "terminal");
+  const auto out = TestFolder() / "out.txt";
+  const auto errors = TestFolder() / "errors.txt";
+  std::string command = Quoted(program) + " " + arguments + " > " + Quoted(out) + " 2> " + Quoted(errors);
+  if (kWindows) command = "\"" + command + "\"";  // the shell takes one pair of quotes off
+  const int status = std::system(command.c_str());
+  return {kWindows ? status : status >> 8, ReadTestFile(out), ReadTestFile(errors)};
+}
+
+std::string WriteDay() {
+  WriteTestFile("securities.csv", std::string(kSecurityHeader) + "ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,2.5\n");
+  WriteTestFile("desk.csv", std::string(kDeskHeader) + kDeskLine);
+  return Quoted(WriteTestFile("day.csv", kTradeHeader + TradeLine("20131007-00:00:01", "1") +
+                                             TradeLine("20131007-00:00:02", "2") + TradeLine("20131007-00:00:03", "3") +
+                                             TradeLine("20131007-00:00:04", "4")));
+}
+
+std::string PluginArguments(const char* plugin) {
+  return " --headless --plugin " + Quoted(TestModule(plugin)) + " --work " + Quoted(TestFolder() / "work");
+}
+
+TEST(Program, PlaysADayToAPlugin) {
+  const RunResult run =
+      RunProgram("--day " + WriteDay() + PluginArguments("fake_plugin") + " --live-from 2 --speed 20");
+  EXPECT_EQ(run.Code, 0);
+  EXPECT_EQ(run.Errors, "");
+  std::string log = ReadTestFile(TestFolder() / "work" / "fake_plugin.log");
+  // Beats come between messages, at the latest in the twentieth of a second between the two live trades.
+  const std::size_t lastTrade = log.find("routed 9101 4");
+  EXPECT_LT(log.find("refresh"), lastTrade);
+  log = Without(log, "refresh\n");
+  EXPECT_EQ(log,
+            "raw 30025\nexported 30026\nraw 30022\nrouted 8111 1\nrouted 8111 2\nrouted 8112\n"
+            "master BIG BLUE 2.5\nbars 1\nrouted 9101 3\nrouted 9101 4\nraw 30021\n");
+  EXPECT_TRUE(std::filesystem::exists(TestFolder() / "work" / "TradeHeaderFile.txt"));
+  const std::string summary = Without(run.Out, "\r");
+  for (const char* line :
+       {"Plug-in             Fake\n", "Messages sent       9\n", "Messages received   32005: 1, 32022: 1\n",
+        "Trades played       4 (download 2, live 2)\n", "Bad lines           0\n"})
+    EXPECT_NE(summary.find(line), std::string::npos) << line << summary;
+  EXPECT_EQ(summary.find("not asked"), std::string::npos);
+}
+
+TEST(Program, DoesNotDeliverWhatThePluginDidNotAskFor) {
+  const auto day = WriteTestFile("day.bin", WireMessage(8111) + "junk" + WireMessage(9112) + WireMessage(30022));
+  const RunResult run = RunProgram("--day " + Quoted(day) + PluginArguments("fake_plugin"));
+  EXPECT_EQ(run.Code, 1);
+  EXPECT_NE(run.Errors.find(": byte 15: 4 bytes that belong to no message"), std::string::npos) << run.Errors;
+  const std::string log = Without(ReadTestFile(TestFolder() / "work" / "fake_plugin.log"), "refresh\n");
+  EXPECT_EQ(log.substr(0, log.find("master")),
+            "raw 30025\nexported 30026\nraw 30022\nrouted 8111 \nraw 30022\nrouted 8112\n");
+  EXPECT_NE(run.Out.find("Messages not asked  1"), std::string::npos) << run.Out;
+}
+
+TEST(Program, TellsEachFailureByItsCode) {
+  const std::string day = WriteDay();
+  const std::string badDay = Quoted(WriteTestFile("bad.csv", kTradeHeader + std::string("x\n")));
+  const std::string text = Quoted(WriteTestFile("text.so", "no module"));
+  const std::string work = " --work " + Quoted(TestFolder() / "work");
+  const struct {
+    std::string Arguments;
+    int Code;
+    const char* Errors;
+  } cases[] = {
+      {"--help", 0, ""},
+      {"--version", 0, ""},
+      {"--day " + badDay + PluginArguments("fake_plugin"), 1, "bad.csv:2: 1 fields where 14 are expected"},
+      {"", 2, "terminal: this version has no windows yet: start it with --headless"},
+      {"--nothing", 2, "terminal: there is no option --nothing"},
+      {"--record " + day + " --day " + day, 2, "--record would write over the day"},
+      {"--headless --day missing.csv" + work, 3, "missing.csv: cannot be opened: "},
+      {"--day " + day + " --securities " + day + PluginArguments("fake_plugin"), 3, "day.csv:1: the header must be "},
+      {"--day " + day + " --record " + Quoted(TestFolder() / "no" / "x"), 3, "cannot be written: "},
+      {"--headless --plugin " + text + work, 4, "the plug-in cannot be loaded: "},
+      {"--day " + day + PluginArguments("lacking_plugin"), 4, "the plug-in lacks the entry point OnPluginMessage"},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.Arguments);
+    const RunResult run = RunProgram(row.Arguments);
+    EXPECT_EQ(run.Code, row.Code);
+    EXPECT_NE(run.Errors.find(row.Errors), std::string::npos) << run.Errors;
+    EXPECT_EQ(run.Errors.empty(), *row.Errors == '\0') << run.Errors;
+  }
+  EXPECT_EQ(RunProgram("--version").Out.substr(0, 14), "terminal 0.1.0");
+}
+
+TEST(Program, RecordsTheSampleDayAlikeInBothModes) {
+  const auto record = [](const std::string& arguments, const std::filesystem::path& file) {
+    const RunResult run = RunProgram(arguments + " --record " + Quoted(file));
+    EXPECT_EQ(run.Code, 0) << run.Errors;
+    return ReadTestFile(file);
+  };
+  const auto compressedFile = TestFolder() / "compressed.bin";
+  const std::string plain = record("", TestFolder() / "plain.bin");
+  const std::string compressed = record("--record-mode 1", compressedFile);
+  EXPECT_LT(compressed.size(), plain.size());
+  EXPECT_TRUE(record("--day " + Quoted(compressedFile), TestFolder() / "again.bin") == plain);
+  // 13,612 trades, the first half of them download.
+  std::size_t downloads = 0;
+  for (std::size_t at = 0; (at = plain.find("#\x12\x27\xAF\x1F", at)) != std::string::npos; ++at) ++downloads;
+  EXPECT_EQ(downloads, 6806U);
+}
+
+}  // namespace

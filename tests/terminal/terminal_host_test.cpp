@@ -1,0 +1,143 @@
+#include "terminal/terminal_host.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <sstream>
+#include <vector>
+
+#include "terminal/plugin_description.h"
+#include "tests/terminal/test_files.h"
+
+namespace {
+
+class CStillClock : public PlayClock {
+ public:
+  Time Now() override { return Current; }
+  void SleepUntil(Time time) override { Current = time; }
+  Time Current;
+};
+
+int RefreshCount = 0;
+void CountRefresh() {
+  ++RefreshCount;
+}
+
+class TerminalHost : public testing::Test {
+ protected:
+  std::ostringstream Reports;
+  CBadLines BadLines{Reports};
+  CSecurities Securities{
+      WriteTestFile("securities.csv", std::string(kSecurityHeader) + "ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,1\n"), BadLines};
+  CStillClock Clock;
+  CBeat Beat{Clock};
+  CTerminalHost Host{Securities, Beat};
+};
+
+// The period has no byte count, and the field behind it is still found. 250 is read where a count would be.
+TEST_F(TerminalHost, RegistersTheRefreshOfAnOpenWriter) {
+  CQORPacketWriter message(0);
+  message.AddU16(10002, 32005);
+  constexpr std::uint8_t kPeriod[] = {0x23, 0x63, 0xEA, 0xFA, 0x00, 0x00, 0x00};
+  message.AddBytes(1, kPeriod, sizeof kPeriod);  // the head of this field is then written over
+  std::memmove(message.Buffer + 15, kPeriod, sizeof kPeriod);
+  message.Cursor = 22;
+  message.AddU64(30002, reinterpret_cast<std::uint64_t>(&CountRefresh));
+  Host.PluginDataSend(&message);
+  RefreshCount = 0;
+  Clock.Current += std::chrono::milliseconds(249);
+  Beat.CallIfDue();
+  EXPECT_EQ(RefreshCount, 0);
+  Clock.Current += std::chrono::milliseconds(1);
+  Beat.CallIfDue();
+  EXPECT_EQ(RefreshCount, 1);
+}
+
+TEST_F(TerminalHost, CountsWhatItDoesNotAnswer) {
+  constexpr std::uint16_t kNumbers[] = {32003, 32004, 32022, 32022};
+  for (const std::uint16_t number : kNumbers) {
+    CQORPacketWriter message(0);
+    message.AddU16(10002, number);
+    Host.PluginDataSend(&message);
+  }
+  CQORPacketWriter empty(0);
+  Host.PluginDataSend(&empty);
+  Host.PluginDataSend(nullptr);
+  EXPECT_EQ(Host.Received(), (std::map<std::uint16_t, std::uint64_t>{{32003, 1}, {32004, 1}, {32022, 2}}));
+}
+
+TEST_F(TerminalHost, AnswersOnlyRequestThirtyForAKnownSecurity) {
+  const struct {
+    const char16_t* Exchange;
+    const char16_t* SecurityID;
+    std::uint16_t Number;
+    bool Found;
+  } cases[] = {{u"ARCA", u"IBM", 30, true},   {u"ARCA", u"IBM", 31, false}, {u"ARCA", u"ibm", 30, false},
+               {u"ARCA", u"IBM ", 30, false}, {u"", u"", 30, false},        {u"IBM", u"ARCA", 30, false}};
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.Number);
+    MasterRequest request;
+    request.Texts[0] = row.Exchange;
+    request.Texts[7] = row.SecurityID;
+    Host.GetMasterRequest(&request, &row.Number);
+    ASSERT_EQ(request.MasterRecord != 0, row.Found);
+    if (!row.Found) continue;
+    EXPECT_STREQ(reinterpret_cast<const char*>(request.MasterRecord) + 266, "BIG BLUE");
+  }
+}
+
+TEST(PluginDescription, ReadsTheFourMessages) {
+  CQORPacketWriter identity(0);
+  identity.AddU16(10002, 30004);
+  identity.AddU32(20005, 0x23232323);  // marks in a value that is skipped
+  identity.AddText(55020, "Trade Book", 64, false);
+  identity.AddText(55017, "(c)", 64, false);
+  identity.AddText(55112, "VELD Trade DLL.", 64, false);
+  CQORPacketWriter menu(0);
+  menu.AddU16(10002, 30005);
+  char16_t title[64] = u"Trades";
+  title[7] = u'#';  // behind the terminator: no part of the text
+  menu.AddBytes(55192, title, sizeof title);
+  menu.AddU64(30001, 0x0123456789ABCDEF);
+  const char16_t entry[64] = u"Trade Book";
+  menu.AddBytes(55353, entry, sizeof entry);
+  menu.AddU8(126, 0x77);
+  menu.AddTerminator();
+  CQORPacketWriter toOnMessage(1);  // a compressed one reads the same
+  toOnMessage.AddU16(10002, 30006);
+  toOnMessage.AddU64(30001, 17);
+  toOnMessage.AddU16(11122, 9101);
+  toOnMessage.AddU16(11122, 9112);
+  toOnMessage.AddTerminator();
+  toOnMessage.AddU16(11120, 8110);
+  toOnMessage.AddU16(11121, 8112);
+  CQORPacketWriter toOnPluginMessage(0);
+  toOnPluginMessage.AddU16(10002, 30007);
+  toOnPluginMessage.AddU64(30001, 18);
+  toOnPluginMessage.AddU16(11122, 30025);
+  std::vector<std::uint8_t> reply;
+  for (CQORPacketWriter* message : {&identity, &menu, &toOnMessage, &toOnPluginMessage}) {
+    message->Finish();
+    reply.insert(reply.end(), message->GetData(), message->GetData() + message->GetSize());
+  }
+  const PluginDescription told = ReadPluginDescription(reply);
+  EXPECT_EQ(told.Name, "Trade Book");
+  EXPECT_EQ(told.Copyright, "(c)");
+  EXPECT_EQ(told.Maker, "VELD Trade DLL.");
+  EXPECT_EQ(told.MenuTitle, u"Trades");
+  EXPECT_EQ(told.MenuEntry, u"Trade Book");
+  EXPECT_EQ(told.MenuCommand, 0x0123456789ABCDEFU);
+  EXPECT_EQ(told.MenuKey, 0x77);
+  EXPECT_EQ(told.ToOnMessage.Address, 17U);
+  EXPECT_EQ(told.ToOnMessage.Numbers, (std::set<std::uint16_t>{9101, 9112}));
+  EXPECT_EQ(told.DownloadRequest, 8110);
+  EXPECT_EQ(told.DownloadEnd, 8112);
+  EXPECT_EQ(told.ToOnPluginMessage.Address, 18U);
+  EXPECT_EQ(told.ToOnPluginMessage.Numbers, (std::set<std::uint16_t>{30025}));
+  for (std::size_t length = 0; length < reply.size(); ++length) {  // a reply cut anywhere is read to its end
+    const std::vector<std::uint8_t> cut(reply.begin(), reply.begin() + static_cast<std::ptrdiff_t>(length));
+    EXPECT_TRUE(ReadPluginDescription(cut).ToOnPluginMessage.Numbers.empty());
+  }
+}
+
+}  // namespace

@@ -1,0 +1,68 @@
+// Files of the terminal's tests: a folder of its own for each test, empty at its begin, beside the test program.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "platform/module.h"
+
+inline std::filesystem::path TestFolder() {
+  const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+  const auto folder =
+      ProgramFolder() / "terminal_test_files" / (std::string(test->test_suite_name()) + "." + test->name());
+  static std::filesystem::path made;
+  if (made != folder) {
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    made = folder;
+  }
+  return folder;
+}
+
+inline std::filesystem::path WriteTestFile(const std::string& name, const std::string& bytes) {
+  const auto path = TestFolder() / name;
+  std::filesystem::create_directories(path.parent_path());
+  std::ofstream(path, std::ios::binary) << bytes;
+  return path;
+}
+
+inline std::string ReadTestFile(const std::filesystem::path& path) {
+  std::ifstream stream(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+// The text without every occurrence of a part of it.
+inline std::string Without(std::string text, const std::string& part) {
+  for (std::size_t at = 0; (at = text.find(part, at)) != std::string::npos;) text.erase(at, part.size());
+  return text;
+}
+
+inline constexpr const char* kTradeHeader =
+    "exchange_trade_time,exchange,security_id,symbol,security_type,expiry_date,option_type,strike_price,side,quantity,"
+    "price,multiplier,exchange_order_no,exchange_trade_id\n";
+inline constexpr const char* kSecurityHeader =
+    "exchange,security_id,symbol,name,security_type,expiry_date,option_type,strike_price,multiplier\n";
+inline constexpr const char* kDeskHeader =
+    "user_id,manager_id,member_id,client_id,ctcl_id,product_type,order_type,open_close,strategy_id,pancard,"
+    "terminal_info,algo_id,algo_category,participant_id,reference_text\n";
+inline constexpr const char* kDeskLine =
+    "ANITA,DESK1,10412,C1001,4000,3,2,1,11,AAAPA1001A,TERM-A01,ALGO7,2,PART9,ref\n";
+
+// A line of a trade CSV with that time and trade number.
+inline std::string TradeLine(const std::string& time, const std::string& tradeId) {
+  return time + ",ARCA,IBM,IBM,EQ,,XX,0,Sell,25,182.5,1,1100," + tradeId + "\n";
+}
+
+// The bytes of a message with that number, written out here, apart from the classes under test. The counted text of tag
+// 55118 follows when it is not empty.
+inline std::string WireMessage(unsigned number, const std::string& time = {}, char mode = 0) {
+  std::string body = "#\x12\x27";
+  body += {static_cast<char>(number & 0xFF), static_cast<char>(number >> 8)};
+  if (!time.empty()) body += "#\x4E\xD7" + std::string{static_cast<char>(time.size()), 0} + time;
+  std::string message = {'#', 1, 0, mode, 0, '#', 0x11, 0x27, static_cast<char>(body.size()), 0};
+  return message + body;
+}
