@@ -63,6 +63,7 @@ void MakeReaderSeeds(SeedFolder folder) {
   folder.Add("sample_trade", WireU16(1, 0) + WireU16(10001, static_cast<unsigned>(sample.size())) + sample);
   folder.Add("sample_trade_zipped", Zipped(sample));
   folder.Add("zipped_grows", Zipped(number + WireText(55010, std::string(9000, 'x'))));
+  folder.Add("long_plain", WireMessage(8112, WireText(55010, std::string(3000, 'x'))));
   folder.Add("zipped_too_large", Zipped(number + std::string(70000, '\0')));
   folder.Add("zipped_broken", Zipped(sample).substr(0, 60) + Zipped(sample).substr(61) + "#");
   folder.Add("zipped_in_name_only", WireMessage(8112, "0123456789" + number + WireU32(20008, 5), 1));
@@ -87,6 +88,10 @@ void MakeDecoderSeeds(SeedFolder folder) {
   folder.Add("unknown_in_body", end + WireText(56000, WireU8(101, 9)) + WireU32(20001, 0x23000000) + WireU32(20011, 8));
   folder.Add("long_texts", WireText(55001, long40) + WireText(55100, long40) + end + WireText(55105, long40) +
                                WireText(55109, long40 + long40));
+  std::string longest = end;
+  for (const SampleField& field : kSampleFields)
+    if (field.IsText()) longest += WireText(field.Tag, long40 + long40);
+  folder.Add("every_text_too_long", longest);
   folder.Add("mark_in_cut_part", end + WireText(55102, std::string(20, 'c') + WireU8(101, 9)));
   folder.Add("short_over_long",
              end + WireText(55109, long40) + WireText(55109, "ab") + WireText(55010, std::string(3, 0)));
@@ -115,6 +120,9 @@ void MakeSequenceSeeds(SeedFolder folder) {
   folder.Add("amend_unknown", with(15, end + Trade(1, "a") + Amend(7, 0, 70) + Amend(8, 0, 80, WireText(55100, "o"))));
   folder.Add("amend_keeps", with(1, end + Trade(1, "a") + Amend(7, 0, 70, WireText(55001, "user")) +
                                         Amend(8, 0, 80, WireText(55100, "o") + WireU8(101, 2))));
+  folder.Add("amend_without_quantities", with(1, end + Trade(1, "a") + Amend(7, 9, 70, WireText(55100, "o")) +
+                                                     WireMessage(9112, WireU32(20008, 8) + WireText(55100, "p")) +
+                                                     WireMessage(9112, WireU32(20103, 6) + WireText(55100, "q"))));
   folder.Add("merge_displaces", with(9, end + Trade(5, "e") + Trade(9, "i") + reopen + Trade(7, "g") + end));
   folder.Add("merge_displaces_all", with(1, download + end + reopen + Trade(0, "z") + end + Trade(4, "d")));
   folder.Add("other_id", with(5, end + Trade(5, "e") + Amend(5, 6, 0) + reopen + Amend(8, 0, 80, WireText(55100, "o")) +

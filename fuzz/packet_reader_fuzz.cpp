@@ -84,13 +84,8 @@ void RequireSame(const Reading& reading, const std::string& message, const char*
   if (message.size() <= kLargestInput) RequireProperty(reading.SameMessage(Read(message)), property);
 }
 
-void CheckForms(std::string_view input) {
-  const Reading reading = Read(input);
-  if (!reading.Accepted) return;
-  const std::string message(input.substr(0, reading.Consumed));
-  RequireSame(reading, message, "bytes behind a message do not matter");
-  RequireSame(reading, message + "#\x01", "bytes put behind a message do not matter");
-  RequireSame(reading, "\x01\x02" + message, "bytes put before a message do not matter");
+// The same number and bytes in every form that a message may have.
+void CheckForms(const Reading& reading) {
   const std::string body = WireU16(10002, reading.Number) + reading.Rest;
   RequireSame(reading, WithHeader(0, body), "the plain form reads the same");
   if (const std::string small = Compressed(body); small.size() < kLargestInput - 10)
@@ -101,13 +96,33 @@ void CheckForms(std::string_view input) {
   }
 }
 
+void CheckMessage(std::string_view input) {
+  const Reading reading = Read(input);
+  if (!reading.Accepted) return;
+  const std::string message(input.substr(0, reading.Consumed));
+  RequireSame(reading, message, "bytes behind a message do not matter");
+  RequireSame(reading, message + "#\x01", "bytes put behind a message do not matter");
+  RequireSame(reading, "\x01\x02" + message, "bytes put before a message do not matter");
+  CheckForms(reading);
+}
+
+// Any bytes can stand behind the number of a message.
+void CheckAsFields(std::string_view input) {
+  const std::string fields(input.substr(0, kLargestInput - 20));
+  const Reading reading = Read(WithHeader(0, WireU16(10002, 8111) + fields));
+  RequireProperty(reading.Accepted && reading.Number == 8111 && reading.Rest == fields, "any fields are taken");
+  CheckForms(reading);
+}
+
 }  // namespace
 
 int FuzzPacketReader(const std::uint8_t* data, std::size_t size) {
   const std::string_view input(reinterpret_cast<const char*>(data), size < kLargestInput ? size : kLargestInput);
-  CheckForms(input);
+  CheckMessage(input);
+  CheckAsFields(input);
   CipherKeyHolder = &kKey;
-  CheckForms(input);
+  CheckMessage(input);
+  CheckAsFields(input);
   CipherKeyHolder = nullptr;
   return 0;
 }

@@ -14,15 +14,15 @@ std::uint8_t* BytesOf(TradeRecord& record) noexcept {
 
 void CQORTradeImpl::DecodeKeySection(CQORPacketReader& reader, TradeRecord& record) {
   FieldCursor cursor = reader.Place();
-  std::uint16_t tag = reader.Tag;
-  while (cursor.NextTag(tag) && tag != kSectionTerminator) {
-    if (const std::size_t row = kTradeKeyIndex.RowOf(tag); row < std::size(kTradeKeyFields))
+  bool terminated = false;
+  while (!terminated && cursor.NextTag(reader.Tag)) {
+    terminated = reader.Tag == kSectionTerminator;
+    if (const std::size_t row = kTradeKeyIndex.RowOf(reader.Tag); row < std::size(kTradeKeyFields))
       ReadField(cursor, kTradeKeyFields[row], BytesOf(record));
     // No other value is skipped here, but searched for the next field: alone among the decoders, and kept.
   }
   reader.GoTo(cursor);
-  reader.Tag = tag;
-  if (tag == kSectionTerminator && record.VELDTradeID != 0) FetchRecord(TradeIdOf(record), record);
+  if (terminated && record.VELDTradeID != 0) FetchRecord(TradeIdOf(record), record);
 }
 
 void CQORTradeImpl::DecodeBody(CQORPacketReader& reader, TradeRecord& record) const noexcept {

@@ -172,6 +172,21 @@ TEST(TradeImplTest, AStoredRecordReplacesWhatTheKeySectionRead) {
   }
 }
 
+// A terminator that an earlier section ended with is none of this one.
+TEST(TradeImplTest, FetchesNothingAtTheEndOfTheMessage) {
+  CQORTradeImpl impl;
+  TradeRecord stored{};
+  stored.VELDTradeID = 5;
+  stored.Quantity = 70;
+  impl.StoreRecord(stored);
+  CQORPacketReader reader(nullptr, 0);
+  reader.Tag = 65535;
+  TradeRecord record{};
+  record.VELDTradeID = 5;
+  impl.DecodeKeySection(reader, record);
+  EXPECT_EQ(+record.Quantity, 0u);
+}
+
 TEST(TradeImplTest, KeepsRecordsAndCountsTheLargestId) {
   CQORTradeImpl impl;
   TradeRecord record{};
