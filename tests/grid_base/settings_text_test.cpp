@@ -1,0 +1,161 @@
+#include "grid_base/settings_text.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+// The tree in one line, name(child,child) or name=value, to compare whole trees.
+std::wstring Shape(const CVELDPXMLNode& node) {
+  if (node.Children().empty()) return node.Name + L"=" + node.Value;
+  std::wstring shape = node.Name + L"(";
+  for (const auto& child : node.Children()) shape += Shape(*child) + L",";
+  shape.back() = L')';
+  return shape;
+}
+
+struct Parsed {
+  bool Read;
+  std::wstring Shape;
+};
+
+Parsed ParseText(const std::wstring& text) {
+  CVELDPXMLNode root(L"Root", nullptr);
+  const bool read = ParseNode(root, text);
+  return {read, Shape(root)};
+}
+
+TEST(SettingsText, ParsesByItsOwnRules) {
+  const struct {
+    const wchar_t* Text;
+    bool Read;
+    const wchar_t* Shape;
+  } rows[] = {
+      {L"<Root><A><B>\"12\"</B></A></Root>", true, L"Root(A(B=12))"},
+      {L"<Other></Other>", true, L"Other="},
+      {L"<R>   </R>", true, L"R="},
+      {L"<R> <A>\"1\"</A><B>\"2\"</B> </R>", true, L"R(A=1,B=2)"},
+      {L"<R><A>\"a b <x> \"c\"\"</A></R>", true, L"R(A=a b <x> \"c\")"},
+      {L"<R><A>\"\"\"</A></R>", true, L"R(A=\")"},
+      {L"<R><A>\"</A></R>", true, L"R(A=)"},
+      {L"<R><A>\"\"</A></R>", true, L"R(A=)"},
+      {L"<R><A><A>\"1\"</A></A></R>", true, L"R(A(A=1))"},
+      {L"<R><A>\"1\"</A></R>behind", true, L"R(A=1)"},
+      {L"<><>\"1\"</></>", true, L"(=1)"},
+      {L"<R></A></R>", false, L"R="},
+      {L"<R>1</R>", false, L"R="},
+      {L"", false, L"Root="},
+      {L"   ", false, L"Root="},
+      {L" <R></R>", false, L"Root="},
+      {L"<R", false, L"Root="},
+      {L"<R>", false, L"R="},
+      {L"<R><A>\"1\"</A>", false, L"R="},
+      {L"<R><A>\"1\"</A> <B>\"2\"</B></R>", false, L"R(A=1)"},
+      {L"<R><A>\"1\"</A><B>\"2\"</R>", false, L"R(A=1)"},
+      {L"<R><A>\"1\"</A><B><C>\"2\"</C>x</B></R>", false, L"R(A=1)"},
+      {L"<R><A>\"<A>\"</A></R>", false, L"R="},
+      {L"<R><A>\"</R>\"</A></R>", false, L"R="},
+      {L"<R a=\"1\"></R>", false, L"R a=\"1\"="},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(std::string(row.Text, row.Text + std::wcslen(row.Text)));
+    const Parsed parsed = ParseText(row.Text);
+    EXPECT_EQ(parsed.Read, row.Read);
+    EXPECT_EQ(parsed.Shape, row.Shape);
+  }
+}
+
+TEST(SettingsText, WritesBranchesAndLeaves) {
+  CVELDPXMLNode root(L"Root", nullptr);
+  EXPECT_EQ(SerializeNode(root), L"<Root>\n</Root>\n");
+  CVELDPXMLNode* branch = root.AppendChild(L"A");
+  branch->Value = L"lost";
+  branch->AppendChild(L"B")->Value = L"12";
+  root.AppendChild(L"C");
+  EXPECT_EQ(SerializeNode(root), L"<Root>\n<A>\n<B>\"12\"</B>\n</A>\n<C>\"\"</C>\n</Root>\n");
+}
+
+// The rules as they are told, one element after the other, without regard to cost.
+bool SlowExtract(std::wstring& text, const std::wstring& name, std::wstring& content) {
+  const std::wstring opening = L"<" + name + L">";
+  const std::wstring closing = L"</" + name + L">";
+  const std::size_t start = text.find(opening);
+  if (start == std::wstring::npos) return false;
+  std::size_t at = start + opening.size();
+  for (int depth = 1; at + closing.size() <= text.size();) {
+    if (at + opening.size() < text.size() && text.compare(at, opening.size(), opening) == 0) {
+      ++depth;
+      at += opening.size();
+    } else if (text.compare(at, closing.size(), closing) == 0) {
+      if (--depth == 0) {
+        content = text.substr(start + opening.size(), at - start - opening.size());
+        content.erase(0, content.find_first_not_of(L' '));
+        content.erase(content.find_last_not_of(L' ') + 1);
+        text.erase(start, at + closing.size() - start);
+        return true;
+      }
+      at += closing.size();
+    } else {
+      ++at;
+    }
+  }
+  return false;
+}
+
+bool SlowParse(CVELDPXMLNode& node, std::wstring& text) {
+  node.Value.clear();
+  node.RemoveChildren();
+  if (text.empty() || text[0] != L'<' || text.find(L'>') == std::wstring::npos) return false;
+  node.Name = text.substr(1, text.find(L'>') - 1);
+  std::wstring content;
+  if (!SlowExtract(text, node.Name, content)) return false;
+  if (content.empty()) return true;
+  if (content[0] == L'"') {
+    node.Value = content.size() > 2 ? content.substr(1, content.size() - 2) : L"";
+    return true;
+  }
+  if (content[0] != L'<') return false;
+  while (!content.empty()) {
+    auto child = std::make_unique<CVELDPXMLNode>();
+    if (!SlowParse(*child, content)) return false;
+    node.AdoptChild(std::move(child));
+  }
+  return true;
+}
+
+TEST(SettingsText, AgreesWithTheSlowWay) {
+  const wchar_t* const pieces[] = {L"<A>", L"</A>", L"<B>", L"</B>", L"<A<B>", L"</A<B>", L"</", L"<",
+                                   L">",   L"\"",   L"1",   L" ",    L"<>",    L"</>",    L"/",  L"<//A>"};
+  std::mt19937 random(20260301);
+  int read = 0;
+  for (int round = 0; round < 60'000; ++round) {
+    std::wstring text;
+    const std::size_t inside = random() % 10;
+    for (std::size_t i = 0; i < inside; ++i) text += pieces[random() % std::size(pieces)];
+    text = L"<A>" + text + L"</A>";
+    CVELDPXMLNode fast;
+    CVELDPXMLNode slow;
+    std::wstring consumed = text;
+    const bool slowRead = SlowParse(slow, consumed);
+    ASSERT_EQ(ParseNode(fast, text), slowRead) << std::string(text.begin(), text.end());
+    ASSERT_EQ(Shape(fast), Shape(slow)) << std::string(text.begin(), text.end());
+    read += slowRead ? 1 : 0;
+  }
+  EXPECT_GT(read, 1'000);
+}
+
+// Depth costs no stack, and neither depth nor tags within tags cost more than their length: these end at once or never.
+TEST(SettingsText, TakesDeepAndTangledTexts) {
+  constexpr int kDepth = 50'000;
+  std::wstring deep;
+  for (int i = 0; i < kDepth; ++i) deep += L"<N" + std::to_wstring(i) + L">";
+  for (int i = kDepth; i-- > 0;) deep += L"</N" + std::to_wstring(i) + L">";
+  CVELDPXMLNode root;
+  ASSERT_TRUE(ParseNode(root, deep));
+  EXPECT_GT(SerializeNode(root).size(), deep.size());
+  EXPECT_FALSE(ParseNode(root, std::wstring(kDepth, L'<') + L">"));
+  EXPECT_FALSE(ParseNode(root, L"<A>" + std::wstring(kDepth, L'<') + L"></A>"));
+}
+
+}  // namespace

@@ -1,0 +1,165 @@
+#include "grid_base/xml_settings.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace {
+
+class Pair : public SettingsObject {
+ public:
+  std::string_view ClassName() const override { return "Pair"; }
+  std::uint16_t Schema() const override { return 7; }
+  void Store(ArchiveWriter& archive) const override {
+    archive.Put(First);
+    archive.Put(Second);
+  }
+  bool Load(ArchiveReader& archive) override { return archive.Take(First) && archive.Take(Second); }
+  std::uint16_t First = 0;
+  std::uint32_t Second = 0;
+};
+
+std::wstring StoredText(CVELDPXMLSettings& settings, const std::wstring& key) {
+  std::wstring text = L"(none)";
+  settings.Read(key, text);
+  return text;
+}
+
+TEST(XmlSettings, FindsPathsAndKeysWithoutTheirBlanks) {
+  CVELDPXMLSettings settings;
+  EXPECT_FALSE(settings.Write(L"key", L"no path is open"));
+  ASSERT_TRUE(settings.CreatePath(L"Trade Book\\\\Col Price"));
+  EXPECT_TRUE(settings.Write(L"My Key", std::wstring(L"a b")));
+  EXPECT_EQ(StoredText(settings, L"MyKey"), L"a b");
+  EXPECT_EQ(settings.UserRoot().Children()[0]->Name, L"TradeBook");
+  EXPECT_EQ(settings.UserRoot().Children()[0]->Children()[0]->Name, L"");
+  EXPECT_TRUE(settings.OpenPath(L"TradeBook\\\\ColPrice\\"));
+  EXPECT_FALSE(settings.RemoveValue(L"My Key"));
+  EXPECT_TRUE(settings.RemoveValue(L"MyKey"));
+  EXPECT_EQ(StoredText(settings, L"MyKey"), L"(none)");
+  EXPECT_FALSE(settings.OpenPath(L"TradeBook\\colPrice"));
+  EXPECT_FALSE(settings.Write(L"key", L"a failed opening leaves nothing open"));
+  EXPECT_TRUE(settings.OpenPath(L""));
+  EXPECT_FALSE(settings.RemovePath(L"Nothing", false));
+  EXPECT_TRUE(settings.OpenPath(L"TradeBook\\\\ColPrice"));
+  EXPECT_TRUE(settings.RemovePath(L"TradeBook", false));
+  EXPECT_FALSE(settings.Write(L"key", L"the open node is gone"));
+}
+
+TEST(XmlSettings, StoresEachFormAsItsBytes) {
+  CVELDPXMLSettings settings;
+  settings.CreatePath(L"P");
+  Pair pair;
+  pair.First = 0x0102;
+  pair.Second = 0x03040506;
+  const std::uint8_t bytes[] = {0x00, 0xAB, 0xFF};
+  const Pair* nothing = nullptr;
+  settings.Write(L"bytes", bytes, 3U);
+  settings.Write(L"point", SettingsPoint{1, -2});
+  settings.Write(L"rectangle", SettingsRectangle{1, 2, 3, -4});
+  settings.Write(L"words", std::vector<std::uint16_t>{1, 0xABCD});
+  settings.Write(L"value", pair);
+  settings.Write(L"pointer", static_cast<const SettingsObject*>(&pair));
+  settings.Write(L"nothing", static_cast<const SettingsObject*>(nothing));
+  settings.Write(L"unsigned", std::uint32_t{4294967295U});
+  settings.Write(L"signed", std::int32_t{-12});
+  const struct {
+    const wchar_t* Key;
+    const wchar_t* Text;
+  } rows[] = {
+      {L"bytes", L"00abff"},
+      {L"point", L"050001000000feffffff000000000000000000000000"},
+      {L"rectangle", L"010000000200000003000000fcffffff"},
+      {L"words", L"020000000100cdab"},
+      {L"value", L"020106050403"},
+      {L"pointer", L"ffff0700040050616972020106050403"},
+      {L"nothing", L"0000"},
+      {L"unsigned", L"-1"},
+      {L"signed", L"-12"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(StoredText(settings, row.Key), row.Text);
+  settings.KnowClass("Pair", [] { return std::make_unique<Pair>(); });
+  std::unique_ptr<SettingsObject> object;
+  ASSERT_TRUE(settings.Read(L"pointer", object));
+  EXPECT_EQ(dynamic_cast<Pair&>(*object).Second, 0x03040506U);
+  ASSERT_TRUE(settings.Read(L"nothing", object));
+  EXPECT_EQ(object, nullptr);
+}
+
+TEST(XmlSettings, ReadsDamagedValuesAsToldAndLeavesTheOutputAlone) {
+  CVELDPXMLSettings settings;
+  settings.CreatePath(L"P");
+  const struct {
+    const wchar_t* Text;
+    bool HasBytes;
+    std::vector<std::uint8_t> Bytes;
+    std::int32_t Number;
+  } rows[] = {
+      {L"", true, {}, 0},
+      {L"0", false, {}, 0},
+      {L"zz", true, {0}, 0},
+      {L"1g 2+3-1", true, {1, 2, 3, 255}, 1},
+      {L"12x", false, {}, 12},
+      {L" 42 ", true, {4, 2}, 42},
+      {L"99999999999", false, {}, 2147483647},
+      {L"-5", true, {251}, -5},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::PrintToString(std::wstring(row.Text)));
+    settings.Write(L"k", std::wstring(row.Text));
+    std::vector<std::uint8_t> bytes{9};
+    EXPECT_EQ(settings.Read(L"k", bytes), row.HasBytes);
+    EXPECT_EQ(bytes, row.HasBytes ? row.Bytes : std::vector<std::uint8_t>{9});
+    std::int32_t number = 9;
+    EXPECT_TRUE(settings.Read(L"k", number));
+    EXPECT_EQ(number, row.Number);
+  }
+  SettingsRectangle rectangle{7, 7, 7, 7};
+  SettingsPoint point{7, 7};
+  std::vector<std::uint16_t> words{7};
+  settings.Write(L"k", std::wstring(L"0500010000"));
+  EXPECT_FALSE(settings.Read(L"k", rectangle));
+  EXPECT_FALSE(settings.Read(L"k", point));
+  EXPECT_FALSE(settings.Read(L"k", words));
+  EXPECT_EQ(rectangle.Left, 7);
+  EXPECT_EQ(point.X, 7);
+  EXPECT_TRUE(words.empty());
+  settings.Write(L"k", std::wstring(L"ffffffff0100"));
+  EXPECT_FALSE(settings.Read(L"k", words));
+}
+
+TEST(XmlSettings, ReadOnlyRefusesToWriteAndStillReads) {
+  CVELDPXMLSettings settings;
+  settings.CreatePath(L"P");
+  settings.Write(L"k", std::int32_t{5});
+  settings.ReadOnly = 1;
+  EXPECT_FALSE(settings.CreatePath(L"P"));
+  EXPECT_FALSE(settings.Write(L"k", std::int32_t{6}));
+  EXPECT_FALSE(settings.RemovePath(L"P", false));
+  EXPECT_TRUE(settings.OpenPath(L"P"));
+  EXPECT_EQ(StoredText(settings, L"k"), L"5");
+}
+
+TEST(XmlSettings, KeepsItsTreeInAFile) {
+  const std::filesystem::path file = std::filesystem::temp_directory_path() / "tradebook_xml_settings_test.xml";
+  CVELDPXMLSettings settings;
+  settings.UserRoot().Name = L"ColumnProfile";
+  settings.CreatePath(L"A");
+  settings.Write(L"B", std::wstring(L"line\nbreak"));
+  ASSERT_TRUE(settings.SaveToFile(file));
+  std::ifstream saved(file, std::ios::binary);
+  const std::string bytes{std::istreambuf_iterator<char>(saved), {}};
+  EXPECT_EQ(bytes, "<ColumnProfile>\r\n<A>\r\n<B>\"line\r\nbreak\"</B>\r\n</A>\r\n</ColumnProfile>\r\n");
+  saved.close();
+  CVELDPXMLSettings loaded;
+  ASSERT_TRUE(loaded.LoadFromFile(file));
+  EXPECT_EQ(loaded.UserRoot().Name, L"ColumnProfile");
+  ASSERT_TRUE(loaded.OpenPath(L"A"));
+  EXPECT_EQ(StoredText(loaded, L"B"), L"linebreak");
+  std::filesystem::remove(file);
+  EXPECT_FALSE(loaded.LoadFromFile(file));
+  EXPECT_EQ(StoredText(loaded, L"B"), L"linebreak");
+  EXPECT_TRUE(loaded.SaveToFile(file / "no" / "such" / "folder"));
+}
+
+}  // namespace
