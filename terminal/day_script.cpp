@@ -42,7 +42,8 @@ bool CDayScript::Next() {
 bool CDayScript::TakeNext() {
   for (WireFrame frame; Source->Next(frame);) {
     if (!Parse(frame)) {
-      Source->Report("the message cannot be read");
+      const bool enciphered = Reader->Mode == kModeEnciphered || Reader->Mode == kModeEncipheredByReader;
+      Source->Report(enciphered ? "the message is enciphered and there is no key" : "the message cannot be read");
       continue;
     }
     if (From.By == LiveFrom::Kind::AsNumbered) return true;

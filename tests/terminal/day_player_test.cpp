@@ -71,15 +71,16 @@ std::string PacedDay() {
   return WireMessage(8111, "20131007-08:00:00") + WireMessage(8111, "20131007-09:00:00") + WireMessage(8112) +
          WireMessage(9101, "20131007-10:00:00") + WireMessage(9101, "20131007-10:00:01") +
          WireMessage(9101, "20131007-10:00:03") + WireMessage(9101, "20131007-10:00:02") + WireMessage(9112) +
-         WireMessage(9101, "20131008-09:00:00") + WireMessage(9101, "20131008-09:00:01");
+         WireMessage(9101, "20131007-10:00:03") + WireMessage(9101, "20131008-09:00:00") +
+         WireMessage(9101, "20131008-09:00:01");
 }
 
 TEST_F(DayPlayer, WaitsForLiveTradesButNotOverADate) {
   const PlayCounts counts = Play(PacedDay(), 2);
-  EXPECT_EQ(Notes, "8111@0 8111@0 8112@0 9101@0 9101@500 9101@1500 9101@1500 9101@1500 9101@2000 ");
-  EXPECT_EQ(counts.Messages, 9U);
+  EXPECT_EQ(Notes, "8111@0 8111@0 8112@0 9101@0 9101@500 9101@1500 9101@1500 9101@2000 9101@2000 9101@2500 ");
+  EXPECT_EQ(counts.Messages, 10U);
   EXPECT_EQ(counts.Download, 2U);
-  EXPECT_EQ(counts.Live, 6U);
+  EXPECT_EQ(counts.Live, 7U);
   EXPECT_EQ(counts.NotAsked, 1U);
 }
 
@@ -90,7 +91,7 @@ TEST_F(DayPlayer, NeverWaitsAtFullSpeed) {
 
 TEST_F(DayPlayer, ASlowPluginDoesNotStretchTheGaps) {
   Play(PacedDay(), 1, milliseconds(400));
-  EXPECT_EQ(Notes, "8111@0 8111@400 8112@800 9101@1200 9101@2200 9101@4200 9101@4600 9101@5000 9101@6000 ");
+  EXPECT_EQ(Notes, "8111@0 8111@400 8112@800 9101@1200 9101@2200 9101@4200 9101@4600 9101@5600 9101@6000 9101@7000 ");
 }
 
 TEST_F(DayPlayer, CallsTheRefreshAtItsPeriod) {

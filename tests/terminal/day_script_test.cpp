@@ -92,8 +92,8 @@ TEST(DayScript, ReportsWhatCannotBeRead) {
   EXPECT_EQ(Played(WireMessage(8111) + number + WireMessage(8111, "", 2) + WireMessage(9101), {}, &reports),
             "8111 8112 9101 ");
   const std::string name = PathText(TestFolder() / "day.bin");
-  EXPECT_EQ(reports,
-            name + ": byte 15: the message cannot be read\n" + name + ": byte 29: the message cannot be read\n");
+  EXPECT_EQ(reports, name + ": byte 15: the message cannot be read\n" + name +
+                         ": byte 29: the message is enciphered and there is no key\n");
 }
 
 // Records the day in the mode and returns the file.
