@@ -7,15 +7,9 @@
 #include <filesystem>
 
 #include "book_windows/book_windows.h"
+#include "grid_ops/filter_key.h"
 #include "host_link/function_table.h"
 #include "trade_data/trade_cache.h"
-
-// A security on an exchange, compared byte by byte.
-struct FilterKey {
-  char Exchange[49];
-  char SecurityID[49];
-};
-static_assert(sizeof(FilterKey) == 98);
 
 struct PluginState {
   explicit PluginState(CQORTradeImpl& decoder);
@@ -26,7 +20,11 @@ struct PluginState {
   BookWindows* Windows = nullptr;
 
   FilterKey SelectedKey{};  // the last answer to the question what is selected in another window
+  FilterKey RestoredKey{};  // the security of the book that was last brought back
   SecurityMasterData SelectedMaster;
+
+  std::uint32_t LastNum = 0;  // of the newest book
+  bool MultipleTradeBookDisable = true;  // many books are allowed while it is set: meant so
 
   // Two values of message 30026 that nothing reads.
   std::uint32_t RestoreNumber = 0;

@@ -12,8 +12,8 @@ std::string FailureLine(std::string_view message, unsigned long errorNumber, std
 
 class CQORLog {
  public:
-  // Writes the line to standard error, as no log object exists to take it. Never throws: a report that finds no
-  // memory is lost.
+  // Writes the line to standard error, as no log object exists to take it: level and time, which that object would put
+  // ahead, are left out. Never throws: a report that finds no memory is lost.
   static void ReportFailure(std::string_view message, unsigned long errorNumber, std::string_view functionName,
                             unsigned line) noexcept;
 };

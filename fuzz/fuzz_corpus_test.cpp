@@ -33,5 +33,14 @@ TEST(FuzzCorpusTest, TradeDecoder) {
 TEST(FuzzCorpusTest, MessageSequence) {
   Replay("message_sequence_fuzz", FuzzMessageSequence);
 }
+TEST(FuzzCorpusTest, SettingsText) {
+  Replay("settings_text_fuzz", FuzzSettingsText);
+}
+TEST(FuzzCorpusTest, DescriptionFiles) {
+  Replay("description_files_fuzz", FuzzDescriptionFiles);
+}
+TEST(FuzzCorpusTest, FilterText) {
+  Replay("filter_text_fuzz", FuzzFilterText);
+}
 
 }  // namespace

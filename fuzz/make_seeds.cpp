@@ -130,6 +130,68 @@ void MakeSequenceSeeds(SeedFolder folder) {
   folder.Add("zipped", with(1, Zipped(SampleMessageBody()) + end + "garbage" + WireMessage(9101, "")));
 }
 
+void MakeSettingsSeeds(SeedFolder folder) {
+  const auto root = [](const std::string& elements) { return "<Root>" + elements + "</Root>"; };
+  folder.Add("empty", "");
+  folder.Add("root_alone", "<Root>\r\n</Root>\r\n");
+  folder.Add("root_with_value", "<Root>\"1\"</Root>behind");
+  folder.Add("profile",
+             "<ColumnProfile>\r\n<TradeBook>\r\n<colServer>\r\n<Header>\"Server\"</Header>\r\n<Width>\"60\"</Width>\r\n"
+             "</colServer>\r\n<IsMultipleSort>\"1\"</IsMultipleSort>\r\n</TradeBook>\r\n</ColumnProfile>\r\n");
+  folder.Add("line_in_value", root("<A>\"one\r\ntwo\r\"</A>"));
+  folder.Add("quotes_in_value", root("<A>\"\"\"</A><B>\"</B><C>\"a \"b\" \xE4\"</C>"));
+  folder.Add("same_name_within", root("<A><A><A>\"1\"</A></A><A></A></A>"));
+  folder.Add("tags_in_value", root("<A>\"<A>x</A>\"</A><B>\"<Q \" </B>"));
+  folder.Add("tag_lost_in_saving", "<B><A>\"<B></A></B><//B></B>");
+  folder.Add("name_holds_tag", root("<A<B>\"1\"</A<B><></><//A>\"2\"<///A>"));
+  folder.Add("blank_between", root(" <A>\"1\"</A> <B>\"2\"</B>"));
+  folder.Add("closed_by_value", root("<A>\"</Root>\"</A>"));
+  folder.Add("cut", root("<A>\"1\"</A>").substr(0, 16));
+  folder.Add("many_opened", "<a><b><c><d><e><f><g><a><b><c><d><e><f><g>");
+}
+
+void MakeDescriptionSeeds(SeedFolder folder) {
+  folder.Add("empty", "");
+  folder.Add("one_name", "Price");
+  folder.Add("columns", "Server\r\nExchangeTradeTime\r\nStrikePrice\r\nOptionType\r\nSymbol\r\nOpenClose");
+  folder.Add("more_columns", "SecurityType\nTime\nMultiplier\ncolStrategyID\nReferenceText\nClientID\nExchangeTradeID");
+  folder.Add("named_fields",
+             "Security name\nBook Type\nMarket Type\nPro/Client\nBranch No\nTrade Status\nOpposite Broker Id\n"
+             "Cover/Uncover Flag");
+  folder.Add("last_is_empty_in_cash", "Side\nStrikePrice\n");
+  folder.Add("titles", "Side,Buy/Sell\nExchangeTradeTime,Time,dd/MM/yyyy HH:mm:ss\nPrice,At,\n");
+  folder.Add("empty_parts", ",Side\nSide,\n,,\nSide,,x\n,\nPrice");
+  folder.Add("four_parts", "Side,a,b,c\r\nPrice,a,b");
+  folder.Add("empty_lines", "\n\r\n\nSide\n\r\n\r\nPrice\r\n");
+  folder.Add("returns", "Side\r\r\nPrice\rQuantity\n\r");
+  folder.Add("unknown", "side\nSide \nBook type\nSide");
+}
+
+void MakeFilterSeeds(SeedFolder folder) {
+  const auto seed = [](int column, const std::string& filter, const std::string& cell) {
+    return static_cast<char>(column + 1) + filter + "\n" + cell;
+  };
+  folder.Add("empty", "");
+  folder.Add("no_column", seed(-1, "x", "x"));
+  folder.Add("server", seed(0, "FAU", "Default"));
+  folder.Add("number", seed(2, "-1", "\xFF\xFF\xFF\xFF"));
+  folder.Add("within_a_word", seed(12, "border or \t", "B der"));
+  folder.Add("three_words", seed(12, "ab or cd OR ef", "EF"));
+  folder.Add("umlauts", seed(12, "M\xDCl\xA0or\x85\xE4", "\xC4"));
+  folder.Add("no_such_letter", seed(12, "\1 or a", "a"));
+  folder.Add("side", seed(16, "buy or sell", "\2"));
+  folder.Add("order_type", seed(17, "limit", "\x52"));
+  folder.Add("price", seed(20, "1234.5", BytesOfValue(1234.5)));
+  folder.Add("large_price", seed(20, "9999999999.7", BytesOfValue(9999999999.7)));
+  folder.Add("negative_zero", seed(20, "-0", BytesOfValue(-0.0)));
+  folder.Add("strike", seed(21, " <=100.9", BytesOfValue(99.5)));
+  folder.Add("strike_mark", seed(21, "!100", BytesOfValue(-2147483648.5)));
+  folder.Add("product", seed(28, "*", BytesOfValue(0)));
+  folder.Add("not_shown", seed(34, "x", "ab"));
+  folder.Add("time", seed(36, "10:15", "20240229-10:15:00"));
+  folder.Add("count_of_columns", seed(37, "or", ""));
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -140,5 +202,8 @@ int main(int count, char** arguments) {
   MakeReaderSeeds({arguments[1], "packet_reader_fuzz"});
   MakeDecoderSeeds({arguments[1], "trade_decoder_fuzz"});
   MakeSequenceSeeds({arguments[1], "message_sequence_fuzz"});
+  MakeSettingsSeeds({arguments[1], "settings_text_fuzz"});
+  MakeDescriptionSeeds({arguments[1], "description_files_fuzz"});
+  MakeFilterSeeds({arguments[1], "filter_text_fuzz"});
   return 0;
 }

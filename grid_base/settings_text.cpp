@@ -1,5 +1,6 @@
 #include "grid_base/settings_text.h"
 
+#include "foundations/wide_tools.h"
 #include "grid_base/tag_matcher.h"
 
 namespace {
@@ -11,19 +12,15 @@ void AppendClosing(std::wstring& text, const std::wstring& name) {
   text.append(L"</").append(name).append(L">\n");
 }
 
-// The blanks that are trimmed around the content of an element.
-bool IsBlank(wchar_t character) {
-  return character == L' ' || (character >= L'\t' && character <= L'\r') || character == 0x85 || character == 0xA0;
-}
-
 struct Span {
   std::size_t Begin;
   std::size_t End;
 };
 
+// Without the white space around the content of an element.
 Span Trimmed(std::wstring_view text, Span span) {
-  while (span.Begin < span.End && IsBlank(text[span.Begin])) ++span.Begin;
-  while (span.Begin < span.End && IsBlank(text[span.End - 1])) --span.End;
+  while (span.Begin < span.End && IsWideSpace(text[span.Begin])) ++span.Begin;
+  while (span.Begin < span.End && IsWideSpace(text[span.End - 1])) --span.End;
   return span;
 }
 

@@ -1,8 +1,6 @@
 // The forms in which CVELDPXMLSettings keeps values: text, decimal numbers, and bytes as hexadecimal text.
-#include <algorithm>
-#include <cwchar>
-#include <limits>
 
+#include "foundations/wide_tools.h"
 #include "grid_base/settings_path.h"
 #include "grid_base/xml_settings.h"
 
@@ -40,13 +38,6 @@ std::uint8_t ByteOf(wchar_t first, wchar_t second) {
   return static_cast<std::uint8_t>(first == L'-' ? -low : low);
 }
 
-// Blanks, a sign and digits, up to the first other character; what a 32-bit number does not hold stays at its limit.
-std::int32_t NumberOf(const std::wstring& text) {
-  const long long number = std::wcstoll(text.c_str(), nullptr, 10);
-  return static_cast<std::int32_t>(std::clamp<long long>(number, std::numeric_limits<std::int32_t>::min(),
-                                                         std::numeric_limits<std::int32_t>::max()));
-}
-
 }  // namespace
 
 const std::wstring* CVELDPXMLSettings::ValueOf(const std::wstring& key) const {
@@ -58,7 +49,9 @@ const std::wstring* CVELDPXMLSettings::ValueOf(const std::wstring& key) const {
 bool CVELDPXMLSettings::SetValue(const std::wstring& key, std::wstring value) {
   if (ReadOnly != 0 || Current == nullptr) return false;
   CVELDPXMLNode* child = Current->FindChild(WithoutBlanks(key));
-  if (child == nullptr) child = Current->AppendChild(WithoutBlanks(key));
+  const bool isNew = child == nullptr;
+  if (isNew) child = Current->AppendChild(WithoutBlanks(key));
+  if (isNew || child->Value != value) Tree->Changed = true;
   child->Value = std::move(value);
   return true;
 }
@@ -204,13 +197,13 @@ bool CVELDPXMLSettings::Read(const std::wstring& key, std::wstring& text) {
 bool CVELDPXMLSettings::Read(const std::wstring& key, std::uint32_t& number) {
   const std::wstring* value = ValueOf(key);
   if (value == nullptr) return false;
-  number = static_cast<std::uint32_t>(NumberOf(*value));
+  number = static_cast<std::uint32_t>(WideToNumber(*value));
   return true;
 }
 
 bool CVELDPXMLSettings::Read(const std::wstring& key, std::int32_t& number) {
   const std::wstring* value = ValueOf(key);
   if (value == nullptr) return false;
-  number = NumberOf(*value);
+  number = WideToNumber(*value);
   return true;
 }

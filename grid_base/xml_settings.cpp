@@ -2,16 +2,29 @@
 
 #include <fstream>
 
-#include "foundations/wide_text.h"
+#include "foundations/error_report.h"
+#include "grid_base/settings_file.h"
 #include "grid_base/settings_path.h"
 #include "grid_base/settings_text.h"
+#include "platform/last_error.h"
+
+CVELDPXMLSettings::CVELDPXMLSettings(std::shared_ptr<SettingsTree> tree) : Tree(std::move(tree)) {
+  Tree->AddOpenPlace(&Current);
+}
+CVELDPXMLSettings::~CVELDPXMLSettings() {
+  Tree->RemoveOpenPlace(&Current);
+}
 
 bool CVELDPXMLSettings::CreatePath(const std::wstring& path) {
   if (ReadOnly != 0) return false;
   CVELDPXMLNode* node = &SelectRoot(Administrator != 0);
   for (const std::wstring& part : PathParts(path)) {
     CVELDPXMLNode* child = node->FindChild(part);
-    node = child != nullptr ? child : node->AppendChild(part);
+    if (child == nullptr) {
+      child = node->AppendChild(part);
+      Tree->Changed = true;
+    }
+    node = child;
   }
   Current = node;
   return true;
@@ -23,57 +36,43 @@ bool CVELDPXMLSettings::OpenPath(const std::wstring& path) {
   return Current != nullptr;
 }
 
+// Removes from read-only settings as well: meant so.
 bool CVELDPXMLSettings::RemoveValue(const std::wstring& key) {
   const CVELDPXMLNode* child = Current == nullptr ? nullptr : Current->FindChild(key);
   if (child == nullptr) return false;
-  Current->RemoveChild(child);
+  Tree->RemoveNode(*child);
   return true;
 }
 
 bool CVELDPXMLSettings::RemovePath(const std::wstring& path, bool administrator) {
   if (ReadOnly != 0) return false;
-  CVELDPXMLNode* node = FindPath(SelectRoot(administrator), path);
+  const CVELDPXMLNode* node = FindPath(SelectRoot(administrator), path);
   if (node == nullptr || node->ParentNode() == nullptr) return false;
-  CloseIfBelow(node);
-  node->ParentNode()->RemoveChild(node);
+  Tree->RemoveNode(*node);
   return true;
 }
 
-// An open node that is about to go is open no longer.
-void CVELDPXMLSettings::CloseIfBelow(const CVELDPXMLNode* node) noexcept {
-  for (const CVELDPXMLNode* above = Current; above != nullptr; above = above->ParentNode())
-    if (above == node) {
-      Current = nullptr;
-      return;
-    }
-}
-
+// The old file is emptied before the new text is written: meant so. RegistryStore keeps the old one until the new is
+// whole.
 bool CVELDPXMLSettings::SaveToFile(const std::filesystem::path& path) const {
-  const std::string text = WideToNarrow(SerializeNode(User));
+  const std::string bytes = SettingsFileBytes(Tree->User);
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
   if (!file.is_open()) return true;
-  std::string lines;
-  for (const char character : text) {
-    if (character == '\n') lines += '\r';
-    lines += character;
-  }
-  file.write(lines.data(), static_cast<std::streamsize>(lines.size()));
+  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   file.close();
+  if (!file.good()) CQORLog::ReportFailure("The file was not written. ", LastSystemError(), "SaveToFile", __LINE__);
   return file.good();
 }
 
 bool CVELDPXMLSettings::LoadFromFile(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   if (!file.is_open()) return false;
-  std::string text;
-  for (std::string line; std::getline(file, line);) {
-    if (line.ends_with('\r')) line.pop_back();
-    text += line;
+  const std::optional<std::wstring> text = JoinedLines(file);
+  if (!text) {
+    CQORLog::ReportFailure("The file was not read. ", LastSystemError(), "LoadFromFile", __LINE__);
+    return false;
   }
-  if (file.bad()) return false;
-  const bool rootWasOpen = Current == &User;
-  CloseIfBelow(&User);
-  const bool parsed = ParseNode(User, NarrowToWide(std::move(text)));
-  if (rootWasOpen) Current = &User;
-  return parsed;
+  Tree->CloseBelow(Tree->User);
+  Tree->Changed = true;
+  return ParseNode(Tree->User, *text);
 }

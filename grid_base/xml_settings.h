@@ -1,5 +1,6 @@
 // CVELDPXMLSettings: settings kept in a tree in memory, moved to and from a small text file of tags. It touches the
-// disk only in SaveToFile and LoadFromFile. Used on the terminal's calling thread only.
+// disk only in SaveToFile and LoadFromFile. The tree is its own or shared with others, flags and open node are its own.
+// Used on the terminal's calling thread only.
 #pragma once
 
 #include <filesystem>
@@ -8,11 +9,16 @@
 #include <optional>
 
 #include "grid_base/registry.h"
-#include "grid_base/settings_node.h"
+#include "grid_base/settings_tree.h"
 
 class CVELDPXMLSettings : public CQORPRegistry {
  public:
   using ObjectMaker = std::function<std::unique_ptr<SettingsObject>()>;
+
+  explicit CVELDPXMLSettings(std::shared_ptr<SettingsTree> tree = std::make_shared<SettingsTree>());
+  ~CVELDPXMLSettings() override;
+  CVELDPXMLSettings(const CVELDPXMLSettings&) = delete;
+  CVELDPXMLSettings& operator=(const CVELDPXMLSettings&) = delete;
 
   bool CreatePath(const std::wstring& path) override;
   bool OpenPath(const std::wstring& path) override;
@@ -41,25 +47,23 @@ class CVELDPXMLSettings : public CQORPRegistry {
   bool Read(const std::wstring& key, std::int32_t& number) override;
 
   // The root of the user's tree as a file. Saving returns false only when writing failed: a file that cannot be opened
-  // counts as saved. Loading replaces the tree, root name included, and leaves the open node as it was: open a path
-  // after it. A file with a fault leaves what was read before the fault.
+  // counts as saved. Loading replaces the tree, root name included; of what was open only the root stays open: open a
+  // path after it. A file with a fault leaves what was read before the fault.
   bool SaveToFile(const std::filesystem::path& path) const;
   bool LoadFromFile(const std::filesystem::path& path);
 
-  CVELDPXMLNode& UserRoot() noexcept { return User; }
+  CVELDPXMLNode& UserRoot() noexcept { return Tree->User; }
   // Objects read through a pointer are made by their class name.
   void KnowClass(const std::string& className, ObjectMaker maker) { Makers[className] = std::move(maker); }
 
  private:
-  CVELDPXMLNode& SelectRoot(bool administrator) noexcept { return administrator ? Machine : User; }
+  CVELDPXMLNode& SelectRoot(bool administrator) noexcept { return administrator ? Tree->Machine : Tree->User; }
   const std::wstring* ValueOf(const std::wstring& key) const;
   bool SetValue(const std::wstring& key, std::wstring value);
   bool WriteBytes(const std::wstring& key, std::span<const std::uint8_t> bytes);
-  void CloseIfBelow(const CVELDPXMLNode* node) noexcept;
   std::optional<std::vector<std::uint8_t>> BytesOf(const std::wstring& key) const;
 
-  CVELDPXMLNode Machine{L"LOCAL_MACHINE", nullptr};
-  CVELDPXMLNode User{L"CURRENT_USER", nullptr};
-  CVELDPXMLNode* Current = nullptr;
+  std::shared_ptr<SettingsTree> Tree;
+  CVELDPXMLNode* Current = nullptr;  // cleared by the tree when its node goes
   std::map<std::string, ObjectMaker> Makers;
 };

@@ -1,10 +1,12 @@
 // The module's three exports, its callbacks and its process-wide objects. Everything here forwards; no exception
 // leaves.
 #include "book_windows/plugin_state.h"
+#include "foundations/exception_handler.h"
 #include "host_link/entry_points.h"
 #include "host_link/message_router.h"
 #include "platform/export.h"
 #include "platform/window_message.h"
+#include "trade_data/order_impl.h"
 
 TRADEBOOK_EXPORT void GetDllInfo(HostReplyBuffer* reply, const std::uint8_t* infoOnly) noexcept;
 TRADEBOOK_EXPORT void OnMessage(CQORPacketReader* message) noexcept;
@@ -28,9 +30,12 @@ EntryAddresses OwnAddresses() noexcept {
 // is saved at that point.
 extern CQORTradeImpl tradeDecoder;
 PluginState pluginState(tradeDecoder);
+[[maybe_unused]] QOR::Util::CQORExceptionHandler exceptionHandler;
 [[maybe_unused]] const unsigned logMessage = RegisterNamedMessage("QOR_MSG_LOG");
 CQORDLLComman terminalFunctions;
 CQORTradeImpl tradeDecoder;
+// No message brings orders to this plug-in; the record is one with the terminal's and the object stands for it.
+[[maybe_unused]] CQOROrderImpl orderDecoder;
 MessageRouter router(pluginState, terminalFunctions, OwnAddresses());
 
 // Memory that runs out costs the message at hand and not the process.

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "host_link/message_header.h"
+#include "terminal/record_file.h"
 #include "terminal/trade_day.h"
 #include "terminal/trade_message.h"
 
@@ -46,9 +47,10 @@ class CMessageDaySource : public DaySource {
 
 }  // namespace
 
-bool HoldsWireMessages(const std::filesystem::path& file) {
+bool IsMessageDay(const std::filesystem::path& file) {
   CFileBytes bytes(file);
-  return FindMessageHeader(bytes.Peek(kBytesJudged).substr(0, kBytesJudged), 0) != std::string_view::npos;
+  return IsRecordFile(file) ||
+         FindMessageHeader(bytes.Peek(kBytesJudged).substr(0, kBytesJudged), 0) != std::string_view::npos;
 }
 
 std::unique_ptr<DaySource> OpenTradeDay(const std::filesystem::path& file, const CDesk& desk,

@@ -20,11 +20,12 @@ class DaySource {
   virtual void Report(const std::string& reason) = 0;
 };
 
-// Whether the file begins with wire messages; garbage ahead of the first may take some kilobytes.
-bool HoldsWireMessages(const std::filesystem::path& file);
+// Whether the file is one of wire messages: a record file by its name, any other by beginning with messages; garbage
+// ahead of the first may take some kilobytes.
+bool IsMessageDay(const std::filesystem::path& file);
 
 // A CSV day: each trade becomes a message with the number 9101. Desk and securities must outlive the source.
 std::unique_ptr<DaySource> OpenTradeDay(const std::filesystem::path& file, const CDesk& desk,
                                         const CSecurities& securities, CBadLines& badLines);
-// A wire file: its messages as they stand.
+// A wire file or a record file: its messages as they stand.
 std::unique_ptr<DaySource> OpenMessageDay(const std::filesystem::path& file, CBadLines& badLines);

@@ -10,6 +10,7 @@
 #include "terminal/message_record.h"
 #include "terminal/options.h"
 #include "terminal/plugin_link.h"
+#include "terminal/record_file.h"
 #include "terminal/summary.h"
 #include "terminal/terminal_error.h"
 #include "terminal/terminal_host.h"
@@ -61,7 +62,7 @@ class CDayInput {
   CDayInput(const RunFiles& files, const Options& options, CBadLines& badLines)
       : Securities(files.Securities, badLines) {
     const LiveFrom asNumbered;
-    if (HoldsWireMessages(files.Day)) {
+    if (IsMessageDay(files.Day)) {
       Script.emplace(OpenMessageDay(files.Day, badLines), options.Live.value_or(asNumbered));
       return;
     }
@@ -80,21 +81,43 @@ class CDayInput {
   }
 };
 
+std::string RecordMessages(CDayScript& script, const Path& file, std::uint16_t mode) {
+  CMessageRecord record(file, mode);
+  std::uint64_t messages = 0;
+  while (script.Next()) {
+    if (record.Write(script.Message()))
+      ++messages;
+    else
+      script.Report("the message is too long to be recorded");
+  }
+  record.Close();
+  return WithThousands(messages) + " messages";
+}
+
+// The end of a download is left out without a word: it is told by the numbers of the trades.
+std::string RecordTrades(CDayScript& script, const Path& file, std::uint16_t mode) {
+  CRecordFile record(file, mode);
+  std::uint64_t trades = 0;
+  std::uint64_t others = 0;
+  while (script.Next()) {
+    const bool isDownloadEnd = script.Message().MessageNumber == 8112;
+    if (record.Write(script.Message()))
+      ++trades;
+    else
+      others += isDownloadEnd ? 0 : 1;
+  }
+  record.Close();
+  const std::string rest = others == 0 ? "" : "; other messages left out: " + WithThousands(others);
+  return WithThousands(trades) + " trades" + rest;
+}
+
 void RecordDay(const RunFiles& files, const Options& options, CBadLines& badLines, std::ostream& out) {
   std::error_code error;
   if (std::filesystem::equivalent(files.Day, files.Record, error))
     throw TerminalError(ExitCode::CommandLine, "--record would write over the day, " + PathText(files.Day));
   CDayInput input(files, options, badLines);
-  CMessageRecord record(files.Record, options.RecordMode.value_or(0));
-  std::uint64_t messages = 0;
-  while (input.Script->Next()) {
-    if (record.Write(input.Script->Message()))
-      ++messages;
-    else
-      input.Script->Report("the message is too long to be recorded");
-  }
-  record.Close();
-  out << PathText(files.Record) << ": " << WithThousands(messages) << " messages\n";
+  const auto record = IsRecordFile(files.Record) ? RecordTrades : RecordMessages;
+  out << PathText(files.Record) << ": " << record(*input.Script, files.Record, options.RecordMode.value_or(0)) << '\n';
 }
 
 // What a plug-in gets ahead of the day: its timer, its saved books, and no trades. Returns the messages sent.

@@ -1,6 +1,8 @@
 #include "trade_data/line_buffer.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -30,7 +32,47 @@ char* PrintShortDecimal(char* to, double value) noexcept {
   return to;
 }
 
+constexpr double kFixedScale = 1'000'000;
+constexpr std::uint64_t kFixedUnit = 1'000'000;
+constexpr double kFixedEnd = 1e9;
+constexpr std::uint64_t kPerHundredth = 10'000;
+
+char* PrintDigits(char* to, std::uint64_t value, int digits) noexcept {
+  for (int i = digits; i-- > 0; value /= 10) to[i] = static_cast<char>('0' + value % 10);
+  return to + digits;
+}
+
+// A value that is the double nearest to a decimal of six places lies so close to it that both round alike, but where
+// the decimal lies half way between two hundredths. Null for any other value.
+char* PrintFixedDecimal(char* to, double value, Decimals decimals) noexcept {
+  const double size = std::fabs(value);
+  if (!(size < kFixedEnd)) return nullptr;
+  auto scaled = static_cast<std::uint64_t>(std::llrint(size * kFixedScale));
+  if (static_cast<double>(scaled) / kFixedScale != size) return nullptr;
+  std::uint64_t unit = kFixedUnit;
+  if (decimals == Decimals::Two) {
+    if (scaled % kPerHundredth == kPerHundredth / 2) return nullptr;
+    scaled = (scaled + kPerHundredth / 2) / kPerHundredth;
+    unit = kFixedUnit / kPerHundredth;
+  }
+  if (std::signbit(value)) *to++ = '-';
+  to = std::to_chars(to, to + 11, scaled / unit).ptr;
+  *to++ = '.';
+  return PrintDigits(to, scaled % unit, static_cast<int>(decimals));
+}
+
 }  // namespace
+
+char* PrintFixed(char* to, double value, Decimals decimals) noexcept {
+  if (char* end = PrintFixedDecimal(to, value, decimals); end != nullptr) return end;
+  if (std::isnan(value)) value = std::fabs(value);
+  char whole[std::numeric_limits<double>::max_exponent10 + 16];
+  const char* end =
+      std::to_chars(whole, whole + sizeof whole, value, std::chars_format::fixed, static_cast<int>(decimals)).ptr;
+  const std::size_t length = std::min(static_cast<std::size_t>(end - whole), kLongestFixed);
+  std::memcpy(to, whole, length);
+  return to + length;
+}
 
 char* PrintDouble(char* to, double value) noexcept {
   if (char* end = PrintShortDecimal(to, value); end != nullptr) return end;

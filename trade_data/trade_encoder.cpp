@@ -3,6 +3,7 @@
 #include <cstring>
 #include <span>
 
+#include "trade_data/field_writer.h"
 #include "trade_data/trade_fields.h"
 #include "trade_data/trade_impl.h"
 
@@ -33,37 +34,10 @@ constexpr bool HasFields(std::span<const std::uint16_t> tags) {
 }
 static_assert(HasFields(kKeyOrder) && HasFields(kSecurityOrder) && HasFields(kTradeOrder));
 
-void AddField(CQORPacketWriter& writer, std::uint16_t tag, const TradeRecord& record, bool fixed) noexcept {
-  const WireField& field = FieldOf(tag);
-  const std::uint8_t* place = reinterpret_cast<const std::uint8_t*>(&record) + field.Offset;
-  switch (field.Kind) {
-    case Field::U8:
-      writer.AddU8(tag, *place);
-      return;
-    case Field::U16:
-      writer.AddU16(tag, LoadValue<std::uint16_t>(place));
-      return;
-    case Field::U32:
-      writer.AddU32(tag, LoadValue<std::uint32_t>(place));
-      return;
-    case Field::U64:
-      writer.AddU64(tag, LoadValue<std::uint64_t>(place));
-      return;
-    case Field::Double:
-      writer.AddDouble(tag, LoadValue<double>(place));
-      return;
-    case Field::Text:
-      writer.AddText(tag, reinterpret_cast<const char*>(place), field.Limit, fixed);
-      return;
-    case Field::Dropped16:
-    case Field::Dropped32:
-      return;
-  }
-}
-
 void AddFields(CQORPacketWriter& writer, std::span<const std::uint16_t> tags, const TradeRecord& record,
                bool fixed) noexcept {
-  for (const std::uint16_t tag : tags) AddField(writer, tag, record, fixed);
+  for (const std::uint16_t tag : tags)
+    AddField(writer, FieldOf(tag), reinterpret_cast<const std::uint8_t*>(&record), fixed);
 }
 
 // The record with its security's fields as its master, if any, has them.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "trade_data/ada_write_async.h"
 #include "trade_data/trade_fields.h"
 
 namespace {
@@ -69,4 +70,16 @@ void CQORTradeImpl::ClearRecords() {
 
 std::int32_t CQORTradeImpl::NextTradeID() noexcept {
   return ++LargestTradeID;
+}
+
+void CQORTradeImpl::SetWriterHandle(QOR::Base::CQORADAWriteAsync* writer) noexcept {
+  WriterHandle = writer;
+}
+
+bool CQORTradeImpl::SaveRecord(const TradeRecord& record, std::uint16_t messageNumber, std::uint16_t mode) {
+  if (WriterHandle == nullptr) return false;
+  CQORPacketWriter message(mode);
+  EncodeRecord(message, record, false, messageNumber, false);
+  message.Finish();
+  return WriterHandle->Write({message.GetData(), message.GetSize()});
 }

@@ -26,6 +26,9 @@ class TradeNumberMap {
   TradeRecord* LowestRecord() const noexcept { return Records.back(); }
   void RemoveLowest() noexcept { Records.pop_back(); }
 
+  // All records, the one with the highest number first.
+  const std::vector<TradeRecord*>& All() const noexcept { return Records; }
+
   // Place 0 holds the highest number, which is the oldest trade.
   TradeRecord* RecordAt(std::size_t place) const noexcept { return Records[place]; }
   std::int32_t NumberAt(std::size_t place) const noexcept {

@@ -21,6 +21,7 @@ struct SecurityMaster {
   char Text55107[49];
   double StrikePrice;
   double Multiplier;
+  char Alias[33] = {};  // another name to find a price's divisor by; may be empty
 };
 
 #pragma pack(push, 1)

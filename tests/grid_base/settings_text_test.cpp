@@ -4,16 +4,9 @@
 
 #include <random>
 
-namespace {
+#include "tests/grid_base/slow_settings_text.h"
 
-// The tree in one line, name(child,child) or name=value, to compare whole trees.
-std::wstring Shape(const CVELDPXMLNode& node) {
-  if (node.Children().empty()) return node.Name + L"=" + node.Value;
-  std::wstring shape = node.Name + L"(";
-  for (const auto& child : node.Children()) shape += Shape(*child) + L",";
-  shape.back() = L')';
-  return shape;
-}
+namespace {
 
 struct Parsed {
   bool Read;
@@ -23,7 +16,7 @@ struct Parsed {
 Parsed ParseText(const std::wstring& text) {
   CVELDPXMLNode root(L"Root", nullptr);
   const bool read = ParseNode(root, text);
-  return {read, Shape(root)};
+  return {read, ShapeOf(root)};
 }
 
 TEST(SettingsText, ParsesByItsOwnRules) {
@@ -76,54 +69,6 @@ TEST(SettingsText, WritesBranchesAndLeaves) {
   EXPECT_EQ(SerializeNode(root), L"<Root>\n<A>\n<B>\"12\"</B>\n</A>\n<C>\"\"</C>\n</Root>\n");
 }
 
-// The rules as they are told, one element after the other, without regard to cost.
-bool SlowExtract(std::wstring& text, const std::wstring& name, std::wstring& content) {
-  const std::wstring opening = L"<" + name + L">";
-  const std::wstring closing = L"</" + name + L">";
-  const std::size_t start = text.find(opening);
-  if (start == std::wstring::npos) return false;
-  std::size_t at = start + opening.size();
-  for (int depth = 1; at + closing.size() <= text.size();) {
-    if (at + opening.size() < text.size() && text.compare(at, opening.size(), opening) == 0) {
-      ++depth;
-      at += opening.size();
-    } else if (text.compare(at, closing.size(), closing) == 0) {
-      if (--depth == 0) {
-        content = text.substr(start + opening.size(), at - start - opening.size());
-        content.erase(0, content.find_first_not_of(L' '));
-        content.erase(content.find_last_not_of(L' ') + 1);
-        text.erase(start, at + closing.size() - start);
-        return true;
-      }
-      at += closing.size();
-    } else {
-      ++at;
-    }
-  }
-  return false;
-}
-
-bool SlowParse(CVELDPXMLNode& node, std::wstring& text) {
-  node.Value.clear();
-  node.RemoveChildren();
-  if (text.empty() || text[0] != L'<' || text.find(L'>') == std::wstring::npos) return false;
-  node.Name = text.substr(1, text.find(L'>') - 1);
-  std::wstring content;
-  if (!SlowExtract(text, node.Name, content)) return false;
-  if (content.empty()) return true;
-  if (content[0] == L'"') {
-    node.Value = content.size() > 2 ? content.substr(1, content.size() - 2) : L"";
-    return true;
-  }
-  if (content[0] != L'<') return false;
-  while (!content.empty()) {
-    auto child = std::make_unique<CVELDPXMLNode>();
-    if (!SlowParse(*child, content)) return false;
-    node.AdoptChild(std::move(child));
-  }
-  return true;
-}
-
 TEST(SettingsText, AgreesWithTheSlowWay) {
   const wchar_t* const pieces[] = {L"<A>", L"</A>", L"<B>", L"</B>", L"<A<B>", L"</A<B>", L"</", L"<",
                                    L">",   L"\"",   L"1",   L" ",    L"<>",    L"</>",    L"/",  L"<//A>"};
@@ -136,10 +81,9 @@ TEST(SettingsText, AgreesWithTheSlowWay) {
     text = L"<A>" + text + L"</A>";
     CVELDPXMLNode fast;
     CVELDPXMLNode slow;
-    std::wstring consumed = text;
-    const bool slowRead = SlowParse(slow, consumed);
+    const bool slowRead = SlowParse(slow, text);
     ASSERT_EQ(ParseNode(fast, text), slowRead) << std::string(text.begin(), text.end());
-    ASSERT_EQ(Shape(fast), Shape(slow)) << std::string(text.begin(), text.end());
+    ASSERT_EQ(ShapeOf(fast), ShapeOf(slow)) << std::string(text.begin(), text.end());
     read += slowRead ? 1 : 0;
   }
   EXPECT_GT(read, 1'000);

@@ -1,10 +1,10 @@
 #include "grid_base/xml_settings.h"
 
-#include <gtest/gtest.h>
-
-#include <fstream>
+#include "tests/grid_base/own_folder.h"
 
 namespace {
+
+using XmlSettingsFile = OwnFolder;
 
 class Pair : public SettingsObject {
  public:
@@ -128,36 +128,20 @@ TEST(XmlSettings, ReadsDamagedValuesAsToldAndLeavesTheOutputAlone) {
   EXPECT_FALSE(settings.Read(L"k", words));
 }
 
-TEST(XmlSettings, ReadOnlyRefusesToWriteAndStillReads) {
-  CVELDPXMLSettings settings;
-  settings.CreatePath(L"P");
-  settings.Write(L"k", std::int32_t{5});
-  settings.ReadOnly = 1;
-  EXPECT_FALSE(settings.CreatePath(L"P"));
-  EXPECT_FALSE(settings.Write(L"k", std::int32_t{6}));
-  EXPECT_FALSE(settings.RemovePath(L"P", false));
-  EXPECT_TRUE(settings.OpenPath(L"P"));
-  EXPECT_EQ(StoredText(settings, L"k"), L"5");
-}
-
-TEST(XmlSettings, KeepsItsTreeInAFile) {
-  const std::filesystem::path file = std::filesystem::temp_directory_path() / "tradebook_xml_settings_test.xml";
+TEST_F(XmlSettingsFile, KeepsItsTree) {
+  const std::filesystem::path file = Folder / "settings.xml";
   CVELDPXMLSettings settings;
   settings.UserRoot().Name = L"ColumnProfile";
   settings.CreatePath(L"A");
   settings.Write(L"B", std::wstring(L"line\nbreak"));
   ASSERT_TRUE(settings.SaveToFile(file));
-  std::ifstream saved(file, std::ios::binary);
-  const std::string bytes{std::istreambuf_iterator<char>(saved), {}};
-  EXPECT_EQ(bytes, "<ColumnProfile>\r\n<A>\r\n<B>\"line\r\nbreak\"</B>\r\n</A>\r\n</ColumnProfile>\r\n");
-  saved.close();
+  EXPECT_EQ(BytesOf(file), "<ColumnProfile>\r\n<A>\r\n<B>\"line\r\nbreak\"</B>\r\n</A>\r\n</ColumnProfile>\r\n");
   CVELDPXMLSettings loaded;
   ASSERT_TRUE(loaded.LoadFromFile(file));
   EXPECT_EQ(loaded.UserRoot().Name, L"ColumnProfile");
   ASSERT_TRUE(loaded.OpenPath(L"A"));
   EXPECT_EQ(StoredText(loaded, L"B"), L"linebreak");
-  std::filesystem::remove(file);
-  EXPECT_FALSE(loaded.LoadFromFile(file));
+  EXPECT_FALSE(loaded.LoadFromFile(Folder / "none.xml"));
   EXPECT_EQ(StoredText(loaded, L"B"), L"linebreak");
   EXPECT_TRUE(loaded.SaveToFile(file / "no" / "such" / "folder"));
 }

@@ -99,6 +99,7 @@ TEST(Program, TellsEachFailureByItsCode) {
       {"--headless --day missing.csv" + work, 3, "missing.csv: cannot be opened: "},
       {"--day " + day + " --securities " + day + PluginArguments("fake_plugin"), 3, "day.csv:1: the header must be "},
       {"--day " + day + " --record " + Quoted(TestFolder() / "no" / "x"), 3, "cannot be written: "},
+      {"--day " + day + " --record " + Quoted(TestFolder() / "no" / "x.ada"), 3, "x.ada: cannot be written: "},
       {"--headless --plugin " + text + work, 4, "the plug-in cannot be loaded: "},
       {"--day " + day + PluginArguments("lacking_plugin"), 4, "the plug-in lacks the entry point OnPluginMessage"},
   };
@@ -127,6 +128,52 @@ TEST(Program, RecordsTheSampleDayAlikeInBothModes) {
   std::size_t downloads = 0;
   for (std::size_t at = 0; (at = plain.find("#\x12\x27\xAF\x1F", at)) != std::string::npos; ++at) ++downloads;
   EXPECT_EQ(downloads, 6806U);
+}
+
+// What the plug-in itself leaves of a run.
+std::string DailyFileOf(const std::string& arguments) {
+  const auto work = TestFolder() / "work";
+  std::filesystem::remove_all(work);
+  const RunResult run = RunProgram("--headless --work " + Quoted(work) + " " + arguments);
+  EXPECT_EQ(run.Code, 0) << run.Errors;
+  for (const auto& entry : std::filesystem::directory_iterator(work))
+    if (entry.path().extension() == ".CSV") return ReadTestFile(entry.path());
+  return "no daily file";
+}
+
+TEST(Program, PlaysADayAlikeFromItsRecordFile) {
+  const std::string direct = DailyFileOf("");
+  EXPECT_GT(direct.size(), 1000000U);
+  const auto file = TestFolder() / "day.ADA";
+  WriteTestFile("day.ADA", std::string(9000000, '#'));  // a longer file is replaced whole
+  for (const char* mode : {"0", "1"}) {
+    const RunResult run = RunProgram("--record " + Quoted(file) + " --record-mode " + mode);
+    EXPECT_EQ(run.Code, 0) << run.Errors;
+    EXPECT_NE(run.Out.find(": 13,612 trades"), std::string::npos) << run.Out;
+    EXPECT_TRUE(DailyFileOf("--day " + Quoted(file)) == direct);
+  }
+}
+
+TEST(Program, ARecordFileHoldsTheTradesAlone) {
+  const auto file = TestFolder() / "day.ada";
+  const auto day = WriteTestFile("day.bin", WireMessage(8111) + WireMessage(9112) + WireMessage(9101));
+  const RunResult run = RunProgram("--day " + Quoted(day) + " --record " + Quoted(file));
+  EXPECT_NE(run.Out.find("day.ada: 2 trades; other messages left out: 1"), std::string::npos) << run.Out;
+  const std::string bytes = ReadTestFile(file);
+  EXPECT_EQ(bytes.substr(0, 5), std::string("#\1\0\0\0", 5));
+  EXPECT_EQ(bytes.substr(10, 5), "#\x12\x27\xAF\x1F");
+  ASSERT_EQ(bytes.size() % 2, 0U);
+  EXPECT_EQ(bytes.substr(bytes.size() / 2 + 10, 5), "#\x12\x27\x8D\x23");
+  WriteTestFile("empty.ada", "");
+  EXPECT_EQ(DailyFileOf("--day " + Quoted(TestFolder() / "empty.ada")).find("\r\n"), std::string::npos);
+}
+
+TEST(Program, TellsThatTheDiskIsFull) {
+  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "there is no full disk here";
+  std::filesystem::create_symlink("/dev/full", TestFolder() / "full.ada");
+  const RunResult full = RunProgram("--record " + Quoted(TestFolder() / "full.ada"));
+  EXPECT_EQ(full.Code, 3);
+  EXPECT_NE(full.Errors.find("full.ada: cannot be written: No space left"), std::string::npos) << full.Errors;
 }
 
 }  // namespace

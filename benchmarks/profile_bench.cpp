@@ -1,0 +1,82 @@
+// The column profile of the trade grid: what a click on Save costs, and what opening a book costs, beside writing and
+// reading the same bytes.
+#include <benchmark/benchmark.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "foundations/wide_text.h"
+#include "grid_base/column_profile.h"
+#include "grid_ops/trade_columns.h"
+
+namespace {
+
+// A working folder of its own, gone with the program.
+class BenchFolder {
+ public:
+  BenchFolder() : Path(std::filesystem::temp_directory_path() / ("tradebook_profile_" + std::to_string(getpid()))) {
+    std::filesystem::create_directories(Path);
+  }
+  ~BenchFolder() { std::filesystem::remove_all(Path); }
+  const std::filesystem::path Path;
+};
+
+const std::filesystem::path& Folder() {
+  static const BenchFolder folder;
+  return folder.Path;
+}
+
+ColumnProfile NewProfile() {
+  return {"Trade Book", L"ColumnProfile", Folder()};
+}
+
+void SaveProfile() {
+  ColumnProfile profile = NewProfile();
+  int place = 0;
+  for (const TradeColumn& column : kTradeColumns)
+    profile.SaveColumnState(std::string(column.Key), {NarrowToWide(std::string(column.Title)), column.WidthPx, 1,
+                                                      static_cast<int>(column.Align), 0, 0, place++, -1});
+  profile.SaveMultipleSort(true);
+  profile.SaveColumnProfileFile();
+}
+
+std::size_t LoadProfile() {
+  ColumnProfile profile = NewProfile();
+  profile.LoadColumnProfileFile();
+  int index = 0;
+  for (const TradeColumn& column : kTradeColumns)
+    profile.InsertProfiledColumn({std::string(column.Key), L"default", 1, 0, 0}, index++);
+  return profile.DisplayOrder(index).size();
+}
+
+void SaveAndLoadProfile(benchmark::State& state) {
+  for (auto _ : state) {
+    SaveProfile();
+    if (LoadProfile() != std::size(kTradeColumns)) state.SkipWithError("not every column came back");
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+
+std::string ReadBytes(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void WriteAndReadSameBytes(benchmark::State& state) {
+  SaveProfile();
+  const std::string bytes = ReadBytes(Folder() / "ColumnProfile" / "Trade Book" / "ColumnProfile.xml");
+  const std::filesystem::path path = Folder() / "same_bytes.xml";
+  for (auto _ : state) {
+    std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (ReadBytes(path) != bytes) state.SkipWithError("the bytes did not come back");
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+
+BENCHMARK(SaveAndLoadProfile)->Unit(benchmark::kMicrosecond);
+BENCHMARK(WriteAndReadSameBytes)->Unit(benchmark::kMicrosecond);
+
+}  // namespace

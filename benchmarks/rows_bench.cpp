@@ -1,0 +1,135 @@
+// Filter, sort and totals of a book at a million trades, beside the same in SQLite and beside a walk that only touches
+// the fields in question.
+#include <benchmark/benchmark.h>
+
+#include "benchmarks/million_trades.h"
+#include "benchmarks/sqlite_peer.h"
+#include "grid_ops/book_rows.h"
+#include "grid_ops/book_totals.h"
+
+namespace {
+
+constexpr int kSymbol = TradeColumnIndex("colSymbol"), kPrice = TradeColumnIndex("colPrice"),
+              kClient = TradeColumnIndex("colClientID"), kSide = TradeColumnIndex("colSide");
+
+BookRows& Book() {
+  static BookRows book(MillionTrades());
+  return book;
+}
+
+// An item is one walk over the whole book.
+void SetWalks(benchmark::State& state) {
+  state.SetItemsProcessed(state.iterations());
+}
+
+using FieldText = std::pair<int, const wchar_t*>;
+
+void FilterBook(benchmark::State& state, const std::vector<FieldText>& fields) {
+  BookRows& book = Book();
+  book.Filters.Clear();
+  for (const auto& [column, text] : fields) book.Filters.Change(column, text);
+  for (auto _ : state) book.OnFilterBarUpdate();
+  state.counters["rows"] = static_cast<double>(book.RowCount());
+  book.Filters.Clear();
+  SetWalks(state);
+}
+
+void SortBook(benchmark::State& state, const std::vector<SortState>& sort) {
+  BookRows& book = Book();
+  for (auto _ : state) {
+    state.PauseTiming();
+    book.CopyAllRows();
+    state.ResumeTiming();
+    book.ResortRows(sort);
+  }
+  SetWalks(state);
+}
+
+void AskSqlite(benchmark::State& state, const char* query) {
+  SqlitePeer& peer = SqlitePeer::Get();
+  std::size_t rows = 0;
+  for (auto _ : state) rows = peer.TakeRows(query);
+  state.counters["rows"] = static_cast<double>(rows);
+  SetWalks(state);
+}
+
+// The floor of a filter and of a sort: every record's field is touched once, fetched ahead.
+void WalkField(benchmark::State& state, const ColumnField& field) {
+  const std::vector<TradeRecord*>& trades = MillionTrades().TradeNumbers.All();
+  std::uint64_t sum = 0;
+  for (auto _ : state)
+    for (std::size_t i = 0; i < trades.size(); ++i) {
+      if (i + 24 < trades.size()) __builtin_prefetch(FieldPlace(*trades[i + 24], field));
+      sum += FieldAs<std::uint64_t>(*trades[i], field);
+    }
+  benchmark::DoNotOptimize(sum);
+  SetWalks(state);
+}
+
+class NoMasters : public SecurityMasters {
+ public:
+  std::optional<double> MultiplierOf(const FilterKey&) const override { return {}; }
+};
+
+void RecountTotals(benchmark::State& state) {
+  BookRows& book = Book();
+  book.CopyAllRows();
+  BookTotals totals;
+  SummaryLine line;
+  const NoMasters masters;
+  const FilterKey none{};
+  for (auto _ : state) totals.RecountTotals(book.Rows, {false, none, none, masters}, line);
+  if (totals.BuyQty == 0) state.SkipWithError("no trade was counted");
+  SetWalks(state);
+}
+
+// The rows around one at the beginning, in the middle or at the end: a thousand of them, as the place of a record
+// within its page tells on the copy.
+void CopyRecord(benchmark::State& state, std::size_t firstRow) {
+  constexpr std::size_t kAround = 1000;
+  BookRows& book = Book();
+  book.CopyAllRows();
+  TradeRecord record;
+  for (auto _ : state)
+    for (std::size_t i = 0; i < kAround; ++i) {
+      if (!book.GetRecordCopy(firstRow + i, record)) state.SkipWithError("the row is not there");
+      benchmark::DoNotOptimize(record);
+    }
+  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kAround));
+}
+
+const std::vector<FieldText> kOneText = {{kSymbol, L"nif"}};
+const std::vector<FieldText> kThreeTexts = {{kSymbol, L"n"}, {kSide, L"buy"}, {kClient, L"c01"}};
+
+BENCHMARK_CAPTURE(FilterBook, OneText, kOneText)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(FilterBook, ThreeTexts, kThreeTexts)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(AskSqlite, FilterOneText, "SELECT rowid FROM trades WHERE Symbol LIKE '%nif%'")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(AskSqlite, FilterThreeTexts,
+                  "SELECT rowid FROM trades WHERE Symbol LIKE '%n%' AND Side LIKE '%buy%' AND ClientID LIKE '%c01%'")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(WalkField, Symbol, kTradeColumns[kSymbol].Value)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(WalkField, Price, kTradeColumns[kPrice].Value)->Unit(benchmark::kMillisecond);
+
+const std::vector<SortState> kByPrice = {{kPrice, 1}};
+const std::vector<SortState> kBySymbol = {{kSymbol, 1}};
+const std::vector<SortState> kByBoth = {{kSymbol, 1}, {kPrice, 1}};
+
+BENCHMARK_CAPTURE(SortBook, Price, kByPrice)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(SortBook, Symbol, kBySymbol)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(SortBook, SymbolAndPrice, kByBoth)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(AskSqlite, SortPrice, "SELECT rowid FROM trades ORDER BY Price")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(AskSqlite, SortSymbol, "SELECT rowid FROM trades ORDER BY Symbol")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(AskSqlite, SortSymbolAndPrice, "SELECT rowid FROM trades ORDER BY Symbol, Price")
+    ->Unit(benchmark::kMillisecond);
+
+BENCHMARK(RecountTotals)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(AskSqlite, Totals,
+                  "SELECT sum(Quantity), sum(Quantity * Price * Multiplier) FROM trades GROUP BY Side")
+    ->Unit(benchmark::kMillisecond);
+
+BENCHMARK_CAPTURE(CopyRecord, FirstRow, 0);
+BENCHMARK_CAPTURE(CopyRecord, MiddleRow, kMillion / 2);
+BENCHMARK_CAPTURE(CopyRecord, LastRow, kMillion - 1000);
+
+}  // namespace

@@ -1,0 +1,102 @@
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "fuzz/fuzz_functions.h"
+#include "grid_ops/trade_file_lines.h"
+#include "tests/grid_ops/export_sample.h"
+
+namespace {
+
+// The lines of a file cut at commas, character by character; a return before a line's end is none of it.
+std::vector<std::vector<std::string>> PartsOfLines(std::string_view text) {
+  std::vector<std::vector<std::string>> lines(1, {""});
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool isLineEnd = i + 1 == text.size() || text[i + 1] == '\n';
+    if (text[i] == '\n')
+      lines.push_back({""});
+    else if (text[i] == ',')
+      lines.back().push_back("");
+    else if (text[i] != '\r' || !isLineEnd)
+      lines.back().back() += text[i];
+  }
+  return lines;
+}
+
+DescriptionList SlowExchangeFormat(std::string_view text) {
+  DescriptionList entries;
+  for (const auto& parts : PartsOfLines(text))
+    if (parts.size() > 1)
+      entries.push_back({parts[0], "", parts[1]});
+    else if (!parts[0].empty())
+      entries.push_back({parts[0], "", ""});
+  return entries;
+}
+
+DescriptionList SlowBookExport(std::string_view text) {
+  DescriptionList entries;
+  for (const auto& parts : PartsOfLines(text)) {
+    bool whole = parts.size() == 2 || parts.size() == 3;
+    for (const std::string& part : parts) whole = whole && !part.empty();
+    if (whole) entries.push_back({parts[0], parts[1], parts.size() == 3 ? parts[2] : ""});
+  }
+  return entries;
+}
+
+// What the names that are no columns write for the sample trade.
+std::string SlowNamedField(const std::string& name, bool isCash) {
+  if (name == "Security name") return "ABCD 2450.5 CE           ,";
+  if (name == "Book Type") return isCash ? "0 ,3 ," : "2 ,SL ,";
+  if (name == "Market Type") return "1 ,";
+  if (name == "Pro/Client") return "1,";
+  if (name == "Branch No") return "1  ,";
+  if (name == "Trade Status") return "11,";
+  if (name == "Opposite Broker Id") return "Nil  ,";
+  if (name == "Cover/Uncover Flag") return isCash ? "0   ,7 ," : "UNCOVER,";
+  return "";
+}
+
+std::string SlowCell(const TradeRecord& record, int column, bool isCash, std::size_t left) {
+  const std::string cell =
+      isCash ? TradeCellTextCM({}, "S", record, column, "") : TradeCellTextFO({}, "S", record, column, "");
+  if (isCash && cell.empty()) return "";
+  return left >= 2 ? cell + ',' : cell;
+}
+
+std::string SlowLine(const DescriptionList& entries, const TradeRecord& record, bool isCash) {
+  std::string line;
+  std::size_t left = entries.size();
+  for (const DescriptionEntry& entry : entries) {
+    int column = 0;
+    while (column < kTradeColumnCount && kTradeColumns[column].Title != entry.Name) ++column;
+    line += column < kTradeColumnCount ? SlowCell(record, column, isCash, left) : SlowNamedField(entry.Name, isCash);
+    --left;
+  }
+  return line;
+}
+
+void CheckLines(const DescriptionList& entries) {
+  static const TradeRecord record = FullTrade();
+  static const ColumnIndexes columns = IndexColumns(ColumnsOfGrid(), false);
+  const PriceDivisors divisors;
+  TradeFileLines lines(entries, columns, divisors);
+  for (const bool isCash : {false, true}) {
+    LineBuffer line;
+    line.Start(lines.Longest("S"));
+    lines.Append(line, isCash, "S", record);
+    RequireProperty(line.Text().size() <= lines.Longest("S"), "a line is no longer than it says");
+    RequireProperty(line.Text() == SlowLine(entries, record, isCash), "a line is what its entries write");
+  }
+}
+
+}  // namespace
+
+int FuzzDescriptionFiles(const std::uint8_t* data, std::size_t size) {
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  const DescriptionList exchange = ParseExchangeFormat(text), book = ParseBookExport(text);
+  RequireProperty(exchange == SlowExchangeFormat(text), "an exchange format reads line by line");
+  RequireProperty(book == SlowBookExport(text), "a book export reads line by line");
+  CheckLines(exchange);
+  CheckLines(book);
+  return 0;
+}

@@ -1,0 +1,82 @@
+#include "grid_ops/row_map.h"
+
+#include <algorithm>
+
+void RowMap::Clear() noexcept {
+  Runs.clear();
+  Count = 0;
+}
+
+void RowMap::Store(std::int32_t key, TradeRecord* record) {
+  auto run = Runs.begin();
+  while (run != Runs.end() && key < run->LowestKey() - 1) ++run;
+  // The key just below a run may be the highest of the next one.
+  if (run != Runs.end() && key == run->LowestKey() - 1) {
+    const auto next = run + 1;
+    if (next == Runs.end() || next->HighestKey != key) {
+      run->Records.push_back(record);
+      ++Count;
+      return;
+    }
+    run = next;
+  }
+  if (run != Runs.end() && key <= run->HighestKey) {
+    run->Records[static_cast<std::size_t>(run->HighestKey - key)] = record;
+    return;
+  }
+  Runs.insert(run, Run{key, {record}});
+  ++Count;
+}
+
+template <typename Visit>
+auto RowMap::VisitRow(std::size_t row, Visit visit) const noexcept {
+  auto run = Runs.rbegin();
+  for (; row >= run->Records.size(); ++run) row -= run->Records.size();
+  return visit(*run, run->Records.size() - 1 - row);
+}
+
+TradeRecord* RowMap::RecordAt(std::size_t row) const noexcept {
+  return VisitRow(row, [](const Run& run, std::size_t place) { return run.Records[place]; });
+}
+
+std::int32_t RowMap::KeyAt(std::size_t row) const noexcept {
+  return VisitRow(row, [](const Run& run, std::size_t place) {
+    return static_cast<std::int32_t>(run.HighestKey - static_cast<std::int64_t>(place));
+  });
+}
+
+std::optional<std::size_t> RowMap::RowOf(std::int32_t key) const noexcept {
+  std::size_t rows = 0;
+  for (auto run = Runs.rbegin(); run != Runs.rend(); rows += run->Records.size(), ++run)
+    if (key >= run->LowestKey() && key <= run->HighestKey)
+      return rows + static_cast<std::size_t>(key - run->LowestKey());
+  return std::nullopt;
+}
+
+bool RowMap::Holds(const TradeRecord* record) const noexcept {
+  return std::any_of(Runs.begin(), Runs.end(), [record](const Run& run) {
+    return std::find(run.Records.begin(), run.Records.end(), record) != run.Records.end();
+  });
+}
+
+std::vector<TradeRecord*> RowMap::Records() const {
+  std::vector<TradeRecord*> records;
+  records.reserve(Count);
+  for (auto run = Runs.rbegin(); run != Runs.rend(); ++run)
+    records.insert(records.end(), run->Records.rbegin(), run->Records.rend());
+  return records;
+}
+
+void RowMap::CopyNumbers(const TradeNumberMap& trades) {
+  Clear();
+  if (trades.Empty()) return;
+  Runs.push_back({trades.NumberAt(0), trades.All()});
+  Count = trades.Size();
+}
+
+void RowMap::NumberFromZero(const std::vector<TradeRecord*>& records) {
+  Clear();
+  if (records.empty()) return;
+  Count = records.size();
+  Runs.push_back({static_cast<std::int64_t>(Count) - 1, {records.rbegin(), records.rend()}});
+}

@@ -1,0 +1,122 @@
+#include "grid_base/column_profile.h"
+
+#include "tests/grid_base/own_folder.h"
+
+namespace {
+
+class ColumnProfileTest : public OwnFolder {
+ protected:
+  std::filesystem::path File() const { return Folder / "ColumnProfile" / "Trade Book" / "ColumnProfile.xml"; }
+  ColumnProfile NewProfile() const { return {"Trade Book", L"ColumnProfile", Folder}; }
+  void Load(ColumnProfile& profile, const std::string& elements) const {
+    std::filesystem::create_directories(File().parent_path());
+    WriteBytes(File(), "<ColumnProfile><TradeBook>" + elements + "</TradeBook></ColumnProfile>");
+    profile.LoadColumnProfileFile();
+  }
+};
+
+const NewColumn kServer{"colServer", L"Server", 60, 0, 0};
+const NewColumn kUser{"colUserID", L"User ID", 70, 1, 1};
+
+std::string Lines(const std::string& text) {
+  std::string lines;
+  for (const char character : text) lines += character == '\n' ? "\r\n" : std::string(1, character);
+  return lines;
+}
+
+TEST_F(ColumnProfileTest, FirstSaveIsThisFile) {
+  {
+    ColumnProfile profile = NewProfile();
+    profile.LoadColumnProfileFile();
+    EXPECT_TRUE(std::filesystem::is_directory(File().parent_path())) << "a first start leaves the folders behind";
+    EXPECT_FALSE(std::filesystem::exists(File()));
+    EXPECT_EQ(profile.LoadMultipleSort(), 1);
+    profile.SaveColumnState("colServer", profile.InsertProfiledColumn(kServer, 0));
+    profile.SaveColumnState("colUserID", {L"User \"ID\"", 2048, 1, 2, -1, 1, 0, 3});
+    profile.SaveMultipleSort(true);
+    EXPECT_TRUE(profile.SaveColumnProfileFile());
+  }
+  EXPECT_EQ(BytesOf(File()), Lines("<ColumnProfile>\n<TradeBook>\n"
+                                   "<colServer>\n<Header>\"Server\"</Header>\n<Width>\"60\"</Width>\n"
+                                   "<Visible>\"0\"</Visible>\n<Align>\"0\"</Align>\n<Sort>\"0\"</Sort>\n"
+                                   "<Locked>\"0\"</Locked>\n<Order>\"-1\"</Order>\n<Group>\"-1\"</Group>\n"
+                                   "</colServer>\n"
+                                   "<colUserID>\n<Header>\"User \"ID\"\"</Header>\n<Width>\"2048\"</Width>\n"
+                                   "<Visible>\"1\"</Visible>\n<Align>\"2\"</Align>\n<Sort>\"-1\"</Sort>\n"
+                                   "<Locked>\"1\"</Locked>\n<Order>\"0\"</Order>\n<Group>\"3\"</Group>\n"
+                                   "</colUserID>\n"
+                                   "<IsMultipleSort>\"1\"</IsMultipleSort>\n</TradeBook>\n</ColumnProfile>\n"));
+  ColumnProfile loaded = NewProfile();
+  loaded.LoadColumnProfileFile();
+  const ColumnState user = loaded.InsertProfiledColumn(kUser, 0);
+  EXPECT_EQ(user.Header, L"User \"ID\"");
+  EXPECT_EQ(user.Locked, 1);
+  EXPECT_EQ(SortsAscending(user), std::optional<bool>(false));
+  EXPECT_EQ(loaded.Columns().at(0).Width, 70) << "a reset goes back to the grid's width";
+  EXPECT_EQ(loaded.Columns().at(0).Header, L"User \"ID\"");
+  EXPECT_EQ(loaded.GroupPlaces().at(3), 0);
+}
+
+TEST_F(ColumnProfileTest, StoredValuesThatAreNoneCountAsNotStored) {
+  const struct {
+    const char* Stored;
+    std::int32_t Width, Align;
+    const wchar_t* Header;
+    int Sort;  // 1 ascending, -1 descending, 0 no sort is set
+  } rows[] = {
+      {"<Width>\"0\"</Width>", 70, 1, L"User ID", 0},
+      {"<Width>\"2049\"</Width><Sort>\"2\"</Sort>", 70, 1, L"User ID", 0},
+      {"<Width>\"-5\"</Width><Sort>\"1\"</Sort>", 70, 1, L"User ID", 1},
+      {"<Width>\"2048\"</Width><Sort>\"-1\"</Sort>", 2048, 1, L"User ID", -1},
+      {"<Width>\"1\"</Width><Align>\"2\"</Align>", 1, 2, L"User ID", 0},
+      {"<Width>\"99999999999999999999\"</Width><Align>\"3\"</Align>", 70, 1, L"User ID", 0},
+      {"<Width>\"wide\"</Width><Align>\"-1\"</Align>", 70, 1, L"User ID", 0},
+      {"<Header>\"\"</Header><Group>\"-2147483648\"</Group><Order>\"2147483647\"</Order>", 70, 1, L"User ID", 0},
+      {"<Header>\"Own\"</Header>", 70, 1, L"Own", 0},
+      {"<Header>\"Own\"</Header></colUserID><fault", 70, 1, L"User ID", 0},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Stored);
+    ColumnProfile profile = NewProfile();
+    Load(profile, "<colUserID>" + std::string(row.Stored) + "</colUserID>");
+    const ColumnState state = profile.InsertProfiledColumn(kUser, 0);
+    EXPECT_EQ(state.Width, row.Width);
+    EXPECT_EQ(state.Align, row.Align);
+    EXPECT_EQ(state.Header, row.Header);
+    const auto ascending = SortsAscending(state);
+    EXPECT_EQ(ascending ? (*ascending ? 1 : -1) : 0, row.Sort);
+    EXPECT_TRUE(profile.DisplayOrder(1).empty());
+  }
+}
+
+TEST_F(ColumnProfileTest, PlacesColumnsAndResetsThem) {
+  ColumnProfile profile = NewProfile();
+  // Place, and whether visible, of columns 0 to 6.
+  const std::int32_t stored[][2] = {{3, 1}, {0, 1}, {1, 0}, {3, 1}, {-1, 1}, {99, 1}, {2, 1}};
+  for (int i = 0; i < 7; ++i) {
+    const std::string key = "col" + std::to_string(i);
+    profile.SaveColumnState(key, {L"h", 9, stored[i][1], 0, 0, 0, stored[i][0], -1});
+    profile.InsertProfiledColumn({key, L"h", 50 + i, 0, 0}, i);
+  }
+  EXPECT_EQ(profile.DisplayOrder(7), (std::vector<int>{1, 6, 3}));
+  EXPECT_EQ(profile.DisplayOrder(6), (std::vector<int>{1, 3})) << "column 6 is none and takes no place";
+  EXPECT_EQ(profile.DisplayOrder(3), (std::vector<int>{1}));
+  std::vector<std::int32_t> widths;
+  for (const ColumnReset& reset : profile.ResetColumns(8)) widths.push_back(reset.Visible ? reset.Width : -1);
+  EXPECT_EQ(widths, (std::vector<std::int32_t>{50, 51, -1, 53, 54, 55, 56, -1}));
+  EXPECT_TRUE(profile.ResetColumns(-1).empty());
+}
+
+TEST_F(ColumnProfileTest, SavesInTheOrderOfTheFile) {
+  ColumnProfile profile = NewProfile();
+  Load(profile, "<IsMultipleSort>\"0\"</IsMultipleSort><colServer><Width>\"9\"</Width></colServer>");
+  EXPECT_EQ(profile.LoadMultipleSort(), 0);
+  profile.SaveMultipleSort(true);
+  profile.SaveColumnState("colServer", {L"S", 8, 0, 0, 0, 0, -1, -1});
+  EXPECT_TRUE(profile.SaveColumnProfileFile());
+  EXPECT_TRUE(
+      BytesOf(File()).starts_with(Lines("<ColumnProfile>\n<TradeBook>\n<IsMultipleSort>\"1\"</IsMultipleSort>\n"
+                                        "<colServer>\n<Width>\"8\"</Width>\n<Header>\"S\"</Header>\n")));
+}
+
+}  // namespace

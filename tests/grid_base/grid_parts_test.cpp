@@ -1,0 +1,66 @@
+// The small parts of a grid: folder paths, type names, fonts.
+#include "grid_base/folder_path.h"
+#include "grid_base/grid_font.h"
+#include "grid_base/grid_type_names.h"
+#include "grid_base/xml_settings.h"
+#include "tests/grid_base/own_folder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using GridPartsTest = OwnFolder;
+
+TEST_F(GridPartsTest, BuildsFoldersAndPath) {
+  const struct {
+    const char *Relative, *File, *Made, *Path;
+  } rows[] = {
+      {"ColumnProfile\\Trade Book", "c.xml", "ColumnProfile/Trade Book", "ColumnProfile/Trade Book/c.xml"},
+      {"a/b\\c\\", "", "a/b/c", "a/b/c"},
+      {"\\\\d\\\\/e", "f", "d/e", "d/e/f"},
+      {"\\", "f", "", "f"},
+      {"file/under", "f", "", "file/under/f"},
+  };
+  WriteBytes(Folder / "file", "no folder can be made here");
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Relative);
+    EXPECT_EQ(BuildFolderPath(row.Relative, row.File, Folder), Folder / row.Path);
+    EXPECT_TRUE(fs::is_directory(Folder / row.Made));
+  }
+  EXPECT_TRUE(BuildFolderPath("", "c.xml", Folder).empty());
+}
+
+TEST(GridTypeName, IsEmptyForNoCode) {
+  const std::pair<int, const wchar_t*> rows[] = {{-1, L""},      {0, L"Alert"},         {22, L"NetPostionHistory"},
+                                                 {41, L"Trade"}, {49, L"NetPosExpiry"}, {50, L""}};
+  for (const auto& [code, name] : rows) EXPECT_EQ(GridTypeName(code), name) << code;
+}
+
+TEST(GridFontTest, IsTakenFromTheSectionOrMadeBold) {
+  CVELDPXMLSettings settings;
+  GridFont current;
+  current.Height = -13;
+  current.CharSet = 2;
+  SetFaceName(current, std::wstring(40, L'x'));
+  EXPECT_EQ(current.FaceName[30], u'x');
+  EXPECT_EQ(current.FaceName[31], 0);
+  const auto made = LoadGridFont(settings, L"TradeGrid", current);
+  ASSERT_TRUE(made);
+  settings.CreatePath(L"TradeGrid");
+  EXPECT_FALSE(LoadGridFont(settings, L"TradeGrid", current)) << "a section without a font gives none";
+  settings.Write(L"Font", std::wstring(91 * 2, L'0'));
+  EXPECT_FALSE(LoadGridFont(settings, L"TradeGrid", current));
+  ASSERT_TRUE(WriteFont(settings, *made));
+  std::wstring text;
+  settings.Read(L"Font", text);
+  EXPECT_EQ(text,
+            L"f3ffffff000000000000000000000000bc020000000000020000000"
+            L"04d0053002000530061006e007300200053006500720069006600" +
+                std::wstring(76, L'0'));
+  settings.Write(L"Font", text.replace(56, 128, 128, L'a'));
+  const auto stored = LoadGridFont(settings, L"TradeGrid", {});
+  ASSERT_TRUE(stored);
+  EXPECT_EQ(stored->CharSet, 2);
+  EXPECT_EQ(std::u16string(stored->FaceName), std::u16string(31, u'\xAAAA'));
+}
+
+}  // namespace

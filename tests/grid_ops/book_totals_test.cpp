@@ -1,0 +1,51 @@
+#include "grid_ops/book_totals.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "tests/grid_ops/twin_book.h"
+#include "tests/trade_data/wire_bytes.h"
+
+namespace {
+
+// The averages are by the multiplier of the last buy that the walk meets, of a master, or of the record that came in.
+TEST(BookTotalsTest, TellsTheLine) {
+  Desk desk;
+  TwinBook& book = desk.Open("book");
+  const auto trade = [&](unsigned side, std::uint32_t quantity, double price, double multiplier) {
+    desk.Trade(desk.Executions + 1,
+               WireU8(101, side) + WireU32(20014, quantity) + WireDouble(40002, price) + WireDouble(40008, multiplier));
+  };
+  const SlowMarket restored = {{"N", ""}, {"N", "1"}, {{{"N", "1"}, 2}}};
+  // clang-format off
+  const struct {
+    std::function<void()> Action;
+    const char* Line;  // texts, + or - as painted, * where changed
+  } kRows[] = {
+      // A net amount of -1 counts as shown from the start.
+      {[&] { desk.Play(8112); trade(1, 1, 1, 1); }, "1* 1.00* +* 0* 0.00* -* 1+*  "},
+      {[&] { desk.Play(30022); desk.Play(8112); book.CountTotals(false); }, "0* 0.00* + 0 0.00 - 0+* 0.00+* "},
+      {[&] { trade(1, 10, 2.5, 4); }, "10* 100.00* + 0 0.00 - 10+* -100.00-* "},
+      {[&] { trade(3, 10, 2.5, 4); }, "10 100.00 + 0 0.00 - 10+ -100.00- "},
+      {[&] { trade(1, 30, 5, 2); trade(2, 50, 3, 2); }, "40* 400.00* + 50* 300.00* - -10-* -100.00-* "},
+      {[&] { book.CountTotals(true); }, "40+* 400.00+* 2.50+* 50-* 300.00-* 0.00-* -10-* -100.00-* "},
+      {[&] { book.CountTotals(false); }, "40+ 400.00+ 2.50+ 50- 300.00- 0.00- -10- -100.00- "},
+      {[&] { desk.Market = restored; book.CountTotals(false); }, "40+ 400.00+ 2.50+ 50- 300.00- 0.00- -10- -100.00- "},
+      {[&] { book.KeepTo({"N", "2"}); book.CountTotals(false); },
+       "40+ 400.00+ 5.00+* 50- 300.00- 3.00-* -10- -100.00- "},
+      {[&] { desk.Market.Selected = {"N", "2"}; book.CountTotals(false); },
+       "40+ 400.00+ 5.00+ 50- 300.00- 3.00- -10- -100.00- "},
+      {[&] { book.KeepTo({}); trade(2, 0xFFFFFFF6u, 30, 4); },
+       "40+ 400.00+ 2.50+* 40-* -900.00-* -5.62-* 0+* -1300.00-* "},
+      {[&] { desk.Play(30022); book.CountTotals(true); }, "0+* 0.00+* 0.00+* 0-* 0.00-* 0.00-* 0+* 0.00+* "},
+  };
+  // clang-format on
+  for (const auto& row : kRows) {
+    row.Action();
+    EXPECT_EQ(book.LineText(), row.Line);
+    EXPECT_EQ(book.Difference(), "");
+  }
+}
+
+}  // namespace

@@ -1,0 +1,142 @@
+#include "grid_ops/csv_export.h"
+
+#include <algorithm>
+
+#include "grid_ops/csv_commands.h"
+#include "tests/grid_base/own_folder.h"
+#include "tests/grid_ops/export_sample.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Columns of a grid as "index" or "index*" for a selected one, in the order shown; "-" is a hidden one's place.
+GridColumns ColumnsShown(int count, const std::vector<std::string>& shown) {
+  GridColumns columns = ColumnsOfGrid(count);
+  for (GridColumn& column : columns) column.Visible = false;
+  for (std::size_t place = 0; place < shown.size(); ++place) {
+    if (shown[place] == "-") continue;
+    GridColumn& column = columns[static_cast<std::size_t>(std::stoi(shown[place]))];
+    column.Visible = true;
+    column.Order = static_cast<int>(place);
+    column.Selected = shown[place].ends_with('*');
+  }
+  return columns;
+}
+
+struct CsvCase {
+  const char* What;
+  const char* Mode;
+  std::vector<std::string> Shown;
+  std::vector<std::size_t> Rows;  // of the cache's trades
+  std::vector<GridRowRange> Selections;
+  std::string Bytes;
+};
+
+// Server, UserID, VELDTradeID, VELDOrderID. The cache has trades 7 and -3 of server A and 5 of server B.
+// clang-format off
+const CsvCase kCases[] = {
+    {"whole cache, by server and signed id, columns by index", "All Columns", {"3", "1"}, {1}, {},
+     "Server,UserID,VELDTradeID,VELDOrderID\r\nA,USER1,-3,16910597\r\nA,a,b,7,16910597\r\nB,USER1,5,16910597"},
+    {"shown order", "Visible Columns", {"3", "0", "2"}, {2, 0}, {},
+     "VELDOrderID,Server,VELDTradeID\r\n16910597,Default,5\r\n16910597,Default,7"},
+    {"hidden place", "Visible Columns", {"3", "-", "2", "0"}, {2}, {},
+     "VELDOrderID,VELDTradeIDServer,\r\n16910597,5Default,"},
+    {"no rows", "Visible Columns", {"1", "2"}, {}, {}, "UserID,VELDTradeID"},
+    {"no columns", "Visible Columns", {}, {0, 1}, {}, "\r\n\r\n"},
+    {"header as shown, cells by index, none behind the last", "Selected Columns", {"3*", "1", "0*"}, {0, 1}, {{0, 1}},
+     "VELDOrderID,Server,\r\nDefault,16910597\r\nDefault,16910597"},
+    {"without the last column", "Selected Columns", {"2*", "1*"}, {2, 1}, {{0, 1}},
+     "VELDTradeID,UserID,\r\nUSER1,5,\r\nUSER1,-3,"},
+    {"ranges", "Selected Columns", {"2*"}, {0, 1, 2},
+     {{2, 9}, {2, 0}, {-1, 1}, {0, 0}, {3, 0x7FFFFFFF}, {-1, -1}, {2, 2}}, "VELDTradeID,\r\n5,\r\n7,\r\n5,"},
+    {"no rows at all", "Selected Columns", {"2*"}, {}, {{0, 5}}, "VELDTradeID,"},
+    {"mode in another case", "all columns", {"2"}, {0}, {}, ""},
+};
+// clang-format on
+
+class CsvExport : public OwnFolder {};
+
+TEST_F(CsvExport, Modes) {
+  SampleTrades trades;
+  PutText(trades.Add("A", 7).UserID, "a,b");
+  trades.Add("A", -3);
+  trades.Add("B", 5);
+  for (const CsvCase& test : kCases) {
+    SCOPED_TRACE(test.What);
+    const GridColumns columns = ColumnsShown(4, test.Shown);
+    std::vector<TradeRecord*> rows;
+    for (const std::size_t row : test.Rows) rows.push_back(&trades.Records[row]);
+    WriteBytes(Folder / "out.csv", std::string(1000, 'x'));
+    ExportGridCsv(test.Mode, Folder / "out.csv", {columns, rows, test.Selections, "Default", trades.ByServer});
+    EXPECT_EQ(BytesOf(Folder / "out.csv"), test.Bytes);
+  }
+}
+
+// Every column, across many blocks, with the progress that is told.
+TEST_F(CsvExport, LongFile) {
+  SampleTrades trades;
+  for (int id = 1; id <= 45'000; ++id) trades.Add("Default", id);
+  std::vector<std::size_t> told;
+  const GridColumns columns = ColumnsOfGrid();
+  const auto tell = [&](std::size_t done, std::size_t all) { told.insert(told.end(), {done, all}); };
+  ExportGridCsv("All Columns", Folder / "out.csv", {columns, {}, {}, "", trades.ByServer}, tell);
+  EXPECT_EQ(told, (std::vector<std::size_t>{20'000, 45'000, 40'000, 45'000}));
+  const std::string bytes = BytesOf(Folder / "out.csv");
+  std::size_t at = bytes.find("\r\n");
+  EXPECT_EQ(std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(at), ','), 36);
+  for (int id = 1; id <= 45'000; ++id) {
+    const std::string line = "\r\nDefault,USER1," + std::to_string(id) +
+                             ",16910597,4711,1100000000012345,XTRADE-77,20240229-10:15:00,20240229-10:15:01,"
+                             "20240229-10:15:02,NSEFO,35001,ABCD,29FEB2024,OPTSTK,CE,Sell,StopLimit,150,50,101.750000,"
+                             "2450.500000,CLIENT07,\"ref, first\",MGR,MEM12,68,400123456789,INTRADAY,CloseYesterday,"
+                             "0.25,PANCD1234F,T-24,ALGO9,515,PART01,";
+    ASSERT_EQ(bytes.substr(at, line.size()), line);
+    at += line.size();
+  }
+  EXPECT_EQ(at, bytes.size());
+}
+
+TEST_F(CsvExport, FailuresAreSilent) {
+  SampleTrades trades;
+  for (int id = 1; id <= 3000; ++id) trades.Add("Default", id);
+  const GridColumns columns = ColumnsOfGrid();
+  const CsvSource source{columns, {}, {}, "", trades.ByServer};
+  ExportGridCsv("All Columns", Folder / "missing" / "out.csv", source);
+  ExportGridCsv("All Columns", Folder, source);
+  EXPECT_TRUE(fs::is_empty(Folder));
+  if (!fs::exists("/dev/full")) GTEST_SKIP() << "there is no full disk here";
+  ExportGridCsv("All Columns", "/dev/full", source);
+}
+
+std::string ProposalText(const fs::path& proposal) {
+  std::string text = proposal.string();
+  std::replace(text.begin(), text.end(), '\\', '/');
+  return text;
+}
+
+TEST(CsvCommands, ProposalsAndRememberedFolders) {
+  constexpr std::int64_t kNoon = 1772884800;  // 2026-03-07 12:00:00 UTC
+  ExportFolders folders;
+  const auto propose = [&](int id) {
+    return ProposalText(ProposeCsvPath(*FindCsvCommand(id), folders, fs::path("grid"), kNoon));
+  };
+  const auto remember = [&](int id, const char* chosen) {
+    RememberCsvFolder(*FindCsvCommand(id), folders, ProposeCsvPath(*FindCsvCommand(id), folders, "grid", kNoon),
+                      chosen);
+  };
+  EXPECT_EQ(propose(30010), "/TradeBook_All20260307.CSV");
+  EXPECT_EQ(propose(30013), "grid/CSV/TradeBook_Selected20260307.CSV");
+  EXPECT_EQ(propose(30010), "grid/CSV/TradeBook_All20260307.CSV");  // the base moved
+  EXPECT_EQ(propose(30012).substr(0, 26), "/TradeBook_Manual20260307_");
+  EXPECT_EQ(propose(30012).size(), 34U);
+  remember(30011, "some/folder\\name.csv");
+  remember(30013, "some/folder/name.csv");
+  remember(30010, "name.csv");
+  EXPECT_EQ(propose(30011), "some/folder/TradeBook_Visible20260307.CSV");
+  EXPECT_EQ(propose(30013), "grid/CSV/TradeBook_Selected20260307.CSV/TradeBook_Selected20260307.CSV");
+  EXPECT_EQ(propose(30010), "grid/CSV/TradeBook_All20260307.CSV");
+  EXPECT_EQ(FindCsvCommand(30015), nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,45 @@
+// What the tests of the writers write: a trade with a value in every field, a grid's columns, a cache's trades.
+#pragma once
+
+#include <cstring>
+#include <deque>
+#include <string>
+#include <string_view>
+
+#include "grid_ops/grid_columns.h"
+#include "grid_ops/trade_columns.h"
+#include "tests/trade_data/sample_trade.h"
+#include "trade_data/trade_cache.h"
+
+template <std::size_t kSize>
+void PutText(char (&field)[kSize], std::string_view text) {
+  std::memset(field, 0, kSize);
+  text.copy(field, kSize - 1);
+}
+
+// The sample of the wire with dates in its times and blanks behind its symbol.
+inline TradeRecord FullTrade() {
+  TradeRecord record = SampleRecord();
+  PutText(record.OrderTime, "20240229-10:15:00");
+  PutText(record.ExchangeOrderTime, "20240229-10:15:01");
+  PutText(record.ExchangeTradeTime, "20240229-10:15:02");
+  PutText(record.Symbol, "ABCD  ");
+  return record;
+}
+
+inline GridColumns ColumnsOfGrid(int count = kTradeColumnCount) {
+  GridColumns columns;
+  for (int i = 0; i < count; ++i) columns.push_back({std::string(kTradeColumns[i].Title), true, i, false});
+  return columns;
+}
+
+struct SampleTrades {
+  TradeRecord& Add(const char* server, std::int32_t id, const TradeRecord& record = FullTrade()) {
+    TradeRecord& added = Records.emplace_back(record);
+    added.VELDTradeID = static_cast<std::uint32_t>(id);
+    ByServer[server].Insert(id, &added);
+    return added;
+  }
+  std::deque<TradeRecord> Records;
+  ServerTrades ByServer;
+};

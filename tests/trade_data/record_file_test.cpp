@@ -1,0 +1,233 @@
+// Record files: their names, what is loaded of them, and the writer thread.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "tests/trade_data/wire_bytes.h"
+#include "trade_data/ada_write_async.h"
+#include "trade_data/trade_impl.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using QOR::Base::CQORADAWriteAsync;
+
+class RecordFileTest : public testing::Test {
+ protected:
+  RecordFileTest() {
+    for (int i = 0; !fs::create_directory(Folder); ++i)
+      Folder = fs::temp_directory_path() / ("tradebook_records_" + std::to_string(i));
+  }
+  ~RecordFileTest() override { fs::remove_all(Folder); }
+
+  fs::path WriteFile(const std::string& bytes) {
+    std::ofstream(Folder / "day.ada", std::ios::binary) << bytes;
+    return Folder / "day.ada";
+  }
+  static std::string ReadFile(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+  }
+
+  fs::path Folder = fs::temp_directory_path();
+};
+
+// Remembers the ids of its messages; refuses id 13, and writes once the count of writes allowed is used up.
+class TestFile : public QOR::Base::CQORFileImpl {
+ public:
+  explicit TestFile(const fs::path& folder) { SetName(folder, "day"); }
+  void LoadRecord(CQORPacketReader& reader) override {
+    std::uint32_t id = 0;
+    while (reader.NextTag())
+      if (reader.Tag == 20008) reader.ReadU32(id);
+    if (id == 13) throw std::bad_alloc();
+    Ids += std::to_string(id) + " ";
+  }
+  bool WriteBytes(std::span<const std::uint8_t> bytes) override {
+    return WritesAllowed-- > 0 && CQORFileImpl::WriteBytes(bytes);
+  }
+  std::string Ids;
+  int WritesAllowed = 1000000;
+};
+
+std::string Message(std::uint32_t id, unsigned mode = 0) {
+  return WireMessage(8111, WireU32(20008, id), mode);  // 22 bytes
+}
+
+std::string CompressedMessage(std::uint32_t id) {
+  CQORPacketWriter writer(1);
+  writer.AddU16(10002, 8111);
+  writer.AddU32(20008, id);
+  writer.Finish();
+  return {reinterpret_cast<const char*>(writer.GetData()), writer.GetSize()};
+}
+
+std::span<const std::uint8_t> AsBytes(const std::string& text) {
+  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+std::tm Moment() {
+  std::tm moment{};
+  moment.tm_year = 126;
+  moment.tm_mon = 2;
+  moment.tm_mday = 1;
+  moment.tm_hour = 9;
+  moment.tm_min = 5;
+  return moment;
+}
+
+TEST_F(RecordFileTest, Names) {
+  CQORTradeImpl file;
+  file.SetName("f", "Trade");
+  EXPECT_EQ(file.FullPath(), fs::path("f") / "Trade.ada");
+  file.SetDate(Moment());
+  EXPECT_EQ(file.FullPath(), fs::path("f") / "Trade_20260301.ada");
+  file.SetName("f", "a.b", ".x");
+  EXPECT_EQ(file.FullPath(), fs::path("f") / "a.b_20260301.x");
+  EXPECT_EQ(file.BackupPath("old", Moment()), fs::path("old") / "a.b_20260301_0905.x");
+}
+
+TEST_F(RecordFileTest, LoadsUpToTheLastWholeMessage) {
+  const struct {
+    const char* Name;
+    std::string Bytes;
+    std::string Ids;
+    std::uint64_t Loaded;
+  } cases[] = {
+      {"empty", "", "", 0},
+      {"plain and compressed", CompressedMessage(1) + Message(2), "1 2 ", CompressedMessage(1).size() + 22},
+      {"a refused one costs itself", Message(1) + Message(13) + Message(2), "1 2 ", 66},
+      {"garbage between", Message(1) + "#xy" + Message(2) + "z", "1 2 ", 47},
+      {"enciphered without a key", Message(1) + Message(2, 2) + Message(3), "1 ", 22},
+      {"unknown mode", Message(1) + Message(2, 7) + Message(3), "1 ", 22},
+      {"no number first", Message(1) + WireU16(1, 0) + WireU16(10001, 4) + WireU8(101, 1) + Message(3), "1 ", 22},
+      {"a bare header", WireU16(1, 0) + WireU16(10001, 0), "", 0},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.Name);
+    WriteFile(row.Bytes);
+    TestFile file(Folder);
+    EXPECT_EQ(file.Load(), 0u);
+    ASSERT_FALSE(file.Open());
+    EXPECT_EQ(file.Load(), row.Loaded);
+    EXPECT_EQ(file.Ids, row.Ids);
+  }
+}
+
+TEST_F(RecordFileTest, CutAnywhereLoadsWhatIsWholeAndGoesOnBehindIt) {
+  const std::string whole = Message(1) + Message(2) + Message(3);
+  const char* ids[] = {"", "1 ", "1 2 ", "1 2 3 "};
+  for (std::size_t size = 0; size <= whole.size(); ++size) {
+    SCOPED_TRACE(size);
+    const fs::path path = WriteFile(whole.substr(0, size));
+    TestFile file(Folder);
+    ASSERT_FALSE(file.Open());
+    EXPECT_EQ(file.Load(), size / 22 * 22);
+    EXPECT_EQ(file.Ids, ids[size / 22]);
+    EXPECT_TRUE(file.WriteBytes(AsBytes(Message(9))));
+    EXPECT_TRUE(file.Close());
+    EXPECT_EQ(ReadFile(path), whole.substr(0, size / 22 * 22) + Message(9));
+  }
+}
+
+TEST_F(RecordFileTest, TheWriterKeepsTheOrderAndTheTradesComeBack) {
+  std::string expected;
+  {
+    CQORTradeImpl trades;
+    trades.SetName(Folder, "day");
+    ASSERT_FALSE(trades.Open());
+    CQORADAWriteAsync writer(trades, trades.BufferStore());
+    TradeRecord record{};
+    EXPECT_FALSE(trades.SaveRecord(record, 8111, 0));
+    trades.SetWriterHandle(&writer);
+    for (std::uint32_t id = 1; id <= 5000; ++id) {
+      record.VELDTradeID = id;
+      // Lengths on both sides of a buffer's step, so that buffers of all sizes come back from the pool.
+      std::memset(record.ReferenceText, 'r', sizeof record.ReferenceText - 1);
+      record.ReferenceText[id % 65] = '\0';
+      const std::uint16_t mode = id % 3 == 0 ? 1 : 0;
+      ASSERT_TRUE(trades.SaveRecord(record, 9101, mode));
+      CQORPacketWriter message(mode);
+      trades.EncodeRecord(message, record, false, 9101, false);
+      message.Finish();
+      expected.append(reinterpret_cast<const char*>(message.GetData()), message.GetSize());
+    }
+    EXPECT_TRUE(writer.Close());
+    EXPECT_FALSE(writer.Write(AsBytes("late")));
+    EXPECT_TRUE(ReadFile(trades.FullPath()) == expected);
+  }
+  CQORTradeImpl loaded;
+  loaded.SetName(Folder, "day");
+  ASSERT_FALSE(loaded.Open());
+  EXPECT_EQ(loaded.Load(), expected.size());
+  TradeRecord record{};
+  for (const int id : {1, 2499, 5000}) EXPECT_TRUE(loaded.FetchRecord(id, record)) << id;
+  EXPECT_EQ(std::strlen(record.ReferenceText), 5000u % 65);
+  EXPECT_EQ(loaded.NextTradeID(), 5001);
+}
+
+TEST_F(RecordFileTest, AFailedWriteIsReportedOnceAndEndsTheWriting) {
+  TestFile file(Folder);
+  ASSERT_FALSE(file.Open());
+  file.WritesAllowed = 2;
+  testing::internal::CaptureStderr();
+  QOR::Base::CQORADAStore store;
+  CQORADAWriteAsync writer(file, store);
+  for (std::uint32_t id = 1; id <= 1000; ++id) writer.Write(AsBytes(Message(id)));
+  EXPECT_FALSE(writer.Close());
+  EXPECT_FALSE(writer.Close());
+  const std::string report = testing::internal::GetCapturedStderr();
+  EXPECT_TRUE(report.starts_with("QOR::Base::CQORADAWriteAsync::WriteOut\t")) << report;
+  EXPECT_NE(report.find("\tWrite failed: "), std::string::npos) << report;
+  EXPECT_EQ(report.find('\n'), report.size() - 1) << report;
+  EXPECT_TRUE(file.Close());
+  EXPECT_EQ(ReadFile(Folder / "day.ada"), Message(1) + Message(2));
+}
+
+TEST_F(RecordFileTest, AFullDiskDoesNotHang) {
+  if (!fs::exists("/dev/full")) GTEST_SKIP() << "there is no full disk here";
+  fs::create_symlink("/dev/full", Folder / "day.ada");
+  TestFile file(Folder);
+  ASSERT_FALSE(file.Open());
+  testing::internal::CaptureStderr();
+  QOR::Base::CQORADAStore store;
+  CQORADAWriteAsync writer(file, store);
+  const std::string message = Message(1);
+  for (int i = 0; i < 10000 && writer.Write(AsBytes(message)); ++i) {
+  }
+  EXPECT_FALSE(writer.Close());
+  EXPECT_EQ(writer.Error(), 28u);
+  const std::string report = testing::internal::GetCapturedStderr();
+  EXPECT_NE(report.find("Write failed: ErrorNo: 28, "), std::string::npos) << report;
+}
+
+TEST_F(RecordFileTest, OpeningTellsWhy) {
+  std::ofstream(Folder / "file") << "x";
+  for (const fs::path& folder : {Folder / "missing", Folder / "file"}) {
+    TestFile file(folder);
+    EXPECT_TRUE(file.Open());
+    EXPECT_FALSE(file.WriteBytes(AsBytes(Message(1))));
+  }
+}
+
+TEST_F(RecordFileTest, ABackupMovesTheFileAndStartsAFreshOne) {
+  TestFile file(Folder);
+  ASSERT_FALSE(file.Open());
+  file.WriteBytes(AsBytes(Message(1)));
+  EXPECT_TRUE(file.Backup(Folder / "old", Moment()));
+  file.WriteBytes(AsBytes(Message(2)));
+  // A folder that cannot be made: the file stays and goes on.
+  std::ofstream(Folder / "taken") << "x";
+  testing::internal::CaptureStderr();
+  EXPECT_FALSE(file.Backup(Folder / "taken", Moment()));
+  const std::string report = testing::internal::GetCapturedStderr();
+  EXPECT_TRUE(report.starts_with("QOR::Base::CQORFileImpl::Backup\t")) << report;
+  EXPECT_NE(report.find("\tRename failed: ErrorNo: "), std::string::npos) << report;
+  file.WriteBytes(AsBytes(Message(3)));
+  EXPECT_TRUE(file.Close());
+  EXPECT_EQ(ReadFile(Folder / "old" / "day_20260301_0905.ada"), Message(1));
+  EXPECT_EQ(ReadFile(Folder / "day.ada"), Message(2) + Message(3));
+}
+
+}  // namespace
