@@ -58,7 +58,6 @@ constexpr Figure kFigures[] = {
     {"live trade into ten books / with none open", "LiveTrades/TenBooks", "LiveTrades/NoBook", 3},
     {"copy of a middle row / of the first row", "CopyRecord/MiddleRow", "CopyRecord/FirstRow", 1.2},
     {"copy of the last row / of the first row", "CopyRecord/LastRow", "CopyRecord/FirstRow", 1.2},
-    {"repaint of a grid of 1,000,000 rows / of 1,000", "RepaintGrid/1000000", "RepaintGrid/1000", 1.2},
     {"SQLite shell writes the CSV / CSV of all columns", "SqliteShellCsv/iterations:1/repeats:3/real_time",
      "ExportCsv/real_time", 3, true},
 };
@@ -82,7 +81,6 @@ constexpr TimeLimit kTimeLimits[] = {
     {"column profile of 37 columns: save and load", "SaveAndLoadProfile", "WriteAndReadSameBytes", 2},
     {"CSV of all columns of 1,000,000 trades", "ExportCsv/real_time", "WriteCsvBytes/real_time", 700},
     {"exchange files of 1,000,000 trades, 20 fields", "ExportExchange/real_time", "WriteExchangeBytes/real_time", 600},
-    {"repaint of 45 rows x 20 columns / draw their texts", "RepaintGrid/1000000", "DrawTexts", 30},
 };
 
 void PrintTimeLimits(const Results& results) {
