@@ -58,10 +58,17 @@ constexpr Figure kFigures[] = {
     {"live trade into ten books / with none open", "LiveTrades/TenBooks", "LiveTrades/NoBook", 3},
     {"copy of a middle row / of the first row", "CopyRecord/MiddleRow", "CopyRecord/FirstRow", 1.2},
     {"copy of the last row / of the first row", "CopyRecord/LastRow", "CopyRecord/FirstRow", 1.2},
+    {"repaint of a grid of 1,000,000 rows / of 1,000", "RepaintGrid/1000000", "RepaintGrid/1000", 1.2},
+    {"repaint of a book of 1,000,000 rows / of 1,000", "RepaintBook/1000000/iterations:40",
+     "RepaintBook/1000/iterations:40", 1.2},
+    {"1,000 trades' beat of a book of 1,000,000 / of 10,000", "BeatOfBook/1000000/iterations:40",
+     "BeatOfBook/10000/iterations:40", 1.5},
     {"SQLite shell writes the CSV / CSV of all columns", "SqliteShellCsv/iterations:1/repeats:3/real_time",
      "ExportCsv/real_time", 3, true},
 };
 constexpr double kMostBytesPerTrade = 975;
+constexpr double kBeatMs = 250;
+constexpr const char* kBeatOfTenBooks = "TenBooksOnScreen/1250/iterations:40/repeats:3";
 
 // Name must take at most that long, however long Beside takes.
 struct TimeLimit {
@@ -81,6 +88,13 @@ constexpr TimeLimit kTimeLimits[] = {
     {"column profile of 37 columns: save and load", "SaveAndLoadProfile", "WriteAndReadSameBytes", 2},
     {"CSV of all columns of 1,000,000 trades", "ExportCsv/real_time", "WriteCsvBytes/real_time", 700},
     {"exchange files of 1,000,000 trades, 20 fields", "ExportExchange/real_time", "WriteExchangeBytes/real_time", 600},
+    {"repaint of 45 rows x 20 columns / draw their texts", "RepaintGrid/1000000", "DrawTexts", 30},
+    {"repaint of a book's 45 rows x 20 columns / draw its texts", "RepaintBook/1000000/iterations:40",
+     "DrawBookTexts/iterations:40", 30},
+    {"open and paint a book of 1,000,000 / an empty window", "OpenBookWindow/iterations:10",
+     "OpenEmptyWindow/iterations:10", 300},
+    {"ten books at 5,000 trades a second: a beat / at rest", kBeatOfTenBooks,
+     "TenBooksOnScreen/0/iterations:40/repeats:3", kBeatMs},
 };
 
 void PrintTimeLimits(const Results& results) {
@@ -108,6 +122,9 @@ void PrintFigures(const Results& results) {
                 met ? "" : "  MISSED");
   }
   PrintTimeLimits(results);
+  if (const auto beat = results.find(kBeatOfTenBooks); beat != results.end())
+    std::printf("%-60s %12.1f\n", "share of one core that the ten books take, in percent",
+                100 * beat->second.NanosecondsPerItem / (kBeatMs * 1e6));
   if (const auto download = results.find("Download/1000000"); download != results.end()) {
     const double bytes = download->second.BytesPerTrade;
     std::printf("%-60s %12.1f %12s %8s  at most %g%s\n", "memory of one trade at 1,000,000, in bytes", bytes, "", "",

@@ -14,8 +14,9 @@ class BookWindows {
   virtual void OpenBookByCommand() = 0;
   // Every open book applies its filter anew, shows itself and redraws.
   virtual void ReapplyFilters() = 0;
-  virtual void SaveLayout() = 0;
-  virtual void RestoreLayout() = 0;
+  // Nothing where the windows keep no layout.
+  virtual void SaveLayout() {}
+  virtual void RestoreLayout() {}
   // Brings the rows of every book up to date and redraws them.
   virtual void RepaintAllBooks() = 0;
   // The Exchange and SecurityID cells of the book's selected row; false when the address is no book of ours or nothing

@@ -23,7 +23,7 @@ struct PluginState {
   FilterKey RestoredKey{};  // the security of the book that was last brought back
   SecurityMasterData SelectedMaster;
 
-  std::uint32_t LastNum = 0;  // of the newest book
+  std::uint32_t LastNum = 0;             // of the newest book
   bool MultipleTradeBookDisable = true;  // many books are allowed while it is set: meant so
 
   // Two values of message 30026 that nothing reads.

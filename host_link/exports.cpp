@@ -1,6 +1,6 @@
 // The module's three exports, its callbacks and its process-wide objects. Everything here forwards; no exception
 // leaves.
-#include "book_windows/plugin_state.h"
+#include "book_windows/book_list.h"
 #include "foundations/exception_handler.h"
 #include "host_link/entry_points.h"
 #include "host_link/message_router.h"
@@ -33,6 +33,7 @@ PluginState pluginState(tradeDecoder);
 [[maybe_unused]] QOR::Util::CQORExceptionHandler exceptionHandler;
 [[maybe_unused]] const unsigned logMessage = RegisterNamedMessage("QOR_MSG_LOG");
 CQORDLLComman terminalFunctions;
+BookList bookList(pluginState, terminalFunctions, AddressOf(&::OnPluginMessage));
 CQORTradeImpl tradeDecoder;
 // No message brings orders to this plug-in; the record is one with the terminal's and the object stands for it.
 [[maybe_unused]] CQOROrderImpl orderDecoder;

@@ -5,8 +5,9 @@ tradebook_layer(host_link_entry
 
 # tradebook.so or tradebook.dll: exports the three entry points and nothing else.
 add_library(tradebook MODULE host_link/exports.cpp)
-target_link_libraries(tradebook PRIVATE host_link_entry)
-set_target_properties(tradebook PROPERTIES PREFIX "")
+target_link_libraries(tradebook PRIVATE host_link_entry book_windows)
+# The toolkit's library lies beside.
+set_target_properties(tradebook PROPERTIES PREFIX "" BUILD_RPATH_USE_ORIGIN ON)
 if(NOT WIN32)
   set(TRADEBOOK_EXPORT_LIST ${CMAKE_SOURCE_DIR}/host_link/exports.map)
   # Bound to itself: a terminal exports an OnMessage of its own, which must not stand in for the module's.

@@ -4,12 +4,18 @@
 
 #include "terminal/terminal_error.h"
 
-void CBadLines::AtLine(const std::filesystem::path& file, std::uint64_t line, const std::string& reason) {
+bool CBadLines::IsNew(const std::filesystem::path& file) {
+  FileReports& reports = Files[file];
+  if (++reports.Read <= reports.Given) return false;
+  ++reports.Given;
   ++Reported;
-  Out << PathText(file) << ':' << line << ": " << reason << '\n';
+  return true;
+}
+
+void CBadLines::AtLine(const std::filesystem::path& file, std::uint64_t line, const std::string& reason) {
+  if (IsNew(file)) Out << PathText(file) << ':' << line << ": " << reason << '\n';
 }
 
 void CBadLines::AtByte(const std::filesystem::path& file, std::uint64_t offset, const std::string& reason) {
-  ++Reported;
-  Out << PathText(file) << ": byte " << offset << ": " << reason << '\n';
+  if (IsNew(file)) Out << PathText(file) << ": byte " << offset << ": " << reason << '\n';
 }

@@ -1,10 +1,11 @@
 // CBadLines: tells the user of each line or message of a file that could not be taken, and counts them. Reading goes on
-// behind each. One thread.
+// behind each. A file that is read once more is not reported once more. One thread.
 #pragma once
 
 #include <cstdint>
 #include <filesystem>
 #include <iosfwd>
+#include <map>
 #include <string>
 
 class CBadLines {
@@ -16,9 +17,19 @@ class CBadLines {
   // "FILE: byte OFFSET: reason", offsets counted from 0.
   void AtByte(const std::filesystem::path& file, std::uint64_t offset, const std::string& reason);
 
+  // The file is read from its begin again: its first reports are those that have been given.
+  void StartAgain(const std::filesystem::path& file) { Files[file].Read = 0; }
+
   std::uint64_t Count() const noexcept { return Reported; }
 
  private:
+  struct FileReports {
+    std::uint64_t Read = 0;  // since the file's begin
+    std::uint64_t Given = 0;
+  };
+  bool IsNew(const std::filesystem::path& file);
+
   std::ostream& Out;
+  std::map<std::filesystem::path, FileReports> Files;
   std::uint64_t Reported = 0;
 };

@@ -25,3 +25,7 @@ void CBeat::WaitUntil(PlayClock::Time time) {
     CallIfDue();
   }
 }
+
+std::optional<PlayClock::Time> CBeat::NextCall() const {
+  return Callback == nullptr ? std::nullopt : std::optional(Due);
+}

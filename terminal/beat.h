@@ -1,8 +1,9 @@
 // CBeat: the refresh callback that a plug-in registers, called at its period. Not a timer of its own: the player asks
-// between two messages and while it waits. One thread.
+// between two messages and while it waits, the windows by a timer. One thread.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "host_link/entry_points.h"
 #include "terminal/play_clock.h"
@@ -16,6 +17,9 @@ class CBeat {
   void CallIfDue();
   // Sleeps until the time is there, with the beats that fall due meanwhile.
   void WaitUntil(PlayClock::Time time);
+
+  // When the next call falls due; nothing while no callback is registered.
+  std::optional<PlayClock::Time> NextCall() const;
 
   std::uint64_t Calls() const noexcept { return CallCount; }
 

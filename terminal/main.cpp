@@ -2,7 +2,8 @@
 
 #include "platform/module.h"
 #include "terminal/program.h"
+#include "terminal/windows/play_in_windows.h"
 
 int main(int argc, char** argv) {
-  return RunTerminal(CommandLineArguments(argc, argv), std::cout, std::cerr);
+  return RunTerminal(CommandLineArguments(argc, argv), PlayInWindows, std::cout, std::cerr);
 }

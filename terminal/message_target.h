@@ -9,4 +9,6 @@ class MessageTarget {
   virtual ~MessageTarget() = default;
   // The same message twice: with its header parsed, and raw. False when the target does not take its number.
   virtual bool Deliver(CQORPacketReader& message, const WireFrame& raw) = 0;
+  // Delivers a message that holds nothing but its number.
+  bool Send(std::uint16_t number);
 };

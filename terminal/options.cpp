@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "terminal/terminal_error.h"
+#include "terminal/window_script.h"
 
 namespace {
 
@@ -22,12 +23,28 @@ Fault TakeLiveFrom(const Path& value, Options& options) {
 Fault TakeSpeed(const Path& value, Options& options) {
   const std::string text = PathText(value);
   options.Speed.reset();
+  options.SpeedGiven = true;
   if (text == "max") return nullptr;
   double speed = 0;
   const char* end = text.data() + text.size();
   const auto [rest, error] = std::from_chars(text.data(), end, speed);
   if (error != std::errc() || rest != end || !std::isfinite(speed) || speed <= 0) return "a number above 0, or max";
   options.Speed = speed;
+  return nullptr;
+}
+
+Fault TakeExitAfter(const Path& value, Options& options) {
+  constexpr int kLongestSeconds = 7 * 24 * 3600;
+  const std::string text = PathText(value);
+  options.ExitAfter.emplace();
+  options.ExitAfter->Played = text == "played";
+  if (options.ExitAfter->Played) return nullptr;
+  int seconds = 0;
+  const char* end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, seconds);
+  if (error != std::errc() || rest != end || seconds < 1 || seconds > kLongestSeconds)
+    return "played, or a number of seconds up to a week";
+  options.ExitAfter->Seconds = std::chrono::seconds(seconds);
   return nullptr;
 }
 
@@ -57,7 +74,8 @@ struct OptionRow {
 };
 
 constexpr OptionRow kOptions[] = {
-    {"--headless", nullptr, TakeFlag<&Options::Headless>, "play without windows; the only way there is so far"},
+    {"--headless", nullptr, TakeFlag<&Options::Headless>,
+     "play without windows, as fast as it goes or at --speed, and end"},
     {"--day", "FILE", TakePath<&Options::Day>,
      "the day: a CSV of executed trades, a file of wire messages or a record file (default: the sample day)"},
     {"--securities", "FILE", TakePath<&Options::Securities>,
@@ -68,7 +86,7 @@ constexpr OptionRow kOptions[] = {
      "where the download ends, such as 20131007-12:00:00, 12:00:00 or 5000 (default: after half of a CSV's lines; "
      "the messages of a wire or record file keep their numbers)"},
     {"--speed", "N|max", TakeSpeed,
-     "live trades at N times real time; a change of date is not waited for (default: max)"},
+     "live trades at N times real time; a change of date is not waited for (default: 60, and max with --headless)"},
     {"--plugin", "PATH", TakePath<&Options::Plugin>, "the plug-in's module (default: tradebook beside the program)"},
     {"--work", "DIR", TakePath<&Options::Work>,
      "the folder in which the plug-in works, made when missing (default: trade_book_work in the current folder)"},
@@ -76,6 +94,11 @@ constexpr OptionRow kOptions[] = {
      "write the messages of the day into a file instead of playing it; with the extension .ada a record file, which "
      "holds the trades alone; needs no plug-in"},
     {"--record-mode", "0|1", TakeRecordMode, "plain or compressed messages in that file (default: 0)"},
+    {"--exit-after", "SECONDS|played", TakeExitAfter,
+     "close the windows after that time, or once the day has been played"},
+    {"--screenshot", "FILE", TakePath<&Options::Screenshot>,
+     "write a picture of the windows into a PNG file when they close"},
+    {"--script", "FILE", TakePath<&Options::Script>, "drive the windows by the commands of a text file"},
     {"--help", nullptr, TakeFlag<&Options::Help>, "this text"},
     {"--version", nullptr, TakeFlag<&Options::Version>, "the version"},
 };
@@ -87,10 +110,13 @@ struct ExitCodeRow {
 
 constexpr ExitCodeRow kExitCodes[] = {
     {ExitCode::Played, "the day has been played"},
-    {ExitCode::BadLines, "a file had bad lines or messages, which have been reported; the rest has been played"},
+    {ExitCode::BadLines,
+     "a file had bad lines or messages, or a command of a script failed; each has been reported, the rest has been "
+     "done"},
     {ExitCode::CommandLine, "the command line is wrong"},
     {ExitCode::File, "a file could not be read or written"},
     {ExitCode::Plugin, "the plug-in could not be loaded or lacks an entry point"},
+    {ExitCode::Display, "there is no display for the windows"},
 };
 
 constexpr std::size_t kHelpColumn = 26;
@@ -137,6 +163,9 @@ Options ParseOptions(const std::vector<Path>& arguments) {
     argument = value;
   }
   if (options.RecordMode && options.Record.empty()) Refuse("--record-mode says something only with --record");
+  const bool ofWindows = options.ExitAfter || !options.Screenshot.empty() || !options.Script.empty();
+  if (ofWindows && (options.Headless || !options.Record.empty()))
+    Refuse("--exit-after, --screenshot and --script say something only with windows");
   return options;
 }
 
@@ -144,6 +173,7 @@ std::string HelpText() {
   std::string text = "terminal: plays a day of trades to the Trade Book plug-in\n\nOptions:\n";
   for (const OptionRow& row : kOptions)
     text += HelpLine(row.Value == nullptr ? row.Name : std::string(row.Name) + " " + row.Value, row.Help);
+  text += "\nCommands of a --script file, one a line; # begins a remark:\n" + ScriptHelpText();
   text += "\nExit codes:\n";
   for (const ExitCodeRow& row : kExitCodes) text += HelpLine(std::to_string(static_cast<int>(row.Code)), row.Help);
   return text;

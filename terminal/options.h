@@ -2,6 +2,7 @@
 // Pure; any thread.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -9,6 +10,12 @@
 #include <vector>
 
 #include "terminal/live_from.h"
+
+// When the windows close by themselves.
+struct ExitAfter {
+  bool Played = false;                          // once the day has been played
+  std::optional<std::chrono::seconds> Seconds;  // of the wall
+};
 
 struct Options {
   bool Headless = false;
@@ -20,8 +27,12 @@ struct Options {
   std::filesystem::path Plugin;
   std::filesystem::path Work;
   std::filesystem::path Record;
+  std::filesystem::path Screenshot;
+  std::filesystem::path Script;
   std::optional<LiveFrom> Live;
-  std::optional<double> Speed;  // times real time; nothing for as fast as the plug-in takes it
+  std::optional<double> Speed;  // times real time; nothing for as fast as the plug-in takes it, unless it is not given
+  bool SpeedGiven = false;
+  std::optional<struct ExitAfter> ExitAfter;
   std::optional<std::uint16_t> RecordMode;
 };
 

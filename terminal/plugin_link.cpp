@@ -68,27 +68,23 @@ void CPluginLink::Describe() {
   Told = ReadPluginDescription({reply.Buffer.Data, reply.Buffer.Used});
 }
 
+void CPluginLink::Call(MessageFunction function, CQORPacketReader& message) {
+  ++CallDepth;
+  function(&message);
+  --CallDepth;
+}
+
 // Each function gets a reader of its own state: OnPluginMessage parses its header itself.
 bool CPluginLink::Deliver(CQORPacketReader& message, const WireFrame& raw) {
   const std::uint16_t number = message.MessageNumber;
   const bool toOnMessage = Told.ToOnMessage.Numbers.contains(number);
   const bool toOnPluginMessage = Told.ToOnPluginMessage.Numbers.contains(number);
-  if (toOnMessage) FunctionOf(Told.ToOnMessage, OnMessage)(&message);
+  if (toOnMessage) Call(FunctionOf(Told.ToOnMessage, OnMessage), message);
   if (toOnPluginMessage) {
     CQORPacketReader reader(raw.Data, raw.Size);
-    FunctionOf(Told.ToOnPluginMessage, OnPluginMessage)(&reader);
+    Call(FunctionOf(Told.ToOnPluginMessage, OnPluginMessage), reader);
   }
   return toOnMessage || toOnPluginMessage;
-}
-
-bool CPluginLink::Send(std::uint16_t number) {
-  CQORPacketWriter writer(kModePlain);
-  writer.AddU16(10002, number);
-  writer.Finish();
-  CQORPacketReader reader(writer.GetData(), writer.GetSize());
-  std::uint16_t needed = 0;
-  std::uint16_t consumed = 0;
-  return reader.ParseHeader(needed, consumed) && Deliver(reader, {writer.Buffer, writer.GetSize(), 0});
 }
 
 void CPluginLink::SendRestore() {
@@ -100,5 +96,22 @@ void CPluginLink::SendRestore() {
   CQORPacketReader reader(writer.GetData(), writer.GetSize());
   std::uint16_t needed = 0;
   std::uint16_t consumed = 0;
-  if (reader.ParseHeader(needed, consumed)) OnMessage(&reader);
+  if (reader.ParseHeader(needed, consumed)) Call(OnMessage, reader);
+}
+
+void CPluginLink::AskSelection(std::uint64_t window, MessageFunction answer) {
+  CQORPacketWriter writer(kModePlain);
+  writer.AddU16(10002, 32022);
+  writer.AddU64(30001, window);
+  writer.AddU64(30002, reinterpret_cast<std::uint64_t>(answer));
+  writer.Finish();
+  CQORPacketReader reader(writer.GetData(), writer.GetSize());
+  Call(FunctionOf(Told.ToOnPluginMessage, OnPluginMessage), reader);
+}
+
+void CPluginLink::RunMenuCommand() {
+  if (Told.MenuCommand == 0) return;
+  ++CallDepth;
+  reinterpret_cast<CommandFunction>(Told.MenuCommand)();
+  --CallDepth;
 }

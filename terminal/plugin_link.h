@@ -25,18 +25,25 @@ class CPluginLink : public MessageTarget {
   const PluginDescription& Description() const noexcept { return Told; }
 
   bool Deliver(CQORPacketReader& message, const WireFrame& raw) override;
-  // Sends a message that holds nothing but its number; false when the module did not ask for it.
-  bool Send(std::uint16_t number);
   // Sends 30026, which restores the books, to OnMessage whatever the module asked for.
   void SendRestore();
+  // Asks the module, by message 32022 to OnPluginMessage, what is selected in a window of its own; it answers through
+  // the function before this returns. Only for addresses of windows that the module made.
+  void AskSelection(std::uint64_t window, MessageFunction answer);
+  // The menu command of message 30005; nothing when none came.
+  void RunMenuCommand();
+  // The module is being called: it must not be called again before that returns.
+  bool IsBusy() const noexcept { return CallDepth != 0; }
 
  private:
   void Resolve(const std::filesystem::path& path);
   void Describe();
+  void Call(MessageFunction function, CQORPacketReader& message);
 
   ModuleHandle Module = nullptr;
   GetDllInfoFunction GetDllInfo = nullptr;
   MessageFunction OnMessage = nullptr;
   MessageFunction OnPluginMessage = nullptr;
   PluginDescription Told;
+  int CallDepth = 0;
 };

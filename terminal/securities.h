@@ -40,7 +40,8 @@ class CSecurities {
   CSecurities& operator=(const CSecurities&) = delete;
 
   const Security* Find(std::string_view exchange, std::string_view securityId) const;
-  std::size_t Count() const noexcept { return Rows.size(); }
+  // In the order of the file.
+  const std::deque<Security>& All() const noexcept { return Rows; }
 
  private:
   std::deque<Security> Rows;

@@ -6,7 +6,7 @@
 #include <map>
 #include <string>
 
-#include "terminal/day_player.h"
+#include "terminal/day_sender.h"
 
 struct DaySummary {
   std::string PluginName;

@@ -13,6 +13,7 @@ enum class ExitCode : int {
   CommandLine = 2,
   File = 3,
   Plugin = 4,
+  Display = 5,
 };
 
 class TerminalError : public std::runtime_error {

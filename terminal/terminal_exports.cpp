@@ -14,15 +14,17 @@ TRADEBOOK_EXPORT void PluginDataSend(CQORPacketWriter* message) {
   if (RunningHost() != nullptr) RunningHost()->PluginDataSend(message);
 }
 
-// Without windows no focus moves.
-TRADEBOOK_EXPORT void ApplicationFocus(void* /*window*/, std::uint32_t /*closed*/) {}
-
-TRADEBOOK_EXPORT std::uint32_t GetPluginBarID(const char* /*pluginName*/, const char* /*bookName*/) {
-  return RunningHost() == nullptr ? 0 : RunningHost()->GetPluginBarID();
+TRADEBOOK_EXPORT void ApplicationFocus(void* window, std::uint32_t closed) {
+  if (RunningHost() != nullptr) RunningHost()->ApplicationFocus(window, closed != 0);
 }
 
-// Ids count up and are not given twice, so there is nothing to keep of one that comes back.
-TRADEBOOK_EXPORT void PluginRemoveBarID(std::uint32_t /*barId*/, const char* /*pluginName*/) {}
+TRADEBOOK_EXPORT std::uint32_t GetPluginBarID(const char* /*pluginName*/, const char* bookName) {
+  return RunningHost() == nullptr ? 0 : RunningHost()->GetPluginBarID(bookName);
+}
+
+TRADEBOOK_EXPORT void PluginRemoveBarID(std::uint32_t barId, const char* /*pluginName*/) {
+  if (RunningHost() != nullptr) RunningHost()->PluginRemoveBarID(barId);
+}
 
 static_assert(std::is_same_v<decltype(&GetMasterRequest), GetMasterRequestFunction>);
 static_assert(std::is_same_v<decltype(&PluginDataSend), PluginDataSendFunction>);

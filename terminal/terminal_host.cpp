@@ -28,12 +28,26 @@ void RegisterBeat(CQORPacketReader& message, CBeat& beat) {
   beat.Register(reinterpret_cast<CommandFunction>(callback), std::chrono::milliseconds(periodMs));
 }
 
+void PassQuestion(CQORPacketReader& message, TerminalWindows& windows) {
+  std::uint64_t answer = 0;
+  std::uint64_t window = 0;
+  while (message.NextTag()) {
+    if (message.Tag == 30002)
+      message.ReadU64(answer);
+    else if (message.Tag == 30001)
+      message.ReadU64(window);
+    else
+      message.SkipValue();
+  }
+  if (answer != 0) windows.TellSelection(window, reinterpret_cast<MessageFunction>(answer));
+}
+
 }  // namespace
 
 void CTerminalHost::GetMasterRequest(MasterRequest* request, const std::uint16_t* requestNumber) const {
   if (request == nullptr || requestNumber == nullptr || *requestNumber != MasterRequest::kRequestNumber) return;
-  const Security* security = Securities.Find(NarrowText(request->Texts[MasterRequest::kExchange]),
-                                             NarrowText(request->Texts[MasterRequest::kSecurityID]));
+  const Security* security = Securities->Find(NarrowText(request->Texts[MasterRequest::kExchange]),
+                                              NarrowText(request->Texts[MasterRequest::kSecurityID]));
   if (security != nullptr) request->MasterRecord = reinterpret_cast<std::uintptr_t>(security->MasterRecord.data());
 }
 
@@ -45,6 +59,16 @@ void CTerminalHost::PluginDataSend(const CQORPacketWriter* message) {
   if (!reader.NextTag() || reader.Tag != 10002 || !reader.ReadU16(reader.MessageNumber)) return;
   ++ReceivedCounts[reader.MessageNumber];
   if (reader.MessageNumber == 32005) RegisterBeat(reader, Beat);
+  if (reader.MessageNumber == 32022 && Windows != nullptr) PassQuestion(reader, *Windows);
+}
+
+void CTerminalHost::ApplicationFocus(const void* window, bool closed) {
+  if (Windows != nullptr) Windows->FocusMoved(window, closed);
+}
+
+std::uint32_t CTerminalHost::GetPluginBarID(const char* bookName) {
+  BarNames[++LastBarId] = bookName == nullptr ? "" : bookName;
+  return LastBarId;
 }
 
 CTerminalHost* RunningHost() noexcept {

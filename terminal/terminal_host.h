@@ -4,30 +4,55 @@
 
 #include <cstdint>
 #include <map>
+#include <string>
 
+#include "host_link/entry_points.h"
 #include "host_link/packet_writer.h"
 #include "host_link/terminal_functions.h"
 #include "terminal/beat.h"
 #include "terminal/securities.h"
 
+// What a plug-in asks of the terminal's windows.
+class TerminalWindows {
+ public:
+  virtual ~TerminalWindows() = default;
+  // Message 32022: what is selected in the window at that address? The answer, message 32023, goes to the function
+  // before this returns; no answer for an address that is none of a window.
+  virtual void TellSelection(std::uint64_t window, MessageFunction answer) = 0;
+  // A bar or a grid of the plug-in got the focus, or a bar was closed.
+  virtual void FocusMoved(const void* window, bool closed) = 0;
+};
+
 class CTerminalHost {
  public:
-  CTerminalHost(const CSecurities& securities, CBeat& beat) : Securities(securities), Beat(beat) {}
+  CTerminalHost(const CSecurities& securities, CBeat& beat) : Securities(&securities), Beat(beat) {}
+
+  // From now on it answers about these.
+  void UseSecurities(const CSecurities& securities) { Securities = &securities; }
+  // Null, as at the begin, for a terminal without windows: then 32022 goes without an answer.
+  void UseWindows(TerminalWindows* windows) { Windows = windows; }
 
   // Fills the second slot with the master record of the security, if there is one.
   void GetMasterRequest(MasterRequest* request, const std::uint16_t* requestNumber) const;
-  // Takes a message that is not finished. 32005 registers the refresh callback; all others are only counted, as
-  // without windows there is no pane to fill and no focused window to ask.
+  // Takes a message that is not finished. 32005 registers the refresh callback, 32022 is the windows' to answer; all
+  // others are only counted.
   void PluginDataSend(const CQORPacketWriter* message);
-  std::uint32_t GetPluginBarID() noexcept { return ++LastBarId; }
+  void ApplicationFocus(const void* window, bool closed);
+  // An id that no bar has had; the name is the book's.
+  std::uint32_t GetPluginBarID(const char* bookName);
+  void PluginRemoveBarID(std::uint32_t barId) { BarNames.erase(barId); }
 
+  // The bars that have an id now, with the names that they gave for it.
+  const std::map<std::uint32_t, std::string>& Bars() const noexcept { return BarNames; }
   // How often each message number came from the plug-in.
   const std::map<std::uint16_t, std::uint64_t>& Received() const noexcept { return ReceivedCounts; }
 
  private:
-  const CSecurities& Securities;
+  const CSecurities* Securities;
   CBeat& Beat;
+  TerminalWindows* Windows = nullptr;
   std::map<std::uint16_t, std::uint64_t> ReceivedCounts;
+  std::map<std::uint32_t, std::string> BarNames;
   std::uint32_t LastBarId = 0;
 };
 

@@ -77,8 +77,8 @@ std::string PacedDay() {
 
 TEST_F(DayPlayer, WaitsForLiveTradesButNotOverADate) {
   const PlayCounts counts = Play(PacedDay(), 2);
-  EXPECT_EQ(Notes, "8111@0 8111@0 8112@0 9101@0 9101@500 9101@1500 9101@1500 9101@2000 9101@2000 9101@2500 ");
-  EXPECT_EQ(counts.Messages, 10U);
+  EXPECT_EQ(Notes, "8111@0 8111@0 8112@0 30020@0 9101@0 9101@500 9101@1500 9101@1500 9101@2000 9101@2000 9101@2500 ");
+  EXPECT_EQ(counts.Messages, 11U);
   EXPECT_EQ(counts.Download, 2U);
   EXPECT_EQ(counts.Live, 7U);
   EXPECT_EQ(counts.NotAsked, 1U);
@@ -91,13 +91,15 @@ TEST_F(DayPlayer, NeverWaitsAtFullSpeed) {
 
 TEST_F(DayPlayer, ASlowPluginDoesNotStretchTheGaps) {
   Play(PacedDay(), 1, milliseconds(400));
-  EXPECT_EQ(Notes, "8111@0 8111@400 8112@800 9101@1200 9101@2200 9101@4200 9101@4600 9101@5600 9101@6000 9101@7000 ");
+  EXPECT_EQ(
+      Notes,
+      "8111@0 8111@400 8112@800 30020@1200 9101@1600 9101@2600 9101@4600 9101@5000 9101@6000 9101@6400 9101@7400 ");
 }
 
 TEST_F(DayPlayer, CallsTheRefreshAtItsPeriod) {
   Beat.Register(&NoteRefresh, milliseconds(250));
   Play(PacedDay(), 1, milliseconds(100));
-  EXPECT_EQ(Refreshes.substr(0, 30), "300 550 800 1050 1300 1550 180");  // 300: between messages, then while it waits
+  EXPECT_EQ(Refreshes.substr(0, 30), "400 650 900 1150 1400 1650 190");  // 400: between messages, then while it waits
   EXPECT_EQ(Beat.Calls(), static_cast<std::uint64_t>(std::count(Refreshes.begin(), Refreshes.end(), ' ')));
   const std::string before = Refreshes;
   Beat.Register(nullptr, milliseconds(0));

@@ -25,6 +25,11 @@ void Refresh() {
   Log << "refresh" << std::endl;
 }
 
+// The menu command.
+void OpenBook() {
+  Log << "command" << std::endl;
+}
+
 // Text of the message's field with that tag; empty when there is none.
 std::string FieldText(CQORPacketReader& message, std::uint16_t tag) {
   char text[65] = {};
@@ -112,6 +117,15 @@ TRADEBOOK_EXPORT void GetDllInfo(HostReplyBuffer* reply, const std::uint8_t* inf
   identity.AddText(55020, "Fake", 64, false);
   Append(*reply, identity);
   if (*infoOnly != 0) return;
+  CQORPacketWriter menu(0);
+  menu.AddU16(10002, 30005);
+  const char16_t title[64] = u"Fakes";
+  menu.AddBytes(55192, title, sizeof title);
+  menu.AddU64(30001, reinterpret_cast<std::uint64_t>(&OpenBook));
+  const char16_t entry[64] = u"Fake Book";
+  menu.AddBytes(55353, entry, sizeof entry);
+  menu.AddU8(126, 0x77);
+  Append(*reply, menu);
   AppendRoute(*reply, 30006, &RoutedMessage, {8111, 8112, 9101});
-  AppendRoute(*reply, 30007, &ON_PLUGIN_MESSAGE, {30025, 30022, 30021});
+  AppendRoute(*reply, 30007, &ON_PLUGIN_MESSAGE, {30025, 30022, 30021, 30020});
 }

@@ -27,6 +27,14 @@ TEST(Options, TakesEveryOption) {
   EXPECT_EQ(options.Work, "w");
   EXPECT_EQ(options.Record, "r");
   EXPECT_EQ(options.RecordMode, 1);
+  EXPECT_TRUE(options.SpeedGiven);
+  const Options windows = ParseOptions({"--script", "s.txt", "--screenshot", "p.png", "--exit-after", "90"});
+  EXPECT_FALSE(windows.SpeedGiven);
+  EXPECT_EQ(windows.Script, "s.txt");
+  EXPECT_EQ(windows.Screenshot, "p.png");
+  EXPECT_EQ(windows.ExitAfter->Seconds, std::chrono::seconds(90));
+  EXPECT_FALSE(windows.ExitAfter->Played);
+  EXPECT_TRUE(ParseOptions({"--exit-after", "played"}).ExitAfter->Played);
   EXPECT_FALSE(ParseOptions({"--speed", "3", "--speed", "max"}).Speed);
 }
 
@@ -49,6 +57,10 @@ TEST(Options, RefusesWithOneSentence) {
       {{"--speed", "Max"}, "the value \"Max\" of --speed is not"},
       {{"--record", "r", "--record-mode", "2"}, "the value \"2\" of --record-mode is not 0 or 1;"},
       {{"--record-mode", "1"}, "--record-mode says something only with --record;"},
+      {{"--exit-after", "0"}, "the value \"0\" of --exit-after is not played, or a number of seconds"},
+      {{"--exit-after", "Played"}, "the value \"Played\" of --exit-after is not"},
+      {{"--headless", "--exit-after", "1"}, "--exit-after, --screenshot and --script say something only with windows;"},
+      {{"--record", "r", "--script", "s"}, "--exit-after, --screenshot and --script say something only with windows;"},
       {{"--live-from", "noon"}, "the value \"noon\" of --live-from is not a time"},
   };
   for (const auto& row : cases) {

@@ -25,11 +25,11 @@ struct RunResult {
   std::string Errors;
 };
 
-RunResult RunProgram(const std::string& arguments) {
+RunResult RunProgram(const std::string& arguments, const std::string& environment = {}) {
   const auto program = ProgramFolder() / ".." / "bin" / (kWindows ? "terminal.exe" : "terminal");
   const auto out = TestFolder() / "out.txt";
   const auto errors = TestFolder() / "errors.txt";
-  std::string command = Quoted(program) + " " + arguments + " > " + Quoted(out) + " 2> " + Quoted(errors);
+  std::string command = environment + Quoted(program) + " " + arguments + " > " + Quoted(out) + " 2> " + Quoted(errors);
   if (kWindows) command = "\"" + command + "\"";  // the shell takes one pair of quotes off
   const int status = std::system(command.c_str());
   return {kWindows ? status : status >> 8, ReadTestFile(out), ReadTestFile(errors)};
@@ -59,11 +59,11 @@ TEST(Program, PlaysADayToAPlugin) {
   log = Without(log, "refresh\n");
   EXPECT_EQ(log,
             "raw 30025\nexported 30026\nraw 30022\nrouted 8111 1\nrouted 8111 2\nrouted 8112\n"
-            "master BIG BLUE 2.5\nbars 1\nrouted 9101 3\nrouted 9101 4\nraw 30021\n");
+            "master BIG BLUE 2.5\nbars 1\nraw 30020\nrouted 9101 3\nrouted 9101 4\nraw 30021\n");
   EXPECT_TRUE(std::filesystem::exists(TestFolder() / "work" / "TradeHeaderFile.txt"));
   const std::string summary = Without(run.Out, "\r");
   for (const char* line :
-       {"Plug-in             Fake\n", "Messages sent       9\n", "Messages received   32005: 1, 32022: 1\n",
+       {"Plug-in             Fake\n", "Messages sent       10\n", "Messages received   32005: 1, 32022: 1\n",
         "Trades played       4 (download 2, live 2)\n", "Bad lines           0\n"})
     EXPECT_NE(summary.find(line), std::string::npos) << line << summary;
   EXPECT_EQ(summary.find("not asked"), std::string::npos);
@@ -93,7 +93,7 @@ TEST(Program, TellsEachFailureByItsCode) {
       {"--help", 0, ""},
       {"--version", 0, ""},
       {"--day " + badDay + PluginArguments("fake_plugin"), 1, "bad.csv:2: 1 fields where 14 are expected"},
-      {"", 2, "terminal: this version has no windows yet: start it with --headless"},
+      {"--headless --screenshot x.png", 2, "--exit-after, --screenshot and --script say something only with windows"},
       {"--nothing", 2, "terminal: there is no option --nothing"},
       {"--record " + day + " --day " + day, 2, "--record would write over the day"},
       {"--headless --day missing.csv" + work, 3, "missing.csv: cannot be opened: "},
@@ -111,6 +111,14 @@ TEST(Program, TellsEachFailureByItsCode) {
     EXPECT_EQ(run.Errors.empty(), *row.Errors == '\0') << run.Errors;
   }
   EXPECT_EQ(RunProgram("--version").Out.substr(0, 14), "terminal 0.1.0");
+}
+
+TEST(Program, NeedsADisplayOnlyForWindows) {
+  if (kWindows) GTEST_SKIP() << "Windows always has one";
+  const RunResult run = RunProgram("--day " + WriteDay(), "DISPLAY= WAYLAND_DISPLAY= ");
+  EXPECT_EQ(run.Code, 5);
+  EXPECT_EQ(run.Errors, "terminal: there is no display to show windows on: give it one, or start with --headless\n");
+  EXPECT_FALSE(std::filesystem::exists("trade_book_work"));
 }
 
 TEST(Program, RecordsTheSampleDayAlikeInBothModes) {

@@ -6,7 +6,9 @@
 #include <sstream>
 #include <vector>
 
+#include "host_link/packet_reader.h"
 #include "terminal/plugin_description.h"
+#include "terminal/selection_answer.h"
 #include "tests/terminal/test_files.h"
 
 namespace {
@@ -64,6 +66,58 @@ TEST_F(TerminalHost, CountsWhatItDoesNotAnswer) {
   Host.PluginDataSend(&empty);
   Host.PluginDataSend(nullptr);
   EXPECT_EQ(Host.Received(), (std::map<std::uint16_t, std::uint64_t>{{32003, 1}, {32004, 1}, {32022, 2}}));
+}
+
+// Keeps the order of what it is asked.
+struct CTestWindows : TerminalWindows {
+  void TellSelection(std::uint64_t window, MessageFunction answer) override {
+    Asked += std::to_string(window) + " ";
+    AnswerSelection(answer, "ARCA", window == 7 ? "IBM" : "");
+  }
+  void FocusMoved(const void* window, bool closed) override {
+    Asked += std::to_string(reinterpret_cast<std::uintptr_t>(window)) + (closed ? "- " : "+ ");
+  }
+  std::string Asked;
+};
+
+std::vector<std::string> Answers;
+void NoteAnswer(CQORPacketReader* message) {
+  ASSERT_EQ(message->Cursor, 0);  // raw, as to the plug-in's own function
+  Answers.emplace_back(reinterpret_cast<const char*>(message->Data), message->End);
+}
+
+TEST_F(TerminalHost, PassesQuestionsToItsWindows) {
+  CTestWindows windows;
+  Host.UseWindows(&windows);
+  const auto ask = [this](std::uint64_t window, MessageFunction answer) {
+    CQORPacketWriter question(0);
+    question.AddU16(10002, 32022);
+    question.AddU64(30002, reinterpret_cast<std::uint64_t>(answer));
+    question.AddU64(30001, window);
+    Host.PluginDataSend(&question);
+  };
+  Answers.clear();
+  ask(7, &NoteAnswer);
+  ask(8, &NoteAnswer);
+  ask(9, nullptr);
+  Host.ApplicationFocus(reinterpret_cast<void*>(5), false);
+  Host.ApplicationFocus(reinterpret_cast<void*>(5), true);
+  EXPECT_EQ(windows.Asked, "7 8 5+ 5- ");
+  const std::string head("#\1\0\0\0#\x11\x27", 8);
+  const std::string number("#\x12\x27\x17\x7D", 5);
+  ASSERT_EQ(Answers.size(), 2U);
+  EXPECT_EQ(Answers[0],
+            head + std::string("\x16\0", 2) + number + std::string("#\xE2\xD6\4\0ARCA#\x40\xD7\3\0IBM", 17));
+  EXPECT_EQ(Answers[1], head + std::string("\5\0", 2) + number);
+}
+
+TEST_F(TerminalHost, GivesEachBarAnIdOfItsOwn) {
+  const std::uint32_t first = Host.GetPluginBarID("TradeBook 1");
+  const std::uint32_t second = Host.GetPluginBarID(nullptr);
+  Host.PluginRemoveBarID(first);
+  Host.PluginRemoveBarID(99);
+  EXPECT_GT(Host.GetPluginBarID("TradeBook 2"), second);
+  EXPECT_EQ(Host.Bars(), (std::map<std::uint32_t, std::string>{{second, ""}, {second + 1, "TradeBook 2"}}));
 }
 
 TEST_F(TerminalHost, AnswersOnlyRequestThirtyForAKnownSecurity) {

@@ -1,0 +1,168 @@
+#include "book_windows/book_list.h"
+
+#include <wx/window.h>
+
+#include "book_windows/trade_book_bar.h"
+#include "grid_base/registry_store.h"
+#include "host_link/packet_writer.h"
+#include "toolkit/docking_manager.h"
+#include "toolkit/toolkit_start.h"
+
+namespace {
+
+// Where a new book floats.
+const wxRect kNewBook(wxPoint(100, 100), wxPoint(629, 399));
+
+}  // namespace
+
+BookList::BookList(PluginState& state, const CQORDLLComman& terminal, std::uint64_t onPluginMessage)
+    : Plugin(state),
+      Functions(terminal),
+      TerminalRecords(terminal),
+      OnPluginMessage(onPluginMessage),
+      Shared{state.WorkingFolder,
+             [&terminal](void* window, bool closed) { terminal.ApplicationFocus(window, closed); }} {
+  Plugin.Windows = this;
+  CQORPRegistrySP::UseFolder(state.WorkingFolder);
+}
+
+// A frame of a terminal takes its bars with it before the module goes. Those that are left stand in a frame that lives
+// on, or in the toolkit's own: their code goes now.
+BookList::~BookList() {
+  Plugin.Windows = nullptr;
+  const std::vector<CTradeBookBar*> left(Bars.begin(), Bars.end());
+  for (CTradeBookBar* bar : left) bar->Destroy();
+  if (!left.empty()) StopToolkit();
+}
+
+// The grid that holds the focus, or that the window with the focus stands in.
+CTradeBookBar* BookList::FocusedBook() const {
+  for (const wxWindow* window = wxWindow::FindFocus(); window != nullptr; window = window->GetParent())
+    if (const auto book = BooksByWindow.find(static_cast<const CTradeBookGrid*>(window)); book != BooksByWindow.end())
+      return book->second;
+  return nullptr;
+}
+
+void BookList::OpenBookByCommand() {
+  if (CTradeBookBar* book = FocusedBook(); book != nullptr)
+    WidenBook(*book);
+  else
+    OpenNewBook();
+}
+
+// The switch works against its name: while it is set, many books are allowed. Meant so.
+void BookList::OpenNewBook() {
+  if (Plugin.MultipleTradeBookDisable)
+    OpenBook("TradeBook " + std::to_string(++Plugin.LastNum));
+  else if (BarsById.empty())
+    OpenBook("TradeBook " + std::to_string(Plugin.LastNum));
+}
+
+void BookList::OpenBook(const std::string& bookName) {
+  CQORPDockingManager* manager = CQORPDockingManager::ForProcess();
+  if (manager == nullptr) return;
+  const CQORPDockingControlBar* asker = manager->BarOf(wxWindow::FindFocus());
+  const std::uint32_t id = Functions.GetPluginBarID(bookName.c_str());
+  auto bar = new CTradeBookBar(*this, bookName);  // belongs to the frame
+  Bars.insert(bar);
+  if (!bar->CreateBook(*manager, kNewBook, id)) {
+    Functions.PluginRemoveBarID(id);
+    bar->Destroy();
+    return;
+  }
+  BarsById[id] = bar;
+  bar->EnableDocking(true);
+  bar->FloatControlBar(kNewBook);
+  Plugin.SelectedKey = {};
+  AskSelectedSecurity(asker);
+  if (Plugin.SelectedKey.Complete())
+    BeginSecurityBook(*bar);
+  else
+    BeginAllBook(*bar);
+  Plugin.BooksByKey[bar->ProfileKey] = bar;
+  bar->ShowControlBar(true);
+  bar->SetFocus();
+  bar->RefreshBook(true);
+  BooksByWindow[bar->Grid()] = bar;
+}
+
+// The owner of that window answers with message 32023 before the send returns.
+void BookList::AskSelectedSecurity(const CQORPDockingControlBar* asker) {
+  CQORPacketWriter question(0);
+  question.AddU16(10002, 32022);
+  question.AddU64(30002, OnPluginMessage);
+  question.AddU64(30001, reinterpret_cast<std::uint64_t>(asker));
+  Functions.PluginDataSend(question);
+}
+
+void BookList::BeginSecurityBook(CTradeBookBar& bar) {
+  CTradeBookGrid& grid = *bar.Grid();
+  grid.Rows.Security = Plugin.SelectedKey;
+  grid.Rows.CollectSecurityRows();
+  grid.State.BeginSecurity(BookState::ScriptTitleOf(Plugin.SelectedKey.Exchange, Plugin.SelectedMaster.Name.data()));
+  bar.FollowState();
+}
+
+void BookList::BeginAllBook(CTradeBookBar& bar) {
+  CTradeBookGrid& grid = *bar.Grid();
+  grid.Rows.CopyAllRows();
+  grid.State.BeginAll();
+  bar.FollowState();
+}
+
+// The list of books keeps the book under its old key: meant so.
+void BookList::WidenBook(CTradeBookBar& bar) {
+  CTradeBookGrid& grid = *bar.Grid();
+  grid.State.Widen();
+  grid.Rows.CopyAllRows();
+  bar.RefreshBook(true);
+  bar.ShowControlBar(true);
+  grid.SetFocus();
+  bar.FollowState();
+}
+
+void BookList::NarrowToFilter(CTradeBookBar& bar) {
+  if (!BooksByWindow.contains(bar.Grid())) return;
+  CTradeBookGrid& grid = *bar.Grid();
+  grid.State.Narrow();
+  bar.FollowState();
+  grid.Rows.CollectSecurityRows();
+  bar.RefreshBook(true);
+}
+
+void BookList::CloseBook(CTradeBookBar& bar, Close how) {
+  const std::uint32_t id = bar.GetDlgCtrlID();
+  if (!BarsById.contains(id) || !BooksByWindow.contains(bar.Grid())) return;
+  if (how == Close::HideBar) bar.ShowControlBar(false);
+  Plugin.BooksByKey.erase(bar.ProfileKey);
+  BooksByWindow.erase(bar.Grid());
+  BarsById.erase(id);
+  Functions.PluginRemoveBarID(id);
+  Functions.ApplicationFocus(&bar, true);
+}
+
+void BookList::ForgetBar(CTradeBookBar& bar) {
+  Bars.erase(&bar);
+  const auto isBar = [&bar](const auto& entry) { return entry.second == &bar; };
+  std::erase_if(BarsById, isBar);
+  std::erase_if(BooksByWindow, isBar);
+  std::erase_if(Plugin.BooksByKey, isBar);
+}
+
+void BookList::ReapplyFilters() {
+  for (const auto& [window, bar] : BooksByWindow) {
+    bar->Grid()->Rows.RebuildRows();
+    bar->ShowControlBar(true);
+    bar->RefreshBook(true);
+  }
+}
+
+void BookList::RepaintAllBooks() {
+  for (const auto& [key, book] : Plugin.BooksByKey) static_cast<CTradeBookBar*>(book)->RefreshBook(false);
+}
+
+bool BookList::SelectedSecurity(std::uint64_t bookAddress, std::string& exchange, std::string& securityId) {
+  for (const auto& [window, bar] : BooksByWindow)
+    if (bookAddress == reinterpret_cast<std::uint64_t>(bar)) return window->SelectedSecurity(exchange, securityId);
+  return false;
+}

@@ -1,0 +1,56 @@
+// CTradeBookBar: the docking bar that a book lives in, and what the trade cache sees of the book. It holds one dialog
+// and answers for closing. Not the list of books: book_list.h. Used on the terminal's calling thread only.
+#pragma once
+
+#include "book_windows/docking_bar.h"
+#include "book_windows/trade_book_dialog.h"
+#include "trade_data/trade_book.h"
+
+class BookList;
+
+class CTradeBookBar : public CVELDSDockingControlBar, public TradeBook {
+ public:
+  CTradeBookBar(BookList& list, std::string bookName);
+  // A bar that goes with its frame leaves the list of books first.
+  ~CTradeBookBar() override;
+
+  // False when a window could not be made.
+  bool CreateBook(CQORPDockingManager& manager, const wxRect& rect, std::uint32_t id);
+
+  CTradeBookGrid* Grid() const noexcept { return Dialog == nullptr ? nullptr : Dialog->Grid; }
+  const std::string& Name() const noexcept { return BookName; }
+  // Rows, key, title and average controls follow the state of the grid's book.
+  void FollowState();
+  // Rows, totals and screen, after every change of the rows.
+  void RefreshBook(bool recountTotals);
+  void ShowSummary();
+
+  // The close by Escape: only of a floating bar.
+  void CloseByEscape();
+  void NarrowToFilter();
+
+  void OnPressCloseButton() override;
+  int OnTabCloseButton() override;
+  bool PreTranslateMessage(wxKeyEvent& event) override;
+  void OnBarFocus() override;
+
+  bool HasGrid() const override { return Grid() != nullptr; }
+  bool HasWindow() const override { return Grid() != nullptr; }
+  bool FilterActive() const override { return HasGrid() && Grid()->Rows.Filters.Active(); }
+  bool AdmitRow(TradeRecord& record) override { return HasGrid() && Grid()->Rows.AdmitRow(record); }
+  void UpdateTotals(const TradeRecord& record) override { Grid()->AddToTotals(record); }
+  void RefilterRow(TradeRecord& record) override { Grid()->Rows.RefilterRow(record); }
+  void CopyAllRows(const TradeNumberMap& trades, std::int32_t nextTradeNumber) override {
+    Grid()->Rows.CopyAllRows(trades, nextTradeNumber);
+  }
+  void ClearRows() override { Grid()->Rows.ClearRows(); }
+
+  CDlgTradeBook* Dialog = nullptr;  // a child window
+
+ private:
+  void PlaceDialog();
+  void DrawFrame();
+
+  BookList& List;
+  std::string BookName;
+};

@@ -1,0 +1,23 @@
+// CDlgTradeBook: fills a book's bar: the grid on top, under it one line of totals. It has no rule of its own but where
+// things stand. Used on the terminal's calling thread only.
+#pragma once
+
+#include "book_windows/trade_book_grid.h"
+#include "toolkit/dialog.h"
+
+class CDlgTradeBook : public CQORPDialog {
+ public:
+  CDlgTradeBook(BookList& list, CTradeBookBar& parentBar);
+
+  // False when a window could not be made.
+  bool CreateOn(wxWindow& bar);
+  // Writes what of the line has changed since it was last written.
+  void ShowSummary(SummaryLine& line);
+  void ShowAverages(bool shown);
+
+  CTradeBookGrid* Grid;  // a child window
+
+ private:
+  void SetSummaryFont();
+  void PlaceGrid();
+};

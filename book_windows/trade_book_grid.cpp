@@ -1,0 +1,237 @@
+#include "book_windows/trade_book_grid.h"
+
+#include <wx/menu.h>
+#include <wx/utils.h>
+
+#include <algorithm>
+
+#include "book_windows/book_list.h"
+#include "book_windows/grid_menu.h"
+#include "book_windows/trade_book_bar.h"
+#include "book_windows/window_font.h"
+#include "foundations/wide_text.h"
+#include "grid_ops/cell_text.h"
+#include "grid_ops/export_settings.h"
+#include "host_link/packet_writer.h"
+
+namespace {
+
+constexpr std::uint8_t kBuy = 1, kSell = 2;
+constexpr int kTradeGrid = 41;
+constexpr const char* kGridName = "Trade Book";
+
+}  // namespace
+
+CTradeBookGrid::CTradeBookGrid(BookList& list, CTradeBookBar& parentBar)
+    : CVELDSGridCtrl(kTradeGrid, kGridName, L"ColumnProfile", list.Host()),
+      Rows(list.State().TradeStore),
+      List(list),
+      ParentBar(parentBar) {
+  LoadColumnProfileFile();
+}
+
+bool CTradeBookGrid::Create(wxWindow* parent, int id) {
+  if (!CVELDSGridCtrl::Create(parent, id)) return false;
+  EnableMarkSortedColumn(true);
+  EnableHeader(!HeaderHide);
+  EnableRowHeader(true);
+  BuildColumns();
+  SetStoredFont();
+  ReadExchangeFormatFlag(kConfigFile, ExchangeFormatFlag);
+  EnableWholeRowSelection(true);
+  TellTerminal();
+  return true;
+}
+
+void CTradeBookGrid::BuildColumns() {
+  LoadMultipleSort();
+  for (int i = 0; i < kTradeColumnCount; ++i) {
+    const TradeColumn& column = kTradeColumns[i];
+    InsertProfiledColumn({.Key = std::string(column.Key),
+                          .Header = NarrowToWide(std::string(column.Title)),
+                          .Width = column.WidthPx,
+                          .Align = static_cast<int>(column.Align),
+                          .Visible = column.Visible ? 1 : 0},
+                         i);
+  }
+  ApplyColumnOrder();
+}
+
+void CTradeBookGrid::SetStoredFont() {
+  if (const auto font = LoadGridFont(NarrowToWide(kGridName), FontBlockOf(GetGridFont())))
+    SetGridFont(WindowFontOf(*font));
+}
+
+void CTradeBookGrid::TellTerminal() {
+  CQORPacketWriter message(0);
+  message.AddU16(10002, 32021);
+  message.AddU64(30001, reinterpret_cast<std::uint64_t>(this));
+  message.AddU64(30002, List.OnPluginMessageAddress());
+  List.Terminal().PluginDataSend(message);
+}
+
+// The whole row takes the colours of its side; a row of another side keeps the grid's.
+bool CTradeBookGrid::ShowCell(int row, int column, CQORPGridCell& cell) const {
+  if (column < 0) return true;
+  TradeRecord record;
+  if (row < 0 || !Rows.GetRecordCopy(static_cast<std::size_t>(row), record)) return false;
+  cell.Text = TextOfCell(TradeCellValue(List.State().TradeStore.ServerName, record, column));
+  if (record.Side == kBuy) cell.Background = BuyColor, cell.TextColor = FontBuyColor;
+  if (record.Side == kSell) cell.Background = SellColor, cell.TextColor = FontSellColor;
+  return true;
+}
+
+void CTradeBookGrid::BeginVirtualMode() {
+  Show();
+  for (int column = 0; column < GetColumnCount(); ++column)
+    if (GetColumnsInfo().GetColumnState(column) != 0) Rows.SortColumns.push_back(column);
+  EnableVirtualMode([this](int row, int column, CQORPGridCell& cell) { return ShowCell(row, column, cell); });
+  if (!Rows.SortColumns.empty()) Rows.CopyNumberedRows();
+  AdjustLayout();
+  SetFocus();
+}
+
+void CTradeBookGrid::RefreshRows() {
+  if (!IsVirtualMode()) BeginVirtualMode();
+  const int count = static_cast<int>(Rows.RowCount());
+  SetVirtualRows(count, RowsOnTop());
+  if (count == 0) return;
+  if (const int current = GetCurSel(); current < 0 || current >= count) SetCurSel(current < 0 ? 0 : count - 1);
+}
+
+// How many rows have come in above the one that was the first.
+int CTradeBookGrid::RowsOnTop() {
+  const std::size_t above = Rows.Rows.RowOf(TopKey).value_or(0);
+  if (!Rows.Rows.Empty()) TopKey = Rows.Rows.KeyAt(0);
+  return static_cast<int>(above);
+}
+
+AverageBasis CTradeBookGrid::Basis() const {
+  return {State.Filtered, List.State().SelectedKey, List.State().RestoredKey, List.Masters()};
+}
+
+void CTradeBookGrid::RecountTotals() {
+  Totals.RecountTotals(Rows.Rows, Basis(), Line);
+}
+void CTradeBookGrid::AddToTotals(const TradeRecord& record) {
+  Totals.UpdateTotals(record, Basis(), Line);
+}
+
+bool CTradeBookGrid::SelectedSecurity(std::string& exchange, std::string& securityId) const {
+  TradeRecord record;
+  const int row = GetCurSel();
+  if (row < 0 || !Rows.GetRecordCopy(static_cast<std::size_t>(row), record)) return false;
+  exchange = record.Exchange;
+  securityId = record.SecurityID;
+  return true;
+}
+
+std::vector<SortState> CTradeBookGrid::SortStates() const {
+  std::vector<SortState> states;
+  for (const int column : Rows.SortColumns) states.push_back({column, GetColumnsInfo().GetColumnState(column)});
+  return states;
+}
+
+void CTradeBookGrid::ResortRows() {
+  Rows.ResortRows(SortStates());
+  RefreshRows();
+  RedrawRows();
+}
+
+void CTradeBookGrid::ToggleSortColumn(int column) {
+  const wxBusyCursor wait;
+  CQORPGridColumnsInfo& columns = GetColumnsInfo();
+  const SortStep step = ::ToggleSortColumn(Rows.SortColumns, column, columns.GetColumnState(column), IsMultipleSort());
+  if (step == SortStep::Remove) {
+    columns.RemoveSortColumn(column);
+  } else {
+    SetCurSel(-1);
+    columns.SetSortColumn(column, step == SortStep::Rising, IsMultipleSort());
+  }
+  ResortRows();
+  AdjustLayout();
+}
+
+// Rows stand as the marks say: columns that have lost theirs sort no longer.
+void CTradeBookGrid::DropLostSorts() {
+  const std::size_t sorted = Rows.SortColumns.size();
+  std::erase_if(Rows.SortColumns, [this](int column) { return GetColumnsInfo().GetColumnState(column) == 0; });
+  if (Rows.SortColumns.size() != sorted) ResortRows();
+}
+
+void CTradeBookGrid::ResetColumns() {
+  CVELDSGridCtrl::ResetColumns();
+  DropLostSorts();
+}
+void CTradeBookGrid::RemoveSort() {
+  CVELDSGridCtrl::RemoveSort();
+  DropLostSorts();
+}
+
+void CTradeBookGrid::SaveColumnProfile() {
+  for (int i = 0; i < kTradeColumnCount; ++i) SaveColumnState(std::string(kTradeColumns[i].Key), i);
+  SaveMultipleSort();
+  SaveColumnProfileFile();
+}
+
+struct CTradeBookGrid::Command {
+  int Id;
+  void (CTradeBookGrid::*Run)();
+};
+const CTradeBookGrid::Command CTradeBookGrid::kCommands[] = {
+    {30004, &CTradeBookGrid::SelectAll},         {30016, &CTradeBookGrid::RemoveSort},
+    {30018, &CTradeBookGrid::ShowAllColumns},    {30019, &CTradeBookGrid::RemoveAllColumns},
+    {30020, &CTradeBookGrid::SizeColumnsToFit},  {30021, &CTradeBookGrid::ResetColumns},
+    {30022, &CTradeBookGrid::SaveColumnProfile},
+};
+
+bool CTradeBookGrid::HasCommand(int id) {
+  return std::any_of(std::begin(kCommands), std::end(kCommands), [id](const Command& known) { return known.Id == id; });
+}
+
+bool CTradeBookGrid::RunCommand(int id) {
+  for (const Command& command : kCommands)
+    if (command.Id == id) {
+      (this->*command.Run)();
+      return true;
+    }
+  return false;
+}
+
+void CTradeBookGrid::OnShowContextMenu(const wxPoint& point) {
+  wxMenu menu;
+  wxMenu* level = &menu;
+  for (const GridMenuItem& item : kGridMenu) {
+    if (item.Level == 0) level = &menu;
+    switch (item.What) {
+      case GridMenuItem::Kind::Separator:
+        level->AppendSeparator();
+        break;
+      case GridMenuItem::Kind::Submenu: {
+        auto submenu = new wxMenu;
+        menu.AppendSubMenu(submenu, item.Text);
+        level = submenu;
+        break;
+      }
+      case GridMenuItem::Kind::Command:
+        level->Append(item.Id, item.Text)->Enable(HasCommand(item.Id));
+        break;
+    }
+  }
+  menu.Bind(wxEVT_MENU, [this](wxCommandEvent& event) { RunCommand(event.GetId()); });
+  PopupMenu(&menu, ScreenToClient(point));
+}
+
+// Alt keys are the terminal's. Escape narrows a wide book to its filter, and closes one that is filtered where it
+// floats.
+bool CTradeBookGrid::PreTranslateMessage(wxKeyEvent& event) {
+  if (event.AltDown()) return false;
+  if (event.GetKeyCode() != WXK_ESCAPE) return CVELDSGridCtrl::PreTranslateMessage(event);
+  if (State.Filtered) {
+    ParentBar.CloseByEscape();
+  } else {
+    Rows.NextRowKey = BookRows::kFirstRowKey;
+    ParentBar.NarrowToFilter();
+  }
+  return true;
+}

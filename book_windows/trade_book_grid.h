@@ -1,0 +1,67 @@
+// CTradeBookGrid: the table of trades in a book. Which trades, in which order and with which totals is BookRows' and
+// BookTotals' business; the grid shows it. Used on the terminal's calling thread only.
+#pragma once
+
+#include "book_windows/book_state.h"
+#include "grid_base/base_grid.h"
+#include "grid_ops/book_rows.h"
+#include "grid_ops/book_totals.h"
+
+class BookList;
+class CTradeBookBar;
+
+class CTradeBookGrid : public CVELDSGridCtrl {
+ public:
+  CTradeBookGrid(BookList& list, CTradeBookBar& parentBar);
+
+  bool Create(wxWindow* parent, int id) override;
+
+  // Brings count of rows, current row and sort columns in line with the rows; called after every change of them.
+  void RefreshRows();
+  void RecountTotals();
+  // A trade has become a row: totals only, nothing is painted.
+  void AddToTotals(const TradeRecord& record);
+  // The Exchange and SecurityID cells of the current row; false without one.
+  bool SelectedSecurity(std::string& exchange, std::string& securityId) const;
+
+  // The grid's display callback.
+  bool ShowCell(int row, int column, CQORPGridCell& cell) const;
+
+  void ResetColumns() override;
+  void SaveColumnProfile() override;
+  void RemoveSort() override;
+  void ToggleSortColumn(int column) override;
+  void OnShowContextMenu(const wxPoint& point) override;
+  bool PreTranslateMessage(wxKeyEvent& event) override;
+
+  BookRows Rows;
+  BookTotals Totals;
+  SummaryLine Line;
+  BookState State;
+  ColorRef BuyColor = 0xFF0000;
+  ColorRef SellColor = 0x0000FF;
+  ColorRef FontBuyColor = 0xFFFFFF;
+  ColorRef FontSellColor = 0xFFFFFF;
+  bool HeaderHide = false;
+  bool ExchangeFormatFlag = false;
+
+ private:
+  void BuildColumns();
+  void SetStoredFont();
+  void TellTerminal();
+  void ResortRows();
+  void BeginVirtualMode();
+  int RowsOnTop();
+  AverageBasis Basis() const;
+  std::vector<SortState> SortStates() const;
+  void DropLostSorts();
+  static bool HasCommand(int id);
+  bool RunCommand(int id);
+
+  struct Command;
+  static const Command kCommands[];
+
+  BookList& List;
+  CTradeBookBar& ParentBar;
+  std::int32_t TopKey = 0;  // of the first row, when the rows were last brought up to date
+};

@@ -1,0 +1,105 @@
+#include "grid_base/base_grid.h"
+
+#include "host_link/packet_reader.h"
+
+CVELDSGridCtrl::CVELDSGridCtrl(int gridTypeCode, const std::string& gridName, const std::wstring& profileName,
+                               const GridHost& host)
+    : Host(host), GridTypeCode(gridTypeCode), Profile(gridName, profileName, host.WorkingFolder) {
+  EnableAlternateRows(false);
+}
+
+void CVELDSGridCtrl::LoadMultipleSort() {
+  Profile.ForgetOrder();
+  EnableMultipleSort(Profile.LoadMultipleSort() != 0);
+}
+
+void CVELDSGridCtrl::InsertProfiledColumn(const NewColumn& column, int index) {
+  const ColumnState state = Profile.InsertProfiledColumn(column, index);
+  InsertColumn(index, state.Header, state.Width);
+  CQORPGridColumnsInfo& columns = GetColumnsInfo();
+  columns.SetColumnVisible(index, state.Visible != 0);
+  columns.SetColumnAlign(index, state.Align);
+  if (const std::optional<bool> rising = SortsAscending(state)) columns.SetSortColumn(index, *rising, IsMultipleSort());
+  if (state.Locked != 0) columns.SetColumnLocked(index, true);
+}
+
+void CVELDSGridCtrl::ApplyColumnOrder() {
+  int place = 0;
+  for (const int column : Profile.DisplayOrder(GetColumnCount())) GetColumnsInfo().SetColumnDisplayPos(place++, column);
+  AdjustLayout();
+}
+
+void CVELDSGridCtrl::SaveColumnState(const std::string& key, int column) {
+  const CQORPGridColumnsInfo& columns = GetColumnsInfo();
+  Profile.SaveColumnState(key, {.Header = columns.GetColumnName(column),
+                                .Width = columns.GetColumnWidth(column),
+                                .Visible = columns.GetColumnVisible(column) ? 1 : 0,
+                                .Align = columns.GetColumnAlign(column),
+                                .Sort = columns.GetColumnState(column),
+                                .Locked = columns.GetColumnLocked(column) ? 1 : 0,
+                                .Order = columns.GetColumnOrder(column),
+                                .Group = columns.GetGroupColumnPos(column)});
+}
+
+void CVELDSGridCtrl::ResetColumns() {
+  CQORPGridColumnsInfo& columns = GetColumnsInfo();
+  const std::vector<ColumnReset> resets = Profile.ResetColumns(GetColumnCount());
+  for (int column = 0; column < GetColumnCount(); ++column) {
+    const ColumnReset& reset = resets[static_cast<std::size_t>(column)];
+    columns.SetColumnVisible(column, reset.Visible);
+    if (!reset.Visible) continue;
+    columns.SetColumnWidth(column, reset.Width);
+    columns.RemoveSortColumn(column);
+  }
+  AdjustLayout();
+}
+
+void CVELDSGridCtrl::ShowAllColumns() {
+  ShowColumns(true);
+}
+void CVELDSGridCtrl::RemoveAllColumns() {
+  ShowColumns(false);
+}
+
+void CVELDSGridCtrl::ShowColumns(bool visible) {
+  for (int column = 0; column < GetColumnCount(); ++column) GetColumnsInfo().SetColumnVisible(column, visible);
+  AdjustLayout();
+}
+
+void CVELDSGridCtrl::RemoveSort() {
+  for (int column = 0; column < GetColumnCount(); ++column) GetColumnsInfo().RemoveSortColumn(column);
+  AdjustLayout();
+}
+
+void CVELDSGridCtrl::PasteRecord(CQORPacketReader& record) {
+  record.Cursor = record.End;
+}
+
+void CVELDSGridCtrl::PasteFromClipboard() {
+  ForEachClipboardRecord(PrivateClipboard::Take(), [this](std::span<const std::uint8_t> bytes) {
+    CQORPacketReader record(bytes.data(), static_cast<std::uint16_t>(bytes.size()));
+    PasteRecord(record);
+  });
+}
+
+// Ctrl alone: with Alt or Shift the keys mean something else.
+bool CVELDSGridCtrl::PreTranslateMessage(wxKeyEvent& event) {
+  if (event.GetModifiers() != wxMOD_CONTROL) return CQORPGridCtrl::PreTranslateMessage(event);
+  switch (event.GetKeyCode()) {
+    case 'C':
+      CopyToClipboard(false);
+      return true;
+    case 'V':
+      PasteFromClipboard();
+      return true;
+    case 'X':
+      CopyToClipboard(true);
+      return true;
+    default:
+      return CQORPGridCtrl::PreTranslateMessage(event);
+  }
+}
+
+void CVELDSGridCtrl::OnGridFocus() {
+  if (Host.ApplicationFocus) Host.ApplicationFocus(this, false);
+}

@@ -1,0 +1,72 @@
+// CVELDSGridCtrl: the base of every grid window: a column profile kept in ColumnProfile.xml, the commands on columns,
+// a clipboard format of its own, and the keys that go with it. Not what the grid shows: the derived grid says so. Used
+// on the calling thread of the windows only.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "grid_base/column_profile.h"
+#include "grid_base/private_clipboard.h"
+#include "toolkit/grid_ctrl.h"
+
+class CQORPacketReader;
+
+// What every grid of a process shares.
+struct GridHost {
+  std::filesystem::path WorkingFolder;
+  // The terminal's function of that name: who has the focus.
+  std::function<void(void* window, bool closed)> ApplicationFocus;
+};
+
+class CVELDSGridCtrl : public CQORPGridCtrl {
+ public:
+  // The type code stands for the grid's name in titles: grid_type_names.h. The grid name is its node and folder, the
+  // profile name the root of its file.
+  CVELDSGridCtrl(int gridTypeCode, const std::string& gridName, const std::wstring& profileName, const GridHost& host);
+
+  int GetGridType() const noexcept { return GridTypeCode; }
+  const std::filesystem::path& GetWorkingFolder() const noexcept { return Host.WorkingFolder; }
+
+  // Inserts a column as it was last saved; columns come in index order, between LoadMultipleSort and ApplyColumnOrder.
+  void InsertProfiledColumn(const NewColumn& column, int index);
+  void LoadMultipleSort();
+  void SaveMultipleSort() { Profile.SaveMultipleSort(IsMultipleSort()); }
+  void ApplyColumnOrder();
+  void SaveColumnState(const std::string& key, int column);
+  void LoadColumnProfileFile() { Profile.LoadColumnProfileFile(); }
+  bool SaveColumnProfileFile() const { return Profile.SaveColumnProfileFile(); }
+
+  // Columns that were visible at creation come back with the width that the derived grid gave them, and lose their sort
+  // mark; all others are hidden and keep theirs. The order on the screen stays.
+  virtual void ResetColumns();
+  virtual void ShowAllColumns();
+  virtual void RemoveAllColumns();
+  virtual void SizeColumnsToFit() { SizeToFit(); }
+  virtual void SaveColumnProfile() {}
+  // Takes the sort marks off every column.
+  virtual void RemoveSort();
+
+  virtual void ClipboardAppend(std::vector<std::uint8_t> bytes) { Clipboard.Append(std::move(bytes)); }
+  virtual void ClipboardCommit() { Clipboard.Commit(); }
+  // Ctrl+C, and Ctrl+X with cut.
+  virtual void CopyToClipboard(bool /*cut*/) {}
+  // One record of the private format; the reader must be left at the end of its message.
+  virtual void PasteRecord(CQORPacketReader& record);
+  virtual void PasteFromClipboard();
+
+  bool PreTranslateMessage(wxKeyEvent& event) override;
+  void OnGridFocus() override;
+
+ protected:
+  const GridHost& Host;
+
+ private:
+  void ShowColumns(bool visible);
+
+  int GridTypeCode;
+  ColumnProfile Profile;
+  PrivateClipboard Clipboard;
+};

@@ -1,0 +1,5 @@
+#include "platform/console.h"
+
+bool CloseOwnConsole() noexcept {
+  return false;
+}

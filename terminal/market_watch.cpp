@@ -1,0 +1,124 @@
+#include "terminal/market_watch.h"
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+#include "terminal/watch_columns.h"
+
+namespace {
+
+// A control character, which no field holds, keeps the two parts apart.
+std::string KeyOf(const std::string& exchange, const std::string& securityId) {
+  return exchange + '\n' + securityId;
+}
+
+Trend TrendOf(double from, double to) {
+  if (to > from) return Trend::Up;
+  return to < from ? Trend::Down : Trend::None;
+}
+
+}  // namespace
+
+Trend WatchRow::ChangeTrend() const noexcept {
+  return TrendOf(First, Last);
+}
+
+void MarketWatch::Fill(const CSecurities& securities) {
+  Securities.clear();
+  Order.clear();
+  ByKey.clear();
+  for (const Security& security : securities.All()) {
+    WatchRow row;
+    row.Exchange = security.Exchange;
+    row.SecurityID = security.SecurityID;
+    row.Symbol = security.Symbol;
+    row.Name = security.Name;
+    row.ExpiryDate = security.ExpiryDate;
+    Add(std::move(row));
+  }
+  ApplySort();
+}
+
+void MarketWatch::Add(WatchRow row) {
+  ByKey.emplace(KeyOf(row.Exchange, row.SecurityID), Securities.size());
+  Order.push_back(Securities.size());
+  Securities.push_back(std::move(row));
+  Changed = true;
+}
+
+void MarketWatch::ForgetTrades() {
+  for (WatchRow& row : Securities) {
+    row.First = row.Last = 0;
+    row.Trades = row.Quantity = 0;
+    row.Tick = Trend::None;
+    row.Time.clear();
+    row.TradedBeat = 0;
+  }
+  Changed = true;
+}
+
+WatchRow& MarketWatch::RowFor(const TradePrint& print) {
+  auto place = ByKey.find(KeyOf(print.Exchange, print.SecurityID));
+  if (place == ByKey.end()) {
+    WatchRow row;
+    row.Exchange = print.Exchange;
+    row.SecurityID = print.SecurityID;
+    row.Symbol = print.Symbol;
+    row.Name = print.Name;
+    row.ExpiryDate = print.ExpiryDate;
+    Add(std::move(row));
+    return Securities.back();
+  }
+  return Securities[place->second];
+}
+
+void MarketWatch::OnTradeSent(const TradePrint& print) {
+  WatchRow& row = RowFor(print);
+  if (row.Trades == 0) row.First = row.Last = print.Price;
+  if (const Trend tick = TrendOf(row.Last, print.Price); tick != Trend::None) row.Tick = tick;
+  row.Last = print.Price;
+  row.Quantity += print.Quantity;
+  row.Time = print.Time;
+  ++row.Trades;
+  row.TradedBeat = LastTraded = Beat;
+  Changed = true;
+}
+
+int MarketWatch::RowOf(const std::string& securityId) const {
+  for (int row = 0; row < Rows(); ++row)
+    if (RowAt(row).SecurityID == securityId) return row;
+  return -1;
+}
+
+int MarketWatch::RowOfIdentity(std::size_t identity) const {
+  const auto place = std::find(Order.begin(), Order.end(), identity);
+  return place == Order.end() ? -1 : static_cast<int>(place - Order.begin());
+}
+
+void MarketWatch::SortBy(std::optional<int> column, bool rising) {
+  SortedBy = column;
+  Rising = rising;
+  Changed = true;
+  ApplySort();
+}
+
+void MarketWatch::ApplySort() {
+  std::iota(Order.begin(), Order.end(), std::size_t{0});
+  if (!SortedBy) return;
+  const WatchColumn& column = kWatchColumns[static_cast<std::size_t>(*SortedBy)];
+  const auto hasValue = [&](std::size_t at) { return !column.OfTrades || Securities[at].Trades != 0; };
+  const auto traded = std::stable_partition(Order.begin(), Order.end(), hasValue);
+  std::stable_sort(Order.begin(), traded, [&](std::size_t left, std::size_t right) {
+    const int order = column.Compare(Securities[left], Securities[right]);
+    return Rising ? order < 0 : order > 0;
+  });
+}
+
+// Behind the last trade there is one more thing to show: that its row is not fresh any more.
+bool MarketWatch::TakeChanges() {
+  const bool changed = std::exchange(Changed, false) || LastTraded + 1 == Beat;
+  ++Beat;
+  if (changed && SortedBy) ApplySort();
+  return changed;
+}

@@ -1,0 +1,9 @@
+// What a plug-in gets ahead of a day: its timer, its saved books, and no trades. The calling thread only.
+#pragma once
+
+#include <cstdint>
+
+#include "terminal/plugin_link.h"
+
+// Sends 30025, 30026 and 30022; gives how many of them the plug-in takes.
+std::uint64_t SendStart(CPluginLink& plugin);

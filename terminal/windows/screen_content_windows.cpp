@@ -1,0 +1,3 @@
+#include "terminal/windows/screen_content.h"
+
+void ForgetScreenContent(wxDC& /*screen*/) {}

@@ -1,0 +1,102 @@
+// CWindowSession: a run of the terminal with windows: makes frame, market watch and plug-in, plays the day, does the
+// commands of the menu bar and answers the plug-in's questions about windows. The main thread only, while WxRun lives.
+#pragma once
+
+#include <wx/timer.h>
+#include <wx/weakref.h>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "terminal/options.h"
+#include "terminal/play_status.h"
+#include "terminal/plugin_link.h"
+#include "terminal/summary.h"
+#include "terminal/terminal_host.h"
+#include "terminal/window_memory.h"
+#include "terminal/windows/day_loop.h"
+#include "terminal/windows/main_frame.h"
+#include "terminal/windows/market_watch_bar.h"
+#include "terminal/windows/script_runner.h"
+
+class CWindowSession : private TerminalWindows, private ScriptTarget {
+ public:
+  // Reads what the day needs and enters the working folder. Throws TerminalError.
+  CWindowSession(const RunFiles& files, const Options& options, CBadLines& badLines);
+  // Windows go before the plug-in, whose classes stand in them.
+  ~CWindowSession() override;
+
+  // Shows the windows and begins the day; they live until the user closes the frame. Throws TerminalError.
+  void Open();
+  // Of the run so far.
+  DaySummary Summary() const;
+
+  void Run(TerminalCommand command);
+  CMainFrame* GetFrame() const { return Frame.get(); }
+  CMarketWatchBar& GetWatchBar() const { return *WatchBar; }
+  const CDayRun& GetDay() const { return *Day; }
+
+ private:
+  std::unique_ptr<CScriptRunner> MakeScript();
+  void MakeFrame();
+  void ShowFrame();
+  void MakeWatch();
+  void LoadPlugin();
+  void StartDay();
+  void Finish();
+  bool ShouldEnd() const;
+
+  void TellSelection(std::uint64_t window, MessageFunction answer) override;
+  void FocusMoved(const void* window, bool closed) override;
+  bool IsPluginBar(const CQORPDockingControlBar& bar) const;
+
+  bool OpenBook() override;
+  bool Select(const std::string& securityId) override;
+  bool Focus(ScriptFocus where) override;
+  bool HasFocus(ScriptFocus where) override;
+  CQORPDockingControlBar* BarFor(ScriptFocus where) const;
+  bool Press(const KeyPress& key) override;
+  bool RunMenu(const std::vector<std::string>& texts) override;
+  bool HasPlayed() override { return Day->HasEnded(); }
+  void SavePictureTo(const std::filesystem::path& file) override;
+  void CloseWindows() override;
+
+  void ShowAbout();
+  void AskForDay();
+  void OpenDay(const std::filesystem::path& file);
+  void BeginDay(CDayInput& input);
+  void ForgetDay();
+  void StartAgain();
+  void LoginAgain();
+  void PlayOrPause();
+  void SetSpeed(std::optional<double> speed);
+  void ToggleMarketWatch();
+
+  void OnBeat();
+  void ShowStatus();
+  void ShowCommands();
+  std::string StateText() const;
+
+  RunFiles Files;
+  Options Given;
+  CBadLines& BadLines;
+  mutable CWallClock Clock;
+  CBeat Beat{Clock};
+  std::unique_ptr<CDayInput> Input;
+  std::vector<std::unique_ptr<CDayInput>> FormerInputs;  // a plug-in may keep addresses in their securities
+  std::unique_ptr<CScriptRunner> Script;                 // null for none
+  WindowMemory Memory;
+  MarketWatch Rows;
+  CTerminalHost Host;
+  CRunningHostScope Running{Host};
+  std::optional<CPluginLink> Plugin;
+  std::optional<CDayRun> Day;
+  std::optional<CDayLoop> Loop;
+  wxWeakRef<CMainFrame> Frame;
+  CMarketWatchBar* WatchBar = nullptr;  // belongs to the frame
+  wxTimer EndTimer;
+  TradeRate Rate;
+  std::uint64_t ControlMessages = 0;
+  PlayClock::Time Begun;
+};

@@ -1,0 +1,57 @@
+#include "terminal/windows/wx_run.h"
+
+#include <wx/app.h>
+#include <wx/log.h>
+
+#include <memory>
+
+#include "terminal/terminal_error.h"
+#include "toolkit/toolkit_start.h"
+
+namespace {
+
+class TerminalApp : public wxApp {
+ public:
+  // The command line has been read.
+  bool OnInit() override {
+    SetAppName(L"terminal");
+    SetAppDisplayName(L"Trading Terminal");
+    return true;
+  }
+};
+
+bool StartWx() {
+  const wxLogNull silence;  // without a display wxWidgets would say so on its own
+  // wxWidgets deletes the app. It gets no command line: options of window systems are none of ours.
+  wxApp::SetInstance(std::make_unique<TerminalApp>().release());
+  static char name[] = "terminal";
+  static char* words[] = {name, nullptr};
+  static int count = 1;
+  return wxEntryStart(count, words);
+}
+
+}  // namespace
+
+WxRun::WxRun() {
+  if (!StartWx())
+    throw TerminalError(ExitCode::Display,
+                        "there is no display to show windows on: give it one, or start with --headless");
+  ReportToolkitAssertions();
+  wxTheApp->CallOnInit();
+  wxLog::SetActiveTarget(std::make_unique<wxLogStderr>().release());  // wxWidgets deletes it; no boxes by themselves
+}
+
+WxRun::~WxRun() {
+  DropClosedWindows();
+  wxTheApp->OnExit();
+  wxEntryCleanup();
+}
+
+void WxRun::Loop() {
+  wxTheApp->OnRun();
+}
+
+void WxRun::DropClosedWindows() {
+  wxTheApp->ProcessPendingEvents();
+  wxTheApp->ProcessIdle();
+}

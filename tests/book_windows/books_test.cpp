@@ -1,0 +1,312 @@
+#include "book_windows/book_list.h"
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+#include "book_windows/book_dialog_template.h"
+#include "book_windows/trade_book_bar.h"
+#include "host_link/packet_writer.h"
+#include "tests/toolkit/gui_test.h"
+#include "toolkit/frame.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// The terminal of the tests: what the plug-in sent to it, and what its focused window answers to 32022.
+struct Terminal {
+  PluginState* State = nullptr;
+  FilterKey Answer{};
+  std::vector<std::uint16_t> Messages;
+  std::vector<std::string> BarIds;
+  std::uint32_t LastId = 0;
+};
+Terminal terminal;
+
+void TakeMessage(CQORPacketWriter* message) {
+  std::uint16_t number = 0;
+  std::memcpy(&number, message->GetData() + kHeaderSize + 3, sizeof number);
+  terminal.Messages.push_back(number);
+  if (number != 32022) return;
+  terminal.State->SelectedKey = terminal.Answer;
+  std::strcpy(terminal.State->SelectedMaster.Name.data(), "GOLD 201312");
+}
+std::uint32_t GiveBarId(const char*, const char* book) {
+  terminal.BarIds.push_back(book);
+  return ++terminal.LastId;
+}
+void TakeBarId(std::uint32_t id, const char*) {
+  terminal.BarIds.push_back("-" + std::to_string(id));
+}
+
+void* FindFunction(const char* name) {
+  if (std::strcmp(name, "PluginDataSend") == 0) return reinterpret_cast<void*>(&TakeMessage);
+  if (std::strcmp(name, "GetPluginBarID") == 0) return reinterpret_cast<void*>(&GiveBarId);
+  if (std::strcmp(name, "PluginRemoveBarID") == 0) return reinterpret_cast<void*>(&TakeBarId);
+  return nullptr;
+}
+
+FilterKey KeyOf(const char* exchange, const char* securityId) {
+  FilterKey key{};
+  std::strcpy(key.Exchange, exchange);
+  std::strcpy(key.SecurityID, securityId);
+  return key;
+}
+
+class BooksTest : public GuiTest {
+ protected:
+  void SetUp() override {
+    GuiTest::SetUp();
+    if (IsSkipped()) return;
+    Folder = fs::temp_directory_path() / "tradebook_books_test";
+    fs::remove_all(Folder);
+    fs::create_directories(Folder);
+    fs::current_path(Folder);
+    Start();
+  }
+  void TearDown() override {
+    if (Main != nullptr) Stop();
+    fs::current_path(fs::temp_directory_path());
+    GuiTest::TearDown();
+  }
+
+  void Start() {
+    terminal = {};
+    Main = new CQORPFrame(nullptr, wxID_ANY, L"Terminal", wxRect(0, 0, 1500, 900));
+    Main->Show();
+    State = std::make_unique<PluginState>(Decoder);
+    State->TradeStore.AutoTradeWriteCSV = false;
+    terminal.State = State.get();
+    Functions = std::make_unique<CQORDLLComman>(FindFunction);
+    List = std::make_unique<BookList>(*State, *Functions, 77);
+    State->TradeStore.OnDownloadEnd();
+    Pump();
+  }
+  void Stop() {
+    Main->Destroy();
+    Main = nullptr;
+    Pump();
+    List.reset();
+    Functions.reset();
+    State.reset();
+  }
+
+  CTradeBookBar& Open() {
+    List->OpenBookByCommand();
+    Pump();
+    return *List->BarsById.at(terminal.LastId);
+  }
+  CTradeBookBar& OpenFor(const char* exchange, const char* securityId) {
+    terminal.Answer = KeyOf(exchange, securityId);
+    Main->SetFocus();
+    Pump();
+    return Open();
+  }
+
+  void Trade(std::uint32_t id, const char* exchange, const char* securityId, std::uint8_t side, std::uint32_t quantity,
+             double price, std::uint16_t number = 9101) {
+    TradeRecord record{};
+    record.VELDTradeID = id;
+    std::snprintf(record.ExchangeOrderNo, sizeof record.ExchangeOrderNo, "%u", id);
+    std::strcpy(record.Exchange, exchange);
+    std::strcpy(record.SecurityID, securityId);
+    record.Side = side;
+    record.Quantity = quantity;
+    record.Price = price;
+    record.Multiplier = 1;
+    CQORPacketWriter writer(0);
+    Decoder.EncodeRecord(writer, record, false, number, false);
+    writer.Finish();
+    CQORPacketReader reader(writer.GetData(), static_cast<std::uint16_t>(writer.GetSize()));
+    std::uint16_t needed = 0, consumed = 0;
+    ASSERT_TRUE(reader.ParseHeader(needed, consumed));
+    State->TradeStore.OnTrade(reader);
+  }
+  void Beat() {
+    List->RepaintAllBooks();
+    Pump();
+  }
+
+  static std::wstring Cell(CTradeBookBar& bar, int row, const char* key) {
+    CQORPGridCell cell;
+    for (int i = 0; i < kTradeColumnCount; ++i)
+      if (kTradeColumns[i].Key == key) bar.Grid()->ShowCell(row, i, cell);
+    return cell.Text;
+  }
+  static std::wstring Summary(CTradeBookBar& bar, int id) { return bar.Dialog->GetStatic(id)->GetWindowText(); }
+
+  fs::path Folder;
+  CQORTradeImpl Decoder;
+  CQORPFrame* Main = nullptr;
+  std::unique_ptr<PluginState> State;
+  std::unique_ptr<CQORDLLComman> Functions;
+  std::unique_ptr<BookList> List;
+};
+
+TEST_F(BooksTest, OpensWhatTheFocusedWindowSelects) {
+  Trade(1, "COMEX", "GC1", 1, 5, 10);
+  Trade(2, "COMEX", "GC2", 2, 3, 20);
+  CTradeBookBar& all = Open();
+  EXPECT_EQ(all.GetBarTitle(), L"Trade Book : All");
+  EXPECT_EQ(all.Grid()->GetVirtualRows(), 2);
+  EXPECT_TRUE(all.IsFloating());
+  CTradeBookBar& one = OpenFor("COMEX", "GC2");
+  EXPECT_EQ(one.GetBarTitle(), L"Trade Book : COMEX GOLD 201312");
+  EXPECT_EQ(one.Grid()->GetVirtualRows(), 1);
+  EXPECT_EQ(Cell(one, 0, "colSecurityID"), L"GC2");
+  EXPECT_EQ(terminal.BarIds, (std::vector<std::string>{"TradeBook 1", "TradeBook 2"}));
+  EXPECT_EQ(terminal.Messages, (std::vector<std::uint16_t>{32021, 32022, 32021, 32022}));
+  EXPECT_EQ(State->BooksByKey.size(), 2u);
+  EXPECT_TRUE(State->BooksByKey.contains("Trade Book : COMEX GOLD 201312TradeBook 22"));
+  // An exchange without a security is no selection.
+  EXPECT_EQ(OpenFor("COMEX", "").GetBarTitle(), L"Trade Book : All");
+}
+
+TEST_F(BooksTest, NewestStandsOnTopAndTheCurrentRowStays) {
+  CTradeBookBar& book = Open();
+  for (std::uint32_t id = 1; id <= 100; ++id) Trade(id, "COMEX", "GC1", 1, 1, id);
+  Beat();
+  EXPECT_EQ(Cell(book, 0, "colVELDTradeID"), L"100");
+  EXPECT_EQ(book.Grid()->GetCurSel(), 0);
+  book.Grid()->SetCurSel(3);
+  Trade(101, "COMEX", "GC1", 2, 7, 5);
+  Beat();
+  EXPECT_EQ(book.Grid()->GetVirtualRows(), 101);
+  EXPECT_EQ(book.Grid()->GetCurSel(), 4);
+  EXPECT_EQ(Cell(book, 4, "colVELDTradeID"), L"97");
+  CQORPGridCell cell;
+  ASSERT_TRUE(book.Grid()->ShowCell(0, 2, cell));
+  EXPECT_EQ(cell.Background, 0x0000FFu);
+  EXPECT_EQ(cell.TextColor, 0xFFFFFFu);
+  ASSERT_TRUE(book.Grid()->ShowCell(1, 2, cell));
+  EXPECT_EQ(cell.Background, 0xFF0000u);
+  EXPECT_FALSE(book.Grid()->ShowCell(101, 2, cell));
+}
+
+TEST_F(BooksTest, SummaryLineFollowsTheTrades) {
+  CTradeBookBar& book = OpenFor("COMEX", "GC1");
+  Trade(1, "COMEX", "GC1", 1, 5, 10);
+  Trade(2, "COMEX", "GC1", 2, 7, 20);
+  Trade(3, "COMEX", "GC2", 1, 100, 1);
+  EXPECT_EQ(Summary(book, 30031), L"0") << "nothing is written before the beat";
+  Beat();
+  const struct {
+    int Id;
+    const wchar_t* Text;
+    ColorRef Color;
+  } kTotals[] = {
+      {30031, L"5", 0xFF0000},  {30033, L"50.00", 0xFF0000},  {30043, L"10.00", 0xFF0000},
+      {30035, L"7", 0x0000FF},  {30037, L"140.00", 0x0000FF}, {30045, L"20.00", 0x0000FF},
+      {30039, L"-2", 0x0000FF}, {30041, L"90.00", 0xFF0000},
+  };
+  for (const auto& total : kTotals) {
+    SCOPED_TRACE(total.Id);
+    EXPECT_EQ(Summary(book, total.Id), total.Text);
+    EXPECT_EQ(book.Dialog->GetStatic(total.Id)->GetTextColor(), total.Color);
+  }
+  EXPECT_TRUE(book.Dialog->GetStatic(30043)->IsShown());
+  book.Grid()->SetFocus();
+  Pump();
+  List->OpenBookByCommand();
+  EXPECT_FALSE(book.Dialog->GetStatic(30043)->IsShown());
+  EXPECT_EQ(Summary(book, 30031), L"105");
+}
+
+TEST_F(BooksTest, LifeOfABookOfOneSecurity) {
+  Trade(1, "COMEX", "GC1", 1, 5, 10);
+  Trade(2, "COMEX", "GC2", 1, 5, 10);
+  CTradeBookBar& book = OpenFor("COMEX", "GC1");
+  CTradeBookGrid& grid = *book.Grid();
+  const auto rows = [&] { return grid.GetVirtualRows(); };
+  ASSERT_TRUE(PumpUntil([&] {
+    grid.SetFocus();
+    Pump();
+    return grid.IsDescendant(wxWindow::FindFocus());
+  }));
+  List->OpenBookByCommand();  // widens the book that has the focus
+  EXPECT_EQ(List->BarsById.size(), 1u);
+  EXPECT_EQ(rows(), 2);
+  EXPECT_EQ(book.GetBarTitle(), L"Trade Book : All");
+  EXPECT_TRUE(State->BooksByKey.contains("Trade Book : COMEX GOLD 201312TradeBook 11")) << "the old entry stays";
+  Press(*grid.GetRowsWindow(), WXK_ESCAPE);
+  EXPECT_EQ(rows(), 1);
+  EXPECT_EQ(book.GetBarTitle(), L"Trade Book : COMEX GOLD 201312");
+  State->TradeStore.OnDownloadEnd();  // 8112: every book takes all trades
+  Beat();
+  EXPECT_EQ(rows(), 2);
+  List->ReapplyFilters();  // 30020 makes it right again; the state says filtered, and so do the rows
+  EXPECT_EQ(rows(), 1);
+  State->TradeStore.OnClearTrades();
+  Beat();
+  EXPECT_EQ(rows(), 0);
+  Trade(9, "COMEX", "GC1", 1, 5, 10);
+  Trade(10, "COMEX", "GC2", 1, 5, 10);
+  Beat();
+  EXPECT_EQ(rows(), 0) << "before the end of the download nothing reaches a book";
+  Press(*grid.GetRowsWindow(), WXK_ESCAPE);  // a floating book that is filtered closes
+  EXPECT_FALSE(book.IsBarShown());
+  EXPECT_TRUE(List->BarsById.empty() && List->BooksByWindow.empty() && State->BooksByKey.empty());
+  EXPECT_EQ(terminal.BarIds.back(), "-1");
+  Open();
+  EXPECT_EQ(terminal.BarIds.back(), "TradeBook 2") << "names are not used again";
+}
+
+TEST_F(BooksTest, ClosesByItsFourWays) {
+  CTradeBookBar& docked = OpenFor("COMEX", "GC1");
+  docked.DockControlBar(DockSide::Bottom);
+  Pump();
+  Press(*docked.Grid()->GetRowsWindow(), WXK_ESCAPE);
+  EXPECT_TRUE(docked.IsBarShown()) << "a docked book does not close by Escape";
+  docked.OnPressCloseButton();
+  EXPECT_FALSE(docked.IsBarShown());
+  EXPECT_TRUE(List->BarsById.empty());
+  CTradeBookBar& tabbed = OpenFor("COMEX", "GC1");
+  tabbed.TabControlBar();
+  Pump();
+  EXPECT_EQ(tabbed.OnTabCloseButton(), 1);
+  EXPECT_TRUE(List->BarsById.empty());
+  EXPECT_EQ(tabbed.OnTabCloseButton(), 1) << "unknown by now, and the tab still goes";
+  State->MultipleTradeBookDisable = false;
+  Open();
+  Main->SetFocus();
+  Pump();
+  List->OpenBookByCommand();
+  EXPECT_EQ(List->BarsById.size(), 1u) << "one book only";
+}
+
+TEST_F(BooksTest, ColumnsComeBackAfterARestart) {
+  {
+    CTradeBookGrid& grid = *Open().Grid();
+    EXPECT_FALSE(grid.GetColumnsInfo().GetColumnVisible(0));
+    grid.SetColumnVisible(0, true);
+    grid.SetColumnVisible(3, false);
+    grid.SetColumnWidth(12, 222);
+    grid.GetColumnsInfo().SetColumnDisplayPos(0, 20);
+    grid.ToggleSortColumn(18);
+    grid.SaveColumnProfile();
+  }
+  std::ifstream file(Folder / "ColumnProfile" / "Trade Book" / "ColumnProfile.xml", std::ios::binary);
+  std::string line, text;
+  for (int i = 0; i < 6 && std::getline(file, line); ++i) text += line + "\n";
+  EXPECT_EQ(text,
+            "<ColumnProfile>\r\n<TradeBook>\r\n<colServer>\r\n<Header>\"Server\"</Header>\r\n<Width>\"60\"</Width>\r\n"
+            "<Visible>\"1\"</Visible>\r\n");
+  Stop();
+  Start();
+  CTradeBookGrid& grid = *Open().Grid();
+  const CQORPGridColumnsInfo& columns = grid.GetColumnsInfo();
+  EXPECT_TRUE(columns.GetColumnVisible(0));
+  EXPECT_FALSE(columns.GetColumnVisible(3));
+  EXPECT_EQ(columns.GetColumnWidth(12), 222);
+  EXPECT_EQ(columns.GetColumnOrder(20), 0);
+  EXPECT_EQ(columns.GetColumnState(18), 1);
+  EXPECT_EQ(grid.Rows.SortColumns, std::vector<int>{18});
+  grid.ResetColumns();
+  EXPECT_EQ(columns.GetColumnWidth(12), 47) << "the width that the grid gave, not the stored one";
+  EXPECT_TRUE(columns.GetColumnVisible(0)) << "the visibility of the profile";
+  EXPECT_EQ(columns.GetColumnState(18), 0);
+  EXPECT_TRUE(grid.Rows.SortColumns.empty());
+}
+
+}  // namespace

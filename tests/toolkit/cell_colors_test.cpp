@@ -1,0 +1,43 @@
+#include "toolkit/cell_colors.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr GridTheme kTheme;
+constexpr ColorRef kBlue = 0xFF0000, kRed = 0x0000FF, kWhite = 0xFFFFFF, kPaleGreen = 0xC8F0C8;
+
+TEST(CellColors, CellsAndThemeWithoutMarks) {
+  EXPECT_EQ(ColorsOf(kBlue, kWhite, {}, kTheme), (CellColors{kBlue, kWhite}));
+  EXPECT_EQ(ColorsOf({}, {}, {}, kTheme), (CellColors{kTheme.Window, kTheme.WindowText}));
+  EXPECT_EQ(ColorsOf({}, kRed, {}, kTheme), (CellColors{kTheme.Window, kRed}));
+  const CellMarks stripes{.Sorted = true, .Alternate = true};
+  EXPECT_EQ(ColorsOf(kBlue, kWhite, stripes, kTheme), (CellColors{kBlue, kWhite})) << "only plain cells are tinted";
+  EXPECT_EQ(ColorsOf({}, {}, stripes, kTheme), (CellColors{0xEBEBEB, kTheme.WindowText}));
+}
+
+TEST(CellColors, ASelectedRowDiffersAndStaysReadable) {
+  const struct {
+    std::optional<ColorRef> Background, Text;
+    CellColors Expected;
+  } cases[] = {
+      {kBlue, kWhite, {0x6B0000, kWhite}},
+      {kRed, kWhite, {0x00006B, kWhite}},
+      {kPaleGreen, 0x000000, {0xD0AE5A, 0x000000}},
+      {0x101010, 0x303030, {0x7D4907, kWhite}},  // as given it could not be read
+      {{}, {}, {kTheme.Highlight, kWhite}},
+  };
+  for (const auto& test : cases) {
+    const CellColors colors = ColorsOf(test.Background, test.Text, {.Selected = true}, kTheme);
+    EXPECT_EQ(colors, test.Expected) << std::hex << colors.Background << ' ' << colors.Text;
+    EXPECT_GE(Contrast(colors.Background, colors.Text), 4.4);
+  }
+}
+
+TEST(CellColors, ContrastOfKnownPairs) {
+  EXPECT_NEAR(Contrast(0x000000, kWhite), 21, 0.01);
+  EXPECT_NEAR(Contrast(kWhite, kRed), 4.0, 0.01);
+  EXPECT_NEAR(Contrast(0x777777, kWhite), 4.48, 0.01);
+}
+
+}  // namespace

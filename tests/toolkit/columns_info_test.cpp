@@ -1,0 +1,72 @@
+#include "toolkit/columns_info.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// Columns 0 to 5; 1 and 4 hidden; 3 and 5 locked: on the screen stand 3 5 0 2.
+CQORPGridColumnsInfo SixColumns() {
+  CQORPGridColumnsInfo columns;
+  for (int column = 0; column < 6; ++column) columns.InsertColumn(column, L"Column", 10 + column);
+  for (const int hidden : {1, 4}) columns.SetColumnVisible(hidden, false);
+  for (const int locked : {3, 5}) columns.SetColumnLocked(locked, true);
+  return columns;
+}
+
+using Places = std::vector<int>;
+
+TEST(ColumnsInfo, PlacesKeepLockedColumnsBeforeTheOthers) {
+  const struct {
+    int Place, Column;
+    Places Expected;
+  } cases[] = {
+      {0, 5, {5, 3, 0, 2}}, {1, 3, {5, 3, 0, 2}}, {3, 5, {3, 5, 0, 2}}, {9, 3, {5, 3, 0, 2}},  {2, 2, {3, 5, 2, 0}},
+      {0, 2, {3, 5, 2, 0}}, {3, 0, {3, 5, 2, 0}}, {9, 0, {3, 5, 2, 0}}, {-1, 0, {3, 5, 0, 2}}, {0, -1, {3, 5, 0, 2}},
+      {0, 6, {3, 5, 0, 2}}, {1, 5, {3, 5, 0, 2}}, {3, 4, {3, 5, 0, 2}},  // hidden: its place shows when it does
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(testing::Message() << "column " << row.Column << " to place " << row.Place);
+    CQORPGridColumnsInfo columns = SixColumns();
+    columns.SetColumnDisplayPos(row.Place, row.Column);
+    EXPECT_EQ(columns.DisplayColumns(), row.Expected);
+  }
+  CQORPGridColumnsInfo columns = SixColumns();
+  columns.SetColumnDisplayPos(3, 4);
+  columns.SetColumnVisible(4, true);
+  columns.SetColumnVisible(1, true);
+  EXPECT_EQ(columns.DisplayColumns(), (Places{3, 5, 0, 1, 4, 2}));
+  columns.SetColumnLocked(3, false);
+  EXPECT_EQ(columns.DisplayColumns(), (Places{5, 0, 1, 4, 2, 3})) << "an unlocked column goes back to its neighbours";
+  EXPECT_EQ(columns.GetColumnOrder(3), 5);
+  columns.SetColumnVisible(3, false);
+  EXPECT_EQ(columns.GetColumnOrder(3), -1);
+  EXPECT_EQ(columns.GetColumnWidth(3), 13) << "a hidden column keeps its width";
+}
+
+TEST(ColumnsInfo, SortColumnsKeepTheOrderInWhichTheyWereSet) {
+  CQORPGridColumnsInfo columns = SixColumns();
+  columns.SetSortColumn(2, true, true);
+  columns.SetSortColumn(0, false, true);
+  columns.SetSortColumn(2, false, true);
+  EXPECT_EQ(columns.GetColumnState(2), -1);
+  EXPECT_EQ(columns.GetSortPriority(2), 0) << "another direction is not another priority";
+  EXPECT_EQ(columns.GetSortPriority(0), 1);
+  columns.RemoveSortColumn(2);
+  EXPECT_EQ(columns.GetSortPriority(0), 0);
+  EXPECT_EQ(columns.GetSortPriority(2), -1);
+  columns.SetSortColumn(4, true, false);
+  EXPECT_EQ(columns.GetColumnState(0), 0);
+  EXPECT_EQ(columns.GetSortPriority(0), -1);
+  EXPECT_EQ(columns.GetColumnState(4), 1);
+  columns.SetSortColumn(6, true, false);
+  EXPECT_EQ(columns.GetColumnState(4), 1) << "no such column, no change";
+}
+
+TEST(ColumnsInfo, ColumnsComeWithoutGaps) {
+  CQORPGridColumnsInfo columns = SixColumns();
+  for (const int column : {-1, 5, 7}) columns.InsertColumn(column, L"New", 1);
+  EXPECT_EQ(columns.GetColumnCount(), 6);
+  EXPECT_EQ(columns.GetColumnName(5), L"Column");
+}
+
+}  // namespace

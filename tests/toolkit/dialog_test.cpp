@@ -1,0 +1,104 @@
+#include "toolkit/dialog.h"
+
+#include <wx/frame.h>
+#include <wx/textctrl.h>
+
+#include "tests/toolkit/gui_test.h"
+
+namespace {
+
+constexpr DialogControl kControls[] = {
+    {30029, L"", 0, 0, 200, 60},
+    {30030, L"Buy:", 4, 70, 16, 8},
+    {30031, L"", 22, 70, 50, 8},
+};
+
+class DialogTest : public GuiTest {};
+
+TEST_F(DialogTest, AnchoredControlsFollowTheSizeByTheirShare) {
+  CQORPDialog& dialog = *new CQORPDialog;
+  ASSERT_TRUE(dialog.CreateChild(Frame, wxID_ANY, 200, 80, kControls));
+  EXPECT_EQ(dialog.GetSize(), dialog.ConvertDialogToPixels(wxSize(200, 80)));
+  EXPECT_EQ(dialog.GetStatic(30031)->GetRect(), dialog.FromDialogUnits(wxRect(22, 70, 50, 8)));
+  EXPECT_EQ(dialog.GetStatic(30032), nullptr);
+  dialog.SetSize(400, 200);
+  CQORPStatic *fill = dialog.GetStatic(30029), *line = dialog.GetStatic(30030), *half = dialog.GetStatic(30031);
+  fill->SetSize(0, 0, 400, 170);
+  line->SetSize(10, 180, 60, 15);
+  half->SetSize(100, 180, 100, 15);
+  dialog.AddAnchor(fill, {.SizeXPercent = 100, .SizeYPercent = 100});
+  dialog.AddAnchor(line, {.MoveYPercent = 100});
+  dialog.AddAnchor(half, {.MoveXPercent = 50, .MoveYPercent = 100, .SizeXPercent = 50});
+  struct Row {
+    wxSize Size;
+    wxRect Fill, Line, Half;
+  };
+  const Row rows[] = {
+      {{600, 300}, {0, 0, 600, 270}, {10, 280, 60, 15}, {200, 280, 200, 15}},
+      {{300, 100}, {0, 0, 300, 70}, {10, 80, 60, 15}, {50, 80, 50, 15}},
+      {{0, 20}, {0, 0, 0, 0}, {10, 0, 60, 15}, {-100, 0, 0, 15}},
+      {{400, 200}, {0, 0, 400, 170}, {10, 180, 60, 15}, {100, 180, 100, 15}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.Size.x);
+    dialog.SetSize(row.Size);
+    dialog.AdjustControlsLayout();
+    EXPECT_EQ(line->GetRect(), row.Line);
+    if (row.Size.x == 0) continue;  // a window without an area is not the same on every platform
+    EXPECT_EQ(fill->GetRect(), row.Fill);
+    EXPECT_EQ(half->GetRect(), row.Half);
+  }
+}
+
+TEST_F(DialogTest, AStaticPaintsOnlyWhatChanged) {
+  CQORPDialog& dialog = *new CQORPDialog;
+  ASSERT_TRUE(dialog.CreateChild(Frame, wxID_ANY, 200, 80, kControls));
+  CQORPStatic& text = *dialog.GetStatic(30031);
+  ASSERT_TRUE(PumpUntil([&text] { return text.GetPaintCount() > 0; }));
+  const wxFont bold = dialog.GetFont().Bold();
+  struct Row {
+    const char* Name;
+    std::function<void()> Change;
+    bool Paints;
+  };
+  const Row rows[] = {
+      {"text", [&] { text.SetWindowText(L"1500"); }, true},
+      {"the same text", [&] { text.SetWindowText(L"1500"); }, false},
+      {"colour", [&] { text.SetTextColor(0x0000FF); }, true},
+      {"the same colour", [&] { text.SetTextColor(0x0000FF); }, false},
+      {"theme's colour", [&] { text.SetTextColor({}); }, true},
+      {"the dialog's font", [&] { dialog.SetFont(bold); }, true},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.Name);
+    // A second static that is always painted tells when painting is over.
+    Pump();
+    const int before = text.GetPaintCount(), otherBefore = dialog.GetStatic(30030)->GetPaintCount();
+    row.Change();
+    dialog.GetStatic(30030)->Refresh();
+    ASSERT_TRUE(PumpUntil([&] { return dialog.GetStatic(30030)->GetPaintCount() > otherBefore; }));
+    EXPECT_EQ(text.GetPaintCount() > before, row.Paints);
+  }
+  EXPECT_EQ(text.GetFont(), bold);
+  EXPECT_EQ(text.GetToolTipText(), L"");
+  text.SetWindowText(std::wstring(200, L'9'));
+  EXPECT_TRUE(PumpUntil([&text] { return text.GetToolTipText() == std::wstring(200, L'9'); }));
+}
+
+TEST_F(DialogTest, AModalDialogAnswersAndGoes) {
+  for (const int wanted : {7, int{wxID_CANCEL}}) {
+    CQORPDialog dialog;
+    ASSERT_TRUE(dialog.CreateModal(Frame, L"Trade - FieldChoose", 200, 80, kControls));
+    EXPECT_EQ(wxGetTopLevelParent(&dialog)->GetClientSize(), dialog.GetSize());
+    dialog.CallAfter([&] {
+      wxGetTopLevelParent(&dialog)->SetClientSize(640, 360);
+      PumpUntil([&] { return dialog.GetSize() == wxSize(640, 360); });
+      if (wanted == 7) dialog.EndDialog(7);
+      if (wanted != 7) wxGetTopLevelParent(&dialog)->Close();
+    });
+    EXPECT_EQ(dialog.DoModal(), wanted);
+    EXPECT_EQ(dialog.GetSize(), wxSize(640, 360));
+  }
+}
+
+}  // namespace

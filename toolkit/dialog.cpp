@@ -1,0 +1,96 @@
+#include "toolkit/dialog.h"
+
+#include <wx/settings.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace {
+
+int Share(int change, int percent) {
+  return change * percent / 100;
+}
+
+}  // namespace
+
+CQORPDialog::~CQORPDialog() {
+  if (Window != nullptr) Window->Destroy();
+}
+
+bool CQORPDialog::CreateChild(wxWindow* parent, int id, int widthUnits, int heightUnits,
+                              std::span<const DialogControl> controls) {
+  return CreateIn(parent, id, {widthUnits, heightUnits}, controls);
+}
+
+bool CQORPDialog::CreateModal(wxWindow* parent, const std::wstring& caption, int widthUnits, int heightUnits,
+                              std::span<const DialogControl> controls) {
+  constexpr long kStyle = wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER;
+  Window = std::make_unique<wxDialog>(parent, wxID_ANY, caption, wxDefaultPosition, wxDefaultSize, kStyle).release();
+  if (!CreateIn(Window, wxID_ANY, {widthUnits, heightUnits}, controls)) return false;
+  Window->SetClientSize(GetSize());
+  Window->SetMinSize(Window->GetSize());
+  Window->Bind(wxEVT_SIZE, &CQORPDialog::OnWindowSize, this);
+  return true;
+}
+
+void CQORPDialog::OnWindowSize(wxSizeEvent& event) {
+  event.Skip();
+  SetSize(Window->GetClientSize());
+}
+
+bool CQORPDialog::CreateIn(wxWindow* parent, int id, const wxSize& units, std::span<const DialogControl> controls) {
+  if (!wxPanel::Create(parent, id, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL | wxCLIP_CHILDREN)) return false;
+  SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE));
+  SetSize(ConvertDialogToPixels(units));
+  for (const DialogControl& control : controls) {
+    const wxRect place = FromDialogUnits({control.X, control.Y, control.Width, control.Height});
+    // The dialog owns its child windows.
+    Statics.push_back(std::make_unique<CQORPStatic>(this, control.Id, control.Text, place).release());
+  }
+  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    event.Skip();
+    AdjustControlsLayout();
+  });
+  return true;
+}
+
+int CQORPDialog::DoModal() {
+  if (Window == nullptr) return wxID_CANCEL;
+  Window->CentreOnParent();
+  return Window->ShowModal();
+}
+
+void CQORPDialog::EndDialog(int result) {
+  if (Window != nullptr && Window->IsModal()) Window->EndModal(result);
+}
+
+CQORPStatic* CQORPDialog::GetStatic(int id) const {
+  const auto found =
+      std::find_if(Statics.begin(), Statics.end(), [id](CQORPStatic* one) { return one->GetId() == id; });
+  return found == Statics.end() ? nullptr : *found;
+}
+
+wxRect CQORPDialog::FromDialogUnits(const wxRect& units) const {
+  return {ConvertDialogToPixels(units.GetPosition()), ConvertDialogToPixels(units.GetSize())};
+}
+
+bool CQORPDialog::SetFont(const wxFont& font) {
+  for (CQORPStatic* text : Statics) text->SetFont(font);
+  return wxPanel::SetFont(font);
+}
+
+void CQORPDialog::AddAnchor(wxWindow* control, const Anchor& anchor) {
+  Anchors.push_back({control, anchor, control->GetRect(), GetClientSize()});
+}
+
+void CQORPDialog::AdjustControlsLayout() {
+  const wxSize size = GetClientSize();
+  for (const Anchored& anchored : Anchors) {
+    const wxSize change = size - anchored.DialogSize;
+    const wxRect& place = anchored.Place;
+    const Anchor& how = anchored.How;
+    anchored.Control->SetSize(place.x + Share(change.x, how.MoveXPercent), place.y + Share(change.y, how.MoveYPercent),
+                              std::max(0, place.width + Share(change.x, how.SizeXPercent)),
+                              std::max(0, place.height + Share(change.y, how.SizeYPercent)), wxSIZE_ALLOW_MINUS_ONE);
+  }
+}

@@ -1,0 +1,294 @@
+#include "toolkit/grid_ctrl.h"
+
+#include <wx/dcclient.h>
+
+#include <algorithm>
+
+#include "toolkit/grid_header_input.h"
+#include "toolkit/grid_rows_input.h"
+#include "toolkit/grid_state.h"
+#include "toolkit/grid_view.h"
+
+namespace {
+
+constexpr int kLeastSidePx = 80;
+constexpr int kMeasuredRows = 100;
+constexpr int kFitMarginPx = 16;
+
+}  // namespace
+
+class CQORPGridCtrl::Impl {
+ public:
+  explicit Impl(CQORPGridCtrl& owner) : Owner(owner), Rows(owner, State), Header(owner, State) {}
+
+  void MakeView();
+  void AdjustLayout() {
+    if (View) View->ApplyState();
+  }
+  void Repaint() {
+    if (View) View->RepaintRows();
+  }
+
+  CQORPGridCtrl& Owner;
+  GridState State;
+  GridRowsInput Rows;
+  GridHeaderInput Header;
+  GridView* View = nullptr;
+  bool Virtual = false;
+
+ private:
+  void FillOwner();
+  void OnContextMenu(wxContextMenuEvent& event);
+  wxPoint MenuPoint() const;
+};
+
+void CQORPGridCtrl::Impl::MakeView() {
+  GridView::Listener listener;
+  listener.WindowsMade = [this](wxWindow& rows, wxWindow& header) {
+    Rows.Attach(rows);
+    Header.Attach(header);
+  };
+  listener.FrozenWindowsGo = [this] {
+    Rows.StopDragging();
+    Header.StopDragging();
+  };
+  View = new GridView(Owner, State, std::move(listener));
+  Rows.SetView(*View);
+  Header.SetView(*View);
+  Rows.Attach(*View->GetGridRowLabelWindow());
+  View->GetGridCornerLabelWindow()->Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent&) { Owner.SelectAll(); });
+  FillOwner();
+  Owner.Bind(wxEVT_SIZE, [this](wxSizeEvent&) { FillOwner(); });
+  Owner.Bind(wxEVT_CONTEXT_MENU, &Impl::OnContextMenu, this);
+  Owner.Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) { event.Skip(!Owner.PreTranslateMessage(event)); });
+  Owner.Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& event) {
+    event.Skip();
+    View->ThemeChanged();
+  });
+}
+
+// wxGTK 3.2: scroll bars shorter than their buttons ask for a new layout without end. Below the least size the grid is
+// cut off. Drop when 3.4 is the floor.
+void CQORPGridCtrl::Impl::FillOwner() {
+  wxSize size = Owner.GetClientSize();
+  size.IncTo(Owner.FromDIP(wxSize(kLeastSidePx, kLeastSidePx)));
+  View->SetSize(size);
+}
+
+// The menu key has no point of its own: the menu comes up under the current row.
+wxPoint CQORPGridCtrl::Impl::MenuPoint() const {
+  const wxWindow& rows = *View->GetGridWindow();
+  const int below = (State.Selection.GetCurrent() - View->GetFirstRow() + 1) * View->GetDefaultRowSize();
+  return rows.ClientToScreen({Owner.FromDIP(8), std::clamp(below, 0, std::max(rows.GetClientSize().y - 1, 0))});
+}
+
+void CQORPGridCtrl::Impl::OnContextMenu(wxContextMenuEvent& event) {
+  Owner.OnShowContextMenu(event.GetPosition() == wxDefaultPosition ? MenuPoint() : event.GetPosition());
+}
+
+CQORPGridCtrl::CQORPGridCtrl() : Parts(std::make_unique<Impl>(*this)) {}
+
+// The windows go while the parts that serve them are there.
+CQORPGridCtrl::~CQORPGridCtrl() {
+  DestroyChildren();
+}
+
+bool CQORPGridCtrl::Create(wxWindow* parent, int id) {
+  if (!wxPanel::Create(parent, id, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL | wxBORDER_NONE, L"Grid"))
+    return false;
+  Parts->MakeView();
+  AdjustLayout();
+  Parts->View->SetRows(GetVirtualRows(), 0);
+  return true;
+}
+
+CQORPGridColumnsInfo& CQORPGridCtrl::GetColumnsInfo() noexcept {
+  return Parts->State.Columns;
+}
+const CQORPGridColumnsInfo& CQORPGridCtrl::GetColumnsInfo() const noexcept {
+  return Parts->State.Columns;
+}
+
+int CQORPGridCtrl::InsertColumn(int column, const std::wstring& header, int widthPx) {
+  if (column != GetColumnCount()) return -1;
+  GetColumnsInfo().InsertColumn(column, header, widthPx);
+  return column;
+}
+
+void CQORPGridCtrl::SetColumnVisible(int column, bool visible) {
+  GetColumnsInfo().SetColumnVisible(column, visible);
+  AdjustLayout();
+}
+
+void CQORPGridCtrl::SetColumnWidth(int column, int widthPx) {
+  GetColumnsInfo().SetColumnWidth(column, widthPx);
+  AdjustLayout();
+}
+
+void CQORPGridCtrl::SetColumnAlign(int column, int align) {
+  GetColumnsInfo().SetColumnAlign(column, align);
+  AdjustLayout();
+}
+
+void CQORPGridCtrl::SetColumnLocked(int column, bool locked) {
+  GetColumnsInfo().SetColumnLocked(column, locked);
+  AdjustLayout();
+}
+
+bool CQORPGridCtrl::IsMultipleSort() const noexcept {
+  return Parts->State.MultipleSort;
+}
+void CQORPGridCtrl::EnableMultipleSort(bool multiple) {
+  Parts->State.MultipleSort = multiple;
+}
+
+void CQORPGridCtrl::RemoveSortColumn(int column) {
+  GetColumnsInfo().RemoveSortColumn(column);
+  if (Parts->View) Parts->View->RepaintHeader();
+  Parts->Repaint();
+}
+
+void CQORPGridCtrl::FreezeColumns(int count) {
+  Parts->State.FreezeCount = count;
+  AdjustLayout();
+}
+
+void CQORPGridCtrl::EnableHeader(bool shown) {
+  Parts->State.HeaderShown = shown;
+  AdjustLayout();
+}
+
+bool CQORPGridCtrl::IsHeaderEnabled() const noexcept {
+  return Parts->State.HeaderShown;
+}
+
+void CQORPGridCtrl::EnableRowHeader(bool shown) {
+  Parts->State.RowHeaderShown = shown;
+  AdjustLayout();
+}
+
+void CQORPGridCtrl::EnableGridLines(bool shown) {
+  Parts->State.GridLines = shown;
+  AdjustLayout();
+}
+
+void CQORPGridCtrl::EnableMarkSortedColumn(bool marked) {
+  Parts->State.MarkSorted = marked;
+  Parts->Repaint();
+}
+
+void CQORPGridCtrl::EnableWholeRowSelection(bool whole) {
+  Parts->State.WholeRow = whole;
+  Parts->Repaint();
+}
+
+void CQORPGridCtrl::EnableAlternateRows(bool alternate) {
+  Parts->State.Alternate = alternate;
+  Parts->Repaint();
+}
+
+void CQORPGridCtrl::EnableVirtualMode(DisplayCallback display) {
+  Parts->State.Display = std::move(display);
+  Parts->Virtual = true;
+  Parts->Repaint();
+}
+
+bool CQORPGridCtrl::IsVirtualMode() const noexcept {
+  return Parts->Virtual;
+}
+
+void CQORPGridCtrl::SetVirtualRows(int count, int insertedOnTop) {
+  RowSelection& selection = Parts->State.Selection;
+  count = std::max(count, 0);
+  insertedOnTop = std::clamp(insertedOnTop, 0, count);
+  if (count == selection.GetRows() && insertedOnTop == 0) return;
+  selection.InsertOnTop(insertedOnTop);
+  selection.SetRows(count);
+  if (Parts->View) Parts->View->SetRows(count, insertedOnTop);
+}
+
+int CQORPGridCtrl::GetVirtualRows() const noexcept {
+  return Parts->State.Selection.GetRows();
+}
+
+int CQORPGridCtrl::GetCurSel() const {
+  return Parts->State.Selection.GetCurrent();
+}
+
+void CQORPGridCtrl::SetCurSel(int row) {
+  if (!Parts->View) return;
+  Parts->Rows.ChangeSelection([row](RowSelection& selection) {
+    if (row < 0)
+      selection.Clear();
+    else
+      selection.SelectOnly(row);
+  });
+}
+
+void CQORPGridCtrl::SelectAll() {
+  Parts->State.Selection.SelectAll();
+  Parts->Repaint();
+}
+
+int CQORPGridCtrl::GetSelectionCount() const {
+  return static_cast<int>(Parts->State.Selection.GetRanges().size());
+}
+
+CQORPGridRange CQORPGridCtrl::GetSelection(int index) const {
+  if (index < 0 || index >= GetSelectionCount()) return {};
+  const RowRange& rows = Parts->State.Selection.GetRanges()[static_cast<std::size_t>(index)];
+  if (!Parts->State.WholeRow) return {rows.First, Parts->State.CurrentColumn, rows.Last, Parts->State.CurrentColumn};
+  return {rows.First, 0, rows.Last, GetColumnCount() - 1};
+}
+
+int CQORPGridCtrl::GetFirstVisibleRow() const {
+  return Parts->View ? Parts->View->GetFirstRow() : -1;
+}
+
+// Only rows in view are measured: a day has a million.
+void CQORPGridCtrl::SizeToFit() {
+  if (!Parts->View) return;
+  wxClientDC dc(GetRowsWindow());
+  dc.SetFont(GetFont());
+  const auto width = [&dc](const std::wstring& text) { return dc.GetTextExtent(text).x; };
+  const int first = std::max(0, GetFirstVisibleRow()), last = std::min(GetVirtualRows(), first + kMeasuredRows);
+  for (const int column : GetColumnsInfo().DisplayColumns()) {
+    int widest = width(GetColumnName(column));
+    for (int row = first; row < last; ++row)
+      if (CQORPGridCell cell; Parts->State.Display(row, column, cell)) widest = std::max(widest, width(cell.Text));
+    GetColumnsInfo().SetColumnWidth(column, widest + kFitMarginPx);
+  }
+  AdjustLayout();
+}
+
+void CQORPGridCtrl::AdjustLayout() {
+  Parts->AdjustLayout();
+}
+void CQORPGridCtrl::RedrawRows() {
+  Parts->Repaint();
+}
+
+void CQORPGridCtrl::SetGridFont(const wxFont& font) {
+  SetFont(font);
+  if (Parts->View) Parts->View->SetFontAndSizes(font);
+}
+
+wxFont CQORPGridCtrl::GetGridFont() const {
+  return GetFont();
+}
+
+wxWindow* CQORPGridCtrl::GetRowsWindow(int column) const {
+  return Parts->View ? Parts->View->RowsWindow(column) : nullptr;
+}
+
+wxWindow* CQORPGridCtrl::GetHeaderWindow(int column) const {
+  return Parts->View ? Parts->View->HeaderWindow(column) : nullptr;
+}
+
+wxRect CQORPGridCtrl::CellRect(int row, int column) const {
+  return Parts->View ? Parts->View->CellRect(row, column) : wxRect();
+}
+
+wxRect CQORPGridCtrl::HeaderRect(int column) const {
+  return Parts->View && Parts->State.HeaderShown ? Parts->View->HeaderRect(column) : wxRect();
+}

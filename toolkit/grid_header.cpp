@@ -1,0 +1,94 @@
+#include "toolkit/grid_header.h"
+
+#include <algorithm>
+#include <string>
+
+namespace {
+
+constexpr int kPadding = 4;
+constexpr int kSelectedPercent = 35;
+
+bool SortsBySeveral(const CQORPGridColumnsInfo& columns) {
+  for (int column = 0; column < columns.GetColumnCount(); ++column)
+    if (columns.GetSortPriority(column) == 1) return true;
+  return false;
+}
+
+}  // namespace
+
+void GridHeader::DrawFace(wxDC& dc, const wxRect& rect, ColorRef color) const {
+  const wxColour edge(Blend(State.Theme.Face, State.Theme.FaceText, 28));
+  dc.SetPen(*wxTRANSPARENT_PEN);
+  dc.SetBrush(wxBrush(wxColour(color)));
+  dc.DrawRectangle(rect);
+  dc.SetPen(wxPen(edge));
+  dc.DrawLine(rect.GetRight(), rect.y, rect.GetRight(), rect.GetBottom() + 1);
+  dc.DrawLine(rect.x, rect.GetBottom(), rect.GetRight() + 1, rect.GetBottom());
+}
+
+void GridHeader::DrawColumn(wxDC& dc, const wxRect& rect, int column, int place) {
+  const GridTheme& theme = State.Theme;
+  const bool marked = State.Columns.IsColumnSelected(column) || State.DraggedColumn == column;
+  DrawFace(dc, rect, marked ? Blend(theme.Face, theme.Highlight, kSelectedPercent) : theme.Face);
+  const int padding = Owner.FromDIP(kPadding);
+  const int mark = DrawSortMark(dc, rect, column);
+  const int room = std::max(rect.width - 2 * padding - mark, 0);
+  const FittedTexts::Fitted& title = Titles.Fit(dc, State.Columns.GetColumnName(column), room);
+  const int align = State.Columns.GetColumnAlign(column);
+  const int spare = std::max(room - title.SizePx.x, 0);
+  dc.SetTextForeground(wxColour(theme.FaceText));
+  dc.DrawText(title.Text,
+              rect.x + padding +
+                  (align == 1   ? spare
+                   : align == 2 ? spare / 2
+                                : 0),
+              rect.y + (rect.height - title.SizePx.y) / 2);
+  DrawDropMark(dc, rect, place);
+}
+
+int GridHeader::DrawSortMark(wxDC& dc, const wxRect& rect, int column) const {
+  const int state = State.Columns.GetColumnState(column);
+  if (state == 0) return 0;
+  const std::wstring priority =
+      SortsBySeveral(State.Columns) ? std::to_wstring(State.Columns.GetSortPriority(column) + 1) : std::wstring();
+  const wxColour color(Blend(State.Theme.FaceText, State.Theme.Highlight, 50));
+  const int half = Owner.FromDIP(4);
+  const wxSize number = priority.empty() ? wxSize() : dc.GetTextExtent(priority);
+  const int right = rect.GetRight() - Owner.FromDIP(kPadding);
+  const int middle = rect.y + rect.height / 2;
+  const int tip = state > 0 ? middle - half / 2 - 1 : middle + half / 2 + 1;
+  const int base = state > 0 ? middle + half / 2 : middle - half / 2;
+  const int x = right - number.x - half;
+  const wxPoint corners[] = {{x - half, base}, {x + half, base}, {x, tip}};
+  dc.SetPen(wxPen(color));
+  dc.SetBrush(wxBrush(color));
+  dc.DrawPolygon(3, corners);
+  dc.SetTextForeground(color);
+  if (!priority.empty()) dc.DrawText(priority, right - number.x + 1, middle - number.y / 2);
+  return number.x + 2 * half + Owner.FromDIP(kPadding);
+}
+
+void GridHeader::DrawDropMark(wxDC& dc, const wxRect& rect, int place) const {
+  if (State.DropPlace != place && State.DropPlace != place + 1) return;
+  const int width = Owner.FromDIP(2);
+  dc.SetPen(*wxTRANSPARENT_PEN);
+  dc.SetBrush(wxBrush(wxColour(State.Theme.Highlight)));
+  dc.DrawRectangle(State.DropPlace == place ? rect.x : rect.GetRight() + 1 - width, rect.y, width, rect.height);
+}
+
+void GridHeader::DrawRow(wxDC& dc, const wxRect& rect, bool current) const {
+  DrawFace(dc, rect, State.Theme.Face);
+  if (!current) return;
+  const int half = Owner.FromDIP(4);
+  const wxPoint middle(rect.x + rect.width / 2, rect.y + rect.height / 2);
+  const wxPoint corners[] = {{middle.x - half / 2, middle.y - half},
+                             {middle.x - half / 2, middle.y + half},
+                             {middle.x + half / 2 + 1, middle.y}};
+  dc.SetPen(*wxTRANSPARENT_PEN);
+  dc.SetBrush(wxBrush(wxColour(State.Theme.FaceText)));
+  dc.DrawPolygon(3, corners);
+}
+
+void GridHeader::DrawCorner(wxDC& dc, const wxRect& rect) const {
+  DrawFace(dc, rect, State.Theme.Face);
+}

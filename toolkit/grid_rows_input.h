@@ -1,0 +1,48 @@
+// GridRowsInput: what mouse and keys do to the rows of a grid: move the current row, select, scroll. Not the header:
+// grid_header_input.h. Used on the calling thread of the windows only.
+#pragma once
+
+#include <wx/event.h>
+#include <wx/timer.h>
+
+#include "toolkit/grid_state.h"
+#include "toolkit/grid_view.h"
+
+class GridRowsInput {
+ public:
+  GridRowsInput(CQORPGridCtrl& owner, GridState& state);
+
+  // The view must outlive the input's use.
+  void SetView(GridView& view) { View = &view; }
+  // A window that rows are painted in.
+  void Attach(wxWindow& rows);
+  void StopDragging();
+
+  // Makes the change, brings the current row into view and repaints what changed.
+  template <typename Change>
+  void ChangeSelection(Change change) {
+    const RowSelection before = State.Selection;
+    change(State.Selection);
+    ShowChange(before);
+  }
+
+ private:
+  void OnLeftDown(wxMouseEvent& event, wxWindow& window);
+  void OnMotion(wxMouseEvent& event);
+  void ExtendToPointer();
+  void OnRightDown(wxMouseEvent& event);
+  void OnKeyDown(wxKeyEvent& event);
+  bool MoveByKey(const wxKeyEvent& event);
+  bool SelectByKey(const wxKeyEvent& event);
+  bool LeaveOrScrollByKey(const wxKeyEvent& event);
+  void SetCurrentColumn(const wxWindow& window, int x);
+  void ShowChange(const RowSelection& before);
+
+  CQORPGridCtrl& Owner;
+  GridState& State;
+  GridView* View = nullptr;
+  wxWindow* Dragging = nullptr;
+  bool KeepsOthers = false;
+  int PointerY = 0;
+  wxTimer Repeat;  // goes on extending while the pointer rests outside
+};

@@ -1,0 +1,28 @@
+// GridState: what the parts of one grid share: its columns, its selection, its switches and what is being dragged. The
+// control owns it; the parts read it and change it by the user's hand. Used on the calling thread of the windows only.
+#pragma once
+
+#include "toolkit/cell_colors.h"
+#include "toolkit/columns_info.h"
+#include "toolkit/grid_ctrl.h"
+#include "toolkit/row_selection.h"
+
+struct GridState {
+  CQORPGridColumnsInfo Columns;
+  RowSelection Selection;
+  CQORPGridCtrl::DisplayCallback Display;
+  GridTheme Theme;
+
+  bool MultipleSort = false;
+  bool HeaderShown = true;
+  bool RowHeaderShown = true;
+  bool GridLines = true;
+  bool MarkSorted = false;
+  bool WholeRow = true;
+  bool Alternate = false;
+  int FreezeCount = 0;
+  int CurrentColumn = -1;
+
+  int DraggedColumn = -1;  // its header follows the mouse
+  int DropPlace = -1;      // the place before which it would go
+};

@@ -1,0 +1,33 @@
+// CQORPStatic: a line of text in a colour of its own, painted without flicker and only when it changes. Text that is
+// too long ends in dots; a tool tip then shows all of it. Used on the calling thread of the windows only.
+#pragma once
+
+#include <wx/window.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "toolkit/grid_ctrl.h"
+#include "toolkit/toolkit_export.h"
+
+class TOOLKIT_EXPORT CQORPStatic : public wxWindow {
+ public:
+  CQORPStatic(wxWindow* parent, int id, const std::wstring& text, const wxRect& rect);
+  void SetWindowText(const std::wstring& text);
+  const std::wstring& GetWindowText() const noexcept { return Text; }
+  void SetTextColor(std::optional<ColorRef> color);  // empty: the theme's
+  std::optional<ColorRef> GetTextColor() const noexcept { return Color; }
+  bool SetFont(const wxFont& font) override;
+  bool AcceptsFocus() const override { return false; }
+  // How often it was painted, for tests of what repaints.
+  int GetPaintCount() const noexcept { return PaintCount; }
+
+ private:
+  void OnPaint(wxPaintEvent& event);
+  void ShowWhole(bool fits);
+
+  std::wstring Text;
+  std::optional<ColorRef> Color;
+  int PaintCount = 0;
+};
