@@ -18,6 +18,7 @@ namespace {
 
 constexpr std::uint8_t kBuy = 1, kSell = 2;
 constexpr int kTradeGrid = 41;
+constexpr int kTextShiftPx = 2;
 constexpr const char* kGridName = "Trade Book";
 
 }  // namespace
@@ -79,6 +80,12 @@ bool CTradeBookGrid::ShowCell(int row, int column, CQORPGridCell& cell) const {
   if (record.Side == kBuy) cell.Background = BuyColor, cell.TextColor = FontBuyColor;
   if (record.Side == kSell) cell.Background = SellColor, cell.TextColor = FontSellColor;
   return true;
+}
+
+void CTradeBookGrid::OnDrawValue(wxRect& rect) const {
+  rect.y -= kTextShiftPx;
+  rect.height += kTextShiftPx;
+  rect.width += kTextShiftPx;
 }
 
 void CTradeBookGrid::BeginVirtualMode() {

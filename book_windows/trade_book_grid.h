@@ -33,6 +33,8 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   void ToggleSortColumn(int column) override;
   void OnShowContextMenu(const wxPoint& point) override;
   bool PreTranslateMessage(wxKeyEvent& event) override;
+  // Texts stand a little above and to the right of their cells' middle.
+  void OnDrawValue(wxRect& rect) const override;
 
   BookRows Rows;
   BookTotals Totals;

@@ -309,4 +309,61 @@ TEST_F(BooksTest, ColumnsComeBackAfterARestart) {
   EXPECT_TRUE(grid.Rows.SortColumns.empty());
 }
 
+TEST_F(BooksTest, TellsWhatItsRowSelects) {
+  Trade(1, "COMEX", "GC1", 1, 5, 10);
+  Trade(2, "COMEX", "GC2", 1, 5, 10);
+  CTradeBookBar& book = Open();
+  std::string exchange, securityId;
+  const auto address = reinterpret_cast<std::uint64_t>(&book);
+  ASSERT_TRUE(List->SelectedSecurity(address, exchange, securityId));
+  EXPECT_EQ(exchange + " " + securityId, "COMEX GC2");
+  book.Grid()->SetCurSel(1);
+  ASSERT_TRUE(List->SelectedSecurity(address, exchange, securityId));
+  EXPECT_EQ(securityId, "GC1");
+  EXPECT_FALSE(List->SelectedSecurity(address + 8, exchange, securityId)) << "no book stands there";
+  book.Grid()->SetCurSel(-1);
+  EXPECT_FALSE(List->SelectedSecurity(address, exchange, securityId));
+}
+
+TEST_F(BooksTest, HostileProfilesGiveTheDefaults) {
+  const char* const kProfiles[] = {
+      "", "<", "<ColumnProfile><TradeBook><colSymbol><Width>\"2049\"</Width>",
+      "<ColumnProfile><TradeBook><colSymbol><Width>\"-5\"</Width><Align>\"99\"</Align><Sort>\"7\"</Sort>"
+      "<Order>\"2147483647\"</Order><Header>\"\"</Header></colSymbol></TradeBook></ColumnProfile>"};
+  for (const char* profile : kProfiles) {
+    SCOPED_TRACE(profile);
+    fs::create_directories(Folder / "ColumnProfile" / "Trade Book");
+    std::ofstream(Folder / "ColumnProfile" / "Trade Book" / "ColumnProfile.xml") << profile;
+    const CQORPGridColumnsInfo& columns = Open().Grid()->GetColumnsInfo();
+    EXPECT_EQ(columns.GetColumnWidth(12), 47);
+    EXPECT_EQ(columns.GetColumnName(12), L"Symbol");
+    EXPECT_EQ(columns.GetColumnAlign(12), 0);
+    EXPECT_EQ(columns.GetColumnState(12), 0);
+  }
+}
+
+TEST_F(BooksTest, HeaderClicksSortByTheirPriority) {
+  for (std::uint32_t id = 1; id <= 6; ++id) Trade(id, "COMEX", id % 2 == 0 ? "GC2" : "GC1", 1, 10 - id, id);
+  CTradeBookGrid& grid = *Open().Grid();
+  CTradeBookBar& book = *List->BarsById.at(1);
+  const auto ids = [&] {
+    std::wstring text;
+    for (int row = 0; row < grid.GetVirtualRows(); ++row) text += Cell(book, row, "colVELDTradeID");
+    return text;
+  };
+  EXPECT_EQ(ids(), L"654321");
+  grid.ToggleSortColumn(11);
+  EXPECT_EQ(ids(), L"531642");
+  grid.ToggleSortColumn(18);
+  EXPECT_EQ(ids(), L"531642") << "by quantity within a security";
+  grid.ToggleSortColumn(18);
+  EXPECT_EQ(ids(), L"135246");
+  Trade(7, "COMEX", "GC1", 1, 1, 1);
+  Trade(8, "COMEX", "GC1", 1, 1, 1);
+  Beat();
+  EXPECT_EQ(ids(), L"13524687") << "what comes after a sort stands below it";
+  grid.RemoveSort();
+  EXPECT_EQ(ids(), L"87654321");
+}
+
 }  // namespace
