@@ -8,7 +8,9 @@
 
 CTradeBookBar::CTradeBookBar(BookList& list, std::string bookName) : List(list), BookName(std::move(bookName)) {}
 
+// A layout that loses a bar resizes it: that has to come while it still is a book.
 CTradeBookBar::~CTradeBookBar() {
+  ShowControlBar(false);
   List.ForgetBar(*this);
 }
 

@@ -16,13 +16,12 @@
 #include "tests/host_link/reply_for_test.h"
 #include "trade_data/trade_impl.h"
 
-namespace {
-
 namespace fs = std::filesystem;
+
+namespace {
 
 constexpr int kMostTicks = 1000;
 constexpr const char* kBookTitle = "Trade Book : All";
-
 fs::path moduleFile;
 std::uint64_t refreshCallback = 0;
 std::set<std::uint64_t> focusedWindows;
