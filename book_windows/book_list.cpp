@@ -38,8 +38,7 @@ BookList::~BookList() {
 // The grid that holds the focus, or that the window with the focus stands in.
 CTradeBookBar* BookList::FocusedBook() const {
   for (const wxWindow* window = wxWindow::FindFocus(); window != nullptr; window = window->GetParent())
-    if (const auto book = BooksByWindow.find(static_cast<const CTradeBookGrid*>(window)); book != BooksByWindow.end())
-      return book->second;
+    if (const auto book = BooksByWindow.find(window); book != BooksByWindow.end()) return book->second;
   return nullptr;
 }
 
@@ -163,6 +162,6 @@ void BookList::RepaintAllBooks() {
 
 bool BookList::SelectedSecurity(std::uint64_t bookAddress, std::string& exchange, std::string& securityId) {
   for (const auto& [window, bar] : BooksByWindow)
-    if (bookAddress == reinterpret_cast<std::uint64_t>(bar)) return window->SelectedSecurity(exchange, securityId);
+    if (bookAddress == reinterpret_cast<std::uint64_t>(bar)) return bar->Grid()->SelectedSecurity(exchange, securityId);
   return false;
 }

@@ -14,8 +14,8 @@
 #include "grid_base/base_grid.h"
 
 class CTradeBookBar;
-class CTradeBookGrid;
 class CQORPDockingControlBar;
+class wxWindow;
 
 class BookList : public BookWindows {
  public:
@@ -46,7 +46,7 @@ class BookList : public BookWindows {
   const CQORDLLComman& Terminal() const noexcept { return Functions; }
 
   std::map<std::uint32_t, CTradeBookBar*> BarsById;
-  std::map<const CTradeBookGrid*, CTradeBookBar*> BooksByWindow;  // by the grid, which has the focus in an open book
+  std::map<const wxWindow*, CTradeBookBar*> BooksByWindow;  // by the grid, which has the focus in an open book
 
  private:
   void OpenBook(const std::string& bookName);
