@@ -50,10 +50,10 @@ void CTradeBookBar::FollowState() {
   Dialog->ShowAverages(state.ShowsAverages());
 }
 
-void CTradeBookBar::RefreshBook(bool recountTotals) {
+void CTradeBookBar::RefreshBook(bool replaced) {
   if (!HasGrid()) return;
-  Grid()->RefreshRows();
-  if (recountTotals) Grid()->RecountTotals();
+  Grid()->RefreshRows(replaced);
+  if (replaced) Grid()->RecountTotals();
   ShowSummary();
   Grid()->RedrawRows();
 }

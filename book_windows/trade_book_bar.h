@@ -21,8 +21,9 @@ class CTradeBookBar : public CVELDSDockingControlBar, public TradeBook {
   const std::string& Name() const noexcept { return BookName; }
   // Rows, key, title and average controls follow the state of the grid's book.
   void FollowState();
-  // Rows, totals and screen, after every change of the rows.
-  void RefreshBook(bool recountTotals);
+  // Rows, totals and screen: at the beat, when rows have only come in and totals have followed, and after rows were
+  // replaced.
+  void RefreshBook(bool replaced);
   void ShowSummary();
 
   // The close by Escape: only of a floating bar.

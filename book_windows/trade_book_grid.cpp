@@ -98,17 +98,17 @@ void CTradeBookGrid::BeginVirtualMode() {
   SetFocus();
 }
 
-void CTradeBookGrid::RefreshRows() {
+void CTradeBookGrid::RefreshRows(bool replaced) {
   if (!IsVirtualMode()) BeginVirtualMode();
   const int count = static_cast<int>(Rows.RowCount());
-  SetVirtualRows(count, RowsOnTop());
+  SetVirtualRows(count, RowsOnTop(replaced));
   if (count == 0) return;
   if (const int current = GetCurSel(); current < 0 || current >= count) SetCurSel(current < 0 ? 0 : count - 1);
 }
 
 // How many rows have come in above the one that was the first.
-int CTradeBookGrid::RowsOnTop() {
-  const std::size_t above = Rows.Rows.RowOf(TopKey).value_or(0);
+int CTradeBookGrid::RowsOnTop(bool replaced) {
+  const std::size_t above = replaced ? 0 : Rows.Rows.RowOf(TopKey).value_or(0);
   if (!Rows.Rows.Empty()) TopKey = Rows.Rows.KeyAt(0);
   return static_cast<int>(above);
 }
@@ -141,7 +141,7 @@ std::vector<SortState> CTradeBookGrid::SortStates() const {
 
 void CTradeBookGrid::ResortRows() {
   Rows.ResortRows(SortStates());
-  RefreshRows();
+  RefreshRows(true);
   RedrawRows();
 }
 

@@ -16,8 +16,9 @@ class CTradeBookGrid : public CVELDSGridCtrl {
 
   bool Create(wxWindow* parent, int id) override;
 
-  // Brings count of rows, current row and sort columns in line with the rows; called after every change of them.
-  void RefreshRows();
+  // Brings count of rows, current row and sort columns in line with the rows; called after every change of them. Where
+  // rows have only come in, the current row stays with its trade; where they were replaced, with its place.
+  void RefreshRows(bool replaced);
   void RecountTotals();
   // A trade has become a row: totals only, nothing is painted.
   void AddToTotals(const TradeRecord& record);
@@ -53,7 +54,7 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   void TellTerminal();
   void ResortRows();
   void BeginVirtualMode();
-  int RowsOnTop();
+  int RowsOnTop(bool replaced);
   AverageBasis Basis() const;
   std::vector<SortState> SortStates() const;
   void DropLostSorts();

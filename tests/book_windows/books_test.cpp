@@ -227,6 +227,7 @@ TEST_F(BooksTest, LifeOfABookOfOneSecurity) {
   List->OpenBookByCommand();  // widens the book that has the focus
   EXPECT_EQ(List->BarsById.size(), 1u);
   EXPECT_EQ(rows(), 2);
+  EXPECT_EQ(grid.GetCurSel(), 0);
   EXPECT_EQ(book.GetBarTitle(), L"Trade Book : All");
   EXPECT_TRUE(State->BooksByKey.contains("Trade Book : COMEX GOLD 201312TradeBook 11")) << "the old entry stays";
   Press(*grid.GetRowsWindow(), WXK_ESCAPE);
