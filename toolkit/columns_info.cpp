@@ -79,7 +79,7 @@ int CQORPGridColumnsInfo::GetColumnOrder(int column) const {
 std::vector<int> CQORPGridColumnsInfo::DisplayColumns() const {
   std::vector<int> shown;
   std::ranges::copy_if(Order, std::back_inserter(shown), [this](int column) { return Find(column)->Visible; });
-  std::ranges::stable_partition(shown, [this](int column) { return Find(column)->Locked; });
+  std::stable_partition(shown.begin(), shown.end(), [this](int column) { return Find(column)->Locked; });
   return shown;
 }
 
@@ -98,6 +98,22 @@ void CQORPGridColumnsInfo::SetColumnDisplayPos(int place, int column) {
   std::erase(Order, column);
   const auto at = std::ranges::find(Order, neighbour);
   Order.insert(place < end ? at : at + 1, column);
+}
+
+// Locked columns come first from here on, as they stand on the screen: an order that holds already changes nothing.
+void CQORPGridColumnsInfo::SetColumnOrderArray(const std::vector<int>& order) {
+  std::vector<int> wanted;
+  const auto add = [this, &wanted](int column) {
+    if (Find(column) != nullptr && std::ranges::find(wanted, column) == wanted.end()) wanted.push_back(column);
+  };
+  std::ranges::for_each(order, add);
+  std::ranges::for_each(DisplayColumns(), add);
+  auto next = wanted.begin();
+  std::vector<int> result = Order;
+  std::stable_partition(result.begin(), result.end(), [this](int column) { return Find(column)->Locked; });
+  for (int& column : result)
+    if (std::ranges::find(wanted, column) != wanted.end()) column = *next++;
+  Order = std::move(result);
 }
 
 int CQORPGridColumnsInfo::GetColumnState(int column) const {

@@ -36,6 +36,10 @@ class CQORPGridColumnsInfo {
   void SetColumnDisplayPos(int place, int column);
   // The visible columns in the order of the screen: locked ones first.
   std::vector<int> DisplayColumns() const;
+  std::vector<int> GetColumnOrderArray() const { return DisplayColumns(); }
+  // Puts these columns into that order, visible columns that are not among them behind them. No column is shown or
+  // hidden, and hidden ones that are not among them keep their places.
+  void SetColumnOrderArray(const std::vector<int>& order);
 
   // 1 rising, -1 falling, 0 not sorted by.
   int GetColumnState(int column) const;

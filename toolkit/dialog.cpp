@@ -1,6 +1,7 @@
 #include "toolkit/dialog.h"
 
 #include <wx/settings.h>
+#include <wx/sizer.h>
 
 #include <algorithm>
 #include <memory>
@@ -30,12 +31,32 @@ bool CQORPDialog::CreateModal(wxWindow* parent, const std::wstring& caption, int
   Window->SetClientSize(GetSize());
   Window->SetMinSize(Window->GetSize());
   Window->Bind(wxEVT_SIZE, &CQORPDialog::OnWindowSize, this);
+  Window->Bind(wxEVT_CLOSE_WINDOW, &CQORPDialog::OnWindowClose, this);
+  Window->Bind(wxEVT_CHAR_HOOK, &CQORPDialog::OnWindowKey, this);
   return true;
+}
+
+void CQORPDialog::FitWindow() {
+  if (Window == nullptr || GetSizer() == nullptr) return;
+  Window->SetMinSize(wxDefaultSize);
+  Window->SetClientSize(GetSizer()->GetMinSize());
+  Window->SetMinSize(Window->GetSize());
+  SetSize(Window->GetClientSize());
 }
 
 void CQORPDialog::OnWindowSize(wxSizeEvent& event) {
   event.Skip();
   SetSize(Window->GetClientSize());
+}
+
+void CQORPDialog::OnWindowClose(wxCloseEvent& event) {
+  if (!Window->IsModal()) return event.Skip();
+  OnCancel();
+}
+
+void CQORPDialog::OnWindowKey(wxKeyEvent& event) {
+  if (event.GetKeyCode() != WXK_ESCAPE || !Window->IsModal()) return event.Skip();
+  OnCancel();
 }
 
 bool CQORPDialog::CreateIn(wxWindow* parent, int id, const wxSize& units, std::span<const DialogControl> controls) {
@@ -56,6 +77,7 @@ bool CQORPDialog::CreateIn(wxWindow* parent, int id, const wxSize& units, std::s
 
 int CQORPDialog::DoModal() {
   if (Window == nullptr) return wxID_CANCEL;
+  OnInitDialog();
   Window->CentreOnParent();
   return Window->ShowModal();
 }

@@ -35,9 +35,12 @@ class TOOLKIT_EXPORT CQORPDialog : public wxPanel {
   // The same as a window of its own with a caption, not shown yet; it goes with this object, which may be a local one.
   bool CreateModal(wxWindow* parent, const std::wstring& caption, int widthUnits, int heightUnits,
                    std::span<const DialogControl> controls);
-  // Shows the window that CreateModal made until EndDialog, whose result it gives; wxID_CANCEL for Escape and close.
+  // Shows the window that CreateModal made until EndDialog, whose result it gives.
   int DoModal();
   void EndDialog(int result);
+  // What the buttons of those names do; Escape and closing the window cancel too.
+  virtual void OnOK() { EndDialog(wxID_OK); }
+  virtual void OnCancel() { EndDialog(wxID_CANCEL); }
 
   CQORPStatic* GetStatic(int id) const;  // null for none of that id
   wxRect FromDialogUnits(const wxRect& units) const;
@@ -49,6 +52,12 @@ class TOOLKIT_EXPORT CQORPDialog : public wxPanel {
   // Places the anchored controls for the dialog's size; runs with each change of the size as well.
   void AdjustControlsLayout();
 
+ protected:
+  // Runs before a modal dialog is shown.
+  virtual void OnInitDialog() {}
+  // Makes the modal dialog's window as large as the dialog's sizer asks, which is then its least size.
+  void FitWindow();
+
  private:
   struct Anchored {
     wxWindow* Control;
@@ -58,6 +67,8 @@ class TOOLKIT_EXPORT CQORPDialog : public wxPanel {
   };
   bool CreateIn(wxWindow* parent, int id, const wxSize& units, std::span<const DialogControl> controls);
   void OnWindowSize(wxSizeEvent& event);
+  void OnWindowClose(wxCloseEvent& event);
+  void OnWindowKey(wxKeyEvent& event);
 
   wxDialog* Window = nullptr;  // around a modal dialog
   std::vector<CQORPStatic*> Statics;

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "toolkit/filter_bar.h"
+#include "toolkit/grid_copy.h"
 #include "toolkit/grid_header_input.h"
 #include "toolkit/grid_rows_input.h"
 #include "toolkit/grid_state.h"
@@ -12,6 +14,7 @@
 namespace {
 
 constexpr int kLeastSidePx = 80;
+constexpr int kLeastColumnPx = 12;
 constexpr int kMeasuredRows = 100;
 constexpr int kFitMarginPx = 16;
 
@@ -19,7 +22,8 @@ constexpr int kFitMarginPx = 16;
 
 class CQORPGridCtrl::Impl {
  public:
-  explicit Impl(CQORPGridCtrl& owner) : Owner(owner), Rows(owner, State), Header(owner, State) {}
+  explicit Impl(CQORPGridCtrl& owner)
+      : Owner(owner), Filters(owner, State), Rows(owner, State, Filters, Header), Header(owner, State, Filters) {}
 
   void MakeView();
   void AdjustLayout() {
@@ -31,6 +35,7 @@ class CQORPGridCtrl::Impl {
 
   CQORPGridCtrl& Owner;
   GridState State;
+  GridFilterBar Filters;
   GridRowsInput Rows;
   GridHeaderInput Header;
   GridView* View = nullptr;
@@ -38,6 +43,7 @@ class CQORPGridCtrl::Impl {
 
  private:
   void FillOwner();
+  void OnKey(wxKeyEvent& event);
   void OnContextMenu(wxContextMenuEvent& event);
   wxPoint MenuPoint() const;
 };
@@ -51,16 +57,19 @@ void CQORPGridCtrl::Impl::MakeView() {
   listener.FrozenWindowsGo = [this] {
     Rows.StopDragging();
     Header.StopDragging();
+    Filters.LeaveFrozenWindow();
   };
+  listener.ColumnsMoved = [this] { Filters.Follow(); };
   View = new GridView(Owner, State, std::move(listener));
   Rows.SetView(*View);
   Header.SetView(*View);
+  Filters.SetView(*View);
   Rows.Attach(*View->GetGridRowLabelWindow());
   View->GetGridCornerLabelWindow()->Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent&) { Owner.SelectAll(); });
   FillOwner();
   Owner.Bind(wxEVT_SIZE, [this](wxSizeEvent&) { FillOwner(); });
   Owner.Bind(wxEVT_CONTEXT_MENU, &Impl::OnContextMenu, this);
-  Owner.Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) { event.Skip(!Owner.PreTranslateMessage(event)); });
+  Owner.Bind(wxEVT_CHAR_HOOK, &Impl::OnKey, this);
   Owner.Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& event) {
     event.Skip();
     View->ThemeChanged();
@@ -80,6 +89,11 @@ wxPoint CQORPGridCtrl::Impl::MenuPoint() const {
   const wxWindow& rows = *View->GetGridWindow();
   const int below = (State.Selection.GetCurrent() - View->GetFirstRow() + 1) * View->GetDefaultRowSize();
   return rows.ClientToScreen({Owner.FromDIP(8), std::clamp(below, 0, std::max(rows.GetClientSize().y - 1, 0))});
+}
+
+// A key that a field of the filter bar lets through is none of the rows'.
+void CQORPGridCtrl::Impl::OnKey(wxKeyEvent& event) {
+  event.Skip(Filters.IsEdit(event.GetEventObject()) || !Owner.PreTranslateMessage(event));
 }
 
 void CQORPGridCtrl::Impl::OnContextMenu(wxContextMenuEvent& event) {
@@ -261,6 +275,47 @@ void CQORPGridCtrl::SizeToFit() {
   AdjustLayout();
 }
 
+void CQORPGridCtrl::EnableFilterBar(bool shown, const std::wstring& prompt) {
+  Parts->State.Filters.Shown = shown;
+  Parts->State.Filters.Prompt = prompt;
+  AdjustLayout();
+}
+
+bool CQORPGridCtrl::IsFilterBarEnabled() const noexcept {
+  return Parts->State.Filters.Shown;
+}
+
+std::wstring CQORPGridCtrl::GetFilterText(int column) const {
+  return Parts->State.Filters.TextOf(column);
+}
+
+void CQORPGridCtrl::SetFilterText(int column, const std::wstring& text) {
+  Parts->Filters.SetText(column, text);
+}
+
+bool CQORPGridCtrl::EditFilter(int column) {
+  return Parts->Filters.Edit(column, GridFilterBar::Caret::AllSelected);
+}
+
+void CQORPGridCtrl::OnFilterBarClearAll() {
+  Parts->Filters.ClearTexts();
+}
+
+int CQORPGridCtrl::OnGetColumnMinWidth(int /*column*/) const {
+  return FromDIP(kLeastColumnPx);
+}
+
+bool CQORPGridCtrl::Copy() {
+  return CopyRows(Parts->State);
+}
+bool CQORPGridCtrl::CopyHTML() {
+  return CopyRowsAsHtml(Parts->State);
+}
+
+bool CQORPGridCtrl::RunContextMenu(const std::vector<std::wstring>& texts) {
+  return ChooseFromContextMenu(*this, ContextMenu(), texts);
+}
+
 void CQORPGridCtrl::AdjustLayout() {
   Parts->AdjustLayout();
 }
@@ -291,4 +346,12 @@ wxRect CQORPGridCtrl::CellRect(int row, int column) const {
 
 wxRect CQORPGridCtrl::HeaderRect(int column) const {
   return Parts->View && Parts->State.HeaderShown ? Parts->View->HeaderRect(column) : wxRect();
+}
+
+wxRect CQORPGridCtrl::FilterRect(int column) const {
+  return Parts->View && IsFilterBarEnabled() ? Parts->View->FilterRect(column) : wxRect();
+}
+
+wxWindow* CQORPGridCtrl::GetFilterEdit() const {
+  return Parts->Filters.GetEdit();
 }

@@ -9,10 +9,13 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "toolkit/cell_colors.h"
 #include "toolkit/columns_info.h"
+#include "toolkit/context_menu.h"
 #include "toolkit/toolkit_export.h"
 
 struct CQORPGridCell {
@@ -87,6 +90,28 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
   CQORPGridRange GetSelection(int index) const;
   int GetFirstVisibleRow() const;
 
+  // The filter bar: a row of fields under the headers, one a column; an empty field shows the prompt. Hidden it keeps
+  // its texts.
+  void EnableFilterBar(bool shown, const std::wstring& prompt = L"<all>");
+  bool IsFilterBarEnabled() const noexcept;
+  // The text of a field as it was typed; writing it is as typing it.
+  std::wstring GetFilterText(int column) const;
+  void SetFilterText(int column, const std::wstring& text);
+  // Puts the caret into the field, brought into view; false for a hidden column or bar.
+  bool EditFilter(int column);
+
+  // There are rows to copy.
+  bool IsCopyEnabled() const { return GetVirtualRows() > 0; }
+  // The selected rows, or all without a selection, with the visible columns as they stand on the screen: onto the
+  // clipboard as text and HTML. False where the clipboard could not be had.
+  bool Copy();
+  // The same as HTML alone, under a row of titles.
+  bool CopyHTML();
+
+  // Runs the command of the context menu that stands under these texts, from the outermost menu down; texts count
+  // without & and as they are shown. False where there is no such command or it is not enabled.
+  bool RunContextMenu(const std::vector<std::wstring>& texts);
+
   // Brings columns, header and frozen part up to date and repaints.
   void AdjustLayout();
   void ReposItems() { AdjustLayout(); }
@@ -96,6 +121,15 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
   void SetGridFont(const wxFont& font);
   wxFont GetGridFont() const;
 
+  // A field of the filter bar was edited. The text is as it was typed; empty for none.
+  virtual void OnFilterBarChanged(int /*column*/, const std::wstring& /*text*/) {}
+  // Empties every field, without OnFilterBarChanged.
+  virtual void OnFilterBarClearAll();
+  // The narrowest that a column may be made, in pixels.
+  virtual int OnGetColumnMinWidth(int column) const;
+  // What RunContextMenu looks through and OnShowContextMenu shows. Commands and their updates come as menu events of
+  // the grid.
+  virtual std::span<const CQORPMenuItem> ContextMenu() const { return {}; }
   // A click on a header; the state and the sort are the derived grid's to change.
   virtual void ToggleSortColumn(int /*column*/) {}
   // A right click or the menu key, at a point of the screen.
@@ -115,9 +149,12 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
   // a column those of the part that scrolls.
   wxWindow* GetRowsWindow(int column = -1) const;
   wxWindow* GetHeaderWindow(int column = -1) const;
-  // Places of a cell and of a header within those windows; empty when not in view.
+  // Places of a cell, a header and a field of the filter bar within those windows; empty when not in view.
   wxRect CellRect(int row, int column) const;
   wxRect HeaderRect(int column) const;
+  wxRect FilterRect(int column) const;
+  // The field that has the caret; null while none has.
+  wxWindow* GetFilterEdit() const;
 
  private:
   class Impl;

@@ -7,6 +7,7 @@ namespace {
 
 constexpr int kPadding = 4;
 constexpr int kSelectedPercent = 35;
+constexpr int kPromptPercent = 55;
 
 bool SortsBySeveral(const CQORPGridColumnsInfo& columns) {
   for (int column = 0; column < columns.GetColumnCount(); ++column)
@@ -31,19 +32,31 @@ void GridHeader::DrawColumn(wxDC& dc, const wxRect& rect, int column, int place)
   const bool marked = State.Columns.IsColumnSelected(column) || State.DraggedColumn == column;
   DrawFace(dc, rect, marked ? Blend(theme.Face, theme.Highlight, kSelectedPercent) : theme.Face);
   const int padding = Owner.FromDIP(kPadding);
-  const int mark = DrawSortMark(dc, rect, column);
-  const int room = std::max(rect.width - 2 * padding - mark, 0);
-  const FittedTexts::Fitted& title = Titles.Fit(dc, State.Columns.GetColumnName(column), room);
-  const int align = State.Columns.GetColumnAlign(column);
-  const int spare = std::max(room - title.SizePx.x, 0);
-  dc.SetTextForeground(wxColour(theme.FaceText));
-  dc.DrawText(title.Text,
-              rect.x + padding +
-                  (align == 1   ? spare
-                   : align == 2 ? spare / 2
-                                : 0),
-              rect.y + (rect.height - title.SizePx.y) / 2);
+  wxRect rest = rect;
+  rest.width -= DrawSortMark(dc, rest, column);
+  rest.width -= DrawFilterMark(dc, rest, column);
+  const int room = std::max(rest.width - 2 * padding, 0);
+  if (room > 0) DrawTitle(dc, wxRect(rect.x + padding, rect.y, room, rect.height), column);
+  DrawCurrentMark(dc, rect, column);
   DrawDropMark(dc, rect, place);
+}
+
+// A line under the title of the column that the keys act on.
+void GridHeader::DrawCurrentMark(wxDC& dc, const wxRect& rect, int column) const {
+  if (column != State.CurrentColumn) return;
+  const int height = Owner.FromDIP(2);
+  dc.SetPen(*wxTRANSPARENT_PEN);
+  dc.SetBrush(wxBrush(wxColour(State.Theme.Highlight)));
+  dc.DrawRectangle(rect.x, rect.GetBottom() + 1 - height, rect.width, height);
+}
+
+void GridHeader::DrawTitle(wxDC& dc, const wxRect& rect, int column) {
+  const FittedTexts::Fitted& title = Titles.Fit(dc, State.Columns.GetColumnName(column), rect.width);
+  const int align = State.Columns.GetColumnAlign(column);
+  const int spare = std::max(rect.width - title.SizePx.x, 0);
+  const int shift = align == 1 ? spare : align == 2 ? spare / 2 : 0;
+  dc.SetTextForeground(wxColour(State.Theme.FaceText));
+  dc.DrawText(title.Text, rect.x + shift, rect.y + (rect.height - title.SizePx.y) / 2);
 }
 
 int GridHeader::DrawSortMark(wxDC& dc, const wxRect& rect, int column) const {
@@ -66,6 +79,33 @@ int GridHeader::DrawSortMark(wxDC& dc, const wxRect& rect, int column) const {
   dc.SetTextForeground(color);
   if (!priority.empty()) dc.DrawText(priority, right - number.x + 1, middle - number.y / 2);
   return number.x + 2 * half + Owner.FromDIP(kPadding);
+}
+
+// A funnel: the rows are filtered by this column, be the bar in sight or not.
+int GridHeader::DrawFilterMark(wxDC& dc, const wxRect& rect, int column) const {
+  if (!State.Filters.Texts.contains(column)) return 0;
+  const wxColour color(Blend(State.Theme.FaceText, State.Theme.Highlight, 50));
+  const int half = Owner.FromDIP(4), stem = Owner.FromDIP(1);
+  const int x = rect.GetRight() - Owner.FromDIP(kPadding) - half;
+  const int middle = rect.y + rect.height / 2;
+  const wxPoint corners[] = {{x - half, middle - half}, {x + half, middle - half}, {x + stem, middle},
+                             {x + stem, middle + half}, {x - stem, middle + half}, {x - stem, middle}};
+  dc.SetPen(wxPen(color));
+  dc.SetBrush(wxBrush(color));
+  dc.DrawPolygon(6, corners);
+  return 2 * half + Owner.FromDIP(kPadding);
+}
+
+void GridHeader::DrawField(wxDC& dc, const wxRect& rect, int column) {
+  const GridTheme& theme = State.Theme;
+  DrawFace(dc, rect, theme.Window);
+  const int padding = Owner.FromDIP(kPadding);
+  const std::wstring text = State.Filters.TextOf(column);
+  const FittedTexts::Fitted& shown =
+      Titles.Fit(dc, text.empty() ? State.Filters.Prompt : text, std::max(rect.width - 2 * padding, 0));
+  dc.SetTextForeground(
+      wxColour(text.empty() ? Blend(theme.Window, theme.WindowText, kPromptPercent) : theme.WindowText));
+  dc.DrawText(shown.Text, rect.x + padding, rect.y + (rect.height - shown.SizePx.y) / 2);
 }
 
 void GridHeader::DrawDropMark(wxDC& dc, const wxRect& rect, int place) const {

@@ -10,8 +10,7 @@ namespace {
 
 constexpr int kEdgePx = 4;
 constexpr int kDragPx = 5;
-constexpr int kLeastWidthPx = 12;  // what the mouse can make of a column
-constexpr int kMostWidthPx = 2048;
+constexpr int kMostWidthPx = 2048;  // what the mouse can make of a column
 constexpr int kScrollSteps = 2;
 
 }  // namespace
@@ -72,6 +71,10 @@ void GridHeaderInput::OnLeftDown(wxMouseEvent& event, wxWindow& window) {
   const int place = edge >= 0 ? edge : PlaceUnder(x);
   if (place < 0) return;
   Column = View->Table().ColumnAt(place);
+  if (edge < 0 && event.GetY() >= View->TitleHeight()) {
+    Filters.Edit(Column, GridFilterBar::Caret::AtEnd);
+    return;
+  }
   Doing = edge >= 0 ? Action::Resize : Action::Press;
   PressedX = x;
   PressedWidth = State.Columns.GetColumnWidth(Column);
@@ -90,8 +93,7 @@ void GridHeaderInput::OnMotion(wxMouseEvent& event, wxWindow& window) {
 void GridHeaderInput::DragTo(int x) {
   if (Doing == Action::Press && std::abs(x - PressedX) >= View->FromDIP(kDragPx)) Doing = Action::Move;
   if (Doing == Action::Resize) {
-    State.Columns.SetColumnWidth(Column, std::clamp(PressedWidth + x - PressedX, kLeastWidthPx, kMostWidthPx));
-    View->ApplyWidth(Column);
+    ResizeTo(PressedWidth + x - PressedX);
   } else if (Doing == Action::Move) {
     if (x >= View->StripWidth()) View->ScrollColumns(kScrollSteps);
     if (x < 0) View->ScrollColumns(-kScrollSteps);
@@ -99,6 +101,12 @@ void GridHeaderInput::DragTo(int x) {
     State.DropPlace = DropPlaceAt(x);
     View->RepaintHeader();
   }
+}
+
+void GridHeaderInput::ResizeTo(int widthPx) {
+  const int least = std::min(Owner.OnGetColumnMinWidth(Column), kMostWidthPx);
+  State.Columns.SetColumnWidth(Column, std::clamp(widthPx, least, kMostWidthPx));
+  View->ApplyWidth(Column);
 }
 
 // What the release brings about may take away the window whose event this is: it waits until the event is through.
@@ -114,13 +122,56 @@ void GridHeaderInput::OnLeftUp(wxMouseEvent& event, wxWindow& window) {
       Owner.OnColumnsChanged();
     });
   if (done != Action::Press) return;
-  if (event.CmdDown()) {
-    State.Columns.SelectColumn(column, !State.Columns.IsColumnSelected(column));
-    View->RepaintRows();
-    View->RepaintHeader();
+  if (event.CmdDown())
+    Select(column);
+  else
+    Sort(column);
+}
+
+void GridHeaderInput::Sort(int column) {
+  View->CallAfter([this, column] { Owner.ToggleSortColumn(column); });
+}
+
+void GridHeaderInput::Select(int column) {
+  State.Columns.SelectColumn(column, !State.Columns.IsColumnSelected(column));
+  View->RepaintRows();
+  View->RepaintHeader();
+}
+
+// Without a current column the first one.
+void GridHeaderInput::ChooseColumn(int by) {
+  const int count = View->Table().GetNumberCols();
+  if (count == 0) return;
+  const int place = View->Table().PlaceOf(State.CurrentColumn);
+  State.CurrentColumn = View->Table().ColumnAt(place < 0 ? 0 : std::clamp(place + by, 0, count - 1));
+  View->ShowColumn(State.CurrentColumn);
+  View->RepaintHeader();
+  if (!State.WholeRow) View->RepaintRows();
+}
+
+void GridHeaderInput::MoveColumn(int by) {
+  const int place = View->Table().PlaceOf(State.CurrentColumn);
+  const int to = place + by;
+  if (place < 0 || to < 0 || to >= View->Table().GetNumberCols()) return;
+  Drop(State.CurrentColumn, by > 0 ? to + 1 : to);
+  View->ShowColumn(State.CurrentColumn);
+}
+
+bool GridHeaderInput::OnKey(const wxKeyEvent& event) {
+  const int key = event.GetKeyCode();
+  const bool shift = event.GetModifiers() == (wxMOD_CONTROL | wxMOD_SHIFT);
+  if (!shift && event.GetModifiers() != wxMOD_CONTROL) return false;
+  if (key == WXK_LEFT || key == WXK_RIGHT) {
+    const int by = key == WXK_LEFT ? -1 : 1;
+    shift ? MoveColumn(by) : ChooseColumn(by);
+  } else if (key == WXK_RETURN && !shift && View->Table().PlaceOf(State.CurrentColumn) >= 0) {
+    Sort(State.CurrentColumn);
+  } else if (key == WXK_SPACE && shift && View->Table().PlaceOf(State.CurrentColumn) >= 0) {
+    Select(State.CurrentColumn);
   } else {
-    View->CallAfter([this, column] { Owner.ToggleSortColumn(column); });
+    return false;
   }
+  return true;
 }
 
 void GridHeaderInput::Drop(int column, int place) {

@@ -42,7 +42,8 @@ bool IsSingle(const std::vector<RowRange>& ranges) {
 
 }  // namespace
 
-GridRowsInput::GridRowsInput(CQORPGridCtrl& owner, GridState& state) : Owner(owner), State(state) {
+GridRowsInput::GridRowsInput(CQORPGridCtrl& owner, GridState& state, GridFilterBar& filters, GridHeaderInput& headers)
+    : Owner(owner), State(state), Filters(filters), Headers(headers) {
   Repeat.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
     if (Dragging && State.Selection.GetRows() > 0) ExtendToPointer();
   });
@@ -80,11 +81,13 @@ void GridRowsInput::ShowChange(const RowSelection& before) {
 }
 
 void GridRowsInput::SetCurrentColumn(const wxWindow& window, int x) {
+  const int before = State.CurrentColumn;
   const int stripX = View->StripX(window, x);
   for (int place = 0; place < View->Table().GetNumberCols(); ++place) {
     const GridView::Span span = View->SpanOf(place);
     if (stripX >= span.Left && stripX < span.Right) State.CurrentColumn = View->Table().ColumnAt(place);
   }
+  if (State.CurrentColumn != before) View->RepaintHeader();
 }
 
 void GridRowsInput::OnLeftDown(wxMouseEvent& event, wxWindow& window) {
@@ -142,7 +145,8 @@ void GridRowsInput::OnRightDown(wxMouseEvent& event) {
 }
 
 void GridRowsInput::OnKeyDown(wxKeyEvent& event) {
-  if (MoveByKey(event) || SelectByKey(event) || LeaveOrScrollByKey(event)) return;
+  if (Headers.OnKey(event) || MoveByKey(event) || SelectByKey(event) || FilterByKey(event) || LeaveOrScrollByKey(event))
+    return;
   // wxGrid would copy its own cell.
   if (event.GetModifiers() == wxMOD_CONTROL && (event.GetKeyCode() == 'C' || event.GetKeyCode() == WXK_INSERT)) return;
   event.Skip();
@@ -182,6 +186,10 @@ bool GridRowsInput::SelectByKey(const wxKeyEvent& event) {
     return false;
   }
   return true;
+}
+
+bool GridRowsInput::FilterByKey(const wxKeyEvent& event) {
+  return event.GetKeyCode() == 'F' && event.GetModifiers() == wxMOD_CONTROL && Filters.EditAgain();
 }
 
 // wxGrid would move a cursor of its own by these.

@@ -5,12 +5,14 @@
 #include <wx/event.h>
 #include <wx/timer.h>
 
+#include "toolkit/filter_bar.h"
+#include "toolkit/grid_header_input.h"
 #include "toolkit/grid_state.h"
 #include "toolkit/grid_view.h"
 
 class GridRowsInput {
  public:
-  GridRowsInput(CQORPGridCtrl& owner, GridState& state);
+  GridRowsInput(CQORPGridCtrl& owner, GridState& state, GridFilterBar& filters, GridHeaderInput& headers);
 
   // The view must outlive the input's use.
   void SetView(GridView& view) { View = &view; }
@@ -34,12 +36,15 @@ class GridRowsInput {
   void OnKeyDown(wxKeyEvent& event);
   bool MoveByKey(const wxKeyEvent& event);
   bool SelectByKey(const wxKeyEvent& event);
+  bool FilterByKey(const wxKeyEvent& event);
   bool LeaveOrScrollByKey(const wxKeyEvent& event);
   void SetCurrentColumn(const wxWindow& window, int x);
   void ShowChange(const RowSelection& before);
 
   CQORPGridCtrl& Owner;
   GridState& State;
+  GridFilterBar& Filters;
+  GridHeaderInput& Headers;
   GridView* View = nullptr;
   wxWindow* Dragging = nullptr;
   bool KeepsOthers = false;

@@ -2,16 +2,32 @@
 // control owns it; the parts read it and change it by the user's hand. Used on the calling thread of the windows only.
 #pragma once
 
+#include <map>
+#include <string>
+
 #include "toolkit/cell_colors.h"
 #include "toolkit/columns_info.h"
 #include "toolkit/grid_ctrl.h"
 #include "toolkit/row_selection.h"
+
+struct GridFilters {
+  std::wstring TextOf(int column) const {
+    const auto at = Texts.find(column);
+    return at == Texts.end() ? std::wstring() : at->second;
+  }
+
+  bool Shown = false;
+  std::wstring Prompt;                // in an empty field
+  std::map<int, std::wstring> Texts;  // by column; none is empty
+  int LastEdited = -1;
+};
 
 struct GridState {
   CQORPGridColumnsInfo Columns;
   RowSelection Selection;
   CQORPGridCtrl::DisplayCallback Display;
   GridTheme Theme;
+  GridFilters Filters;
 
   bool MultipleSort = false;
   bool HeaderShown = true;

@@ -45,7 +45,10 @@ GridView::GridView(CQORPGridCtrl& owner, GridState& state, Listener listener)
   Told.WindowsMade(*GetGridWindow(), *GetGridColLabelWindow());
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     event.Skip();
-    CallAfter([this] { ApplyFreeze(); });
+    CallAfter([this] {
+      ApplyFreeze();
+      Told.ColumnsMoved();
+    });
   });
 }
 
@@ -64,6 +67,7 @@ void GridView::ThemeChanged() {
   SetGridFrozenBorderColour(wxColour(Blend(theme.Window, theme.WindowText, 60)));
   SetGridFrozenBorderPenWidth(FromDIP(2));
   Refresh();
+  Told.ColumnsMoved();
 }
 
 void GridView::SetFontAndSizes(const wxFont& font) {
@@ -79,12 +83,16 @@ void GridView::SetFontAndSizes(const wxFont& font) {
   EndBatch();
   SetScrollRate(kColumnStepPx, rowHeight);
   if (row > 0) Scroll(-1, row);
+  Told.ColumnsMoved();
 }
 
 void GridView::ApplyHeaderSizes() {
-  SetColLabelSize(State.HeaderShown ? Header.HeaderHeight(TextHeight(*this, GetLabelFont())) : 0);
+  const int text = TextHeight(*this, GetLabelFont());
+  TitlePx = State.HeaderShown ? Header.HeaderHeight(text) : 0;
+  FieldPx = State.Filters.Shown ? Header.FieldHeight(text) : 0;
+  SetColLabelSize(TitlePx + FieldPx);
   SetRowLabelSize(State.RowHeaderShown ? Header.RowHeaderWidth() : 0);
-  if (m_colFrozenLabelWin) m_colFrozenLabelWin->Show(State.HeaderShown);
+  if (m_colFrozenLabelWin) m_colFrozenLabelWin->Show(m_colLabelHeight > 0);
 }
 
 void GridView::ApplyState() {
@@ -92,17 +100,23 @@ void GridView::ApplyState() {
   if (static_cast<int>(columns.size()) <= m_numFrozenCols) FreezeQuickly(0);
   BeginBatch();
   Table().ShowColumns(std::move(columns));
-  for (const int column : Table().Columns()) ApplyWidth(column);
+  for (const int column : Table().Columns()) SetWidth(column);
   ApplyHeaderSizes();
   EnableGridLines(State.GridLines);
   EndBatch();
   ApplyFreeze();
+  Told.ColumnsMoved();
 }
 
 // A width of 0 would hide the column from wxGrid.
-void GridView::ApplyWidth(int column) {
+void GridView::SetWidth(int column) {
   const int place = Table().PlaceOf(column);
   if (place >= 0) SetColSize(place, std::max(State.Columns.GetColumnWidth(column), 1));
+}
+
+void GridView::ApplyWidth(int column) {
+  SetWidth(column);
+  Told.ColumnsMoved();
 }
 
 int GridView::WantedFrozen() const {
@@ -132,16 +146,17 @@ void GridView::FreezeQuickly(int count) {
   m_currentCellCoords = wxGridNoCellCoords;
   FreezeTo(0, count);
   m_numRows = rows;
-  if (m_colFrozenLabelWin) m_colFrozenLabelWin->Show(State.HeaderShown);
+  if (m_colFrozenLabelWin) m_colFrozenLabelWin->Show(m_colLabelHeight > 0);
   EndBatch();
-  if (!hadFrozen && m_colFrozenLabelWin) Told.WindowsMade(*GetFrozenColGridWindow(), *m_colFrozenLabelWin);
+  if (hadFrozen || !m_colFrozenLabelWin) return;
+  m_colFrozenLabelWin->SetWindowStyle(m_colFrozenLabelWin->GetWindowStyle() | wxCLIP_CHILDREN);
+  Told.WindowsMade(*GetFrozenColGridWindow(), *m_colFrozenLabelWin);
 }
 
 void GridView::SetRows(int rows, int insertedOnTop) {
   const int first = GetFirstRow();
-  BeginBatch();
   Table().SetRows(rows, insertedOnTop);
-  EndBatch();
+  RepaintRows();
   if (first > 0 && insertedOnTop > 0) Scroll(-1, first + insertedOnTop);
 }
 
@@ -176,6 +191,22 @@ void GridView::ShowRow(int row) {
   const int full = CountFullRows();
   if (row < first) Scroll(-1, row);
   if (row >= first + full) Scroll(-1, row - full + 1);
+}
+
+// Of a column that is wider than the window the left end.
+void GridView::ShowColumn(int column) {
+  const int place = Table().PlaceOf(column);
+  if (place < 0 || IsFrozenPlace(place)) return;
+  const int left = SpanOf(place).Left - FrozenWidth();
+  const int beyond = left + GetColWidth(place) - GetGridWindow()->GetClientSize().x;
+  if (left < 0) ScrollColumns(-((kColumnStepPx - 1 - left) / kColumnStepPx));
+  if (left > 0 && beyond > 0) ScrollColumns(std::min(left, beyond + kColumnStepPx - 1) / kColumnStepPx);
+}
+
+// On some systems the place that was scrolled to holds only afterwards.
+void GridView::ScrollWindow(int dx, int dy, const wxRect* rect) {
+  wxGrid::ScrollWindow(dx, dy, rect);
+  if (dx != 0) CallAfter([this] { Told.ColumnsMoved(); });
 }
 
 void GridView::ScrollColumns(int steps) {
@@ -225,13 +256,28 @@ wxRect GridView::CellRect(int row, int column) const {
 }
 
 wxRect GridView::HeaderRect(int column) const {
+  return InView(column, SpaceOf(column, 0, std::max(TitlePx, 1)));
+}
+
+wxRect GridView::FilterRect(int column) const {
+  return InView(column, FieldSpace(column));
+}
+
+wxRect GridView::FieldSpace(int column) const {
+  return SpaceOf(column, TitlePx, FieldPx);
+}
+
+wxRect GridView::SpaceOf(int column, int top, int height) const {
   const int place = Table().PlaceOf(column);
   if (place < 0) return {};
   const Span span = SpanOf(place);
   const int shift = IsFrozenPlace(place) ? 0 : FrozenWidth();
-  wxRect header(span.Left - shift, 0, span.Right - span.Left, std::max(m_colLabelHeight, 1));
-  header.Intersect(wxRect(0, 0, RowsWindow(column)->GetClientSize().x, header.height));
-  return header.IsEmpty() ? wxRect() : header;
+  return {span.Left - shift, top, span.Right - span.Left, height};
+}
+
+wxRect GridView::InView(int column, wxRect rect) const {
+  rect.Intersect(wxRect(0, rect.y, RowsWindow(column)->GetClientSize().x, rect.height));
+  return rect.IsEmpty() ? wxRect() : rect;
 }
 
 wxGridCellRenderer* GridView::GetDefaultRendererForCell(int, int) const {
@@ -241,7 +287,9 @@ wxGridCellRenderer* GridView::GetDefaultRendererForCell(int, int) const {
 
 void GridView::DrawColLabel(wxDC& dc, int place) {
   dc.SetFont(GetLabelFont());
-  Header.DrawColumn(dc, {GetColLeft(place), 0, GetColWidth(place), m_colLabelHeight}, Table().ColumnAt(place), place);
+  const int left = GetColLeft(place), width = GetColWidth(place), column = Table().ColumnAt(place);
+  if (TitlePx > 0) Header.DrawColumn(dc, {left, 0, width, TitlePx}, column, place);
+  if (FieldPx > 0) Header.DrawField(dc, {left, TitlePx, width, FieldPx}, column);
 }
 
 void GridView::DrawRowLabel(wxDC& dc, int row) {

@@ -16,11 +16,12 @@
 
 class GridView : public wxGrid {
  public:
-  // Told of each pair of windows, that of the rows and that of their header, when it is made, and before the frozen
-  // pair goes.
+  // Told of each pair of windows, that of the rows and that of their header, when it is made, before the frozen pair
+  // goes, and when columns are elsewhere, also by scrolling, or look otherwise.
   struct Listener {
     std::function<void(wxWindow& rows, wxWindow& header)> WindowsMade;
     std::function<void()> FrozenWindowsGo;
+    std::function<void()> ColumnsMoved;
   };
 
   GridView(CQORPGridCtrl& owner, GridState& state, Listener listener);
@@ -38,6 +39,7 @@ class GridView : public wxGrid {
   int GetFirstRow() const;
   int CountFullRows() const;
   void ShowRow(int row);
+  void ShowColumn(int column);
   void ScrollColumns(int steps);
   // The row at that height of a window of rows, also above, below and behind all rows: then none of them.
   int RowAtHeight(int y) const;
@@ -58,7 +60,13 @@ class GridView : public wxGrid {
   wxWindow* HeaderWindow(int column) const;
   wxRect CellRect(int row, int column) const;
   wxRect HeaderRect(int column) const;
+  wxRect FilterRect(int column) const;
+  // The whole field of a column that is shown, in view or not.
+  wxRect FieldSpace(int column) const;
+  // Headers end and the fields of the filter bar begin at that height.
+  int TitleHeight() const { return TitlePx; }
 
+  void ScrollWindow(int dx, int dy, const wxRect* rect) override;
   wxGridCellRenderer* GetDefaultRendererForCell(int row, int place) const override;
   void DrawColLabel(wxDC& dc, int place) override;
   void DrawRowLabel(wxDC& dc, int row) override;
@@ -71,6 +79,9 @@ class GridView : public wxGrid {
     GridCells* Renderer = nullptr;  // counts its users
   };
   bool IsFrozenPlace(int place) const { return place >= 0 && place < m_numFrozenCols; }
+  void SetWidth(int column);
+  wxRect InView(int column, wxRect rect) const;
+  wxRect SpaceOf(int column, int top, int height) const;
   int WantedFrozen() const;
   void ApplyFreeze();
   void FreezeQuickly(int count);
@@ -82,4 +93,6 @@ class GridView : public wxGrid {
   Listener Told;
   Parts Cells;
   GridHeader Header;
+  int TitlePx = 0;  // 0 where hidden
+  int FieldPx = 0;
 };

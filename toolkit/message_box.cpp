@@ -9,7 +9,6 @@
 #include <wx/statbmp.h>
 #include <wx/statline.h>
 #include <wx/stattext.h>
-#include <wx/toplevel.h>
 
 #include <cwctype>
 #include <memory>
@@ -22,6 +21,7 @@ namespace {
 constexpr std::uint32_t kIconBits = 0xF0;
 constexpr std::uint32_t kFrameIcon = 0x80;
 constexpr std::uint32_t kRightToLeft = 0x80000;
+constexpr std::uint32_t kKeyDown = 0x100;
 constexpr int kMarginPx = 12;
 constexpr int kTextWidthPx = 480;
 
@@ -44,7 +44,7 @@ Control* MakeChild(Arguments&&... arguments) {
 
 class MessageDialog : public wxDialog {
  public:
-  MessageDialog(const CQORPMessageBox& box, MessageButtons buttons);
+  MessageDialog(CQORPMessageBox& box, MessageButtons buttons);
   bool IsChecked() const { return Check != nullptr && Check->GetValue(); }
 
  private:
@@ -56,6 +56,7 @@ class MessageDialog : public wxDialog {
   void MoveFocus(int by);
   void OnClose(wxCloseEvent& event);
 
+  CQORPMessageBox& Box;
   MessageButtons Shown;
   std::vector<wxButton*> Buttons;
   wxCheckBox* Check = nullptr;
@@ -65,7 +66,7 @@ long WindowStyle(const MessageButtons& buttons) {
   return buttons.CloseId == 0 ? wxCAPTION : wxCAPTION | wxSYSTEM_MENU | wxCLOSE_BOX;
 }
 
-MessageDialog::MessageDialog(const CQORPMessageBox& box, MessageButtons buttons) : Shown(std::move(buttons)) {
+MessageDialog::MessageDialog(CQORPMessageBox& box, MessageButtons buttons) : Box(box), Shown(std::move(buttons)) {
   if ((box.Style & kRightToLeft) != 0) SetLayoutDirection(wxLayout_RightToLeft);
   wxDialog::Create(GetParentForModalDialog(box.Parent, 0), wxID_ANY, box.Caption, wxDefaultPosition, wxDefaultSize,
                    WindowStyle(Shown));
@@ -121,6 +122,7 @@ wxBitmap MessageDialog::IconOf(const CQORPMessageBox& box) const {
 
 void MessageDialog::OnKey(wxKeyEvent& event) {
   const int key = event.GetKeyCode();
+  if (Box.PreTranslateMessage({kKeyDown, key})) return;
   if (key == WXK_ESCAPE) {
     Close();
   } else if (key == WXK_LEFT || key == WXK_UP) {
@@ -161,10 +163,26 @@ void MessageDialog::OnClose(wxCloseEvent& event) {
 
 }  // namespace
 
+CQORPMessageBox::~CQORPMessageBox() = default;
+
+bool CQORPMessageBox::PreTranslateMessage(const CQORPMessage& /*message*/) {
+  return false;
+}
+
+void CQORPMessageBox::CloseWindow() {
+  if (Window) Window->Iconize();
+}
+
 int CQORPMessageBox::ShowModal() {
   if (!StartToolkit()) return 0;
   MessageDialog dialog(*this, ButtonsOfStyle(Style, ButtonCaptions));
+  Window = &dialog;
   const int result = dialog.ShowModal();
   Checked = dialog.IsChecked();
   return result;
+}
+
+int QORPMessageBoxIndirect(CQORPMessageBox& box) {
+  box.WithCheck = true;
+  return box.ShowModal();
 }

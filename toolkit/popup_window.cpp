@@ -79,8 +79,9 @@ void CQORPPopupWindow::Appear() {
   if (Opacity == Params.Transparency) AppearTimer.Stop();
 }
 
-void ShowCQORPPopupWindow(wxWindow* parent, const std::wstring& caption, const std::wstring& text) {
+void ShowCQORPPopupWindow(wxWindow* parent, const std::wstring& caption, const std::wstring& text,
+                          const CQORPPopupWndParams& params) {
   if (!StartToolkit()) return;
   // It destroys itself when it closes.
-  std::make_unique<CQORPPopupWindow>(parent, caption, text, CQORPPopupWndParams{}).release()->ShowInCorner();
+  std::make_unique<CQORPPopupWindow>(parent, caption, text, params).release()->ShowInCorner();
 }

@@ -35,5 +35,6 @@ class TOOLKIT_EXPORT CQORPPopupWindow : public wxFrame {
   wxTimer CloseTimer;
 };
 
-// Shows the text with the usual parameters. Nothing without a display.
-TOOLKIT_EXPORT void ShowCQORPPopupWindow(wxWindow* parent, const std::wstring& caption, const std::wstring& text);
+// Shows the text. Nothing without a display.
+TOOLKIT_EXPORT void ShowCQORPPopupWindow(wxWindow* parent, const std::wstring& caption, const std::wstring& text,
+                                         const CQORPPopupWndParams& params = {});

@@ -13,8 +13,8 @@ constexpr std::uint32_t kIconInformation = 0x40;
 void Show(wxWindow* parent, const std::wstring& caption, const std::wstring& text, std::uint32_t style) {
   static bool isUp = false;
   if (std::exchange(isUp, true)) return;
-  CQORPMessageBox box{
-      .Parent = parent, .Caption = caption, .Text = text, .Style = style, .ButtonCaptions = {}, .CheckCaption = {}};
+  CQORPMessageBox box(
+      {.Parent = parent, .Caption = caption, .Text = text, .Style = style, .ButtonCaptions = {}, .CheckCaption = {}});
   box.ShowModal();
   isUp = false;
 }

@@ -74,7 +74,7 @@ Answer ShowBox() {
     for (wxWindow* window : wxTopLevelWindows)
       if (auto* dialog = dynamic_cast<wxDialog*>(window); dialog != nullptr && dialog->IsModal()) dialog->Close();
   });
-  CQORPMessageBox box{.Parent = bar, .Caption = L"Book", .Text = L"Close?", .Style = 1};
+  CQORPMessageBox box({.Parent = bar, .Caption = L"Book", .Text = L"Close?", .Style = 1});
   const int answer = box.ShowModal();
   return Must(answer == 2 && (isHostEnabled == nullptr || (blocked && isHostEnabled())));
 }

@@ -43,6 +43,24 @@ TEST(ColumnsInfo, PlacesKeepLockedColumnsBeforeTheOthers) {
   EXPECT_EQ(columns.GetColumnWidth(3), 13) << "a hidden column keeps its width";
 }
 
+TEST(ColumnsInfo, AnOrderComesBackForWhatIsVisible) {
+  const struct {
+    Places Order, Expected, AllShown;
+  } cases[] = {
+      {{3, 5, 0, 2}, {3, 5, 0, 2}, {3, 5, 0, 1, 2, 4}}, {{5, 3, 2, 0}, {5, 3, 2, 0}, {5, 3, 2, 1, 0, 4}},
+      {{2}, {3, 5, 2, 0}, {3, 5, 2, 1, 0, 4}},          {{2, 4, 0, 2, 9, -1}, {3, 5, 2, 0}, {3, 5, 2, 4, 0, 1}},
+      {{}, {3, 5, 0, 2}, {3, 5, 0, 1, 2, 4}},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(testing::PrintToString(row.Order));
+    CQORPGridColumnsInfo columns = SixColumns();
+    columns.SetColumnOrderArray(row.Order);
+    EXPECT_EQ(columns.GetColumnOrderArray(), row.Expected);
+    for (const int hidden : {1, 4}) columns.SetColumnVisible(hidden, true);
+    EXPECT_EQ(columns.DisplayColumns(), row.AllShown);
+  }
+}
+
 TEST(ColumnsInfo, SortColumnsKeepTheOrderInWhichTheyWereSet) {
   CQORPGridColumnsInfo columns = SixColumns();
   columns.SetSortColumn(2, true, true);

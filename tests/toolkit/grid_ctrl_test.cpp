@@ -215,6 +215,24 @@ TEST_F(GridCtrl, AHeaderClickSortsAndWithControlSelects) {
 
 using RowRanges = std::vector<std::pair<int, int>>;
 
+TEST_F(GridCtrl, KeysChooseMoveSortAndSelectColumns) {
+  Grid->SetColumnVisible(1, false);
+  PressKey(WXK_RETURN, kControl);
+  EXPECT_TRUE(Grid->Toggled.empty()) << "no column is current yet";
+  for (int i = 0; i < 3; ++i) PressKey(WXK_RIGHT, kControl);
+  PressKey(WXK_RETURN, kControl);
+  EXPECT_EQ(Grid->Toggled, std::vector<int>{3});
+  PressKey(WXK_SPACE, kControl | kShift);
+  EXPECT_TRUE(Grid->IsColumnSelected(3));
+  PressKey(WXK_LEFT, kControl | kShift);
+  EXPECT_EQ(Headers(), (Places{0, 3, 2, 4, 5}));
+  for (int i = 0; i < 9; ++i) PressKey(WXK_RIGHT, kControl | kShift);
+  EXPECT_EQ(Headers(), (Places{0, 2, 4, 5, 3}));
+  for (int i = 0; i < 9; ++i) PressKey(WXK_LEFT, kControl);
+  PressKey(WXK_RETURN, kControl);
+  EXPECT_EQ(Grid->Toggled, (std::vector<int>{3, 0}));
+}
+
 TEST_F(GridCtrl, MouseAndKeysSelectRows) {
   const int page = FullRows();
   const struct {

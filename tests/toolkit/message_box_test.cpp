@@ -1,11 +1,14 @@
 #include "toolkit/message_box.h"
 
+#include <wx/artprov.h>
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/dialog.h>
 #include <wx/statbmp.h>
 #include <wx/stattext.h>
 #include <wx/uiaction.h>
+
+#include <cstring>
 
 #include "tests/toolkit/gui_test.h"
 #include "toolkit/popup_window.h"
@@ -36,6 +39,17 @@ std::wstring ButtonsOf(wxDialog& dialog) {
   return text;
 }
 
+// The one picture is that one of the system's; none for no name.
+bool HasIcon(wxDialog& dialog, const char* art) {
+  const std::vector<wxStaticBitmap*> icons = ChildrenOf<wxStaticBitmap>(dialog);
+  if (icons.empty() || *art == 0) return icons.empty() && *art == 0;
+  const wxImage shown = icons.front()->GetBitmap().ConvertToImage();
+  const wxImage wanted = wxArtProvider::GetBitmap(art, wxART_MESSAGE_BOX).ConvertToImage();
+  return shown.GetSize() == wanted.GetSize() &&
+         std::memcmp(shown.GetData(), wanted.GetData(),
+                     3 * static_cast<std::size_t>(shown.GetWidth() * shown.GetHeight())) == 0;
+}
+
 class MessageBoxTest : public GuiTest {
  protected:
   // Shows the box and has the user do that once it is up.
@@ -55,33 +69,33 @@ TEST_F(MessageBoxTest, StyleAndKeysGiveButtonsAndAnswer) {
     const wchar_t* Buttons;
     int Key;  // 0 closes the box
     int Answer;
-    std::size_t Icons;
+    const char* Icon;
   };
   const Row rows[] = {
-      {0x00, L"[OK]", WXK_ESCAPE, 1, 0},
-      {0x10, L"[OK]", 0, 1, 1},
-      {0x21, L"[OK] Cancel", WXK_ESCAPE, 2, 1},
-      {0x32, L"[Abort] Retry Ignore", 'I', 5, 1},
-      {0x42, L"[Abort] Retry Ignore", 'a', 3, 1},
-      {0x103, L"Yes [No] Cancel", 'N', 7, 0},
-      {0x203, L"Yes No [Cancel]", 0, 2, 0},
-      {0x04, L"[Yes] No", 'Y', 6, 0},
-      {0x304, L"[Yes] No", 'n', 7, 0},
-      {0x05, L"[Retry] Cancel", 'R', 4, 0},
-      {0x06, L"[Cancel] Try Again Continue", 'T', 10, 0},
-      {0x06, L"[Cancel] Try Again Continue", 'C', 11, 0},
-      {0x70, L"[OK]", WXK_ESCAPE, 1, 0},
-      {0x07, L"[OK]", WXK_ESCAPE, 1, 0},
-      {0x100, L"[Left] Right & more", 'L', 1000, 0},
-      {0x80140, L"[Left] Right & more", 'R', 1001, 1},
+      {0x00, L"[OK]", WXK_ESCAPE, 1, ""},
+      {0x10, L"[OK]", 0, 1, "wxART_ERROR"},
+      {0x21, L"[OK] Cancel", WXK_ESCAPE, 2, "wxART_QUESTION"},
+      {0x32, L"[Abort] Retry Ignore", 'I', 5, "wxART_WARNING"},
+      {0x42, L"[Abort] Retry Ignore", 'a', 3, "wxART_INFORMATION"},
+      {0x103, L"Yes [No] Cancel", 'N', 7, ""},
+      {0x203, L"Yes No [Cancel]", 0, 2, ""},
+      {0x04, L"[Yes] No", 'Y', 6, ""},
+      {0x304, L"[Yes] No", 'n', 7, ""},
+      {0x05, L"[Retry] Cancel", 'R', 4, ""},
+      {0x06, L"[Cancel] Try Again Continue", 'T', 10, ""},
+      {0x06, L"[Cancel] Try Again Continue", 'C', 11, ""},
+      {0x70, L"[OK]", WXK_ESCAPE, 1, ""},
+      {0x07, L"[OK]", WXK_ESCAPE, 1, ""},
+      {0x100, L"[Left] Right & more", 'L', 1000, ""},
+      {0x80140, L"[Left] Right & more", 'R', 1001, "wxART_INFORMATION"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.Style);
-    CQORPMessageBox box{.Caption = L"Trade Book", .Text = L"50 % & more", .Style = row.Style};
+    CQORPMessageBox box({.Caption = L"Trade Book", .Text = L"50 % & more", .Style = row.Style});
     box.ButtonCaptions = {L"&Left", L"&Right && more"};
     const int answer = Show(box, [&row](wxDialog& dialog) {
       EXPECT_EQ(ButtonsOf(dialog), row.Buttons);
-      EXPECT_EQ(ChildrenOf<wxStaticBitmap>(dialog).size(), row.Icons);
+      EXPECT_TRUE(HasIcon(dialog, row.Icon));
       EXPECT_EQ(ChildrenOf<wxStaticText>(dialog).front()->GetLabelText(), L"50 % & more");
       EXPECT_EQ(dialog.GetTitle(), L"Trade Book");
       EXPECT_EQ(dialog.GetLayoutDirection() == wxLayout_RightToLeft, (row.Style & 0x80000) != 0);
@@ -99,7 +113,7 @@ TEST_F(MessageBoxTest, StyleAndKeysGiveButtonsAndAnswer) {
 TEST_F(MessageBoxTest, ABoxWithoutCancelWaitsForAButton) {
   for (const std::uint32_t style : {0x04U, 0x02U, 0x100U}) {
     SCOPED_TRACE(style);
-    CQORPMessageBox box{.Text = L"Sure?", .Style = style, .ButtonCaptions = {L"One", L"Two"}};
+    CQORPMessageBox box({.Text = L"Sure?", .Style = style, .ButtonCaptions = {L"One", L"Two"}});
     const int answer = Show(box, [](wxDialog& dialog) {
       Press(dialog, WXK_ESCAPE);
       dialog.Close();
@@ -116,7 +130,7 @@ TEST_F(MessageBoxTest, ABoxWithoutCancelWaitsForAButton) {
 
 TEST_F(MessageBoxTest, TheCheckBoxIsHandedBack) {
   for (const bool before : {false, true}) {
-    CQORPMessageBox box{.Text = L"Sure?", .Style = 1, .WithCheck = true, .Checked = before};
+    CQORPMessageBox box({.Text = L"Sure?", .Style = 1, .WithCheck = true, .Checked = before});
     box.CheckCaption = L" Don't Ask Again";
     Show(box, [before](wxDialog& dialog) {
       wxCheckBox* check = ChildrenOf<wxCheckBox>(dialog).front();
@@ -129,8 +143,19 @@ TEST_F(MessageBoxTest, TheCheckBoxIsHandedBack) {
   }
 }
 
+TEST_F(MessageBoxTest, TheFrameLendsItsIcon) {
+  wxIcon icon;
+  icon.CopyFromBitmap(wxArtProvider::GetBitmap("wxART_QUESTION", wxART_MESSAGE_BOX, {32, 32}));
+  Frame->SetIcon(icon);
+  CQORPMessageBox box({.Text = L"Sure?", .Style = 0x80});
+  Show(box, [](wxDialog& dialog) {
+    EXPECT_EQ(ChildrenOf<wxStaticBitmap>(dialog).size(), 1U);
+    dialog.Close();
+  });
+}
+
 TEST_F(MessageBoxTest, EnterAndArrowsMoveAmongTheButtons) {
-  CQORPMessageBox box{.Text = L"Sure?", .Style = 0x103};
+  CQORPMessageBox box({.Text = L"Sure?", .Style = 0x103});
   const int answer = Show(box, [](wxDialog& dialog) {
     const std::vector<wxButton*> buttons = ChildrenOf<wxButton>(dialog);
     dialog.Raise();

@@ -1,0 +1,238 @@
+#include "toolkit/filter_bar.h"
+
+#include <wx/dcclient.h>
+#include <wx/dcmemory.h>
+#include <wx/image.h>
+#include <wx/textctrl.h>
+#include <wx/uiaction.h>
+
+#include "tests/toolkit/gui_test.h"
+
+namespace {
+
+using Change = std::pair<int, std::wstring>;
+
+class ProbeGrid : public CQORPGridCtrl {
+ public:
+  void OnFilterBarChanged(int column, const std::wstring& text) override {
+    Changes.emplace_back(column, text);
+    if (WhenChanged) WhenChanged();
+  }
+  void ToggleSortColumn(int column) override { Toggled.push_back(column); }
+  void OnShowContextMenu(const wxPoint&) override { ++Menus; }
+  bool PreTranslateMessage(wxKeyEvent& event) override { return Keys.push_back(event.GetKeyCode()), false; }
+  int OnGetColumnMinWidth(int column) const override { return column == 0 ? 30 : 12; }
+
+  std::function<void()> WhenChanged;
+  std::vector<Change> Changes;
+  std::vector<int> Toggled, Keys;
+  int Menus = 0;
+};
+
+// Six columns of 100 pixels, a thousand rows, an empty filter bar.
+class FilterBar : public GuiTest {
+ protected:
+  void SetUp() override {
+    GuiTest::SetUp();
+    if (Frame == nullptr) return;
+    Grid = new ProbeGrid;
+    ASSERT_TRUE(Grid->Create(Frame, 7));
+    for (int column = 0; column < 6; ++column) Grid->InsertColumn(column, L"Title " + std::to_wstring(column), 100);
+    Grid->EnableVirtualMode([](int row, int, CQORPGridCell& cell) { return cell.Text = std::to_wstring(row), true; });
+    Grid->SetVirtualRows(1000);
+    Grid->EnableFilterBar(true);
+    Frame->SendSizeEvent();
+    ASSERT_TRUE(PumpUntil([this] { return Grid->GetRowsWindow()->GetClientSize().y > 500; }));
+  }
+
+  // What the grid does every beat.
+  void Beat() {
+    Grid->SetVirtualRows(Grid->GetVirtualRows() + 3, 3);
+    Grid->SetCurSel(4);
+    Grid->RedrawRows();
+    Grid->AdjustLayout();
+  }
+  bool RowsHaveFocus() const { return wxWindow::FindFocus() == Grid->GetRowsWindow()->GetParent(); }
+  wxTextCtrl* Edit() const { return dynamic_cast<wxTextCtrl*>(Grid->GetFilterEdit()); }
+  std::wstring Text() const { return Edit() ? Edit()->GetValue().ToStdWstring() : L"none"; }
+  std::pair<long, long> Selection() const {
+    std::pair<long, long> ends;
+    Edit()->GetSelection(&ends.first, &ends.second);
+    return ends;
+  }
+  void ClickAt(int column, const wxRect& rect) {
+    Click(*Grid->GetHeaderWindow(column), {rect.x + rect.width / 2, rect.y + rect.height / 2});
+  }
+  std::string HeaderPixels() const {
+    PaintNow(*Grid->GetHeaderWindow());
+    wxClientDC source(Grid->GetHeaderWindow());
+    wxBitmap bitmap(300, 15);
+    wxMemoryDC(bitmap).Blit(0, 0, 300, 15, &source, 0, 0);
+    return {reinterpret_cast<const char*>(bitmap.ConvertToImage().GetData()), 300 * 15 * 3};
+  }
+
+  ProbeGrid* Grid = nullptr;
+};
+
+TEST_F(FilterBar, TypingFiltersAtOnceAndKeepsTheCaret) {
+  ASSERT_TRUE(Grid->EditFilter(2));
+  Grid->WhenChanged = [this] { Beat(); };
+  Edit()->WriteText(L"B");
+  Edit()->WriteText(L"y");
+  Edit()->SetInsertionPoint(1);
+  Edit()->WriteText(L"u");
+  EXPECT_EQ(Grid->Changes, (std::vector<Change>{{2, L"B"}, {2, L"By"}, {2, L"Buy"}}));
+  EXPECT_EQ(Selection(), std::pair(2L, 2L));
+  for (const int column : {2, 2, 3, 6}) Grid->SetFilterText(column, L"sell");
+  EXPECT_EQ(Text(), L"sell");
+  EXPECT_EQ(Grid->Changes.size(), 5u) << "neither the same text again nor what is no column";
+  Grid->OnFilterBarClearAll();
+  EXPECT_EQ(Text() + Grid->GetFilterText(2) + Grid->GetFilterText(3), L"");
+  EXPECT_EQ(Grid->Changes.size(), 5u);
+}
+
+TEST_F(FilterBar, TheEditGoesWithItsColumn) {
+  Grid->SetFilterText(4, L"text");
+  Grid->EditFilter(4);
+  Edit()->SetSelection(1, 3);
+  CQORPGridColumnsInfo& columns = Grid->GetColumnsInfo();
+  for (const int column : {2, 3, 5}) Grid->SetColumnWidth(column, 500);
+  const struct {
+    const char* What;
+    std::function<void()> Do;
+    bool Frozen, InView;
+  } steps[] = {
+      {"moved", [&] { columns.SetColumnDisplayPos(1, 4), Grid->AdjustLayout(); }, false, true},
+      {"wider", [&] { Grid->SetColumnWidth(4, 160); }, false, true},
+      {"locked", [&] { Grid->SetColumnLocked(4, true); }, true, true},
+      {"among more frozen ones", [&] { Grid->FreezeColumns(3); }, true, true},
+      {"header hidden", [&] { Grid->EnableHeader(false); }, true, true},
+      {"nothing frozen", [&] { Grid->SetColumnLocked(4, false), Grid->FreezeColumns(0); }, false, true},
+      {"scrolled", [&] { Press(*Grid->GetRowsWindow(), WXK_RIGHT); }, false, true},
+      {"moved to the end", [&] { columns.SetColumnDisplayPos(5, 4), Grid->AdjustLayout(); }, false, false},
+      {"scrolled into view", [&] { Grid->EditFilter(4), Edit()->SetSelection(1, 3); }, false, true},
+      {"frozen between beats", [&] { Grid->SetColumnLocked(4, true), Beat(); }, true, true},
+  };
+  for (const auto& step : steps) {
+    SCOPED_TRACE(step.What);
+    step.Do();
+    Pump();
+    ASSERT_NE(Edit(), nullptr);
+    const wxWindow* header = Grid->GetHeaderWindow(4);
+    EXPECT_EQ(Edit()->GetParent(), header);
+    EXPECT_EQ(header != Grid->GetHeaderWindow(), step.Frozen);
+    const wxRect field = Grid->FilterRect(4), edit = Edit()->GetRect().Intersect(header->GetClientSize());
+    EXPECT_EQ(!field.IsEmpty(), step.InView);
+    EXPECT_TRUE(!step.InView || (field.Contains(edit) && edit.GetRight() == field.GetRight() - 1));
+    EXPECT_GE(edit.width, field.width - 6);
+    EXPECT_EQ(Text(), L"text");
+    EXPECT_EQ(Selection(), std::pair(1L, 3L));
+    EXPECT_EQ(wxWindow::FindFocus(), Grid->GetFilterEdit());
+  }
+  Grid->SetColumnVisible(4, false);
+  EXPECT_EQ(Text(), L"none");
+  EXPECT_TRUE(RowsHaveFocus());
+  EXPECT_EQ(Grid->GetFilterText(4), L"text");
+  EXPECT_FALSE(Grid->EditFilter(4));
+  EXPECT_TRUE(Grid->EditFilter(5)) << "the window that the edit was in is gone";
+  EXPECT_EQ(Grid->Changes.size(), 1u);
+}
+
+TEST_F(FilterBar, KeysMoveBetweenFieldsAndLeaveThem) {
+  Grid->SetColumnVisible(1, false);
+  Grid->SetColumnLocked(3, true);  // 3 | 0 2 4 5
+  for (int column = 0; column < 6; ++column) Grid->SetFilterText(column, std::to_wstring(column));
+  std::vector<int> passedOn;
+  Frame->Bind(wxEVT_CHAR_HOOK,
+              [&passedOn](wxKeyEvent& event) { passedOn.push_back(event.GetKeyCode()), event.Skip(); });
+  const struct {
+    int Key, Held;
+    const wchar_t* Expected;  // the text of the field that is edited then
+    int From, To;             // its selection
+  } steps[] = {
+      {WXK_TAB, kNoKey, L"0", 0, 1},   {WXK_TAB, kNoKey, L"2", 0, 1},   {WXK_TAB, kNoKey, L"4", 0, 1},
+      {WXK_TAB, kNoKey, L"5", 0, 1},   {WXK_TAB, kNoKey, L"3", 0, 1},   {WXK_TAB, kShift, L"5", 0, 1},
+      {WXK_TAB, kShift, L"4", 0, 1},   {WXK_RIGHT, kNoKey, L"4", 0, 1}, {WXK_END, kNoKey, L"4", 1, 1},
+      {WXK_RIGHT, kShift, L"4", 1, 1}, {WXK_LEFT, kNoKey, L"4", 1, 1},  {WXK_RIGHT, kNoKey, L"5", 0, 0},
+      {WXK_RIGHT, kNoKey, L"5", 0, 0}, {WXK_LEFT, kNoKey, L"4", 1, 1},  {WXK_UP, kNoKey, L"4", 1, 1},
+      {'C', kControl, L"4", 1, 1},     {'V', kControl, L"4", 1, 1},     {'X', kNoKey, L"4", 1, 1},
+      {WXK_F5, kNoKey, L"4", 1, 1},    {'O', kAlt, L"4", 1, 1},         {'K', kControl, L"4", 1, 1},
+  };
+  Grid->EditFilter(3);
+  for (const auto& step : steps) {
+    SCOPED_TRACE(std::to_string(&step - steps));
+    if (step.Key == WXK_END) Edit()->SetInsertionPointEnd();  // a made event does nothing to a native field
+    Press(*Edit(), step.Key, step.Held);
+    ASSERT_EQ(Text(), step.Expected);
+    EXPECT_EQ(Selection(), std::pair(long{step.From}, long{step.To}));
+  }
+  EXPECT_EQ(passedOn, (std::vector<int>{WXK_F5, 'O', 'K'}));
+  RightClick(*Edit(), {5, 5});
+  for (const int key : {WXK_ESCAPE, WXK_RETURN, WXK_DOWN}) {
+    Press(*Edit(), key);
+    EXPECT_TRUE(Text() == L"none" && RowsHaveFocus() && Grid->Keys.empty());
+    Press(*Grid->GetRowsWindow(), 'F', kControl);
+    EXPECT_EQ(Text(), L"4") << "the last one again";
+    Grid->Keys.clear();
+  }
+  EXPECT_EQ(Grid->Menus, 0);
+  EXPECT_EQ(Grid->Changes.size(), 6u);
+}
+
+TEST_F(FilterBar, TheMouseEditsBelowTheTitlesOnly) {
+  ClickAt(2, Grid->FilterRect(2));
+  ASSERT_TRUE(Edit() && Edit()->GetRect().Intersects(Grid->FilterRect(2)));
+  Drag(*Grid->GetHeaderWindow(), Grid->FilterRect(0).GetPosition() + wxPoint(50, 5), {450, 25});
+  EXPECT_EQ(Grid->GetColumnsInfo().GetColumnOrder(0), 0);
+  EXPECT_TRUE(Edit()->GetRect().Intersects(Grid->FilterRect(0)));
+  EXPECT_TRUE(Grid->Toggled.empty());
+  ClickAt(1, Grid->HeaderRect(1));
+  EXPECT_EQ(Grid->Toggled, std::vector<int>{1});
+  Drag(*Grid->GetHeaderWindow(), {Grid->FilterRect(0).GetRight(), Grid->FilterRect(0).y + 5}, {1, 5});
+  EXPECT_EQ(Grid->GetColumnsInfo().GetColumnWidth(0), 30);
+  auto* other = new wxTextCtrl(Frame, wxID_ANY);
+  other->SetFocus();
+  EXPECT_TRUE(PumpUntil([this] { return Edit() == nullptr; }));
+  EXPECT_EQ(wxWindow::FindFocus(), other);
+}
+
+TEST_F(FilterBar, AHiddenBarKeepsItsTextsAndMarks) {
+  EXPECT_EQ(Grid->HeaderRect(1).GetBottom() + 1, Grid->FilterRect(1).y);
+  Grid->SetFilterText(1, L"x");
+  Grid->EditFilter(1);
+  Grid->EnableFilterBar(false);
+  EXPECT_TRUE(Text() == L"none" && Grid->FilterRect(1).IsEmpty() && !Grid->EditFilter(1));
+  EXPECT_EQ(Grid->GetFilterText(1), L"x");
+  const std::string marked = HeaderPixels();
+  EXPECT_TRUE(HeaderPixels() == marked);
+  Grid->OnFilterBarClearAll();
+  EXPECT_FALSE(HeaderPixels() == marked);
+  Grid->EnableHeader(false);
+  EXPECT_FALSE(Grid->GetHeaderWindow()->IsShown());
+  Grid->EnableFilterBar(true);
+  EXPECT_TRUE(Grid->GetHeaderWindow()->IsShown());
+  EXPECT_EQ(Grid->FilterRect(1).y, 0);
+}
+
+TEST_F(FilterBar, TheRealKeyboardTypesWhileRowsCome) {
+  if (!GiveRealFocus(*Grid->GetRowsWindow()->GetParent())) GTEST_SKIP() << "the display gives no window the focus";
+  Grid->WhenChanged = [this] { Beat(); };
+  Grid->EditFilter(4);
+  wxUIActionSimulator keys;
+  const auto type = [&](int key, const std::wstring& expected) {
+    keys.Char(key);
+    EXPECT_TRUE(PumpUntil([&] { return Text() == expected; })) << Text();
+    Beat();
+  };
+  type('A', L"a");
+  type('C', L"ac");
+  Grid->SetColumnLocked(4, true);  // the edit moves to another window
+  keys.Char(WXK_LEFT);
+  type('B', L"abc");
+  type(WXK_DELETE, L"ab");
+  type(WXK_ESCAPE, L"none");
+  EXPECT_TRUE(RowsHaveFocus() && Grid->Keys.empty());
+  EXPECT_EQ(Grid->GetFilterText(4), L"ab");
+}
+
+}  // namespace
