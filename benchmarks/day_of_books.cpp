@@ -44,7 +44,7 @@ DayOfBooks::DayOfBooks(std::size_t trades)
       State(Decoder),
       Functions(FindFunction),
       Trades(trades),
-      List(State, Functions, 0) {
+      List(State, Functions, {}) {
   State.TradeStore.AutoTradeWriteCSV = false;
   Main->Show();
   BeginAnew();

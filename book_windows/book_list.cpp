@@ -15,14 +15,15 @@ const wxRect kNewBook(wxPoint(100, 100), wxPoint(629, 399));
 
 }  // namespace
 
-BookList::BookList(PluginState& state, const CQORDLLComman& terminal, std::uint64_t onPluginMessage)
+BookList::BookList(PluginState& state, CQORDLLComman& terminal, const BookCallbacks& callbacks)
     : Plugin(state),
       Functions(terminal),
       TerminalRecords(terminal),
-      OnPluginMessage(onPluginMessage),
+      Entries(callbacks),
       Shared{state.WorkingFolder,
              [&terminal](void* window, bool closed) { terminal.ApplicationFocus(window, closed); }} {
   Plugin.Windows = this;
+  Functions.Boxes = &Boxes;
   CQORPRegistrySP::UseFolder(state.WorkingFolder);
 }
 
@@ -30,6 +31,7 @@ BookList::BookList(PluginState& state, const CQORDLLComman& terminal, std::uint6
 // on, or in the toolkit's own: their code goes now.
 BookList::~BookList() {
   Plugin.Windows = nullptr;
+  Functions.Boxes = nullptr;
   const std::vector<CTradeBookBar*> left(Bars.begin(), Bars.end());
   for (CTradeBookBar* bar : left) bar->Destroy();
   if (!left.empty()) StopToolkit();
@@ -40,6 +42,21 @@ CTradeBookBar* BookList::FocusedBook() const {
   for (const wxWindow* window = wxWindow::FindFocus(); window != nullptr; window = window->GetParent())
     if (const auto book = BooksByWindow.find(window); book != BooksByWindow.end()) return book->second;
   return nullptr;
+}
+
+CTradeBookGrid* BookList::FocusedGrid() const {
+  for (wxWindow* window = wxWindow::FindFocus(); window != nullptr; window = window->GetParent())
+    if (auto* grid = dynamic_cast<CTradeBookGrid*>(window)) return grid;
+  return nullptr;
+}
+
+void BookList::PropertyListRequest(CQORPPropList* list, const void* second) {
+  if (list == nullptr || second == nullptr) return;
+  if (CTradeBookBar* book = FocusedBook()) book->Grid()->PopulateProperties(*list);
+}
+
+void BookList::PropertyChanged(CQORPProp* property, CTradeBookGrid* grid) {
+  if (property != nullptr && grid != nullptr && grid->GetHandle() != nullptr) grid->ApplyProperties(*property);
 }
 
 void BookList::OpenBookByCommand() {
@@ -89,7 +106,7 @@ void BookList::OpenBook(const std::string& bookName) {
 void BookList::AskSelectedSecurity(const CQORPDockingControlBar* asker) {
   CQORPacketWriter question(0);
   question.AddU16(10002, 32022);
-  question.AddU64(30002, OnPluginMessage);
+  question.AddU64(30002, Entries.OnPluginMessage);
   question.AddU64(30001, reinterpret_cast<std::uint64_t>(asker));
   Functions.PluginDataSend(question);
 }

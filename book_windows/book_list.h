@@ -12,17 +12,25 @@
 #include "book_windows/plugin_state.h"
 #include "book_windows/terminal_masters.h"
 #include "grid_base/base_grid.h"
+#include "grid_base/window_boxes.h"
 
 class CTradeBookBar;
+class CTradeBookGrid;
 class CQORPDockingControlBar;
 class wxWindow;
+
+// Addresses of the module's functions that travel in the messages of books.
+struct BookCallbacks {
+  std::uint64_t OnPluginMessage = 0;
+  std::uint64_t PropertyListRequest = 0;
+  std::uint64_t PropertyChanged = 0;
+};
 
 class BookList : public BookWindows {
  public:
   enum class Close { HideBar, LeaveToTab };
 
-  // onPluginMessage is the address of the module's entry of that name, which travels in messages.
-  BookList(PluginState& state, const CQORDLLComman& terminal, std::uint64_t onPluginMessage);
+  BookList(PluginState& state, CQORDLLComman& terminal, const BookCallbacks& callbacks);
   ~BookList() override;
 
   void OpenBookByCommand() override;
@@ -42,8 +50,15 @@ class BookList : public BookWindows {
   PluginState& State() noexcept { return Plugin; }
   const GridHost& Host() const noexcept { return Shared; }
   const SecurityMasters& Masters() const noexcept { return TerminalRecords; }
-  std::uint64_t OnPluginMessageAddress() const noexcept { return OnPluginMessage; }
-  const CQORDLLComman& Terminal() const noexcept { return Functions; }
+  const BookCallbacks& Callbacks() const noexcept { return Entries; }
+  CQORDLLComman& Terminal() noexcept { return Functions; }
+  // The grid that has the focus, open or closed; null for none.
+  CTradeBookGrid* FocusedGrid() const;
+
+  // The terminal's pane asks for the properties of the book with the focus, and tells of one that was changed. Null
+  // arguments do nothing.
+  void PropertyListRequest(CQORPPropList* list, const void* second);
+  void PropertyChanged(CQORPProp* property, CTradeBookGrid* grid);
 
   std::map<std::uint32_t, CTradeBookBar*> BarsById;
   std::map<const wxWindow*, CTradeBookBar*> BooksByWindow;  // by the grid, which has the focus in an open book
@@ -58,8 +73,9 @@ class BookList : public BookWindows {
 
   std::set<CTradeBookBar*> Bars;  // open, closed or hidden: all that their frame still has
   PluginState& Plugin;
-  const CQORDLLComman& Functions;
+  CQORDLLComman& Functions;
+  WindowBoxes Boxes;
   TerminalMasters TerminalRecords;
-  std::uint64_t OnPluginMessage;
+  BookCallbacks Entries;
   GridHost Shared;
 };

@@ -5,8 +5,10 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <string>
 
 #include "book_windows/book_windows.h"
+#include "grid_ops/csv_commands.h"
 #include "grid_ops/filter_key.h"
 #include "host_link/function_table.h"
 #include "trade_data/trade_cache.h"
@@ -25,6 +27,9 @@ struct PluginState {
 
   std::uint32_t LastNum = 0;             // of the newest book
   bool MultipleTradeBookDisable = true;  // many books are allowed while it is set: meant so
+
+  ExportFolders Exports;       // what the save dialogs start from
+  std::string SavedTradePath;  // as config.ini has it, where this process has written it
 
   // Two values of message 30026 that nothing reads.
   std::uint32_t RestoreNumber = 0;

@@ -1,12 +1,10 @@
 #include "book_windows/trade_book_grid.h"
 
-#include <wx/menu.h>
 #include <wx/utils.h>
 
 #include <algorithm>
 
 #include "book_windows/book_list.h"
-#include "book_windows/grid_menu.h"
 #include "book_windows/trade_book_bar.h"
 #include "book_windows/window_font.h"
 #include "foundations/wide_text.h"
@@ -27,17 +25,20 @@ CTradeBookGrid::CTradeBookGrid(BookList& list, CTradeBookBar& parentBar)
     : CVELDSGridCtrl(kTradeGrid, kGridName, L"ColumnProfile", list.Host()),
       Rows(list.State().TradeStore),
       List(list),
-      ParentBar(parentBar) {
+      ParentBar(parentBar),
+      Exports(list, parentBar, *this) {
   LoadColumnProfileFile();
 }
 
 bool CTradeBookGrid::Create(wxWindow* parent, int id) {
   if (!CVELDSGridCtrl::Create(parent, id)) return false;
+  BindCommands();
   EnableMarkSortedColumn(true);
   EnableHeader(!HeaderHide);
   EnableRowHeader(true);
   BuildColumns();
   SetStoredFont();
+  EnableFilterBar(false, L"<all>");
   ReadExchangeFormatFlag(kConfigFile, ExchangeFormatFlag);
   EnableWholeRowSelection(true);
   TellTerminal();
@@ -67,7 +68,7 @@ void CTradeBookGrid::TellTerminal() {
   CQORPacketWriter message(0);
   message.AddU16(10002, 32021);
   message.AddU64(30001, reinterpret_cast<std::uint64_t>(this));
-  message.AddU64(30002, List.OnPluginMessageAddress());
+  message.AddU64(30002, List.Callbacks().OnPluginMessage);
   List.Terminal().PluginDataSend(message);
 }
 
@@ -181,58 +182,33 @@ void CTradeBookGrid::SaveColumnProfile() {
   SaveColumnProfileFile();
 }
 
-struct CTradeBookGrid::Command {
-  int Id;
-  void (CTradeBookGrid::*Run)();
-};
-const CTradeBookGrid::Command CTradeBookGrid::kCommands[] = {
-    {30004, &CTradeBookGrid::SelectAll},         {30016, &CTradeBookGrid::RemoveSort},
-    {30018, &CTradeBookGrid::ShowAllColumns},    {30019, &CTradeBookGrid::RemoveAllColumns},
-    {30020, &CTradeBookGrid::SizeColumnsToFit},  {30021, &CTradeBookGrid::ResetColumns},
-    {30022, &CTradeBookGrid::SaveColumnProfile},
-};
-
-bool CTradeBookGrid::HasCommand(int id) {
-  return std::any_of(std::begin(kCommands), std::end(kCommands), [id](const Command& known) { return known.Id == id; });
+// The totals are those of the rows that are left.
+void CTradeBookGrid::ShowFilteredRows() {
+  RefreshRows(true);
+  RecountTotals();
+  ParentBar.ShowSummary();
+  RedrawRows();
 }
 
-bool CTradeBookGrid::RunCommand(int id) {
-  for (const Command& command : kCommands)
-    if (command.Id == id) {
-      (this->*command.Run)();
-      return true;
-    }
-  return false;
+void CTradeBookGrid::OnFilterBarChanged(int column, const std::wstring& text) {
+  const wxBusyCursor wait;
+  if (Rows.OnFilterBarChanged(column, text)) ShowFilteredRows();
 }
 
-void CTradeBookGrid::OnShowContextMenu(const wxPoint& point) {
-  wxMenu menu;
-  wxMenu* level = &menu;
-  for (const GridMenuItem& item : kGridMenu) {
-    if (item.Level == 0) level = &menu;
-    switch (item.What) {
-      case GridMenuItem::Kind::Separator:
-        level->AppendSeparator();
-        break;
-      case GridMenuItem::Kind::Submenu: {
-        auto submenu = new wxMenu;
-        menu.AppendSubMenu(submenu, item.Text);
-        level = submenu;
-        break;
-      }
-      case GridMenuItem::Kind::Command:
-        level->Append(item.Id, item.Text)->Enable(HasCommand(item.Id));
-        break;
-    }
-  }
-  menu.Bind(wxEVT_MENU, [this](wxCommandEvent& event) { RunCommand(event.GetId()); });
-  PopupMenu(&menu, ScreenToClient(point));
+void CTradeBookGrid::OnFilterBarClearAll() {
+  CVELDSGridCtrl::OnFilterBarClearAll();
+  if (!Rows.Filters.Active()) return;
+  const wxBusyCursor wait;
+  Rows.Filters.Clear();
+  Rows.OnFilterBarUpdate();
+  ShowFilteredRows();
 }
 
-// Alt keys are the terminal's. Escape narrows a wide book to its filter, and closes one that is filtered where it
-// floats.
+// Ctrl+C goes on to the base. Alt keys are the terminal's. Escape narrows a wide book to its filter, and closes one
+// that is filtered where it floats.
 bool CTradeBookGrid::PreTranslateMessage(wxKeyEvent& event) {
   if (event.AltDown()) return false;
+  if (event.ControlDown() && event.GetKeyCode() == 'C') OnCopy();
   if (event.GetKeyCode() != WXK_ESCAPE) return CVELDSGridCtrl::PreTranslateMessage(event);
   if (State.Filtered) {
     ParentBar.CloseByEscape();

@@ -3,12 +3,15 @@
 #pragma once
 
 #include "book_windows/book_state.h"
+#include "book_windows/export_commands.h"
 #include "grid_base/base_grid.h"
 #include "grid_ops/book_rows.h"
 #include "grid_ops/book_totals.h"
 
 class BookList;
 class CTradeBookBar;
+class wxDC;
+class wxUpdateUIEvent;
 
 class CTradeBookGrid : public CVELDSGridCtrl {
  public:
@@ -32,6 +35,9 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   void SaveColumnProfile() override;
   void RemoveSort() override;
   void ToggleSortColumn(int column) override;
+  void OnFilterBarChanged(int column, const std::wstring& text) override;
+  void OnFilterBarClearAll() override;
+  std::span<const CQORPMenuItem> ContextMenu() const override;
   void OnShowContextMenu(const wxPoint& point) override;
   bool PreTranslateMessage(wxKeyEvent& event) override;
   // Texts stand a little above and to the right of their cells' middle.
@@ -58,13 +64,29 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   AverageBasis Basis() const;
   std::vector<SortState> SortStates() const;
   void DropLostSorts();
-  static bool HasCommand(int id);
-  bool RunCommand(int id);
+  void ShowFilteredRows();
 
+  // The commands of the menu: trade_book_commands.cpp.
+  void BindCommands();
+  bool CopyGuard();
+  void OnCopy();
+  void OnCopyHtml();
+  void OnSizeToFit();
+  std::vector<int> TitleWidths(wxDC& dc) const;
+  std::vector<int> WidestCells(wxDC& dc) const;
+  void OnProperty();
+  void UpdateHtmlCopy(wxUpdateUIEvent& event);
+  void UpdateSelectedColumns(wxUpdateUIEvent& event);
+  template <int kId>
+  void ExportCsv() {
+    Exports.ExportCsv(kId);
+  }
+  void WriteExchangeFiles() { Exports.WriteExchangeFiles(); }
   struct Command;
   static const Command kCommands[];
 
   BookList& List;
   CTradeBookBar& ParentBar;
+  ExportCommands Exports;
   std::int32_t TopKey = 0;  // of the first row, when the rows were last brought up to date
 };

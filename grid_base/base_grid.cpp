@@ -1,5 +1,6 @@
 #include "grid_base/base_grid.h"
 
+#include "grid_base/field_choose.h"
 #include "host_link/packet_reader.h"
 
 CVELDSGridCtrl::CVELDSGridCtrl(int gridTypeCode, const std::string& gridName, const std::wstring& profileName,
@@ -64,6 +65,30 @@ void CVELDSGridCtrl::RemoveAllColumns() {
 void CVELDSGridCtrl::ShowColumns(bool visible) {
   for (int column = 0; column < GetColumnCount(); ++column) GetColumnsInfo().SetColumnVisible(column, visible);
   AdjustLayout();
+}
+
+void CVELDSGridCtrl::ChooseFields() {
+  CFieldChoose dialog(*this);
+  if (dialog.CreateOverGrid()) dialog.DoModal();
+  SetFocus();
+}
+
+void CVELDSGridCtrl::ResetFilter() {
+  SetCurSel(-1);
+  OnFilterBarClearAll();
+  AdjustLayout();
+}
+
+void CVELDSGridCtrl::ToggleFilterBar() {
+  EnableFilterBar(!IsFilterBarEnabled(), L"<all>");
+}
+
+void CVELDSGridCtrl::UpdateFilterMenuText(wxUpdateUIEvent& event) {
+  event.SetText(IsFilterBarEnabled() ? L"Hide Filter" : L"Show Filter");
+}
+
+void CVELDSGridCtrl::EnableCommand(wxUpdateUIEvent& event) {
+  event.Enable(true);
 }
 
 void CVELDSGridCtrl::RemoveSort() {

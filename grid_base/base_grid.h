@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,8 @@
 #include "toolkit/grid_ctrl.h"
 
 class CQORPacketReader;
+class CQORPProp;
+class CQORPPropList;
 
 // What every grid of a process shares.
 struct GridHost {
@@ -28,6 +31,8 @@ class CVELDSGridCtrl : public CQORPGridCtrl {
   CVELDSGridCtrl(int gridTypeCode, const std::string& gridName, const std::wstring& profileName, const GridHost& host);
 
   int GetGridType() const noexcept { return GridTypeCode; }
+  // The columns as they were inserted, by index.
+  const std::map<int, ColumnDefaults>& GetColumnTable() const noexcept { return Profile.Columns(); }
   const std::filesystem::path& GetWorkingFolder() const noexcept { return Host.WorkingFolder; }
 
   // Inserts a column as it was last saved; columns come in index order, between LoadMultipleSort and ApplyColumnOrder.
@@ -39,13 +44,26 @@ class CVELDSGridCtrl : public CQORPGridCtrl {
   void LoadColumnProfileFile() { Profile.LoadColumnProfileFile(); }
   bool SaveColumnProfileFile() const { return Profile.SaveColumnProfileFile(); }
 
+  // The terminal's pane of properties: fills it, and takes over one that was changed there.
+  virtual void PopulateProperties(CQORPPropList& /*list*/) {}
+  virtual void ApplyProperties(CQORPProp& /*property*/) {}
+
   // Columns that were visible at creation come back with the width that the derived grid gave them, and lose their sort
   // mark; all others are hidden and keep theirs. The order on the screen stays.
   virtual void ResetColumns();
+  // Runs the field chooser on this grid, which has the focus afterwards.
+  virtual void ChooseFields();
   virtual void ShowAllColumns();
   virtual void RemoveAllColumns();
   virtual void SizeColumnsToFit() { SizeToFit(); }
   virtual void SaveColumnProfile() {}
+  // Takes the row selection and every text of the filter bar away.
+  virtual void ResetFilter();
+  virtual void ToggleFilterBar();
+  // The menu entry that toggles the filter bar says what it would do.
+  virtual void UpdateFilterMenuText(wxUpdateUIEvent& event);
+  // For the entries of commands that can always be had.
+  virtual void EnableCommand(wxUpdateUIEvent& event);
   // Takes the sort marks off every column.
   virtual void RemoveSort();
 

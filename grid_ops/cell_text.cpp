@@ -105,6 +105,15 @@ CellValue TradeCellValue(std::string_view serverName, const TradeRecord& record,
   return WideCell(FieldText(serverName, record, field, scratch));
 }
 
+std::string_view ShownText(std::string_view serverName, const TradeRecord& record, int column,
+                           CellScratch& scratch) noexcept {
+  if (!IsTradeColumn(column) || kTradeColumns[column].Grid == GridCell::Blank) return {};
+  const ColumnField& field = kTradeColumns[column].Value;
+  if (kTradeColumns[column].Grid == GridCell::Clock) return ClockOf(TextOfField(record, field));
+  if (field.Form != Kind::Double) return FieldText(serverName, record, field, scratch);
+  return {scratch, static_cast<std::size_t>(PrintShown(scratch, FieldAs<double>(record, field)) - scratch)};
+}
+
 CellPrinter TradeCellPrinter(int column) noexcept {
   return IsTradeColumn(column) ? kPrinters[static_cast<std::size_t>(column)] : PrintNothing;
 }

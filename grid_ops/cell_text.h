@@ -18,6 +18,11 @@ using CellValue = std::variant<std::monostate, std::int32_t, double, std::wstrin
 // The value that the grid shows. serverName is what the column "Server" shows.
 CellValue TradeCellValue(std::string_view serverName, const TradeRecord& record, int column);
 
+// What the grid paints of that value, in single bytes, numbers printed into scratch, which must outlive the result.
+using CellScratch = char[kLongestFixed];
+std::string_view ShownText(std::string_view serverName, const TradeRecord& record, int column,
+                           CellScratch& scratch) noexcept;
+
 // The text of a CSV cell. dateFormat is a pattern of foundations/date_time.h for the column "ExchangeTradeTime" alone,
 // printed in local time; empty leaves the time as it is stored.
 std::string TradeCellText(std::string_view server, const TradeRecord& record, int column,
@@ -63,7 +68,6 @@ inline constexpr const char* kStoredTime = "yyyyMMdd-HH:mm:ss";
 
 // The value of a field as single-byte text: a text or a coded field's name without a copy, numbers printed into
 // scratch, which must outlive the result; doubles with two decimals.
-using CellScratch = char[kLongestFixed];
 std::string_view FieldText(std::string_view server, const TradeRecord& record, const ColumnField& field,
                            CellScratch& scratch) noexcept;
 

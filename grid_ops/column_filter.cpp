@@ -88,6 +88,7 @@ ColumnFilter::ColumnFilter(int column, const std::wstring& filterText) {
   if (!IsTradeColumn(column)) return;
   const TradeColumn& row = kTradeColumns[column];
   if (row.Grid == GridCell::Blank) return;
+  Column = column;
   Field = row.Value;
   const bool stored = Field.Form == Kind::Text && row.Grid != GridCell::Clock;
   if (row.Grid == GridCell::WholeNumber)
@@ -154,15 +155,7 @@ bool ColumnFilter::Accepts(std::string_view serverName, const TradeRecord& recor
       break;
   }
   CellScratch scratch;
-  return AcceptsText(CellOf(serverName, record, scratch));
-}
-
-std::string_view ColumnFilter::CellOf(std::string_view serverName, const TradeRecord& record,
-                                      CellScratch& scratch) const noexcept {
-  if (Field.Form == Kind::Text) return ClockOf(TextOfField(record, Field));
-  if (Field.Form == Kind::Double)
-    return {scratch, static_cast<std::size_t>(PrintShown(scratch, FieldAs<double>(record, Field)) - scratch)};
-  return FieldText(serverName, record, Field, scratch);
+  return AcceptsText(ShownText(serverName, record, Column, scratch));
 }
 
 bool ColumnFilter::AcceptsText(std::string_view cell) const {

@@ -46,9 +46,9 @@ class ColumnFilter {
   // The cell ends at its first NUL, if it holds one.
   bool AcceptsText(std::string_view cell) const;
   bool AcceptsWide(std::string_view cell) const;
-  std::string_view CellOf(std::string_view serverName, const TradeRecord& record, CellScratch& scratch) const noexcept;
 
   Test Compare = Test::Always;
+  int Column = -1;
   ColumnField Field{ColumnField::Kind::None, 0, 1};
   std::vector<Piece> Refused;  // none of these may be held
   Piece Wanted;

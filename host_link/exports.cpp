@@ -16,6 +16,8 @@ namespace {
 
 void OnBookCommand() noexcept;
 void OnRefresh() noexcept;
+void PropertyListRequest(CQORPPropList* list, const void* second) noexcept;
+void PropertyChanged(CQORPProp* property, CTradeBookGrid* grid) noexcept;
 
 template <typename Entry>
 std::uint64_t AddressOf(Entry* entry) noexcept {
@@ -26,6 +28,10 @@ EntryAddresses OwnAddresses() noexcept {
   return {AddressOf(&::OnMessage), AddressOf(&::OnPluginMessage), AddressOf(&OnBookCommand), AddressOf(&OnRefresh)};
 }
 
+BookCallbacks OwnCallbacks() noexcept {
+  return {AddressOf(&::OnPluginMessage), AddressOf(&PropertyListRequest), AddressOf(&PropertyChanged)};
+}
+
 // The module's objects come up in this order when it is loaded and go in the reverse one when it is unloaded. Nothing
 // is saved at that point.
 extern CQORTradeImpl tradeDecoder;
@@ -33,7 +39,7 @@ PluginState pluginState(tradeDecoder);
 [[maybe_unused]] QOR::Util::CQORExceptionHandler exceptionHandler;
 [[maybe_unused]] const unsigned logMessage = RegisterNamedMessage("QOR_MSG_LOG");
 CQORDLLComman terminalFunctions;
-BookList bookList(pluginState, terminalFunctions, AddressOf(&::OnPluginMessage));
+BookList bookList(pluginState, terminalFunctions, OwnCallbacks());
 CQORTradeImpl tradeDecoder;
 // No message brings orders to this plug-in; the record is one with the terminal's and the object stands for it.
 [[maybe_unused]] CQOROrderImpl orderDecoder;
@@ -54,6 +60,14 @@ void OnBookCommand() noexcept {
 
 void OnRefresh() noexcept {
   Guarded([] { router.OnRefresh(); });
+}
+
+void PropertyListRequest(CQORPPropList* list, const void* second) noexcept {
+  Guarded([&] { bookList.PropertyListRequest(list, second); });
+}
+
+void PropertyChanged(CQORPProp* property, CTradeBookGrid* grid) noexcept {
+  Guarded([&] { bookList.PropertyChanged(property, grid); });
 }
 
 }  // namespace

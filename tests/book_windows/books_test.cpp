@@ -1,148 +1,14 @@
 #include "book_windows/book_list.h"
 
 #include <cstring>
-#include <filesystem>
 #include <fstream>
 
 #include "book_windows/book_dialog_template.h"
-#include "book_windows/trade_book_bar.h"
-#include "host_link/packet_writer.h"
-#include "tests/toolkit/gui_test.h"
-#include "toolkit/frame.h"
+#include "tests/book_windows/books_fixture.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-// The terminal of the tests: what the plug-in sent to it, and what its focused window answers to 32022.
-struct Terminal {
-  PluginState* State = nullptr;
-  FilterKey Answer{};
-  std::vector<std::uint16_t> Messages;
-  std::vector<std::string> BarIds;
-  std::uint32_t LastId = 0;
-};
-Terminal terminal;
-
-void TakeMessage(CQORPacketWriter* message) {
-  std::uint16_t number = 0;
-  std::memcpy(&number, message->GetData() + kHeaderSize + 3, sizeof number);
-  terminal.Messages.push_back(number);
-  if (number != 32022) return;
-  terminal.State->SelectedKey = terminal.Answer;
-  std::strcpy(terminal.State->SelectedMaster.Name.data(), "GOLD 201312");
-}
-std::uint32_t GiveBarId(const char*, const char* book) {
-  terminal.BarIds.push_back(book);
-  return ++terminal.LastId;
-}
-void TakeBarId(std::uint32_t id, const char*) {
-  terminal.BarIds.push_back("-" + std::to_string(id));
-}
-
-void* FindFunction(const char* name) {
-  if (std::strcmp(name, "PluginDataSend") == 0) return reinterpret_cast<void*>(&TakeMessage);
-  if (std::strcmp(name, "GetPluginBarID") == 0) return reinterpret_cast<void*>(&GiveBarId);
-  if (std::strcmp(name, "PluginRemoveBarID") == 0) return reinterpret_cast<void*>(&TakeBarId);
-  return nullptr;
-}
-
-FilterKey KeyOf(const char* exchange, const char* securityId) {
-  FilterKey key{};
-  std::strcpy(key.Exchange, exchange);
-  std::strcpy(key.SecurityID, securityId);
-  return key;
-}
-
-class BooksTest : public GuiTest {
- protected:
-  void SetUp() override {
-    GuiTest::SetUp();
-    if (IsSkipped()) return;
-    Folder = fs::temp_directory_path() / "tradebook_books_test";
-    fs::remove_all(Folder);
-    fs::create_directories(Folder);
-    fs::current_path(Folder);
-    Start();
-  }
-  void TearDown() override {
-    if (Main != nullptr) Stop();
-    fs::current_path(fs::temp_directory_path());
-    GuiTest::TearDown();
-  }
-
-  void Start() {
-    terminal = {};
-    Main = new CQORPFrame(nullptr, wxID_ANY, L"Terminal", wxRect(0, 0, 1500, 900));
-    Main->Show();
-    State = std::make_unique<PluginState>(Decoder);
-    State->TradeStore.AutoTradeWriteCSV = false;
-    terminal.State = State.get();
-    Functions = std::make_unique<CQORDLLComman>(FindFunction);
-    List = std::make_unique<BookList>(*State, *Functions, 77);
-    State->TradeStore.OnDownloadEnd();
-    Pump();
-  }
-  void Stop() {
-    Main->Destroy();
-    Main = nullptr;
-    Pump();
-    List.reset();
-    Functions.reset();
-    State.reset();
-  }
-
-  CTradeBookBar& Open() {
-    List->OpenBookByCommand();
-    Pump();
-    return *List->BarsById.at(terminal.LastId);
-  }
-  CTradeBookBar& OpenFor(const char* exchange, const char* securityId) {
-    terminal.Answer = KeyOf(exchange, securityId);
-    Main->SetFocus();
-    Pump();
-    return Open();
-  }
-
-  void Trade(std::uint32_t id, const char* exchange, const char* securityId, std::uint8_t side, std::uint32_t quantity,
-             double price, std::uint16_t number = 9101) {
-    TradeRecord record{};
-    record.VELDTradeID = id;
-    std::snprintf(record.ExchangeOrderNo, sizeof record.ExchangeOrderNo, "%u", id);
-    std::strcpy(record.Exchange, exchange);
-    std::strcpy(record.SecurityID, securityId);
-    record.Side = side;
-    record.Quantity = quantity;
-    record.Price = price;
-    record.Multiplier = 1;
-    CQORPacketWriter writer(0);
-    Decoder.EncodeRecord(writer, record, false, number, false);
-    writer.Finish();
-    CQORPacketReader reader(writer.GetData(), static_cast<std::uint16_t>(writer.GetSize()));
-    std::uint16_t needed = 0, consumed = 0;
-    ASSERT_TRUE(reader.ParseHeader(needed, consumed));
-    State->TradeStore.OnTrade(reader);
-  }
-  void Beat() {
-    List->RepaintAllBooks();
-    Pump();
-  }
-
-  static std::wstring Cell(CTradeBookBar& bar, int row, const char* key) {
-    CQORPGridCell cell;
-    for (int i = 0; i < kTradeColumnCount; ++i)
-      if (kTradeColumns[i].Key == key) bar.Grid()->ShowCell(row, i, cell);
-    return cell.Text;
-  }
-  static std::wstring Summary(CTradeBookBar& bar, int id) { return bar.Dialog->GetStatic(id)->GetWindowText(); }
-
-  fs::path Folder;
-  CQORTradeImpl Decoder;
-  CQORPFrame* Main = nullptr;
-  std::unique_ptr<PluginState> State;
-  std::unique_ptr<CQORDLLComman> Functions;
-  std::unique_ptr<BookList> List;
-};
 
 TEST_F(BooksTest, OpensWhatTheFocusedWindowSelects) {
   Trade(1, "COMEX", "GC1", 1, 5, 10);

@@ -1,7 +1,13 @@
 #include "grid_base/base_grid.h"
 
+#include <wx/button.h>
+#include <wx/dialog.h>
+
 #include <filesystem>
 
+#include "grid_base/message_box_xml.h"
+#include "grid_base/popup_message.h"
+#include "grid_base/window_boxes.h"
 #include "host_link/packet_reader.h"
 #include "tests/toolkit/gui_test.h"
 
@@ -60,6 +66,122 @@ TEST_F(BaseGridTest, KeysReachTheClipboardWithControlAlone) {
   grid->OnGridFocus();
   EXPECT_GE(focused, 1);
   EXPECT_LT(focused, 100);
+}
+
+TEST_F(BaseGridTest, FilterCommands) {
+  const GridHost host{std::filesystem::temp_directory_path(), {}};
+  auto grid = new PasteGrid(host);
+  ASSERT_TRUE(grid->Create(Frame, 1));
+  grid->InsertColumn(0, L"Server", 80);
+  grid->SetVirtualRows(3);
+  for (const wchar_t* text : {L"Show Filter", L"Hide Filter", L"Show Filter"}) {
+    wxUpdateUIEvent update(30023);
+    update.Enable(false);
+    grid->UpdateFilterMenuText(update);
+    grid->EnableCommand(update);
+    EXPECT_EQ(update.GetText(), text);
+    EXPECT_TRUE(update.GetEnabled());
+    grid->ToggleFilterBar();
+  }
+  grid->SetCurSel(1);
+  grid->SetFilterText(0, L"A*");
+  grid->ResetFilter();
+  EXPECT_EQ(grid->GetCurSel(), -1);
+  EXPECT_EQ(grid->GetFilterText(0), L"");
+  EXPECT_TRUE(grid->IsFilterBarEnabled());
+}
+
+TEST_F(BaseGridTest, APopupIsUpWhenTheCallReturns) {
+  const std::size_t before = wxTopLevelWindows.size();
+  ShowPopupMessage("0601TRD.txt Successfully exported..!!");
+  ASSERT_EQ(wxTopLevelWindows.size(), before + 1);
+  wxWindow* popup = wxTopLevelWindows.back();
+  EXPECT_TRUE(popup->IsShown());
+  EXPECT_EQ(popup->GetChildren().front()->GetLabel(), L"0601TRD.txt Successfully exported..!!");
+  popup->Close(true);
+}
+
+wxDialog* ModalDialog() {
+  for (wxWindow* window : wxTopLevelWindows)
+    if (auto* dialog = dynamic_cast<wxDialog*>(window); dialog != nullptr && dialog->IsModal()) return dialog;
+  return nullptr;
+}
+
+// What the box is made of in the order of the screen.
+std::wstring PartsOf(wxDialog& dialog) {
+  std::wstring text;
+  for (wxWindow* part : dialog.GetChildren())
+    text += (text.empty() ? L"" : L"|") + wxControl::RemoveMnemonics(part->GetLabel()).ToStdWstring();
+  return text;
+}
+
+TEST_F(BaseGridTest, ButtonCodesBecomeButtons) {
+  auto other = new wxFrame(Frame, wxID_ANY, L"Other");
+  other->Show();
+  auto inOther = new wxWindow(other, wxID_ANY);
+  WindowBoxes boxes;
+  CQORDLLComman terminal([](const char*) -> void* { return nullptr; });
+  terminal.Boxes = &boxes;
+  terminal.ButtonCaptions = {L"Left", L"Right"};
+  struct Row {
+    std::uint32_t Code;
+    const wchar_t* Parts;
+    std::vector<int> Ids;
+  };
+  const Row rows[] = {
+      {0, L"OK", {1}},
+      {1, L"Yes|No", {6, 7}},
+      {2, L"OK|Cancel", {1, 2}},
+      {3, L"Retry|Cancel", {4, 2}},
+      {4, L"Abort|Retry|Ignore", {3, 4, 5}},
+      {5, L"Cancel|Try Again|Continue", {2, 10, 11}},
+      {6, L"Yes|No|Cancel", {6, 7, 2}},
+      {7, L"Left|Right", {1000, 1001}},
+  };
+  for (const Row& row : rows) {
+    for (std::size_t pressed = 0; pressed < row.Ids.size(); ++pressed) {
+      const bool withCheck = pressed == 1;
+      SCOPED_TRACE(testing::Message() << row.Code << " button " << pressed);
+      Frame->CallAfter([&] {
+        ASSERT_TRUE(PumpUntil([] { return ModalDialog() != nullptr; }));
+        EXPECT_EQ(PartsOf(*ModalDialog()),
+                  std::wstring(L"Sure?|") + (withCheck ? L" Don't Ask Again|" : L"") + row.Parts);
+        if (withCheck) {
+          EXPECT_EQ(ModalDialog()->GetParent(), other);
+        }
+        wxWindow* button = ModalDialog()->GetChildren()[(withCheck ? 2 : 1) + pressed];
+        wxCommandEvent click(wxEVT_BUTTON, button->GetId());
+        button->GetEventHandler()->ProcessEvent(click);
+      });
+      // A pointer that is no window of ours is passed over.
+      const int answer = withCheck ? terminal.ShowMessageWithCheck(inOther, L"Book", L"Sure?", row.Code, 5, 0, true)
+                                   : terminal.ShowMessage(&boxes, L"Book", L"Sure?", row.Code, 5, 0);
+      EXPECT_EQ(answer, row.Ids[pressed]);
+      EXPECT_FALSE(wxIsBusy());
+    }
+  }
+}
+
+class MinimizedBox : public CQORPMessageBoxXML {
+ public:
+  using CQORPMessageBoxXML::CQORPMessageBoxXML;
+  void CloseWindow() override { ++Minimized; }
+  int Minimized = 0;
+};
+
+TEST_F(BaseGridTest, TheNumberMinimizesAndTheEscapeKeyAnswers) {
+  MinimizedBox box({.Parent = Frame, .Text = L"Sure?", .Style = 1});
+  for (const CQORPMessage& message : {CQORPMessage{0x100, 27}, {0x101, 27}, {26, 0}, {28, 27}})
+    EXPECT_FALSE(box.PreTranslateMessage(message));
+  EXPECT_EQ(box.Minimized, 0);
+  EXPECT_FALSE(box.PreTranslateMessage({27, 0}));
+  EXPECT_EQ(box.Minimized, 1);
+  Frame->CallAfter([] {
+    ASSERT_TRUE(PumpUntil([] { return ModalDialog() != nullptr; }));
+    Press(*ModalDialog(), WXK_ESCAPE);
+  });
+  EXPECT_EQ(box.ShowModal(), 2);
+  EXPECT_EQ(box.Minimized, 1);
 }
 
 }  // namespace

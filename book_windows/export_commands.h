@@ -1,0 +1,43 @@
+// The commands of a book that write files: the four of the menu "Export CSV" and "Exchange Trade Format": from the save
+// dialog to the report. Not the files: grid_ops/csv_export.h, grid_ops/exchange_files.h. Used on the terminal's calling
+// thread only.
+#pragma once
+
+#include <filesystem>
+
+#include "grid_ops/csv_commands.h"
+#include "grid_ops/csv_export.h"
+#include "grid_ops/exchange_files.h"
+
+class BookList;
+class CTradeBookBar;
+class CTradeBookGrid;
+
+class ExportCommands {
+ public:
+  ExportCommands(BookList& list, CTradeBookBar& bar, CTradeBookGrid& grid) : List(list), Bar(bar), Grid(grid) {}
+
+  // A command of kCsvCommands.
+  void ExportCsv(int commandId);
+  void WriteExchangeFiles();
+
+ private:
+  void ExportManually(const CsvCommand& command);
+  // Runs the writer under a wait cursor, with its progress shown in the book.
+  template <typename Write>
+  void ShowRunning(Write write);
+  // Asks for the file, has it written, reports and remembers the folder.
+  template <typename Write>
+  void ExportToChosenFile(const CsvCommand& command, Write write);
+  void Report(std::wstring_view text) const;
+  void RememberFolder(const CsvCommand& command, const std::filesystem::path& proposal,
+                      const std::filesystem::path& chosen);
+  GridColumns Columns() const;
+  std::vector<GridRowRange> Selections() const;
+  void WriteCsv(const CsvCommand& command, const std::filesystem::path& path, const ExportProgress& progress);
+  TradeFileRun TradeFiles(const GridColumns& columns) const;
+
+  BookList& List;
+  CTradeBookBar& Bar;
+  CTradeBookGrid& Grid;
+};

@@ -1,0 +1,36 @@
+#include "grid_base/window_boxes.h"
+
+#include <wx/toplevel.h>
+#include <wx/utils.h>
+
+#include "grid_base/message_box_xml.h"
+#include "toolkit/toolkit_start.h"
+
+namespace {
+
+// The pointer may be anything that the terminal calls a window, so it is compared and not looked into.
+wxWindow* FindWithin(const wxWindowList& windows, const void* wanted) {
+  for (wxWindow* window : windows) {
+    if (window == wanted) return window;
+    if (wxWindow* found = FindWithin(window->GetChildren(), wanted)) return found;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+int WindowBoxes::Show(const Request& request) {
+  if (!StartToolkit()) return 0;
+  const wxBusyCursor waiting;
+  const CQORPMessageBoxParams params{.Parent = FindWithin(wxTopLevelWindows, request.Parent),
+                                     .Caption = request.Caption,
+                                     .Text = request.Text,
+                                     .Style = request.Style,
+                                     .ButtonCaptions = request.ButtonCaptions,
+                                     .WithCheck = request.WithCheck,
+                                     .Checked = request.Checked,
+                                     .CheckCaption = request.CheckCaption};
+  if (!request.WithCheck) return CQORPMessageBoxXML(params).ShowModal();
+  CQORPMessageBox box(params);
+  return QORPMessageBoxIndirect(box);
+}

@@ -1,0 +1,145 @@
+#include "tests/book_windows/books_fixture.h"
+
+#include <wx/stattext.h>
+
+#include <cstring>
+
+#include "grid_ops/trade_columns.h"
+#include "host_link/packet_writer.h"
+#include "toolkit/file_dialog.h"
+
+namespace fs = std::filesystem;
+
+BookTerminal terminal;
+
+namespace {
+
+void TakeMessage(CQORPacketWriter* message) {
+  std::uint16_t number = 0;
+  std::memcpy(&number, message->GetData() + kHeaderSize + 3, sizeof number);
+  terminal.Messages.push_back(number);
+  terminal.LastMessage.assign(message->GetData(), message->GetData() + message->GetSize());
+  if (number != 32022) return;
+  terminal.State->SelectedKey = terminal.Answer;
+  std::strcpy(terminal.State->SelectedMaster.Name.data(), "GOLD 201312");
+}
+std::uint32_t GiveBarId(const char*, const char* book) {
+  terminal.BarIds.push_back(book);
+  return ++terminal.LastId;
+}
+void TakeBarId(std::uint32_t id, const char*) {
+  terminal.BarIds.push_back("-" + std::to_string(id));
+}
+
+void* FindFunction(const char* name) {
+  if (std::strcmp(name, "PluginDataSend") == 0) return reinterpret_cast<void*>(&TakeMessage);
+  if (std::strcmp(name, "GetPluginBarID") == 0) return reinterpret_cast<void*>(&GiveBarId);
+  if (std::strcmp(name, "PluginRemoveBarID") == 0) return reinterpret_cast<void*>(&TakeBarId);
+  return nullptr;
+}
+
+}  // namespace
+
+int DialogAnswers::Enter(wxDialog* dialog) {
+  if (auto* file = dynamic_cast<CQORPFileDialog*>(dialog)) {
+    Proposals.push_back(file->Proposal());
+    file->AnswerWith(SaveAs);
+    return SaveAs.empty() ? wxID_CANCEL : wxID_OK;
+  }
+  std::wstring said = dialog->GetTitle().ToStdWstring();
+  for (const wxWindow* child : dialog->GetChildren())
+    if (const auto* text = dynamic_cast<const wxStaticText*>(child)) said += L": " + text->GetLabel().ToStdWstring();
+  std::ranges::replace(said, L'\n', L' ');
+  Said.push_back(said);
+  return 1;
+}
+
+FilterKey KeyOf(const char* exchange, const char* securityId) {
+  FilterKey key{};
+  std::strcpy(key.Exchange, exchange);
+  std::strcpy(key.SecurityID, securityId);
+  return key;
+}
+
+void BooksTest::SetUp() {
+  GuiTest::SetUp();
+  if (IsSkipped()) return;
+  Folder = fs::temp_directory_path() / "tradebook_books_test";
+  fs::remove_all(Folder);
+  fs::create_directories(Folder);
+  fs::current_path(Folder);
+  Start();
+}
+
+void BooksTest::TearDown() {
+  if (Main != nullptr) Stop();
+  fs::current_path(fs::temp_directory_path());
+  GuiTest::TearDown();
+}
+
+void BooksTest::Start() {
+  terminal = {};
+  Main = new CQORPFrame(nullptr, wxID_ANY, L"Terminal", wxRect(0, 0, 1500, 900));
+  Main->Show();
+  State = std::make_unique<PluginState>(Decoder);
+  State->TradeStore.AutoTradeWriteCSV = false;
+  terminal.State = State.get();
+  Functions = std::make_unique<CQORDLLComman>(FindFunction);
+  List = std::make_unique<BookList>(*State, *Functions, BookCallbacks{77, 78, 79});
+  State->TradeStore.OnDownloadEnd();
+  Pump();
+}
+
+void BooksTest::Stop() {
+  Main->Destroy();
+  Main = nullptr;
+  Pump();
+  List.reset();
+  Functions.reset();
+  State.reset();
+}
+
+CTradeBookBar& BooksTest::Open() {
+  List->OpenBookByCommand();
+  Pump();
+  return *List->BarsById.at(terminal.LastId);
+}
+
+CTradeBookBar& BooksTest::OpenFor(const char* exchange, const char* securityId) {
+  terminal.Answer = KeyOf(exchange, securityId);
+  Main->SetFocus();
+  Pump();
+  return Open();
+}
+
+void BooksTest::Trade(std::uint32_t id, const char* exchange, const char* securityId, std::uint8_t side,
+                      std::uint32_t quantity, double price, std::uint16_t number) {
+  TradeRecord record{};
+  record.VELDTradeID = id;
+  std::snprintf(record.ExchangeOrderNo, sizeof record.ExchangeOrderNo, "%u", id);
+  std::strcpy(record.Exchange, exchange);
+  std::strcpy(record.SecurityID, securityId);
+  record.Side = side;
+  record.Quantity = quantity;
+  record.Price = price;
+  record.Multiplier = 1;
+  CQORPacketWriter writer(0);
+  Decoder.EncodeRecord(writer, record, false, number, false);
+  writer.Finish();
+  CQORPacketReader reader(writer.GetData(), static_cast<std::uint16_t>(writer.GetSize()));
+  std::uint16_t needed = 0, consumed = 0;
+  ASSERT_TRUE(reader.ParseHeader(needed, consumed));
+  State->TradeStore.OnTrade(reader);
+}
+
+void BooksTest::Beat() {
+  List->RepaintAllBooks();
+  Pump();
+}
+
+std::wstring BooksTest::Cell(CTradeBookBar& bar, int row, const char* key) {
+  CQORPGridCell cell;
+  for (int i = 0; i < kTradeColumnCount; ++i)
+    if (kTradeColumns[i].Key == key) bar.Grid()->ShowCell(row, i, cell);
+  return cell.Text;
+}

@@ -1,0 +1,71 @@
+// What tests of books share: a terminal of functions that notes what the plug-in says, a frame, a list of books in a
+// folder of their own, trades as messages, and answers to dialogs. Not what is tested. Used on the one thread of the
+// tests.
+#pragma once
+
+#include <wx/modalhook.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "book_windows/book_list.h"
+#include "book_windows/trade_book_bar.h"
+#include "tests/toolkit/gui_test.h"
+#include "toolkit/frame.h"
+
+// What the plug-in sent to the terminal, and what the terminal's focused window answers to 32022.
+struct BookTerminal {
+  PluginState* State = nullptr;
+  FilterKey Answer{};
+  std::vector<std::uint16_t> Messages;
+  std::vector<std::uint8_t> LastMessage;
+  std::vector<std::string> BarIds;
+  std::uint32_t LastId = 0;
+};
+extern BookTerminal terminal;
+
+// Answers dialogs in the user's place, with nothing shown.
+class DialogAnswers : public wxModalDialogHook {
+ public:
+  DialogAnswers() { Register(); }
+  ~DialogAnswers() override { Unregister(); }
+  int Enter(wxDialog* dialog) override;
+  // With nothing noted so far.
+  void AnswerAnew(const std::filesystem::path& saveAs) {
+    SaveAs = saveAs;
+    Proposals.clear();
+    Said.clear();
+  }
+
+  std::filesystem::path SaveAs;  // empty cancels
+  std::vector<std::filesystem::path> Proposals;
+  std::vector<std::wstring> Said;  // caption and text of message boxes
+};
+
+FilterKey KeyOf(const char* exchange, const char* securityId);
+
+class BooksTest : public GuiTest {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+  void Start();
+  void Stop();
+
+  CTradeBookBar& Open();
+  CTradeBookBar& OpenFor(const char* exchange, const char* securityId);
+  void Trade(std::uint32_t id, const char* exchange, const char* securityId, std::uint8_t side, std::uint32_t quantity,
+             double price, std::uint16_t number = 9101);
+  void Beat();
+
+  static std::wstring Cell(CTradeBookBar& bar, int row, const char* key);
+  static std::wstring Summary(CTradeBookBar& bar, int id) { return bar.Dialog->GetStatic(id)->GetWindowText(); }
+
+  std::filesystem::path Folder;
+  CQORTradeImpl Decoder;
+  CQORPFrame* Main = nullptr;
+  std::unique_ptr<PluginState> State;
+  std::unique_ptr<CQORDLLComman> Functions;
+  std::unique_ptr<BookList> List;
+};

@@ -1,0 +1,379 @@
+// A book's menu by its texts, from the command to its effect on grid, clipboard, disk and terminal.
+#include <wx/clipbrd.h>
+#include <wx/dcclient.h>
+#include <wx/textctrl.h>
+
+#include <fstream>
+#include <random>
+#include <sstream>
+
+#include "foundations/date_time.h"
+#include "foundations/wide_text.h"
+#include "grid_ops/cell_text.h"
+#include "tests/book_windows/books_fixture.h"
+#include "tests/grid_ops/slow_book.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Path = std::vector<std::wstring>;
+
+std::string BytesOf(const fs::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  std::stringstream text;
+  text << stream.rdbuf();
+  return stream ? text.str() : "no file";
+}
+
+std::wstring ClipboardText() {
+  wxTextDataObject text;
+  const wxClipboardLocker locker;
+  return wxTheClipboard->GetData(text) ? text.GetText().ToStdWstring() : L"nothing";
+}
+
+class CommandsTest : public BooksTest {
+ protected:
+  void ShowOnly(CTradeBookGrid& grid, const std::vector<int>& columns) {
+    for (int i = 0; i < kTradeColumnCount; ++i) grid.GetColumnsInfo().SetColumnVisible(i, false);
+    for (const int column : columns) grid.GetColumnsInfo().SetColumnVisible(column, true);
+    grid.AdjustLayout();
+  }
+  static std::wstring Ids(CTradeBookGrid& grid) {
+    std::wstring ids;
+    CQORPGridCell cell;
+    for (int row = 0; row < grid.GetVirtualRows(); ++row)
+      if (grid.ShowCell(row, 2, cell)) ids += cell.Text + L" ";
+    return ids;
+  }
+  static void Type(CTradeBookGrid& grid, const wchar_t* letter) {
+    dynamic_cast<wxTextCtrl&>(*grid.GetFilterEdit()).WriteText(letter);
+    Pump();
+  }
+  DialogAnswers Answers;
+};
+
+TEST_F(CommandsTest, EntriesAreThereAsTheirRulesSay) {
+  CTradeBookGrid& grid = *Open().Grid();
+  EXPECT_FALSE(grid.RunContextMenu({L"Copy as HTML"})) << "there are no rows";
+  EXPECT_FALSE(grid.RunContextMenu({L"Export CSV", L"Selected Columns"})) << "no row is current";
+  EXPECT_FALSE(grid.RunContextMenu({L"Export CSV"})) << "that is a menu";
+  EXPECT_FALSE(grid.RunContextMenu({L"All Columns"})) << "that stands in a menu";
+  EXPECT_TRUE(grid.RunContextMenu({L"Show Filter"}));
+  EXPECT_TRUE(grid.IsFilterBarEnabled());
+  EXPECT_FALSE(grid.RunContextMenu({L"Show Filter"}));
+  EXPECT_TRUE(grid.RunContextMenu({L"Hide Filter"}));
+  EXPECT_FALSE(grid.IsFilterBarEnabled());
+  Trade(1, "COMEX", "GC1", 1, 5, 10);
+  Beat();
+  EXPECT_TRUE(grid.RunContextMenu({L"Copy as HTML"}));
+  EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", L"Selected Columns"}));
+  EXPECT_TRUE(grid.RunContextMenu({L"Column Header", L"Remove All"}));
+  EXPECT_TRUE(grid.GetColumnsInfo().DisplayColumns().empty());
+  EXPECT_TRUE(grid.RunContextMenu({L"Column Header", L"Reset"}));
+  EXPECT_EQ(grid.GetColumnsInfo().DisplayColumns().size(), 35u);
+}
+
+TEST_F(CommandsTest, CopiesOneRangeOfAtMost10001Rows) {
+  for (std::uint32_t id = 1; id <= 10003; ++id) Trade(id, "COMEX", "GC1", 1, 5, 10);
+  CTradeBookGrid& grid = *Open().Grid();
+  ShowOnly(grid, {18, 2});
+  wxWindow& rows = *grid.GetRowsWindow();
+  const auto select = [&](int from, int shiftTo, int alsoControl) {
+    grid.SetCurSel(from);
+    if (shiftTo == 0) Press(rows, WXK_HOME, kShift);
+    if (shiftTo > 0) Press(rows, WXK_END, kShift);
+    if (alsoControl >= 0)
+      Press(rows, WXK_UP, kControl), Press(rows, WXK_UP, kControl), Press(rows, WXK_SPACE, kControl);
+  };
+  const struct {
+    int From, ShiftTo, AlsoControl;
+    const wchar_t* Said;
+    std::size_t Lines;
+  } kRows[] = {
+      {-1, -1, -1, L"Content of the grid is too large, please make selection and repeat command.", 0},
+      {10002, -1, -1, nullptr, 1},
+      {10000, 0, -1, nullptr, 10001},
+      {2, 1, -1, nullptr, 10001},
+      {10001, 0, -1, L"Selection is too large, please make smaller selection and repeat command.", 0},
+      {2000, -1, 1, L"This command can't be used on multiple selection.", 0},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.From);
+    ASSERT_TRUE(wxTheClipboard->Open());
+    wxTheClipboard->SetData(new wxTextDataObject(L"before"));
+    wxTheClipboard->Close();
+    select(row.From, row.ShiftTo, row.AlsoControl);
+    Answers.Said.clear();
+    grid.SetFocus();
+    Press(rows, 'C', kControl);
+    EXPECT_EQ(Answers.Said.size(), row.Said == nullptr ? 0u : 1u);
+    if (row.Said != nullptr && !Answers.Said.empty()) {
+      EXPECT_EQ(Answers.Said[0], std::wstring(L"Trade Book: ") + row.Said);
+    }
+    const std::wstring text = ClipboardText();
+    if (row.Lines == 0) {
+      EXPECT_EQ(text, L"before");
+    } else {
+      EXPECT_EQ(static_cast<std::size_t>(std::ranges::count(text, L'\n')), row.Lines);
+    }
+  }
+  grid.SetCurSel(10002);
+  EXPECT_TRUE(grid.RunContextMenu({L"Copy"}));
+  EXPECT_EQ(ClipboardText().substr(0, 3), L"1\t5");
+  EXPECT_TRUE(grid.RunContextMenu({L"Copy as HTML"}));
+  EXPECT_EQ(Answers.Said.back(), L"Trade Book: Selection was copied to the clipboard as HTML");
+  EXPECT_TRUE(grid.RunContextMenu({L"Select All"}));
+  EXPECT_EQ(grid.GetSelection(0).Bottom, 10002);
+}
+
+TEST_F(CommandsTest, ExportsAskWriteReportAndRemember) {
+  Trade(1, "COMEX", "GC1", 1, 5, 10.5);
+  Trade(2, "NSECM", "GC2", 2, 7, 20);
+  CTradeBookGrid& grid = *Open().Grid();
+  ShowOnly(grid, {11, 18, 20});
+  grid.GetColumnsInfo().SelectColumn(18, true);
+  grid.GetColumnsInfo().SelectColumn(2, true);
+  grid.SetFilterText(11, L"gc2");
+  Pump();
+  const std::string today = FormatTimeText(std::time(nullptr), "yyyyMMdd", false);
+  const fs::path other = Folder / "other";
+  fs::create_directories(other);
+  const auto root = [](std::string name) {
+    return fs::path() += fs::path::preferred_separator + fs::path(name).native();
+  };
+  const fs::path selected = Folder / "CSV" / ("TradeBook_Selected" + today + ".CSV");
+  const struct {
+    Path Menu;
+    fs::path SaveAs, Proposal;
+    const char* Bytes;  // null: nothing is written
+  } kRows[] = {
+      {{L"Export CSV", L"Visible Columns"}, {}, root("TradeBook_Visible" + today + ".CSV"), nullptr},
+      {{L"Export CSV", L"Visible Columns"},
+       other / "v.csv",
+       root("TradeBook_Visible" + today + ".CSV"),
+       "SecurityID,Quantity,Price\r\nGC2,7,20.000000"},
+      {{L"Export CSV", L"Visible Columns"}, {}, other / ("TradeBook_Visible" + today + ".CSV"), nullptr},
+      {{L"Export CSV", L"Selected Columns"}, Folder / "s.csv", selected, "VELDTradeID,Quantity,\r\n2,7,"},
+      {{L"Export CSV", L"Selected Columns"}, {}, selected / ("TradeBook_Selected" + today + ".CSV"), nullptr},
+      {{L"Export CSV", L"All Columns"}, {}, Folder / "CSV" / ("TradeBook_All" + today + ".CSV"), nullptr},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.Proposal);
+    Answers.AnswerAnew(row.SaveAs);
+    EXPECT_TRUE(grid.RunContextMenu(row.Menu));
+    ASSERT_EQ(Answers.Proposals.size(), 1u);
+    EXPECT_EQ(Answers.Proposals[0], row.Proposal);
+    EXPECT_EQ(Answers.Said.size(), row.Bytes == nullptr ? 0u : 1u);
+    if (row.Bytes == nullptr) continue;
+    EXPECT_EQ(BytesOf(row.SaveAs), row.Bytes);
+    EXPECT_EQ(Answers.Said[0], L"Trade Book: Trade Book CSV Successfully exported..!!");
+  }
+  EXPECT_NE(BytesOf(Folder / "config.ini").find("Trade="), std::string::npos) << BytesOf(Folder / "config.ini");
+  Answers.SaveAs = Folder / "all.csv";
+  EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", L"All Columns"}));
+  const std::string all = BytesOf(Folder / "all.csv");
+  EXPECT_EQ(all.substr(0, 26), "Server,UserID,VELDTradeID,");
+  EXPECT_EQ(std::ranges::count(all, '\n'), 2) << "whatever the filter says";
+}
+
+TEST_F(CommandsTest, TradeFilesFollowTheirDescriptions) {
+  Trade(1, "COMEX", "GC1", 1, 5, 10.5);
+  Trade(2, "NSECM", "GC2", 2, 7, 20);
+  std::ofstream(Folder / "EXCHANGETRADEFORMAT.TXT", std::ios::binary) << "VELDTradeID\nBranch No\nTrade Status";
+  std::ofstream(Folder / "TRADEBOOKEXPORT.TXT", std::ios::binary)
+      << "VELDTradeID,Trade\nQuantity,Lots\nServer,Hidden\n";
+  CTradeBookGrid& grid = *Open().Grid();
+  const std::string day = FormatTimeText(std::time(nullptr), "MMddyy", false).substr(0, 4) + "TRD.txt";
+  EXPECT_TRUE(grid.RunContextMenu({L"Exchange Trade Format"}));
+  EXPECT_EQ(BytesOf(Folder / "ExchangeTradeFormat" / "FO" / day), "1       ,1  ,11,\r\n");
+  EXPECT_EQ(BytesOf(Folder / "ExchangeTradeFormat" / "CM" / day), "2       ,1  ,11,\r\n");
+  EXPECT_EQ(Answers.Said, std::vector<std::wstring>{L"Trade Book: Exchange Trade File Sucessfully Write"});
+  Answers.SaveAs = Folder / "manual.csv";
+  EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", L"Manual Export"}));
+  EXPECT_EQ(BytesOf(Answers.SaveAs), "Trade,Lots,\r\n1,5,\r\n2,7,");
+  EXPECT_EQ(Answers.Said.back(), L"Trade Book: Trade Book CSV Successfully exported..!!");
+
+  std::ofstream(Folder / "config.ini", std::ios::binary) << "[TRADECSV]\r\nExchangeFormatCSV = TRUE\r\n";
+  Main->SetFocus();
+  Pump();
+  CTradeBookGrid& exchange = *Open().Grid();
+  const std::string other = FormatTimeText(std::time(nullptr), "ddMMyy", false).substr(0, 4) + "TRD.txt";
+  Answers.Proposals.clear();
+  EXPECT_TRUE(exchange.RunContextMenu({L"Export CSV", L"Manual Export"}));
+  EXPECT_TRUE(Answers.Proposals.empty()) << "its files have names of their own";
+  if (other != day) {
+    EXPECT_EQ(BytesOf(Folder / "ExchangeTradeFormat" / "FO" / other), "");
+  }
+  EXPECT_NE(wxWindow::FindWindowByLabel(other + " Successfully exported..!!"), nullptr) << "the popup";
+}
+
+// The message comes whatever became of the file, and the next command works.
+TEST_F(CommandsTest, FaultsOfTheDiskChangeNothingElse) {
+  Trade(1, "COMEX", "GC1", 1, 5, 10.5);
+  CTradeBookGrid& grid = *Open().Grid();
+  ShowOnly(grid, {18});
+  fs::create_directories(Folder / "taken.csv");
+  std::ofstream(Folder / "locked.csv") << "kept";
+  fs::permissions(Folder / "locked.csv", fs::perms::owner_read);
+  for (const fs::path& file :
+       {Folder / "taken.csv", Folder / "nowhere" / "x.csv", fs::path("/dev/full"), Folder / "locked.csv"}) {
+    SCOPED_TRACE(file);
+    Answers.AnswerAnew(file);
+    EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", L"Visible Columns"}));
+    EXPECT_EQ(Answers.Said, std::vector<std::wstring>{L"Trade Book: Trade Book CSV Successfully exported..!!"});
+  }
+  fs::permissions(Folder / "locked.csv", fs::perms::owner_all);
+  EXPECT_FALSE(fs::exists(Folder / "nowhere"));
+  fs::create_directories(Folder / "ExchangeTradeFormat");
+  std::ofstream(Folder / "ExchangeTradeFormat" / "FO") << "in the way";
+  EXPECT_TRUE(grid.RunContextMenu({L"Exchange Trade Format"}));
+  EXPECT_EQ(Answers.Said.back(), L"Trade Book: Exchange Trade File Sucessfully Write");
+  EXPECT_EQ(BytesOf(Folder / "ExchangeTradeFormat" / "FO"), "in the way");
+  Answers.SaveAs = Folder / "good.csv";
+  EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", L"Visible Columns"}));
+  EXPECT_EQ(BytesOf(Answers.SaveAs), "Quantity\r\n5");
+}
+
+TEST_F(CommandsTest, PropertySendsTheGridAndTwoCallbacks) {
+  CTradeBookGrid& grid = *Open().Grid();
+  EXPECT_TRUE(grid.RunContextMenu({L"Property"}));
+  EXPECT_EQ(terminal.Messages.back(), 32003);
+  CQORPacketWriter expected(0);
+  expected.AddU16(10002, 32003);
+  expected.AddU64(30002, 78);
+  expected.AddU64(30031, 79);
+  expected.AddU64(30001, reinterpret_cast<std::uint64_t>(&grid));
+  EXPECT_EQ(terminal.LastMessage,
+            std::vector<std::uint8_t>(expected.GetData(), expected.GetData() + expected.GetSize()));
+}
+
+TEST_F(CommandsTest, SizeToFitMeasuresEveryRow) {
+  CTradeBookGrid& grid = *Open().Grid();
+  wxClientDC dc(grid.GetRowsWindow());
+  dc.SetFont(grid.GetGridFont());
+  grid.GetColumnsInfo().SetSortColumn(12, true, true);
+  EXPECT_TRUE(grid.RunContextMenu({L"Column Header", L"Size To Fit"}));
+  EXPECT_EQ(grid.GetColumnsInfo().GetColumnWidth(12), dc.GetTextExtent(L"Symbol...").x + 20);
+  EXPECT_EQ(grid.GetColumnsInfo().GetColumnWidth(11), dc.GetTextExtent(L"SecurityID").x + 20);
+  grid.RemoveSort();
+  std::minstd_rand engine(5);
+  const auto random = [&engine] { return static_cast<std::uint32_t>(engine()); };
+  for (std::uint32_t id = 1; id <= 500; ++id) {
+    std::string security(random() % 9, ' ');
+    for (char& c : security) c = "AVWTo.,1lmfi\xE9"[random() % 13];
+    Trade(id, "COMEX", security.c_str(), 1, random() % 100000, static_cast<double>(random() % 1000) / 4);
+  }
+  Beat();
+  grid.GetColumnsInfo().SetColumnLocked(10, true);
+  grid.GetColumnsInfo().SetColumnWidth(10, 211);
+  EXPECT_TRUE(grid.RunContextMenu({L"Column Header", L"Size To Fit"}));
+  for (int column = 0; column < kTradeColumnCount; ++column) {
+    SCOPED_TRACE(column);
+    int widest = 0;
+    for (int row = 0; row < grid.GetVirtualRows(); ++row) {
+      CQORPGridCell cell;
+      grid.ShowCell(row, column, cell);
+      widest = std::max(widest, dc.GetTextExtent(cell.Text).x);
+    }
+    EXPECT_EQ(grid.GetColumnsInfo().GetColumnWidth(column),
+              column == 10 ? 211 : std::max(widest + 10, grid.OnGetColumnMinWidth(column)));
+  }
+}
+
+// The field's Escape is not the book's, which would close.
+TEST_F(CommandsTest, FilterFieldsFilterLetterByLetter) {
+  const char* const kSecurities[] = {"GC1", "SI7", "GC2"};
+  for (std::uint32_t id = 1; id <= 3; ++id) Trade(id, "COMEX", kSecurities[id - 1], id == 3 ? 2 : 1, id * 10, 1);
+  CTradeBookBar& book = OpenFor("COMEX", "GC2");
+  CTradeBookGrid& grid = *book.Grid();
+  EXPECT_TRUE(grid.RunContextMenu({L"Show Filter"}));
+  ASSERT_TRUE(grid.EditFilter(11));
+  Type(grid, L"g");
+  EXPECT_EQ(Ids(grid), L"3 1 ");
+  EXPECT_EQ(Summary(book, 30031), L"10") << "totals are those of the rows";
+  EXPECT_EQ(Summary(book, 30035), L"30");
+  Type(grid, L"c");
+  Type(grid, L"1");
+  EXPECT_EQ(Ids(grid), L"1 ");
+  Press(*grid.GetFilterEdit(), WXK_ESCAPE);
+  EXPECT_EQ(grid.GetFilterEdit(), nullptr);
+  EXPECT_TRUE(book.IsBarShown());
+  EXPECT_EQ(grid.GetFilterText(11), L"gc1");
+  EXPECT_TRUE(grid.RunContextMenu({L"Reset Filter"}));
+  EXPECT_EQ(Ids(grid), L"3 2 1 ") << "every trade comes back, of whatever security";
+  EXPECT_EQ(grid.GetFilterText(11), L"");
+}
+
+// The grid against the slow book, which is told the same.
+class SlowTwin : public TradeBook {
+ public:
+  explicit SlowTwin(const TradeCache& cache) : Book(cache, Market) {}
+  bool HasGrid() const override { return true; }
+  bool HasWindow() const override { return true; }
+  bool FilterActive() const override { return !Book.Filters.empty(); }
+  bool AdmitRow(TradeRecord& record) override { return Book.AdmitRow(record); }
+  void UpdateTotals(const TradeRecord&) override {}
+  void RefilterRow(TradeRecord& record) override { Book.RefilterRow(record); }
+  void CopyAllRows(const TradeNumberMap&, std::int32_t) override { Book.CopyAllRows(); }
+  void ClearRows() override { Book.ClearRows(); }
+  std::wstring Ids() const {
+    std::wstring ids;
+    for (const auto& [key, record] : Book.Rows) ids += std::to_wstring(record->VELDTradeID) + L" ";
+    return ids;
+  }
+  SlowMarket Market;
+  SlowBook Book;
+};
+
+TEST_F(CommandsTest, StaysRightWhileFiltersAreTypedAndTradesArrive) {
+  CTradeBookGrid& grid = *Open().Grid();
+  SlowTwin twin(State->TradeStore);
+  twin.Book.CopyAllRows();
+  EXPECT_TRUE(grid.RunContextMenu({L"Show Filter"}));
+  const struct {
+    int Column;
+    const wchar_t* Texts[4];
+  } kFilters[] = {
+      {11, {L"g", L"gc1", L"gc or si", L""}}, {16, {L"b", L"buy or s", L"ell", L""}}, {18, {L"1", L"2", L"99", L""}}};
+  std::minstd_rand engine(7);
+  const auto random = [&engine] { return static_cast<std::uint32_t>(engine()); };
+  SlowSort sort;
+  std::uint32_t last = 0;
+  for (int step = 0; step < 600; ++step) {
+    SCOPED_TRACE(step);
+    const unsigned what = random() % 12;
+    if (what < 6) {
+      const std::uint32_t id = what == 5 && last > 0 ? 1 + random() % last : ++last;
+      const char* const security = random() % 2 == 0 ? "GC1" : "SI7";
+      State->BooksByKey["twin"] = &twin;
+      Trade(id, "COMEX", security, static_cast<std::uint8_t>(1 + random() % 3), random() % 130, 1);
+      State->BooksByKey.erase("twin");
+    } else if (what < 9) {
+      const auto& filter = kFilters[random() % 3];
+      const wchar_t* text = filter.Texts[random() % 4];
+      grid.SetFilterText(filter.Column, text);
+      twin.Book.OnFilterBarChanged(filter.Column, text);
+    } else if (what == 9) {
+      const int column = random() % 2 == 0 ? 18 : 11;
+      grid.ToggleSortColumn(column);
+      const auto known = std::ranges::find(sort, column, &SlowSort::value_type::first);
+      if (known == sort.end())
+        sort.emplace_back(column, 1);
+      else if (known->second == 1)
+        known->second = -1;
+      else
+        sort.erase(known);
+      twin.Book.ResortRows(sort);
+    } else if (what == 10) {
+      List->ReapplyFilters();
+      twin.Book.RebuildRows();
+    } else {
+      grid.ToggleFilterBar();
+    }
+    List->RepaintAllBooks();
+    ASSERT_EQ(Ids(grid), twin.Ids());
+  }
+}
+
+}  // namespace
