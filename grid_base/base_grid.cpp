@@ -2,6 +2,7 @@
 
 #include "grid_base/field_choose.h"
 #include "host_link/packet_reader.h"
+#include "toolkit/focus_return.h"
 
 CVELDSGridCtrl::CVELDSGridCtrl(int gridTypeCode, const std::string& gridName, const std::wstring& profileName,
                                const GridHost& host)
@@ -68,9 +69,9 @@ void CVELDSGridCtrl::ShowColumns(bool visible) {
 }
 
 void CVELDSGridCtrl::ChooseFields() {
+  const FocusReturn focus(*this);
   CFieldChoose dialog(*this);
   if (dialog.CreateOverGrid()) dialog.DoModal();
-  SetFocus();
 }
 
 void CVELDSGridCtrl::ResetFilter() {
