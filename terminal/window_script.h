@@ -2,8 +2,12 @@
 // their doing: windows/script_runner.h. Pure; any thread.
 //
 //   line    := [command] ["#" anything]          blanks around do not count
-//   command := "open-book" | "select" security-id | "focus" ("market-watch" | "book" | "none") | "key" key
-//            | "wait" ("played" | milliseconds) | "screenshot" file | "menu" text (">" text)* | "exit"
+//   command := "open-book" | "select" security-id | "focus" ("market-watch" | "book" [title] | "none") | "key" key
+//            | "wait" ("played" | milliseconds) | "screenshot" file | "menu" text (">" text)+ | "exit"
+//            | "filter" column [text] | "header" column ["ctrl"] | "rows" from to | "book-menu" text (">" text)*
+//            | "place" ("left" | "right" | "top" | "bottom" | "tab" | "floating")
+//            | "save-as" file | "cancel-save" | "answer" text | "choose" text | "check" text
+//            | "expect-rows" count | "expect-text" text
 #pragma once
 
 #include <chrono>
@@ -14,15 +18,44 @@
 
 #include "terminal/key_press.h"
 
-enum class ScriptAction : std::uint8_t { OpenBook, Select, Focus, Key, WaitPlayed, WaitTime, Screenshot, Menu, Exit };
+enum class ScriptAction : std::uint8_t {
+  OpenBook,
+  Select,
+  Focus,
+  Key,
+  WaitPlayed,
+  WaitTime,
+  Screenshot,
+  Menu,
+  Filter,
+  Header,
+  Rows,
+  BookMenu,
+  Place,
+  SaveAs,
+  CancelSave,
+  Answer,
+  Choose,
+  Check,
+  ExpectRows,
+  ExpectText,
+  Exit
+};
 enum class ScriptFocus : std::uint8_t { MarketWatch, Book, None };
+enum class ScriptPlace : std::uint8_t { Left, Right, Top, Bottom, Tab, Floating };
 
 struct ScriptCommand {
   std::uint64_t Line = 0;
   ScriptAction Action = ScriptAction::Exit;
-  std::string Text;               // of Select: the security; of Screenshot: the file
-  std::vector<std::string> Menu;  // from the menu bar down
-  KeyPress Key;
+  std::string Text{};               // whatever the command is about: a security, a title, a file, a label
+  std::string Column{};             // its title
+  std::vector<std::string> Menu{};  // from the outermost menu down
+  KeyPress Key{};
+  bool Ctrl = false;
+  ScriptPlace Place = ScriptPlace::Floating;
+  int FirstRow = 0;  // rows count from 1
+  int LastRow = 0;
+  int Count = 0;
   ScriptFocus Focus = ScriptFocus::None;
   std::chrono::milliseconds Time{};
 };

@@ -1,5 +1,6 @@
 #include "toolkit/dialog.h"
 
+#include <wx/display.h>
 #include <wx/settings.h>
 #include <wx/sizer.h>
 
@@ -8,8 +9,20 @@
 
 namespace {
 
+constexpr int kCaptionPx = 30;  // a caption may stand outside the window's rectangle
+
 int Share(int change, int percent) {
   return change * percent / 100;
+}
+
+// Over a window at the edge of the screen, whose middle is no place for a larger one.
+void MoveOntoScreen(wxWindow& window) {
+  const int display = wxDisplay::GetFromWindow(window.GetParent() == nullptr ? &window : window.GetParent());
+  const wxRect screen = wxDisplay(display == wxNOT_FOUND ? 0U : static_cast<unsigned>(display)).GetClientArea();
+  const int room = window.FromDIP(kCaptionPx);
+  const wxRect place = window.GetRect();
+  window.Move(std::max(screen.x, std::min(place.x, screen.GetRight() - place.width)),
+              std::max(screen.y + room, std::min(place.y, screen.GetBottom() - place.height)));
 }
 
 }  // namespace
@@ -79,6 +92,7 @@ int CQORPDialog::DoModal() {
   if (Window == nullptr) return wxID_CANCEL;
   OnInitDialog();
   Window->CentreOnParent();
+  MoveOntoScreen(*Window);
   return Window->ShowModal();
 }
 

@@ -1,11 +1,36 @@
 #include "terminal/windows/script_runner.h"
 
+#include <wx/string.h>
+
+#include <algorithm>
+#include <system_error>
 #include <utility>
 
+#include "terminal/windows/book_driver.h"
+
 namespace {
+
 constexpr int kStepMs = 60;
 constexpr int kPaintedMs = 400;  // more than a beat, which repaints
 constexpr int kFocusWaits = 20;
+constexpr int kTries = 20;
+
+constexpr const char* kNoBook = "there is no book";
+
+std::wstring Wide(const std::string& text) {
+  return wxString::FromUTF8(text).ToStdWstring();
+}
+
+std::vector<std::wstring> Wide(const std::vector<std::string>& texts) {
+  std::vector<std::wstring> wide;
+  for (const std::string& text : texts) wide.push_back(Wide(text));
+  return wide;
+}
+
+std::string Unless(bool done) {
+  return done ? "" : "the command cannot be done now";
+}
+
 }  // namespace
 
 CScriptRunner::CScriptRunner(const std::filesystem::path& file, ScriptTarget& target, CBadLines& badLines)
@@ -18,6 +43,7 @@ CScriptRunner::CScriptRunner(const std::filesystem::path& file, ScriptTarget& ta
 }
 
 void CScriptRunner::Step() {
+  if (Typist.IsTyping()) return TypeOn();
   if (HasEnded()) return;
   const ScriptCommand& command = Commands[Next];
   if (command.Action == ScriptAction::Screenshot && !std::exchange(Settled, true)) {
@@ -29,10 +55,32 @@ void CScriptRunner::Step() {
     StepTimer.StartOnce(kStepMs);
     return;
   }
-  ++Next;
+  const std::size_t current = Next++;
   // Ahead of the command, which may end in the loop of a dialog.
   StepTimer.StartOnce(kStepMs + static_cast<int>(command.Time.count()));
-  if (!Do(command)) BadLines.AtLine(File, command.Line, "the command cannot be done now");
+  const Refusal refusal = Do(command);
+  if (!refusal.empty() && IsTriedAgain(command))
+    Next = current;
+  else
+    Report(command, refusal);
+}
+
+// The command that types is the last one that was begun.
+void CScriptRunner::TypeOn() {
+  StepTimer.StartOnce(kStepMs);
+  Report(Commands[Next - 1], Typist.TypeOn());
+}
+
+void CScriptRunner::Report(const ScriptCommand& command, const Refusal& refusal) {
+  Tries = 0;
+  if (!refusal.empty()) BadLines.AtLine(File, command.Line, refusal);
+}
+
+// Only what has done nothing while it failed.
+bool CScriptRunner::IsTriedAgain(const ScriptCommand& command) {
+  using enum ScriptAction;
+  constexpr ScriptAction kPatient[] = {Answer, Choose, Check, ExpectRows, ExpectText};
+  return std::ranges::count(kPatient, command.Action) != 0 && ++Tries < kTries;
 }
 
 // Waits for the end of the day, and for the focus that the command before has asked for.
@@ -47,32 +95,99 @@ bool CScriptRunner::IsAwaited(const ScriptCommand& command) {
   return command.Action == ScriptAction::WaitPlayed && !Target.HasPlayed();
 }
 
-bool CScriptRunner::Do(const ScriptCommand& command) {
+CScriptRunner::Refusal CScriptRunner::Do(const ScriptCommand& command) {
+  const std::wstring text = Wide(command.Text);
   switch (command.Action) {
     case ScriptAction::OpenBook:
-      return Target.OpenBook();
+      return Unless(Target.OpenBook());
     case ScriptAction::Select:
-      return Target.Select(command.Text);
+      return Unless(Target.Select(command.Text));
     case ScriptAction::Focus:
-      return Target.Focus(command.Focus);
+      return Unless(Target.Focus(command.Focus, command.Text));
     case ScriptAction::Key:
-      return Target.Press(command.Key);
+      return Unless(Target.Press(command.Key));
     case ScriptAction::Menu:
-      return Target.RunMenu(command.Menu);
+      return Unless(Target.RunMenu(command.Menu));
     case ScriptAction::WaitPlayed:
     case ScriptAction::WaitTime:
-      return true;
+      return {};
     case ScriptAction::Screenshot:
-      try {
-        Target.SavePictureTo(Folder / std::filesystem::path(std::u8string(command.Text.begin(), command.Text.end())));
-      } catch (const std::exception& failure) {
-        BadLines.AtLine(File, command.Line, failure.what());
-      }
-      return true;
+      return SavePicture(command);
+    case ScriptAction::Filter:
+      return Filter(command);
+    case ScriptAction::Header:
+      return InBook([&](auto& grid) { return BookDriver::ClickHeader(grid, Wide(command.Column), command.Ctrl); });
+    case ScriptAction::Rows:
+      return InBook([&](auto& grid) { return BookDriver::SelectRows(grid, command.FirstRow, command.LastRow); });
+    case ScriptAction::BookMenu:
+      return InBook([&](auto& grid) { return BookDriver::RunMenu(grid, Wide(command.Menu)); });
+    case ScriptAction::Place:
+      return PlaceBook(command.Place);
+    case ScriptAction::SaveAs:
+      return Dialogs.SaveNextAs(FileOf(command));
+    case ScriptAction::CancelSave:
+      return Dialogs.CancelNextSave();
+    case ScriptAction::Answer:
+      return Dialogs.PressButton(text);
+    case ScriptAction::Choose:
+      return Dialogs.ChooseItem(text);
+    case ScriptAction::Check:
+      return Dialogs.CheckItem(text);
+    case ScriptAction::ExpectRows:
+      return InBook([&](auto& grid) { return BookDriver::ExpectRows(grid, command.Count); });
+    case ScriptAction::ExpectText:
+      return Dialogs.ExpectText(Target.Book(), text);
     case ScriptAction::Exit:
-      Next = Commands.size();
-      Target.CloseWindows();
-      return true;
+      return EndAll();
   }
-  return false;
+  return {};
+}
+
+CScriptRunner::Refusal CScriptRunner::InBook(const std::function<Refusal(CQORPGridCtrl& grid)>& act) {
+  CQORPGridCtrl* grid = BookDriver::FindGrid(Target.Book());
+  return grid == nullptr ? kNoBook : act(*grid);
+}
+
+CScriptRunner::Refusal CScriptRunner::PlaceBook(ScriptPlace place) {
+  constexpr std::pair<ScriptPlace, DockSide> kSides[] = {{ScriptPlace::Left, DockSide::Left},
+                                                         {ScriptPlace::Right, DockSide::Right},
+                                                         {ScriptPlace::Top, DockSide::Top},
+                                                         {ScriptPlace::Bottom, DockSide::Bottom}};
+  CQORPDockingControlBar* book = Target.Book();
+  if (book == nullptr) return kNoBook;
+  if (place == ScriptPlace::Tab) book->TabControlBar();
+  if (place == ScriptPlace::Floating) book->FloatControlBar(book->GetFloatRect());
+  for (const auto& [named, side] : kSides)
+    if (place == named) book->DockControlBar(side);
+  return {};
+}
+
+// The letters come with the next steps.
+CScriptRunner::Refusal CScriptRunner::Filter(const ScriptCommand& command) {
+  return InBook([&](CQORPGridCtrl& grid) {
+    return Typist.Begin(grid, BookDriver::FindColumn(grid, Wide(command.Column)), Wide(command.Text));
+  });
+}
+
+CScriptRunner::Refusal CScriptRunner::SavePicture(const ScriptCommand& command) {
+  try {
+    Target.SavePictureTo(FileOf(command));
+  } catch (const std::exception& failure) {
+    return failure.what();
+  }
+  return {};
+}
+
+CScriptRunner::Refusal CScriptRunner::EndAll() {
+  Next = Commands.size();
+  Target.CloseWindows();
+  return Dialogs.ExpectSaved();
+}
+
+// A folder that cannot be made is told by what is to be written into it.
+std::filesystem::path CScriptRunner::FileOf(const ScriptCommand& command) const {
+  const auto file = Folder / std::filesystem::path(std::u8string(command.Text.begin(), command.Text.end()));
+  std::error_code ignored;
+  std::filesystem::create_directories(file.parent_path(), ignored);
+  return file;
 }

@@ -169,6 +169,7 @@ void CWindowSession::FocusMoved(const void* /*window*/, bool /*closed*/) {
 
 bool CWindowSession::OpenBook() {
   if (Plugin->IsBusy() || Plugin->Description().MenuCommand == 0) return false;
+  LastBook = nullptr;
   Plugin->RunMenuCommand();
   return true;
 }
@@ -177,19 +178,30 @@ bool CWindowSession::Select(const std::string& securityId) {
   return WatchBar->Grid().Select(securityId);
 }
 
-// Of several books the one that was opened last.
+// Of several books the one that had the focus last, else the one that was opened last.
 CQORPDockingControlBar* CWindowSession::BarFor(ScriptFocus where) const {
   if (where == ScriptFocus::MarketWatch) return WatchBar;
   CQORPDockingControlBar* book = nullptr;
-  if (where == ScriptFocus::Book)
-    for (CQORPDockingControlBar* bar : Frame->GetDockingManager().Bars())
-      if (IsPluginBar(*bar) && bar->IsBarShown()) book = bar;
+  if (where != ScriptFocus::Book || !Frame) return book;
+  for (CQORPDockingControlBar* bar : Frame->GetDockingManager().Bars()) {
+    if (!IsPluginBar(*bar) || !bar->IsBarShown()) continue;
+    book = bar;
+    if (bar == LastBook) break;
+  }
   return book;
 }
 
-bool CWindowSession::Focus(ScriptFocus where) {
-  CQORPDockingControlBar* bar = BarFor(where);
+CQORPDockingControlBar* CWindowSession::BookTitled(const std::string& title) const {
+  for (CQORPDockingControlBar* bar : Frame->GetDockingManager().Bars())
+    if (IsPluginBar(*bar) && bar->IsBarShown() && bar->GetBarTitle().find(Wide(title)) != std::wstring::npos)
+      return bar;
+  return nullptr;
+}
+
+bool CWindowSession::Focus(ScriptFocus where, const std::string& title) {
+  CQORPDockingControlBar* bar = title.empty() ? BarFor(where) : BookTitled(title);
   if (bar == nullptr && where != ScriptFocus::None) return false;
+  if (where == ScriptFocus::Book) LastBook = bar;
   if (bar != nullptr) bar->ShowControlBar(true);
   wxFrame* mini = bar == nullptr ? nullptr : bar->GetParentMiniFrame();
   (mini == nullptr ? Frame.get() : mini)->Raise();

@@ -1,7 +1,9 @@
 #include "terminal/windows/window_session.h"
 
 #include <wx/app.h>
+#include <wx/clipbrd.h>
 #include <wx/display.h>
+#include <wx/log.h>
 
 #include "foundations/wide_text.h"
 #include "platform/module.h"
@@ -40,6 +42,13 @@ wxRect RectOf(const SettingsRectangle& kept) {
 // A screen that is gone must not take the window with it.
 bool CanBeSeen(const wxRect& rect) {
   return wxDisplay::GetFromPoint({rect.x + rect.width / 2, rect.y + 10}) != wxNOT_FOUND;
+}
+
+// What was copied last outlives the program, where the desktop lets it.
+void KeepClipboard() {
+  const wxLogNull silence;  // another program may have the clipboard
+  const wxClipboardLocker locker;
+  if (!!locker) wxTheClipboard->Flush();
 }
 
 }  // namespace
@@ -144,6 +153,7 @@ void CWindowSession::Finish() {
   const wxRect rect = Frame->GetNormalRect();
   Memory.SaveFrame({{rect.GetLeft(), rect.GetTop(), rect.GetRight() + 1, rect.GetBottom() + 1}, Frame->IsMaximized()});
   WatchBar->Save(Memory);
+  KeepClipboard();
   if (!Memory.Write()) ShowFailure(Frame, std::string(WindowMemory::kFileName) + " cannot be written");
 }
 
@@ -185,6 +195,7 @@ void CWindowSession::ShowStatus() {
   narrow(StatusField::Trades, WithThousands(Day->DayTrades()) + " trades");
   narrow(StatusField::Rate, WithThousands(Rate.PerSecond()) + " / s");
   const CQORPDockingControlBar* focused = Frame->GetDockingManager().BarOf(wxWindow::FindFocus());
+  if (std::exchange(FocusedBar, focused) != focused && focused != nullptr && IsPluginBar(*focused)) LastBook = focused;
   Frame->SetStatus(StatusField::Focus, focused == nullptr ? std::wstring() : focused->GetBarTitle());
 }
 

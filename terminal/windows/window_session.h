@@ -53,9 +53,11 @@ class CWindowSession : private TerminalWindows, private ScriptTarget {
 
   bool OpenBook() override;
   bool Select(const std::string& securityId) override;
-  bool Focus(ScriptFocus where) override;
+  bool Focus(ScriptFocus where, const std::string& title) override;
   bool HasFocus(ScriptFocus where) override;
   CQORPDockingControlBar* BarFor(ScriptFocus where) const;
+  CQORPDockingControlBar* BookTitled(const std::string& title) const;
+  CQORPDockingControlBar* Book() override { return BarFor(ScriptFocus::Book); }
   bool Press(const KeyPress& key) override;
   bool RunMenu(const std::vector<std::string>& texts) override;
   bool HasPlayed() override { return Day->HasEnded(); }
@@ -94,7 +96,9 @@ class CWindowSession : private TerminalWindows, private ScriptTarget {
   std::optional<CDayRun> Day;
   std::optional<CDayLoop> Loop;
   wxWeakRef<CMainFrame> Frame;
-  CMarketWatchBar* WatchBar = nullptr;  // belongs to the frame
+  CMarketWatchBar* WatchBar = nullptr;                 // belongs to the frame
+  const CQORPDockingControlBar* FocusedBar = nullptr;  // for comparing: may be gone
+  const CQORPDockingControlBar* LastBook = nullptr;    // the same; null for the one that was opened last
   wxTimer EndTimer;
   TradeRate Rate;
   std::uint64_t ControlMessages = 0;

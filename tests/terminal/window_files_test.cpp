@@ -63,6 +63,39 @@ TEST(WindowScript, ReadsItsCommands) {
   EXPECT_EQ(read[7].Menu, (std::vector<std::string>{"Day", "As Fast As Possible"}));
 }
 
+TEST(WindowScript, ReadsWhatIsDoneInABook) {
+  const auto file = WriteTestFile("book.txt",
+                                  "filter Side  not buy # now\nfilter Side\nheader Price\nheader Price ctrl\nrows 2 2\n"
+                                  "book-menu Copy\nfocus book GC 2013\nplace tab\nexpect-rows 0\n");
+  const std::vector<ScriptCommand> read = ReadWindowScript(file);
+  const struct {
+    const char* Column;
+    const char* Text;
+    bool Ctrl;
+    int FirstRow, LastRow;
+    std::size_t Levels;
+    ScriptPlace Place = ScriptPlace::Floating;
+  } expected[] = {{"Side", "not buy", false, 0, 0, 0},
+                  {"Side", "", false, 0, 0, 0},
+                  {"Price", "", false, 0, 0, 0},
+                  {"Price", "", true, 0, 0, 0},
+                  {"", "", false, 2, 2, 0},
+                  {"", "", false, 0, 0, 1},
+                  {"", "GC 2013", false, 0, 0, 0},
+                  {"", "", false, 0, 0, 0, ScriptPlace::Tab}};
+  ASSERT_EQ(read.size(), std::size(expected) + 1);
+  for (std::size_t i = 0; i < std::size(expected); ++i) {
+    SCOPED_TRACE(i + 1);
+    EXPECT_EQ(read[i].Column, expected[i].Column);
+    EXPECT_EQ(read[i].Text, expected[i].Text);
+    EXPECT_EQ(read[i].Ctrl, expected[i].Ctrl);
+    EXPECT_EQ(read[i].FirstRow, expected[i].FirstRow);
+    EXPECT_EQ(read[i].LastRow, expected[i].LastRow);
+    EXPECT_EQ(read[i].Menu.size(), expected[i].Levels);
+    EXPECT_EQ(read[i].Place, expected[i].Place);
+  }
+}
+
 TEST(WindowScript, RefusesALineWithItsNumber) {
   const struct {
     const char* Line;
@@ -74,6 +107,13 @@ TEST(WindowScript, RefusesALineWithItsNumber) {
       {"wait -1", "wait needs played, or"},          {"wait 1s", "wait needs played, or"},
       {"wait 3600001", "wait needs played, or"},     {"menu Day", "menu needs a menu and its entry"},
       {"menu Day>>Pause", "menu needs a menu and "}, {"menu Day>", "menu needs a menu and its entry"},
+      {"filter", "filter needs a column's title"},   {"header Price Ctrl", "header needs a column's title"},
+      {"header", "header needs a column's title"},   {"rows 0 1", "rows needs the first row and the last"},
+      {"rows 3 2", "rows needs the first row and"},  {"rows 1", "rows needs the first row and the last"},
+      {"rows 1 2 3", "rows needs the first row"},    {"rows 1 2147483648", "rows needs the first row"},
+      {"book-menu", "book-menu needs an entry of"},  {"place middle", "place needs left, right, top, b"},
+      {"focus none GC", "focus needs market-watch"}, {"cancel-save x", "cancel-save needs nothing behin"},
+      {"save-as", "save-as needs a text behind it"}, {"expect-rows -1", "expect-rows needs a number of r"},
   };
   for (const auto& row : cases) {
     SCOPED_TRACE(row.Line);
