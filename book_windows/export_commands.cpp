@@ -1,21 +1,24 @@
 #include "book_windows/export_commands.h"
 
+#include <wx/stopwatch.h>
 #include <wx/utils.h>
 
 #include <ctime>
 
 #include "book_windows/book_list.h"
-#include "book_windows/trade_book_bar.h"
+#include "book_windows/trade_book_grid.h"
 #include "foundations/wide_text.h"
 #include "grid_base/popup_message.h"
 #include "grid_ops/export_settings.h"
 #include "toolkit/file_dialog.h"
 #include "toolkit/focus_return.h"
+#include "toolkit/progress_overlay.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
+constexpr long kShownAfterMs = 250;
 constexpr std::uint32_t kOkButton = 0, kReportIcon = 6;
 
 // The plug-in has no price divisors: see PriceDivisors.
@@ -63,8 +66,11 @@ void ExportCommands::RememberFolder(const CsvCommand& command, const fs::path& p
 template <typename Write>
 void ExportCommands::ShowRunning(Write write) {
   const wxBusyCursor wait;
-  const ProgressShown shown(*Bar.Dialog);
-  write([&shown](std::size_t done, std::size_t inAll) { shown.Tell(done, inAll); });
+  const wxStopWatch begun;
+  CQORPProgressOverlay overlay(*Grid.GetRowsWindow());
+  write([&](std::size_t done, std::size_t inAll) {
+    if (begun.Time() >= kShownAfterMs) overlay.ShowProgress(L"Exporting:", static_cast<int>(100 * done / inAll));
+  });
 }
 
 // The report comes whatever became of the file: meant so.

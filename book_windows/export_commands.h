@@ -10,12 +10,11 @@
 #include "grid_ops/exchange_files.h"
 
 class BookList;
-class CTradeBookBar;
 class CTradeBookGrid;
 
 class ExportCommands {
  public:
-  ExportCommands(BookList& list, CTradeBookBar& bar, CTradeBookGrid& grid) : List(list), Bar(bar), Grid(grid) {}
+  ExportCommands(BookList& list, CTradeBookGrid& grid) : List(list), Grid(grid) {}
 
   // A command of kCsvCommands.
   void ExportCsv(int commandId);
@@ -38,6 +37,5 @@ class ExportCommands {
   TradeFileRun TradeFiles(const GridColumns& columns) const;
 
   BookList& List;
-  CTradeBookBar& Bar;
   CTradeBookGrid& Grid;
 };

@@ -40,22 +40,6 @@ void CDlgTradeBook::PlaceGrid() {
   Grid->SetSize(0, 0, size.x, std::max(0, size.y - kSummaryHeightPx));
 }
 
-wxRect CDlgTradeBook::SummaryPlace() const {
-  const wxSize size = GetClientSize();
-  return {0, std::max(0, size.y - kSummaryHeightPx), size.x, kSummaryHeightPx};
-}
-
-void CDlgTradeBook::ShowProgress(std::size_t rowsDone, std::size_t rowsInAll) {
-  if (Progress == nullptr) Progress = std::make_unique<CQORPProgressBar>(this, SummaryPlace()).release();
-  const std::size_t percent = rowsInAll == 0 ? 100 : std::min<std::size_t>(100, 100 * rowsDone / rowsInAll);
-  Progress->ShowProgress(L"Exporting: " + std::to_wstring(percent) + L" %", static_cast<int>(percent));
-}
-
-void CDlgTradeBook::HideProgress() {
-  if (Progress != nullptr) Progress->Destroy();
-  Progress = nullptr;
-}
-
 void CDlgTradeBook::ShowSummary(SummaryLine& line) {
   for (const SummaryControl& control : kSummaryControls) {
     const SummaryLine::Control& total = line.Of(control.Value);

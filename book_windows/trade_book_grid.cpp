@@ -26,7 +26,7 @@ CTradeBookGrid::CTradeBookGrid(BookList& list, CTradeBookBar& parentBar)
       Rows(list.State().TradeStore),
       List(list),
       ParentBar(parentBar),
-      Exports(list, parentBar, *this) {
+      Exports(list, *this) {
   LoadColumnProfileFile();
 }
 
