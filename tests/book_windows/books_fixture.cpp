@@ -1,6 +1,7 @@
 #include "tests/book_windows/books_fixture.h"
 
 #include <wx/stattext.h>
+#include <wx/utils.h>
 
 #include <cstring>
 
@@ -64,7 +65,7 @@ FilterKey KeyOf(const char* exchange, const char* securityId) {
 void BooksTest::SetUp() {
   GuiTest::SetUp();
   if (IsSkipped()) return;
-  Folder = fs::temp_directory_path() / "tradebook_books_test";
+  Folder = fs::temp_directory_path() / ("tradebook_books_test" + std::to_string(wxGetProcessId()));
   fs::remove_all(Folder);
   fs::create_directories(Folder);
   fs::current_path(Folder);
@@ -74,6 +75,8 @@ void BooksTest::SetUp() {
 void BooksTest::TearDown() {
   if (Main != nullptr) Stop();
   fs::current_path(fs::temp_directory_path());
+  std::error_code ignored;
+  fs::remove_all(Folder, ignored);
   GuiTest::TearDown();
 }
 
