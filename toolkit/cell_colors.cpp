@@ -6,6 +6,7 @@
 namespace {
 
 constexpr ColorRef kBlack = 0, kWhite = 0xFFFFFF;
+constexpr double kMadeOut = 3;  // large texts and marks, by WCAG 2.1
 constexpr double kReadable = 4.5;
 constexpr int kDarkenPercent = 58;
 constexpr int kHighlightPercent = 55;
@@ -62,4 +63,11 @@ CellColors ColorsOf(std::optional<ColorRef> background, std::optional<ColorRef> 
   if (marks.Selected) return {theme.Highlight, theme.HighlightText};
   const int percent = (marks.Sorted ? kSortedPercent : 0) + (marks.Alternate ? kAlternatePercent : 0);
   return {Blend(theme.Window, theme.WindowText, percent), ownText};
+}
+
+ColorRef ReadableText(ColorRef text, ColorRef background) {
+  const ColorRef end = Contrast(kWhite, background) >= Contrast(kBlack, background) ? kWhite : kBlack;
+  int percent = 0;
+  while (percent < 100 && Contrast(Blend(text, end, percent), background) < kMadeOut) percent += 10;
+  return Blend(text, end, percent);
 }

@@ -39,3 +39,7 @@ double Contrast(ColorRef one, ColorRef other);
 // A row's own colours stay recognisable when it is selected, and its text is readable on them.
 CellColors ColorsOf(std::optional<ColorRef> background, std::optional<ColorRef> text, const CellMarks& marks,
                     const GridTheme& theme);
+
+// A text's colour as it is where it can be made out on the background, else as much nearer to white or black as that
+// takes: the totals' blue on a dark screen.
+ColorRef ReadableText(ColorRef text, ColorRef background);

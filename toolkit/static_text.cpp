@@ -44,10 +44,11 @@ void CQORPStatic::ShowWhole(bool fits) {
 void CQORPStatic::OnPaint(wxPaintEvent& /*event*/) {
   ++PaintCount;
   wxAutoBufferedPaintDC dc(this);
-  dc.SetBackground(wxBrush(GetParent()->GetBackgroundColour()));
+  const wxColour background = GetParent()->GetBackgroundColour();
+  dc.SetBackground(wxBrush(background));
   dc.Clear();
   dc.SetFont(GetFont());
-  dc.SetTextForeground(Color ? wxColour(*Color) : wxSystemSettings::GetColour(wxSYS_COLOUR_BTNTEXT));
+  dc.SetTextForeground(Color ? wxColour(ReadableText(*Color, background.GetRGB())) : wxSystemSettings::GetColour(wxSYS_COLOUR_BTNTEXT));
   const wxSize size = GetClientSize();
   const wxString shown = wxControl::Ellipsize(Text, dc, wxELLIPSIZE_END, size.x, wxELLIPSIZE_FLAGS_NONE);
   dc.DrawText(shown, 0, (size.y - dc.GetTextExtent(shown).y) / 2);

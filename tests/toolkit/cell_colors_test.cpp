@@ -34,6 +34,13 @@ TEST(CellColors, ASelectedRowDiffersAndStaysReadable) {
   }
 }
 
+TEST(CellColors, TextsAreMadeOutOnAnyBackground) {
+  EXPECT_EQ(ReadableText(0xFF0000, 0xF4F5F6), 0xFF0000u);
+  EXPECT_EQ(ReadableText(0x0000FF, 0xF4F5F6), 0x0000FFu);
+  EXPECT_EQ(ReadableText(0xFF0000, 0x303030), 0xFF6666u) << "blue, but lighter";
+  EXPECT_EQ(ReadableText(kWhite, kWhite), 0x808080u);
+}
+
 TEST(CellColors, ContrastOfKnownPairs) {
   EXPECT_NEAR(Contrast(0x000000, kWhite), 21, 0.01);
   EXPECT_NEAR(Contrast(kWhite, kRed), 4.0, 0.01);
