@@ -195,9 +195,9 @@ TEST_F(CommandsTest, TradeFilesFollowTheirDescriptions) {
   EXPECT_EQ(Answers.Said.back(), L"Trade Book: Trade Book CSV Successfully exported..!!");
 
   std::ofstream(Folder / "config.ini", std::ios::binary) << "[TRADECSV]\r\nExchangeFormatCSV = TRUE\r\n";
-  Main->SetFocus();
+  List->OpenNewBook();
   Pump();
-  CTradeBookGrid& exchange = *Open().Grid();
+  CTradeBookGrid& exchange = *List->BarsById.at(terminal.LastId)->Grid();
   const std::string other = FormatTimeText(std::time(nullptr), "ddMMyy", false).substr(0, 4) + "TRD.txt";
   Answers.Proposals.clear();
   EXPECT_TRUE(exchange.RunContextMenu({L"Export CSV", L"Manual Export"}));
