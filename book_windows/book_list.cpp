@@ -2,6 +2,7 @@
 
 #include <wx/window.h>
 
+#include "book_windows/book_layout.h"
 #include "book_windows/trade_book_bar.h"
 #include "grid_base/registry_store.h"
 #include "host_link/packet_writer.h"
@@ -59,6 +60,20 @@ void BookList::PropertyChanged(CQORPProp* property, CTradeBookGrid* grid) {
   if (property != nullptr && grid != nullptr && grid->GetHandle() != nullptr) grid->ApplyProperties(*property);
 }
 
+// A warning lets events through, so that a book may go in between.
+void BookList::ApplyPropertyToAllBooks(const CQORPProp& property) {
+  std::string key;
+  for (auto at = Plugin.BooksByKey.begin(); at != Plugin.BooksByKey.end(); at = Plugin.BooksByKey.upper_bound(key)) {
+    key = at->first;
+    auto* bar = static_cast<CTradeBookBar*>(at->second);
+    if (!bar->HasGrid()) continue;
+    bar->Grid()->Properties.ApplyProperty(property);
+    if (!Plugin.BooksByKey.contains(key)) continue;
+    bar->Grid()->RecountTotals();
+    bar->ShowSummary();
+  }
+}
+
 void BookList::OpenBookByCommand() {
   if (CTradeBookBar* book = FocusedBook(); book != nullptr)
     WidenBook(*book);
@@ -78,17 +93,8 @@ void BookList::OpenBook(const std::string& bookName) {
   CQORPDockingManager* manager = CQORPDockingManager::ForProcess();
   if (manager == nullptr) return;
   const CQORPDockingControlBar* asker = manager->BarOf(wxWindow::FindFocus());
-  const std::uint32_t id = Functions.GetPluginBarID(bookName.c_str());
-  auto bar = new CTradeBookBar(*this, bookName);  // belongs to the frame
-  Bars.insert(bar);
-  if (!bar->CreateBook(*manager, kNewBook, id)) {
-    Functions.PluginRemoveBarID(id);
-    bar->Destroy();
-    return;
-  }
-  BarsById[id] = bar;
-  bar->EnableDocking(true);
-  bar->FloatControlBar(kNewBook);
+  CTradeBookBar* bar = MakeBar(bookName, kNewBook);
+  if (bar == nullptr) return;
   Plugin.SelectedKey = {};
   AskSelectedSecurity(asker);
   if (Plugin.SelectedKey.Complete())
@@ -96,10 +102,40 @@ void BookList::OpenBook(const std::string& bookName) {
   else
     BeginAllBook(*bar);
   Plugin.BooksByKey[bar->ProfileKey] = bar;
-  bar->ShowControlBar(true);
-  bar->SetFocus();
-  bar->RefreshBook(true);
-  BooksByWindow[bar->Grid()] = bar;
+  ShowBook(*bar);
+}
+
+CTradeBookBar* BookList::MakeBar(const std::string& bookName, const wxRect& rect) {
+  CQORPDockingManager* manager = CQORPDockingManager::ForProcess();
+  if (manager == nullptr) return nullptr;
+  const std::uint32_t id = Functions.GetPluginBarID(bookName.c_str());
+  auto bar = new CTradeBookBar(*this, bookName);  // belongs to the frame
+  Bars.insert(bar);
+  if (!bar->CreateBook(*manager, rect, id)) {
+    Functions.PluginRemoveBarID(id);
+    bar->Destroy();
+    return nullptr;
+  }
+  BarsById[id] = bar;
+  bar->EnableDocking(true);
+  bar->FloatControlBar(rect);
+  bar->Grid()->Properties.LoadGridSettings(kGridSettingsKey);
+  return bar;
+}
+
+void BookList::ShowBook(CTradeBookBar& bar) {
+  bar.ShowControlBar(true);
+  bar.SetFocus();
+  bar.RefreshBook(true);
+  BooksByWindow[bar.Grid()] = &bar;
+}
+
+void BookList::SaveLayout() {
+  SaveBookLayout(*this, *CQORPRegistrySP::Create(0, 0));
+}
+
+void BookList::RestoreLayout() {
+  RestoreBookLayout(*this, *CQORPRegistrySP::Create(0, 1));
 }
 
 // The owner of that window answers with message 32023 before the send returns.
@@ -149,6 +185,7 @@ void BookList::NarrowToFilter(CTradeBookBar& bar) {
 void BookList::CloseBook(CTradeBookBar& bar, Close how) {
   const std::uint32_t id = bar.GetDlgCtrlID();
   if (!BarsById.contains(id) || !BooksByWindow.contains(bar.Grid())) return;
+  bar.Grid()->Properties.SaveGridSettings(kGridSettingsKey);
   if (how == Close::HideBar) bar.ShowControlBar(false);
   Plugin.BooksByKey.erase(bar.ProfileKey);
   BooksByWindow.erase(bar.Grid());

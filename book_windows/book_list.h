@@ -17,6 +17,7 @@
 class CTradeBookBar;
 class CTradeBookGrid;
 class CQORPDockingControlBar;
+class wxRect;
 class wxWindow;
 
 // Addresses of the module's functions that travel in the messages of books.
@@ -35,11 +36,18 @@ class BookList : public BookWindows {
 
   void OpenBookByCommand() override;
   void ReapplyFilters() override;
+  void SaveLayout() override;
+  void RestoreLayout() override;
   void RepaintAllBooks() override;
   bool SelectedSecurity(std::uint64_t bookAddress, std::string& exchange, std::string& securityId) override;
 
   // With several books allowed a new one; else only while none is open.
   void OpenNewBook();
+  // A bar with its grid, that floats there and is hidden yet; null when no window can be made. It has no state and no
+  // trades come to it before it is in a list.
+  CTradeBookBar* MakeBar(const std::string& bookName, const wxRect& rect);
+  // Puts the book before the user, with the focus; from now on it is open.
+  void ShowBook(CTradeBookBar& bar);
   // Back to the book's security, or to the blank filter.
   void NarrowToFilter(CTradeBookBar& bar);
   // Takes the book out of the lists, as a bar that is in none is left alone; hides it unless its tab does.
@@ -59,6 +67,8 @@ class BookList : public BookWindows {
   // arguments do nothing.
   void PropertyListRequest(CQORPPropList* list, const void* second);
   void PropertyChanged(CQORPProp* property, CTradeBookGrid* grid);
+  // Each book takes the changed value over, and its totals follow the colours.
+  void ApplyPropertyToAllBooks(const CQORPProp& property);
 
   std::map<std::uint32_t, CTradeBookBar*> BarsById;
   std::map<const wxWindow*, CTradeBookBar*> BooksByWindow;  // by the grid, which has the focus in an open book

@@ -15,6 +15,16 @@ void BookState::BeginAll() {
   CurrentTitle = AllMark = kAllTitle;
 }
 
+void BookState::BeginBlank() {
+  Filtered = true;
+  NarrowToBlank();
+}
+
+void BookState::BeginWidened(const std::string& scriptTitle) {
+  CurrentTitle = kAllTitle;
+  ScriptTitle = scriptTitle;
+}
+
 // A blank book becomes one of all trades, so that the next Escape makes it blank again.
 void BookState::Widen() {
   Filtered = false;

@@ -22,6 +22,9 @@ struct BookState {
   // A new book: of one security, or of all trades.
   void BeginSecurity(const std::string& scriptTitle);
   void BeginAll();
+  // A book that comes back blank, or widened from the security of that title.
+  void BeginBlank();
+  void BeginWidened(const std::string& scriptTitle);
   // The menu command in an open book.
   void Widen();
   // Escape in a book that is not filtered: back to its security, or to the blank filter that lets nothing in.

@@ -6,12 +6,18 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "book_windows/book_windows.h"
 #include "grid_ops/csv_commands.h"
 #include "grid_ops/filter_key.h"
 #include "host_link/function_table.h"
 #include "trade_data/trade_cache.h"
+
+class CQORPProp;
+
+// The items that a property list was last filled with, by their ids. For comparing: they belong to the list.
+using PropertyItems = std::vector<const CQORPProp*>;
 
 struct PluginState {
   explicit PluginState(CQORTradeImpl& decoder);
@@ -27,6 +33,8 @@ struct PluginState {
 
   std::uint32_t LastNum = 0;             // of the newest book
   bool MultipleTradeBookDisable = true;  // many books are allowed while it is set: meant so
+  std::uint32_t WarnCount = 0;           // of warnings that other books are open, since it was last set
+  PropertyItems Properties;
 
   ExportFolders Exports;       // what the save dialogs start from
   std::string SavedTradePath;  // as config.ini has it, where this process has written it

@@ -41,12 +41,13 @@ void CDlgTradeBook::PlaceGrid() {
 }
 
 void CDlgTradeBook::ShowSummary(SummaryLine& line) {
+  const GridSettings& colors = Grid->Properties.Settings;
   for (const SummaryControl& control : kSummaryControls) {
     const SummaryLine::Control& total = line.Of(control.Value);
     if (!total.Changed) continue;
     CQORPStatic* text = GetStatic(control.Id);
     text->SetWindowText(line.TextOf(control.Value));
-    if (total.Color) text->SetTextColor(*total.Color == TradeColor::Buy ? Grid->BuyColor : Grid->SellColor);
+    if (total.Color) text->SetTextColor(*total.Color == TradeColor::Buy ? colors.BuyColor : colors.SellColor);
   }
   line.ClearChanged();
 }

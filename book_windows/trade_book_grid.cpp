@@ -24,6 +24,7 @@ constexpr const char* kGridName = "Trade Book";
 CTradeBookGrid::CTradeBookGrid(BookList& list, CTradeBookBar& parentBar)
     : CVELDSGridCtrl(kTradeGrid, kGridName, L"ColumnProfile", list.Host()),
       Rows(list.State().TradeStore),
+      Properties(list, parentBar, *this),
       List(list),
       ParentBar(parentBar),
       Exports(list, *this) {
@@ -34,7 +35,7 @@ bool CTradeBookGrid::Create(wxWindow* parent, int id) {
   if (!CVELDSGridCtrl::Create(parent, id)) return false;
   BindCommands();
   EnableMarkSortedColumn(true);
-  EnableHeader(!HeaderHide);
+  EnableHeader(!Properties.Settings.HeaderHide);
   EnableRowHeader(true);
   BuildColumns();
   SetStoredFont();
@@ -78,8 +79,9 @@ bool CTradeBookGrid::ShowCell(int row, int column, CQORPGridCell& cell) const {
   TradeRecord record;
   if (row < 0 || !Rows.GetRecordCopy(static_cast<std::size_t>(row), record)) return false;
   cell.Text = TextOfCell(TradeCellValue(List.State().TradeStore.ServerName, record, column));
-  if (record.Side == kBuy) cell.Background = BuyColor, cell.TextColor = FontBuyColor;
-  if (record.Side == kSell) cell.Background = SellColor, cell.TextColor = FontSellColor;
+  const GridSettings& colors = Properties.Settings;
+  if (record.Side == kBuy) cell.Background = colors.BuyColor, cell.TextColor = colors.FontBuyColor;
+  if (record.Side == kSell) cell.Background = colors.SellColor, cell.TextColor = colors.FontSellColor;
   return true;
 }
 
@@ -123,6 +125,10 @@ void CTradeBookGrid::RecountTotals() {
 }
 void CTradeBookGrid::AddToTotals(const TradeRecord& record) {
   Totals.UpdateTotals(record, Basis(), Line);
+}
+
+void CTradeBookGrid::ApplyProperties(CQORPProp& property) {
+  List.ApplyPropertyToAllBooks(property);
 }
 
 bool CTradeBookGrid::SelectedSecurity(std::string& exchange, std::string& securityId) const {

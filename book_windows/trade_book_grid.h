@@ -4,6 +4,7 @@
 
 #include "book_windows/book_state.h"
 #include "book_windows/export_commands.h"
+#include "book_windows/grid_properties.h"
 #include "grid_base/base_grid.h"
 #include "grid_ops/book_rows.h"
 #include "grid_ops/book_totals.h"
@@ -37,6 +38,9 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   void ToggleSortColumn(int column) override;
   void OnFilterBarChanged(int column, const std::wstring& text) override;
   void OnFilterBarClearAll() override;
+  void PopulateProperties(CQORPPropList& list) override { Properties.PopulateProperties(list); }
+  // Every open book takes it over.
+  void ApplyProperties(CQORPProp& property) override;
   std::span<const CQORPMenuItem> ContextMenu() const override;
   void OnShowContextMenu(const wxPoint& point) override;
   bool PreTranslateMessage(wxKeyEvent& event) override;
@@ -47,11 +51,7 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   BookTotals Totals;
   SummaryLine Line;
   BookState State;
-  ColorRef BuyColor = 0xFF0000;
-  ColorRef SellColor = 0x0000FF;
-  ColorRef FontBuyColor = 0xFFFFFF;
-  ColorRef FontSellColor = 0xFFFFFF;
-  bool HeaderHide = false;
+  GridProperties Properties;
   bool ExchangeFormatFlag = false;
 
  private:

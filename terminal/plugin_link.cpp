@@ -69,9 +69,7 @@ void CPluginLink::Describe() {
 }
 
 void CPluginLink::Call(MessageFunction function, CQORPacketReader& message) {
-  ++CallDepth;
-  function(&message);
-  --CallDepth;
+  Run([&] { function(&message); });
 }
 
 // Each function gets a reader of its own state: OnPluginMessage parses its header itself.
@@ -111,7 +109,5 @@ void CPluginLink::AskSelection(std::uint64_t window, MessageFunction answer) {
 
 void CPluginLink::RunMenuCommand() {
   if (Told.MenuCommand == 0) return;
-  ++CallDepth;
-  reinterpret_cast<CommandFunction>(Told.MenuCommand)();
-  --CallDepth;
+  Run(reinterpret_cast<CommandFunction>(Told.MenuCommand));
 }

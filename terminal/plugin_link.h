@@ -32,6 +32,13 @@ class CPluginLink : public MessageTarget {
   void AskSelection(std::uint64_t window, MessageFunction answer);
   // The menu command of message 30005; nothing when none came.
   void RunMenuCommand();
+  // Calls one of the functions whose addresses the module's messages carry.
+  template <typename Callback>
+  void Run(Callback callback) {
+    ++CallDepth;
+    callback();
+    --CallDepth;
+  }
   // The module is being called: it must not be called again before that returns.
   bool IsBusy() const noexcept { return CallDepth != 0; }
 

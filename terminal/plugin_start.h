@@ -5,5 +5,6 @@
 
 #include "terminal/plugin_link.h"
 
-// Sends 30025, 30026 and 30022; gives how many of them the plug-in takes.
-std::uint64_t SendStart(CPluginLink& plugin);
+// Sends 30025, 30026 and 30022; gives how many of them the plug-in takes. 30026 only where there are windows: the
+// plug-in would open its books in a frame of its own otherwise.
+std::uint64_t SendStart(CPluginLink& plugin, bool withWindows);

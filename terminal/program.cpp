@@ -71,7 +71,7 @@ void PlayDay(const RunFiles& files, const Options& options, CBadLines& badLines,
   CPluginLink plugin(files.Plugin);
   DaySummary summary;
   summary.PluginName = plugin.Description().Name;
-  summary.ControlMessages = SendStart(plugin);
+  summary.ControlMessages = SendStart(plugin, false);
   CProgress progress(errors, clock);
   const PlayClock::Time start = clock.Now();
   summary.Played = CDayPlayer(plugin, beat, clock, progress, options.Speed).Play(script);

@@ -14,6 +14,13 @@ std::string NarrowText(const char16_t* text) {
   return text == nullptr ? std::string() : WideToNarrow(Utf16ToWide(std::u16string_view(text)));
 }
 
+// FNV-1a, cut to 30 bits and above 0, which stands for no id.
+std::uint32_t BarIdOf(std::string_view name) {
+  std::uint32_t hash = 2166136261;
+  for (const char character : name) hash = (hash ^ static_cast<unsigned char>(character)) * 16777619;
+  return 1 + (hash >> 2);
+}
+
 void RegisterBeat(CQORPacketReader& message, CBeat& beat) {
   std::uint64_t callback = 0;
   std::uint32_t periodMs = 0;
@@ -26,6 +33,11 @@ void RegisterBeat(CQORPacketReader& message, CBeat& beat) {
       message.SkipValue();
   }
   beat.Register(reinterpret_cast<CommandFunction>(callback), std::chrono::milliseconds(periodMs));
+}
+
+void PassProperties(CQORPacketReader& message, TerminalWindows& windows) {
+  const PropertyRequest request = ReadPropertyRequest(message);
+  if (request.Complete()) windows.ShowProperties(request);
 }
 
 void PassQuestion(CQORPacketReader& message, TerminalWindows& windows) {
@@ -59,7 +71,10 @@ void CTerminalHost::PluginDataSend(const CQORPacketWriter* message) {
   if (!reader.NextTag() || reader.Tag != 10002 || !reader.ReadU16(reader.MessageNumber)) return;
   ++ReceivedCounts[reader.MessageNumber];
   if (reader.MessageNumber == 32005) RegisterBeat(reader, Beat);
-  if (reader.MessageNumber == 32022 && Windows != nullptr) PassQuestion(reader, *Windows);
+  if (Windows == nullptr) return;
+  if (reader.MessageNumber == 32003) PassProperties(reader, *Windows);
+  if (reader.MessageNumber == 32004) Windows->PropertiesFilled();
+  if (reader.MessageNumber == 32022) PassQuestion(reader, *Windows);
 }
 
 void CTerminalHost::ApplicationFocus(const void* window, bool closed) {
@@ -67,8 +82,10 @@ void CTerminalHost::ApplicationFocus(const void* window, bool closed) {
 }
 
 std::uint32_t CTerminalHost::GetPluginBarID(const char* bookName) {
-  BarNames[++LastBarId] = bookName == nullptr ? "" : bookName;
-  return LastBarId;
+  const std::string name = bookName == nullptr ? "" : bookName;
+  std::uint32_t id = BarIdOf(name);
+  while (!BarNames.emplace(id, name).second) ++id;
+  return id;
 }
 
 CTerminalHost* RunningHost() noexcept {

@@ -3,6 +3,7 @@
 #include <wx/sizer.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "toolkit/bar_menu.h"
@@ -12,6 +13,7 @@ namespace {
 
 const wxRect kUsualFloatRect{100, 100, 530, 300};
 const wxSize kSmallestBar{60, 40};
+const wxSize kGrip{40, 24};
 
 struct SideRow {
   DockSide Side;
@@ -36,12 +38,24 @@ DockSide SideOf(int direction) {
   return DockSide::Left;
 }
 
-// A rectangle that can be seen and taken hold of: one with an area, on a display that is there.
+// Enough of the upper edge lies on the display for the mouse to take hold of it.
+bool CanBeHeld(const wxRect& rect, const wxRect& display) {
+  const wxRect grip = wxRect(rect.GetPosition(), wxSize(rect.width, kGrip.y)).Intersect(display);
+  return grip.width >= std::min(kGrip.x, rect.width) && grip.height >= kGrip.y / 2;
+}
+
+// A rectangle that can be seen and taken hold of: one with an area, not larger than all displays, on one that is there.
 wxRect UsableRect(const wxRect& rect) {
   if (rect.width <= 0 || rect.height <= 0) return kUsualFloatRect;
-  for (unsigned i = 0; i < wxDisplay::GetCount(); ++i)
-    if (wxDisplay(i).GetClientArea().Intersects(rect)) return rect;
-  return {kUsualFloatRect.GetPosition(), rect.GetSize()};
+  wxRect all;
+  bool held = false;
+  for (unsigned i = 0; i < wxDisplay::GetCount(); ++i) {
+    all.Union(wxDisplay(i).GetGeometry());
+    held = held || CanBeHeld(rect, wxDisplay(i).GetClientArea());
+  }
+  wxSize size = rect.GetSize();
+  if (!all.IsEmpty()) size.DecTo(all.GetSize());
+  return {held ? rect.GetPosition() : kUsualFloatRect.GetPosition(), size};
 }
 
 }  // namespace
@@ -107,6 +121,7 @@ void CQORPDockingManager::Impl::Dock(CQORPDockingControlBar& bar, DockSide side)
   };
   WhileHidden(bar, [&] {
     bar.Parts->Tabbed = false;
+    bar.Parts->Restored.reset();
     bar.Parts->LastPane.Dock().Direction(DirectionOf(side)).Layer(0).Row(0);
     bar.Parts->LastPane.Position(static_cast<int>(std::count_if(Bars.begin(), Bars.end(), standsThere)));
   });
@@ -221,14 +236,50 @@ void CQORPDockingManager::Impl::Restore(CQORPDockingControlBar& bar, const BarPl
   Show(bar, false);
   wxAuiPaneInfo& pane = bar.Parts->LastPane;
   bar.Parts->FloatRect = UsableRect({place.Left, place.Top, place.Width, place.Height});
-  pane.Direction(DirectionOf(place.Side)).Layer(place.Layer).Row(place.Row).Position(place.Position);
-  pane.BestSize(place.DockWidth, place.DockHeight);
+  bar.Parts->Restored = place;
+  pane.Direction(DirectionOf(place.Side)).BestSize(place.DockWidth, place.DockHeight);
   pane.dock_proportion = place.Proportion;
   bar.Parts->Tabbed = place.State == BarState::Tabbed;
   if (place.State == BarState::Docked && bar.Parts->Dockable) pane.Dock();
   if (place.State == BarState::Floating) pane.Float();
+  for (CQORPDockingControlBar* other : Bars) PlaceAsRestored(*other);
+  Layout.LimitDocks(DockingLayout::kLargestShare);
   Show(bar, place.Shown);
+  Layout.LimitDocks(DockingLayout::kUsualShare);
+  if (bar.IsDocked() && !HasStoredSize(place)) Cramped = Frame.GetClientSize();
   bar.OnBarMoved();
+}
+
+// A bar that the user has docked at another side since stays there.
+void CQORPDockingManager::Impl::PlaceAsRestored(CQORPDockingControlBar& bar) {
+  const std::optional<BarPlace>& place = bar.Parts->Restored;
+  wxAuiPaneInfo& pane = PaneOf(bar);
+  if (place && pane.dock_direction == DirectionOf(place->Side))
+    pane.Layer(place->Layer).Row(place->Row).Position(place->Position);
+}
+
+bool CQORPDockingManager::Impl::HasStoredSize(const BarPlace& place) const {
+  const bool atSide = place.Side == DockSide::Left || place.Side == DockSide::Right;
+  const wxSize frame = Frame.GetClientSize();
+  return atSide ? place.DockWidth <= DockingLayout::kLargestShare * frame.x
+                : place.DockHeight <= DockingLayout::kLargestShare * frame.y;
+}
+
+// wxAUI gives a dock its size when it comes to be. A frame that has just appeared is not yet as large as it will be,
+// and with wxGTK has hardly any size for a while: once it has grown the docks are made anew.
+void CQORPDockingManager::Impl::RestoreDocks() {
+  if (!std::exchange(Cramped, std::nullopt)) return;
+  CQORPDockingControlBar* focused = BarOf(wxWindow::FindFocus());
+  std::vector<CQORPDockingControlBar*> docked;
+  std::ranges::copy_if(Bars, std::back_inserter(docked),
+                       [](CQORPDockingControlBar* bar) { return bar->Parts->Restored && bar->IsDocked(); });
+  for (CQORPDockingControlBar* bar : docked) Show(*bar, false);
+  for (CQORPDockingControlBar* bar : docked) {
+    BarPlace place = *bar->Parts->Restored;
+    place.Shown = true;
+    Restore(*bar, place);
+  }
+  if (focused != nullptr) Activate(*focused);
 }
 
 void CQORPDockingManager::Impl::PressClose(CQORPDockingControlBar& bar) {

@@ -10,8 +10,6 @@
 namespace {
 
 const wxSize kSmallestMiniFrame{120, 60};
-// The share of the frame that a newly docked bar may take.
-constexpr double kLargestShare = 0.6;
 
 struct CaptionColour {
   int Id;
@@ -44,7 +42,7 @@ class MiniFrame : public wxAuiFloatingFrame {
 }  // namespace
 
 DockingLayout::DockingLayout(wxFrame& frame) : wxAuiManager(&frame, wxAUI_MGR_DEFAULT | wxAUI_MGR_ALLOW_ACTIVE_PANE) {
-  SetDockSizeConstraint(kLargestShare, kLargestShare);
+  LimitDocks(kUsualShare);
   TakeThemeColours();
   frame.Bind(wxEVT_SYS_COLOUR_CHANGED, &DockingLayout::OnThemeChanged, this);
 }

@@ -11,6 +11,10 @@ class DockingLayout : public wxAuiManager {
   explicit DockingLayout(wxFrame& frame);
   // The window of the pane with its caption at that point of the frame; null for none.
   wxWindow* CaptionAt(const wxPoint& point);
+  // What of the frame's size a dock that comes to be may take: the usual share, or most of it.
+  static constexpr double kUsualShare = 0.6;
+  static constexpr double kLargestShare = 0.9;
+  void LimitDocks(double share) { SetDockSizeConstraint(share, share); }
   // Brings mini frame and pane to the rectangle of the screen.
   static void PlaceMiniFrame(const wxAuiPaneInfo& pane, const wxRect& rect);
 

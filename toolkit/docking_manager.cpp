@@ -58,6 +58,7 @@ CQORPDockingManager::Impl::~Impl() {
 void CQORPDockingManager::Impl::BindEvents() {
   Frame.Bind(wxEVT_CHAR_HOOK, &Impl::OnKey, this);
   Frame.Bind(wxEVT_SHOW, &Impl::OnFrameShown, this);
+  Frame.Bind(wxEVT_SIZE, &Impl::OnFrameSized, this);
   Frame.Bind(wxEVT_CONTEXT_MENU, &Impl::OnContextMenu, this);
   Frame.Bind(wxEVT_LEFT_DCLICK, &Impl::OnDoubleClick, this);
   Layout.Bind(wxEVT_AUI_PANE_CLOSE, &Impl::OnPaneClose, this);
@@ -68,6 +69,12 @@ void CQORPDockingManager::Impl::BindEvents() {
 
 void CQORPDockingManager::Impl::OnKey(wxKeyEvent& event) {
   if (!Owner.PreTranslateMessage(event)) event.Skip();
+}
+
+void CQORPDockingManager::Impl::OnFrameSized(wxSizeEvent& event) {
+  event.Skip();
+  const wxSize size = Frame.GetClientSize();
+  if (Cramped && (size.x > Cramped->x || size.y > Cramped->y)) CallAfter(&Impl::RestoreDocks);
 }
 
 // Window managers look at whose child a mini frame is when it appears: one that was there before its frame would lie

@@ -6,6 +6,7 @@
 #include <wx/aui/auibook.h>
 #include <wx/aui/framemanager.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,8 @@ class CQORPDockingControlBar::Impl {
   // Where the bar floats: as asked for or as the user dragged it. wxGTK: a mini frame that has just appeared tells
   // other positions for a while, so that it cannot be asked.
   wxRect FloatRect;
+  // The place last brought back: the layout numbers rows and positions anew with every bar that comes in.
+  std::optional<BarPlace> Restored;
 };
 
 // An event handler, so that what it binds to the frame goes with it.
@@ -61,6 +64,8 @@ class CQORPDockingManager::Impl : public wxEvtHandler {
   DockingLayout Layout;
   wxAuiNotebook* Tabs = nullptr;
   std::vector<CQORPDockingControlBar*> Bars;
+  // The frame's size when it was too small for a bar that was brought back to a side.
+  std::optional<wxSize> Cramped;
   bool ShowsFrame = false;  // the frame is there for the bars alone
 
  private:
@@ -77,6 +82,10 @@ class CQORPDockingManager::Impl : public wxEvtHandler {
   // Runs once the current event is done, if the bar still lives then.
   void Later(CQORPDockingControlBar* bar, void (Impl::*action)(CQORPDockingControlBar&));
   void ReopenMiniFrame(CQORPDockingControlBar& bar);
+  void OnFrameSized(wxSizeEvent& event);
+  void PlaceAsRestored(CQORPDockingControlBar& bar);
+  bool HasStoredSize(const BarPlace& place) const;
+  void RestoreDocks();
   void ShowMenu(CQORPDockingControlBar& bar);
   void PressClose(CQORPDockingControlBar& bar);
   void PressTabClose(CQORPDockingControlBar& bar);

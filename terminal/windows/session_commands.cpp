@@ -64,7 +64,9 @@ void CWindowSession::Run(TerminalCommand command) {
       if (Plugin->Send(30020)) ++ControlMessages;
       return;
     case Command::MarketWatch:
-      return ToggleMarketWatch();
+      return Toggle(*WatchBar);
+    case Command::Properties:
+      return Toggle(*PropertyPane);
     case Command::Keys:
       return ShowMessage(Frame, L"Keys", KeysText(Plugin->Description()));
     case Command::About:
@@ -142,8 +144,8 @@ void CWindowSession::SetSpeed(std::optional<double> speed) {
   OnBeat();
 }
 
-void CWindowSession::ToggleMarketWatch() {
-  WatchBar->ShowControlBar(!WatchBar->IsBarShown());
+void CWindowSession::Toggle(CQORPDockingControlBar& bar) {
+  bar.ShowControlBar(!bar.IsBarShown());
   ShowCommands();
 }
 
@@ -163,8 +165,19 @@ bool CWindowSession::IsPluginBar(const CQORPDockingControlBar& bar) const {
 }
 
 // What has the focus is looked up where it is shown; a bar that closes leaves it to another window.
-void CWindowSession::FocusMoved(const void* /*window*/, bool /*closed*/) {
+void CWindowSession::FocusMoved(const void* /*window*/, bool closed) {
   if (Frame && Day) Frame->CallAfter([this] { ShowStatus(); });
+  if (closed && PropertyPane) PropertyPane->FollowBook();
+}
+
+void CWindowSession::ShowProperties(const PropertyRequest& request) {
+  if (PropertyPane) PropertyPane->Fill(request, *Plugin);
+}
+
+void CWindowSession::PropertiesFilled() {
+  if (!PropertyPane) return;
+  PropertyPane->ShowFilled();
+  ShowCommands();
 }
 
 bool CWindowSession::OpenBook() {

@@ -20,6 +20,7 @@ enum class TerminalCommand : std::uint8_t {
   NewLogin,
   RefreshBooks,
   MarketWatch,
+  Properties,
   Keys,
   About,
 };

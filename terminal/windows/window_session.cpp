@@ -18,7 +18,8 @@
 namespace {
 
 constexpr std::uint32_t kMarketWatchId = 0xFFFF0001;  // apart from the ids that plug-ins get
-constexpr int kPaintedMs = 700;                       // more than two beats
+constexpr std::uint32_t kPropertyPaneId = 0xFFFF0002;
+constexpr int kPaintedMs = 700;  // more than two beats
 
 constexpr double kSpeedWithWindows = 60;
 
@@ -79,6 +80,7 @@ CWindowSession::~CWindowSession() {
 void CWindowSession::Open() {
   MakeFrame();
   MakeWatch();
+  MakePropertyPane();
   LoadPlugin();
   ShowFrame();
   WatchBar->SetFocus();
@@ -119,6 +121,14 @@ void CWindowSession::MakeWatch() {
   WatchBar->Restore(Memory);
 }
 
+void CWindowSession::MakePropertyPane() {
+  PropertyPane = std::make_unique<CPropertyPane>().release();  // the frame owns it
+  if (!PropertyPane->Create(Frame->GetDockingManager(), kPropertyPaneId))
+    throw TerminalError(ExitCode::Display, "the properties cannot be shown");
+  PropertyPane->Closed = [this] { ShowCommands(); };
+  PropertyPane->Restore(Memory);
+}
+
 void CWindowSession::LoadPlugin() {
   Host.UseWindows(this);
   Plugin.emplace(Files.Plugin);
@@ -135,7 +145,7 @@ void CWindowSession::StartDay() {
                                     OnBeat();
                                     ShowFailure(Frame, reason);
                                   }});
-  ControlMessages = SendStart(*Plugin);
+  ControlMessages = SendStart(*Plugin, true);
   Begun = Clock.Now();
   BeginDay(*Input);
   Loop->Start();
@@ -153,6 +163,8 @@ void CWindowSession::Finish() {
   const wxRect rect = Frame->GetNormalRect();
   Memory.SaveFrame({{rect.GetLeft(), rect.GetTop(), rect.GetRight() + 1, rect.GetBottom() + 1}, Frame->IsMaximized()});
   WatchBar->Save(Memory);
+  PropertyPane->Empty();
+  PropertyPane->Save(Memory);
   KeepClipboard();
   if (!Memory.Write()) ShowFailure(Frame, std::string(WindowMemory::kFileName) + " cannot be written");
 }
@@ -172,6 +184,7 @@ DaySummary CWindowSession::Summary() const {
 void CWindowSession::OnBeat() {
   if (!Frame) return;
   WatchBar->Grid().ShowChanges();
+  PropertyPane->FollowBook();
   ShowStatus();
   ShowCommands();
   if (ShouldEnd() && !EndTimer.IsRunning()) EndTimer.StartOnce(kPaintedMs);
@@ -217,4 +230,5 @@ void CWindowSession::ShowCommands() {
   Frame->Check(PlayOrPause, Day->IsPaused());
   Frame->Enable(PlayOrPause, !Day->HasEnded());
   Frame->Check(MarketWatch, WatchBar->IsBarShown());
+  Frame->Check(Properties, PropertyPane->IsBarShown());
 }

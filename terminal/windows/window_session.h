@@ -18,6 +18,7 @@
 #include "terminal/windows/day_loop.h"
 #include "terminal/windows/main_frame.h"
 #include "terminal/windows/market_watch_bar.h"
+#include "terminal/windows/property_pane.h"
 #include "terminal/windows/script_runner.h"
 
 class CWindowSession : private TerminalWindows, private ScriptTarget {
@@ -35,6 +36,7 @@ class CWindowSession : private TerminalWindows, private ScriptTarget {
   void Run(TerminalCommand command);
   CMainFrame* GetFrame() const { return Frame.get(); }
   CMarketWatchBar& GetWatchBar() const { return *WatchBar; }
+  CPropertyPane& GetPropertyPane() const { return *PropertyPane; }
   const CDayRun& GetDay() const { return *Day; }
 
  private:
@@ -42,6 +44,7 @@ class CWindowSession : private TerminalWindows, private ScriptTarget {
   void MakeFrame();
   void ShowFrame();
   void MakeWatch();
+  void MakePropertyPane();
   void LoadPlugin();
   void StartDay();
   void Finish();
@@ -49,6 +52,8 @@ class CWindowSession : private TerminalWindows, private ScriptTarget {
 
   void TellSelection(std::uint64_t window, MessageFunction answer) override;
   void FocusMoved(const void* window, bool closed) override;
+  void ShowProperties(const PropertyRequest& request) override;
+  void PropertiesFilled() override;
   bool IsPluginBar(const CQORPDockingControlBar& bar) const;
 
   bool OpenBook() override;
@@ -73,7 +78,7 @@ class CWindowSession : private TerminalWindows, private ScriptTarget {
   void LoginAgain();
   void PlayOrPause();
   void SetSpeed(std::optional<double> speed);
-  void ToggleMarketWatch();
+  void Toggle(CQORPDockingControlBar& bar);
 
   void OnBeat();
   void ShowStatus();
@@ -97,6 +102,7 @@ class CWindowSession : private TerminalWindows, private ScriptTarget {
   std::optional<CDayLoop> Loop;
   wxWeakRef<CMainFrame> Frame;
   CMarketWatchBar* WatchBar = nullptr;                 // belongs to the frame
+  wxWeakRef<CPropertyPane> PropertyPane;               // asked for while the frame goes, too
   const CQORPDockingControlBar* FocusedBar = nullptr;  // for comparing: may be gone
   const CQORPDockingControlBar* LastBook = nullptr;    // the same; null for the one that was opened last
   wxTimer EndTimer;

@@ -5,6 +5,7 @@
 
 #include <cstring>
 
+#include "grid_base/registry_store.h"
 #include "grid_ops/trade_columns.h"
 #include "host_link/packet_writer.h"
 #include "toolkit/file_dialog.h"
@@ -26,7 +27,12 @@ void TakeMessage(CQORPacketWriter* message) {
 }
 std::uint32_t GiveBarId(const char*, const char* book) {
   terminal.BarIds.push_back(book);
-  return ++terminal.LastId;
+  const char* number = std::strpbrk(book, "123456789");
+  return terminal.LastId = number == nullptr ? 0 : static_cast<std::uint32_t>(std::atoi(number));
+}
+void GiveMaster(MasterRequest* request, std::uint32_t, std::uint16_t*) {
+  static const std::string record = std::string(kMasterNameOffset, '\0') + "GOLD 201312" + std::string(500, '\0');
+  if (terminal.KnowsSecurities) request->MasterRecord = reinterpret_cast<std::uintptr_t>(record.data());
 }
 void TakeBarId(std::uint32_t id, const char*) {
   terminal.BarIds.push_back("-" + std::to_string(id));
@@ -35,6 +41,7 @@ void TakeBarId(std::uint32_t id, const char*) {
 void* FindFunction(const char* name) {
   if (std::strcmp(name, "PluginDataSend") == 0) return reinterpret_cast<void*>(&TakeMessage);
   if (std::strcmp(name, "GetPluginBarID") == 0) return reinterpret_cast<void*>(&GiveBarId);
+  if (std::strcmp(name, "GetMasterRequest") == 0) return reinterpret_cast<void*>(&GiveMaster);
   if (std::strcmp(name, "PluginRemoveBarID") == 0) return reinterpret_cast<void*>(&TakeBarId);
   return nullptr;
 }
@@ -69,6 +76,8 @@ void BooksTest::SetUp() {
   fs::remove_all(Folder);
   fs::create_directories(Folder);
   fs::current_path(Folder);
+  for (const wchar_t* path : {L"PLUGINDLLS", L"TradeBook"})  // the store outlives a test
+    CQORPRegistrySP::Create(0, 0)->RemovePath(path, false);
   Start();
 }
 

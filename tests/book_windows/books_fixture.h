@@ -22,7 +22,8 @@ struct BookTerminal {
   std::vector<std::uint16_t> Messages;
   std::vector<std::uint8_t> LastMessage;
   std::vector<std::string> BarIds;
-  std::uint32_t LastId = 0;
+  std::uint32_t LastId = 0;  // the number in the book's name
+  bool KnowsSecurities = false;
 };
 extern BookTerminal terminal;
 

@@ -131,10 +131,10 @@ TEST_F(BooksTest, ClosesByItsFourWays) {
   CTradeBookBar& tabbed = OpenFor("COMEX", "GC1");
   tabbed.TabControlBar();
   Pump();
+  State->MultipleTradeBookDisable = false;  // which the close saves
   EXPECT_EQ(tabbed.OnTabCloseButton(), 1);
   EXPECT_TRUE(List->BarsById.empty());
   EXPECT_EQ(tabbed.OnTabCloseButton(), 1) << "unknown by now, and the tab still goes";
-  State->MultipleTradeBookDisable = false;
   Open();
   Main->SetFocus();
   Pump();

@@ -54,9 +54,12 @@ void AskTerminal() {
   std::memcpy(&multiplier, record + kMasterMultiplierOffset, sizeof multiplier);
   Log << "master " << record + kMasterNameOffset << ' ' << multiplier << std::endl;
   const auto newBar = Terminal<GetPluginBarIDFunction>("GetPluginBarID");
+  const auto removeBar = Terminal<PluginRemoveBarIDFunction>("PluginRemoveBarID");
   const std::uint32_t first = newBar("Fake", "one");
-  Log << "bars " << newBar("Fake", "two") - first << std::endl;
-  Terminal<PluginRemoveBarIDFunction>("PluginRemoveBarID")(first, "Fake");
+  const std::uint32_t second = newBar("Fake", "one");
+  Log << "bars " << second - first << std::endl;
+  removeBar(first, "Fake");
+  removeBar(second, "Fake");
   Terminal<ApplicationFocusFunction>("ApplicationFocus")(nullptr, 0);
   CQORPacketWriter question(0);
   question.AddU16(10002, 32022);

@@ -58,12 +58,12 @@ TEST(Program, PlaysADayToAPlugin) {
   EXPECT_LT(log.find("refresh"), lastTrade);
   log = Without(log, "refresh\n");
   EXPECT_EQ(log,
-            "raw 30025\nexported 30026\nraw 30022\nrouted 8111 1\nrouted 8111 2\nrouted 8112\n"
+            "raw 30025\nraw 30022\nrouted 8111 1\nrouted 8111 2\nrouted 8112\n"
             "master BIG BLUE 2.5\nbars 1\nraw 30020\nrouted 9101 3\nrouted 9101 4\nraw 30021\n");
   EXPECT_TRUE(std::filesystem::exists(TestFolder() / "work" / "TradeHeaderFile.txt"));
   const std::string summary = Without(run.Out, "\r");
   for (const char* line :
-       {"Plug-in             Fake\n", "Messages sent       10\n", "Messages received   32005: 1, 32022: 1\n",
+       {"Plug-in             Fake\n", "Messages sent       9\n", "Messages received   32005: 1, 32022: 1\n",
         "Trades played       4 (download 2, live 2)\n", "Bad lines           0\n"})
     EXPECT_NE(summary.find(line), std::string::npos) << line << summary;
   EXPECT_EQ(summary.find("not asked"), std::string::npos);
@@ -75,8 +75,7 @@ TEST(Program, DoesNotDeliverWhatThePluginDidNotAskFor) {
   EXPECT_EQ(run.Code, 1);
   EXPECT_NE(run.Errors.find(": byte 15: 4 bytes that belong to no message"), std::string::npos) << run.Errors;
   const std::string log = Without(ReadTestFile(TestFolder() / "work" / "fake_plugin.log"), "refresh\n");
-  EXPECT_EQ(log.substr(0, log.find("master")),
-            "raw 30025\nexported 30026\nraw 30022\nrouted 8111 \nraw 30022\nrouted 8112\n");
+  EXPECT_EQ(log.substr(0, log.find("master")), "raw 30025\nraw 30022\nrouted 8111 \nraw 30022\nrouted 8112\n");
   EXPECT_NE(run.Out.find("Messages not asked  1"), std::string::npos) << run.Out;
 }
 

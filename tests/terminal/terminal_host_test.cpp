@@ -74,6 +74,11 @@ struct CTestWindows : TerminalWindows {
     Asked += std::to_string(window) + " ";
     AnswerSelection(answer, "ARCA", window == 7 ? "IBM" : "");
   }
+  void ShowProperties(const PropertyRequest& request) override {
+    Asked += "p" + std::to_string(reinterpret_cast<std::uint64_t>(request.Fill)) +
+             std::to_string(reinterpret_cast<std::uint64_t>(request.Apply)) + std::to_string(request.Grid) + " ";
+  }
+  void PropertiesFilled() override { Asked += "filled "; }
   void FocusMoved(const void* window, bool closed) override {
     Asked += std::to_string(reinterpret_cast<std::uintptr_t>(window)) + (closed ? "- " : "+ ");
   }
@@ -102,7 +107,17 @@ TEST_F(TerminalHost, PassesQuestionsToItsWindows) {
   ask(9, nullptr);
   Host.ApplicationFocus(reinterpret_cast<void*>(5), false);
   Host.ApplicationFocus(reinterpret_cast<void*>(5), true);
-  EXPECT_EQ(windows.Asked, "7 8 5+ 5- ");
+  CQORPacketWriter properties(0);
+  properties.AddU16(10002, 32003);
+  properties.AddU64(30002, 78);
+  properties.AddU64(30031, 79);
+  Host.PluginDataSend(&properties);  // without a grid
+  properties.AddU64(30001, 6);
+  Host.PluginDataSend(&properties);
+  CQORPacketWriter filled(0);
+  filled.AddU16(10002, 32004);
+  Host.PluginDataSend(&filled);
+  EXPECT_EQ(windows.Asked, "7 8 5+ 5- p78796 filled ");
   const std::string head("#\1\0\0\0#\x11\x27", 8);
   const std::string number("#\x12\x27\x17\x7D", 5);
   ASSERT_EQ(Answers.size(), 2U);
@@ -113,11 +128,14 @@ TEST_F(TerminalHost, PassesQuestionsToItsWindows) {
 
 TEST_F(TerminalHost, GivesEachBarAnIdOfItsOwn) {
   const std::uint32_t first = Host.GetPluginBarID("TradeBook 1");
-  const std::uint32_t second = Host.GetPluginBarID(nullptr);
+  const std::uint32_t second = Host.GetPluginBarID("TradeBook 2");
+  EXPECT_EQ(Host.GetPluginBarID("TradeBook 1"), first + 1);
+  EXPECT_EQ(Host.GetPluginBarID(nullptr), 1 + 0x811C9DC5 / 4) << "the same at every start";
   Host.PluginRemoveBarID(first);
   Host.PluginRemoveBarID(99);
-  EXPECT_GT(Host.GetPluginBarID("TradeBook 2"), second);
-  EXPECT_EQ(Host.Bars(), (std::map<std::uint32_t, std::string>{{second, ""}, {second + 1, "TradeBook 2"}}));
+  EXPECT_EQ(Host.Bars(), (std::map<std::uint32_t, std::string>{
+                             {first + 1, "TradeBook 1"}, {second, "TradeBook 2"}, {1 + 0x811C9DC5 / 4, ""}}));
+  EXPECT_EQ(Host.GetPluginBarID("TradeBook 1"), first);
 }
 
 TEST_F(TerminalHost, AnswersOnlyRequestThirtyForAKnownSecurity) {

@@ -1,6 +1,8 @@
 // The terminal's windows with a plug-in that writes down what it is told.
 #include "terminal/windows/window_session.h"
 
+#include <wx/propgrid/propgrid.h>
+#include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
 #include <algorithm>
@@ -148,6 +150,62 @@ TEST_F(WindowSession, AnswersWhatIsSelected) {
   Ask(book);
   EXPECT_EQ(Log(), before + "raw 32022\n");
   EXPECT_EQ(Answers.size(), 2U);
+}
+
+std::vector<std::string> Calls;
+void FillList(CQORPPropList* list, const void* second) {
+  Calls.push_back(second != nullptr && wxWindow::FindFocus()->GetName() == "grid" ? "fill" : "not in the book");
+  list->AddProperty(std::make_unique<CQORPProp>(L"Number", 5, 0));
+  CQORPacketWriter filled(0);
+  filled.AddU16(10002, 32004);
+  RunningHost()->PluginDataSend(&filled);
+}
+void ApplyItem(CQORPProp* item, void* grid) {
+  Calls.push_back(std::to_string(std::get<std::int32_t>(item->GetValue())) +
+                  static_cast<wxWindow*>(grid)->GetName().ToStdString());
+}
+
+TEST_F(WindowSession, ShowsPropertiesWhileTheBookIsThere) {
+  auto* book = std::make_unique<CQORPDockingControlBar>().release();  // the frame owns it
+  ASSERT_TRUE(book->CreateBar(Session->GetFrame()->GetDockingManager(), L"Book", wxRect(200, 200, 300, 200), 77));
+  book->DockControlBar(DockSide::Left);
+  auto* grid = std::make_unique<wxTextCtrl>(book, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, 0,
+                                            wxDefaultValidator, "grid")
+                   .release();
+  CQORPacketWriter request(0);
+  request.AddU16(10002, 32003);
+  request.AddU64(30002, reinterpret_cast<std::uint64_t>(&FillList));
+  request.AddU64(30031, reinterpret_cast<std::uint64_t>(&ApplyItem));
+  request.AddU64(30001, reinterpret_cast<std::uint64_t>(static_cast<wxWindow*>(grid)));
+  CPropertyPane& pane = Session->GetPropertyPane();
+  const auto inPane = [&pane] { return pane.GetDockingManager()->BarOf(wxWindow::FindFocus()) == &pane; };
+  const auto number = [&pane](long value) {
+    auto& list = dynamic_cast<wxPropertyGrid&>(*pane.List().GetChildren().front());
+    list.ChangePropertyValue(list.GetPropertyByLabel(L"Number"), value);
+  };
+  Calls.clear();
+  RunningHost()->PluginDataSend(&request);
+  EXPECT_FALSE(pane.IsBarShown()) << "the book is not shown";
+  for (int time = 0; time < 2; ++time) {
+    book->ShowControlBar(true);
+    grid->SetFocus();
+    ASSERT_TRUE(PumpUntil([grid] { return wxWindow::FindFocus() == grid; }));
+    RunningHost()->PluginDataSend(&request);
+    EXPECT_TRUE(pane.IsDocked());
+    EXPECT_TRUE(PumpUntil(inPane));
+    EXPECT_EQ(pane.List().GetProperties().size(), 1U);
+    number(-2147483647);
+    number(7);
+    number(7);
+    book->ShowControlBar(false);
+    RunningHost()->ApplicationFocus(book, true);
+    EXPECT_TRUE(pane.List().GetProperties().empty());
+  }
+  EXPECT_EQ(Calls, (std::vector<std::string>{"fill", "-2147483647grid", "7grid", "fill", "-2147483647grid", "7grid"}));
+  Session->Run(TerminalCommand::Properties);
+  EXPECT_FALSE(pane.IsBarShown());
+  Session->Run(TerminalCommand::Properties);
+  EXPECT_TRUE(pane.IsBarShown());
 }
 
 TEST_F(WindowSession, ShowsTradesAndRemembersItsPlaces) {

@@ -1,0 +1,41 @@
+// GridProperties: the eleven properties of a book as the terminal's pane shows them, what a change of each does to a
+// grid, and the settings that keep them. Not how they are stored: grid_settings.h. Used on the terminal's calling
+// thread only.
+#pragma once
+
+#include "book_windows/grid_settings.h"
+#include "toolkit/property_list.h"
+
+class BookList;
+class CTradeBookBar;
+class CTradeBookGrid;
+
+class GridProperties {
+ public:
+  GridProperties(BookList& list, CTradeBookBar& parentBar, CTradeBookGrid& grid)
+      : List(list), ParentBar(parentBar), Grid(grid) {}
+
+  // Puts the properties as this grid has them into the list, and tells the terminal.
+  void PopulateProperties(CQORPPropList& list);
+  // Takes over the value of one of the items that the plug-in last filled a list with; any other changes nothing.
+  void ApplyProperty(const CQORPProp& property);
+  void LoadGridSettings(const std::wstring& key);
+  void SaveGridSettings(const std::wstring& key);
+
+  GridSettings Settings;
+
+ private:
+  struct Row;
+  static const Row kRows[];
+
+  std::unique_ptr<CQORPProp> MakeItem(const Row& row, int id) const;
+  // False where the change ends with a warning, and is not saved.
+  bool TakeValue(const Row& row, const CQORPProp::Value& value);
+  bool WarnsOfOpenBooks();
+  void FreezeColumns();
+  void ShowSwitch(bool GridSettings::*flag);
+
+  BookList& List;
+  CTradeBookBar& ParentBar;
+  CTradeBookGrid& Grid;
+};

@@ -1,0 +1,91 @@
+#include "terminal/windows/property_pane.h"
+
+#include <wx/sizer.h>
+
+#include <utility>
+
+#include "terminal/windows/find_child.h"
+
+namespace {
+
+constexpr const wchar_t* kSection = L"PropertyBar";
+constexpr int kIndex = 1;
+constexpr const wchar_t* kHint = L"\"Property\" in the menu of a book shows its properties here.";
+
+CQORPDockingControlBar* BarOfGrid(const CQORPDockingManager& manager, std::uint64_t grid) {
+  const auto isGrid = [grid](const wxWindow& window) { return reinterpret_cast<std::uint64_t>(&window) == grid; };
+  for (CQORPDockingControlBar* bar : manager.Bars())
+    if (FindChild<wxWindow>(*bar, isGrid) != nullptr) return bar;
+  return nullptr;
+}
+
+}  // namespace
+
+bool CPropertyPane::Create(CQORPDockingManager& manager, std::uint32_t id) {
+  const wxRect floating(manager.Frame().GetPosition() + FromDIP(wxPoint(160, 160)), FromDIP(wxSize(360, 480)));
+  if (!CreateBar(manager, L"Properties", floating, id)) return false;
+  EnableDocking(true);
+  Items = std::make_unique<CQORPPropList>().release();
+  if (!Items->Create(this, wxID_ANY, L"Properties")) return false;
+  Items->SetHint(kHint);
+  Items->OnChange = [this](CQORPProp& item) { Apply(item); };
+  auto sizer = std::make_unique<wxBoxSizer>(wxVERTICAL);
+  sizer->Add(Items, wxSizerFlags(1).Expand());
+  SetSizer(sizer.release());
+  return true;
+}
+
+void CPropertyPane::Fill(const PropertyRequest& request, CPluginLink& plugin) {
+  Empty();
+  Book = BarOfGrid(*GetDockingManager(), request.Grid);
+  if (!HasBook()) return;
+  Request = request;
+  Plugin = &plugin;
+  plugin.Run([this] { Request.Fill(Items, this); });
+}
+
+void CPropertyPane::ShowFilled() {
+  if (HasBook()) ShowControlBar(true);
+}
+
+bool CPropertyPane::HasBook() const {
+  return Book && Book->IsBarShown();
+}
+
+void CPropertyPane::FollowBook() {
+  if (Plugin != nullptr && !HasBook()) Empty();
+}
+
+void CPropertyPane::Empty() {
+  Plugin = nullptr;
+  Book = nullptr;
+  Request = {};
+  Items->RemoveAll();
+}
+
+void CPropertyPane::Apply(CQORPProp& item) {
+  if (Plugin == nullptr || !HasBook()) return;
+  Plugin->Run([&] { Request.Apply(&item, reinterpret_cast<void*>(Request.Grid)); });
+}
+
+void CPropertyPane::Save(WindowMemory& memory) {
+  SaveState(*memory.Open(), kSection, kIndex, GetDlgCtrlID());
+}
+
+void CPropertyPane::Restore(WindowMemory& memory) {
+  if (!LoadState(*memory.Open(), kSection, kIndex, GetDlgCtrlID())) DockControlBar(DockSide::Right);
+}
+
+void CPropertyPane::OnBarFocus() {
+  Items->SetFocus();
+}
+
+void CPropertyPane::OnPressCloseButton() {
+  CQORPDockingControlBar::OnPressCloseButton();
+  if (Closed) Closed();
+}
+
+int CPropertyPane::OnTabCloseButton() {
+  if (Closed) CallAfter([this] { Closed(); });
+  return 1;
+}

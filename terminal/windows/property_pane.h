@@ -1,0 +1,48 @@
+// CPropertyPane: the bar with the properties of a book: a plug-in fills it by one of its functions and takes changes
+// over by another. Not what the properties are. The main thread only.
+#pragma once
+
+#include <wx/panel.h>
+#include <wx/weakref.h>
+
+#include "terminal/plugin_link.h"
+#include "terminal/property_request.h"
+#include "terminal/window_memory.h"
+#include "toolkit/docking_control_bar.h"
+#include "toolkit/property_list.h"
+
+// Promises: the plug-in is called with a grid only while its bar is shown. When that closes or goes the pane is empty.
+class CPropertyPane : public CQORPDockingControlBar {
+ public:
+  // False when no window could be made.
+  bool Create(CQORPDockingManager& manager, std::uint32_t id);
+
+  // Has the plug-in fill the list, which it does for the book with the focus: so nothing here takes it.
+  void Fill(const PropertyRequest& request, CPluginLink& plugin);
+  // The plug-in has told that the list is filled.
+  void ShowFilled();
+  // Empties itself where the grid's bar is not shown any more.
+  void FollowBook();
+  void Empty();
+
+  void Save(WindowMemory& memory);
+  // As it was, else docked at the right and hidden.
+  void Restore(WindowMemory& memory);
+
+  void OnBarFocus() override;
+  void OnPressCloseButton() override;
+  int OnTabCloseButton() override;
+
+  CQORPPropList& List() const noexcept { return *Items; }
+  // Called when the user has closed the pane.
+  std::function<void()> Closed;
+
+ private:
+  void Apply(CQORPProp& item);
+  bool HasBook() const;
+
+  CQORPPropList* Items = nullptr;  // a child window
+  PropertyRequest Request;
+  wxWeakRef<CQORPDockingControlBar> Book;  // of the grid
+  CPluginLink* Plugin = nullptr;
+};

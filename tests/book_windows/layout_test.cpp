@@ -1,0 +1,207 @@
+#include "book_windows/book_layout.h"
+
+#include <wx/display.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "book_windows/layout_record.h"
+#include "foundations/wide_text.h"
+#include "grid_base/registry_store.h"
+#include "tests/book_windows/books_fixture.h"
+
+namespace {
+
+constexpr const char* kAll = "Trade Book : All";
+constexpr const char* kGold = "Trade Book : COMEX GOLD 201312";
+
+class LayoutTest : public BooksTest {
+ protected:
+  std::filesystem::path File() const { return Folder / "stored.xml"; }
+  void Save() { SaveBookLayout(*List, *RegistryStore::Make(File())->Open(0, 0)); }
+  void Restore() {
+    RestoreBookLayout(*List, *RegistryStore::Make(File())->Open(0, 1));
+    Pump();
+  }
+  void StoreText(const std::string& entries) const {
+    std::ofstream(File(), std::ios::binary) << "<CURRENT_USER><PLUGINDLLS><TradeBook><RecentFiles>" << entries
+                                            << "</RecentFiles></TradeBook></PLUGINDLLS></CURRENT_USER>";
+  }
+  std::string StoredText() const {
+    std::stringstream text;
+    text << std::ifstream(File(), std::ios::binary).rdbuf();
+    return text.str();
+  }
+  CTradeBookBar& Book(std::uint32_t number) { return *List->BarsById.at(number); }
+};
+
+TEST_F(LayoutTest, EachStateHasItsStoredName) {
+  using enum RestoredState;
+  const struct {
+    const char *ScriptTitle, *AllMark, *CurrentTitle, *Written;
+    RestoredState Back;
+  } kRows[] = {{kGold, "", kGold, kGold, Security},
+               {kGold, "", "", kGold, Security},
+               {kGold, "", kAll, kAll, Widened},
+               {kGold, kAll, kAll, nullptr, Security},
+               {"", "", "", "Trade Book : ", Blank},
+               {"", kAll, kAll, kAll, All},
+               {"", "", kAll, kAll, All},
+               {"", kAll, "", kAll, All}};
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.ScriptTitle + std::string("|") + row.AllMark + "|" + row.CurrentTitle);
+    BookState state;
+    state.ScriptTitle = row.ScriptTitle, state.AllMark = row.AllMark, state.CurrentTitle = row.CurrentTitle;
+    BookRecord record;
+    record.Security = KeyOf("COMEX", "GC1");
+    record.ScriptTitle = row.ScriptTitle;
+    record.ScriptTradeName = ScriptTradeNameOf(state);
+    EXPECT_EQ(record.ScriptTradeName, row.Written == nullptr ? std::nullopt : std::optional<std::string>(row.Written));
+    EXPECT_EQ(RestoredStateOf(record), row.Back);
+    record.Security.Exchange[0] = '\0';
+    EXPECT_EQ(RestoredStateOf(record), row.Back == Security ? Unknown : row.Back);
+  }
+}
+
+TEST_F(LayoutTest, WritesEveryValueInItsOrder) {
+  CTradeBookBar& book = OpenFor("COMEX", "GC1");
+  book.DockControlBar(DockSide::Bottom);
+  State->LastNum = 12;
+  Pump();
+  Save();
+  const std::string text = StoredText();
+  EXPECT_EQ(text.substr(0, text.find("\r\n<Rect1>\"")),
+            "<CURRENT_USER>\r\n<PLUGINDLLS>\r\n<TradeBook>\r\n<RecentFiles>\r\n<1>\"TradeBook 1\"</1>\r\n"
+            "<FilterKeyExchange1>\"COMEX\"</FilterKeyExchange1>\r\n"
+            "<FilterKeySecurityID1>\"GC1\"</FilterKeySecurityID1>\r\n"
+            "<ScriptName1>\"Trade Book : COMEX GOLD 201312\"</ScriptName1>\r\n<LastNum1>\"12\"</LastNum1>\r\n"
+            "<ScriptTradeName1>\"Trade Book : COMEX GOLD 201312\"</ScriptTradeName1>\r\n"
+            "<Dock1>\"1\"</Dock1>\r\n<Tab1>\"0\"</Tab1>");
+  EXPECT_NE(text.find("</RecentFiles>\r\n</TradeBook>\r\n</PLUGINDLLS>\r\n<TradeBook:COMEXGOLD201312TradeBook11>\r\n"
+                      "<Bar-1>\"1;docked;1;100;100;530;300;bottom;"),
+            std::string::npos)
+      << text;
+  EXPECT_TRUE(std::filesystem::exists(Folder / "ColumnProfile" / "Trade Book" / "ColumnProfile.xml"));
+  book.OnPressCloseButton();
+  Save();
+  EXPECT_EQ(StoredText(), text) << "no book is open: nothing is written, and nothing goes";
+}
+
+// A second run over the same files: titles, rows and places are those of the first.
+TEST_F(LayoutTest, BooksComeBackToTheirPlaces) {
+  const struct {
+    std::function<void(CTradeBookBar&)> Change;
+    const char* Title;
+    int Rows;
+  } kBooks[] = {
+      {[](auto& bar) { bar.DockControlBar(DockSide::Left); }, kGold, 1},
+      {[](auto& bar) { bar.DockControlBar(DockSide::Left); }, kAll, 0},
+      {[](auto& bar) { bar.Grid()->State.Widen(), bar.FollowState(), bar.TabControlBar(); }, kAll, 0},
+      {[this](auto& bar) {
+         List->NarrowToFilter(bar), bar.FloatControlBar({320, 210, 444, 222});
+       },
+       "Trade Book : ", 1},
+      {[](auto& bar) { bar.DockControlBar(DockSide::Left); }, kGold, 1},
+      {[](auto& bar) { bar.DockControlBar(DockSide::Top); }, kAll, 0},
+  };
+  std::map<std::uint32_t, wxRect> places;
+  std::uint32_t number = 0;
+  for (std::size_t i = 0; i < std::size(kBooks); ++i) {
+    terminal.Answer = i % 2 == 0 ? KeyOf("COMEX", "GC1") : FilterKey{};
+    List->OpenNewBook();
+    Pump();
+  }
+  for (std::size_t i = std::size(kBooks); i-- > 0;) {  // those at one side stand in the order of their docking
+    kBooks[i].Change(Book(static_cast<std::uint32_t>(i + 1)));
+    Pump();
+  }
+  const auto place = [](CTradeBookBar& bar) { return bar.IsFloating() ? bar.GetFloatRect() : bar.GetScreenRect(); };
+  for (const auto& [id, bar] : List->BarsById) places[id] = place(*bar);
+  Save();
+  Stop();
+  Start();
+  terminal.KnowsSecurities = true;
+  Trade(1, "COMEX", "GC1", 1, 5, 10);
+  Trade(2, "COMEX", "GC2", 1, 5, 10);
+  Trade(3, "", "", 1, 5, 10);
+  Restore();
+  ASSERT_EQ(List->BarsById.size(), 6u);
+  EXPECT_EQ(State->LastNum, 6u);
+  number = 0;
+  for (const auto& book : kBooks) {
+    SCOPED_TRACE(++number);
+    CTradeBookBar& bar = Book(number);
+    EXPECT_EQ(bar.GetBarTitle(), NarrowToWide(std::string(book.Title)));
+    EXPECT_EQ(bar.Grid()->GetVirtualRows(), book.Rows);
+    EXPECT_EQ(bar.Dialog->GetStatic(30043)->IsShown(), book.Title == std::string(kGold));
+    EXPECT_TRUE(
+        State->BooksByKey.contains(book.Title + ("TradeBook " + std::to_string(number)) + std::to_string(number)));
+    EXPECT_TRUE(List->BooksByWindow.contains(bar.Grid()));
+    EXPECT_TRUE(PumpUntil([&] { return place(bar) == places[number]; }));
+  }
+  EXPECT_TRUE(Book(3).IsMDITabbed());
+  Book(3).NarrowToFilter();
+  EXPECT_EQ(Book(3).GetBarTitle(), NarrowToWide(std::string(kGold))) << "a widened book still knows its security";
+  EXPECT_EQ(Book(3).Grid()->GetVirtualRows(), 1);
+  Trade(9, "COMEX", "GC1", 1, 5, 10);
+  Beat();
+  EXPECT_EQ(Book(1).Grid()->GetVirtualRows(), 2);
+  EXPECT_EQ(Book(2).Grid()->GetVirtualRows(), 1);
+  EXPECT_EQ(Book(4).Grid()->GetVirtualRows(), 1);
+  EXPECT_EQ(List->BarsById.size(), 6u);
+}
+
+// Whatever the store holds: so many books of it, on the screen.
+TEST_F(LayoutTest, TakesOnlyWhatCanBeTaken) {
+  std::string twenty;
+  for (int i = 1; i <= 20; ++i) {
+    const std::string n = std::to_string(i);
+    twenty += "<" + n + ">\"TradeBook " + n + "\"</" + n + "><LastNum" + n + ">\"" + std::to_string(40 + i) +
+              "\"</LastNum" + n + "><Dock" + n + ">\"1\"</Dock" + n + ">";
+  }
+  const std::string one = "<1>\"TradeBook 1\"</1>";
+  const std::string filter = "<ScriptName1>\"x\"</ScriptName1><FilterKeySecurityID1>\"GC1\"</FilterKeySecurityID1>";
+  const struct {
+    std::string Entries;
+    std::size_t Books;
+    std::uint32_t LastNum;
+    const wchar_t* Title;  // of the first book
+    std::size_t WithKey;
+  } kStores[] = {
+      {"", 0, 0, L"", 0},
+      {twenty, 15, 55, L"Trade Book : ", 15},
+      {one + "<3>\"TradeBook 3\"</3>", 1, 0, L"Trade Book : ", 1},
+      {"<1>\"\"</1><LastNum1>\"7\"</LastNum1><2>\"TradeBook 2\"</2><LastNum2>\"x\"</LastNum2>", 1, 0, L"Trade Book : ",
+       1},
+      {"<1>\"\"</1><LastNum1>\"7\"</LastNum1>", 0, 7, L"", 0},
+      {one + filter, 1, 0, L"TradeBook 1", 0},
+      {one + filter + "<FilterKeyExchange1>\"COMEX\"</FilterKeyExchange1>", 1, 0, L"Trade Book : COMEX ", 1},
+      {one + filter + "<FilterKeyExchange1>\"" + std::string(60, 'E') + "\"</FilterKeyExchange1>", 1, 0,
+       L"Trade Book : EEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEEE ", 1},
+      {one + "<Rect1>\"000000800000008000ffff7fffffff7f\"</Rect1>", 1, 0, L"Trade Book : ", 1},
+      {one + "<Rect1>\"ffffff7fffffff7f0000008000000080\"</Rect1>", 1, 0, L"Trade Book : ", 1},
+      {one + "<Rect1>\"409c0000409c000080a9000080a90000\"</Rect1>", 1, 0, L"Trade Book : ", 1},
+      {one + "<Rect1>\"0a000000feffffff\"</Rect1>", 1, 0, L"Trade Book : ", 1},
+      {one + "<ScriptTradeName1>\"Trade Book : All\"</ScriptTradeName1>" + one, 1, 0, L"Trade Book : All", 1},
+      {one + "<2>\"TradeBook 1\"</2>", 2, 0, L"Trade Book : ", 1},
+      {one + "<2>TradeBook 2</2>", 0, 0, L"", 0},
+  };
+  for (const auto& store : kStores) {
+    SCOPED_TRACE(store.Entries);
+    Stop();
+    Start();
+    StoreText(store.Entries);
+    Restore();
+    ASSERT_EQ(List->BooksByWindow.size(), store.Books);
+    EXPECT_EQ(State->LastNum, store.LastNum);
+    EXPECT_EQ(State->BooksByKey.size(), store.WithKey);
+    if (store.Books == 0) continue;
+    const CTradeBookBar& bar = *List->BarsById.begin()->second;
+    EXPECT_EQ(bar.GetBarTitle(), store.Title);
+    EXPECT_TRUE(bar.IsFloating()) << "what is stored of dock and tab is not read";
+    EXPECT_TRUE(wxDisplay(0U).GetGeometry().Contains(bar.GetFloatRect().GetPosition() + wxPoint(40, 12)));
+    EXPECT_TRUE(wxRect(wxSize(4000, 4000)).Contains(wxRect(bar.GetFloatRect().GetSize())));
+  }
+}
+
+}  // namespace
