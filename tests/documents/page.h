@@ -1,4 +1,4 @@
-// Reads the fenced blocks of a page in docs/, for tests that hold the pages to what the code does.
+// Reads pages and sources, for tests that hold the pages to what the code does.
 #pragma once
 
 #include <fstream>
@@ -22,3 +22,10 @@ inline std::vector<std::string> FencedBlock(const std::string& page, const std::
   }
   throw std::runtime_error(page + " has no block of " + language + " behind '" + behind + "'");
 }
+
+// A file of the source folder, with LF.
+std::string SourceText(const std::string& path);
+
+// Of every match the whole and its groups.
+using Match = std::vector<std::string>;
+std::vector<Match> Matches(const std::string& text, const char* pattern);

@@ -1,0 +1,143 @@
+// The smallest terminal for the plug-in: loads it, plays a download of one trade and one live trade to it, without
+// windows, and prints what comes back. docs/host_guide.md explains it.
+//
+//   minimal_host [MODULE]    without a module the one beside the program
+//
+// Works in the folder minimal_host below the current one.
+#include <fstream>
+#include <iostream>
+#include <iterator>
+
+#include "host_link/entry_points.h"
+#include "host_link/packet_reader.h"
+#include "host_link/packet_writer.h"
+#include "host_link/reply_buffer.h"
+#include "host_link/terminal_functions.h"
+#include "platform/export.h"
+#include "platform/module.h"
+
+namespace {
+
+CommandFunction refresh = nullptr;
+
+// All messages of the plug-in as they come: the number, then texts and 16-bit numbers; the other fields are stepped
+// over.
+void Print(CQORPacketReader& message) {
+  std::cout << message.MessageNumber << ':';
+  while (message.NextTag()) {
+    char text[129] = "";
+    std::uint16_t number = 0;
+    if (message.Tag == 55020 && message.ReadText(text, 128))
+      std::cout << ' ' << text;
+    else if (message.Tag > 10000 && message.Tag <= 20000 && message.ReadU16(number))
+      std::cout << ' ' << number;
+    else
+      message.SkipValue();
+  }
+  std::cout << '\n';
+}
+
+void SendParsed(MessageFunction onMessage, CQORPacketWriter& message) {
+  message.Finish();
+  CQORPacketReader reader(message.GetData(), message.GetSize());
+  std::uint16_t needed = 0;
+  std::uint16_t consumed = 0;
+  if (reader.ParseHeader(needed, consumed)) onMessage(&reader);
+}
+
+void SendRaw(MessageFunction onPluginMessage, std::uint16_t number) {
+  CQORPacketWriter message(0);
+  message.AddU16(10002, number);
+  message.Finish();
+  CQORPacketReader reader(message.GetData(), message.GetSize());
+  onPluginMessage(&reader);
+}
+
+void SendTrade(MessageFunction onMessage, std::uint16_t number, std::uint32_t id, double price) {
+  CQORPacketWriter message(0);
+  message.AddU16(10002, number);
+  message.AddU32(20008, id);
+  message.AddText(55101, std::to_string(700000 + id).c_str(), 32, false);
+  message.AddText(55100, "1100000000001", 32, false);
+  message.AddTerminator();  // behind the key, the other fields in any order
+  message.AddText(55010, "COMEX", 48, false);
+  message.AddText(55104, "GC201312", 48, false);
+  message.AddU8(101, 1);
+  message.AddU32(20014, 2);
+  message.AddDouble(40002, price);
+  SendParsed(onMessage, message);
+}
+
+// The buffer has room for all that comes and does not grow: so no memory that one side has taken is given back by the
+// other.
+void TakeDescription(GetDllInfoFunction getDllInfo) {
+  std::uint8_t bytes[4096];
+  HostReplyBuffer reply{};
+  reply.Data = bytes;
+  reply.Capacity = sizeof bytes;
+  InitializeLock(reply.Lock, 0);
+  const std::uint8_t infoOnly = 0;
+  getDllInfo(&reply, &infoOnly);
+  DestroyLock(reply.Lock);
+  while (reply.ReadPosition < reply.Used) {
+    CQORPacketReader message(bytes + reply.ReadPosition, static_cast<std::uint16_t>(reply.Used - reply.ReadPosition));
+    std::uint16_t needed = 0;
+    std::uint16_t consumed = 0;
+    if (!message.ParseHeader(needed, consumed)) return;
+    Print(message);
+    reply.ReadPosition += consumed;
+  }
+}
+
+void PlayDay(MessageFunction onMessage, MessageFunction onPluginMessage) {
+  SendRaw(onPluginMessage, 30025);  // answered by 32005 before this returns
+  SendRaw(onPluginMessage, 30022);
+  SendTrade(onMessage, 8111, 1, 1313.25);
+  CQORPacketWriter downloadEnd(0);
+  downloadEnd.AddU16(10002, 8112);
+  SendParsed(onMessage, downloadEnd);
+  SendRaw(onPluginMessage, 30020);
+  SendTrade(onMessage, 9101, 2, 1313.4);
+  if (refresh != nullptr) refresh();  // a terminal does so at the period, between two messages
+  SendRaw(onPluginMessage, 30021);
+}
+
+}  // namespace
+
+TRADEBOOK_EXPORT void PluginDataSend(CQORPacketWriter* message) {
+  CQORPacketReader reader(message->Buffer, message->Cursor);
+  reader.Cursor = message->HeaderSize;
+  if (!reader.NextTag() || reader.Tag != 10002 || !reader.ReadU16(reader.MessageNumber)) return;
+  if (reader.MessageNumber != 32005) return;
+  std::uint64_t callback = 0;
+  std::uint32_t periodMs = 0;
+  while (reader.NextTag()) {
+    if (reader.Tag == 30002) reader.ReadU64(callback);
+    if (reader.Tag == 60003) reader.ReadU32(periodMs);
+  }
+  refresh = reinterpret_cast<CommandFunction>(callback);
+  std::cout << "32005: every " << periodMs << " ms\n";
+}
+
+int main(int argc, char** argv) {
+  namespace fs = std::filesystem;
+  const std::vector<fs::path> arguments = CommandLineArguments(argc, argv);
+  const fs::path beside = ProgramFolder() / (std::string("tradebook") + ModuleSuffix());
+  const fs::path file = arguments.empty() ? beside : fs::absolute(arguments[0]);
+  fs::create_directories("minimal_host");
+  fs::current_path("minimal_host");
+  std::ofstream("TradeHeaderFile.txt") << "VELDTradeID\nSecurityID\nSide\nQuantity\nPrice\n";
+  std::string error;
+  const ModuleHandle module = LoadModule(file, error);
+  const auto getDllInfo = reinterpret_cast<GetDllInfoFunction>(module ? ModuleSymbol(module, "GetDllInfo") : nullptr);
+  if (getDllInfo == nullptr) {
+    std::cerr << "the module cannot be used: " << error << '\n';
+    return 1;
+  }
+  TakeDescription(getDllInfo);
+  PlayDay(reinterpret_cast<MessageFunction>(ModuleSymbol(module, "OnMessage")),
+          reinterpret_cast<MessageFunction>(ModuleSymbol(module, "OnPluginMessage")));
+  UnloadModule(module);
+  for (const auto& entry : fs::directory_iterator("."))
+    if (entry.path().extension() == ".CSV") std::cout << std::ifstream(entry.path()).rdbuf() << '\n';
+}
