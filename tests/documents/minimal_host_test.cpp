@@ -33,7 +33,11 @@ int RunProgram(const fs::path& program, const std::string& arguments) {
 
 class MinimalHost : public testing::Test {
  protected:
-  MinimalHost() : FormerFolder(fs::current_path()), Folder(ProgramFolder() / "minimal host test") {
+  // Each test has a folder of its own: the shell of the former one may hold that a while longer.
+  MinimalHost()
+      : FormerFolder(fs::current_path()),
+        Folder(ProgramFolder() / "minimal host test" /
+               testing::UnitTest::GetInstance()->current_test_info()->name()) {
     fs::remove_all(Folder);
     fs::create_directories(Folder);
     fs::current_path(Folder);

@@ -56,7 +56,8 @@ Answer Open() {
 
 Answer TypeIntoFirst() {
   bar->First->SetFocus();
-  if (wxWindow::FindFocus() != bar->First) return Answer::Wait;
+  auto* frame = dynamic_cast<wxTopLevelWindow*>(wxGetTopLevelParent(bar));
+  if (wxWindow::FindFocus() != bar->First || frame == nullptr || !frame->IsActive()) return Answer::Wait;
   wxUIActionSimulator keys;
   return Must(keys.Char('a') && keys.Char('b') && keys.Char(WXK_F8) && keys.Char(WXK_TAB));
 }

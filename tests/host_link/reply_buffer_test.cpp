@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <thread>
 
 #include "tests/host_link/failing_new.h"
@@ -64,7 +65,8 @@ TEST(ReplyBufferTest, LocksOnlyWhereAsked) {
     EXPECT_TRUE(reply.Buffer.AppendBytes("c", 1, true));
   });
   // Time for a thread that does not wait to show it; one that waits passes however long this takes.
-  for (int turn = 0; turn < 2000 || !started; ++turn) std::this_thread::yield();
+  while (!started) std::this_thread::yield();
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));
   EXPECT_TRUE(reply.Buffer.AppendBytes("b", 1, true));
   LeaveLock(reply.Buffer.Lock);
   waiting.join();
