@@ -17,15 +17,24 @@ std::wstring TextOf(const std::string& file) {
   return JoinedLines(stream).value_or(L"");
 }
 
-bool AnyValueHoldsATag(const CVELDPXMLNode& root) {
+template <typename Test>
+bool AnyNode(const CVELDPXMLNode& root, Test test) {
   std::vector<const CVELDPXMLNode*> waiting{&root};
   while (!waiting.empty()) {
     const CVELDPXMLNode* node = waiting.back();
     waiting.pop_back();
-    if (node->Value.find(L'<') != std::wstring::npos) return true;
+    if (test(*node)) return true;
     for (const auto& child : node->Children()) waiting.push_back(child.get());
   }
   return false;
+}
+
+bool HoldsTag(const CVELDPXMLNode& node) {
+  return node.Value.find(L'<') != std::wstring::npos;
+}
+// By a name that the store itself would not give.
+bool BendsTags(const CVELDPXMLNode& node) {
+  return node.Name.find(L'<') != std::wstring::npos || node.Name.starts_with(L'/');
 }
 
 }  // namespace
@@ -41,9 +50,10 @@ int FuzzSettingsText(const std::uint8_t* data, std::size_t size) {
     RequireProperty(SlowParse(slow, text) == loaded, "the slow way agrees on whether the text is whole");
     RequireProperty(ShapeOf(slow) == ShapeOf(root), "the slow way reads the same tree");
   }
-  // There is no escape: only values without tags are sure to come back. A root that is no branch keeps no value.
-  if (!loaded || AnyValueHoldsATag(root)) return 0;
+  // A root that is no branch keeps no value.
+  if (!loaded || (AnyNode(root, HoldsTag) && AnyNode(root, BendsTags))) return 0;
   root.Value.clear();
+  BreakTagsInValues(root);
   const std::string saved = SettingsFileBytes(root);
   CVELDPXMLNode again;
   RequireProperty(ParseNode(again, TextOf(saved)), "what was saved loads");

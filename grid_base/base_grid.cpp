@@ -15,9 +15,10 @@ void CVELDSGridCtrl::LoadMultipleSort() {
   EnableMultipleSort(Profile.LoadMultipleSort() != 0);
 }
 
+// Widths of the profile are those of a screen at 100 %: a profile fits every screen.
 void CVELDSGridCtrl::InsertProfiledColumn(const NewColumn& column, int index) {
   const ColumnState state = Profile.InsertProfiledColumn(column, index);
-  InsertColumn(index, state.Header, state.Width);
+  InsertColumn(index, state.Header, FromDIP(state.Width));
   CQORPGridColumnsInfo& columns = GetColumnsInfo();
   columns.SetColumnVisible(index, state.Visible != 0);
   columns.SetColumnAlign(index, state.Align);
@@ -34,7 +35,7 @@ void CVELDSGridCtrl::ApplyColumnOrder() {
 void CVELDSGridCtrl::SaveColumnState(const std::string& key, int column) {
   const CQORPGridColumnsInfo& columns = GetColumnsInfo();
   Profile.SaveColumnState(key, {.Header = columns.GetColumnName(column),
-                                .Width = columns.GetColumnWidth(column),
+                                .Width = ToDIP(columns.GetColumnWidth(column)),
                                 .Visible = columns.GetColumnVisible(column) ? 1 : 0,
                                 .Align = columns.GetColumnAlign(column),
                                 .Sort = columns.GetColumnState(column),
@@ -50,7 +51,7 @@ void CVELDSGridCtrl::ResetColumns() {
     const ColumnReset& reset = resets[static_cast<std::size_t>(column)];
     columns.SetColumnVisible(column, reset.Visible);
     if (!reset.Visible) continue;
-    columns.SetColumnWidth(column, reset.Width);
+    columns.SetColumnWidth(column, FromDIP(reset.Width));
     columns.RemoveSortColumn(column);
   }
   AdjustLayout();

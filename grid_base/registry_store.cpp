@@ -1,9 +1,10 @@
 #include "grid_base/registry_store.h"
 
 #include "foundations/error_report.h"
-#include "platform/replace_file.h"
 #include "grid_base/settings_file.h"
+#include "grid_base/settings_text.h"
 #include "grid_base/xml_settings.h"
+#include "platform/replace_file.h"
 
 namespace fs = std::filesystem;
 
@@ -50,6 +51,7 @@ bool RegistryStore::Save() noexcept {
   unsigned long errorNumber = 0;
   bool saved = false;
   try {
+    BreakTagsInValues(Tree->User);
     saved = KeepDamagedFile(errorNumber) && ReplaceFileContent(File, SettingsFileBytes(Tree->User), errorNumber);
   } catch (...) {  // out of memory: told as a failure without a number
   }

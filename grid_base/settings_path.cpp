@@ -1,7 +1,14 @@
 #include "grid_base/settings_path.h"
 
-std::wstring WithoutBlanks(std::wstring name) {
-  std::erase(name, L' ');
+#include <string_view>
+
+namespace {
+constexpr std::wstring_view kNotInNames = L" <>\r\n";
+}
+
+std::wstring StoredName(std::wstring name) {
+  std::erase_if(name, [](wchar_t character) { return kNotInNames.find(character) != std::wstring_view::npos; });
+  name.erase(0, name.find_first_not_of(L'/'));
   return name;
 }
 
@@ -9,7 +16,7 @@ std::vector<std::wstring> PathParts(const std::wstring& path) {
   std::vector<std::wstring> parts;
   for (std::size_t at = 0; at < path.size();) {
     const std::size_t end = std::min(path.find(L'\\', at), path.size());
-    parts.push_back(WithoutBlanks(path.substr(at, end - at)));
+    parts.push_back(StoredName(path.substr(at, end - at)));
     at = end + 1;
   }
   return parts;

@@ -6,8 +6,9 @@
 
 #include "grid_base/settings_node.h"
 
-// A name as it stands in the tree: without its blanks.
-std::wstring WithoutBlanks(std::wstring name);
+// A name as it stands in the tree: without its blanks, and without what would end or bend its tag in a file: angle
+// brackets, line ends and a stroke in front. Names come from titles too, and so from the terminal's data.
+std::wstring StoredName(std::wstring name);
 
 // The names of a path, between its backslashes; two in a row stand for an empty name, a last one for nothing. An empty
 // path has no names.

@@ -41,16 +41,16 @@ std::uint8_t ByteOf(wchar_t first, wchar_t second) {
 }  // namespace
 
 const std::wstring* CVELDPXMLSettings::ValueOf(const std::wstring& key) const {
-  const CVELDPXMLNode* child = Current == nullptr ? nullptr : Current->FindChild(WithoutBlanks(key));
+  const CVELDPXMLNode* child = Current == nullptr ? nullptr : Current->FindChild(StoredName(key));
   return child == nullptr ? nullptr : &child->Value;
 }
 
 // A child that is a branch stays one; its value is then not written to a file.
 bool CVELDPXMLSettings::SetValue(const std::wstring& key, std::wstring value) {
   if (ReadOnly != 0 || Current == nullptr) return false;
-  CVELDPXMLNode* child = Current->FindChild(WithoutBlanks(key));
+  CVELDPXMLNode* child = Current->FindChild(StoredName(key));
   const bool isNew = child == nullptr;
-  if (isNew) child = Current->AppendChild(WithoutBlanks(key));
+  if (isNew) child = Current->AppendChild(StoredName(key));
   if (isNew || child->Value != value) Tree->Changed = true;
   child->Value = std::move(value);
   return true;

@@ -185,9 +185,15 @@ TEST_F(LayoutTest, TakesOnlyWhatCanBeTaken) {
       {one + "<ScriptTradeName1>\"Trade Book : All\"</ScriptTradeName1>" + one, 1, 0, L"Trade Book : All", 1},
       {one + "<2>\"TradeBook 1\"</2>", 2, 0, L"Trade Book : ", 1},
       {one + "<2>TradeBook 2</2>", 0, 0, L"", 0},
+      {one + "<LastNum1>\"-1\"</LastNum1>", 1, 4294967295, L"Trade Book : ", 1},
+      {"<1><Rect1>\"x\"</Rect1></1><2>\"" + std::string(100'000, 'T') + "\"</2>", 1, 0, L"Trade Book : ", 1},
+      {one + "<ScriptName1>\"" + std::string(100'000, 'x') +
+           "\"</ScriptName1><ScriptTradeName1>\"Trade Book : All\"</ScriptTradeName1><Rect1>\"" +
+           std::string(100'000, '7') + "\"</Rect1>",
+       1, 0, L"Trade Book : All", 1},
   };
   for (const auto& store : kStores) {
-    SCOPED_TRACE(store.Entries);
+    SCOPED_TRACE(store.Entries.substr(0, 300));
     Stop();
     Start();
     StoreText(store.Entries);
@@ -201,6 +207,48 @@ TEST_F(LayoutTest, TakesOnlyWhatCanBeTaken) {
     EXPECT_TRUE(bar.IsFloating()) << "what is stored of dock and tab is not read";
     EXPECT_TRUE(wxDisplay(0U).GetGeometry().Contains(bar.GetFloatRect().GetPosition() + wxPoint(40, 12)));
     EXPECT_TRUE(wxRect(wxSize(4000, 4000)).Contains(wxRect(bar.GetFloatRect().GetSize())));
+  }
+}
+
+// A name of the terminal's that looks like a tag; the file cut at every seventh byte; a byte of it broken here and
+// there.
+TEST_F(LayoutTest, NeitherNamesNorDamageHideOtherBooks) {
+  terminal.SecurityName = "</RecentFiles><1>";
+  OpenFor("COMEX", "GC1").DockControlBar(DockSide::Bottom);
+  terminal.Answer = {};
+  List->OpenNewBook();
+  Pump();
+  Save();
+  const std::string text = StoredText();
+  const auto restore = [&](const std::string& stored) {
+    std::ofstream(File(), std::ios::binary) << stored;
+    testing::internal::CaptureStderr();
+    Restore();
+    return testing::internal::GetCapturedStderr();
+  };
+  Stop();
+  Start();
+  terminal.KnowsSecurities = true;
+  terminal.SecurityName = "</RecentFiles><1>";
+  EXPECT_EQ(restore(text), "");
+  ASSERT_EQ(List->BarsById.size(), 2u);
+  EXPECT_EQ(Book(1).GetBarTitle(), L"Trade Book : COMEX </RecentFiles><1>");
+  EXPECT_TRUE(Book(1).IsDocked()) << "its place was found under its title";
+  EXPECT_EQ(Book(2).GetBarTitle(), L"Trade Book : All");
+  Stop();
+  Start();
+  for (std::size_t cut = 0; cut + 2 < text.size(); cut += 7) {
+    EXPECT_NE(restore(text.substr(0, cut)).find("stored.xml cannot be read"), std::string::npos) << cut;
+    ASSERT_TRUE(List->BarsById.empty()) << cut;
+  }
+  const std::string breaks("<>\"/ \0", 6);
+  for (std::size_t at = 0; at < text.size(); at += 61) {
+    Stop();
+    Start();
+    std::string broken = text;
+    broken[at] = breaks[at % breaks.size()];
+    restore(broken);
+    EXPECT_LE(List->BooksByWindow.size(), 2u) << at;
   }
 }
 

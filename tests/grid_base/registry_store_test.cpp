@@ -109,6 +109,42 @@ TEST_F(RegistryStoreTest, OldFileSurvivesEveryFailure) {
   EXPECT_FALSE(fs::exists(Folder.string() + ".new"));
 }
 
+// Display names and titles are the terminal's, and the format has no escape.
+TEST_F(RegistryStoreTest, NoTextHidesWhatStandsBehindIt) {
+  const std::wstring brackets(100'000, L'<');
+  const struct {
+    std::wstring Text, Back;
+  } rows[] = {
+      {L"</k>", L"(/k>"},
+      {L"<k>", L"(k>"},
+      {L"x</P></CURRENT_USER>", L"x(/P>(/CURRENT_USER>"},
+      {L"</Q:ax>", L"(/Q:ax>"},
+      {L"<<k>k>", L"<(k>k>"},
+      {L"</K> </kk> </behind> <b> 1 < 2 > \"", L"</K> </kk> </behind> <b> 1 < 2 > \""},
+      {L"two\nlines", L"twolines"},
+      {brackets, brackets},
+      {brackets + L"/Q:ax>", std::wstring(99'999, L'<') + L"(/Q:ax>"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(std::string(row.Text.begin(), row.Text.begin() + std::min<std::ptrdiff_t>(row.Text.size(), 20)));
+    fs::remove(File);
+    const std::wstring path = L"P\\//Q :\na<x>\\";
+    auto writer = RegistryStore::Make(File)->Open(0, 0);
+    ASSERT_TRUE(writer->CreatePath(path) && writer->Write(L"k", row.Text) &&
+                writer->Write(L"behind<", std::int32_t{7}));
+    ASSERT_TRUE(writer->CreatePath(L"Z") && writer->Write(L"last", std::int32_t{8}));
+    writer.reset();
+    const auto reader = RegistryStore::Make(File)->Open(0, 1);
+    std::wstring text;
+    std::int32_t behind = 0, last = 0;
+    ASSERT_TRUE(reader->OpenPath(path));
+    EXPECT_TRUE(reader->Read(L"k", text) && text == row.Back);
+    EXPECT_TRUE(reader->Read(L"behind<", behind) && reader->OpenPath(L"P\\Q:ax"));
+    EXPECT_TRUE(reader->OpenPath(L"Z") && reader->Read(L"last", last));
+    EXPECT_EQ(behind + last, 15);
+  }
+}
+
 TEST_F(RegistryStoreTest, ProcessHasOneStoreInTheFolderNamedFirst) {
   CQORPRegistrySP::UseFolder(Folder);
   CQORPRegistrySP::UseFolder(Folder / "other");
