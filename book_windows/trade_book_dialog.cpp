@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr int kSummaryHeightPx = 25;
+constexpr int kSummaryHeightPx = 25;  // at 100 %
 constexpr int kSummaryPoints = 8;
 
 }  // namespace
@@ -37,7 +37,7 @@ void CDlgTradeBook::SetSummaryFont() {
 void CDlgTradeBook::PlaceGrid() {
   AdjustControlsLayout();
   const wxSize size = GetClientSize();
-  Grid->SetSize(0, 0, size.x, std::max(0, size.y - kSummaryHeightPx));
+  Grid->SetSize(0, 0, size.x, std::max(0, size.y - FromDIP(kSummaryHeightPx)));
 }
 
 void CDlgTradeBook::ShowSummary(SummaryLine& line) {

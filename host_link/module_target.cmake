@@ -6,6 +6,7 @@ tradebook_layer(host_link_entry
 # tradebook.so or tradebook.dll: exports the three entry points and nothing else.
 add_library(tradebook MODULE host_link/exports.cpp)
 target_link_libraries(tradebook PRIVATE host_link_entry book_windows)
+tradebook_windows_resources(tradebook "Trade Book plug-in")
 # The toolkit's library lies beside.
 set_target_properties(tradebook PROPERTIES PREFIX "" BUILD_RPATH_USE_ORIGIN ON)
 if(NOT WIN32)

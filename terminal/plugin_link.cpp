@@ -77,6 +77,8 @@ bool CPluginLink::Deliver(CQORPacketReader& message, const WireFrame& raw) {
   const std::uint16_t number = message.MessageNumber;
   const bool toOnMessage = Told.ToOnMessage.Numbers.contains(number);
   const bool toOnPluginMessage = Told.ToOnPluginMessage.Numbers.contains(number);
+  if (Log != nullptr && (toOnMessage || toOnPluginMessage))
+    Log->Add(true, number, {message.Data + message.Cursor, message.Data + message.End});
   if (toOnMessage) Call(FunctionOf(Told.ToOnMessage, OnMessage), message);
   if (toOnPluginMessage) {
     CQORPacketReader reader(raw.Data, raw.Size);
@@ -91,6 +93,7 @@ void CPluginLink::SendRestore() {
   writer.AddU32(20128, 0);
   writer.AddU64(30002, 0);
   writer.Finish();
+  if (Log != nullptr) Log->Add(true, writer);
   CQORPacketReader reader(writer.GetData(), writer.GetSize());
   std::uint16_t needed = 0;
   std::uint16_t consumed = 0;
@@ -103,6 +106,7 @@ void CPluginLink::AskSelection(std::uint64_t window, MessageFunction answer) {
   writer.AddU64(30001, window);
   writer.AddU64(30002, reinterpret_cast<std::uint64_t>(answer));
   writer.Finish();
+  if (Log != nullptr) Log->Add(true, writer);
   CQORPacketReader reader(writer.GetData(), writer.GetSize());
   Call(FunctionOf(Told.ToOnPluginMessage, OnPluginMessage), reader);
 }

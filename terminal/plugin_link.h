@@ -8,6 +8,7 @@
 #include "host_link/entry_points.h"
 #include "host_link/packet_writer.h"
 #include "platform/module.h"
+#include "terminal/message_log.h"
 #include "terminal/message_target.h"
 #include "terminal/plugin_description.h"
 
@@ -24,6 +25,8 @@ class CPluginLink : public MessageTarget {
 
   const PluginDescription& Description() const noexcept { return Told; }
 
+  // Where messages to the module are logged; null, as at the begin, for nowhere.
+  void LogTo(CMessageLog* log) { Log = log; }
   bool Deliver(CQORPacketReader& message, const WireFrame& raw) override;
   // Sends 30026, which restores the books, to OnMessage whatever the module asked for.
   void SendRestore();
@@ -52,5 +55,6 @@ class CPluginLink : public MessageTarget {
   MessageFunction OnMessage = nullptr;
   MessageFunction OnPluginMessage = nullptr;
   PluginDescription Told;
+  CMessageLog* Log = nullptr;
   int CallDepth = 0;
 };

@@ -12,6 +12,10 @@ Path SampleFolder() {
   return ProgramFolder() / "sample_day";
 }
 
+Path SampleDay() {
+  return SampleFolder() / "trades.csv";
+}
+
 // The file given, else the one of that name beside the day, else the sample's.
 Path SideFile(const Path& given, const Path& day, const char* name) {
   if (!given.empty()) return std::filesystem::absolute(given);
@@ -31,7 +35,7 @@ Path InFull(const Path& given) {
 }  // namespace
 
 RunFiles::RunFiles(const Options& options)
-    : Day(GivenOr(options.Day, SampleFolder() / "trades.csv")),
+    : Day(GivenOr(options.Day, SampleDay())),
       Securities(SideFile(options.Securities, Day, "securities.csv")),
       Desk(SideFile(options.Desk, Day, "desk.csv")),
       Plugin(GivenOr(options.Plugin, ProgramFolder() / (std::string("tradebook") + ModuleSuffix()))),
@@ -46,4 +50,8 @@ RunFiles RunFiles::WithDay(const Path& day) const {
   files.Securities = SideFile({}, files.Day, "securities.csv");
   files.Desk = SideFile({}, files.Day, "desk.csv");
   return files;
+}
+
+bool RunFiles::IsSampleDay() const {
+  return Day == SampleDay();
 }

@@ -9,6 +9,8 @@ struct RunFiles {
   explicit RunFiles(const Options& options);
   // The same run with another day: securities and desk are those beside it, else the sample's.
   RunFiles WithDay(const std::filesystem::path& day) const;
+  // The day is the one that comes with the program.
+  bool IsSampleDay() const;
 
   std::filesystem::path Day;
   std::filesystem::path Securities;

@@ -8,7 +8,8 @@ namespace {
 constexpr std::uint16_t kLongestText = 48;
 }
 
-void AnswerSelection(MessageFunction answer, const std::string& exchange, const std::string& securityId) {
+void AnswerSelection(MessageFunction answer, const std::string& exchange, const std::string& securityId,
+                     CMessageLog& log) {
   CQORPacketWriter writer(kModePlain);
   writer.AddU16(10002, 32023);
   if (!exchange.empty() && !securityId.empty()) {
@@ -16,6 +17,7 @@ void AnswerSelection(MessageFunction answer, const std::string& exchange, const 
     writer.AddText(55104, securityId.c_str(), kLongestText, false);
   }
   writer.Finish();
+  log.Add(true, writer);
   CQORPacketReader reader(writer.GetData(), writer.GetSize());
   answer(&reader);
 }

@@ -5,6 +5,8 @@
 #include <string>
 
 #include "host_link/entry_points.h"
+#include "terminal/message_log.h"
 
 // Calls the function with the answer; nothing selected, which an empty text stands for, answers with the number alone.
-void AnswerSelection(MessageFunction answer, const std::string& exchange, const std::string& securityId);
+void AnswerSelection(MessageFunction answer, const std::string& exchange, const std::string& securityId,
+                     CMessageLog& log);

@@ -70,6 +70,7 @@ void CTerminalHost::PluginDataSend(const CQORPacketWriter* message) {
   reader.Cursor = message->HeaderSize;
   if (!reader.NextTag() || reader.Tag != 10002 || !reader.ReadU16(reader.MessageNumber)) return;
   ++ReceivedCounts[reader.MessageNumber];
+  if (Log != nullptr) Log->Add(false, *message);
   if (reader.MessageNumber == 32005) RegisterBeat(reader, Beat);
   if (Windows == nullptr) return;
   if (reader.MessageNumber == 32003) PassProperties(reader, *Windows);

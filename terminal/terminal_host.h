@@ -10,6 +10,7 @@
 #include "host_link/packet_writer.h"
 #include "host_link/terminal_functions.h"
 #include "terminal/beat.h"
+#include "terminal/message_log.h"
 #include "terminal/property_request.h"
 #include "terminal/securities.h"
 
@@ -36,6 +37,8 @@ class CTerminalHost {
   void UseSecurities(const CSecurities& securities) { Securities = &securities; }
   // Null, as at the begin, for a terminal without windows: then nothing comes of their messages.
   void UseWindows(TerminalWindows* windows) { Windows = windows; }
+  // Where the plug-in's messages are logged; null, as at the begin, for nowhere.
+  void LogTo(CMessageLog* log) { Log = log; }
 
   // Fills the second slot with the master record of the security, if there is one.
   void GetMasterRequest(MasterRequest* request, const std::uint16_t* requestNumber) const;
@@ -57,6 +60,7 @@ class CTerminalHost {
   const CSecurities* Securities;
   CBeat& Beat;
   TerminalWindows* Windows = nullptr;
+  CMessageLog* Log = nullptr;
   std::map<std::uint16_t, std::uint64_t> ReceivedCounts;
   std::map<std::uint32_t, std::string> BarNames;
 };

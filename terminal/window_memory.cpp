@@ -12,6 +12,7 @@ constexpr std::int32_t kMostColumns = 100;
 
 constexpr const wchar_t* kFramePath = L"Frame";
 constexpr const wchar_t* kWatchPath = L"MarketWatch";
+constexpr const wchar_t* kDayPath = L"Day";
 
 std::wstring ColumnKey(const wchar_t* what, std::size_t place) {
   return std::wstring(what) + L"-" + std::to_wstring(place);
@@ -78,4 +79,17 @@ void WindowMemory::SaveWatch(const WatchPlace& place) {
   }
   settings->Write(L"Sort", place.SortColumn.value_or(L""));
   settings->Write(L"Rising", std::int32_t{place.Rising});
+}
+
+std::optional<std::filesystem::path> WindowMemory::LoadDay() {
+  const auto settings = Open();
+  std::wstring file;
+  if (!settings->OpenPath(kDayPath) || !settings->Read(L"File", file) || file.empty()) return std::nullopt;
+  return std::filesystem::path(file);
+}
+
+void WindowMemory::SaveDay(const RunFiles& files) {
+  const auto settings = Open();
+  settings->CreatePath(kDayPath);
+  settings->Write(L"File", files.IsSampleDay() ? std::wstring() : files.Day.wstring());
 }

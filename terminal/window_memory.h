@@ -1,6 +1,6 @@
 // WindowMemory: what the terminal's windows keep from one start to the next, in a file of the working folder: where the
-// frame stands and how the market watch's columns lie. The places of bars are kept by the bars themselves in the same
-// file. Not the windows. Used on the calling thread only.
+// frame stands, how the market watch's columns lie and which day was played. The places of bars are kept by the bars
+// themselves in the same file. Not the windows. Used on the calling thread only.
 #pragma once
 
 #include <memory>
@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "grid_base/registry_store.h"
+#include "terminal/run_files.h"
 
 struct FramePlace {
   SettingsRectangle Rectangle;  // of the screen, when it is not maximized
@@ -37,8 +38,11 @@ class WindowMemory {
 
   std::optional<FramePlace> LoadFrame();
   std::optional<WatchPlace> LoadWatch();
+  // The file of the day that was played last; nothing for the sample.
+  std::optional<std::filesystem::path> LoadDay();
   void SaveFrame(const FramePlace& place);
   void SaveWatch(const WatchPlace& place);
+  void SaveDay(const RunFiles& files);
   // For the bars.
   std::unique_ptr<CQORPRegistry> Open() { return Store->Open(0, 0); }
   // Writes the file; false on failure.

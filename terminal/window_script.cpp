@@ -148,6 +148,7 @@ struct CommandRow {
 };
 constexpr CommandRow kCommands[] = {
     {"open-book", ScriptAction::OpenBook, TakeNothing, "", "runs the plug-in's menu entry"},
+    {"close-book", ScriptAction::CloseBook, TakeNothing, "", "presses the close button of the book"},
     {"select", ScriptAction::Select, TakeText, "SECURITY_ID", "makes its row of the market watch the current one"},
     {"focus", ScriptAction::Focus, TakeFocus, "market-watch|book [TITLE]|none", "gives the keys to that window"},
     {"key", ScriptAction::Key, TakeKey, "KEY", "presses a key: F8, Escape, Ctrl+C, Shift+PageDown"},
@@ -168,6 +169,7 @@ constexpr CommandRow kCommands[] = {
     {"check", ScriptAction::Check, TakeText, "TEXT", "checks or clears it"},
     {"expect-rows", ScriptAction::ExpectRows, TakeCount, "COUNT", "fails unless the book shows so many rows"},
     {"expect-text", ScriptAction::ExpectText, TakeText, "TEXT", "fails unless dialog or book shows that text"},
+    {"usage", ScriptAction::Usage, TakeText, "NAME", "appends what the program holds to out/usage.csv"},
     {"exit", ScriptAction::Exit, TakeNothing, "", "closes the terminal"},
 };
 

@@ -4,10 +4,10 @@
 //   line    := [command] ["#" anything]          blanks around do not count
 //   command := "open-book" | "select" security-id | "focus" ("market-watch" | "book" [title] | "none") | "key" key
 //            | "wait" ("played" | milliseconds) | "screenshot" file | "menu" text (">" text)+ | "exit"
-//            | "filter" column [text] | "header" column ["ctrl"] | "rows" from to | "book-menu" text (">" text)*
-//            | "place" ("left" | "right" | "top" | "bottom" | "tab" | "floating")
-//            | "save-as" file | "cancel-save" | "answer" text | "choose" text | "check" text
-//            | "expect-rows" count | "expect-text" text
+//            | "close-book" | "usage" name | "filter" column [text] | "header" column ["ctrl"] | "rows" from to |
+//            "book-menu" text (">" text)* | "place" ("left" | "right" | "top" | "bottom" | "tab" | "floating") |
+//            "save-as" file | "cancel-save" | "answer" text | "choose" text | "check" text | "expect-rows" count |
+//            "expect-text" text
 #pragma once
 
 #include <chrono>
@@ -20,12 +20,14 @@
 
 enum class ScriptAction : std::uint8_t {
   OpenBook,
+  CloseBook,
   Select,
   Focus,
   Key,
   WaitPlayed,
   WaitTime,
   Screenshot,
+  Usage,
   Menu,
   Filter,
   Header,

@@ -11,8 +11,7 @@ class CQORPPropList::Impl {
   Impl(CQORPPropList& owner, const std::wstring& name);
   void Add(wxPGProperty& parent, CQORPProp& item);
   void ShowDescription();
-  // No name is cut off.
-  void FitNames() { Grid->SetSplitterLeft(); }
+  void FitNames();
 
   CQORPPropList& Owner;
   wxPropertyGrid* Grid;  // child windows
@@ -40,9 +39,24 @@ CQORPPropList::Impl::Impl(CQORPPropList& owner, const std::wstring& name)
   });
   Grid->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     event.Skip();
-    Grid->CallAfter([this] { FitNames(); });
+    Grid->CallAfter([this] {
+      FitNames();
+      ShowDescription();
+    });
   });
   Grid->Bind(wxEVT_PG_SELECTED, [this](wxPropertyGridEvent&) { ShowDescription(); });
+}
+
+// No name is cut off. wxGTK 3.2 moves the line between names and values without painting them anew and leaves the
+// editor of a value where it was; drop what follows the move when 3.4 is the floor.
+void CQORPPropList::Impl::FitNames() {
+  Grid->SetSplitterLeft();
+  if (wxPGProperty* selected = Grid->GetSelection(); selected != nullptr && !Grid->IsEditorsValueModified()) {
+    const bool hadFocus = Grid->GetEditorControl() != nullptr && Grid->GetEditorControl()->HasFocus();
+    Grid->ClearSelection();
+    Grid->SelectProperty(selected, hadFocus);
+  }
+  Grid->Refresh();
 }
 
 void CQORPPropList::Impl::Add(wxPGProperty& parent, CQORPProp& item) {

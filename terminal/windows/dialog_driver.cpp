@@ -52,6 +52,16 @@ int CDialogDriver::Enter(wxDialog* dialog) {
   return wxID_OK;
 }
 
+bool CDialogDriver::IsUp() {
+  return TopDialog() != nullptr;
+}
+
+bool CDialogDriver::EndTop() {
+  wxDialog* dialog = TopDialog();
+  if (dialog != nullptr) dialog->EndModal(wxID_CANCEL);
+  return dialog != nullptr;
+}
+
 std::string CDialogDriver::PressButton(const std::wstring& text) {
   wxDialog* dialog = TopDialog();
   if (dialog == nullptr) return kNoDialog;

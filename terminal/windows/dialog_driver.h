@@ -26,6 +26,10 @@ class CDialogDriver : private wxModalDialogHook {
   // Of the first check list that has such an item.
   std::string ChooseItem(const std::wstring& text) { return ChangeItem(text, false); }
   std::string CheckItem(const std::wstring& text) { return ChangeItem(text, true); }
+  // While a dialog is up the user can do nothing in other windows.
+  static bool IsUp();
+  // Ends the dialog that is up as Cancel does, whatever its buttons; false for none. It goes at the next event.
+  static bool EndTop();
   // A text of the dialog that is up, or else of the other window, holds this one; line ends count as blanks.
   std::string ExpectText(const wxWindow* other, const std::wstring& text) const;
 

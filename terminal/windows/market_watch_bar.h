@@ -2,26 +2,23 @@
 #pragma once
 
 #include "terminal/windows/market_watch_grid.h"
-#include "toolkit/docking_control_bar.h"
+#include "terminal/windows/terminal_bar.h"
 
-class CMarketWatchBar : public CQORPDockingControlBar {
+class CMarketWatchBar : public CTerminalBar {
  public:
+  CMarketWatchBar() : CTerminalBar(L"MarketWatchBar") {}
   // False when no window could be made.
   bool Create(CQORPDockingManager& manager, std::uint32_t id, MarketWatch& rows, std::function<void()> opened);
   CMarketWatchGrid& Grid() const noexcept { return *Rows; }
 
   // Places of the bar and of its columns.
-  void Save(WindowMemory& memory);
-  // As they were, else as a tab with its columns as they are.
-  void Restore(WindowMemory& memory);
+  void Save(WindowMemory& memory) override;
+  void Restore(WindowMemory& memory) override;
 
   void OnBarFocus() override;
-  void OnPressCloseButton() override;
-  int OnTabCloseButton() override;
-
-  // Called when the user has closed the bar.
-  std::function<void()> Closed;
 
  private:
+  void PlaceFirst() override;  // a tab
+
   CMarketWatchGrid* Rows = nullptr;  // a child window
 };

@@ -1,15 +1,11 @@
 #include "terminal/windows/property_pane.h"
 
-#include <wx/sizer.h>
-
 #include <utility>
 
 #include "terminal/windows/find_child.h"
 
 namespace {
 
-constexpr const wchar_t* kSection = L"PropertyBar";
-constexpr int kIndex = 1;
 constexpr const wchar_t* kHint = L"\"Property\" in the menu of a book shows its properties here.";
 
 CQORPDockingControlBar* BarOfGrid(const CQORPDockingManager& manager, std::uint64_t grid) {
@@ -29,9 +25,7 @@ bool CPropertyPane::Create(CQORPDockingManager& manager, std::uint32_t id) {
   if (!Items->Create(this, wxID_ANY, L"Properties")) return false;
   Items->SetHint(kHint);
   Items->OnChange = [this](CQORPProp& item) { Apply(item); };
-  auto sizer = std::make_unique<wxBoxSizer>(wxVERTICAL);
-  sizer->Add(Items, wxSizerFlags(1).Expand());
-  SetSizer(sizer.release());
+  Hold(Items);
   return true;
 }
 
@@ -68,24 +62,10 @@ void CPropertyPane::Apply(CQORPProp& item) {
   Plugin->Run([&] { Request.Apply(&item, reinterpret_cast<void*>(Request.Grid)); });
 }
 
-void CPropertyPane::Save(WindowMemory& memory) {
-  SaveState(*memory.Open(), kSection, kIndex, GetDlgCtrlID());
-}
-
-void CPropertyPane::Restore(WindowMemory& memory) {
-  if (!LoadState(*memory.Open(), kSection, kIndex, GetDlgCtrlID())) DockControlBar(DockSide::Right);
+void CPropertyPane::PlaceFirst() {
+  DockControlBar(DockSide::Right);
 }
 
 void CPropertyPane::OnBarFocus() {
   Items->SetFocus();
-}
-
-void CPropertyPane::OnPressCloseButton() {
-  CQORPDockingControlBar::OnPressCloseButton();
-  if (Closed) Closed();
-}
-
-int CPropertyPane::OnTabCloseButton() {
-  if (Closed) CallAfter([this] { Closed(); });
-  return 1;
 }

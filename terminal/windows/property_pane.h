@@ -7,13 +7,13 @@
 
 #include "terminal/plugin_link.h"
 #include "terminal/property_request.h"
-#include "terminal/window_memory.h"
-#include "toolkit/docking_control_bar.h"
+#include "terminal/windows/terminal_bar.h"
 #include "toolkit/property_list.h"
 
 // Promises: the plug-in is called with a grid only while its bar is shown. When that closes or goes the pane is empty.
-class CPropertyPane : public CQORPDockingControlBar {
+class CPropertyPane : public CTerminalBar {
  public:
+  CPropertyPane() : CTerminalBar(L"PropertyBar") {}
   // False when no window could be made.
   bool Create(CQORPDockingManager& manager, std::uint32_t id);
 
@@ -25,19 +25,12 @@ class CPropertyPane : public CQORPDockingControlBar {
   void FollowBook();
   void Empty();
 
-  void Save(WindowMemory& memory);
-  // As it was, else docked at the right and hidden.
-  void Restore(WindowMemory& memory);
-
   void OnBarFocus() override;
-  void OnPressCloseButton() override;
-  int OnTabCloseButton() override;
 
   CQORPPropList& List() const noexcept { return *Items; }
-  // Called when the user has closed the pane.
-  std::function<void()> Closed;
 
  private:
+  void PlaceFirst() override;  // at the right, hidden
   void Apply(CQORPProp& item);
   bool HasBook() const;
 

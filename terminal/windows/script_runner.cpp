@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "terminal/windows/book_driver.h"
+#include "terminal/windows/usage_line.h"
 
 namespace {
 
@@ -15,6 +16,7 @@ constexpr int kPaintedMs = 400;  // more than a beat, which repaints
 constexpr int kFocusWaits = 20;
 constexpr int kTries = 20;
 
+constexpr const char* kUsageFile = "out/usage.csv";
 constexpr const char* kNoBook = "there is no book";
 
 std::wstring Wide(const std::string& text) {
@@ -100,6 +102,8 @@ CScriptRunner::Refusal CScriptRunner::Do(const ScriptCommand& command) {
   switch (command.Action) {
     case ScriptAction::OpenBook:
       return Unless(Target.OpenBook());
+    case ScriptAction::CloseBook:
+      return CloseBook();
     case ScriptAction::Select:
       return Unless(Target.Select(command.Text));
     case ScriptAction::Focus:
@@ -124,7 +128,7 @@ CScriptRunner::Refusal CScriptRunner::Do(const ScriptCommand& command) {
     case ScriptAction::Place:
       return PlaceBook(command.Place);
     case ScriptAction::SaveAs:
-      return Dialogs.SaveNextAs(FileOf(command));
+      return Dialogs.SaveNextAs(FileOf(command.Text));
     case ScriptAction::CancelSave:
       return Dialogs.CancelNextSave();
     case ScriptAction::Answer:
@@ -137,6 +141,8 @@ CScriptRunner::Refusal CScriptRunner::Do(const ScriptCommand& command) {
       return InBook([&](auto& grid) { return BookDriver::ExpectRows(grid, command.Count); });
     case ScriptAction::ExpectText:
       return Dialogs.ExpectText(Target.Book(), text);
+    case ScriptAction::Usage:
+      return AppendUsage(FileOf(kUsageFile), command.Text, Target.OpenBooks());
     case ScriptAction::Exit:
       return EndAll();
   }
@@ -146,6 +152,18 @@ CScriptRunner::Refusal CScriptRunner::Do(const ScriptCommand& command) {
 CScriptRunner::Refusal CScriptRunner::InBook(const std::function<Refusal(CQORPGridCtrl& grid)>& act) {
   CQORPGridCtrl* grid = BookDriver::FindGrid(Target.Book());
   return grid == nullptr ? kNoBook : act(*grid);
+}
+
+// As the button in its caption or in its tab does.
+CScriptRunner::Refusal CScriptRunner::CloseBook() {
+  CQORPDockingControlBar* book = Target.Book();
+  if (book == nullptr) return kNoBook;
+  if (CDialogDriver::IsUp()) return "a dialog is up";
+  if (!book->IsMDITabbed())
+    book->OnPressCloseButton();
+  else if (book->OnTabCloseButton() != 0)
+    book->ShowControlBar(false);
+  return {};
 }
 
 CScriptRunner::Refusal CScriptRunner::PlaceBook(ScriptPlace place) {
@@ -171,7 +189,7 @@ CScriptRunner::Refusal CScriptRunner::Filter(const ScriptCommand& command) {
 
 CScriptRunner::Refusal CScriptRunner::SavePicture(const ScriptCommand& command) {
   try {
-    Target.SavePictureTo(FileOf(command));
+    Target.SavePictureTo(FileOf(command.Text));
   } catch (const std::exception& failure) {
     return failure.what();
   }
@@ -185,8 +203,8 @@ CScriptRunner::Refusal CScriptRunner::EndAll() {
 }
 
 // A folder that cannot be made is told by what is to be written into it.
-std::filesystem::path CScriptRunner::FileOf(const ScriptCommand& command) const {
-  const auto file = Folder / std::filesystem::path(std::u8string(command.Text.begin(), command.Text.end()));
+std::filesystem::path CScriptRunner::FileOf(const std::string& text) const {
+  const auto file = Folder / std::filesystem::path(std::u8string(text.begin(), text.end()));
   std::error_code ignored;
   std::filesystem::create_directories(file.parent_path(), ignored);
   return file;

@@ -29,6 +29,7 @@ class ScriptTarget {
   virtual bool RunMenu(const std::vector<std::string>& texts) = 0;
   // The book that was opened or had the focus last; null for none.
   virtual CQORPDockingControlBar* Book() = 0;
+  virtual std::size_t OpenBooks() = 0;
   virtual bool HasPlayed() = 0;
   // Throws TerminalError.
   virtual void SavePictureTo(const std::filesystem::path& file) = 0;
@@ -59,11 +60,12 @@ class CScriptRunner {
   void Report(const ScriptCommand& command, const Refusal& refusal);
   Refusal Do(const ScriptCommand& command);
   Refusal InBook(const std::function<Refusal(CQORPGridCtrl& grid)>& act);
+  Refusal CloseBook();
   Refusal PlaceBook(ScriptPlace place);
   Refusal Filter(const ScriptCommand& command);
   Refusal SavePicture(const ScriptCommand& command);
   Refusal EndAll();
-  std::filesystem::path FileOf(const ScriptCommand& command) const;
+  std::filesystem::path FileOf(const std::string& text) const;
 
   std::filesystem::path File;
   std::filesystem::path Folder;

@@ -1,5 +1,6 @@
 // The commands of the menu bar, those of a script, and what the plug-in asks about windows.
 #include <wx/filedlg.h>
+#include <wx/filename.h>
 #include <wx/menuitem.h>
 #include <wx/uiaction.h>
 #include <wx/utils.h>
@@ -10,6 +11,7 @@
 #include "terminal/program.h"
 #include "terminal/selection_answer.h"
 #include "terminal/terminal_error.h"
+#include "terminal/windows/dialog_driver.h"
 #include "terminal/windows/failure_box.h"
 #include "terminal/windows/screen_picture.h"
 #include "terminal/windows/window_session.h"
@@ -32,6 +34,14 @@ std::wstring KeysText(const PluginDescription& plugin) {
   for (const CommandRow& row : CommandRows())
     text += KeyLine(row.Key, wxMenuItem::GetLabelText(row.Text).ToStdWstring());
   return text;
+}
+
+// A plug-in tells no version of its own: its file's name and time stand for it.
+std::wstring AboutText(const PluginDescription& plugin, const std::filesystem::path& file) {
+  const wxString built = wxFileName(wxString(file.wstring())).GetModificationTime().FormatISOCombined(' ');
+  return L"Trading Terminal " + Wide(kTerminalVersion) + L"\n\nPlug-in: " + Wide(plugin.Name) + L"\n" +
+         file.filename().wstring() + L" of " + built.ToStdWstring() + L"\n" + Wide(plugin.Copyright) + L"\n\n" +
+         wxGetLibraryVersionInfo().GetVersionString().ToStdWstring() + L" on " + wxGetOsDescription().ToStdWstring();
 }
 
 }  // namespace
@@ -67,6 +77,8 @@ void CWindowSession::Run(TerminalCommand command) {
       return Toggle(*WatchBar);
     case Command::Properties:
       return Toggle(*PropertyPane);
+    case Command::Messages:
+      return Toggle(*LogBar);
     case Command::Keys:
       return ShowMessage(Frame, L"Keys", KeysText(Plugin->Description()));
     case Command::About:
@@ -75,10 +87,7 @@ void CWindowSession::Run(TerminalCommand command) {
 }
 
 void CWindowSession::ShowAbout() {
-  const PluginDescription& told = Plugin->Description();
-  ShowMessage(Frame, L"About",
-              L"Trading Terminal " + Wide(kTerminalVersion) + L"\n\nPlug-in: " + Wide(told.Name) + L"\n" +
-                  Wide(told.Copyright) + L"\n\n" + wxGetLibraryVersionInfo().GetVersionString().ToStdWstring());
+  ShowMessage(Frame, L"About", AboutText(Plugin->Description(), Files.Plugin));
 }
 
 void CWindowSession::AskForDay() {
@@ -156,7 +165,7 @@ void CWindowSession::TellSelection(std::uint64_t window, MessageFunction answer)
     if (reinterpret_cast<std::uint64_t>(bar) != window) continue;
     if (IsPluginBar(*bar)) return Plugin->AskSelection(window, answer);
     const WatchRow* row = WatchBar->Grid().Selected();
-    return AnswerSelection(answer, row == nullptr ? "" : row->Exchange, row == nullptr ? "" : row->SecurityID);
+    return AnswerSelection(answer, row == nullptr ? "" : row->Exchange, row == nullptr ? "" : row->SecurityID, Log);
   }
 }
 
@@ -165,7 +174,8 @@ bool CWindowSession::IsPluginBar(const CQORPDockingControlBar& bar) const {
 }
 
 // What has the focus is looked up where it is shown; a bar that closes leaves it to another window.
-void CWindowSession::FocusMoved(const void* /*window*/, bool closed) {
+void CWindowSession::FocusMoved(const void* window, bool closed) {
+  if (closed) ClosedBars.Note(window);
   if (Frame && Day) Frame->CallAfter([this] { ShowStatus(); });
   if (closed && PropertyPane) PropertyPane->FollowBook();
 }
@@ -202,6 +212,11 @@ CQORPDockingControlBar* CWindowSession::BarFor(ScriptFocus where) const {
     if (bar == LastBook) break;
   }
   return book;
+}
+
+std::size_t CWindowSession::OpenBooks() {
+  const auto isOpen = [this](const auto* bar) { return IsPluginBar(*bar) && bar->IsBarShown(); };
+  return static_cast<std::size_t>(std::ranges::count_if(Frame->GetDockingManager().Bars(), isOpen));
 }
 
 CQORPDockingControlBar* CWindowSession::BookTitled(const std::string& title) const {
@@ -244,6 +259,11 @@ void CWindowSession::SavePictureTo(const std::filesystem::path& file) {
   SavePicture(*Frame, file);
 }
 
+// A dialog stands on the stack of whoever shows it, and within the window below it: it ends first.
 void CWindowSession::CloseWindows() {
-  if (Frame) Frame->Close();
+  constexpr int kUntilDialogIsGoneMs = 50;
+  if (CDialogDriver::EndTop())
+    EndTimer.StartOnce(kUntilDialogIsGoneMs);
+  else if (Frame)
+    Frame->Close();
 }

@@ -25,6 +25,7 @@ constexpr CommandRow kRows[] = {
     {RefreshBooks, L"&Day", L"Refresh &Books", Ctrl('R'), Plain, false, L"Have every book apply its filter again"},
     {MarketWatch, L"&View", L"&Market Watch", Ctrl('M'), Check, false, L"Show or hide the market watch"},
     {Properties, L"&View", L"&Properties", Ctrl('P'), Check, false, L"Show or hide the properties of a book"},
+    {Messages, L"&View", L"M&essages", Ctrl('E'), Check, false, L"Show or hide the log of messages"},
     {Keys, L"&Help", L"&Keys", FunctionKey(1), Plain, false, L"The keys of terminal and books"},
     {About, L"&Help", L"&About", {}, Plain, false, L"Versions"},
 };

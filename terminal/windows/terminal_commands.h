@@ -21,6 +21,7 @@ enum class TerminalCommand : std::uint8_t {
   RefreshBooks,
   MarketWatch,
   Properties,
+  Messages,
   Keys,
   About,
 };

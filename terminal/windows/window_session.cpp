@@ -19,6 +19,7 @@ namespace {
 
 constexpr std::uint32_t kMarketWatchId = 0xFFFF0001;  // apart from the ids that plug-ins get
 constexpr std::uint32_t kPropertyPaneId = 0xFFFF0002;
+constexpr std::uint32_t kLogId = 0xFFFF0003;
 constexpr int kPaintedMs = 700;  // more than two beats
 
 constexpr double kSpeedWithWindows = 60;
@@ -58,13 +59,30 @@ CWindowSession::CWindowSession(const RunFiles& files, const Options& options, CB
     : Files(files),
       Given(options),
       BadLines(badLines),
-      Input(std::make_unique<CDayInput>(files, options.Live, badLines)),
       Script(MakeScript()),
       Memory(InWorkingFolder(files).Work),
+      Input(FirstDay()),
       Rows(Input->Securities),
       Host(Input->Securities, Beat) {
   EndTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { CloseWindows(); });
   if (!Given.SpeedGiven) Given.Speed = kSpeedWithWindows;
+}
+
+// The day that the command line names, else that of the last time; where that cannot be read any more, the sample.
+std::unique_ptr<CDayInput> CWindowSession::FirstDay() {
+  const bool given = !Given.Day.empty() || !Given.Securities.empty() || !Given.Desk.empty();
+  if (const auto last = given ? std::nullopt : Memory.LoadDay()) {
+    try {
+      const RunFiles files = Files.WithDay(*last);
+      auto input = std::make_unique<CDayInput>(files, Given.Live, BadLines);
+      input->Open();
+      Files = files;
+      return input;
+    } catch (const TerminalError& failure) {
+      LostDay = failure.what();
+    }
+  }
+  return std::make_unique<CDayInput>(Files, Given.Live, BadLines);
 }
 
 std::unique_ptr<CScriptRunner> CWindowSession::MakeScript() {
@@ -79,8 +97,7 @@ CWindowSession::~CWindowSession() {
 
 void CWindowSession::Open() {
   MakeFrame();
-  MakeWatch();
-  MakePropertyPane();
+  MakeBars();
   LoadPlugin();
   ShowFrame();
   WatchBar->SetFocus();
@@ -113,25 +130,30 @@ void CWindowSession::ShowFrame() {
   Frame->Show();
 }
 
-void CWindowSession::MakeWatch() {
-  WatchBar = std::make_unique<CMarketWatchBar>().release();  // the frame owns it
-  const bool made = WatchBar->Create(Frame->GetDockingManager(), kMarketWatchId, Rows, [this] { OpenBook(); });
-  if (!made) throw TerminalError(ExitCode::Display, "the market watch cannot be shown");
-  WatchBar->Closed = [this] { ShowCommands(); };
-  WatchBar->Restore(Memory);
+// The frame owns its bars.
+void CWindowSession::MakeBars() {
+  CQORPDockingManager& manager = Frame->GetDockingManager();
+  WatchBar = std::make_unique<CMarketWatchBar>().release();
+  PropertyPane = std::make_unique<CPropertyPane>().release();
+  LogBar = std::make_unique<CLogBar>().release();
+  if (!WatchBar->Create(manager, kMarketWatchId, Rows, [this] { OpenBook(); }) ||
+      !PropertyPane->Create(manager, kPropertyPaneId) || !LogBar->Create(manager, kLogId, Log))
+    throw TerminalError(ExitCode::Display, "the market watch and the panes cannot be shown");
+  PutBack(*WatchBar);
+  PutBack(*PropertyPane);
+  PutBack(*LogBar);
 }
 
-void CWindowSession::MakePropertyPane() {
-  PropertyPane = std::make_unique<CPropertyPane>().release();  // the frame owns it
-  if (!PropertyPane->Create(Frame->GetDockingManager(), kPropertyPaneId))
-    throw TerminalError(ExitCode::Display, "the properties cannot be shown");
-  PropertyPane->Closed = [this] { ShowCommands(); };
-  PropertyPane->Restore(Memory);
+void CWindowSession::PutBack(CTerminalBar& bar) {
+  bar.Closed = [this] { ShowCommands(); };
+  bar.Restore(Memory);
 }
 
 void CWindowSession::LoadPlugin() {
   Host.UseWindows(this);
+  Host.LogTo(&Log);
   Plugin.emplace(Files.Plugin);
+  Plugin->LogTo(&Log);
   const PluginDescription& told = Plugin->Description();
   if (told.MenuCommand == 0) return;
   Frame->AddPluginMenu(Utf16ToWide(told.MenuTitle), Utf16ToWide(told.MenuEntry), {.Code = told.MenuKey});
@@ -151,6 +173,8 @@ void CWindowSession::StartDay() {
   Loop->Start();
   if (Script) Script->Start();
   OnBeat();
+  if (!LostDay.empty())
+    Frame->CallAfter([this] { ShowFailure(Frame, LostDay + "\nThe sample day is played instead."); });
 }
 
 // The windows are whole yet, and the books with them.
@@ -165,6 +189,8 @@ void CWindowSession::Finish() {
   WatchBar->Save(Memory);
   PropertyPane->Empty();
   PropertyPane->Save(Memory);
+  LogBar->Save(Memory);
+  Memory.SaveDay(Files);
   KeepClipboard();
   if (!Memory.Write()) ShowFailure(Frame, std::string(WindowMemory::kFileName) + " cannot be written");
 }
@@ -185,6 +211,8 @@ void CWindowSession::OnBeat() {
   if (!Frame) return;
   WatchBar->Grid().ShowChanges();
   PropertyPane->FollowBook();
+  if (!Plugin->IsBusy()) ClosedBars.Destroy(Frame->GetDockingManager());
+  LogBar->ShowChanges();
   ShowStatus();
   ShowCommands();
   if (ShouldEnd() && !EndTimer.IsRunning()) EndTimer.StartOnce(kPaintedMs);
@@ -231,4 +259,5 @@ void CWindowSession::ShowCommands() {
   Frame->Enable(PlayOrPause, !Day->HasEnded());
   Frame->Check(MarketWatch, WatchBar->IsBarShown());
   Frame->Check(Properties, PropertyPane->IsBarShown());
+  Frame->Check(Messages, LogBar->IsBarShown());
 }

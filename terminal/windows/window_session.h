@@ -15,7 +15,9 @@
 #include "terminal/summary.h"
 #include "terminal/terminal_host.h"
 #include "terminal/window_memory.h"
+#include "terminal/windows/closed_bars.h"
 #include "terminal/windows/day_loop.h"
+#include "terminal/windows/log_bar.h"
 #include "terminal/windows/main_frame.h"
 #include "terminal/windows/market_watch_bar.h"
 #include "terminal/windows/property_pane.h"
@@ -37,14 +39,16 @@ class CWindowSession : private TerminalWindows, private ScriptTarget {
   CMainFrame* GetFrame() const { return Frame.get(); }
   CMarketWatchBar& GetWatchBar() const { return *WatchBar; }
   CPropertyPane& GetPropertyPane() const { return *PropertyPane; }
+  CLogBar& GetLogBar() const { return *LogBar; }
   const CDayRun& GetDay() const { return *Day; }
 
  private:
+  std::unique_ptr<CDayInput> FirstDay();
   std::unique_ptr<CScriptRunner> MakeScript();
   void MakeFrame();
   void ShowFrame();
-  void MakeWatch();
-  void MakePropertyPane();
+  void MakeBars();
+  void PutBack(CTerminalBar& bar);
   void LoadPlugin();
   void StartDay();
   void Finish();
@@ -63,6 +67,7 @@ class CWindowSession : private TerminalWindows, private ScriptTarget {
   CQORPDockingControlBar* BarFor(ScriptFocus where) const;
   CQORPDockingControlBar* BookTitled(const std::string& title) const;
   CQORPDockingControlBar* Book() override { return BarFor(ScriptFocus::Book); }
+  std::size_t OpenBooks() override;
   bool Press(const KeyPress& key) override;
   bool RunMenu(const std::vector<std::string>& texts) override;
   bool HasPlayed() override { return Day->HasEnded(); }
@@ -88,13 +93,15 @@ class CWindowSession : private TerminalWindows, private ScriptTarget {
   RunFiles Files;
   Options Given;
   CBadLines& BadLines;
+  std::unique_ptr<CScriptRunner> Script;  // null for none; its files lie where the terminal was started
+  WindowMemory Memory;
+  std::string LostDay;  // why the day of the last time does not play; empty when it does
   mutable CWallClock Clock;
   CBeat Beat{Clock};
   std::unique_ptr<CDayInput> Input;
   std::vector<std::unique_ptr<CDayInput>> FormerInputs;  // a plug-in may keep addresses in their securities
-  std::unique_ptr<CScriptRunner> Script;                 // null for none
-  WindowMemory Memory;
   MarketWatch Rows;
+  CMessageLog Log;
   CTerminalHost Host;
   CRunningHostScope Running{Host};
   std::optional<CPluginLink> Plugin;
@@ -102,9 +109,11 @@ class CWindowSession : private TerminalWindows, private ScriptTarget {
   std::optional<CDayLoop> Loop;
   wxWeakRef<CMainFrame> Frame;
   CMarketWatchBar* WatchBar = nullptr;                 // belongs to the frame
+  CLogBar* LogBar = nullptr;                           // the same
   wxWeakRef<CPropertyPane> PropertyPane;               // asked for while the frame goes, too
   const CQORPDockingControlBar* FocusedBar = nullptr;  // for comparing: may be gone
   const CQORPDockingControlBar* LastBook = nullptr;    // the same; null for the one that was opened last
+  CClosedBars ClosedBars;
   wxTimer EndTimer;
   TradeRate Rate;
   std::uint64_t ControlMessages = 0;

@@ -1,6 +1,5 @@
 #include "tests/book_windows/books_fixture.h"
 
-#include <wx/stattext.h>
 #include <wx/utils.h>
 
 #include <cstring>
@@ -8,7 +7,6 @@
 #include "grid_base/registry_store.h"
 #include "grid_ops/trade_columns.h"
 #include "host_link/packet_writer.h"
-#include "toolkit/file_dialog.h"
 
 namespace fs = std::filesystem;
 
@@ -23,7 +21,7 @@ void TakeMessage(CQORPacketWriter* message) {
   terminal.LastMessage.assign(message->GetData(), message->GetData() + message->GetSize());
   if (number != 32022) return;
   terminal.State->SelectedKey = terminal.Answer;
-  std::strcpy(terminal.State->SelectedMaster.Name.data(), "GOLD 201312");
+  std::strcpy(terminal.State->SelectedMaster.Name.data(), terminal.SecurityName);
 }
 std::uint32_t GiveBarId(const char*, const char* book) {
   terminal.BarIds.push_back(book);
@@ -31,7 +29,8 @@ std::uint32_t GiveBarId(const char*, const char* book) {
   return terminal.LastId = number == nullptr ? 0 : static_cast<std::uint32_t>(std::atoi(number));
 }
 void GiveMaster(MasterRequest* request, std::uint32_t, std::uint16_t*) {
-  static const std::string record = std::string(kMasterNameOffset, '\0') + "GOLD 201312" + std::string(500, '\0');
+  static std::string record;
+  record = std::string(kMasterNameOffset, '\0') + terminal.SecurityName + std::string(500, '\0');
   if (terminal.KnowsSecurities) request->MasterRecord = reinterpret_cast<std::uintptr_t>(record.data());
 }
 void TakeBarId(std::uint32_t id, const char*) {
@@ -47,20 +46,6 @@ void* FindFunction(const char* name) {
 }
 
 }  // namespace
-
-int DialogAnswers::Enter(wxDialog* dialog) {
-  if (auto* file = dynamic_cast<CQORPFileDialog*>(dialog)) {
-    Proposals.push_back(file->Proposal());
-    file->AnswerWith(SaveAs);
-    return SaveAs.empty() ? wxID_CANCEL : wxID_OK;
-  }
-  std::wstring said = dialog->GetTitle().ToStdWstring();
-  for (const wxWindow* child : dialog->GetChildren())
-    if (const auto* text = dynamic_cast<const wxStaticText*>(child)) said += L": " + text->GetLabel().ToStdWstring();
-  std::ranges::replace(said, L'\n', L' ');
-  Said.push_back(said);
-  return 1;
-}
 
 FilterKey KeyOf(const char* exchange, const char* securityId) {
   FilterKey key{};

@@ -1,9 +1,6 @@
 // What tests of books share: a terminal of functions that notes what the plug-in says, a frame, a list of books in a
-// folder of their own, trades as messages, and answers to dialogs. Not what is tested. Used on the one thread of the
-// tests.
+// folder of their own, and trades as messages. Not what is tested. Used on the one thread of the tests.
 #pragma once
-
-#include <wx/modalhook.h>
 
 #include <filesystem>
 #include <memory>
@@ -12,6 +9,7 @@
 
 #include "book_windows/book_list.h"
 #include "book_windows/trade_book_bar.h"
+#include "tests/toolkit/dialog_answers.h"
 #include "tests/toolkit/gui_test.h"
 #include "toolkit/frame.h"
 
@@ -24,26 +22,9 @@ struct BookTerminal {
   std::vector<std::string> BarIds;
   std::uint32_t LastId = 0;  // the number in the book's name
   bool KnowsSecurities = false;
+  const char* SecurityName = "GOLD 201312";
 };
 extern BookTerminal terminal;
-
-// Answers dialogs in the user's place, with nothing shown.
-class DialogAnswers : public wxModalDialogHook {
- public:
-  DialogAnswers() { Register(); }
-  ~DialogAnswers() override { Unregister(); }
-  int Enter(wxDialog* dialog) override;
-  // With nothing noted so far.
-  void AnswerAnew(const std::filesystem::path& saveAs) {
-    SaveAs = saveAs;
-    Proposals.clear();
-    Said.clear();
-  }
-
-  std::filesystem::path SaveAs;  // empty cancels
-  std::vector<std::filesystem::path> Proposals;
-  std::vector<std::wstring> Said;  // caption and text of message boxes
-};
 
 FilterKey KeyOf(const char* exchange, const char* securityId);
 

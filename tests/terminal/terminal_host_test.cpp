@@ -72,7 +72,7 @@ TEST_F(TerminalHost, CountsWhatItDoesNotAnswer) {
 struct CTestWindows : TerminalWindows {
   void TellSelection(std::uint64_t window, MessageFunction answer) override {
     Asked += std::to_string(window) + " ";
-    AnswerSelection(answer, "ARCA", window == 7 ? "IBM" : "");
+    AnswerSelection(answer, "ARCA", window == 7 ? "IBM" : "", Log);
   }
   void ShowProperties(const PropertyRequest& request) override {
     Asked += "p" + std::to_string(reinterpret_cast<std::uint64_t>(request.Fill)) +
@@ -83,6 +83,7 @@ struct CTestWindows : TerminalWindows {
     Asked += std::to_string(reinterpret_cast<std::uintptr_t>(window)) + (closed ? "- " : "+ ");
   }
   std::string Asked;
+  CMessageLog Log;
 };
 
 std::vector<std::string> Answers;

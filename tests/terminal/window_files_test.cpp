@@ -33,9 +33,10 @@ TEST(KeyPress, TellsKeysByTheirNames) {
 }
 
 TEST(WindowScript, ReadsItsCommands) {
-  const auto file = WriteTestFile("good.txt",
-                                  "# a remark\r\n\r\nopen-book # now\n  select GC 2013\t\nfocus book\nkey Ctrl+c\n"
-                                  "wait played\nwait 250\nscreenshot a b.png\nmenu Day > As Fast As Possible\nexit");
+  const auto file = WriteTestFile(
+      "good.txt",
+      "# a remark\r\n\r\nopen-book # now\n  select GC 2013\t\nfocus book\nkey Ctrl+c\n"
+      "wait played\nwait 250\nscreenshot a b.png\nmenu Day > As Fast As Possible\nusage day 1\nclose-book\nexit");
   const std::vector<ScriptCommand> read = ReadWindowScript(file);
   using Action = ScriptAction;
   const struct {
@@ -50,7 +51,9 @@ TEST(WindowScript, ReadsItsCommands) {
                   {8, Action::WaitTime, ""},
                   {9, Action::Screenshot, "a b.png"},
                   {10, Action::Menu, ""},
-                  {11, Action::Exit, ""}};
+                  {11, Action::Usage, "day 1"},
+                  {12, Action::CloseBook, ""},
+                  {13, Action::Exit, ""}};
   ASSERT_EQ(read.size(), std::size(expected));
   for (std::size_t i = 0; i < read.size(); ++i) {
     EXPECT_EQ(read[i].Line, expected[i].Line);
@@ -114,6 +117,7 @@ TEST(WindowScript, RefusesALineWithItsNumber) {
       {"book-menu", "book-menu needs an entry of"},  {"place middle", "place needs left, right, top, b"},
       {"focus none GC", "focus needs market-watch"}, {"cancel-save x", "cancel-save needs nothing behin"},
       {"save-as", "save-as needs a text behind it"}, {"expect-rows -1", "expect-rows needs a number of r"},
+      {"usage", "usage needs a text behind it"},     {"close-book All", "close-book needs nothing behin"},
   };
   for (const auto& row : cases) {
     SCOPED_TRACE(row.Line);

@@ -6,12 +6,15 @@
 #include <wx/uiaction.h>
 
 #include <algorithm>
+#include <fstream>
+#include <regex>
 #include <sstream>
 
 #include "host_link/packet_reader.h"
 #include "terminal/terminal_error.h"
 #include "terminal/windows/screen_picture.h"
 #include "tests/terminal/test_files.h"
+#include "tests/toolkit/dialog_answers.h"
 #include "tests/toolkit/gui_test.h"
 #include "toolkit/file_dialog.h"
 #include "toolkit/message_box.h"
@@ -235,6 +238,69 @@ TEST_F(WindowSession, ShowsTradesAndRemembersItsPlaces) {
   EXPECT_EQ(Session->GetWatchBar().Grid().GetColumnsInfo().GetColumnState(5), 1);
 }
 
+TEST_F(WindowSession, PlaysTheDayOfTheLastTime) {
+  const auto close = [this] {
+    EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
+    Session->GetFrame()->Close();
+    Session.reset();
+    return Log();
+  };
+  const std::string first = close();
+  const auto day = std::exchange(Given.Day, {});
+  Open();
+  EXPECT_EQ(close(), first);
+  const auto sample = ProgramFolder() / "sample_day";
+  std::filesystem::create_directory(sample);
+  for (const char* name : {"securities.csv", "desk.csv"}) std::filesystem::rename(TestFolder() / name, sample / name);
+  std::filesystem::rename(day, sample / "trades.csv");
+  Session = std::make_unique<CWindowSession>(RunFiles(Given), Given, BadLines);
+  DialogAnswers answers;
+  Session->Open();
+  EXPECT_TRUE(PumpUntil([&answers] { return !answers.Said.empty(); }));
+  EXPECT_NE(answers.Said.front().find(L"day.csv"), std::wstring::npos);
+  EXPECT_EQ(close(), first);
+  std::filesystem::remove_all(sample);
+}
+
+// Of the log: the column's texts of all its rows, from the top.
+std::vector<std::string> Shown(const CLogGrid& grid, LogColumn column) {
+  std::vector<std::string> texts;
+  for (int row = 0; row < grid.GetVirtualRows(); ++row) texts.push_back(grid.CellText(row, column));
+  return texts;
+}
+
+TEST_F(WindowSession, LogsMessagesOfBothDirections) {
+  using Texts = std::vector<std::string>;
+  CLogBar& bar = Session->GetLogBar();
+  CLogGrid& grid = bar.Grid();
+  EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
+  EXPECT_FALSE(bar.IsBarShown());
+  EXPECT_TRUE(Session->GetFrame()->RunMenu({L"View", L"Messages"}));
+  EXPECT_TRUE(bar.IsDocked());
+  EXPECT_TRUE(PumpUntil([&grid] { return grid.GetVirtualRows() > 0; }));
+  EXPECT_EQ(Shown(grid, LogColumn::Number),
+            (Texts{"9101", "9101", "30020", "32022", "8112", "8111", "8111", "30022", "30026", "32005", "30025"}));
+  grid.SetFilterText(static_cast<int>(LogColumn::Direction), L"FROM");
+  EXPECT_EQ(Shown(grid, LogColumn::Meaning), (Texts{"what is selected?", "register the beat"}));
+  Ask(&Session->GetWatchBar());
+  Ask(&Session->GetWatchBar());
+  EXPECT_TRUE(PumpUntil([&grid] { return grid.GetVirtualRows() == 4; }));
+  grid.OnFilterBarClearAll();
+  grid.SetFilterText(static_cast<int>(LogColumn::Number), L"81");
+  EXPECT_EQ(Shown(grid, LogColumn::Direction), (Texts{"to plug-in", "to plug-in", "to plug-in"}));
+  DialogAnswers answers;
+  answers.SaveAs = TestFolder() / "messages.csv";
+  EXPECT_TRUE(grid.RunContextMenu({L"Save As..."}));
+  const std::string saved = ReadTestFile(TestFolder() / "messages.csv");
+  EXPECT_EQ(std::count(saved.begin(), saved.end(), '\n'), 3);
+  EXPECT_LT(saved.find(",8111,downloaded trade,"), saved.find(",8112,end of the download,"));
+  EXPECT_TRUE(grid.RunContextMenu({L"Clear"}));
+  EXPECT_EQ(grid.GetVirtualRows(), 0);
+  Session->Run(TerminalCommand::RefreshBooks);
+  EXPECT_TRUE(grid.RunContextMenu({L"Reset Filter"}));
+  EXPECT_EQ(Shown(grid, LogColumn::Number), Texts{"30020"});
+}
+
 // A book whose two menu commands open a box of a question and a dialog for a file.
 class ScriptedGrid : public CQORPGridCtrl {
  public:
@@ -312,6 +378,7 @@ class ScriptRun : public GuiTest, private ScriptTarget {
     return Bar;
   }
   bool HasPlayed() override { return true; }
+  std::size_t OpenBooks() override { return 1; }
   void SavePictureTo(const std::filesystem::path&) override {}
   void CloseWindows() override {}
 
@@ -346,6 +413,20 @@ TEST_F(ScriptRun, AnswersDialogs) {
       "9: the dialog has no such button\n");
   EXPECT_EQ(Grid->Notes, (Texts{"No", "b.csv", "cancelled", "Yes"}));
   EXPECT_TRUE(std::filesystem::is_directory(file.parent_path()));
+}
+
+// A book is not closed behind the back of a dialog of its own.
+TEST_F(ScriptRun, ClosesABookAndTellsTheUsage) {
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(TestFolder());
+  EXPECT_EQ(Run("usage a\nbook-menu Ask\nclose-book\nanswer No\nclose-book\n"), "3: a dialog is up\n");
+  std::filesystem::current_path(before);
+  EXPECT_FALSE(Bar->IsBarShown());
+  std::ifstream file(TestFolder() / "out" / "usage.csv");
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  EXPECT_TRUE(
+      std::regex_match(text, std::regex("name,heap,handles,windows,books\na,[1-9]\\d{5,},[1-9]\\d*,[1-9]\\d*,1\n")))
+      << text;
 }
 
 TEST_F(ScriptRun, ReportsWhatIsOtherwise) {

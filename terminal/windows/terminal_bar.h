@@ -1,0 +1,32 @@
+// CTerminalBar: a bar of the terminal's own: it holds one window, keeps its place from one start to the next and tells
+// when the user has closed it. Not what it shows: the classes that derive from it. The main thread only.
+#pragma once
+
+#include <functional>
+
+#include "terminal/window_memory.h"
+#include "toolkit/docking_control_bar.h"
+
+class CTerminalBar : public CQORPDockingControlBar {
+ public:
+  // The section of the file of windows that keeps the place.
+  explicit CTerminalBar(const wchar_t* section) : Section(section) {}
+
+  virtual void Save(WindowMemory& memory);
+  // As it was, else where it stands first.
+  virtual void Restore(WindowMemory& memory);
+
+  void OnPressCloseButton() override;
+  int OnTabCloseButton() override;
+
+  // Called when the user has closed the bar.
+  std::function<void()> Closed;
+
+ protected:
+  // Fills the bar with a child window.
+  void Hold(wxWindow* content);
+  virtual void PlaceFirst() = 0;
+
+ private:
+  const wchar_t* Section;
+};

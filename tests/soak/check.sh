@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# check.sh FOLDER PROGRAM...: plays ten days in the terminal with random deeds in its books, and compares what the program
+# holds at the end of each day with the end of the second one, as the first fills caches: as many handles and windows, no
+# book, and as much memory but for 150 kB of glyphs, styles and free lists, and 25 kB each day: texts that the market watch
+# has measured, of which it keeps up to 20,000, and the column names of the daily file, which each login reads once more.
+# SOAK_SEED, SOAK_DAYS and SOAK_ACTIONS change the seed, the days and the deeds of
+# a day; SOAK_HEAP_BYTES and SOAK_HANDLES how far heap and handles may move.
+set -euo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
+days=${SOAK_DAYS:-10}
+seed=${SOAK_SEED:-1}
+out=$1
+shift
+rm -rf "$out"
+mkdir -p "$out"
+cd "$out"
+bash "$here/make_script.sh" "$seed" "$days" "${SOAK_ACTIONS:-15}" >script.txt
+export LSAN_OPTIONS=suppressions=$here/leaks.supp:print_suppressions=0
+"$@" --work work --speed max --exit-after played --script script.txt >log 2>&1 ||
+  { tail -n 100 log; echo "the days of seed $seed failed"; exit 1; }
+awk -F, -v days="$days" -v heapBytes="${SOAK_HEAP_BYTES:-150000}" -v handles="${SOAK_HANDLES:-0}" '
+  function off(value, base) { return value > base ? value - base : base - value }
+  { print }
+  NR == 3 { heap = $2; handle = $3; window = $4 }
+  NR > 1 && $5 != 0 { fault = fault "\nday " $1 " ends with open books" }
+  NR > 3 && $2 - heap > heapBytes + 25000 * (NR - 3) { fault = fault "\nday " $1 ": the heap has grown" }
+  NR > 3 && off($3, handle) > handles { fault = fault "\nday " $1 ": other handles are open" }
+  NR > 3 && $4 != window { fault = fault "\nday " $1 ": there are other windows" }
+  END {
+    if (NR != days + 1) fault = fault "\n" NR - 1 " of " days " days were measured"
+    if (fault != "") { print "with seed '"$seed"':" fault; exit 1 }
+  }' "$(find . -name usage.csv)"

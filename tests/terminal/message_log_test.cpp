@@ -1,0 +1,68 @@
+#include "terminal/message_log.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "host_link/message_header.h"
+#include "host_link/packet_writer.h"
+
+namespace {
+
+std::vector<std::uint8_t> FieldsOf(const CQORPacketWriter& writer) {
+  return {writer.GetData() + kHeaderSize, writer.GetData() + writer.GetSize()};
+}
+
+std::vector<std::uint8_t> Sample() {
+  CQORPacketWriter writer(0);
+  writer.AddU8(101, 2);
+  writer.AddU16(10002, 9101);
+  writer.AddU32(20014, 4000000000);
+  writer.AddU64(30001, 18446744073709551615U);
+  writer.AddDouble(40002, 99.25);
+  writer.AddText(55010, "CO\"\x80", 48, false);
+  return FieldsOf(writer);
+}
+
+constexpr const char* kSampleText =
+    "101=2 10002=9101 20014=4000000000 30001=18446744073709551615 40002=99.25 55010='CO\"\\x80'";
+
+TEST(MessageLog, FieldsAreReadByTheirTags) {
+  EXPECT_EQ(FieldsText(Sample()), kSampleText);
+  EXPECT_EQ(FieldsText({}), "");
+  // Each cut reads what is whole, as a block of exactly that size.
+  const std::vector<std::uint8_t> whole = Sample();
+  for (std::size_t size = 0; size < whole.size(); ++size) {
+    const std::vector<std::uint8_t> cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
+    EXPECT_TRUE(std::string(kSampleText).starts_with(FieldsText(cut))) << size;
+  }
+}
+
+TEST(MessageLog, KeepsTheLatest) {
+  CMessageLog log;
+  for (std::size_t i = 0; i < CMessageLog::kMost + 5; ++i) log.Add(i % 2 == 0, static_cast<std::uint16_t>(i), {});
+  EXPECT_EQ(log.Size(), CMessageLog::kMost);
+  EXPECT_EQ(log.CountOfAll(), CMessageLog::kMost + 5);
+  EXPECT_EQ(log.At(0).Count, CMessageLog::kMost + 5);
+  EXPECT_EQ(log.At(CMessageLog::kMost - 1).Count, 6u);
+  EXPECT_EQ(LogText(log.At(0), LogColumn::Direction), "to plug-in");
+}
+
+TEST(MessageLog, WritesRowsAsCsv) {
+  CMessageLog log;
+  log.Add(true, 9101, Sample());
+  log.Add(false, 32003, {});
+  std::ostringstream file;
+  const std::size_t rows[] = {1, 0};
+  WriteLog(file, log, rows);
+  const std::string text = file.str();
+  EXPECT_EQ(text.substr(0, text.find("\r\n")), "No.,Time,Direction,Message,Meaning,Bytes,Fields");
+  EXPECT_NE(text.find(",to plug-in,9101,live trade," + std::to_string(Sample().size()) +
+                      ",\"101=2 10002=9101 20014=4000000000 30001=18446744073709551615 40002=99.25 "
+                      "55010='CO\"\"\\x80'\"\r\n2,"),
+            std::string::npos)
+      << text;
+  EXPECT_TRUE(text.ends_with(",from plug-in,32003,show properties,0,\"\"")) << text;
+}
+
+}  // namespace
