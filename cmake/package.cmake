@@ -11,6 +11,16 @@ install(TARGETS terminal tradebook toolkit RUNTIME DESTINATION bin LIBRARY DESTI
 if(WIN32)
   get_directory_property(package_companions DIRECTORY ${CMAKE_SOURCE_DIR}/toolkit DEFINITION TOOLKIT_COMPANIONS)
   install(FILES ${package_companions} DESTINATION bin)
+  # The archive's programs come without symbols; what others have built is stripped here, and only in the archive.
+  install(CODE "
+    if(CMAKE_INSTALL_DO_STRIP)
+      set(files \"${package_companions}\")
+      foreach(file IN LISTS files)
+        get_filename_component(name \${file} NAME)
+        execute_process(COMMAND \"${CMAKE_STRIP}\" \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/bin/\${name}\"
+                        COMMAND_ERROR_IS_FATAL ANY)
+      endforeach()
+    endif()")
 endif()
 foreach(folder sample_day working_folder scripts)
   install(DIRECTORY ${CMAKE_SOURCE_DIR}/terminal/data/${folder} DESTINATION bin)

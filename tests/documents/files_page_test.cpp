@@ -4,8 +4,13 @@
 #include <set>
 
 #include "foundations/text_tools.h"
+#include "grid_base/column_profile.h"
+#include "grid_base/settings_text.h"
+#include "grid_base/xml_settings.h"
 #include "grid_ops/trade_file_lines.h"
+#include "platform/module.h"
 #include "tests/documents/page.h"
+#include "toolkit/bar_place.h"
 #include "trade_data/daily_columns.h"
 
 namespace {
@@ -50,6 +55,42 @@ TEST(FilesPage, SamplesOfTheExports) {
   EXPECT_EQ(ParseBookExport(Shipped("TRADEBOOKEXPORT.TXT")).size(), 10U);
   for (const DescriptionEntry& entry : ParseBookExport(Shipped("TRADEBOOKEXPORT.TXT")))
     EXPECT_TRUE(isColumn(entry.Name)) << entry.Name;
+}
+
+std::wstring SampleSettings(const std::string& behind) {
+  std::wstring text;
+  for (const std::string& line : FencedBlock("files.md", behind, "xml")) text.append(line.begin(), line.end());
+  return text;
+}
+
+// The samples of settings read as what the page says of them.
+TEST(FilesPage, SamplesOfSettings) {
+  CVELDPXMLSettings settings;
+  ASSERT_TRUE(ParseNode(settings.UserRoot(), SampleSettings("## `TradeBookSettings.xml`")));
+  std::int32_t number = 0;
+  ASSERT_TRUE(settings.OpenPath(L"PLUGINDLLS\\Trade Book\\TradeBook"));
+  EXPECT_TRUE(settings.Read(L"BuyColor", number) && number == 16711680);
+  EXPECT_TRUE(settings.Read(L"WholeRowSel", number) && number == 1);
+  ASSERT_TRUE(ParseNode(settings.UserRoot(), L"<R>" + SampleSettings("Where a bar stands") + L"</R>"));
+  std::wstring place;
+  ASSERT_TRUE(settings.OpenPath(L"Trade Book : COMEX GOLD 201312TradeBook 17"));
+  ASSERT_TRUE(settings.Read(L"Bar-1", place));
+  const std::optional<BarPlace> bar = ParseBarPlace(place);
+  ASSERT_TRUE(bar);
+  EXPECT_EQ(BarPlaceText(*bar), place);
+  const std::vector<std::string> profile = FencedBlock("files.md", "## `ColumnProfile/", "xml");
+  const auto folder = ProgramFolder() / "sample profile";
+  std::filesystem::create_directories(folder / "ColumnProfile" / "Trade Book");
+  std::ofstream file(folder / "ColumnProfile" / "Trade Book" / "ColumnProfile.xml");
+  for (const std::string& line : profile) file << line << '\n';
+  file.close();
+  ColumnProfile columns("Trade Book", L"ColumnProfile", folder);
+  columns.LoadColumnProfileFile();
+  EXPECT_EQ(columns.LoadMultipleSort(), 1);
+  const ColumnState server = columns.InsertProfiledColumn({.Key = "colServer", .Header = L"x", .Width = 7}, 0);
+  EXPECT_EQ(server.Header, L"Server");
+  EXPECT_EQ(server.Width, 60);
+  EXPECT_EQ(server.Visible, 0);
 }
 
 }  // namespace

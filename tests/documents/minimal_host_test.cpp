@@ -36,8 +36,7 @@ class MinimalHost : public testing::Test {
   // Each test has a folder of its own: the shell of the former one may hold that a while longer.
   MinimalHost()
       : FormerFolder(fs::current_path()),
-        Folder(ProgramFolder() / "minimal host test" /
-               testing::UnitTest::GetInstance()->current_test_info()->name()) {
+        Folder(ProgramFolder() / "minimal host test" / testing::UnitTest::GetInstance()->current_test_info()->name()) {
     fs::remove_all(Folder);
     fs::create_directories(Folder);
     fs::current_path(Folder);

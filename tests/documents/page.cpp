@@ -2,6 +2,16 @@
 
 #include <iterator>
 #include <regex>
+#include <sstream>
+
+std::vector<std::uint8_t> HexBlock(const std::string& page, const std::string& behind) {
+  std::vector<std::uint8_t> bytes;
+  for (const std::string& line : FencedBlock(page, behind, "hex")) {
+    std::istringstream pairs(line.substr(0, line.find('|')));
+    for (unsigned byte; pairs >> std::hex >> byte;) bytes.push_back(static_cast<std::uint8_t>(byte));
+  }
+  return bytes;
+}
 
 std::string SourceText(const std::string& path) {
   std::ifstream file(std::string(TRADEBOOK_SOURCE_FOLDER "/") + path, std::ios::binary);

@@ -1,6 +1,7 @@
 // Reads pages and sources, for tests that hold the pages to what the code does.
 #pragma once
 
+#include <cstdint>
 #include <fstream>
 #include <stdexcept>
 #include <string>
@@ -22,6 +23,9 @@ inline std::vector<std::string> FencedBlock(const std::string& page, const std::
   }
   throw std::runtime_error(page + " has no block of " + language + " behind '" + behind + "'");
 }
+
+// The bytes of the first block of hex behind the given text; a line's remark stands behind a stroke.
+std::vector<std::uint8_t> HexBlock(const std::string& page, const std::string& behind);
 
 // A file of the source folder, with LF.
 std::string SourceText(const std::string& path);

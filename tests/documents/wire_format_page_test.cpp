@@ -1,23 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "tests/documents/page.h"
 #include "trade_data/trade_impl.h"
 
 namespace {
 
-std::vector<std::uint8_t> ExampleBytes() {
-  std::vector<std::uint8_t> bytes;
-  for (const std::string& line : FencedBlock("wire_format.md", "## A trade", "hex")) {
-    std::istringstream pairs(line.substr(0, line.find('|')));
-    for (unsigned byte; pairs >> std::hex >> byte;) bytes.push_back(static_cast<std::uint8_t>(byte));
-  }
-  return bytes;
-}
-
 TEST(WireFormatPage, ExampleDecodesToWhatStandsBesideIt) {
-  const std::vector<std::uint8_t> bytes = ExampleBytes();
+  const std::vector<std::uint8_t> bytes = HexBlock("wire_format.md", "## A trade");
   CQORPacketReader reader(bytes.data(), static_cast<std::uint16_t>(bytes.size()));
   std::uint16_t needed = 0;
   std::uint16_t consumed = 0;

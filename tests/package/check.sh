@@ -43,6 +43,11 @@ else
   done
 fi
 
+for file in "$folder"/bin/*; do
+  [[ $file == *.so || $file == *.dll || ${file##*/} == terminal* ]] || continue
+  ! LC_ALL=C objdump -h "$file" | grep -q '\.debug_info' || fail "${file##*/} has not been stripped"
+done
+
 built=$(play "$build/bin" "$work/of the build")
 packed=$(play "$folder/bin" "$work/elsewhere")
 [ "${built##*/}" = "${packed##*/}" ] && cmp "$built" "$packed" || fail "the archive plays another day than the build"
