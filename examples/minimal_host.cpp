@@ -1,5 +1,5 @@
 // The smallest terminal for the plug-in: loads it, plays a download of one trade and one live trade to it, without
-// windows, and prints what comes back. docs/host_guide.md explains it.
+// windows, and prints what comes back: a hundred lines of code. docs/host_guide.md explains it.
 //
 //   minimal_host [MODULE]    without a module the one beside the program
 //
@@ -20,37 +20,18 @@ namespace {
 
 CommandFunction refresh = nullptr;
 
-// All messages of the plug-in as they come: the number, then texts and 16-bit numbers; the other fields are stepped
-// over.
-void Print(CQORPacketReader& message) {
-  std::cout << message.MessageNumber << ':';
-  while (message.NextTag()) {
-    char text[129] = "";
-    std::uint16_t number = 0;
-    if (message.Tag == 55020 && message.ReadText(text, 128))
-      std::cout << ' ' << text;
-    else if (message.Tag > 10000 && message.Tag <= 20000 && message.ReadU16(number))
-      std::cout << ' ' << number;
-    else
-      message.SkipValue();
-  }
-  std::cout << '\n';
-}
-
-void SendParsed(MessageFunction onMessage, CQORPacketWriter& message) {
+// OnMessage gets a message with its header read; OnPluginMessage reads it itself.
+void Send(MessageFunction function, CQORPacketWriter& message, bool isHeaderRead) {
   message.Finish();
   CQORPacketReader reader(message.GetData(), message.GetSize());
-  std::uint16_t needed = 0;
-  std::uint16_t consumed = 0;
-  if (reader.ParseHeader(needed, consumed)) onMessage(&reader);
+  std::uint16_t needed = 0, consumed = 0;
+  if (!isHeaderRead || reader.ParseHeader(needed, consumed)) function(&reader);
 }
 
-void SendRaw(MessageFunction onPluginMessage, std::uint16_t number) {
+void SendNumber(MessageFunction function, std::uint16_t number, bool isHeaderRead) {
   CQORPacketWriter message(0);
   message.AddU16(10002, number);
-  message.Finish();
-  CQORPacketReader reader(message.GetData(), message.GetSize());
-  onPluginMessage(&reader);
+  Send(function, message, isHeaderRead);
 }
 
 void SendTrade(MessageFunction onMessage, std::uint16_t number, std::uint32_t id, double price) {
@@ -60,12 +41,11 @@ void SendTrade(MessageFunction onMessage, std::uint16_t number, std::uint32_t id
   message.AddText(55101, std::to_string(700000 + id).c_str(), 32, false);
   message.AddText(55100, "1100000000001", 32, false);
   message.AddTerminator();  // behind the key, the other fields in any order
-  message.AddText(55010, "COMEX", 48, false);
   message.AddText(55104, "GC201312", 48, false);
   message.AddU8(101, 1);
   message.AddU32(20014, 2);
   message.AddDouble(40002, price);
-  SendParsed(onMessage, message);
+  Send(onMessage, message, true);
 }
 
 // The buffer has room for all that comes and does not grow: so no memory that one side has taken is given back by the
@@ -81,25 +61,22 @@ void TakeDescription(GetDllInfoFunction getDllInfo) {
   DestroyLock(reply.Lock);
   while (reply.ReadPosition < reply.Used) {
     CQORPacketReader message(bytes + reply.ReadPosition, static_cast<std::uint16_t>(reply.Used - reply.ReadPosition));
-    std::uint16_t needed = 0;
-    std::uint16_t consumed = 0;
+    std::uint16_t needed = 0, consumed = 0;
     if (!message.ParseHeader(needed, consumed)) return;
-    Print(message);
+    std::cout << message.MessageNumber << ' ' << consumed << " bytes\n";
     reply.ReadPosition += consumed;
   }
 }
 
 void PlayDay(MessageFunction onMessage, MessageFunction onPluginMessage) {
-  SendRaw(onPluginMessage, 30025);  // answered by 32005 before this returns
-  SendRaw(onPluginMessage, 30022);
+  SendNumber(onPluginMessage, 30025, false);  // answered by 32005 before this returns
+  SendNumber(onPluginMessage, 30022, false);
   SendTrade(onMessage, 8111, 1, 1313.25);
-  CQORPacketWriter downloadEnd(0);
-  downloadEnd.AddU16(10002, 8112);
-  SendParsed(onMessage, downloadEnd);
-  SendRaw(onPluginMessage, 30020);
+  SendNumber(onMessage, 8112, true);
+  SendNumber(onPluginMessage, 30020, false);
   SendTrade(onMessage, 9101, 2, 1313.4);
   if (refresh != nullptr) refresh();  // a terminal does so at the period, between two messages
-  SendRaw(onPluginMessage, 30021);
+  SendNumber(onPluginMessage, 30021, false);
 }
 
 }  // namespace
