@@ -20,14 +20,14 @@ constexpr CommandRow kRows[] = {
     {TenTimes, L"&Day", L"&10 Times", Ctrl('2'), Radio, false, L"Live trades ten times as fast"},
     {SixtyTimes, L"&Day", L"&60 Times", Ctrl('3'), Radio, false, L"Live trades sixty times as fast"},
     {FullSpeed, L"&Day", L"As &Fast As Possible", Ctrl('4'), Radio, false, L"Live trades without waiting"},
-    {StartAgain, L"&Day", L"&Start Again", {}, Plain, true, L"Play the day from its begin"},
+    {StartAgain, L"&Day", L"&Start Again", Ctrl('B'), Plain, true, L"Play the day from its begin"},
     {NewLogin, L"&Day", L"New &Login", Ctrl('L'), Plain, false, L"Log in anew: the trades so far come once more"},
     {RefreshBooks, L"&Day", L"Refresh &Books", Ctrl('R'), Plain, false, L"Have every book apply its filter again"},
     {MarketWatch, L"&View", L"&Market Watch", Ctrl('M'), Check, false, L"Show or hide the market watch"},
     {Properties, L"&View", L"&Properties", Ctrl('P'), Check, false, L"Show or hide the properties of a book"},
     {Messages, L"&View", L"M&essages", Ctrl('E'), Check, false, L"Show or hide the log of messages"},
     {Keys, L"&Help", L"&Keys", FunctionKey(1), Plain, false, L"The keys of terminal and books"},
-    {About, L"&Help", L"&About", {}, Plain, false, L"Versions"},
+    {About, L"&Help", L"&About", FunctionKey(12), Plain, false, L"Versions"},
 };
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The properties of books, from the change in a list as a user makes it to grids, totals, settings file and restart.
 #include <wx/propgrid/advprops.h>
 #include <wx/propgrid/propgrid.h>
+#include <wx/uiaction.h>
 
 #include <fstream>
 #include <sstream>
@@ -168,6 +169,40 @@ TEST_F(PropertiesTest, AChangeGoesToEveryBookAndToTheFile) {
   EXPECT_FALSE(State->TradeStore.AutoTradeWriteCSV) << "one key for the two names";
   List->CloseBook(again, BookList::Close::HideBar);
   EXPECT_EQ(Stored("Font"), stored) << "neither size nor face wanders from start to start";
+}
+
+// By the display's own keyboard and pointer.
+TEST_F(PropertiesTest, TakesKeysAndClicks) {
+  CTradeBookBar& bar = Open();
+  FillFor(bar);
+  ASSERT_TRUE(GiveRealFocus(Window()));
+  Properties->SetFocus();
+  wxUIActionSimulator user;
+  const auto selected = [this] { return ItemOf(Window().GetSelection()); };
+  const auto goDownTo = [&](int id) {
+    for (int step = 0; step < 14 && (selected() == nullptr || selected()->GetId() != id); ++step) {
+      const wxPGProperty* before = Window().GetSelection();
+      user.Char(WXK_DOWN);
+      if (!PumpUntil([&] { return Window().GetSelection() != before; })) return false;
+    }
+    return selected() != nullptr && selected()->GetId() == id;
+  };
+  ASSERT_TRUE(goDownTo(5));
+  user.Char(WXK_TAB);
+  ASSERT_TRUE(PumpUntil([this] { return Window().IsEditorFocused(); }));
+  user.Char('A', wxMOD_CONTROL);
+  user.Char('2');
+  user.Char(WXK_RETURN);
+  EXPECT_TRUE(PumpUntil([this] { return Stored("ColumnFreeze") == "2"; }));
+  EXPECT_TRUE(Frozen(bar));
+  // A click on the box of a switch, which stands at the left of its value.
+  wxPGProperty* headerHide = Window().GetPropertyByLabel(L"Header Hide");
+  const wxRect row = Window().GetPropertyRect(headerHide, headerHide);
+  const wxPoint box(Window().GetSplitterPosition() + Window().FromDIP(10), row.y + row.height / 2);
+  user.MouseMove(Window().GetPanel()->ClientToScreen(box));
+  user.MouseClick();
+  EXPECT_TRUE(PumpUntil([this] { return Stored("HeaderHide") == "1"; }));
+  EXPECT_FALSE(Asker->IsHeaderEnabled());
 }
 
 TEST_F(PropertiesTest, WarnsOnceWhileOtherBooksAreOpen) {

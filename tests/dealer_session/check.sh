@@ -2,6 +2,7 @@
 # check.sh FOLDER PROGRAM...: plays a dealer's session with the terminal in an empty folder and compares every file that
 # it writes with those in stored/, byte for byte, but for what differs by day, machine and font: dates in names, the path
 # in config.ini, widths of columns, fonts and rectangles, and pictures, which must only show something.
+# Then the terminal starts again, is killed in the midst of a further start, and starts once more: the books come back.
 # check.sh --store FOLDER PROGRAM... plays it and stores what it wrote: look at the difference before you keep it.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
@@ -9,10 +10,12 @@ store=
 [ "$1" = --store ] && { store=1; shift; }
 out=$1
 shift
+program=("$@")
 rm -rf "$out"
 mkdir -p "$out/normal"
 cd "$out"
-"$@" --work work --speed max --exit-after played --script "$here/../../terminal/data/scripts/dealer_session.txt" \
+script=$here/../../terminal/data/scripts/dealer_session.txt
+"${program[@]}" --work work --speed max --exit-after played --script "$script" \
   >log 2>&1 || { cat log; echo "the session failed"; exit 1; }
 
 # Name and content without what may differ; nothing for what is not compared.
@@ -46,4 +49,23 @@ diff <(cd stored && ls) <(cd normal && ls) || { echo "other files were written t
 for file in stored/*; do
   cmp "$file" "normal/${file##*/}" || exit 1
 done
-echo "the session wrote the stored files: $(ls stored | xargs)"
+# A start of its own for each script; two books, whatever became of the one before.
+start_again() {
+  "${program[@]}" --work work --speed max --exit-after played --script "$here/started_again.txt" >log 2>&1 ||
+    { cat log; echo "the books did not come back $1"; exit 1; }
+  grep -q '^started_again,.*,2\r*$' out/usage.csv ||
+    { cat out/usage.csv; echo "there are not two books $1"; exit 1; }
+  rm out/usage.csv
+}
+start_again "at the next start"
+"${program[@]}" --work work --speed max --script "$here/killed.txt" >log 2>&1 &
+killed=$!
+for ((second = 0; second < 120; ++second)); do
+  grep -q '^killed,' out/usage.csv 2>/dev/null && break
+  sleep 1
+done
+kill -9 "$killed" && grep -q '^killed,.*,3\r*$' out/usage.csv || { cat log; echo "there was nothing to kill"; exit 1; }
+wait "$killed" 2>/dev/null || true
+rm out/usage.csv
+start_again "after the terminal was killed"
+echo "the session wrote the stored files: $(ls stored | xargs); its books came back twice"
