@@ -10,6 +10,7 @@
 #include "foundations/date_time.h"
 #include "foundations/wide_text.h"
 #include "grid_ops/cell_text.h"
+#include "platform/module.h"
 #include "tests/book_windows/books_fixture.h"
 #include "tests/grid_ops/slow_book.h"
 
@@ -208,6 +209,16 @@ TEST_F(CommandsTest, TradeFilesFollowTheirDescriptions) {
   EXPECT_NE(wxWindow::FindWindowByLabel(other + " Successfully exported..!!"), nullptr) << "the popup";
 }
 
+// A file that no other program may write to: a program that runs, this one, under a second name.
+fs::path HeldFile() {
+  const fs::path link = ProgramFolder() / "held.csv";
+  std::error_code ignored;
+  fs::remove(link, ignored);  // that of a former build; the present one can stay
+  for (const char* program : {"commands_test", "commands_test.exe"})
+    fs::create_hard_link(ProgramFolder() / program, link, ignored);
+  return link;
+}
+
 // The message comes whatever became of the file, and the next command works.
 TEST_F(CommandsTest, FaultsOfTheDiskChangeNothingElse) {
   Trade(1, "COMEX", "GC1", 1, 5, 10.5);
@@ -216,8 +227,10 @@ TEST_F(CommandsTest, FaultsOfTheDiskChangeNothingElse) {
   fs::create_directories(Folder / "taken.csv");
   std::ofstream(Folder / "locked.csv") << "kept";
   fs::permissions(Folder / "locked.csv", fs::perms::owner_read);
+  const fs::path held = HeldFile();
+  const auto heldSize = fs::file_size(held);
   for (const fs::path& file :
-       {Folder / "taken.csv", Folder / "nowhere" / "x.csv", fs::path("/dev/full"), Folder / "locked.csv"}) {
+       {Folder / "taken.csv", Folder / "nowhere" / "x.csv", fs::path("/dev/full"), Folder / "locked.csv", held}) {
     SCOPED_TRACE(file);
     Answers.AnswerAnew(file);
     EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", L"Visible Columns"}));
@@ -225,6 +238,7 @@ TEST_F(CommandsTest, FaultsOfTheDiskChangeNothingElse) {
   }
   fs::permissions(Folder / "locked.csv", fs::perms::owner_all);
   EXPECT_FALSE(fs::exists(Folder / "nowhere"));
+  EXPECT_EQ(fs::file_size(held), heldSize);
   fs::create_directories(Folder / "ExchangeTradeFormat");
   std::ofstream(Folder / "ExchangeTradeFormat" / "FO") << "in the way";
   EXPECT_TRUE(grid.RunContextMenu({L"Exchange Trade Format"}));

@@ -195,7 +195,10 @@ TEST_F(PropertiesTest, TakesKeysAndClicks) {
   user.Char(WXK_RETURN);
   EXPECT_TRUE(PumpUntil([this] { return Stored("ColumnFreeze") == "2"; }));
   EXPECT_TRUE(Frozen(bar));
-  // A click on the box of a switch, which stands at the left of its value.
+  // A click on the box of a switch, which stands at the left of its value. Nothing may lie over it.
+  bar.DockControlBar(DockSide::Left);
+  Main->Hide();
+  Pump();
   wxPGProperty* headerHide = Window().GetPropertyByLabel(L"Header Hide");
   const wxRect row = Window().GetPropertyRect(headerHide, headerHide);
   const wxPoint box(Window().GetSplitterPosition() + Window().FromDIP(10), row.y + row.height / 2);
