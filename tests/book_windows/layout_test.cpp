@@ -220,17 +220,18 @@ TEST_F(LayoutTest, NeitherNamesNorDamageHideOtherBooks) {
   Pump();
   Save();
   const std::string text = StoredText();
-  const auto restore = [&](const std::string& stored) {
+  // Whether the store complained. The window system may have something of its own to say.
+  const auto restoreComplains = [&](const std::string& stored) {
     std::ofstream(File(), std::ios::binary) << stored;
     testing::internal::CaptureStderr();
     Restore();
-    return testing::internal::GetCapturedStderr();
+    return testing::internal::GetCapturedStderr().find("stored.xml cannot be read") != std::string::npos;
   };
   Stop();
   Start();
   terminal.KnowsSecurities = true;
   terminal.SecurityName = "</RecentFiles><1>";
-  EXPECT_EQ(restore(text), "");
+  EXPECT_FALSE(restoreComplains(text));
   ASSERT_EQ(List->BarsById.size(), 2u);
   EXPECT_EQ(Book(1).GetBarTitle(), L"Trade Book : COMEX </RecentFiles><1>");
   EXPECT_TRUE(Book(1).IsDocked()) << "its place was found under its title";
@@ -238,7 +239,7 @@ TEST_F(LayoutTest, NeitherNamesNorDamageHideOtherBooks) {
   Stop();
   Start();
   for (std::size_t cut = 0; cut + 2 < text.size(); cut += 7) {
-    EXPECT_NE(restore(text.substr(0, cut)).find("stored.xml cannot be read"), std::string::npos) << cut;
+    EXPECT_TRUE(restoreComplains(text.substr(0, cut))) << cut;
     ASSERT_TRUE(List->BarsById.empty()) << cut;
   }
   const std::string breaks("<>\"/ \0", 6);
@@ -247,7 +248,7 @@ TEST_F(LayoutTest, NeitherNamesNorDamageHideOtherBooks) {
     Start();
     std::string broken = text;
     broken[at] = breaks[at % breaks.size()];
-    restore(broken);
+    restoreComplains(broken);
     EXPECT_LE(List->BooksByWindow.size(), 2u) << at;
   }
 }

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # check.sh FOLDER PROGRAM...: plays ten days in the terminal with random deeds in its books, and compares what the program
 # holds at the end of each day with the end of the second one, as the first fills caches: as many handles and windows, no
-# book, and as much memory but for 150 kB of glyphs, styles and free lists, and 25 kB each day: texts that the market watch
+# book, and no more memory but for 150 kB of glyphs, styles and free lists, and 10 kB each day: texts that the market watch
 # has measured, of which it keeps up to 20,000, and the column names of the daily file, which each login reads once more.
-# SOAK_SEED, SOAK_DAYS and SOAK_ACTIONS change the seed, the days and the deeds of
-# a day; SOAK_HEAP_BYTES and SOAK_HANDLES how far heap and handles may move.
+# SOAK_SEED, SOAK_DAYS and SOAK_ACTIONS change the seed, the days and the deeds of a day; SOAK_HEAP_BYTES and SOAK_HANDLES
+# how far heap and handles may move.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 days=${SOAK_DAYS:-10}
@@ -23,7 +23,7 @@ awk -F, -v days="$days" -v heapBytes="${SOAK_HEAP_BYTES:-150000}" -v handles="${
   { print }
   NR == 3 { heap = $2; handle = $3; window = $4 }
   NR > 1 && $5 != 0 { fault = fault "\nday " $1 " ends with open books" }
-  NR > 3 && $2 - heap > heapBytes + 25000 * (NR - 3) { fault = fault "\nday " $1 ": the heap has grown" }
+  NR > 3 && $2 - heap > heapBytes + 10000 * (NR - 3) { fault = fault "\nday " $1 ": the heap has grown" }
   NR > 3 && off($3, handle) > handles { fault = fault "\nday " $1 ": other handles are open" }
   NR > 3 && $4 != window { fault = fault "\nday " $1 ": there are other windows" }
   END {
