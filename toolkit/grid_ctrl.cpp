@@ -43,6 +43,7 @@ class CQORPGridCtrl::Impl {
 
  private:
   void FillOwner();
+  void ScaleColumns(int fromDpi, int toDpi);
   void OnKey(wxKeyEvent& event);
   void OnContextMenu(wxContextMenuEvent& event);
   wxPoint MenuPoint() const;
@@ -74,6 +75,18 @@ void CQORPGridCtrl::Impl::MakeView() {
     event.Skip();
     View->ThemeChanged();
   });
+  Owner.Bind(wxEVT_DPI_CHANGED, [this](wxDPIChangedEvent& event) {
+    event.Skip();
+    ScaleColumns(event.GetOldDPI().x, event.GetNewDPI().x);
+  });
+}
+
+// The window has come onto a screen of another scale.
+void CQORPGridCtrl::Impl::ScaleColumns(int fromDpi, int toDpi) {
+  if (fromDpi <= 0) return;
+  for (int column = 0; column < Owner.GetColumnCount(); ++column)
+    State.Columns.SetColumnWidth(column, State.Columns.GetColumnWidth(column) * toDpi / fromDpi);
+  Owner.AdjustLayout();
 }
 
 // wxGTK 3.2: scroll bars shorter than their buttons ask for a new layout without end. Below the least size the grid is

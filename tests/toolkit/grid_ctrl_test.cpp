@@ -149,6 +149,15 @@ TEST_F(GridCtrl, HeadersStandInTheOrderOfTheColumns) {
   EXPECT_TRUE(Grid->HeaderRect(1).IsEmpty());
 }
 
+TEST_F(GridCtrl, ColumnsKeepTheirWidthsOnAScreenOfAnotherScale) {
+  Grid->SetColumnWidth(2, 50);
+  wxDPIChangedEvent moved(wxSize(96, 96), wxSize(144, 144));
+  Grid->GetEventHandler()->ProcessEvent(moved);
+  Pump();
+  EXPECT_EQ(Grid->GetColumnsInfo().GetColumnWidth(2), 75);
+  EXPECT_EQ(Grid->HeaderRect(3).x - Grid->HeaderRect(2).x, 75);
+}
+
 TEST_F(GridCtrl, FrozenColumnsStayWhileTheOthersScroll) {
   for (const int column : {2, 3, 4, 5}) Grid->SetColumnWidth(column, 600);
   Grid->FreezeColumns(2);
