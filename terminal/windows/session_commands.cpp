@@ -2,6 +2,7 @@
 #include <wx/filedlg.h>
 #include <wx/filename.h>
 #include <wx/menuitem.h>
+#include <wx/platinfo.h>
 #include <wx/uiaction.h>
 #include <wx/utils.h>
 
@@ -41,7 +42,8 @@ std::wstring AboutText(const PluginDescription& plugin, const std::filesystem::p
   const wxString built = wxFileName(wxString(file.wstring())).GetModificationTime().FormatISOCombined(' ');
   return L"Trading Terminal " + Wide(kTerminalVersion) + L"\n\nPlug-in: " + Wide(plugin.Name) + L"\n" +
          file.filename().wstring() + L" of " + built.ToStdWstring() + L"\n" + Wide(plugin.Copyright) + L"\n\n" +
-         wxGetLibraryVersionInfo().GetVersionString().ToStdWstring() + L" on " + wxGetOsDescription().ToStdWstring();
+         wxGetLibraryVersionInfo().GetVersionString().ToStdWstring() + L" on " +
+         wxPlatformInfo::Get().GetOperatingSystemIdName().ToStdWstring();
 }
 
 }  // namespace
