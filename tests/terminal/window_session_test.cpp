@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <fstream>
-#include <regex>
 #include <sstream>
 
 #include "host_link/packet_reader.h"
@@ -423,10 +422,15 @@ TEST_F(ScriptRun, ClosesABookAndTellsTheUsage) {
   std::filesystem::current_path(before);
   EXPECT_FALSE(Bar->IsBarShown());
   std::ifstream file(TestFolder() / "out" / "usage.csv");
-  const std::string text{std::istreambuf_iterator<char>(file), {}};
-  EXPECT_TRUE(
-      std::regex_match(text, std::regex("name,heap,handles,windows,books\na,[1-9]\\d{5,},[1-9]\\d*,[1-9]\\d*,1\n")))
-      << text;
+  std::string titles, name, heap, handles, windows, books;
+  std::getline(file, titles);
+  for (std::string* value : {&name, &heap, &handles, &windows}) std::getline(file, *value, ',');
+  std::getline(file, books);
+  EXPECT_EQ(titles, "name,heap,handles,windows,books");
+  EXPECT_EQ(name + books, "a1");
+  EXPECT_GE(heap.size(), 6U);
+  EXPECT_NE(handles, "");  // Wine counts none
+  EXPECT_GT(std::stoi(windows), 2);
 }
 
 TEST_F(ScriptRun, ReportsWhatIsOtherwise) {
