@@ -1,7 +1,6 @@
 # Sourced by ./test and .ci/run: counts of single tests, taken from the reports that the test programs write.
-# A file "counts" in each results folder holds three numbers: passed, failed, skipped.
-
-wine_program() { command -v wine64 || ls /usr/lib/wine/wine64; }
+# A file "counts" in each results folder holds three numbers: passed, failed, skipped; a file "failed" the names of the
+# programs and checks that failed.
 
 # count_results FOLDER OUTCOME: counts the reports of a folder. A program that died without a report is one failure.
 count_results() {
@@ -19,13 +18,14 @@ count_results() {
   tests=$((tests + ${programs:-0} - reports))
   [ "$outcome" != 0 ] && [ "$failures" -le 0 ] && failures=1
   echo "$((tests - failures - skipped)) $failures $skipped" >"$folder/counts"
+  sed -n 's/.*<testcase name="\([^"]*\)".* status="fail".*/\1/p' "$folder/programs.junit" >"$folder/failed" 2>/dev/null
 }
 
-# count_one FOLDER passed|failed: adds one check that is no test program.
+# count_one FOLDER passed|failed NAME: adds one check that is no test program.
 count_one() {
   local passed failed skipped
   read -r passed failed skipped <"$1/counts"
-  if [ "$2" = passed ]; then passed=$((passed + 1)); else failed=$((failed + 1)); fi
+  if [ "$2" = passed ]; then passed=$((passed + 1)); else failed=$((failed + 1)) && echo "$3" >>"$1/failed"; fi
   echo "$passed $failed $skipped" >"$1/counts"
 }
 
@@ -36,10 +36,11 @@ print_counts() {
   echo "$1: $passed passed, $failed failed, $skipped skipped"
 }
 
-# print_total PRESET...: the sum over the presets, as the closing line.
+# print_total PRESET...: what failed by name, and the sum over the presets as the closing line.
 print_total() {
   local preset passed failed skipped p=0 f=0 s=0
   for preset in "$@"; do
+    sed "s/^/failed in $preset: /" "build/$preset/results/failed" 2>/dev/null
     if read -r passed failed skipped 2>/dev/null <"build/$preset/results/counts"; then
       p=$((p + passed)) f=$((f + failed)) s=$((s + skipped))
     else

@@ -10,8 +10,9 @@ ending=
 wine=()
 if [ "$1" = windows ]; then
   ending=.exe
-  wine=("$(command -v wine64 || ls /usr/lib/wine/wine64)")
-  export WINEPREFIX=${WINEPREFIX:-$build/wineprefix} WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml,winedbg.exe="
+  . tools/wine.sh
+  use_wine "$build"
+  wine=("$(wine_program)")
 fi
 fail() { echo "$*" >&2; exit 1; }
 # The daily file that the terminal of a folder of programs writes, working in that folder.
