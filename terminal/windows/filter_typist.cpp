@@ -5,6 +5,7 @@
 
 namespace {
 constexpr int kWaits = 10;  // for the focus or a letter, before they are given up
+constexpr int kRestarts = 3;
 constexpr wchar_t kFirstLetter = L' ', kLastLetter = L'~';
 }  // namespace
 
@@ -13,11 +14,25 @@ std::string CFilterTypist::Begin(CQORPGridCtrl& grid, int column, const std::wst
   if (!grid.IsFilterBarEnabled()) return "the filter bar is not shown";
   if (!grid.EditFilter(column)) return "the column is hidden";
   Grid = &grid;
+  Column = column;
   Text = text;
+  Restarts = 0;
+  Start();
+  return {};
+}
+
+void CFilterTypist::Start() {
   Typed = 0;
   Waits = 0;
   Begun = Writing = false;
   Typing = true;
+}
+
+// A window that got the focus late ended the edit: the text is typed from its first letter.
+std::string CFilterTypist::Restart() {
+  Typing = false;
+  if (!Grid || ++Restarts > kRestarts || !Grid->EditFilter(Column)) return "the filter field went away";
+  Start();
   return {};
 }
 
@@ -27,10 +42,7 @@ wxTextCtrl* CFilterTypist::Field() const {
 
 std::string CFilterTypist::TypeOn() {
   wxTextCtrl* field = Field();
-  if (field == nullptr) {
-    Typing = false;
-    return "the filter field went away";
-  }
+  if (field == nullptr) return Restart();
   const bool arrived = Begun ? field->GetValue().ToStdWstring() == Expected() : Writing || field->HasFocus();
   if (!arrived && ++Waits <= kWaits) return {};
   if (!arrived) Writing = true;

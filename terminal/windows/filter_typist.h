@@ -23,16 +23,20 @@ class CFilterTypist {
   std::string TypeOn();
 
  private:
+  void Start();
+  std::string Restart();
   wxTextCtrl* Field() const;
   std::wstring Expected() const { return Text.substr(0, Typed); }
   void TypeNext(wxTextCtrl& field);
   bool PressNext(const wxTextCtrl& field) const;
 
   wxWeakRef<CQORPGridCtrl> Grid;
+  int Column = -1;
   std::wstring Text;
   std::size_t Typed = 0;  // letters that should stand in the field
   bool Typing = false;
   bool Begun = false;    // what stood in the field before is gone
   bool Writing = false;  // keys do not arrive
   int Waits = 0;
+  int Restarts = 0;
 };
