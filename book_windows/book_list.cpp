@@ -21,8 +21,7 @@ BookList::BookList(PluginState& state, CQORDLLComman& terminal, const BookCallba
       Functions(terminal),
       TerminalRecords(terminal),
       Entries(callbacks),
-      Shared{state.WorkingFolder,
-             [&terminal](void* window, bool closed) { terminal.ApplicationFocus(window, closed); }} {
+      Shared{[&terminal](void* window, bool closed) { terminal.ApplicationFocus(window, closed); }} {
   Plugin.Windows = this;
   Functions.Boxes = &Boxes;
   CQORPRegistrySP::UseFolder(state.WorkingFolder);
@@ -200,6 +199,11 @@ void BookList::ForgetBar(CTradeBookBar& bar) {
   std::erase_if(BarsById, isBar);
   std::erase_if(BooksByWindow, isBar);
   std::erase_if(Plugin.BooksByKey, isBar);
+}
+
+void BookList::ForgetTrades() {
+  for (CTradeBookBar* bar : Bars)
+    if (bar->HasGrid()) bar->ClearRows();
 }
 
 void BookList::ReapplyFilters() {

@@ -35,6 +35,7 @@ class BookList : public BookWindows {
   ~BookList() override;
 
   void OpenBookByCommand() override;
+  void ForgetTrades() override;
   void ReapplyFilters() override;
   void SaveLayout() override;
   void RestoreLayout() override;

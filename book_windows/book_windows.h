@@ -12,6 +12,8 @@ class BookWindows {
 
   // The menu command: a new book, or the book with the focus widened.
   virtual void OpenBookByCommand() = 0;
+  // The records of all trades are about to go: no book, open, closed or hidden, may point at one.
+  virtual void ForgetTrades() {}
   // Every open book applies its filter anew, shows itself and redraws.
   virtual void ReapplyFilters() = 0;
   // Nothing where the windows keep no layout.

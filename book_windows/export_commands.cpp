@@ -87,6 +87,7 @@ void ExportCommands::ExportToChosenFile(const CsvCommand& command, Write write) 
 }
 
 void ExportCommands::WriteCsv(const CsvCommand& command, const fs::path& path, const ExportProgress& progress) {
+  Grid.FollowNewRows();
   const GridColumns columns = Columns();
   const std::vector<TradeRecord*> rows = Grid.Rows.RowRecords();
   const std::vector<GridRowRange> selections = Selections();

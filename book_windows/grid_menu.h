@@ -1,6 +1,5 @@
-// The grid's menu, resource 30001: texts, command ids and nesting. Not what the commands do:
-// trade_book_commands.cpp. A
-// table; any thread.
+// The grid's menu, resource 30001: texts, command ids and nesting. Not what the commands do: trade_book_commands.cpp.
+// A table; any thread.
 #pragma once
 
 #include "toolkit/context_menu.h"

@@ -46,7 +46,9 @@ void CTradeBookBar::FollowState() {
   const BookState& state = Grid()->State;
   Grid()->Rows.Filtered = state.Filtered;
   ProfileKey = state.Key(BookName, GetDlgCtrlID());
-  SetBarTitle(NarrowToWide(state.Title()));
+  const std::wstring title = NarrowToWide(state.Title());
+  SetBarTitle(title);
+  Grid()->NameForReaders(title);
   Dialog->ShowAverages(state.ShowsAverages());
 }
 

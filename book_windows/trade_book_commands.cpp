@@ -86,6 +86,7 @@ void CTradeBookGrid::UpdateSelectedColumns(wxUpdateUIEvent& event) {
 }
 
 bool CTradeBookGrid::CopyGuard() {
+  FollowNewRows();
   const CQORPGridRange selected = GetSelection(0);
   const wchar_t* refusal = CopyRefusal(GetSelectionCount(), selected.Top, selected.Bottom);
   if (refusal != nullptr) Tell(*this, refusal);
@@ -95,7 +96,10 @@ bool CTradeBookGrid::CopyGuard() {
 // The guard looks at this grid, the copy is that of the grid with the focus: meant so.
 void CTradeBookGrid::OnCopy() {
   if (!CopyGuard()) return;
-  if (CTradeBookGrid* focused = List.FocusedGrid()) focused->Copy();
+  CTradeBookGrid* focused = List.FocusedGrid();
+  if (focused == nullptr) return;
+  focused->FollowNewRows();
+  focused->Copy();
 }
 
 void CTradeBookGrid::OnCopyHtml() {

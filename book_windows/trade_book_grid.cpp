@@ -101,19 +101,18 @@ void CTradeBookGrid::BeginVirtualMode() {
   SetFocus();
 }
 
-void CTradeBookGrid::RefreshRows(bool replaced) {
-  if (!IsVirtualMode()) BeginVirtualMode();
+// Rows come in at one place: on top, and in a sorted book below the sorted rows.
+void CTradeBookGrid::CountRows(bool replaced) {
   const int count = static_cast<int>(Rows.RowCount());
-  SetVirtualRows(count, RowsOnTop(replaced));
-  if (count == 0) return;
-  if (const int current = GetCurSel(); current < 0 || current >= count) SetCurSel(current < 0 ? 0 : count - 1);
+  SetVirtualRows(count, replaced ? 0 : count - GetVirtualRows(), static_cast<int>(Rows.NewestRow().value_or(0)));
 }
 
-// How many rows have come in above the one that was the first.
-int CTradeBookGrid::RowsOnTop(bool replaced) {
-  const std::size_t above = replaced ? 0 : Rows.Rows.RowOf(TopKey).value_or(0);
-  if (!Rows.Rows.Empty()) TopKey = Rows.Rows.KeyAt(0);
-  return static_cast<int>(above);
+void CTradeBookGrid::RefreshRows(bool replaced) {
+  if (!IsVirtualMode()) BeginVirtualMode();
+  CountRows(replaced);
+  const int count = GetVirtualRows();
+  if (count == 0) return;
+  if (const int current = GetCurSel(); current < 0 || current >= count) SetCurSel(current < 0 ? 0 : count - 1);
 }
 
 AverageBasis CTradeBookGrid::Basis() const {
@@ -131,7 +130,8 @@ void CTradeBookGrid::ApplyProperties(CQORPProp& property) {
   List.ApplyPropertyToAllBooks(property);
 }
 
-bool CTradeBookGrid::SelectedSecurity(std::string& exchange, std::string& securityId) const {
+bool CTradeBookGrid::SelectedSecurity(std::string& exchange, std::string& securityId) {
+  FollowNewRows();
   TradeRecord record;
   const int row = GetCurSel();
   if (row < 0 || !Rows.GetRecordCopy(static_cast<std::size_t>(row), record)) return false;

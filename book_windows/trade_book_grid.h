@@ -20,14 +20,17 @@ class CTradeBookGrid : public CVELDSGridCtrl {
 
   bool Create(wxWindow* parent, int id) override;
 
-  // Brings count of rows, current row and sort columns in line with the rows; called after every change of them. Where
-  // rows have only come in, the current row stays with its trade; where they were replaced, with its place.
+  // Brings count of rows, current row, selection and sort columns in line with the rows; called after every change of
+  // them. Where rows have only come in, current row and selection stay with their trades; where they were replaced,
+  // with their places.
   void RefreshRows(bool replaced);
+  // Current row and selection follow the trades that have come in since the last beat: before what is selected is read.
+  void FollowNewRows() { CountRows(false); }
   void RecountTotals();
   // A trade has become a row: totals only, nothing is painted.
   void AddToTotals(const TradeRecord& record);
   // The Exchange and SecurityID cells of the current row; false without one.
-  bool SelectedSecurity(std::string& exchange, std::string& securityId) const;
+  bool SelectedSecurity(std::string& exchange, std::string& securityId);
 
   // The grid's display callback.
   bool ShowCell(int row, int column, CQORPGridCell& cell) const;
@@ -60,7 +63,7 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   void TellTerminal();
   void ResortRows();
   void BeginVirtualMode();
-  int RowsOnTop(bool replaced);
+  void CountRows(bool replaced);
   AverageBasis Basis() const;
   std::vector<SortState> SortStates() const;
   void DropLostSorts();
@@ -88,5 +91,4 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   BookList& List;
   CTradeBookBar& ParentBar;
   ExportCommands Exports;
-  std::int32_t TopKey = 0;  // of the first row, when the rows were last brought up to date
 };

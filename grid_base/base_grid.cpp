@@ -1,12 +1,16 @@
 #include "grid_base/base_grid.h"
 
+#include "foundations/paths.h"
 #include "grid_base/field_choose.h"
 #include "host_link/packet_reader.h"
 #include "toolkit/focus_return.h"
 
 CVELDSGridCtrl::CVELDSGridCtrl(int gridTypeCode, const std::string& gridName, const std::wstring& profileName,
                                const GridHost& host)
-    : Host(host), GridTypeCode(gridTypeCode), Profile(gridName, profileName, host.WorkingFolder) {
+    : Host(host),
+      GridTypeCode(gridTypeCode),
+      WorkingFolder(CurrentFolder()),
+      Profile(gridName, profileName, WorkingFolder) {
   EnableAlternateRows(false);
 }
 

@@ -19,7 +19,6 @@ class CQORPPropList;
 
 // What every grid of a process shares.
 struct GridHost {
-  std::filesystem::path WorkingFolder;
   // The terminal's function of that name: who has the focus.
   std::function<void(void* window, bool closed)> ApplicationFocus;
 };
@@ -31,9 +30,10 @@ class CVELDSGridCtrl : public CQORPGridCtrl {
   CVELDSGridCtrl(int gridTypeCode, const std::string& gridName, const std::wstring& profileName, const GridHost& host);
 
   int GetGridType() const noexcept { return GridTypeCode; }
+  // The process's current folder when the grid was made: for its profile and its files.
+  const std::filesystem::path& GetWorkingFolder() const noexcept { return WorkingFolder; }
   // The columns as they were inserted, by index.
   const std::map<int, ColumnDefaults>& GetColumnTable() const noexcept { return Profile.Columns(); }
-  const std::filesystem::path& GetWorkingFolder() const noexcept { return Host.WorkingFolder; }
 
   // Inserts a column as it was last saved; columns come in index order, between LoadMultipleSort and ApplyColumnOrder.
   void InsertProfiledColumn(const NewColumn& column, int index);
@@ -85,6 +85,7 @@ class CVELDSGridCtrl : public CQORPGridCtrl {
   void ShowColumns(bool visible);
 
   int GridTypeCode;
+  std::filesystem::path WorkingFolder;
   ColumnProfile Profile;
   PrivateClipboard Clipboard;
 };

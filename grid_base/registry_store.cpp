@@ -1,6 +1,7 @@
 #include "grid_base/registry_store.h"
 
 #include "foundations/error_report.h"
+#include "foundations/paths.h"
 #include "grid_base/settings_file.h"
 #include "grid_base/settings_text.h"
 #include "grid_base/xml_settings.h"
@@ -87,9 +88,8 @@ fs::path& ChosenFolder() {
 }
 
 RegistryStore& ProcessStore() {
-  std::error_code ignored;
   static const std::shared_ptr<RegistryStore> store = RegistryStore::Make(
-      (ChosenFolder().empty() ? fs::current_path(ignored) : ChosenFolder()) / CQORPRegistrySP::kFileName);
+      (ChosenFolder().empty() ? CurrentFolder() : ChosenFolder()) / CQORPRegistrySP::kFileName);
   return *store;
 }
 

@@ -132,6 +132,11 @@ void BookRows::ResortRows(std::span<const SortState> sort) {
   Rows.NumberFromZero(records);
 }
 
+std::optional<std::size_t> BookRows::NewestRow() const noexcept {
+  const Guard rows(RowLock);
+  return Rows.RowOf(static_cast<std::int32_t>(static_cast<std::uint32_t>(NextRowKey) + 1));
+}
+
 bool BookRows::GetRecordCopy(std::size_t row, TradeRecord& copy) const noexcept {
   const Guard rows(RowLock);
   if (row >= Rows.Size()) return false;

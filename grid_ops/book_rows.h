@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -54,6 +55,8 @@ class BookRows {
   void ResortRows(std::span<const SortState> sort);
 
   std::size_t RowCount() const noexcept { return Rows.Size(); }
+  // The place of the row that took the last key; nothing where it is none any more.
+  std::optional<std::size_t> NewestRow() const noexcept;
   // Copies the record of a row; false when there is no such row. The same cost for every row.
   bool GetRecordCopy(std::size_t row, TradeRecord& copy) const noexcept;
   // The records of all rows, the first row first.

@@ -99,7 +99,9 @@ void MessageRouter::DownloadEnd(CQORPacketReader&) {
 void MessageRouter::TradeAmend(CQORPacketReader& message) {
   State.TradeStore.OnTradeAmend(message);
 }
+// The cache clears the books that it knows; a restored one whose key another took is none of those.
 void MessageRouter::ClearTrades(CQORPacketReader&) {
+  if (State.Windows != nullptr) State.Windows->ForgetTrades();
   State.TradeStore.OnClearTrades();
 }
 

@@ -106,13 +106,24 @@ const char* MeaningOf(std::uint16_t number) noexcept {
   return found == std::end(kMeanings) ? "" : found->Text;
 }
 
+namespace {
+
+// The period of the beat is the one value of its range that comes without a count.
+constexpr std::uint16_t kPeriodTag = 60003;
+
+std::uint16_t WidthInLog(std::uint16_t tag) {
+  return tag == kPeriodTag ? sizeof(std::uint32_t) : ValueWidth(tag);
+}
+
+}  // namespace
+
 // Damaged fields end the text with what could still be read.
 std::string FieldsText(std::span<const std::uint8_t> fields) {
   FieldCursor cursor{fields.data(), 0, fields.size()};
   std::string text;
   std::uint16_t tag = 0;
   while (cursor.NextTag(tag)) {
-    const std::uint16_t width = ValueWidth(tag);
+    const std::uint16_t width = WidthInLog(tag);
     std::uint16_t size = width;
     if (width == kCountedWidth && !cursor.ReadValue(&size, sizeof size)) break;
     const std::size_t begin = cursor.Cursor;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "foundations/paths.h"
+
 namespace {
 
 constexpr int kLeastFramePx = 200;
@@ -85,11 +87,11 @@ std::optional<std::filesystem::path> WindowMemory::LoadDay() {
   const auto settings = Open();
   std::wstring file;
   if (!settings->OpenPath(kDayPath) || !settings->Read(L"File", file) || file.empty()) return std::nullopt;
-  return std::filesystem::path(file);
+  return PathOfWide(file);
 }
 
 void WindowMemory::SaveDay(const RunFiles& files) {
   const auto settings = Open();
   settings->CreatePath(kDayPath);
-  settings->Write(L"File", files.IsSampleDay() ? std::wstring() : files.Day.wstring());
+  settings->Write(L"File", files.IsSampleDay() ? std::wstring() : WideOfPath(files.Day));
 }

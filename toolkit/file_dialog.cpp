@@ -2,6 +2,7 @@
 
 #include <system_error>
 
+#include "foundations/paths.h"
 #include "toolkit/message_box.h"
 
 namespace fs = std::filesystem;
@@ -16,7 +17,7 @@ fs::path StartFolder(const fs::path& proposal) {
   std::error_code ignored;
   fs::path folder = proposal.parent_path();
   while (folder.has_relative_path() && !fs::is_directory(folder, ignored)) folder = folder.parent_path();
-  return folder.has_relative_path() ? folder : fs::current_path(ignored);
+  return folder.has_relative_path() ? folder : CurrentFolder();
 }
 
 // File names of both cases, as Linux tells them apart.
@@ -29,8 +30,8 @@ wxString Wildcard(const std::wstring& filter, const std::wstring& extension) {
 
 CQORPFileDialog::CQORPFileDialog(wxWindow* parent, const fs::path& proposal, const std::wstring& extension,
                                  const std::wstring& filter)
-    : wxFileDialog(parent, L"Save As", wxString(StartFolder(proposal).wstring()),
-                   wxString(proposal.filename().wstring()), Wildcard(filter, extension),
+    : wxFileDialog(parent, L"Save As", wxString(WideOfPath(StartFolder(proposal))),
+                   wxString(WideOfPath(proposal.filename())), Wildcard(filter, extension),
                    wxFD_SAVE | wxFD_OVERWRITE_PROMPT),
       Proposed(proposal),
       Extension(extension) {}
@@ -42,7 +43,7 @@ bool CQORPFileDialog::MayReplace(const fs::path& path) {
   CQORPMessageBox box;
   box.Parent = GetParent();
   box.Caption = L"Save As";
-  box.Text = path.filename().wstring() + L" already exists.\nDo you want to replace it?";
+  box.Text = WideOfPath(path.filename()) + L" already exists.\nDo you want to replace it?";
   box.Style = kYesNoWarning;
   return box.ShowModal() == kYes;
 }
@@ -50,7 +51,7 @@ bool CQORPFileDialog::MayReplace(const fs::path& path) {
 std::optional<fs::path> CQORPFileDialog::AskForPath() {
   while (ShowModal() == wxID_OK) {
     if (!Answer.empty()) return Answer;
-    const fs::path path(GetPath().ToStdWstring());
+    const fs::path path = PathOfWide(GetPath().ToStdWstring());
     if (path.has_extension()) return path;
     const fs::path extended = fs::path(path) += Extension;
     if (MayReplace(extended)) return extended;

@@ -4,114 +4,16 @@
 
 #include <algorithm>
 
-#include "toolkit/filter_bar.h"
 #include "toolkit/grid_copy.h"
-#include "toolkit/grid_header_input.h"
-#include "toolkit/grid_rows_input.h"
-#include "toolkit/grid_state.h"
-#include "toolkit/grid_view.h"
+#include "toolkit/grid_ctrl_impl.h"
 
 namespace {
 
-constexpr int kLeastSidePx = 80;
 constexpr int kLeastColumnPx = 12;
 constexpr int kMeasuredRows = 100;
 constexpr int kFitMarginPx = 16;
 
 }  // namespace
-
-class CQORPGridCtrl::Impl {
- public:
-  explicit Impl(CQORPGridCtrl& owner)
-      : Owner(owner), Filters(owner, State), Rows(owner, State, Filters, Header), Header(owner, State, Filters) {}
-
-  void MakeView();
-  void AdjustLayout() {
-    if (View) View->ApplyState();
-  }
-  void Repaint() {
-    if (View) View->RepaintRows();
-  }
-
-  CQORPGridCtrl& Owner;
-  GridState State;
-  GridFilterBar Filters;
-  GridRowsInput Rows;
-  GridHeaderInput Header;
-  GridView* View = nullptr;
-  bool Virtual = false;
-
- private:
-  void FillOwner();
-  void ScaleColumns(int fromDpi, int toDpi);
-  void OnKey(wxKeyEvent& event);
-  void OnContextMenu(wxContextMenuEvent& event);
-  wxPoint MenuPoint() const;
-};
-
-void CQORPGridCtrl::Impl::MakeView() {
-  GridView::Listener listener;
-  listener.WindowsMade = [this](wxWindow& rows, wxWindow& header) {
-    Rows.Attach(rows);
-    Header.Attach(header);
-  };
-  listener.FrozenWindowsGo = [this] {
-    Rows.StopDragging();
-    Header.StopDragging();
-    Filters.LeaveFrozenWindow();
-  };
-  listener.ColumnsMoved = [this] { Filters.Follow(); };
-  View = new GridView(Owner, State, std::move(listener));
-  Rows.SetView(*View);
-  Header.SetView(*View);
-  Filters.SetView(*View);
-  Rows.Attach(*View->GetGridRowLabelWindow());
-  View->GetGridCornerLabelWindow()->Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent&) { Owner.SelectAll(); });
-  FillOwner();
-  Owner.Bind(wxEVT_SIZE, [this](wxSizeEvent&) { FillOwner(); });
-  Owner.Bind(wxEVT_CONTEXT_MENU, &Impl::OnContextMenu, this);
-  Owner.Bind(wxEVT_CHAR_HOOK, &Impl::OnKey, this);
-  Owner.Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& event) {
-    event.Skip();
-    View->ThemeChanged();
-  });
-  Owner.Bind(wxEVT_DPI_CHANGED, [this](wxDPIChangedEvent& event) {
-    event.Skip();
-    ScaleColumns(event.GetOldDPI().x, event.GetNewDPI().x);
-  });
-}
-
-// The window has come onto a screen of another scale.
-void CQORPGridCtrl::Impl::ScaleColumns(int fromDpi, int toDpi) {
-  if (fromDpi <= 0) return;
-  for (int column = 0; column < Owner.GetColumnCount(); ++column)
-    State.Columns.SetColumnWidth(column, State.Columns.GetColumnWidth(column) * toDpi / fromDpi);
-  Owner.AdjustLayout();
-}
-
-// wxGTK 3.2: scroll bars shorter than their buttons ask for a new layout without end. Below the least size the grid is
-// cut off. Drop when 3.4 is the floor.
-void CQORPGridCtrl::Impl::FillOwner() {
-  wxSize size = Owner.GetClientSize();
-  size.IncTo(Owner.FromDIP(wxSize(kLeastSidePx, kLeastSidePx)));
-  View->SetSize(size);
-}
-
-// The menu key has no point of its own: the menu comes up under the current row.
-wxPoint CQORPGridCtrl::Impl::MenuPoint() const {
-  const wxWindow& rows = *View->GetGridWindow();
-  const int below = (State.Selection.GetCurrent() - View->GetFirstRow() + 1) * View->GetDefaultRowSize();
-  return rows.ClientToScreen({Owner.FromDIP(8), std::clamp(below, 0, std::max(rows.GetClientSize().y - 1, 0))});
-}
-
-// A key that a field of the filter bar lets through is none of the rows'.
-void CQORPGridCtrl::Impl::OnKey(wxKeyEvent& event) {
-  event.Skip(Filters.IsEdit(event.GetEventObject()) || !Owner.PreTranslateMessage(event));
-}
-
-void CQORPGridCtrl::Impl::OnContextMenu(wxContextMenuEvent& event) {
-  Owner.OnShowContextMenu(event.GetPosition() == wxDefaultPosition ? MenuPoint() : event.GetPosition());
-}
 
 CQORPGridCtrl::CQORPGridCtrl() : Parts(std::make_unique<Impl>(*this)) {}
 
@@ -125,7 +27,7 @@ bool CQORPGridCtrl::Create(wxWindow* parent, int id) {
     return false;
   Parts->MakeView();
   AdjustLayout();
-  Parts->View->SetRows(GetVirtualRows(), 0);
+  Parts->View->SetRows(GetVirtualRows(), 0, 0);
   return true;
 }
 
@@ -224,14 +126,15 @@ bool CQORPGridCtrl::IsVirtualMode() const noexcept {
   return Parts->Virtual;
 }
 
-void CQORPGridCtrl::SetVirtualRows(int count, int insertedOnTop) {
+void CQORPGridCtrl::SetVirtualRows(int count, int inserted, int firstInserted) {
   RowSelection& selection = Parts->State.Selection;
   count = std::max(count, 0);
-  insertedOnTop = std::clamp(insertedOnTop, 0, count);
-  if (count == selection.GetRows() && insertedOnTop == 0) return;
-  selection.InsertOnTop(insertedOnTop);
+  inserted = std::clamp(inserted, 0, count);
+  firstInserted = std::clamp(firstInserted, 0, selection.GetRows());
+  if (count == selection.GetRows() && inserted == 0) return;
+  if (inserted > 0) selection.InsertRows(firstInserted, inserted);
   selection.SetRows(count);
-  if (Parts->View) Parts->View->SetRows(count, insertedOnTop);
+  if (Parts->View) Parts->View->SetRows(count, inserted, firstInserted);
 }
 
 int CQORPGridCtrl::GetVirtualRows() const noexcept {
@@ -334,6 +237,10 @@ void CQORPGridCtrl::AdjustLayout() {
 }
 void CQORPGridCtrl::RedrawRows() {
   Parts->Repaint();
+}
+
+void CQORPGridCtrl::NameForReaders(const std::wstring& name) {
+  if (Parts->View) Parts->NameForReaders(name);
 }
 
 void CQORPGridCtrl::SetGridFont(const wxFont& font) {

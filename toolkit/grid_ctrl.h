@@ -75,9 +75,10 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
 
   void EnableVirtualMode(DisplayCallback display);
   bool IsVirtualMode() const noexcept;
-  // The count of rows from now on. The first insertedOnTop of them are new: current row, selection and, unless the
-  // first row was in view, the rows in view stay with their trades. Other rows are new or gone at the end.
-  void SetVirtualRows(int count, int insertedOnTop = 0);
+  // The count of rows from now on. So many of them are inserted, the first of them at that place: current row,
+  // selection and, unless the first row was in view, the rows in view stay with their trades. Others are new or gone at
+  // the end.
+  void SetVirtualRows(int count, int inserted = 0, int firstInserted = 0);
   int GetVirtualRows() const noexcept;
 
   // The current row; -1 for none.
@@ -117,6 +118,8 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
   void ReposItems() { AdjustLayout(); }
   // Repaints the rows at the next idle moment.
   void RedrawRows();
+  // What a screen reader calls the rows; of a grid that has been created.
+  void NameForReaders(const std::wstring& name);
   // Font of rows and header.
   void SetGridFont(const wxFont& font);
   wxFont GetGridFont() const;

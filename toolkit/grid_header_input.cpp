@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 
 namespace {
 
@@ -12,6 +13,15 @@ constexpr int kEdgePx = 4;
 constexpr int kDragPx = 5;
 constexpr int kMostWidthPx = 2048;  // what the mouse can make of a column
 constexpr int kScrollSteps = 2;
+constexpr int kWidthStepPx = 8;  // of a key
+constexpr int kWiderKeys[] = {'+', '=', WXK_NUMPAD_ADD}, kNarrowerKeys[] = {'-', '_', WXK_NUMPAD_SUBTRACT};
+
+// -1 for narrower, 1 for wider, 0 for a key that means neither. Keyboards differ in whether + and - need Shift.
+int WidthStep(int key) {
+  const bool wider = std::ranges::find(kWiderKeys, key) != std::end(kWiderKeys);
+  const bool narrower = std::ranges::find(kNarrowerKeys, key) != std::end(kNarrowerKeys);
+  return static_cast<int>(wider) - static_cast<int>(narrower);
+}
 
 }  // namespace
 
@@ -157,17 +167,27 @@ void GridHeaderInput::MoveColumn(int by) {
   View->ShowColumn(State.CurrentColumn);
 }
 
+void GridHeaderInput::WidenColumn(int steps) {
+  Column = State.CurrentColumn;
+  ResizeTo(State.Columns.GetColumnWidth(Column) + steps * View->FromDIP(kWidthStepPx));
+  View->ApplyState();
+  Owner.OnColumnsChanged();
+}
+
 bool GridHeaderInput::OnKey(const wxKeyEvent& event) {
   const int key = event.GetKeyCode();
   const bool shift = event.GetModifiers() == (wxMOD_CONTROL | wxMOD_SHIFT);
   if (!shift && event.GetModifiers() != wxMOD_CONTROL) return false;
+  const bool hasColumn = View->Table().PlaceOf(State.CurrentColumn) >= 0;
   if (key == WXK_LEFT || key == WXK_RIGHT) {
     const int by = key == WXK_LEFT ? -1 : 1;
     shift ? MoveColumn(by) : ChooseColumn(by);
-  } else if (key == WXK_RETURN && !shift && View->Table().PlaceOf(State.CurrentColumn) >= 0) {
+  } else if (hasColumn && key == WXK_RETURN && !shift) {
     Sort(State.CurrentColumn);
-  } else if (key == WXK_SPACE && shift && View->Table().PlaceOf(State.CurrentColumn) >= 0) {
+  } else if (hasColumn && key == WXK_SPACE && shift) {
     Select(State.CurrentColumn);
+  } else if (hasColumn && WidthStep(key) != 0) {
+    WidenColumn(WidthStep(key));
   } else {
     return false;
   }

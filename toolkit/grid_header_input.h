@@ -33,6 +33,7 @@ class GridHeaderInput {
   void Select(int column);
   void ChooseColumn(int by);
   void MoveColumn(int by);
+  void WidenColumn(int steps);
   void DragTo(int x);
   void ResizeTo(int widthPx);
   void Drop(int column, int place);

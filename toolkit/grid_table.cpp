@@ -24,10 +24,10 @@ void GridTable::ShowColumns(std::vector<int> columns) {
   if (now < before) Tell(wxGRIDTABLE_NOTIFY_COLS_DELETED, now, before - now);
 }
 
-void GridTable::SetRows(int rows, int insertedOnTop) {
-  if (insertedOnTop > 0) {
-    Rows += insertedOnTop;
-    Tell(wxGRIDTABLE_NOTIFY_ROWS_INSERTED, 0, insertedOnTop);
+void GridTable::SetRows(int rows, int inserted, int firstInserted) {
+  if (inserted > 0) {
+    Rows += inserted;
+    Tell(wxGRIDTABLE_NOTIFY_ROWS_INSERTED, firstInserted, inserted);
   }
   const int before = Rows;
   Rows = rows;

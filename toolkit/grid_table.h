@@ -19,7 +19,7 @@ class GridTable : public wxGridTableBase {
 
   // The next two tell wxGrid what changed.
   void ShowColumns(std::vector<int> columns);
-  void SetRows(int rows, int insertedOnTop);
+  void SetRows(int rows, int inserted, int firstInserted);
 
   // Asks the callback. The cell is valid until the next call.
   const CQORPGridCell& Cell(int row, int column);

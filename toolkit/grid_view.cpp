@@ -153,11 +153,11 @@ void GridView::FreezeQuickly(int count) {
   Told.WindowsMade(*GetFrozenColGridWindow(), *m_colFrozenLabelWin);
 }
 
-void GridView::SetRows(int rows, int insertedOnTop) {
+void GridView::SetRows(int rows, int inserted, int firstInserted) {
   const int first = GetFirstRow();
-  Table().SetRows(rows, insertedOnTop);
+  Table().SetRows(rows, inserted, firstInserted);
   RepaintRows();
-  if (first > 0 && insertedOnTop > 0) Scroll(-1, first + insertedOnTop);
+  if (first > 0 && inserted > 0 && firstInserted <= first) Scroll(-1, first + inserted);
 }
 
 void GridView::RepaintRows() {

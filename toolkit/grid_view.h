@@ -29,7 +29,7 @@ class GridView : public wxGrid {
   // Brings columns, widths, header and frozen part up to what the state says.
   void ApplyState();
   void ApplyWidth(int column);
-  void SetRows(int rows, int insertedOnTop);
+  void SetRows(int rows, int inserted, int firstInserted);
   void SetFontAndSizes(const wxFont& font);
   void ThemeChanged();
   void RepaintRows();

@@ -34,8 +34,13 @@ void Clip(std::vector<RowRange>& ranges, int rows) {
   if (!ranges.empty()) ranges.back().Last = std::min(ranges.back().Last, rows - 1);
 }
 
-void Shift(std::vector<RowRange>& ranges, int rows) {
-  for (RowRange& range : ranges) range = {range.First + rows, range.Last + rows};
+std::vector<RowRange> MovedDown(const std::vector<RowRange>& ranges, int from, int rows) {
+  std::vector<RowRange> moved;
+  for (const RowRange& range : ranges) {
+    if (range.First < from) moved.push_back({range.First, std::min(range.Last, from - 1)});
+    if (range.Last >= from) moved.push_back({std::max(range.First, from) + rows, range.Last + rows});
+  }
+  return moved;
 }
 
 }  // namespace
@@ -56,12 +61,12 @@ void RowSelection::SetRows(int rows) {
   Clip(Kept, Rows);
 }
 
-void RowSelection::InsertOnTop(int rows) {
+void RowSelection::InsertRows(int before, int rows) {
   Rows += rows;
-  if (Current >= 0) Current += rows;
-  if (Anchor >= 0) Anchor += rows;
-  Shift(Ranges, rows);
-  Shift(Kept, rows);
+  if (Current >= before) Current += rows;
+  if (Anchor >= before) Anchor += rows;
+  Ranges = MovedDown(Ranges, before, rows);
+  Kept = MovedDown(Kept, before, rows);
 }
 
 bool RowSelection::Contains(int row) const {

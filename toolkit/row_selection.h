@@ -21,8 +21,8 @@ class RowSelection {
   int GetRows() const noexcept { return Rows; }
   // Rows at the end come or go; selection and current row keep to those that are left.
   void SetRows(int rows);
-  // So many new rows before the first: everything moves down with its row.
-  void InsertOnTop(int rows);
+  // So many new rows before that one: what stands from there on moves down with its row, and none of them is selected.
+  void InsertRows(int before, int rows);
 
   int GetCurrent() const noexcept { return Current; }
   const std::vector<RowRange>& GetRanges() const noexcept { return Ranges; }

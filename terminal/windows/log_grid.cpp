@@ -38,6 +38,7 @@ bool HoldsSmall(const wxString& text, const std::wstring& piece) {
 
 bool CLogGrid::Create(wxWindow* parent, int id) {
   if (!CQORPGridCtrl::Create(parent, id)) return false;
+  NameForReaders(L"Messages");
   for (int column = 0; column < static_cast<int>(std::size(kLogTitles)); ++column) {
     InsertColumn(column, kLogTitles[column], FromDIP(kWidthsPx[column]));
     const auto kind = static_cast<LogColumn>(column);

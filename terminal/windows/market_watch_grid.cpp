@@ -34,6 +34,7 @@ bool CMarketWatchGrid::Create(wxWindow* parent, int id) {
   EnableAlternateRows(true);
   EnableMarkSortedColumn(true);
   if (!CQORPGridCtrl::Create(parent, id)) return false;
+  NameForReaders(L"Market Watch");
   for (std::size_t column = 0; column < kWatchColumnCount; ++column)
     SetColumnWidth(static_cast<int>(column), FromDIP(kWatchColumns[column].WidthPx));
   GetRowsWindow()->Bind(wxEVT_LEFT_DCLICK, [this](wxMouseEvent& event) {

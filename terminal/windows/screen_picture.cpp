@@ -8,14 +8,14 @@
 #include "terminal/png_file.h"
 #include "terminal/terminal_error.h"
 #include "terminal/windows/screen_content.h"
-#include "toolkit/docking_control_bar.h"
 
 namespace {
 
+// Floating bars, dialogs and popups too.
 wxRect RectOfWindows(CQORPFrame& frame) {
   wxRect rect = frame.GetRect();
-  for (const CQORPDockingControlBar* bar : frame.GetDockingManager().Bars())
-    if (const wxFrame* mini = bar->GetParentMiniFrame(); mini != nullptr) rect.Union(mini->GetRect());
+  for (const wxWindow* window : wxTopLevelWindows)
+    if (window->IsShown()) rect.Union(window->GetRect());
   wxRect screen;
   for (unsigned display = 0; display < wxDisplay::GetCount(); ++display) screen.Union(wxDisplay(display).GetGeometry());
   return rect.Intersect(screen);

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 
+#include "foundations/paths.h"
 #include "foundations/wide_text.h"
 #include "terminal/program.h"
 #include "terminal/selection_answer.h"
@@ -39,9 +40,9 @@ std::wstring KeysText(const PluginDescription& plugin) {
 
 // A plug-in tells no version of its own: its file's name and time stand for it.
 std::wstring AboutText(const PluginDescription& plugin, const std::filesystem::path& file) {
-  const wxString built = wxFileName(wxString(file.wstring())).GetModificationTime().FormatISOCombined(' ');
+  const wxString built = wxFileName(wxString(WideOfPath(file))).GetModificationTime().FormatISOCombined(' ');
   return L"Trading Terminal " + Wide(kTerminalVersion) + L"\n\nPlug-in: " + Wide(plugin.Name) + L"\n" +
-         file.filename().wstring() + L" of " + built.ToStdWstring() + L"\n" + Wide(plugin.Copyright) + L"\n\n" +
+         WideOfPath(file.filename()) + L" of " + built.ToStdWstring() + L"\n" + Wide(plugin.Copyright) + L"\n\n" +
          wxGetLibraryVersionInfo().GetVersionString().ToStdWstring() + L" on " +
          wxPlatformInfo::Get().GetOperatingSystemIdName().ToStdWstring();
 }
@@ -93,9 +94,9 @@ void CWindowSession::ShowAbout() {
 }
 
 void CWindowSession::AskForDay() {
-  wxFileDialog dialog(Frame, L"Open Day", wxString(Files.Day.parent_path().wstring()), wxString(),
+  wxFileDialog dialog(Frame, L"Open Day", wxString(WideOfPath(Files.Day.parent_path())), wxString(),
                       L"Days (*.csv;*.bin;*.ada)|*.csv;*.bin;*.ada|All files|*", wxFD_OPEN | wxFD_FILE_MUST_EXIST);
-  if (dialog.ShowModal() == wxID_OK) OpenDay(std::filesystem::path(dialog.GetPath().ToStdWstring()));
+  if (dialog.ShowModal() == wxID_OK) OpenDay(PathOfWide(dialog.GetPath().ToStdWstring()));
 }
 
 // A day that cannot be opened leaves the one that plays.
@@ -115,7 +116,7 @@ void CWindowSession::OpenDay(const std::filesystem::path& file) {
 
 void CWindowSession::BeginDay(CDayInput& input) {
   Day->Begin(input);
-  Frame->SetTitle(L"Trading Terminal - " + wxString(Files.Day.filename().wstring()));
+  Frame->SetTitle(L"Trading Terminal - " + WideOfPath(Files.Day.filename()));
   Loop->PlayOn();
 }
 

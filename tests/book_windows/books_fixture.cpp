@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "foundations/paths.h"
 #include "grid_base/registry_store.h"
 #include "grid_ops/trade_columns.h"
 #include "host_link/packet_writer.h"
@@ -31,7 +32,10 @@ std::uint32_t GiveBarId(const char*, const char* book) {
 void GiveMaster(MasterRequest* request, std::uint32_t, std::uint16_t*) {
   static std::string record;
   record = std::string(kMasterNameOffset, '\0') + terminal.SecurityName + std::string(500, '\0');
-  if (terminal.KnowsSecurities) request->MasterRecord = reinterpret_cast<std::uintptr_t>(record.data());
+  std::memcpy(record.data() + kMasterMultiplierOffset, &terminal.Multiplier, sizeof terminal.Multiplier);
+  const bool isSecurity =
+      *request->Texts[MasterRequest::kExchange] != 0 && *request->Texts[MasterRequest::kSecurityID] != 0;
+  if (terminal.KnowsSecurities && isSecurity) request->MasterRecord = reinterpret_cast<std::uintptr_t>(record.data());
 }
 void TakeBarId(std::uint32_t id, const char*) {
   terminal.BarIds.push_back("-" + std::to_string(id));
@@ -57,7 +61,8 @@ FilterKey KeyOf(const char* exchange, const char* securityId) {
 void BooksTest::SetUp() {
   GuiTest::SetUp();
   if (IsSkipped()) return;
-  Folder = fs::temp_directory_path() / ("tradebook_books_test" + std::to_string(wxGetProcessId()));
+  Folder = fs::temp_directory_path() /
+           (u8"tradebook books \u00e9\u20ac " + PathOfWide(std::to_wstring(wxGetProcessId())).u8string());
   fs::remove_all(Folder);
   fs::create_directories(Folder);
   fs::current_path(Folder);

@@ -23,6 +23,7 @@ struct BookTerminal {
   std::uint32_t LastId = 0;  // the number in the book's name
   bool KnowsSecurities = false;
   const char* SecurityName = "GOLD 201312";
+  double Multiplier = 0;  // of every security
 };
 extern BookTerminal terminal;
 

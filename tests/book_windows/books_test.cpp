@@ -5,6 +5,7 @@
 
 #include "book_windows/book_dialog_template.h"
 #include "tests/book_windows/books_fixture.h"
+#include "tests/toolkit/spoken_name.h"
 
 namespace fs = std::filesystem;
 
@@ -19,6 +20,7 @@ TEST_F(BooksTest, OpensWhatTheFocusedWindowSelects) {
   EXPECT_TRUE(all.IsFloating());
   CTradeBookBar& one = OpenFor("COMEX", "GC2");
   EXPECT_EQ(one.GetBarTitle(), L"Trade Book : COMEX GOLD 201312");
+  EXPECT_EQ(SpokenName(*one.Grid()->GetRowsWindow()), L"Trade Book : COMEX GOLD 201312");
   EXPECT_EQ(one.Grid()->GetVirtualRows(), 1);
   EXPECT_EQ(Cell(one, 0, "colSecurityID"), L"GC2");
   EXPECT_EQ(terminal.BarIds, (std::vector<std::string>{"TradeBook 1", "TradeBook 2"}));
@@ -48,6 +50,32 @@ TEST_F(BooksTest, NewestStandsOnTopAndTheCurrentRowStays) {
   ASSERT_TRUE(book.Grid()->ShowCell(1, 2, cell));
   EXPECT_EQ(cell.Background, 0xFF0000u);
   EXPECT_FALSE(book.Grid()->ShowCell(101, 2, cell));
+}
+
+// What is selected stays so in the time between a trade and the beat.
+TEST_F(BooksTest, SelectionStaysWithItsTradesBeforeTheBeat) {
+  CTradeBookGrid& grid = *Open().Grid();
+  for (std::uint32_t id = 1; id <= 5; ++id) Trade(id, "COMEX", id == 4 ? "GC4" : "GC1", 1, 10 - id, id);
+  Beat();
+  grid.SetCurSel(1);
+  Trade(6, "COMEX", "GC1", 1, 1, 1);
+  Trade(7, "COMEX", "GC1", 1, 1, 1);
+  std::string exchange, securityId;
+  ASSERT_TRUE(grid.SelectedSecurity(exchange, securityId));
+  EXPECT_EQ(securityId, "GC4");
+  EXPECT_EQ(grid.GetSelection(0).Top, 3);
+  // Behind a sort new rows come in below the sorted ones, and move those that came before.
+  grid.ToggleSortColumn(18);
+  grid.SetCurSel(2);
+  Trade(8, "COMEX", "GC8", 1, 1, 1);
+  Beat();
+  EXPECT_EQ(grid.GetCurSel(), 2);
+  grid.SetCurSel(7);
+  Trade(9, "COMEX", "GC9", 1, 1, 1);
+  ASSERT_TRUE(grid.SelectedSecurity(exchange, securityId));
+  EXPECT_EQ(securityId, "GC8");
+  Beat();
+  EXPECT_EQ(grid.GetCurSel(), 8);
 }
 
 TEST_F(BooksTest, SummaryLineFollowsTheTrades) {
@@ -117,6 +145,32 @@ TEST_F(BooksTest, LifeOfABookOfOneSecurity) {
   EXPECT_EQ(terminal.BarIds.back(), "-1");
   Open();
   EXPECT_EQ(terminal.BarIds.back(), "TradeBook 2") << "names are not used again";
+}
+
+// A book that has lost its place among the keys, as to a restored one of the same key, points at no record either.
+TEST_F(BooksTest, NoBookKeepsTradesThatGo) {
+  Trade(1, "COMEX", "GC1", 1, 5, 10);
+  CTradeBookBar& book = Open();
+  State->BooksByKey.clear();
+  List->ReapplyFilters();
+  ASSERT_EQ(book.Grid()->Rows.RowCount(), 1u);
+  List->ForgetTrades();
+  State->TradeStore.OnClearTrades();
+  EXPECT_EQ(book.Grid()->Rows.RowCount(), 0u);
+  EXPECT_EQ(Cell(book, 0, "colSecurityID"), L"");
+  PaintNow(*book.Grid()->GetRowsWindow());
+}
+
+TEST_F(BooksTest, ABookKeepsTheFolderThatItWasOpenedIn) {
+  const fs::path later = Folder / "later";
+  fs::create_directories(later);
+  fs::current_path(later);
+  CTradeBookGrid& grid = *Open().Grid();
+  fs::current_path(Folder);
+  EXPECT_EQ(grid.GetWorkingFolder(), later);
+  EXPECT_EQ(State->WorkingFolder, Folder);
+  grid.SaveColumnProfile();
+  EXPECT_TRUE(fs::exists(later / "ColumnProfile" / "Trade Book" / "ColumnProfile.xml"));
 }
 
 TEST_F(BooksTest, ClosesByItsFourWays) {

@@ -2,6 +2,8 @@
 #include <wx/clipbrd.h>
 #include <wx/dcclient.h>
 #include <wx/textctrl.h>
+#include <wx/timer.h>
+#include <wx/uiaction.h>
 
 #include <fstream>
 #include <random>
@@ -71,8 +73,43 @@ TEST_F(CommandsTest, EntriesAreThereAsTheirRulesSay) {
   EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", L"Selected Columns"}));
   EXPECT_TRUE(grid.RunContextMenu({L"Column Header", L"Remove All"}));
   EXPECT_TRUE(grid.GetColumnsInfo().DisplayColumns().empty());
+  EXPECT_TRUE(grid.RunContextMenu({L"Column Header", L"Show All"}));
+  EXPECT_EQ(grid.GetColumnsInfo().DisplayColumns().size(), 37u);
+  EXPECT_TRUE(grid.RunContextMenu({L"Reset Filter"}));
+  EXPECT_FALSE(grid.RunContextMenu({L"Export CSV", L"Selected Columns"})) << "none is current any more";
   EXPECT_TRUE(grid.RunContextMenu({L"Column Header", L"Reset"}));
   EXPECT_EQ(grid.GetColumnsInfo().DisplayColumns().size(), 35u);
+}
+
+// The user's keys while a menu is up, which has a loop of its own until it closes.
+class MenuKeys : public wxTimer {
+ public:
+  MenuKeys() { Start(100); }
+
+ private:
+  void Notify() override {
+    constexpr int kPatience = 50;
+    wxUIActionSimulator keyboard;
+    if (++Beats > kPatience)
+      keyboard.Char(WXK_ESCAPE);
+    else
+      keyboard.Char(Beats % 2 == 1 ? WXK_UP : WXK_RETURN);  // the last entry, which is Property
+  }
+  int Beats = 0;
+};
+
+TEST_F(CommandsTest, MenuMeansTheBookThatItIsOpenedOver) {
+  CTradeBookBar& first = Open();
+  CTradeBookBar& second = OpenFor("COMEX", "GC1");
+  first.DockControlBar(DockSide::Left);
+  second.DockControlBar(DockSide::Right);
+  second.Grid()->SetFocus();
+  ASSERT_TRUE(PumpUntil([&] { return List->FocusedGrid() == second.Grid(); }));
+  terminal.Messages.clear();
+  const MenuKeys keys;
+  RightClick(*first.Grid()->GetHeaderWindow(), wxPoint(20, 8));
+  EXPECT_EQ(terminal.Messages, std::vector<std::uint16_t>{32003});
+  EXPECT_EQ(List->FocusedGrid(), first.Grid()) << "the book under the menu is the one that is meant";
 }
 
 TEST_F(CommandsTest, CopiesOneRangeOfAtMost10001Rows) {

@@ -14,9 +14,19 @@ trap 'rm -rf "$out"' EXIT
 mkdir -p "$out/day" "$out/config"
 printf '<R>\n<Frame>\n<Rectangle>"60000000140000006005000084030000"</Rectangle>\n</Frame>\n</R>\n' >"$out/day/TerminalWindows.xml"
 export XDG_CONFIG_HOME=$out/config GSETTINGS_BACKEND=memory
-(cd "$out" && bash "$root/tests/toolkit/with_display.sh" "$build/bin/terminal" --work day --speed max \
-  --exit-after played --script "$root/terminal/data/scripts/user_guide.txt") >"$out/log" 2>&1 ||
-  { cat "$out/log"; echo "the script of the user guide failed"; exit 1; }
+# play FOLDER SCRIPT
+play() {
+  (cd "$out" && bash "$root/tests/toolkit/with_display.sh" "$build/bin/terminal" --work "$1" --speed max \
+    --exit-after played --script "$2") >"$out/log" 2>&1 || { cat "$out/log"; echo "the script $2 failed"; exit 1; }
+}
+play day "$root/terminal/data/scripts/user_guide.txt"
+# The one window that needs another setting.
+mkdir "$out/popup"
+cp "$out/day/TerminalWindows.xml" "$out/popup"
+printf '[TRADECSV]\r\nExchangeFormatCSV=TRUE\r\n' >"$out/popup/config.ini"
+printf '%s\n' 'wait played' 'focus none' open-book 'place right' 'focus book All' 'book-menu Export CSV>Manual Export' \
+  'wait 1200' 'screenshot docs/pictures/popup.png' exit >"$out/popup.txt"
+play popup "$out/popup.txt"
 for picture in $(cat README.md docs/*.md | grep -o 'pictures/[a-z_]*\.png' | sort -u); do
   [ -s "$out/docs/$picture" ] || { echo "the script makes no $picture"; exit 1; }
   [ "$(stat -c %s "$out/docs/$picture")" -gt 60000 ] || { echo "$picture is an empty picture"; exit 1; }

@@ -49,7 +49,7 @@ class BaseGridTest : public GuiTest {};
 
 TEST_F(BaseGridTest, KeysReachTheClipboardWithControlAlone) {
   int focused = 0;
-  const GridHost host{std::filesystem::temp_directory_path(), [&](void*, bool closed) { focused += closed ? 100 : 1; }};
+  const GridHost host{[&](void*, bool closed) { focused += closed ? 100 : 1; }};
   auto grid = new PasteGrid(host);
   ASSERT_TRUE(grid->Create(Frame, 1));
   Pump();
@@ -69,7 +69,7 @@ TEST_F(BaseGridTest, KeysReachTheClipboardWithControlAlone) {
 }
 
 TEST_F(BaseGridTest, FilterCommands) {
-  const GridHost host{std::filesystem::temp_directory_path(), {}};
+  const GridHost host{{}};
   auto grid = new PasteGrid(host);
   ASSERT_TRUE(grid->Create(Frame, 1));
   grid->InsertColumn(0, L"Server", 80);
@@ -144,6 +144,7 @@ TEST_F(BaseGridTest, ButtonCodesBecomeButtons) {
       SCOPED_TRACE(testing::Message() << row.Code << " button " << pressed);
       Frame->CallAfter([&] {
         ASSERT_TRUE(PumpUntil([] { return ModalDialog() != nullptr; }));
+        EXPECT_TRUE(wxIsBusy());
         EXPECT_EQ(PartsOf(*ModalDialog()),
                   std::wstring(L"Sure?|") + (withCheck ? L" Don't Ask Again|" : L"") + row.Parts);
         if (withCheck) {

@@ -103,7 +103,7 @@ TEST(FieldOrderTest, CommandsMoveItemsAndColumns) {
 
 class ChooserGrid : public CVELDSGridCtrl {
  public:
-  explicit ChooserGrid(const GridHost& host) : CVELDSGridCtrl(41, "Chooser", L"ColumnProfile", host) {}
+  explicit ChooserGrid(const GridHost& host, int type = 41) : CVELDSGridCtrl(type, "Chooser", L"ColumnProfile", host) {}
   void SaveColumnProfile() override { ++SaveCount; }
   int SaveCount = 0;
 };
@@ -138,7 +138,7 @@ class FieldChooseTest : public GuiTest {
 
   std::vector<int> Columns() const { return Grid->GetColumnsInfo().DisplayColumns(); }
 
-  const GridHost Host{std::filesystem::temp_directory_path(), {}};
+  const GridHost Host{{}};
   ChooserGrid* Grid = nullptr;
 };
 
@@ -189,6 +189,18 @@ TEST_F(FieldChooseTest, MouseAndKeysChangeTheLiveGrid) {
   EXPECT_EQ(Columns(), (std::vector<int>{2, 0, 4}));
   EXPECT_EQ(Grid->SaveCount, 0);
   EXPECT_TRUE(PumpUntil([this] { return Grid->IsDescendant(wxWindow::FindFocus()); }));
+}
+
+TEST_F(FieldChooseTest, ATitleWithoutANameBeginsWithTheSeparator) {
+  for (const int type : {50, -1}) {
+    SCOPED_TRACE(type);
+    Grid = new ChooserGrid(Host, type);
+    ASSERT_TRUE(Grid->Create(Frame, wxID_ANY));
+    Choose([](wxDialog& dialog) {
+      EXPECT_EQ(dialog.GetTitle(), L" - FieldChoose");
+      dialog.Close();
+    });
+  }
 }
 
 TEST_F(FieldChooseTest, TheWayOutDecidesWhatStays) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
 
 #include "host_link/resource_guard.h"
 #include "tests/host_link/wire_bytes.h"
@@ -41,6 +42,7 @@ void* Resolve(const char* name) {
 class FakeWindows : public BookWindows {
  public:
   void OpenBookByCommand() override { Note("open"); }
+  void ForgetTrades() override { Note("forget " + std::to_string(Trades()) + " trades"); }
   void ReapplyFilters() override { Note("filters"); }
   void SaveLayout() override { Note("save"); }
   void RestoreLayout() override { Note("restore"); }
@@ -52,6 +54,7 @@ class FakeWindows : public BookWindows {
     return HasSelection;
   }
 
+  std::function<std::size_t()> Trades;
   std::vector<std::string> Calls;
   bool HasSelection = true;
   std::string Exchange = "ASX";
@@ -130,10 +133,11 @@ TEST_F(MessageRouterTest, TradesOfTheDownloadWaitForItsEnd) {
   EXPECT_EQ(std::uint32_t{amended->Quantity}, 51U);
   EXPECT_EQ(std::uint32_t{store.LiveTradesOf("Default")->Find(7)->Quantity}, 100U);
 
+  Windows.Trades = [this] { return LiveTrades(); };
   ToPluginMessage(30022);
   EXPECT_EQ(LiveTrades(), 0U);
   EXPECT_FALSE(store.DownloadComplete);
-  EXPECT_EQ(Windows.Calls, Calls{});
+  EXPECT_EQ(Windows.Calls, Calls{"forget 4 trades"}) << "while the records are there";
 }
 
 TEST_F(MessageRouterTest, NumbersMeanNothingAtTheOtherEntry) {

@@ -38,6 +38,14 @@ TEST(MessageLog, FieldsAreReadByTheirTags) {
   }
 }
 
+// The registration of the beat has a value without the count that its range has otherwise.
+TEST(MessageLog, ReadsThePeriodOfTheBeat) {
+  CQORPacketWriter writer(0);
+  writer.AddU64(30002, 8);
+  writer.AddU32(60003, 250);
+  EXPECT_EQ(FieldsText(FieldsOf(writer)), "30002=8 60003=250");
+}
+
 TEST(MessageLog, KeepsTheLatest) {
   CMessageLog log;
   for (std::size_t i = 0; i < CMessageLog::kMost + 5; ++i) log.Add(i % 2 == 0, static_cast<std::uint16_t>(i), {});

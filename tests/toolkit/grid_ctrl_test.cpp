@@ -4,6 +4,7 @@
 #include <set>
 
 #include "tests/toolkit/gui_test.h"
+#include "tests/toolkit/spoken_name.h"
 
 namespace {
 
@@ -224,7 +225,7 @@ TEST_F(GridCtrl, AHeaderClickSortsAndWithControlSelects) {
 
 using RowRanges = std::vector<std::pair<int, int>>;
 
-TEST_F(GridCtrl, KeysChooseMoveSortAndSelectColumns) {
+TEST_F(GridCtrl, KeysChooseMoveSortSelectAndResizeColumns) {
   Grid->SetColumnVisible(1, false);
   PressKey(WXK_RETURN, kControl);
   EXPECT_TRUE(Grid->Toggled.empty()) << "no column is current yet";
@@ -233,6 +234,14 @@ TEST_F(GridCtrl, KeysChooseMoveSortAndSelectColumns) {
   EXPECT_EQ(Grid->Toggled, std::vector<int>{3});
   PressKey(WXK_SPACE, kControl | kShift);
   EXPECT_TRUE(Grid->IsColumnSelected(3));
+  const int before = Grid->HeaderRect(3).width, changes = Grid->ColumnChanges;
+  PressKey('+', kControl | kShift);
+  PressKey(WXK_NUMPAD_ADD, kControl);
+  PressKey('-', kControl);
+  EXPECT_EQ(Grid->HeaderRect(3).width, before + Grid->FromDIP(8));
+  EXPECT_EQ(Grid->ColumnChanges, changes + 3);
+  for (int i = 0; i < 50; ++i) PressKey('-', kControl);
+  EXPECT_EQ(Grid->HeaderRect(3).width, Grid->OnGetColumnMinWidth(3));
   PressKey(WXK_LEFT, kControl | kShift);
   EXPECT_EQ(Headers(), (Places{0, 3, 2, 4, 5}));
   for (int i = 0; i < 9; ++i) PressKey(WXK_RIGHT, kControl | kShift);
@@ -322,6 +331,9 @@ TEST_F(GridCtrl, RowsThatComeOnTopMoveNothingInView) {
   EXPECT_EQ(Grid->GetFirstVisibleRow(), first + 50);
   EXPECT_EQ(Grid->CellRect(550, 0), current);
   EXPECT_EQ(Selected(), (RowRanges{{550, 551}}));
+  Grid->SetVirtualRows(1061, 1, 800);
+  EXPECT_EQ(Grid->GetFirstVisibleRow(), first + 50);
+  EXPECT_EQ(Selected(), (RowRanges{{550, 551}}));
   Grid->SetVirtualRows(551);
   EXPECT_EQ(Selected(), (RowRanges{{550, 550}}));
   EXPECT_EQ(Grid->GetCurSel(), 550);
@@ -351,6 +363,13 @@ TEST_F(GridCtrl, MenusAndKeysReachTheDerivedGrid) {
   EXPECT_EQ(Grid->GetCurSel(), before);
   PressKey(WXK_UP);
   EXPECT_EQ(Grid->GetCurSel(), before - 1);
+}
+
+TEST_F(GridCtrl, ScreenReadersAreToldItsName) {
+  EXPECT_EQ(SpokenName(*Grid->GetRowsWindow()), L"Grid");
+  Grid->NameForReaders(L"Trade Book : All");
+  Grid->FreezeColumns(1);
+  for (const int column : {0, 5}) EXPECT_EQ(SpokenName(*Grid->GetRowsWindow(column)), L"Trade Book : All");
 }
 
 }  // namespace

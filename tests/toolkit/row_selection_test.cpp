@@ -46,10 +46,19 @@ const Case kCases[] = {
      },
      8,
      {{7, 8}}},
-    {"rows on top", [](auto& rows) { rows.InsertOnTop(4); }, 11, {{7, 7}, {9, 9}, {11, 11}}},
+    {"rows on top", [](auto& rows) { rows.InsertRows(0, 4); }, 11, {{7, 7}, {9, 9}, {11, 11}}},
+    {"rows below the current one", [](auto& rows) { rows.InsertRows(8, 4); }, 7, {{3, 3}, {5, 5}, {7, 7}}},
+    {"rows at the current one", [](auto& rows) { rows.InsertRows(7, 4); }, 11, {{3, 3}, {5, 5}, {11, 11}}},
+    {"rows within a range",
+     [](auto& rows) {
+       rows.Extend(2, false);
+       rows.InsertRows(5, 4);
+     },
+     2,
+     {{2, 4}, {9, 11}}},
     {"rows on top move the anchor",
      [](auto& rows) {
-       rows.InsertOnTop(4);
+       rows.InsertRows(0, 4);
        rows.Extend(12, true);
      },
      12,

@@ -1,0 +1,15 @@
+// The current folder, and names of files as wide text and back, for windows and settings. Not through the code page,
+// nor through the locale: a name keeps every character, whatever the system is set to. Any thread may call.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+// Empty where the system has none any more.
+std::filesystem::path CurrentFolder();
+
+// A name that is no text (Linux takes any bytes) has a character for each of its bytes.
+std::wstring WideOfPath(const std::filesystem::path& path);
+// Empty where the text holds what no name can.
+std::filesystem::path PathOfWide(std::wstring_view text);

@@ -1,0 +1,11 @@
+#include <dlfcn.h>
+
+#include "tests/toolkit/spoken_name.h"
+
+std::wstring SpokenName(wxWindow& window) {
+  const auto accessibleOf = reinterpret_cast<void* (*)(void*)>(dlsym(RTLD_DEFAULT, "gtk_widget_get_accessible"));
+  const auto nameOf = reinterpret_cast<const char* (*)(void*)>(dlsym(RTLD_DEFAULT, "atk_object_get_name"));
+  if (accessibleOf == nullptr || nameOf == nullptr) return L"no accessibility";
+  const char* name = nameOf(accessibleOf(window.GetHandle()));
+  return name == nullptr ? std::wstring() : wxString::FromUTF8(name).ToStdWstring();
+}

@@ -1,0 +1,6 @@
+#include "tests/toolkit/spoken_name.h"
+
+// The system's own answer for a window without one: its text.
+std::wstring SpokenName(wxWindow& window) {
+  return window.GetLabel().ToStdWstring();
+}
