@@ -88,8 +88,8 @@ fs::path& ChosenFolder() {
 }
 
 RegistryStore& ProcessStore() {
-  static const std::shared_ptr<RegistryStore> store = RegistryStore::Make(
-      (ChosenFolder().empty() ? CurrentFolder() : ChosenFolder()) / CQORPRegistrySP::kFileName);
+  static const std::shared_ptr<RegistryStore> store =
+      RegistryStore::Make((ChosenFolder().empty() ? CurrentFolder() : ChosenFolder()) / CQORPRegistrySP::kFileName);
   return *store;
 }
 

@@ -10,8 +10,10 @@
 #include <sstream>
 
 #include "foundations/date_time.h"
+#include "foundations/text_tools.h"
 #include "foundations/wide_text.h"
 #include "grid_ops/cell_text.h"
+#include "grid_ops/export_settings.h"
 #include "platform/module.h"
 #include "tests/book_windows/books_fixture.h"
 #include "tests/grid_ops/slow_book.h"
@@ -27,6 +29,10 @@ std::string BytesOf(const fs::path& file) {
   std::stringstream text;
   text << stream.rdbuf();
   return stream ? text.str() : "no file";
+}
+
+std::string TradePathOf(const fs::path& folder) {
+  return "[PATH]\r\nTrade=" + ToUpperText(FolderText(folder)) + "\r\n";
 }
 
 std::wstring ClipboardText() {
@@ -207,12 +213,12 @@ TEST_F(CommandsTest, ExportsAskWriteReportAndRemember) {
     EXPECT_EQ(BytesOf(row.SaveAs), row.Bytes);
     EXPECT_EQ(Answers.Said[0], L"Trade Book: Trade Book CSV Successfully exported..!!");
   }
-  EXPECT_NE(BytesOf(Folder / "config.ini").find("Trade="), std::string::npos) << BytesOf(Folder / "config.ini");
   Answers.SaveAs = Folder / "all.csv";
   EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", L"All Columns"}));
   const std::string all = BytesOf(Folder / "all.csv");
   EXPECT_EQ(all.substr(0, 26), "Server,UserID,VELDTradeID,");
   EXPECT_EQ(std::ranges::count(all, '\n'), 2) << "whatever the filter says";
+  EXPECT_TRUE(BytesOf(Folder / "config.ini").ends_with(TradePathOf(other))) << "that of the visible columns alone";
 }
 
 TEST_F(CommandsTest, TradeFilesFollowTheirDescriptions) {
@@ -231,6 +237,11 @@ TEST_F(CommandsTest, TradeFilesFollowTheirDescriptions) {
   EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", L"Manual Export"}));
   EXPECT_EQ(BytesOf(Answers.SaveAs), "Trade,Lots,\r\n1,5,\r\n2,7,");
   EXPECT_EQ(Answers.Said.back(), L"Trade Book: Trade Book CSV Successfully exported..!!");
+  EXPECT_TRUE(BytesOf(Folder / "config.ini").ends_with(TradePathOf(Folder))) << BytesOf(Folder / "config.ini");
+  Answers.AnswerAnew({});
+  EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", L"Manual Export"}));
+  ASSERT_EQ(Answers.Proposals.size(), 1u);
+  EXPECT_EQ(Answers.Proposals[0].parent_path(), Folder);
 
   std::ofstream(Folder / "config.ini", std::ios::binary) << "[TRADECSV]\r\nExchangeFormatCSV = TRUE\r\n";
   List->OpenNewBook();

@@ -15,6 +15,15 @@ namespace {
 constexpr const char* kAll = "Trade Book : All";
 constexpr const char* kGold = "Trade Book : COMEX GOLD 201312";
 
+// The corners as the file writes a rectangle: the bytes of four 32-bit numbers, the lowest first.
+std::string HexOf(const wxRect& rect) {
+  std::string hex;
+  for (const int edge : {rect.x, rect.y, rect.x + rect.width, rect.y + rect.height})
+    for (int shift = 0; shift < 32; shift += 8)
+      for (const int nibble : {shift + 4, shift}) hex += "0123456789abcdef"[edge >> nibble & 0xF];
+  return hex;
+}
+
 class LayoutTest : public BooksTest {
  protected:
   std::filesystem::path File() const { return Folder / "stored.xml"; }
@@ -70,13 +79,14 @@ TEST_F(LayoutTest, WritesEveryValueInItsOrder) {
   Pump();
   Save();
   const std::string text = StoredText();
-  EXPECT_EQ(text.substr(0, text.find("\r\n<Rect1>\"")),
+  EXPECT_EQ(text.substr(0, text.find("\r\n</RecentFiles>")),
             "<CURRENT_USER>\r\n<PLUGINDLLS>\r\n<TradeBook>\r\n<RecentFiles>\r\n<1>\"TradeBook 1\"</1>\r\n"
             "<FilterKeyExchange1>\"COMEX\"</FilterKeyExchange1>\r\n"
             "<FilterKeySecurityID1>\"GC1\"</FilterKeySecurityID1>\r\n"
             "<ScriptName1>\"Trade Book : COMEX GOLD 201312\"</ScriptName1>\r\n<LastNum1>\"12\"</LastNum1>\r\n"
             "<ScriptTradeName1>\"Trade Book : COMEX GOLD 201312\"</ScriptTradeName1>\r\n"
-            "<Dock1>\"1\"</Dock1>\r\n<Tab1>\"0\"</Tab1>");
+            "<Dock1>\"1\"</Dock1>\r\n<Tab1>\"0\"</Tab1>\r\n<Rect1>\"" +
+                HexOf(book.GetScreenRect()) + "\"</Rect1>");
   EXPECT_NE(text.find("</RecentFiles>\r\n</TradeBook>\r\n</PLUGINDLLS>\r\n<TradeBook:COMEXGOLD201312TradeBook11>\r\n"
                       "<Bar-1>\"1;docked;1;100;100;530;300;bottom;"),
             std::string::npos)
@@ -149,6 +159,57 @@ TEST_F(LayoutTest, BooksComeBackToTheirPlaces) {
   EXPECT_EQ(Book(2).Grid()->GetVirtualRows(), 1);
   EXPECT_EQ(Book(4).Grid()->GetVirtualRows(), 1);
   EXPECT_EQ(List->BarsById.size(), 6u);
+}
+
+// Entries are overwritten and never taken out, so that books closed since come back as they were then: meant so.
+TEST_F(LayoutTest, ClosedBooksComeBackFromOldEntries) {
+  for (const char* exchange : {"COMEX", "NSEFO", "MCX"}) OpenFor(exchange, "GC1");
+  Save();
+  const auto titles = [this] {
+    std::map<std::uint32_t, std::wstring> all;
+    for (const auto& [id, bar] : List->BarsById) all[id] = bar->GetBarTitle();
+    return all;
+  };
+  const auto before = titles();
+  std::vector<CTradeBookBar*> saved;  // in the order of their entries
+  for (const auto& [window, bar] : List->BooksByWindow) saved.push_back(bar);
+  ASSERT_EQ(saved.size(), 3u);
+  const std::string lastExchange = saved[2]->Grid()->Rows.Security.Exchange;
+  for (const std::size_t closed : {1u, 2u}) saved[closed]->OnPressCloseButton();
+  State->LastNum = 40;
+  Save();
+  Stop();
+  Start();
+  terminal.KnowsSecurities = true;
+  Restore();
+  EXPECT_EQ(titles(), before);
+  EXPECT_EQ(List->BooksByWindow.size(), 3u);
+  EXPECT_EQ(State->LastNum, 3u) << "the last entry is an old one";
+  EXPECT_EQ(State->RestoredKey.Exchange, lastExchange);
+}
+
+// Nothing is selected in another window yet: the multiplier is that of the security which was brought back.
+TEST_F(LayoutTest, AveragesAreOfTheRestoredSecurity) {
+  OpenFor("COMEX", "GC1");
+  Save();
+  Stop();
+  Start();
+  terminal.KnowsSecurities = true;
+  terminal.Multiplier = 4;
+  Trade(1, "COMEX", "GC1", 1, 5, 10);
+  Trade(2, "COMEX", "GC1", 2, 2, 14);
+  Restore();
+  EXPECT_STREQ(State->RestoredKey.Exchange, "COMEX");
+  EXPECT_STREQ(State->RestoredKey.SecurityID, "GC1");
+  EXPECT_EQ(Summary(Book(1), 30043), L"2.50");
+  EXPECT_EQ(Summary(Book(1), 30045), L"3.50");
+}
+
+TEST_F(LayoutTest, ABookOfNoStoredPlaceFloatsInItsRectangle) {
+  StoreText("<1>\"TradeBook 1\"</1><Rect1>\"36010000d2000000f2020000b0010000\"</Rect1>");
+  Restore();
+  EXPECT_TRUE(PumpUntil([this] { return Book(1).GetFloatRect() == wxRect(310, 210, 444, 222); }));
+  EXPECT_TRUE(Book(1).IsFloating());
 }
 
 // Whatever the store holds: so many books of it, on the screen.

@@ -79,19 +79,33 @@ TEST_F(PropertiesTest, ListsElevenItemsInTheirGroups) {
     listed += (*at)->GetParent() == Window().GetRoot() ? L"|" : L" -";
     listed += (*at)->GetLabel().ToStdWstring();
     if (!item->IsGroup()) listed += L"," + std::to_wstring(item->GetId()) + L"," + item->GetDescription();
+    if (const auto* color = dynamic_cast<const CQORPColorProp*>(item)) {
+      for (unsigned i = 0; i < (*at)->GetChoices().GetCount(); ++i)
+        listed += L"," + (*at)->GetChoices().GetLabel(i).ToStdWstring();
+      listed += L"," + std::to_wstring(color->GetButtons().AutomaticColor);
+    }
     if (item->GetId() > 0) listed += L"," + (*at)->GetValueAsString().ToStdWstring();
   }
-  const std::wstring border = L",Specifies the default dialog border color,";
-  EXPECT_EQ(listed, L"|Font -Font,0,Change Font|Color -Buy Color,1" + border + L"(0,0,255) -Sell Color,2" + border +
-                        L"(255,0,0) -Font Buy Color,3" + border + L"(255,255,255) -Font Sell Color,4" + border +
-                        L"(255,255,255)|No. of Frozen Columns,5,,0|Property -Whole Row Select,6,,True -Show Grid Row,"
-                        L"7,,True -Header Hide,8,,False|Global -Multiple Trade Book Disable,9,,True -Auto Trade Write "
-                        L"CSV,10,,False");
-  EXPECT_EQ(static_cast<CQORPFontProp&>(*Properties->GetProperties()[0]->GetSubItems()[0]).GetDialogFlags(), 257u);
+  const std::wstring border = L",Specifies the default dialog border color,Default,Other...,";
+  EXPECT_EQ(listed,
+            L"|Font -Font,0,Change Font|Color -Buy Color,1" + border + L"16746335,(0,0,255) -Sell Color,2" + border +
+                L"10191615,(255,0,0) -Font Buy Color,3" + border + L"16746335,(255,255,255) -Font Sell Color,4" +
+                border +
+                L"10191615,(255,255,255)|No. of Frozen Columns,5,,0|Property -Whole Row Select,6,,True -Show Grid Row,"
+                L"7,,True -Header Hide,8,,False|Global -Multiple Trade Book Disable,9,,True -Auto Trade Write "
+                L"CSV,10,,False");
+  const auto& font = static_cast<CQORPFontProp&>(*Properties->GetProperties()[0]->GetSubItems()[0]);
+  EXPECT_EQ(font.GetDialogFlags(), 257u);
+  EXPECT_EQ(font.GetDialogColor(), 0xFFFFFFFFu);
+  Properties->RemoveAll();
+  List->PropertyListRequest(Properties, nullptr);
+  List->PropertyListRequest(nullptr, this);
+  EXPECT_TRUE(Properties->GetProperties().empty()) << "an address is missing";
+  List->PropertyListRequest(Properties, this);
+  EXPECT_EQ(Properties->GetProperties().size(), 5u) << "that was all that was missing";
   Main->SetFocus();
   Properties->RemoveAll();
   List->PropertyListRequest(Properties, this);
-  List->PropertyListRequest(nullptr, this);
   EXPECT_TRUE(Properties->GetProperties().empty()) << "no book has the focus";
 }
 
@@ -156,13 +170,22 @@ TEST_F(PropertiesTest, AChangeGoesToEveryBookAndToTheFile) {
   CQORPProp foreign(L"Buy Color", false, 1);
   List->PropertyChanged(&foreign, one.Grid());
   EXPECT_EQ(Stored("BuyColor"), "16746335");
+  CQORPProp& buyColor = *Properties->GetProperties()[1]->GetSubItems()[0];
+  buyColor.SetValue(ColorRef{0x123456});
+  CTradeBookGrid windowless(*List, one);
+  List->PropertyChanged(nullptr, one.Grid());
+  List->PropertyChanged(&buyColor, nullptr);
+  List->PropertyChanged(&buyColor, &windowless);
+  EXPECT_EQ(Stored("BuyColor"), "16746335") << "an address or the window is missing";
+  List->PropertyChanged(&buyColor, one.Grid());
+  EXPECT_EQ(Stored("BuyColor"), "1193046");
 
   Stop();
   Start();
   CTradeBookBar& again = Open();
   EXPECT_EQ(Painted(again).Background, std::nullopt) << "there are no trades yet";
   const GridSettings& settings = again.Grid()->Properties.Settings;
-  EXPECT_EQ(settings.BuyColor, 0xFF875Fu);
+  EXPECT_EQ(settings.BuyColor, 0x123456u);
   EXPECT_EQ(settings.FontSellColor, 0x9B82FFu);
   EXPECT_EQ(settings.ColumnFreeze, -7);
   EXPECT_FALSE(settings.WholeRowSel || settings.GridLine || again.Grid()->IsHeaderEnabled());

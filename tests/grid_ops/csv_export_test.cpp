@@ -133,10 +133,16 @@ TEST(CsvCommands, ProposalsAndRememberedFolders) {
   remember(30011, "some/folder\\name.csv");
   remember(30013, "some/folder/name.csv");
   remember(30010, "name.csv");
+  remember(30012, "by/hand/name.csv");
   EXPECT_EQ(propose(30011), "some/folder/TradeBook_Visible20260307.CSV");
   EXPECT_EQ(propose(30013), "grid/CSV/TradeBook_Selected20260307.CSV/TradeBook_Selected20260307.CSV");
   EXPECT_EQ(propose(30010), "grid/CSV/TradeBook_All20260307.CSV");
+  EXPECT_EQ(propose(30012).substr(0, 33), "by/hand/TradeBook_Manual20260307_");
   EXPECT_EQ(FindCsvCommand(30015), nullptr);
+  std::string savers;  // of their folders to config.ini
+  for (const CsvCommand& command : kCsvCommands)
+    if (command.SavesPath) savers.append(command.MenuText).append("|");
+  EXPECT_EQ(savers, "Visible Columns|Manual Export|");
 }
 
 }  // namespace
