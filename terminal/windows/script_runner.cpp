@@ -29,6 +29,19 @@ std::vector<std::wstring> Wide(const std::vector<std::string>& texts) {
   return wide;
 }
 
+bool IsAboutBook(ScriptAction action) {
+  using enum ScriptAction;
+  constexpr ScriptAction kAboutBook[] = {BookMenu, Header, Rows, Filter, ExpectRows, Place, CloseBook};
+  return std::ranges::count(kAboutBook, action) != 0;
+}
+
+// The focus may be elsewhere behind it, and is meant to be.
+bool MovesFocus(ScriptAction action) {
+  using enum ScriptAction;
+  constexpr ScriptAction kMoves[] = {OpenBook, CloseBook, Focus, Key, Menu};
+  return std::ranges::count(kMoves, action) != 0;
+}
+
 std::string Unless(bool done) {
   return done ? "" : "the command cannot be done now";
 }
@@ -53,7 +66,7 @@ void CScriptRunner::Step() {
     return;
   }
   Settled = false;
-  if (IsAwaited(command)) {
+  if (IsAwaited(command) || IsBookLost(command)) {
     StepTimer.StartOnce(kStepMs);
     return;
   }
@@ -61,6 +74,7 @@ void CScriptRunner::Step() {
   // Ahead of the command, which may end in the loop of a dialog.
   StepTimer.StartOnce(kStepMs + static_cast<int>(command.Time.count()));
   const Refusal refusal = Do(command);
+  NoteFocus(command);
   if (!refusal.empty() && IsTriedAgain(command))
     Next = current;
   else
@@ -83,6 +97,21 @@ bool CScriptRunner::IsTriedAgain(const ScriptCommand& command) {
   using enum ScriptAction;
   constexpr ScriptAction kPatient[] = {Answer, Choose, Check, ExpectRows, ExpectText};
   return std::ranges::count(kPatient, command.Action) != 0 && ++Tries < kTries;
+}
+
+// A window that gets the focus late takes it from the book that the script has named: that one gets it back.
+bool CScriptRunner::IsBookLost(const ScriptCommand& command) {
+  if (!MeantBook || !IsAboutBook(command.Action) || Target.Book() == MeantBook.get()) return false;
+  return ++Refocuses < kFocusWaits && Target.Focus(ScriptFocus::Book, MeantTitle);
+}
+
+void CScriptRunner::NoteFocus(const ScriptCommand& command) {
+  if (!MovesFocus(command.Action)) return;
+  const bool named =
+      command.Action == ScriptAction::Focus && command.Focus == ScriptFocus::Book && !command.Text.empty();
+  MeantBook = named ? Target.Book() : nullptr;
+  MeantTitle = command.Text;
+  Refocuses = 0;
 }
 
 // Waits for the end of the day, and for the focus that the command before has asked for.

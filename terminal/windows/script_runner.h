@@ -3,6 +3,7 @@
 #pragma once
 
 #include <wx/timer.h>
+#include <wx/weakref.h>
 
 #include <filesystem>
 #include <functional>
@@ -56,6 +57,8 @@ class CScriptRunner {
   void Step();
   void TypeOn();
   bool IsAwaited(const ScriptCommand& command);
+  bool IsBookLost(const ScriptCommand& command);
+  void NoteFocus(const ScriptCommand& command);
   bool IsTriedAgain(const ScriptCommand& command);
   void Report(const ScriptCommand& command, const Refusal& refusal);
   Refusal Do(const ScriptCommand& command);
@@ -73,9 +76,12 @@ class CScriptRunner {
   CBadLines& BadLines;
   std::vector<ScriptCommand> Commands;
   std::size_t Next = 0;
-  bool Settled = false;  // the windows had time to be painted for the picture that comes next
-  int FocusWaits = 0;    // how often the focus that was asked for last was not there yet
-  int Tries = 0;         // of the command that comes next
+  bool Settled = false;                         // the windows had time to be painted for the picture that comes next
+  int FocusWaits = 0;                           // how often the focus that was asked for last was not there yet
+  int Tries = 0;                                // of the command that comes next
+  wxWeakRef<CQORPDockingControlBar> MeantBook;  // that the script has named, until it moves the focus on
+  std::string MeantTitle;
+  int Refocuses = 0;
   CDialogDriver Dialogs;
   CFilterTypist Typist;
   wxTimer StepTimer;

@@ -101,6 +101,7 @@ act() {
     14) echo 'book-menu Property' ;;
     15) one_of places; echo "place $picked"; settle ;;
   esac
+  current=  # behind a dialog the window system gives the focus as it likes
   if [ "${#books[@]}" -gt 1 ] && ((RANDOM % 8 == 0)); then
     focus_book
     close_book
