@@ -1,6 +1,8 @@
 #include "book_windows/book_layout.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "book_windows/book_list.h"
 #include "book_windows/layout_record.h"
@@ -79,11 +81,19 @@ void RestoreBook(BookList& list, CQORPRegistry& settings, const BookRecord& reco
   list.ShowBook(*bar);
 }
 
+// As they were opened, by the numbers in their names: the list goes by addresses, which differ from run to run.
+std::vector<CTradeBookBar*> InOrderOfOpening(const BookList& list) {
+  std::vector<CTradeBookBar*> bars;
+  for (const auto& [window, bar] : list.BooksByWindow) bars.push_back(bar);
+  std::ranges::sort(bars, {}, [](const CTradeBookBar* bar) { return std::pair(bar->Name().size(), bar->Name()); });
+  return bars;
+}
+
 }  // namespace
 
 void SaveBookLayout(BookList& list, CQORPRegistry& settings) {
   int number = 0;
-  for (const auto& [window, bar] : list.BooksByWindow) {
+  for (CTradeBookBar* bar : InOrderOfOpening(list)) {
     if (!WriteBookRecord(settings, ++number, RecordOf(*bar, list.State().LastNum))) return;
     bar->Grid()->Properties.SaveGridSettings(kGridSettingsKey);
     bar->SaveState(settings, {}, 0, bar->GetDlgCtrlID());
