@@ -17,6 +17,7 @@ class CQORPPropList::Impl {
   wxPropertyGrid* Grid;  // child windows
   wxStaticText* Description;
   std::wstring Hint;
+  wxSize FittedSize;  // fitting lays out anew, for which wxGTK reports the same size once more
 };
 
 CQORPPropList::Impl::Impl(CQORPPropList& owner, const std::wstring& name)
@@ -39,6 +40,8 @@ CQORPPropList::Impl::Impl(CQORPPropList& owner, const std::wstring& name)
   });
   Grid->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     event.Skip();
+    if (event.GetSize() == FittedSize) return;
+    FittedSize = event.GetSize();
     Grid->CallAfter([this] {
       FitNames();
       ShowDescription();
