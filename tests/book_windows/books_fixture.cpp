@@ -89,7 +89,7 @@ void BooksTest::Start() {
   Functions = std::make_unique<CQORDLLComman>(FindFunction);
   List = std::make_unique<BookList>(*State, *Functions, BookCallbacks{77, 78, 79});
   State->TradeStore.OnDownloadEnd();
-  Pump();
+  WaitForActivation(*Main);
 }
 
 void BooksTest::Stop() {
@@ -103,14 +103,21 @@ void BooksTest::Stop() {
 
 CTradeBookBar& BooksTest::Open() {
   List->OpenBookByCommand();
+  CTradeBookBar& bar = *List->BarsById.at(terminal.LastId);
+  WaitForActivation(bar);
+  return bar;
+}
+
+void BooksTest::FocusMain() {
+  Main->Raise();
+  WaitForActivation(*Main);
+  Main->SetFocus();
   Pump();
-  return *List->BarsById.at(terminal.LastId);
 }
 
 CTradeBookBar& BooksTest::OpenFor(const char* exchange, const char* securityId) {
   terminal.Answer = KeyOf(exchange, securityId);
-  Main->SetFocus();
-  Pump();
+  FocusMain();
   return Open();
 }
 

@@ -37,6 +37,7 @@ class BooksTest : public GuiTest {
   void Stop();
 
   CTradeBookBar& Open();
+  void FocusMain();  // no book has the focus then
   CTradeBookBar& OpenFor(const char* exchange, const char* securityId);
   void Trade(std::uint32_t id, const char* exchange, const char* securityId, std::uint8_t side, std::uint32_t quantity,
              double price, std::uint16_t number = 9101);

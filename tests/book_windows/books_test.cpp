@@ -190,8 +190,7 @@ TEST_F(BooksTest, ClosesByItsFourWays) {
   EXPECT_TRUE(List->BarsById.empty());
   EXPECT_EQ(tabbed.OnTabCloseButton(), 1) << "unknown by now, and the tab still goes";
   Open();
-  Main->SetFocus();
-  Pump();
+  FocusMain();
   List->OpenBookByCommand();
   EXPECT_EQ(List->BarsById.size(), 1u) << "one book only";
 }

@@ -103,7 +103,7 @@ TEST_F(PropertiesTest, ListsElevenItemsInTheirGroups) {
   EXPECT_TRUE(Properties->GetProperties().empty()) << "an address is missing";
   List->PropertyListRequest(Properties, this);
   EXPECT_EQ(Properties->GetProperties().size(), 5u) << "that was all that was missing";
-  Main->SetFocus();
+  FocusMain();
   Properties->RemoveAll();
   List->PropertyListRequest(Properties, this);
   EXPECT_TRUE(Properties->GetProperties().empty()) << "no book has the focus";
@@ -245,8 +245,7 @@ TEST_F(PropertiesTest, WarnsOnceWhileOtherBooksAreOpen) {
     EXPECT_EQ(Answers.Said, std::vector<std::wstring>(times, said));
     EXPECT_EQ(State->WarnCount, 1u);
     EXPECT_EQ(Stored("MultipleTradeBookDisable"), "0") << "the other books save it";
-    Main->SetFocus();
-    Pump();
+    FocusMain();
     List->OpenBookByCommand();
     EXPECT_EQ(List->BarsById.size(), 3u);
     Choose(9, true);

@@ -31,14 +31,6 @@ void ReportAssertion(const wxString& file, int line, const wxString& function, c
                 << ": " << condition.ToStdString() << ' ' << message.ToStdString();
 }
 
-// A window manager gives a new window its place and size before it makes it active. Where the first one is never made
-// active there is no window manager, and places and sizes are final at once.
-void WaitForActivation(wxTopLevelWindow& window) {
-  static bool isManaged = true;
-  if (isManaged) isManaged = PumpUntil([&window] { return window.IsActive(); });
-  Pump();
-}
-
 // Sees the paint event of a window. It binds nothing to it: wxWidgets 3.2 does not stand handlers that come and go.
 class PaintWatch : public wxEventFilter {
  public:
@@ -183,8 +175,18 @@ void DragRealPointer(wxWindow& window, const wxPoint& from, const wxPoint& to) {
   Pump();
 }
 
+// A window manager gives a new window its place and size before it makes it active. Where the first one is never made
+// active there is no window manager, and places and sizes are final at once.
+void WaitForActivation(wxWindow& window) {
+  static bool isManaged = true;
+  auto& top = dynamic_cast<wxTopLevelWindow&>(*wxGetTopLevelParent(&window));
+  if (isManaged) isManaged = PumpUntil([&top] { return top.IsActive(); });
+  Pump();
+}
+
 bool GiveRealFocus(wxWindow& window) {
   wxGetTopLevelParent(&window)->Raise();
+  WaitForActivation(window);
   window.SetFocus();
   return PumpUntil([&window] { return wxWindow::FindFocus() == &window; });
 }
