@@ -8,6 +8,7 @@
 namespace {
 
 constexpr unsigned kTickMs = 5;
+constexpr int kActivationTicks = 400;
 
 // GTK as it is on the machine; a handful of functions needs no headers.
 template <typename Function>
@@ -46,6 +47,9 @@ bool OpenForeignWindow() {
   void* window = Gtk<void*(int)>("gtk_window_new")(0);
   Gtk<void(void*, void*)>("gtk_container_add")(window, Gtk<void*()>("gtk_entry_new")());
   Gtk<void(void*)>("gtk_widget_show_all")(window);
+  // A window manager makes it the active one late; a bar that opens before would lose the focus to it.
+  int ticks = 0;
+  RunForeignLoop([&] { return Gtk<int(void*)>("gtk_window_is_active")(window) == 0 && ++ticks < kActivationTicks; });
   return true;
 }
 

@@ -117,6 +117,7 @@ TEST_F(WindowSession, RunsThePluginsEntryByMenuAndKey) {
     SCOPED_TRACE(row.Place);
     row.Put(bar);
     bar.ShowControlBar(true);
+    WaitForActivation(bar);
     ASSERT_TRUE(PumpUntil([&bar] { return bar.GetDockingManager()->BarOf(wxWindow::FindFocus()) == &bar; }));
     const std::size_t before = commands();
     wxUIActionSimulator().Char(WXK_F8);
