@@ -1,6 +1,7 @@
 #include "terminal/windows/script_runner.h"
 
 #include <wx/string.h>
+#include <wx/toplevel.h>
 
 #include <algorithm>
 #include <system_error>
@@ -66,10 +67,11 @@ void CScriptRunner::Step() {
     return;
   }
   Settled = false;
-  if (IsAwaited(command) || IsBookLost(command)) {
+  if (IsAwaited(command) || IsActivationAwaited() || IsBookLost(command)) {
     StepTimer.StartOnce(kStepMs);
     return;
   }
+  ActivationWaits = 0;
   const std::size_t current = Next++;
   // Ahead of the command, which may end in the loop of a dialog.
   StepTimer.StartOnce(kStepMs + static_cast<int>(command.Time.count()));
@@ -90,6 +92,16 @@ void CScriptRunner::TypeOn() {
 void CScriptRunner::Report(const ScriptCommand& command, const Refusal& refusal) {
   Tries = 0;
   if (!refusal.empty()) BadLines.AtLine(File, command.Line, refusal);
+}
+
+// The window system makes a frame active some time after it was shown or got the focus. A command that came before would
+// have the focus taken from where it puts it.
+bool CScriptRunner::IsActivationAwaited() {
+  auto* frame = dynamic_cast<wxTopLevelWindow*>(wxGetTopLevelParent(wxWindow::FindFocus()));
+  if (frame == nullptr) return false;
+  if (!frame->IsActive()) return IsManaged && ++ActivationWaits < kFocusWaits;
+  IsManaged = true;
+  return false;
 }
 
 // Only what has done nothing while it failed.

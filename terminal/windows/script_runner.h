@@ -57,6 +57,7 @@ class CScriptRunner {
   void Step();
   void TypeOn();
   bool IsAwaited(const ScriptCommand& command);
+  bool IsActivationAwaited();
   bool IsBookLost(const ScriptCommand& command);
   void NoteFocus(const ScriptCommand& command);
   bool IsTriedAgain(const ScriptCommand& command);
@@ -78,6 +79,8 @@ class CScriptRunner {
   std::size_t Next = 0;
   bool Settled = false;                         // the windows had time to be painted for the picture that comes next
   int FocusWaits = 0;                           // how often the focus that was asked for last was not there yet
+  bool IsManaged = false;                       // the window system has made a frame of ours active
+  int ActivationWaits = 0;                      // how often the frame with the focus was not active yet
   int Tries = 0;                                // of the command that comes next
   wxWeakRef<CQORPDockingControlBar> MeantBook;  // that the script has named, until it moves the focus on
   std::string MeantTitle;
