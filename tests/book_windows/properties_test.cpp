@@ -1,4 +1,5 @@
 // The properties of books, from the change in a list as a user makes it to grids, totals, settings file and restart.
+#include <wx/app.h>
 #include <wx/propgrid/advprops.h>
 #include <wx/propgrid/propgrid.h>
 #include <wx/uiaction.h>
@@ -97,6 +98,9 @@ TEST_F(PropertiesTest, ListsElevenItemsInTheirGroups) {
   const auto& font = static_cast<CQORPFontProp&>(*Properties->GetProperties()[0]->GetSubItems()[0]);
   EXPECT_EQ(font.GetDialogFlags(), 257u);
   EXPECT_EQ(font.GetDialogColor(), 0xFFFFFFFFu);
+  wxSizeEvent same(Window().GetSize());
+  Window().GetEventHandler()->ProcessEvent(same);
+  EXPECT_FALSE(wxTheApp->HasPendingEvents()) << "fitting the names reports the same size: it would never end";
   Properties->RemoveAll();
   List->PropertyListRequest(Properties, nullptr);
   List->PropertyListRequest(nullptr, this);

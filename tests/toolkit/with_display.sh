@@ -2,6 +2,7 @@
 # with_display.sh PROGRAM ARGUMENT...: runs the program on a virtual display of its own, with a window manager where one
 # is installed; on the display that is there when none can be made. Within such a program it makes no second one: Wine
 # has one desktop at a time, which stays on the display where it was first needed. TRADEBOOK_SCREEN changes its size.
+# With TRADEBOOK_SLOW_MANAGER=1 the window manager stands still for parts of a second, as on a busy machine.
 set -uo pipefail
 [ -z "${TRADEBOOK_ON_DISPLAY:-}" ] || exec "$@"
 command -v Xvfb >/dev/null 2>&1 || exec "$@"
@@ -19,5 +20,10 @@ if command -v openbox >/dev/null 2>&1; then
   openbox --startup "sh -c 'echo >\"$folder/managed\"'" >/dev/null 2>&1 &
   manager=$!
   read -r <"$folder/managed"
+fi
+if [ -n "${TRADEBOOK_SLOW_MANAGER:-}" ] && [ -n "$manager" ]; then
+  while kill -STOP "$manager" && sleep "0.$((RANDOM % 3))" && kill -CONT "$manager"; do
+    sleep "0.0$((RANDOM % 9 + 1))"
+  done &
 fi
 "$@"
