@@ -24,6 +24,6 @@ fi
 if [ -n "${TRADEBOOK_SLOW_MANAGER:-}" ] && [ -n "$manager" ]; then
   while kill -STOP "$manager" && sleep "0.$((RANDOM % 3))" && kill -CONT "$manager"; do
     sleep "0.0$((RANDOM % 9 + 1))"
-  done &
+  done 2>/dev/null &
 fi
 "$@"
