@@ -1,9 +1,9 @@
 // A program that dies as its arguments say: on the writer thread of a record file, or beside one. Without arguments it
 // looks at what writers leave behind.
-#include <atomic>
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <future>
 #include <stdexcept>
 #include <string>
 
@@ -34,11 +34,11 @@ class DyingFile : public QOR::Base::CQORFileImpl {
   void LoadRecord(CQORPacketReader& /*reader*/) override {}
   bool WriteBytes(std::span<const std::uint8_t> /*bytes*/) override {
     Die(Of);
-    Written = true;
-    Written.notify_all();
+    Written.set_value();
     return true;
   }
-  std::atomic<bool> Written = false;
+  // An atomic flag would do, but under mingw-w64 its wait() can miss the call that is to end it.
+  std::promise<void> Written;  // one piece at most
 
  private:
   std::string Of;
@@ -78,7 +78,7 @@ int main(int argc, char** argv) {
   const std::uint8_t byte = 0;
   writer.Write({&byte, 1});
   if (std::string(argv[1]) == "main") {
-    file.Written.wait(false);
+    file.Written.get_future().wait();
     Die(argv[2]);
   }
   return writer.Close() ? 0 : 8;
