@@ -207,10 +207,13 @@ TEST_F(PropertiesTest, TakesKeysAndClicks) {
   wxUIActionSimulator user;
   const auto selected = [this] { return ItemOf(Window().GetSelection()); };
   const auto goDownTo = [&](int id) {
+    int lost = 0;  // keys, to a window that got the focus late
     for (int step = 0; step < 14 && (selected() == nullptr || selected()->GetId() != id); ++step) {
       const wxPGProperty* before = Window().GetSelection();
       user.Char(WXK_DOWN);
-      if (!PumpUntil([&] { return Window().GetSelection() != before; })) return false;
+      if (PumpUntil([&] { return Window().GetSelection() != before; })) continue;
+      if (++lost > 2 || !GiveRealFocus(Window())) return false;
+      Properties->SetFocus();
     }
     return selected() != nullptr && selected()->GetId() == id;
   };
