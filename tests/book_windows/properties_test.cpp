@@ -98,6 +98,7 @@ TEST_F(PropertiesTest, ListsElevenItemsInTheirGroups) {
   const auto& font = static_cast<CQORPFontProp&>(*Properties->GetProperties()[0]->GetSubItems()[0]);
   EXPECT_EQ(font.GetDialogFlags(), 257u);
   EXPECT_EQ(font.GetDialogColor(), 0xFFFFFFFFu);
+  Pump();
   wxSizeEvent same(Window().GetSize());
   Window().GetEventHandler()->ProcessEvent(same);
   EXPECT_FALSE(wxTheApp->HasPendingEvents()) << "fitting the names reports the same size: it would never end";

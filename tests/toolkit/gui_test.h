@@ -24,8 +24,8 @@ enum HeldKey { kNoKey = 0, kShift = 1, kControl = 2, kAlt = 4 };
 void Pump();
 // Serves events until the condition holds; false when it did not in a long while.
 bool PumpUntil(const std::function<bool()>& condition);
-// Serves events until the window's frame is the active one, which it must have been asked to be or be because it is
-// new. A focus set before that moment is lost again.
+// Serves events until the window's frame, which must be new or raised, is the active one. A focus that is set before is
+// lost again.
 void WaitForActivation(wxWindow& window);
 // Returns when the window, which must be shown, has been painted anew.
 void PaintNow(wxWindow& window);
