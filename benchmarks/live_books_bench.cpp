@@ -6,41 +6,12 @@
 
 #include "benchmarks/million_trades.h"
 #include "benchmarks/sample_messages.h"
-#include "grid_ops/book_rows.h"
-#include "grid_ops/book_totals.h"
+#include "tests/support/plain_book.h"
 
 namespace {
 
 constexpr std::size_t kTrades = 100'000;
 constexpr std::size_t kBooks = 10;
-
-class NoMasters : public SecurityMasters {
- public:
-  std::optional<double> MultiplierOf(const FilterKey&) const override { return {}; }
-};
-
-class OpenBook : public TradeBook {
- public:
-  explicit OpenBook(const TradeCache& cache) : Rows(cache) {}
-  bool HasGrid() const override { return true; }
-  bool HasWindow() const override { return true; }
-  bool FilterActive() const override { return Rows.Filters.Active(); }
-  bool AdmitRow(TradeRecord& record) override { return Rows.AdmitRow(record); }
-  void UpdateTotals(const TradeRecord& record) override {
-    Totals.UpdateTotals(record, {false, NoKey, NoKey, Masters}, Line);
-  }
-  void RefilterRow(TradeRecord& record) override { Rows.RefilterRow(record); }
-  void CopyAllRows(const TradeNumberMap& trades, std::int32_t next) override { Rows.CopyAllRows(trades, next); }
-  void ClearRows() override { Rows.ClearRows(); }
-
-  BookRows Rows;
-  BookTotals Totals;
-  SummaryLine Line;
-
- private:
-  static inline const FilterKey NoKey{};
-  NoMasters Masters;
-};
 
 void LiveTrades(benchmark::State& state, std::size_t books) {
   const std::vector<std::uint8_t>& messages = SampleMessages(kTrades, 9101);
@@ -51,9 +22,9 @@ void LiveTrades(benchmark::State& state, std::size_t books) {
     TradeCache cache(decoder, booksByKey, ".");
     cache.AutoTradeWriteCSV = false;
     cache.OnDownloadEnd();
-    std::vector<std::unique_ptr<OpenBook>> open;
+    std::vector<std::unique_ptr<PlainBook>> open;
     for (std::size_t i = 0; i < books; ++i) {
-      open.push_back(std::make_unique<OpenBook>(cache));
+      open.push_back(std::make_unique<PlainBook>(cache));
       booksByKey[std::to_string(i)] = open.back().get();
     }
     PlayTrade(cache, DayRecord(static_cast<std::uint32_t>(kTrades)));

@@ -38,6 +38,9 @@ class CTradeBookBar : public CVELDSDockingControlBar, public TradeBook {
   bool HasGrid() const override { return Grid() != nullptr; }
   bool HasWindow() const override { return Grid() != nullptr; }
   bool FilterActive() const override { return HasGrid() && Grid()->Rows.Filters.Active(); }
+  void MakeRoom(std::size_t rows) override {
+    if (HasGrid()) Grid()->Rows.MakeRoom(rows);
+  }
   bool AdmitRow(TradeRecord& record) override { return HasGrid() && Grid()->Rows.AdmitRow(record); }
   void UpdateTotals(const TradeRecord& record) override { Grid()->AddToTotals(record); }
   void RefilterRow(TradeRecord& record) override { Grid()->Rows.RefilterRow(record); }

@@ -1,6 +1,8 @@
 #include "foundations/paths.h"
 
 #include <algorithm>
+#include <array>
+#include <fstream>
 #include <iterator>
 #include <system_error>
 #include <type_traits>
@@ -27,4 +29,13 @@ std::wstring WideOfPath(const fs::path& path) try {
 
 fs::path PathOfWide(std::wstring_view text) try { return WideToUtf16(text); } catch (const fs::filesystem_error&) {
   return {};
+}
+
+std::string ReadWholeFile(const fs::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  std::string text;
+  std::array<char, 4096> block;
+  while (stream.read(block.data(), block.size()) || stream.gcount() > 0)
+    text.append(block.data(), static_cast<std::size_t>(stream.gcount()));
+  return text;
 }

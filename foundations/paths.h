@@ -13,3 +13,7 @@ std::filesystem::path CurrentFolder();
 std::wstring WideOfPath(const std::filesystem::path& path);
 // Empty where the text holds what no name can.
 std::filesystem::path PathOfWide(std::wstring_view text);
+
+// All bytes of a file up to a fault of reading; empty where there is none. Throws when memory runs out, where reading a
+// stream line by line would end as if the file did.
+std::string ReadWholeFile(const std::filesystem::path& file);

@@ -112,12 +112,21 @@ std::string ToUpperText(std::string text) {
   return text;
 }
 
+std::string_view TakeUntil(std::string_view& rest, char delimiter) noexcept {
+  const std::size_t end = std::min(rest.find(delimiter), rest.size());
+  const std::string_view taken = rest.substr(0, end);
+  rest.remove_prefix(std::min(end + 1, rest.size()));
+  return taken;
+}
+
+std::string_view TakeLine(std::string_view& rest) noexcept {
+  std::string_view line = TakeUntil(rest, '\n');
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
+
 std::vector<std::string> SplitText(std::string_view text, char delimiter) {
   std::vector<std::string> pieces;
-  while (!text.empty()) {
-    const std::size_t end = text.find(delimiter);
-    pieces.emplace_back(text.substr(0, end));
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-  }
+  while (!text.empty()) pieces.emplace_back(TakeUntil(text, delimiter));
   return pieces;
 }

@@ -21,6 +21,10 @@ std::string IntToText(std::int32_t value);
 // a-z become A-Z, up to the first zero byte; what stands behind it stays.
 std::string ToUpperText(std::string text);
 
+// The text up to the delimiter, which is removed from the rest with it. A line ends with LF or CR LF.
+std::string_view TakeUntil(std::string_view& rest, char delimiter) noexcept;
+std::string_view TakeLine(std::string_view& rest) noexcept;
+
 // The pieces between the delimiters, as reading lines from a stream gives them: a trailing delimiter adds no empty
 // piece, an empty text has no piece.
 std::vector<std::string> SplitText(std::string_view text, char delimiter);

@@ -32,8 +32,12 @@ std::wstring_view TrimWide(std::wstring_view text) {
 }
 
 std::wstring LowerWide(std::wstring text) {
-  std::transform(text.begin(), text.end(), text.begin(), SmallLetter);
+  LowerInPlace(text);
   return text;
+}
+
+void LowerInPlace(std::span<wchar_t> text) noexcept {
+  std::transform(text.begin(), text.end(), text.begin(), SmallLetter);
 }
 
 std::int32_t WideToNumber(const std::wstring& text) {

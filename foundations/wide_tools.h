@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,7 @@ std::wstring_view TrimWide(std::wstring_view text);
 
 // Latin, Greek and Cyrillic capitals of the single-byte code pages become small letters; all else stays.
 std::wstring LowerWide(std::wstring text);
+void LowerInPlace(std::span<wchar_t> text) noexcept;
 
 // The number at the front: white space, a sign, digits, up to the first other character; 0 without one. What 32 bits
 // do not hold is the nearest that they do.

@@ -8,12 +8,21 @@ using Guard = QOR::Thread::CQORLockGuard;
 
 constexpr std::size_t kAhead = 24;  // records fetched before they are looked at
 
+// A key of 32 bits starts again at the top when all have been given.
+constexpr std::int32_t KeyBelow(std::int32_t key) {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(key) - 1);
+}
+
 }  // namespace
 
-// A key of 32 bits starts again at the top when all have been given.
+void BookRows::MakeRoom(std::size_t rows) {
+  const Guard guard(RowLock);
+  Rows.MakeRoom(NextRowKey, rows);
+}
+
 void BookRows::AddRow(TradeRecord& record) {
   Rows.Store(NextRowKey, &record);
-  NextRowKey = static_cast<std::int32_t>(static_cast<std::uint32_t>(NextRowKey) - 1);
+  NextRowKey = KeyBelow(NextRowKey);
 }
 
 bool BookRows::AdmitRow(TradeRecord& record) {
@@ -37,12 +46,16 @@ void BookRows::RefilterRow(TradeRecord& record) {
 template <typename LetsIn>
 void BookRows::CollectRows(LetsIn letsIn) {
   const std::vector<TradeRecord*>& trades = Cache.TradeNumbers.All();
-  Rows.Clear();
-  NextRowKey = kFirstRowKey;
+  RowMap collected;
+  std::int32_t key = kFirstRowKey;
   for (std::size_t i = 0; i < trades.size(); ++i) {
     if (i + kAhead < trades.size()) letsIn.Prefetch(trades[i + kAhead]);
-    if (letsIn.Accepts(*trades[i])) AddRow(*trades[i]);
+    if (!letsIn.Accepts(*trades[i])) continue;
+    collected.Store(key, trades[i]);
+    key = KeyBelow(key);
   }
+  Rows = std::move(collected);
+  NextRowKey = key;
 }
 
 namespace {
@@ -110,15 +123,27 @@ void BookRows::ClearRows() {
 }
 
 bool BookRows::OnFilterBarChanged(int column, const std::wstring& text) {
-  if (!Filters.Change(column, text)) return false;
-  OnFilterBarUpdate();
+  FilterBar changed = Filters;
+  if (!changed.Change(column, text)) return false;
+  CollectFilteredRows(changed);
+  Filters = std::move(changed);
   return true;
 }
 
+void BookRows::OnFilterBarClearAll() {
+  if (!Filters.Active()) return;
+  CollectFilteredRows({});
+  Filters.Clear();
+}
+
 void BookRows::OnFilterBarUpdate() {
+  CollectFilteredRows(Filters);
+}
+
+void BookRows::CollectFilteredRows(const FilterBar& filters) {
   const Guard rows(RowLock);
-  if (Filters.Active())
-    CollectRows(ByFilterBar{Filters, Cache.ServerName});
+  if (filters.Active())
+    CollectRows(ByFilterBar{filters, Cache.ServerName});
   else if (NextRowKey != Cache.NextTradeNumber)
     CopyAllRows();
 }

@@ -4,7 +4,7 @@
 //
 // Row keys fall from kFirstRowKey with every row, so that the newest row stands first. A sort numbers the rows from 0
 // on; what comes after it still takes the next falling key and stands below all sorted rows until the next sort. A
-// record that gets a key in use takes the place of the one that has it.
+// record that gets a key in use takes the place of the one that has it. When memory runs out, nothing has changed.
 #pragma once
 
 #include <cstdint>
@@ -26,13 +26,15 @@ class BookRows {
   // The cache must outlive the book.
   explicit BookRows(const TradeCache& cache) : Cache(cache) {}
 
+  // The next rows, so many of them, take no memory.
+  void MakeRoom(std::size_t rows);
   // Takes a new trade as a row, where security and filter bar let it in; true when it has become one.
   bool AdmitRow(TradeRecord& record);
   // Takes a record as a row where the filter bar lets it in; the security is not asked. Without a filter bar a record
   // that is no row yet takes the first key: meant so.
   void RefilterRow(TradeRecord& record);
 
-  // Every trade of the cache is offered anew, the oldest first.
+  // Every trade of the cache is offered anew, the oldest first: the book's own rows, the newest on top.
   void RebuildRows();
   // Every numbered trade is a row, whatever security and filter bar say.
   void CopyAllRows();
@@ -46,12 +48,15 @@ class BookRows {
 
   // A filter bar field was edited; false when that changes nothing, else the rows follow.
   bool OnFilterBarChanged(int column, const std::wstring& text);
+  // Empties the fields. Without one that holds text nothing changes.
+  void OnFilterBarClearAll();
   // Brings the rows into line with the filter bar. Without one, rows that already end with the cache's next number stay
   // as they are, sorted or not.
   void OnFilterBarUpdate();
 
-  // Orders the rows; without a sort column they stand as they came. The sort ends there: it does not hold for rows that
-  // come later.
+  // Orders the rows. The sort ends there: it does not hold for rows that come later. Without a sort column all trades
+  // become rows, or all that the filter bar lets in, whatever the security. Intentional: so does the third click on a
+  // header; RebuildRows is for commands that end a sort.
   void ResortRows(std::span<const SortState> sort);
 
   std::size_t RowCount() const noexcept { return Rows.Size(); }
@@ -74,9 +79,10 @@ class BookRows {
 
  private:
   void AddRow(TradeRecord& record);
-  // Asks about every numbered trade, the oldest first, and takes those that are let in as rows.
+  // Asks about every numbered trade, the oldest first; those that are let in become the rows.
   template <typename LetsIn>
   void CollectRows(LetsIn letsIn);
+  void CollectFilteredRows(const FilterBar& filters);
 
   const TradeCache& Cache;
 };

@@ -7,8 +7,8 @@
 #include <cstring>
 #include <limits>
 
-#include "foundations/wide_text.h"
 #include "foundations/wide_tools.h"
+#include "platform/code_page.h"
 
 namespace {
 
@@ -16,7 +16,9 @@ using Kind = ColumnField::Kind;
 
 constexpr std::wstring_view kJoin = L"or";
 constexpr std::wstring_view kOperators = L" <>=";
-constexpr std::size_t kShortCell = 128;
+// Fields hold at most 65 bytes and numbers print in 127; of the server's name, so much counts.
+constexpr std::size_t kLongestCell = 128;
+static_assert(kLongestCell > kLongestFixed);
 
 bool IsAscii(wchar_t character) {
   return character < 0x80;
@@ -42,7 +44,7 @@ static_assert(SmallLetters(0x405A41615B7A3900) == 0x407A61615B7A3900);
 
 // A cell of plain ASCII in small letters.
 struct LowerCell {
-  char Text[kShortCell + sizeof(std::uint64_t)];
+  char Text[kLongestCell + sizeof(std::uint64_t)];
   std::size_t Size = 0;
   bool Plain = true;  // else the rest means nothing
 
@@ -133,7 +135,7 @@ void ColumnFilter::PrepareCodes() {
   Compare = Test::Code;
 }
 
-bool ColumnFilter::Accepts(std::string_view serverName, const TradeRecord& record) const {
+bool ColumnFilter::Accepts(std::string_view serverName, const TradeRecord& record) const noexcept {
   switch (Compare) {
     case Test::Always:
       return true;
@@ -158,8 +160,8 @@ bool ColumnFilter::Accepts(std::string_view serverName, const TradeRecord& recor
   return AcceptsText(ShownText(serverName, record, Column, scratch));
 }
 
-bool ColumnFilter::AcceptsText(std::string_view cell) const {
-  if (cell.size() > kShortCell) return AcceptsWide(cell);
+bool ColumnFilter::AcceptsText(std::string_view cell) const noexcept {
+  cell = cell.substr(0, kLongestCell);
   LowerCell lower;
   lower.Take(cell.data(), cell.size());
   if (!lower.Plain) return AcceptsWide(cell);
@@ -167,8 +169,11 @@ bool ColumnFilter::AcceptsText(std::string_view cell) const {
   return holds(Wanted) && std::none_of(Refused.begin(), Refused.end(), holds);
 }
 
-bool ColumnFilter::AcceptsWide(std::string_view cell) const {
-  const std::wstring lower = LowerWide(NarrowToWide(std::string(cell.substr(0, cell.find('\0')))));
+bool ColumnFilter::AcceptsWide(std::string_view cell) const noexcept {
+  wchar_t wide[kLongestCell];
+  const std::size_t size = CodePageToWide(cell.substr(0, cell.find('\0')), wide);
+  LowerInPlace({wide, size});
+  const std::wstring_view lower(wide, size);
   const auto holds = [&lower](const Piece& piece) { return lower.find(piece.Wide) != std::wstring::npos; };
   return std::none_of(Refused.begin(), Refused.end(), holds) && holds(Wanted);
 }

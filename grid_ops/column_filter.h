@@ -21,7 +21,8 @@ class ColumnFilter {
   // A column that no grid shows, or that is none, accepts every record.
   ColumnFilter(int column, const std::wstring& filterText);
 
-  bool Accepts(std::string_view serverName, const TradeRecord& record) const;
+  // Takes no memory: a trade that comes in cannot fail here.
+  bool Accepts(std::string_view serverName, const TradeRecord& record) const noexcept;
   // Asks for the part of the record that Accepts reads.
   void Prefetch(const TradeRecord* record) const noexcept {
     __builtin_prefetch(reinterpret_cast<const char*>(record) + Field.Offset);
@@ -44,8 +45,8 @@ class ColumnFilter {
   void PrepareNumber(const std::wstring& filterText);
   void PrepareCodes();
   // The cell ends at its first NUL, if it holds one.
-  bool AcceptsText(std::string_view cell) const;
-  bool AcceptsWide(std::string_view cell) const;
+  bool AcceptsText(std::string_view cell) const noexcept;
+  bool AcceptsWide(std::string_view cell) const noexcept;
 
   Test Compare = Test::Always;
   int Column = -1;

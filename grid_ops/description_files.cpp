@@ -1,24 +1,11 @@
 #include "grid_ops/description_files.h"
 
 #include <algorithm>
-#include <array>
-#include <fstream>
+
+#include "foundations/paths.h"
+#include "foundations/text_tools.h"
 
 namespace {
-
-// The text up to the delimiter, which is taken out of the rest with it.
-std::string_view TakeUntil(std::string_view& rest, char delimiter) {
-  const std::size_t end = std::min(rest.find(delimiter), rest.size());
-  const std::string_view taken = rest.substr(0, end);
-  rest.remove_prefix(std::min(end + 1, rest.size()));
-  return taken;
-}
-
-std::string_view TakeLine(std::string_view& text) {
-  std::string_view line = TakeUntil(text, '\n');
-  if (line.ends_with('\r')) line.remove_suffix(1);
-  return line;
-}
 
 // What stands between commas: one part more than there are commas.
 std::vector<std::string_view> PartsOf(std::string_view line) {
@@ -30,15 +17,6 @@ std::vector<std::string_view> PartsOf(std::string_view line) {
 
 bool IsEmpty(std::string_view part) {
   return part.empty();
-}
-
-std::string ReadWhole(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::string text;
-  std::array<char, 4096> block;
-  while (file.read(block.data(), block.size()) || file.gcount() > 0)
-    text.append(block.data(), static_cast<std::size_t>(file.gcount()));
-  return text;
 }
 
 }  // namespace
@@ -66,9 +44,9 @@ DescriptionList ParseBookExport(std::string_view text) {
 }
 
 DescriptionList ReadExchangeFormat(const std::filesystem::path& folder) {
-  return ParseExchangeFormat(ReadWhole(folder / "EXCHANGETRADEFORMAT.TXT"));
+  return ParseExchangeFormat(ReadWholeFile(folder / "EXCHANGETRADEFORMAT.TXT"));
 }
 
 DescriptionList ReadBookExport(const std::filesystem::path& folder) {
-  return ParseBookExport(ReadWhole(folder / "TRADEBOOKEXPORT.TXT"));
+  return ParseBookExport(ReadWholeFile(folder / "TRADEBOOKEXPORT.TXT"));
 }

@@ -21,7 +21,7 @@ class FilterBar {
   std::wstring TextOf(int column) const;
 
   // Every field accepts the record.
-  bool Accepts(std::string_view serverName, const TradeRecord& record) const {
+  bool Accepts(std::string_view serverName, const TradeRecord& record) const noexcept {
     for (const Field& field : Fields)
       if (!field.Filter.Accepts(serverName, record)) return false;
     return true;

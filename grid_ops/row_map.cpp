@@ -2,9 +2,25 @@
 
 #include <algorithm>
 
+#include "foundations/make_room.h"
+
 void RowMap::Clear() noexcept {
   Runs.clear();
   Count = 0;
+}
+
+// A row goes behind a run that ends just above its key, or into one that has it, or begins a run.
+void RowMap::MakeRoom(std::int32_t key, std::size_t rows) {
+  const std::int64_t lowest = std::int64_t{key} + 1 - static_cast<std::int64_t>(rows);
+  bool joins = false;
+  for (Run& run : Runs) {
+    if (run.LowestKey() - 1 > key || run.HighestKey < lowest) continue;
+    ::MakeRoom(run.Records, rows);
+    joins |= run.HighestKey >= key;
+  }
+  if (joins) return;
+  ::MakeRoom(Runs, 1);
+  ::MakeRoom(Spare, rows);
 }
 
 void RowMap::Store(std::int32_t key, TradeRecord* record) {
@@ -24,7 +40,10 @@ void RowMap::Store(std::int32_t key, TradeRecord* record) {
     run->Records[static_cast<std::size_t>(run->HighestKey - key)] = record;
     return;
   }
-  Runs.insert(run, Run{key, {record}});
+  const auto place = run - Runs.begin();
+  ::MakeRoom(Runs, 1);
+  Spare.assign(1, record);
+  Runs.insert(Runs.begin() + place, Run{key, std::move(Spare)});
   ++Count;
 }
 
@@ -67,16 +86,17 @@ std::vector<TradeRecord*> RowMap::Records() const {
   return records;
 }
 
-void RowMap::CopyNumbers(const TradeNumberMap& trades) {
+void RowMap::BecomeRun(Run run) {
+  ::MakeRoom(Runs, 1);
   Clear();
-  if (trades.Empty()) return;
-  Runs.push_back({trades.NumberAt(0), trades.All()});
-  Count = trades.Size();
+  Count = run.Records.size();
+  if (Count != 0) Runs.push_back(std::move(run));
+}
+
+void RowMap::CopyNumbers(const TradeNumberMap& trades) {
+  BecomeRun({trades.NumberAt(0), trades.All()});
 }
 
 void RowMap::NumberFromZero(const std::vector<TradeRecord*>& records) {
-  Clear();
-  if (records.empty()) return;
-  Count = records.size();
-  Runs.push_back({static_cast<std::int64_t>(Count) - 1, {records.rbegin(), records.rend()}});
+  BecomeRun({static_cast<std::int64_t>(records.size()) - 1, {records.rbegin(), records.rend()}});
 }

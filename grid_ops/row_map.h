@@ -19,7 +19,9 @@ class RowMap {
   bool Empty() const noexcept { return Count == 0; }
   std::size_t Size() const noexcept { return Count; }
 
-  // Stores the record under the key, in place of one that stands there.
+  // Rows stored under that key and those below it, so many of them, take no memory.
+  void MakeRoom(std::int32_t key, std::size_t rows);
+  // Stores the record under the key, in place of one that stands there. Nothing changes when memory runs out.
   void Store(std::int32_t key, TradeRecord* record);
 
   // Row 0 has the lowest key. The row must be below Size.
@@ -36,7 +38,7 @@ class RowMap {
   template <typename Fetch, typename Visit>
   void ForEach(std::size_t ahead, Fetch fetch, Visit visit) const;
 
-  // Every numbered trade under its number.
+  // Every numbered trade under its number. Nothing changes when memory runs out, here and below.
   void CopyNumbers(const TradeNumberMap& trades);
   // The records as rows with the keys 0, 1, 2 and on.
   void NumberFromZero(const std::vector<TradeRecord*>& records);
@@ -51,7 +53,10 @@ class RowMap {
   template <typename Visit>
   auto VisitRow(std::size_t row, Visit visit) const noexcept;
 
-  std::vector<Run> Runs;  // the run with the highest keys first; none is empty
+  void BecomeRun(Run run);
+
+  std::vector<Run> Runs;            // the run with the highest keys first; none is empty
+  std::vector<TradeRecord*> Spare;  // room for the records of a run to come
   std::size_t Count = 0;
 };
 

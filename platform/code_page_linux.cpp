@@ -40,8 +40,13 @@ unsigned SystemCodePage() noexcept {
 
 std::wstring CodePageToWide(std::string_view text) {
   std::wstring wide(text.size(), L'\0');
-  std::transform(text.begin(), text.end(), wide.begin(), WideOf);
+  CodePageToWide(text, wide.data());
   return wide;
+}
+
+std::size_t CodePageToWide(std::string_view text, wchar_t* to) noexcept {
+  std::transform(text.begin(), text.end(), to, WideOf);
+  return text.size();
 }
 
 std::string WideToCodePage(std::wstring_view text) {

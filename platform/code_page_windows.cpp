@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <algorithm>
+
 namespace {
 
 // Without this flag a letter outside the code page would turn into one that looks like it. UTF-8 as the code page
@@ -17,11 +19,14 @@ unsigned SystemCodePage() noexcept {
 }
 
 std::wstring CodePageToWide(std::string_view text) {
-  const int size = static_cast<int>(text.size());
-  const int count = MultiByteToWideChar(CP_ACP, 0, text.data(), size, nullptr, 0);
-  std::wstring wide(count > 0 ? static_cast<std::size_t>(count) : 0, L'\0');
-  MultiByteToWideChar(CP_ACP, 0, text.data(), size, wide.data(), count);
+  std::wstring wide(text.size(), L'\0');
+  wide.resize(CodePageToWide(text, wide.data()));
   return wide;
+}
+
+std::size_t CodePageToWide(std::string_view text, wchar_t* to) noexcept {
+  const int size = static_cast<int>(text.size());
+  return static_cast<std::size_t>(std::max(0, MultiByteToWideChar(CP_ACP, 0, text.data(), size, to, size)));
 }
 
 std::string WideToCodePage(std::wstring_view text) {

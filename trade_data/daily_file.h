@@ -16,12 +16,14 @@
 
 class DailyFile {
  public:
-  // Starts Trade<date>.CSV in the folder with the columns of its TradeHeaderFile.txt, which are added to those known.
-  // A second call in the life of the module finds the stream open: that fails the stream, and nothing is written from
-  // then on. Meant so, and so is that the file does not change with the date.
-  void OpenDailyFile(const std::filesystem::path& folder, std::string_view date);
+  DailyFile() { AutoStream.rdbuf()->pubsetbuf(StreamBuffer, sizeof StreamBuffer); }
 
-  // Before the first opening, and after any failure, this has no effect.
+  // Starts Trade<date>.CSV in the folder with the columns of its TradeHeaderFile.txt, which are added to those known.
+  // Nothing changes when memory runs out. A second call in the life of the module finds the stream open: that fails the
+  // stream, and nothing is written from then on. Meant so, and so is that the file does not change with the date.
+  void OpenDailyFile(const std::filesystem::path& folder, std::string_view date, std::string_view serverName);
+
+  // Before the first opening, and after any failure, this has no effect. Takes no memory.
   void WriteTradeLine(const TradeRecord& record, std::string_view serverName);
   void Flush();
 
@@ -31,9 +33,11 @@ class DailyFile {
     const DailyColumn* Column;  // null for a name that is no column: it stands in the header and writes nothing
   };
 
-  void ReadColumns(const std::filesystem::path& headerFile);
+  std::vector<NamedColumn> ReadColumns(const std::filesystem::path& headerFile) const;
+  static std::size_t LongestLine(std::size_t columns, std::string_view serverName);
   void WriteHeader();
 
+  char StreamBuffer[8192];  // of AutoStream, which would take its own only once the file is open
   std::ofstream AutoStream;
   std::vector<NamedColumn> AutoColumns;
   LineBuffer Line;

@@ -33,8 +33,15 @@ bool ExecutionSet::Contains(const ExecutionKey& key) const noexcept {
   return !Slots.empty() && Slots[SlotFor(key)].Place != 0;
 }
 
-bool ExecutionSet::Insert(const ExecutionKey& key) {
+void ExecutionSet::MakeRoom() {
   if ((Count + 1) * 4 > Slots.size() * 3) Grow();
+  if (UsedInLastBlock + ExecutionKey::kLongest + 1 <= kBlockSize) return;
+  Blocks.push_back(std::make_unique_for_overwrite<char[]>(kBlockSize));
+  UsedInLastBlock = 0;
+}
+
+bool ExecutionSet::Insert(const ExecutionKey& key) {
+  MakeRoom();
   Slot& slot = Slots[SlotFor(key)];
   if (slot.Place != 0) return false;
   slot = {key.Hash(), KeepText(key.Text())};
@@ -48,11 +55,7 @@ std::string_view ExecutionSet::TextAt(std::uint32_t place) const noexcept {
 }
 
 // A length byte and the characters; the place of the length byte.
-std::uint32_t ExecutionSet::KeepText(std::string_view text) {
-  if (UsedInLastBlock + 1 + text.size() > kBlockSize) {
-    Blocks.push_back(std::make_unique_for_overwrite<char[]>(kBlockSize));
-    UsedInLastBlock = 0;
-  }
+std::uint32_t ExecutionSet::KeepText(std::string_view text) noexcept {
   char* end = Blocks.back().get() + UsedInLastBlock;
   *end = static_cast<char>(text.size());
   if (!text.empty()) std::memcpy(end + 1, text.data(), text.size());
@@ -62,8 +65,9 @@ std::uint32_t ExecutionSet::KeepText(std::string_view text) {
 }
 
 void ExecutionSet::Grow() {
-  Bits = Slots.empty() ? kFirstBits : Bits + 1;
-  const std::vector<Slot> old = std::exchange(Slots, std::vector<Slot>(std::size_t{1} << Bits));
+  const unsigned bits = Slots.empty() ? kFirstBits : Bits + 1;
+  const std::vector<Slot> old = std::exchange(Slots, std::vector<Slot>(std::size_t{1} << bits));
+  Bits = bits;
   for (const Slot& slot : old) {
     if (slot.Place == 0) continue;
     std::size_t at = HomeOf(slot.Hash);

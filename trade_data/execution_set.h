@@ -11,6 +11,8 @@
 // The key of one execution: the two texts joined, without a separator. At most 64 characters.
 class ExecutionKey {
  public:
+  static constexpr std::size_t kLongest = 64;
+
   ExecutionKey(const char* exchangeOrderNo, const char* exchangeTradeId) noexcept;
   std::string_view Text() const noexcept { return {Characters, Length}; }
   std::uint32_t Hash() const noexcept { return HashCode; }
@@ -20,7 +22,7 @@ class ExecutionKey {
 
   std::uint8_t Length = 0;
   std::uint32_t HashCode = 0;
-  char Characters[64];
+  char Characters[kLongest];
 };
 
 // Promises: the set of keys, each with its own bytes, for a cost that does not grow with the day: one place in memory
@@ -34,7 +36,9 @@ class ExecutionSet {
  public:
   void Prefetch(const ExecutionKey& key) const noexcept;
   bool Contains(const ExecutionKey& key) const noexcept;
-  // False, with nothing changed, when the key is known.
+  // The next insert takes no memory.
+  void MakeRoom();
+  // False, with nothing changed, when the key is known. Nothing changes when memory runs out.
   bool Insert(const ExecutionKey& key);
   std::size_t Size() const noexcept { return Count; }
   void Clear() noexcept;
@@ -50,7 +54,7 @@ class ExecutionSet {
   std::size_t HomeOf(std::uint32_t hash) const noexcept { return hash >> (32 - Bits); }
   std::size_t SlotFor(const ExecutionKey& key) const noexcept;
   std::string_view TextAt(std::uint32_t place) const noexcept;
-  std::uint32_t KeepText(std::string_view text);
+  std::uint32_t KeepText(std::string_view text) noexcept;
   void Grow();
 
   std::vector<Slot> Slots;

@@ -18,39 +18,33 @@ void RecordPool::SlabDeleter::operator()(Slab* slab) const noexcept {
 }
 
 TradeRecord& RecordPool::Spare() {
-  TradeRecord* record = FindFree();
-  std::memset(record, 0, sizeof *record);
-  return *record;
+  if (SpareRecord == nullptr) SpareRecord = TakeFree();
+  std::memset(SpareRecord, 0, sizeof *SpareRecord);
+  return *SpareRecord;
 }
 
-TradeRecord* RecordPool::FindFree() {
-  if (!Returned.empty()) return Returned.back();
+TradeRecord* RecordPool::TakeFree() {
+  if (FirstReturned != nullptr) {
+    TradeRecord* record = FirstReturned;
+    std::memcpy(&FirstReturned, record, sizeof FirstReturned);
+    return record;
+  }
   if (Slabs.empty() || UsedInLastSlab == kRecordsPerSlab) {
     std::unique_ptr<Slab, SlabDeleter> slab(static_cast<Slab*>(AllocatePageBlock()));
     if (slab == nullptr) throw std::bad_alloc();
     Slabs.push_back(std::move(slab));
     UsedInLastSlab = 0;
   }
-  return &Slabs.back()->Records[UsedInLastSlab];
+  return &Slabs.back()->Records[UsedInLastSlab++];
 }
 
-const TradeRecord* RecordPool::PeekSpare() const noexcept {
-  return Returned.empty() ? &Slabs.back()->Records[UsedInLastSlab] : Returned.back();
-}
-
-TradeRecord* RecordPool::Keep() noexcept {
-  if (Returned.empty()) return &Slabs.back()->Records[UsedInLastSlab++];
-  TradeRecord* record = Returned.back();
-  Returned.pop_back();
-  return record;
-}
-
-void RecordPool::GiveBack(TradeRecord* record) {
-  Returned.push_back(record);
+void RecordPool::GiveBack(TradeRecord* record) noexcept {
+  std::memcpy(record, &FirstReturned, sizeof FirstReturned);
+  FirstReturned = record;
 }
 
 void RecordPool::Clear() noexcept {
-  Returned.clear();
   Slabs.clear();
+  SpareRecord = FirstReturned = nullptr;
   UsedInLastSlab = 0;
 }

@@ -39,7 +39,13 @@ void TradeCache::AmendUnknown() {
   AmendCopy.VELDTradeID = Amend.TradeId;
   AmendCopy.ProductType = Amend.ProductType;
   AmendCopy.Quantity = Amend.AddQuantity;
-  if (!KnownExecutions.Insert({AmendCopy.ExchangeOrderNo, Amend.AmendRecord.ExchangeTradeID})) return;
+  const ExecutionKey key(AmendCopy.ExchangeOrderNo, Amend.AmendRecord.ExchangeTradeID);
+  if (KnownExecutions.Contains(key)) return;
+  Records.Spare();
+  // Each book may take the trade for itself, and once more when another has it stored.
+  MakeRoomForTrade(DownloadComplete ? LiveTrades[ServerName] : DefaultPending());
+  MakeRoomForRows(2);
+  KnownExecutions.Insert(key);
   // In the download it is AmendRecord that waits, without the id, product and quantity set above: meant so.
   if (DownloadComplete)
     AmendUnknownInBooks();
@@ -60,11 +66,15 @@ void TradeCache::AmendUnknownInBooks() {
 }
 
 void TradeCache::AmendKnown(TradeRecord& stored) {
+  // A changed quantity is told once for every open book, so that each book sees the trade that many times.
+  const std::size_t tellings = Amend.NewQuantity != 0 ? BooksByKey.size() : 1;
+  Records.Spare();
+  DefaultPending().MakeRoom(1);
+  MakeRoomForMerge(1);
+  MakeRoomForRows(tellings);
   if (Amend.NewQuantity != 0) stored.Quantity = Amend.NewQuantity;
   stored.ProductType = Amend.ProductType;
   Amend.AmendRecord = stored;
-  // A changed quantity is told once for every open book, so that each book sees the trade that many times.
-  const std::size_t tellings = Amend.NewQuantity != 0 ? BooksByKey.size() : 1;
   for (std::size_t i = 0; i < tellings; ++i) TellBooks(stored);
   StoreCopy(DefaultPending(), TradeIdOf(Amend.AmendRecord), Amend.AmendRecord);
   MergePending();

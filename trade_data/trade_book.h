@@ -16,6 +16,8 @@ class TradeBook {
   virtual bool HasWindow() const = 0;
   virtual bool FilterActive() const = 0;
 
+  // The next rows, so many of them, enter without taking memory: a trade reaches all books or fails before any.
+  virtual void MakeRoom(std::size_t rows) = 0;
   // Offers a record; true when it entered the book.
   virtual bool AdmitRow(TradeRecord& record) = 0;
   // Moves the summary line by a record that has just entered.

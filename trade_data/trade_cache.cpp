@@ -18,10 +18,25 @@ void TradeCache::OnTrade(CQORPacketReader& reader) {
   const ExecutionKey key(incoming.ExchangeOrderNo, incoming.ExchangeTradeID);
   KnownExecutions.Prefetch(key);
   Decoder.DecodeBody(reader, incoming);
-  if (!KnownExecutions.Insert(key)) return;
-  const Stored trade = StoreSpare(DownloadComplete ? LiveTrades[ServerName] : DefaultPending(), TradeIdOf(incoming));
+  if (KnownExecutions.Contains(key)) return;
+  TradeMap& trades = DownloadComplete ? LiveTrades[ServerName] : DefaultPending();
+  MakeRoomForTrade(trades);
+  KnownExecutions.Insert(key);
+  const Stored trade = StoreSpare(trades, TradeIdOf(incoming));
   if (DownloadComplete) ShowTrade(trade);
   WriteTradeLine(*trade.Record);
+}
+
+void TradeCache::MakeRoomForTrade(TradeMap& trades) {
+  KnownExecutions.MakeRoom();
+  trades.MakeRoom(1);
+  if (!DownloadComplete) return;
+  TradeNumbers.MakeRoom(1);
+  MakeRoomForRows(1);
+}
+
+void TradeCache::MakeRoomForRows(std::size_t rowsOfEachBook) {
+  for (const auto& [key, book] : BooksByKey) book->MakeRoom(rowsOfEachBook);
 }
 
 // The spare record becomes the trade of that id, or is copied over the one that is there.
@@ -36,6 +51,10 @@ TradeCache::Stored TradeCache::StoreSpare(TradeMap& trades, std::int32_t tradeId
 }
 
 TradeCache::Stored TradeCache::StoreCopy(TradeMap& trades, std::int32_t tradeId, const TradeRecord& record) {
+  if (TradeRecord* known = trades.Find(tradeId); known != nullptr) {
+    *known = record;
+    return {known, false};
+  }
   Records.Spare() = record;
   return StoreSpare(trades, tradeId);
 }
@@ -50,7 +69,8 @@ void TradeCache::ShowTrade(const Stored& trade) {
 }
 
 void TradeCache::GiveNextNumber(TradeRecord* record) {
-  TradeNumbers.Insert(NextTradeNumber--, record);
+  TradeNumbers.Insert(NextTradeNumber, record);
+  --NextTradeNumber;
 }
 
 void TradeCache::TellBooks(TradeRecord& record) {
@@ -58,13 +78,14 @@ void TradeCache::TellBooks(TradeRecord& record) {
     if (book->AdmitRow(record)) book->UpdateTotals(record);
 }
 
+// The daily file comes last, as it is opened once: with that all steps but the first can be taken again.
 void TradeCache::OnDownloadEnd() {
   DownloadComplete = true;
   MergePending();
   for (const auto& [key, book] : BooksByKey)
     if (book->HasGrid() && book->HasWindow()) book->CopyAllRows(TradeNumbers, NextTradeNumber);
   if (AutoTradeWriteCSV) {
-    AutoFile.OpenDailyFile(WorkingFolder, FormatTimeText(CurrentInstant(), "yyyyMMdd", false));
+    AutoFile.OpenDailyFile(WorkingFolder, FormatTimeText(CurrentInstant(), "yyyyMMdd", false), ServerName);
     for (const auto& [server, trades] : LiveTrades)
       for (const TradeMap::Entry trade : trades) AutoFile.WriteTradeLine(*trade.Record, ServerName);
     AutoFile.Flush();
@@ -72,10 +93,21 @@ void TradeCache::OnDownloadEnd() {
   GridsRefreshed = false;
 }
 
+void TradeCache::MakeRoomForMerge(std::size_t added) {
+  std::size_t trades = added;
+  for (const auto& [server, pending] : PendingTrades) {
+    LiveTrades[server].MakeRoom(pending.Size() + added);
+    trades += pending.Size();
+  }
+  TradeNumbers.MakeRoom(trades);
+}
+
 void TradeCache::MergePending() {
+  MakeRoomForMerge(0);
   for (const auto& [server, pending] : PendingTrades) {
     TradeMap& live = LiveTrades[server];
     for (const TradeMap::Entry trade : pending) MergeTrade(live, trade.Id, trade.Record);
+    live.DropRoom();
   }
   PendingTrades.clear();
 }

@@ -22,7 +22,10 @@
 using ServerTrades = std::map<std::string, TradeMap, std::less<>>;
 
 // Promises: a trade that comes in costs the same however many there are; records in LiveTrades stay at their addresses
-// until OnClearTrades; a trade's number is never given twice but where a merge takes it back.
+// until OnClearTrades; a trade's number is never given twice but where a merge takes it back. When memory runs out in a
+// message, std::bad_alloc leaves the handler and the same message, sent again, has its whole effect: trades and
+// amendments ask for all their memory before they change anything, and what the end of a download has done by then
+// does no harm twice.
 // Works with one record a trade, decoded into the place where it stays: the pending and the live map hold references,
 // and the merge moves those.
 class TradeCache {
@@ -64,6 +67,10 @@ class TradeCache {
   };
 
   TradeMap& DefaultPending() { return PendingTrades[kDefaultServer]; }
+  // Memory for what follows, all that can fail of it.
+  void MakeRoomForTrade(TradeMap& trades);
+  void MakeRoomForRows(std::size_t rowsOfEachBook);
+  void MakeRoomForMerge(std::size_t added);
   Stored StoreSpare(TradeMap& trades, std::int32_t tradeId);
   Stored StoreCopy(TradeMap& trades, std::int32_t tradeId, const TradeRecord& record);
   void ShowTrade(const Stored& trade);

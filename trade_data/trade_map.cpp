@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "foundations/make_room.h"
+
 std::size_t TradeMap::Block::LowerBound(std::int32_t id) const noexcept {
   return static_cast<std::size_t>(std::lower_bound(Ids, Ids + Used, id) - Ids);
 }
@@ -35,6 +37,21 @@ TradeRecord* TradeMap::Find(std::int32_t id) const noexcept {
   return at < block.Used && block.Ids[at] == id ? block.Records[at] : nullptr;
 }
 
+// An insert takes one block at most: a full one is split, or another follows the last. A block that comes of a split
+// must take half a block of ids before it is full, so that of many inserts few take one.
+void TradeMap::MakeRoom(std::size_t inserts) {
+  const std::size_t needed = std::min(inserts, Blocks.size() + inserts / (kBlockSize / 2) + 1);
+  ::MakeRoom(Blocks, needed);
+  Spares.reserve(needed);
+  while (Spares.size() < needed) Spares.push_back(std::make_unique_for_overwrite<Block>());
+}
+
+std::unique_ptr<TradeMap::Block> TradeMap::TakeSpare() noexcept {
+  std::unique_ptr<Block> block = std::move(Spares.back());
+  Spares.pop_back();
+  return block;
+}
+
 void TradeMap::Insert(std::int32_t id, TradeRecord* record) {
   if (IsBehindAll(id)) {
     Append(id, record);
@@ -52,14 +69,17 @@ void TradeMap::Insert(std::int32_t id, TradeRecord* record) {
 }
 
 void TradeMap::Append(std::int32_t id, TradeRecord* record) {
-  if (Blocks.empty() || Blocks.back().Content->Used == kBlockSize)
-    Blocks.push_back({id, std::make_unique_for_overwrite<Block>()});
+  if (Blocks.empty() || Blocks.back().Content->Used == kBlockSize) {
+    MakeRoom(1);
+    Blocks.push_back({id, TakeSpare()});
+  }
   Block& block = *Blocks.back().Content;
   block.InsertAt(block.Used, id, record);
 }
 
 void TradeMap::Split(std::size_t blockAt) {
-  auto upper = std::make_unique_for_overwrite<Block>();
+  MakeRoom(1);
+  std::unique_ptr<Block> upper = TakeSpare();
   Block& lower = *Blocks[blockAt].Content;
   constexpr std::size_t half = kBlockSize / 2;
   std::copy_n(lower.Ids + half, half, upper->Ids);
@@ -72,5 +92,6 @@ void TradeMap::Split(std::size_t blockAt) {
 
 void TradeMap::Clear() noexcept {
   Blocks.clear();
+  Spares.clear();
   Count = 0;
 }

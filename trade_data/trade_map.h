@@ -12,7 +12,8 @@
 // Promises: the order of a map keyed by signed id; an id above all others is added in constant time, and any other
 // found or added in some hundred nanoseconds at a million trades; 12 bytes a trade while ids mostly rise, at most about
 // twice that. Works in blocks of up to 512 ids, each sorted, found by bisecting the list of their first ids. A full
-// block is split in halves, or, where the new id comes behind everything, followed by an empty one.
+// block is split in halves, or, where the new id comes behind everything, followed by an empty one. Blocks for inserts
+// to come can be made ahead, so that those cannot fail.
 class TradeMap {
  public:
   struct Entry {
@@ -22,8 +23,12 @@ class TradeMap {
 
   // Null when there is none.
   TradeRecord* Find(std::int32_t id) const noexcept;
-  // The map must not hold the id yet.
+  // The map must not hold the id yet. Nothing changes when memory runs out.
   void Insert(std::int32_t id, TradeRecord* record);
+  // The next inserts, so many of them, take no memory.
+  void MakeRoom(std::size_t inserts);
+  // Releases what MakeRoom made and no insert took.
+  void DropRoom() noexcept { Spares.clear(); }
   void Clear() noexcept;
   std::size_t Size() const noexcept { return Count; }
   bool Empty() const noexcept { return Count == 0; }
@@ -75,7 +80,9 @@ class TradeMap {
   std::size_t BlockFor(std::int32_t id) const noexcept;
   void Append(std::int32_t id, TradeRecord* record);
   void Split(std::size_t blockAt);
+  std::unique_ptr<Block> TakeSpare() noexcept;
 
   std::vector<BlockEntry> Blocks;
+  std::vector<std::unique_ptr<Block>> Spares;
   std::size_t Count = 0;
 };

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "foundations/make_room.h"
 #include "trade_data/trade_record.h"
 
 // Promises: a map from number to record whose every operation is constant time; 8 bytes a trade.
@@ -13,8 +14,11 @@
 // and the place in a row of records follows from the number.
 class TradeNumberMap {
  public:
-  // The number must be one below the lowest; into an empty map any number goes.
+  // The next inserts, so many of them, take no memory.
+  void MakeRoom(std::size_t inserts) { ::MakeRoom(Records, inserts); }
+  // The number must be one below the lowest; into an empty map any number goes. Nothing changes when memory runs out.
   void Insert(std::int32_t number, TradeRecord* record) {
+    MakeRoom(1);
     if (Records.empty()) HighestNumber = number;
     Records.push_back(record);
   }

@@ -374,6 +374,7 @@ class SlowTwin : public TradeBook {
   bool HasGrid() const override { return true; }
   bool HasWindow() const override { return true; }
   bool FilterActive() const override { return !Book.Filters.empty(); }
+  void MakeRoom(std::size_t) override {}
   bool AdmitRow(TradeRecord& record) override { return Book.AdmitRow(record); }
   void UpdateTotals(const TradeRecord&) override {}
   void RefilterRow(TradeRecord& record) override { Book.RefilterRow(record); }

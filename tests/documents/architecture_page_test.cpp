@@ -4,14 +4,13 @@
 #include <filesystem>
 #include <set>
 
-#include "grid_ops/book_rows.h"
-#include "grid_ops/book_totals.h"
 #include "grid_ops/cell_text.h"
 #include "grid_ops/csv_export.h"
 #include "grid_ops/exchange_files.h"
 #include "host_link/packet_writer.h"
 #include "platform/module.h"
 #include "tests/documents/page.h"
+#include "tests/support/plain_book.h"
 
 namespace {
 
@@ -37,26 +36,6 @@ TEST(ArchitecturePage, NamesWhatThereIs) {
   for (const Match& name : functions) EXPECT_NE(sources.find(name[1] + "("), std::string::npos) << name[1];
 }
 
-class Book : public TradeBook, SecurityMasters {
- public:
-  explicit Book(const TradeCache& cache) : Rows(cache) {}
-  bool HasGrid() const override { return true; }
-  bool HasWindow() const override { return true; }
-  bool FilterActive() const override { return false; }
-  bool AdmitRow(TradeRecord& record) override { return Rows.AdmitRow(record); }
-  void UpdateTotals(const TradeRecord& record) override {
-    Totals.UpdateTotals(record, {false, Rows.Security, Rows.Security, *this}, Line);
-  }
-  void RefilterRow(TradeRecord& record) override { Rows.RefilterRow(record); }
-  void CopyAllRows(const TradeNumberMap& trades, std::int32_t next) override { Rows.CopyAllRows(trades, next); }
-  void ClearRows() override { Rows.ClearRows(); }
-  std::optional<double> MultiplierOf(const FilterKey&) const override { return std::nullopt; }
-
-  BookRows Rows;
-  BookTotals Totals;
-  SummaryLine Line;
-};
-
 std::string ContentOf(const fs::path& file) {
   std::ifstream stream(file, std::ios::binary);
   return {std::istreambuf_iterator<char>(stream), {}};
@@ -75,7 +54,7 @@ TEST(ArchitecturePage, OneTradeLeavesWhatIsTold) {
   CQORTradeImpl decoder;
   TradeBooks books;
   TradeCache cache(decoder, books, folder);
-  Book book(cache);
+  PlainBook book(cache);
   books["a book"] = &book;
   cache.OnDownloadEnd();
   std::vector<std::uint8_t> bytes = HexBlock("wire_format.md", "## A trade");

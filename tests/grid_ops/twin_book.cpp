@@ -55,9 +55,10 @@ void TwinBook::CountTotals(bool showAll) {
 }
 
 void TwinBook::ClearFilters() {
-  Fast.Filters.Clear();
+  Fast.OnFilterBarClearAll();
+  if (Slow.Filters.empty()) return;
   Slow.Filters.clear();
-  Both([](auto& book) { book.OnFilterBarUpdate(); });
+  Slow.OnFilterBarUpdate();
 }
 
 void TwinBook::Sort(const SlowSort& sort) {

@@ -26,6 +26,7 @@ class FakeBook : public TradeBook {
   bool HasGrid() const override { return Settings.HasGrid; }
   bool HasWindow() const override { return Settings.HasWindow; }
   bool FilterActive() const override { return Settings.FilterActive; }
+  void MakeRoom(std::size_t) override {}
   bool AdmitRow(TradeRecord& record) override;
   void UpdateTotals(const TradeRecord& record) override { Told.push_back(CallWith(Key, "totals", record)); }
   void RefilterRow(TradeRecord& record) override { Told.push_back(CallWith(Key, "refilter", record)); }

@@ -72,7 +72,7 @@ TEST_F(DailyFileTest, HeaderLines) {
     WriteHeader(row.Lines);
     {
       DailyFile file;
-      file.OpenDailyFile(Folder, "20240229");
+      file.OpenDailyFile(Folder, "20240229", "Default");
       file.WriteTradeLine(record, "Default");
       file.WriteTradeLine(record, "Default");
     }
@@ -163,14 +163,14 @@ TEST_F(DailyFileTest, AFolderInItsPlaceIsSilent) {
   fs::create_directory(blocked);
   TradeRecord record{};
   DailyFile file;
-  file.OpenDailyFile(Folder, "20240229");
+  file.OpenDailyFile(Folder, "20240229", "Default");
   file.WriteTradeLine(record, "Default");
   file.Flush();
   EXPECT_TRUE(fs::is_empty(blocked));
   fs::remove(blocked);
   file.WriteTradeLine(record, "Default");
   EXPECT_FALSE(fs::exists(blocked));
-  file.OpenDailyFile(Folder, "20240229");
+  file.OpenDailyFile(Folder, "20240229", "Default");
   file.WriteTradeLine(record, "Default");
   file.Flush();
   EXPECT_EQ(Content(), "Quantity,Quantity,\r\n0,0,");
@@ -191,7 +191,7 @@ TEST_F(DailyFileTest, AFullDiskIsSilent) {
   WriteHeader("Quantity\n");
   TradeRecord record{};
   DailyFile file;
-  file.OpenDailyFile(Folder, "20240229");
+  file.OpenDailyFile(Folder, "20240229", "Default");
   for (int i = 0; i < 3000; ++i) {
     file.WriteTradeLine(record, "Default");
     if (i % 7 == 0) file.Flush();
@@ -199,7 +199,7 @@ TEST_F(DailyFileTest, AFullDiskIsSilent) {
   EXPECT_TRUE(fs::is_symlink(link));
   // The stream stays failed: room on the disk does not bring it back.
   fs::remove(link);
-  file.OpenDailyFile(Folder, "20240229");
+  file.OpenDailyFile(Folder, "20240229", "Default");
   file.WriteTradeLine(record, "Default");
   file.Flush();
   EXPECT_FALSE(fs::exists(link));
