@@ -109,10 +109,14 @@ void CTradeBookGrid::CountRows(bool replaced) {
 
 void CTradeBookGrid::RefreshRows(bool replaced) {
   if (!IsVirtualMode()) BeginVirtualMode();
+  const int before = GetCurSel();
   CountRows(replaced);
   const int count = GetVirtualRows();
   if (count == 0) return;
-  if (const int current = GetCurSel(); current < 0 || current >= count) SetCurSel(current < 0 ? 0 : count - 1);
+  if (before < 0)
+    SetCurSel(0);
+  else if (before >= count)
+    SetCurSel(count - 1);
 }
 
 AverageBasis CTradeBookGrid::Basis() const {
@@ -166,11 +170,15 @@ void CTradeBookGrid::ToggleSortColumn(int column) {
   AdjustLayout();
 }
 
-// Rows stand as the marks say: columns that have lost theirs sort no longer.
+// Rows stand as the marks say: columns that have lost theirs sort no longer. Without a sort the book has its own rows
+// again, the newest on top.
 void CTradeBookGrid::DropLostSorts() {
   const std::size_t sorted = Rows.SortColumns.size();
   std::erase_if(Rows.SortColumns, [this](int column) { return GetColumnsInfo().GetColumnState(column) == 0; });
-  if (Rows.SortColumns.size() != sorted) ResortRows();
+  if (Rows.SortColumns.size() == sorted) return;
+  if (!Rows.SortColumns.empty()) return ResortRows();
+  Rows.RebuildRows();
+  ShowReplacedRows();
 }
 
 void CTradeBookGrid::ResetColumns() {
@@ -189,7 +197,7 @@ void CTradeBookGrid::SaveColumnProfile() {
 }
 
 // The totals are those of the rows that are left.
-void CTradeBookGrid::ShowFilteredRows() {
+void CTradeBookGrid::ShowReplacedRows() {
   RefreshRows(true);
   RecountTotals();
   ParentBar.ShowSummary();
@@ -198,16 +206,15 @@ void CTradeBookGrid::ShowFilteredRows() {
 
 void CTradeBookGrid::OnFilterBarChanged(int column, const std::wstring& text) {
   const wxBusyCursor wait;
-  if (Rows.OnFilterBarChanged(column, text)) ShowFilteredRows();
+  if (Rows.OnFilterBarChanged(column, text)) ShowReplacedRows();
 }
 
 void CTradeBookGrid::OnFilterBarClearAll() {
   CVELDSGridCtrl::OnFilterBarClearAll();
   if (!Rows.Filters.Active()) return;
   const wxBusyCursor wait;
-  Rows.Filters.Clear();
-  Rows.OnFilterBarUpdate();
-  ShowFilteredRows();
+  Rows.OnFilterBarClearAll();
+  ShowReplacedRows();
 }
 
 // Ctrl+C goes on to the base. Alt keys are the terminal's. Escape narrows a wide book to its filter, and closes one

@@ -67,7 +67,7 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   AverageBasis Basis() const;
   std::vector<SortState> SortStates() const;
   void DropLostSorts();
-  void ShowFilteredRows();
+  void ShowReplacedRows();
 
   // The commands of the menu: trade_book_commands.cpp.
   void BindCommands();

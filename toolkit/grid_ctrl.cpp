@@ -147,6 +147,7 @@ int CQORPGridCtrl::GetCurSel() const {
 
 void CQORPGridCtrl::SetCurSel(int row) {
   if (!Parts->View) return;
+  if (row >= 0) Parts->Header.EnsureCurrentColumn();
   Parts->Rows.ChangeSelection([row](RowSelection& selection) {
     if (row < 0)
       selection.Clear();

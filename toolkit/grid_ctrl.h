@@ -83,7 +83,8 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
 
   // The current row; -1 for none.
   int GetCurSel() const;
-  // Makes the row current and the only one selected, and brings it into view; -1 clears the selection.
+  // Makes the row current and the only one selected, and brings it into view; -1 clears the selection. Without a
+  // current column the first visible one becomes it.
   void SetCurSel(int row);
   void SelectAll();
   // Ranges of selected rows, from the top down.

@@ -148,6 +148,12 @@ void GridHeaderInput::Select(int column) {
   View->RepaintHeader();
 }
 
+void GridHeaderInput::EnsureCurrentColumn() {
+  if (View->Table().PlaceOf(State.CurrentColumn) >= 0 || View->Table().GetNumberCols() == 0) return;
+  State.CurrentColumn = View->Table().ColumnAt(0);
+  View->RepaintHeader();
+}
+
 // Without a current column the first one.
 void GridHeaderInput::ChooseColumn(int by) {
   const int count = View->Table().GetNumberCols();

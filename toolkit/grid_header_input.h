@@ -20,6 +20,8 @@ class GridHeaderInput {
   void Attach(wxWindow& header);
   // True for a key of its own.
   bool OnKey(const wxKeyEvent& event);
+  // Without a current column in view the first one becomes it.
+  void EnsureCurrentColumn();
   // Forgets what the button was pressed on.
   void StopDragging();
 

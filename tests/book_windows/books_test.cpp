@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <fstream>
+#include <functional>
 
 #include "book_windows/book_dialog_template.h"
 #include "tests/book_windows/books_fixture.h"
@@ -284,6 +285,46 @@ TEST_F(BooksTest, HeaderClicksSortByTheirPriority) {
   EXPECT_EQ(ids(), L"13524687") << "what comes after a sort stands below it";
   grid.RemoveSort();
   EXPECT_EQ(ids(), L"87654321");
+}
+
+std::wstring IdsOf(const CTradeBookGrid& grid) {
+  std::wstring ids;
+  CQORPGridCell cell;
+  for (int row = 0; grid.ShowCell(row, 2, cell); ++row) ids += cell.Text;
+  return ids;
+}
+
+TEST_F(BooksTest, BooksKeepTheirOwnRowsWhenASortEnds) {
+  for (std::uint32_t id = 1; id <= 4; ++id) Trade(id, "COMEX", id == 3 ? "GC2" : "GC1", 1, 10 * id, 1);
+  CTradeBookBar& book = OpenFor("COMEX", "GC1");
+  CTradeBookGrid& grid = *book.Grid();
+  const struct {
+    std::function<void()> EndSort;
+    const wchar_t *Ids, *Bought;
+  } kRows[] = {{[&] { grid.RemoveSort(); }, L"421", L"70"},
+               {[&] { grid.ResetColumns(); }, L"5421", L"71"},
+               {[&] { grid.SetFilterText(2, L"5"), Pump(), grid.ToggleSortColumn(2), grid.RemoveSort(); }, L"5", L"1"}};
+  for (const auto& row : kRows) {
+    grid.ToggleSortColumn(18);
+    row.EndSort();
+    EXPECT_EQ(IdsOf(grid), row.Ids);
+    EXPECT_EQ(grid.GetVirtualRows(), static_cast<int>(wcslen(row.Ids)));
+    EXPECT_EQ(Summary(book, 30031), row.Bought);
+    Trade(5, "COMEX", "GC1", 1, 1, 1);
+    Trade(6, "COMEX", "GC2", 1, 1, 1);
+    Beat();
+  }
+}
+
+TEST_F(BooksTest, SelectsTheLastRowWhenRowsShrinkBelowTheCurrentOne) {
+  for (std::uint32_t id = 1; id <= 9; ++id) Trade(id, "COMEX", id < 4 ? "GC1" : "GC2", 1, 1, 1);
+  CTradeBookGrid& grid = *Open().Grid();
+  grid.SetCurSel(8);
+  grid.SetFilterText(11, L"gc1");
+  Pump();
+  ASSERT_EQ(grid.GetSelectionCount(), 1);
+  EXPECT_EQ(grid.GetSelection(0).Top, 2);
+  EXPECT_EQ(grid.GetCurSel(), 2);
 }
 
 }  // namespace

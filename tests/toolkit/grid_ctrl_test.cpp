@@ -313,6 +313,10 @@ TEST_F(GridCtrl, MouseAndKeysSelectRows) {
   }
   EXPECT_GT(Grid->Focused, 0);
   Grid->EnableWholeRowSelection(false);
+  Grid->SetColumnVisible(2, false);
+  Grid->SetCurSel(0);
+  EXPECT_EQ(Grid->GetSelection(0).Left, Grid->GetColumnsInfo().DisplayColumns()[0]) << "the current column was hidden";
+  Grid->SetColumnVisible(2, true);
   ClickRow(5);
   EXPECT_EQ(Grid->GetSelection(0).Left, 2);
   EXPECT_EQ(Grid->GetSelection(0).Right, 2);
