@@ -109,7 +109,7 @@ void CMainFrame::Check(TerminalCommand command, bool checked) {
   GetMenuBar()->Check(IdOf(command), checked);
 }
 
-void CMainFrame::Enable(TerminalCommand command, bool enabled) {
+void CMainFrame::EnableCommand(TerminalCommand command, bool enabled) {
   GetMenuBar()->Enable(IdOf(command), enabled);
 }
 

@@ -20,7 +20,7 @@ class CMainFrame : public CQORPFrame {
   // Puts the plug-in's entry into a menu of that title; the key may be none.
   void AddPluginMenu(const std::wstring& title, const std::wstring& entry, const KeyPress& key);
   void Check(TerminalCommand command, bool checked);
-  void Enable(TerminalCommand command, bool enabled);
+  void EnableCommand(TerminalCommand command, bool enabled);
   void SetStatus(StatusField field, const std::wstring& text);
   // Where it stands, or would if it were not maximized.
   wxRect GetNormalRect() const { return NormalRect; }

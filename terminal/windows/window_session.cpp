@@ -256,7 +256,7 @@ void CWindowSession::ShowCommands() {
     if (Day->GetSpeed() == speed) Frame->Check(command, true);
   if (!Day->GetSpeed()) Frame->Check(FullSpeed, true);
   Frame->Check(PlayOrPause, Day->IsPaused());
-  Frame->Enable(PlayOrPause, !Day->HasEnded());
+  Frame->EnableCommand(PlayOrPause, !Day->HasEnded());
   Frame->Check(MarketWatch, WatchBar->IsBarShown());
   Frame->Check(Properties, PropertyPane->IsBarShown());
   Frame->Check(Messages, LogBar->IsBarShown());

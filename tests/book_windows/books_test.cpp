@@ -249,8 +249,8 @@ TEST_F(BooksTest, TellsWhatItsRowSelects) {
 TEST_F(BooksTest, HostileProfilesGiveTheDefaults) {
   const char* const kProfiles[] = {
       "", "<", "<ColumnProfile><TradeBook><colSymbol><Width>\"2049\"</Width>",
-      "<ColumnProfile><TradeBook><colSymbol><Width>\"-5\"</Width><Align>\"99\"</Align><Sort>\"7\"</Sort>"
-      "<Order>\"2147483647\"</Order><Header>\"\"</Header></colSymbol></TradeBook></ColumnProfile>"};
+      ("<ColumnProfile><TradeBook><colSymbol><Width>\"-5\"</Width><Align>\"99\"</Align><Sort>\"7\"</Sort>"
+       "<Order>\"2147483647\"</Order><Header>\"\"</Header></colSymbol></TradeBook></ColumnProfile>")};
   for (const char* profile : kProfiles) {
     SCOPED_TRACE(profile);
     fs::create_directories(Folder / "ColumnProfile" / "Trade Book");
