@@ -16,6 +16,11 @@ void CBadLines::AtLine(const std::filesystem::path& file, std::uint64_t line, co
   if (IsNew(file)) Out << PathText(file) << ':' << line << ": " << reason << '\n';
 }
 
+void CBadLines::AtCommand(const std::filesystem::path& file, std::uint64_t line, const std::string& reason) {
+  ++Failed;
+  Out << PathText(file) << ':' << line << ": " << reason << '\n';
+}
+
 void CBadLines::AtByte(const std::filesystem::path& file, std::uint64_t offset, const std::string& reason) {
   if (IsNew(file)) Out << PathText(file) << ": byte " << offset << ": " << reason << '\n';
 }

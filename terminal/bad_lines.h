@@ -1,5 +1,6 @@
 // CBadLines: tells the user of each line or message of a file that could not be taken, and counts them. Reading goes on
-// behind each. A file that is read once more is not reported once more. One thread.
+// behind each. A file that is read once more is not reported once more. Commands of a script that failed are told in
+// the same way and counted apart. One thread.
 #pragma once
 
 #include <cstdint>
@@ -16,11 +17,14 @@ class CBadLines {
   void AtLine(const std::filesystem::path& file, std::uint64_t line, const std::string& reason);
   // "FILE: byte OFFSET: reason", offsets counted from 0.
   void AtByte(const std::filesystem::path& file, std::uint64_t offset, const std::string& reason);
+  // "FILE:LINE: reason" for a command that could not be done.
+  void AtCommand(const std::filesystem::path& file, std::uint64_t line, const std::string& reason);
 
   // The file is read from its begin again: its first reports are those that have been given.
   void StartAgain(const std::filesystem::path& file) { Files[file].Read = 0; }
 
   std::uint64_t Count() const noexcept { return Reported; }
+  std::uint64_t FailedCommands() const noexcept { return Failed; }
 
  private:
   struct FileReports {
@@ -32,4 +36,5 @@ class CBadLines {
   std::ostream& Out;
   std::map<std::filesystem::path, FileReports> Files;
   std::uint64_t Reported = 0;
+  std::uint64_t Failed = 0;  // commands
 };

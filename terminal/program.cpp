@@ -98,7 +98,7 @@ ExitCode Run(const Options& options, PlayInWindowsFunction playInWindows, std::o
     PlayDay(files, options, badLines, out, errors);
   else
     playInWindows(files, options, badLines, out);
-  return badLines.Count() == 0 ? ExitCode::Played : ExitCode::BadLines;
+  return badLines.Count() + badLines.FailedCommands() == 0 ? ExitCode::Played : ExitCode::BadLines;
 }
 
 }  // namespace

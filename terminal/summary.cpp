@@ -41,6 +41,7 @@ std::string SummaryText(const DaySummary& summary) {
                                     WithThousands(played.Live) + ")");
   text += Line("Refresh beats", WithThousands(summary.Beats));
   text += Line("Bad lines", WithThousands(summary.BadLines));
+  if (summary.FailedCommands) text += Line("Failed commands", WithThousands(*summary.FailedCommands));
   text += Line("Seconds", SecondsText(seconds));
   if (seconds > 0)
     text += Line("Trades per second",

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "terminal/day_sender.h"
@@ -15,6 +16,7 @@ struct DaySummary {
   std::map<std::uint16_t, std::uint64_t> Received;  // messages of the plug-in, by number
   std::uint64_t Beats = 0;
   std::uint64_t BadLines = 0;
+  std::optional<std::uint64_t> FailedCommands;  // of the script, where there is one
   std::chrono::duration<double> Time{};
 };
 

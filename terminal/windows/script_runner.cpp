@@ -91,7 +91,7 @@ void CScriptRunner::TypeOn() {
 
 void CScriptRunner::Report(const ScriptCommand& command, const Refusal& refusal) {
   Tries = 0;
-  if (!refusal.empty()) BadLines.AtLine(File, command.Line, refusal);
+  if (!refusal.empty()) BadLines.AtCommand(File, command.Line, refusal);
 }
 
 // The window system makes a frame active some time after it was shown or got the focus. A command that came before would

@@ -203,6 +203,7 @@ DaySummary CWindowSession::Summary() const {
   summary.Received = Host.Received();
   summary.Beats = Beat.Calls();
   summary.BadLines = BadLines.Count();
+  if (Script) summary.FailedCommands = BadLines.FailedCommands();
   summary.Time = Clock.Now() - Begun;
   return summary;
 }

@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <sstream>
 
+#include "terminal/program.h"
 #include "terminal/terminal_error.h"
 #include "tests/terminal/test_files.h"
 
@@ -110,6 +112,16 @@ TEST(Program, TellsEachFailureByItsCode) {
     EXPECT_EQ(run.Errors.empty(), *row.Errors == '\0') << run.Errors;
   }
   EXPECT_EQ(RunProgram("--version").Out.substr(0, 14), "terminal 0.1.0");
+}
+
+TEST(Program, AFailedCommandOfAScriptGivesTheCodeOfBadLines) {
+  const auto play = [](const RunFiles& files, const Options&, CBadLines& badLines, std::ostream&) {
+    badLines.AtCommand(files.Script, 3, "there is no dialog");
+  };
+  const auto script = WriteTestFile("script.txt", "");
+  std::ostringstream out, errors;
+  EXPECT_EQ(RunTerminal({"--script", script}, play, out, errors), 1);
+  EXPECT_EQ(errors.str(), PathText(script) + ":3: there is no dialog\n");
 }
 
 TEST(Program, NeedsADisplayOnlyForWindows) {

@@ -262,6 +262,16 @@ TEST_F(WindowSession, PlaysTheDayOfTheLastTime) {
   std::filesystem::remove_all(sample);
 }
 
+TEST_F(WindowSession, CountsFailedCommandsOfAScriptApart) {
+  Session.reset();
+  std::filesystem::current_path(Home);
+  Given.Script = WriteTestFile("script.txt", "wait played\nclose-book\nselect NONE\n");
+  Open();
+  EXPECT_TRUE(PumpUntil([this] { return BadLines.FailedCommands() == 2; })) << Reports.str();
+  const std::string summary = SummaryText(Session->Summary());
+  EXPECT_NE(summary.find("Bad lines           0\nFailed commands     2\n"), std::string::npos) << summary;
+}
+
 // Of the log: the column's texts of all its rows, from the top.
 std::vector<std::string> Shown(const CLogGrid& grid, LogColumn column) {
   std::vector<std::string> texts;
