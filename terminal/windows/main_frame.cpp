@@ -46,6 +46,7 @@ CMainFrame::CMainFrame(const wxRect& rect, std::function<void(TerminalCommand)> 
   SetMenuBar(std::make_unique<wxMenuBar>().release());  // the frame owns bar and menus
   AddMenus();
   AddStatusBar();
+  HideMenuBarUntilShown();
   NoteRect();
   const auto note = [this](auto& event) {
     event.Skip();
@@ -53,6 +54,16 @@ CMainFrame::CMainFrame(const wxRect& rect, std::function<void(TerminalCommand)> 
   };
   Bind(wxEVT_SIZE, [note](wxSizeEvent& event) { note(event); });
   Bind(wxEVT_MOVE, [note](wxMoveEvent& event) { note(event); });
+}
+
+// wxGTK 3.2 shows a frame at two pixels before it gives it its size; GTK 3.24 complains of a menu bar in such a frame.
+// Drop when 3.4 is the floor.
+void CMainFrame::HideMenuBarUntilShown() {
+  GetMenuBar()->Hide();
+  Bind(wxEVT_SHOW, [this](wxShowEvent& event) {
+    event.Skip();
+    if (event.IsShown()) GetMenuBar()->Show();
+  });
 }
 
 void CMainFrame::NoteRect() {
@@ -115,6 +126,9 @@ void CMainFrame::EnableCommand(TerminalCommand command, bool enabled) {
 
 void CMainFrame::SetStatus(StatusField field, const std::wstring& text) {
   wxStatusBar& status = *GetStatusBar();
+  wxRect place;
+  // A frame that is too narrow for the field, as before its first size: wxGTK 3.2 would paint a negative rectangle.
+  if (!status.GetFieldRect(static_cast<int>(field), place) || place.IsEmpty()) return;
   if (status.GetStatusText(static_cast<int>(field)) != text) status.SetStatusText(text, static_cast<int>(field));
 }
 

@@ -21,6 +21,7 @@ class CMainFrame : public CQORPFrame {
   void AddPluginMenu(const std::wstring& title, const std::wstring& entry, const KeyPress& key);
   void Check(TerminalCommand command, bool checked);
   void EnableCommand(TerminalCommand command, bool enabled);
+  // Does nothing while there is no room for the field.
   void SetStatus(StatusField field, const std::wstring& text);
   // Where it stands, or would if it were not maximized.
   wxRect GetNormalRect() const { return NormalRect; }
@@ -31,6 +32,7 @@ class CMainFrame : public CQORPFrame {
  private:
   void AddMenus();
   void AddStatusBar();
+  void HideMenuBarUntilShown();
   void NoteRect();
   void BindCommand(TerminalCommand command);
   void AddKey(TerminalCommand command, const KeyPress& key);

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "terminal/terminal_error.h"
+#include "terminal/windows/window_system.h"
 #include "toolkit/toolkit_start.h"
 
 namespace {
@@ -36,9 +37,11 @@ WxRun::WxRun() {
   if (!StartWx())
     throw TerminalError(ExitCode::Display,
                         "there is no display to show windows on: give it one, or start with --headless");
+  DropKnownComplaints();
   ReportToolkitAssertions();
   wxTheApp->CallOnInit();
   wxLog::SetActiveTarget(std::make_unique<wxLogStderr>().release());  // wxWidgets deletes it; no boxes by themselves
+  wxLog::SetLogLevel(wxLOG_Message);  // what wxWidgets tells its own developers says nothing to the user
 }
 
 WxRun::~WxRun() {

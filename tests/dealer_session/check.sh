@@ -16,7 +16,9 @@ mkdir -p "$out/normal"
 cd "$out"
 script=$here/../../terminal/data/scripts/dealer_session.txt
 "${program[@]}" --work work --speed max --exit-after played --script "$script" \
-  >log 2>&1 || { cat log; echo "the session failed"; exit 1; }
+  >log 2>errors || { cat log errors; echo "the session failed"; exit 1; }
+is_silent() { [ ! -s errors ] || { cat errors; echo "there was something on standard error $1"; exit 1; }; }
+is_silent "in the session"
 
 # Name and content without what may differ; nothing for what is not compared.
 normalise() {
@@ -51,8 +53,9 @@ for file in stored/*; do
 done
 # A start of its own for each script; two books, whatever became of the one before.
 start_again() {
-  "${program[@]}" --work work --speed max --exit-after played --script "$here/started_again.txt" >log 2>&1 ||
-    { cat log; echo "the books did not come back $1"; exit 1; }
+  "${program[@]}" --work work --speed max --exit-after played --script "$here/started_again.txt" >log 2>errors ||
+    { cat log errors; echo "the books did not come back $1"; exit 1; }
+  is_silent "$1"
   grep -q '^started_again,.*,2\r*$' out/usage.csv ||
     { cat out/usage.csv; echo "there are not two books $1"; exit 1; }
   rm out/usage.csv

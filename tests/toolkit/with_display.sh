@@ -13,7 +13,7 @@ mkfifo "$folder/number"
 Xvfb -displayfd 3 -screen 0 "${TRADEBOOK_SCREEN:-1600x1000x24}" -nolisten tcp 3>"$folder/number" >/dev/null 2>&1 &
 server=$!
 read -r number <"$folder/number" || { echo "the virtual display did not start" >&2; exit 1; }
-export DISPLAY=:$number GTK_OVERLAY_SCROLLING=0 NO_AT_BRIDGE=1 TRADEBOOK_ON_DISPLAY=1
+export DISPLAY=:$number GTK_OVERLAY_SCROLLING=0 NO_AT_BRIDGE=1 GSETTINGS_BACKEND=memory TRADEBOOK_ON_DISPLAY=1
 unset WAYLAND_DISPLAY
 if command -v openbox >/dev/null 2>&1; then
   mkfifo "$folder/managed"

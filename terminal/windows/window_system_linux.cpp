@@ -1,0 +1,35 @@
+#include "terminal/windows/window_system.h"
+
+#include <dlfcn.h>
+
+#include <string_view>
+
+namespace {
+
+// wxWidgets has loaded GLib; its headers are not needed for a few functions.
+template <typename Function>
+Function* Loaded(const char* name) {
+  return reinterpret_cast<Function*>(dlsym(RTLD_DEFAULT, name));
+}
+
+// GTK 3.24: seen seldom in a run with a file chooser; a list that has gone is asked once more. Drop when GTK 4 is used.
+constexpr std::string_view kKnownComplaints[] = {"assertion 'GTK_IS_TREE_VIEW (tree_view)' failed",
+                                                 "assertion 'GTK_IS_TREE_SELECTION (selection)' failed"};
+
+using LogHandler = void(const char* domain, int level, const char* text, void*);
+
+void PrintUnlessKnown(const char* domain, int level, const char* text, void*) {
+  for (const std::string_view known : kKnownComplaints)
+    if (std::string_view(text).ends_with(known)) return;
+  static const auto print = Loaded<LogHandler>("g_log_default_handler");
+  if (print != nullptr) print(domain, level, text, nullptr);
+}
+
+constexpr int kCritical = 1 << 3;  // G_LOG_LEVEL_CRITICAL
+
+}  // namespace
+
+void DropKnownComplaints() {
+  const auto setHandler = Loaded<unsigned(const char*, int, LogHandler*, void*)>("g_log_set_handler");
+  if (setHandler != nullptr) setHandler("Gtk", kCritical, PrintUnlessKnown, nullptr);
+}
