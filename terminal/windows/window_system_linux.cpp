@@ -2,14 +2,24 @@
 
 #include <dlfcn.h>
 
+#include <cstdlib>
 #include <string_view>
 
 namespace {
 
-// wxWidgets has loaded GLib; its headers are not needed for a few functions.
+// wxWidgets has loaded Xlib and GLib; their headers are not needed for a few functions.
 template <typename Function>
 Function* Loaded(const char* name) {
   return reinterpret_cast<Function*>(dlsym(RTLD_DEFAULT, name));
+}
+
+bool IsReachable(const char* display) {
+  const auto open = Loaded<void*(const char*)>("XOpenDisplay");
+  const auto close = Loaded<int(void*)>("XCloseDisplay");
+  if (open == nullptr || close == nullptr) return false;
+  void* server = open(display);
+  if (server != nullptr) close(server);
+  return server != nullptr;
 }
 
 // GTK 3.24: seen seldom in a run with a file chooser; a list that has gone is asked once more. Drop when GTK 4 is used.
@@ -28,6 +38,12 @@ void PrintUnlessKnown(const char* domain, int level, const char* text, void*) {
 constexpr int kCritical = 1 << 3;  // G_LOG_LEVEL_CRITICAL
 
 }  // namespace
+
+void ChooseWindowSystem() {
+  const char* display = std::getenv("DISPLAY");
+  if (std::getenv("GDK_BACKEND") == nullptr && display != nullptr && IsReachable(display))
+    setenv("GDK_BACKEND", "x11", 0);
+}
 
 void DropKnownComplaints() {
   const auto setHandler = Loaded<unsigned(const char*, int, LogHandler*, void*)>("g_log_set_handler");

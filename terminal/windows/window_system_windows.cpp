@@ -1,3 +1,5 @@
 #include "terminal/windows/window_system.h"
 
+void ChooseWindowSystem() {}
+
 void DropKnownComplaints() {}

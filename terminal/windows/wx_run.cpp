@@ -34,6 +34,7 @@ bool StartWx() {
 }  // namespace
 
 WxRun::WxRun() {
+  ChooseWindowSystem();
   if (!StartWx())
     throw TerminalError(ExitCode::Display,
                         "there is no display to show windows on: give it one, or start with --headless");

@@ -1,12 +1,45 @@
-// What the terminal keeps its libraries from printing.
+// Which of two window systems the terminal takes, beside the X server that the test runs on; what is not printed.
 #include "terminal/windows/window_system.h"
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 
 namespace {
+
+std::string Value(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? "" : value;
+}
+
+void Give(const char* name, const std::string& value) {
+  value.empty() ? unsetenv(name) : setenv(name, value.c_str(), 1);
+}
+
+TEST(WindowSystem, TakesAReachableXServerUnlessTheUserHasChosen) {
+  const std::string display = Value("DISPLAY");
+  const std::string chosen = Value("GDK_BACKEND");
+  if (display.empty()) GTEST_SKIP() << "there is no X server";
+  const struct {
+    std::string Display, Chosen, Taken;
+  } cases[] = {
+      {display, "", "x11"},
+      {display, "wayland", "wayland"},
+      {"", "", ""},
+      {":65000", "", ""},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE("DISPLAY=" + row.Display + " GDK_BACKEND=" + row.Chosen);
+    Give("DISPLAY", row.Display);
+    Give("GDK_BACKEND", row.Chosen);
+    ChooseWindowSystem();
+    EXPECT_EQ(Value("GDK_BACKEND"), row.Taken);
+  }
+  Give("DISPLAY", display);
+  Give("GDK_BACKEND", chosen);
+}
 
 TEST(WindowSystem, DropsKnownComplaintsAlone) {
   const auto log = reinterpret_cast<void (*)(const char*, int, const char*, ...)>(dlsym(RTLD_DEFAULT, "g_log"));
