@@ -6,6 +6,7 @@
 #include <memory>
 #include <utility>
 
+#include "terminal/windows/window_system.h"
 #include "terminal/windows/wx_keys.h"
 
 namespace {
@@ -46,7 +47,7 @@ CMainFrame::CMainFrame(const wxRect& rect, std::function<void(TerminalCommand)> 
   SetMenuBar(std::make_unique<wxMenuBar>().release());  // the frame owns bar and menus
   AddMenus();
   AddStatusBar();
-  HideMenuBarUntilShown();
+  HideMenuBarUntilShown(*this);
   NoteRect();
   const auto note = [this](auto& event) {
     event.Skip();
@@ -54,16 +55,6 @@ CMainFrame::CMainFrame(const wxRect& rect, std::function<void(TerminalCommand)> 
   };
   Bind(wxEVT_SIZE, [note](wxSizeEvent& event) { note(event); });
   Bind(wxEVT_MOVE, [note](wxMoveEvent& event) { note(event); });
-}
-
-// wxGTK 3.2 shows a frame at two pixels before it gives it its size; GTK 3.24 complains of a menu bar in such a frame.
-// Drop when 3.4 is the floor.
-void CMainFrame::HideMenuBarUntilShown() {
-  GetMenuBar()->Hide();
-  Bind(wxEVT_SHOW, [this](wxShowEvent& event) {
-    event.Skip();
-    if (event.IsShown()) GetMenuBar()->Show();
-  });
 }
 
 void CMainFrame::NoteRect() {

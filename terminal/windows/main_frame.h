@@ -32,7 +32,6 @@ class CMainFrame : public CQORPFrame {
  private:
   void AddMenus();
   void AddStatusBar();
-  void HideMenuBarUntilShown();
   void NoteRect();
   void BindCommand(TerminalCommand command);
   void AddKey(TerminalCommand command, const KeyPress& key);

@@ -1,6 +1,7 @@
 #include "terminal/windows/window_system.h"
 
 #include <dlfcn.h>
+#include <wx/menu.h>
 
 #include <cstdlib>
 #include <string_view>
@@ -48,4 +49,14 @@ void ChooseWindowSystem() {
 void DropKnownComplaints() {
   const auto setHandler = Loaded<unsigned(const char*, int, LogHandler*, void*)>("g_log_set_handler");
   if (setHandler != nullptr) setHandler("Gtk", kCritical, PrintUnlessKnown, nullptr);
+}
+
+// wxGTK 3.2 shows a frame at two pixels before it gives it its size; GTK 3.24 complains of a menu bar in such a frame.
+// Drop when 3.4 is the floor.
+void HideMenuBarUntilShown(wxFrame& frame) {
+  frame.GetMenuBar()->Hide();
+  frame.Bind(wxEVT_SHOW, [&frame](wxShowEvent& event) {
+    event.Skip();
+    if (event.IsShown()) frame.GetMenuBar()->Show();
+  });
 }

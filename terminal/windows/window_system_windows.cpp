@@ -3,3 +3,5 @@
 void ChooseWindowSystem() {}
 
 void DropKnownComplaints() {}
+
+void HideMenuBarUntilShown(wxFrame& /*frame*/) {}
