@@ -2,6 +2,8 @@
 
 #include <wx/window.h>
 
+#include <algorithm>
+
 #include "book_windows/book_layout.h"
 #include "book_windows/trade_book_bar.h"
 #include "grid_base/registry_store.h"
@@ -115,7 +117,7 @@ CTradeBookBar* BookList::MakeBar(const std::string& bookName, const wxRect& rect
     bar->Destroy();
     return nullptr;
   }
-  BarsById[id] = bar;
+  BarsById.emplace(id, bar);
   bar->EnableDocking(true);
   bar->FloatControlBar(rect);
   bar->Grid()->Properties.LoadGridSettings(kGridSettingsKey);
@@ -182,23 +184,31 @@ void BookList::NarrowToFilter(CTradeBookBar& bar) {
 }
 
 void BookList::CloseBook(CTradeBookBar& bar, Close how) {
-  const std::uint32_t id = bar.GetDlgCtrlID();
-  if (!BarsById.contains(id) || !BooksByWindow.contains(bar.Grid())) return;
+  if (!HasBar(bar) || !BooksByWindow.contains(bar.Grid())) return;
   bar.Grid()->Properties.SaveGridSettings(kGridSettingsKey);
   if (how == Close::HideBar) bar.ShowControlBar(false);
-  Plugin.BooksByKey.erase(bar.ProfileKey);
-  BooksByWindow.erase(bar.Grid());
-  BarsById.erase(id);
-  Functions.PluginRemoveBarID(id);
+  DropFromLists(bar);
+  Functions.PluginRemoveBarID(bar.GetDlgCtrlID());
   Functions.ApplicationFocus(&bar, true);
+}
+
+bool BookList::HasBar(const CTradeBookBar& bar) const {
+  return std::ranges::any_of(BarsById, [&bar](const auto& entry) { return entry.second == &bar; });
+}
+
+// Intentional: a widened book stays under its old key, so that trades go on reaching it. Another book of the same name
+// and id may stand under the new one.
+void BookList::DropFromLists(CTradeBookBar& bar) {
+  const auto isBar = [&bar](const auto& entry) { return entry.second == &bar; };
+  std::erase_if(BarsById, isBar);
+  std::erase_if(BooksByWindow, isBar);
+  std::erase_if(Plugin.BooksByKey, [&](const auto& entry) { return isBar(entry) && entry.first == bar.ProfileKey; });
 }
 
 void BookList::ForgetBar(CTradeBookBar& bar) {
   Bars.erase(&bar);
-  const auto isBar = [&bar](const auto& entry) { return entry.second == &bar; };
-  std::erase_if(BarsById, isBar);
-  std::erase_if(BooksByWindow, isBar);
-  std::erase_if(Plugin.BooksByKey, isBar);
+  DropFromLists(bar);
+  std::erase_if(Plugin.BooksByKey, [&bar](const auto& entry) { return entry.second == &bar; });
 }
 
 void BookList::ForgetTrades() {

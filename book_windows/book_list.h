@@ -71,7 +71,8 @@ class BookList : public BookWindows {
   // Each book takes the changed value over, and its totals follow the colours.
   void ApplyPropertyToAllBooks(const CQORPProp& property);
 
-  std::map<std::uint32_t, CTradeBookBar*> BarsById;
+  // A terminal may give one id to several bars, and one without GetPluginBarID gives 0 to all.
+  std::multimap<std::uint32_t, CTradeBookBar*> BarsById;
   std::map<const wxWindow*, CTradeBookBar*> BooksByWindow;  // by the grid, which has the focus in an open book
 
  private:
@@ -81,6 +82,8 @@ class BookList : public BookWindows {
   void BeginAllBook(CTradeBookBar& bar);
   void WidenBook(CTradeBookBar& bar);
   CTradeBookBar* FocusedBook() const;
+  bool HasBar(const CTradeBookBar& bar) const;
+  void DropFromLists(CTradeBookBar& bar);
 
   std::set<CTradeBookBar*> Bars;  // open, closed or hidden: all that their frame still has
   PluginState& Plugin;

@@ -27,6 +27,7 @@ void TakeMessage(CQORPacketWriter* message) {
 std::uint32_t GiveBarId(const char*, const char* book) {
   terminal.BarIds.push_back(book);
   const char* number = std::strpbrk(book, "123456789");
+  if (terminal.GivesOneId) return terminal.LastId = 7;
   return terminal.LastId = number == nullptr ? 0 : static_cast<std::uint32_t>(std::atoi(number));
 }
 void GiveMaster(MasterRequest* request, std::uint32_t, std::uint16_t*) {
@@ -103,7 +104,7 @@ void BooksTest::Stop() {
 
 CTradeBookBar& BooksTest::Open() {
   List->OpenBookByCommand();
-  CTradeBookBar& bar = *List->BarsById.at(terminal.LastId);
+  CTradeBookBar& bar = BarOf(terminal.LastId);
   WaitForActivation(bar);
   return bar;
 }

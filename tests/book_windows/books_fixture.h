@@ -21,6 +21,7 @@ struct BookTerminal {
   std::vector<std::uint8_t> LastMessage;
   std::vector<std::string> BarIds;
   std::uint32_t LastId = 0;  // the number in the book's name
+  bool GivesOneId = false;
   bool KnowsSecurities = false;
   const char* SecurityName = "GOLD 201312";
   double Multiplier = 0;  // of every security
@@ -37,6 +38,7 @@ class BooksTest : public GuiTest {
   void Stop();
 
   CTradeBookBar& Open();
+  CTradeBookBar& BarOf(std::uint32_t id) { return *std::prev(List->BarsById.upper_bound(id))->second; }
   void FocusMain();  // no book has the focus then
   CTradeBookBar& OpenFor(const char* exchange, const char* securityId);
   void Trade(std::uint32_t id, const char* exchange, const char* securityId, std::uint8_t side, std::uint32_t quantity,

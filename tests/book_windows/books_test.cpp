@@ -196,6 +196,44 @@ TEST_F(BooksTest, ClosesByItsFourWays) {
   EXPECT_EQ(List->BarsById.size(), 1u) << "one book only";
 }
 
+// As of a terminal without GetPluginBarID.
+TEST_F(BooksTest, BooksOfOneIdStandAndCloseEachByItself) {
+  terminal.GivesOneId = true;
+  terminal.Answer = KeyOf("COMEX", "GC1");
+  const struct {
+    void (*Place)(CTradeBookBar&);
+    bool (CTradeBookBar::*Stands)() const;
+    void (*Close)(CTradeBookBar&);
+  } kBooks[] = {
+      {[](auto& bar) { bar.DockControlBar(DockSide::Left); }, &CTradeBookBar::IsDocked,
+       [](auto& bar) { bar.OnPressCloseButton(); }},
+      {[](auto&) {}, &CTradeBookBar::IsFloating, [](auto& bar) { Press(*bar.Grid()->GetRowsWindow(), WXK_ESCAPE); }},
+      {[](auto& bar) { bar.TabControlBar(); }, &CTradeBookBar::IsMDITabbed,
+       [](auto& bar) { bar.OnTabCloseButton(), bar.ShowControlBar(false); }},
+      {[](auto& bar) { bar.DockControlBar(DockSide::Left); }, &CTradeBookBar::IsDocked,
+       [](auto& bar) { bar.OnPressCloseButton(); }},
+  };
+  std::vector<CTradeBookBar*> bars;
+  for (const auto& book : kBooks) {
+    List->OpenNewBook();
+    bars.push_back(&BarOf(terminal.LastId));
+    book.Place(*bars.back());
+  }
+  for (std::size_t i = 0; i < bars.size(); ++i) EXPECT_TRUE((bars[i]->*kBooks[i].Stands)()) << i;
+  State->MultipleTradeBookDisable = false;  // which each close saves
+  for (std::size_t i = 0; i < bars.size(); ++i) {
+    SCOPED_TRACE(i);
+    terminal.BarIds.clear();
+    kBooks[i].Close(*bars[i]);
+    EXPECT_FALSE(bars[i]->IsBarShown());
+    EXPECT_EQ(terminal.BarIds, std::vector<std::string>{"-7"});
+    EXPECT_EQ(List->BarsById.size(), bars.size() - 1 - i);
+    EXPECT_EQ(State->BooksByKey.size(), bars.size() - 1 - i);
+  }
+  for (int time = 0; time < 2; ++time) List->OpenNewBook();
+  EXPECT_EQ(List->BarsById.size(), 1u);
+}
+
 TEST_F(BooksTest, ColumnsComeBackAfterARestart) {
   {
     CTradeBookGrid& grid = *Open().Grid();
@@ -266,7 +304,7 @@ TEST_F(BooksTest, HostileProfilesGiveTheDefaults) {
 TEST_F(BooksTest, HeaderClicksSortByTheirPriority) {
   for (std::uint32_t id = 1; id <= 6; ++id) Trade(id, "COMEX", id % 2 == 0 ? "GC2" : "GC1", 1, 10 - id, id);
   CTradeBookGrid& grid = *Open().Grid();
-  CTradeBookBar& book = *List->BarsById.at(1);
+  CTradeBookBar& book = BarOf(1);
   const auto ids = [&] {
     std::wstring text;
     for (int row = 0; row < grid.GetVirtualRows(); ++row) text += Cell(book, row, "colVELDTradeID");

@@ -246,7 +246,7 @@ TEST_F(CommandsTest, TradeFilesFollowTheirDescriptions) {
   std::ofstream(Folder / "config.ini", std::ios::binary) << "[TRADECSV]\r\nExchangeFormatCSV = TRUE\r\n";
   List->OpenNewBook();
   Pump();
-  CTradeBookGrid& exchange = *List->BarsById.at(terminal.LastId)->Grid();
+  CTradeBookGrid& exchange = *BarOf(terminal.LastId).Grid();
   const std::string other = FormatTimeText(std::time(nullptr), "ddMMyy", false).substr(0, 4) + "TRD.txt";
   Answers.Proposals.clear();
   EXPECT_TRUE(exchange.RunContextMenu({L"Export CSV", L"Manual Export"}));

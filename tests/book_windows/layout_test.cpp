@@ -41,7 +41,7 @@ class LayoutTest : public BooksTest {
     text << std::ifstream(File(), std::ios::binary).rdbuf();
     return text.str();
   }
-  CTradeBookBar& Book(std::uint32_t number) { return *List->BarsById.at(number); }
+  CTradeBookBar& Book(std::uint32_t number) { return BarOf(number); }
 };
 
 TEST_F(LayoutTest, EachStateHasItsStoredName) {
@@ -171,7 +171,7 @@ TEST_F(LayoutTest, ClosedBooksComeBackFromOldEntries) {
     return all;
   };
   const auto before = titles();
-  for (const std::uint32_t closed : {2u, 3u}) List->BarsById.at(closed)->OnPressCloseButton();
+  for (const std::uint32_t closed : {2u, 3u}) Book(closed).OnPressCloseButton();
   State->LastNum = 40;
   Save();
   Stop();
@@ -265,6 +265,20 @@ TEST_F(LayoutTest, TakesOnlyWhatCanBeTaken) {
     EXPECT_TRUE(wxDisplay(0U).GetGeometry().Contains(bar.GetFloatRect().GetPosition() + wxPoint(40, 12)));
     EXPECT_TRUE(wxRect(wxSize(4000, 4000)).Contains(wxRect(bar.GetFloatRect().GetSize())));
   }
+}
+
+// An old entry has the name, and so the id and the key, of a book that is open.
+TEST_F(LayoutTest, EachOfTwoBooksOfOneNameCloses) {
+  StoreText("<1>\"TradeBook 1\"</1><2>\"TradeBook 1\"</2>");
+  Restore();
+  ASSERT_EQ(List->BarsById.size(), 2u);
+  CTradeBookBar &older = *List->BarsById.begin()->second, &newer = *List->BarsById.rbegin()->second;
+  older.OnPressCloseButton();
+  EXPECT_FALSE(older.IsBarShown());
+  EXPECT_TRUE(State->BooksByKey.contains(newer.ProfileKey)) << "trades still come to the other one";
+  newer.OnPressCloseButton();
+  EXPECT_FALSE(newer.IsBarShown());
+  EXPECT_TRUE(List->BarsById.empty() && List->BooksByWindow.empty() && State->BooksByKey.empty());
 }
 
 // A name of the terminal's that looks like a tag; the file cut at every seventh byte; a byte of it broken here and
