@@ -30,13 +30,13 @@ BookList::BookList(PluginState& state, CQORDLLComman& terminal, const BookCallba
 }
 
 // A frame of a terminal takes its bars with it before the module goes. Those that are left stand in a frame that lives
-// on, or in the toolkit's own: their code goes now.
+// on, or in the toolkit's own: their code goes now. The toolkit may have been started for them, or for a message box.
 BookList::~BookList() {
   Plugin.Windows = nullptr;
   Functions.Boxes = nullptr;
   const std::vector<CTradeBookBar*> left(Bars.begin(), Bars.end());
   for (CTradeBookBar* bar : left) bar->Destroy();
-  if (!left.empty()) StopToolkit();
+  StopToolkit();
 }
 
 // The grid that holds the focus, or that the window with the focus stands in.

@@ -1,0 +1,39 @@
+// The list of books in a program without wxWidgets: with the list the toolkit goes, whatever has become of the bars.
+#include <gtest/gtest.h>
+#include <wx/app.h>
+
+#include "book_windows/book_list.h"
+#include "book_windows/trade_book_bar.h"
+#include "tests/embedding/foreign_loop.h"
+#include "toolkit/docking_manager.h"
+
+namespace {
+
+constexpr int kMostTicks = 1000;
+
+bool TickUntil(const std::function<bool()>& condition) {
+  bool holds = false;
+  int ticks = 0;
+  RunForeignLoop([&] { return !(holds = condition()) && ++ticks < kMostTicks; });
+  return holds;
+}
+
+TEST(BookListEnd, StopsTheToolkit) {
+  if (!OpenForeignWindow()) GTEST_SKIP() << "there is no display to make windows on";
+  for (const bool barsGoFirst : {false, true}) {
+    SCOPED_TRACE(barsGoFirst);
+    CQORTradeImpl decoder;
+    PluginState state(decoder);
+    CQORDLLComman functions([](const char*) -> void* { return nullptr; });
+    auto list = std::make_unique<BookList>(state, functions, BookCallbacks{});
+    list->OpenNewBook();
+    ASSERT_TRUE(TickUntil([] { return ShowsWindow("Trade Book : All"); }));
+    CTradeBookBar* bar = list->BarsById.begin()->second;
+    if (barsGoFirst) bar->GetDockingManager()->DestroyBar(bar);
+    list.reset();
+    EXPECT_EQ(wxTheApp, nullptr);
+    EXPECT_TRUE(TickUntil([] { return !ShowsWindow("Trade Book : All"); })) << "the program goes on";
+  }
+}
+
+}  // namespace
