@@ -18,6 +18,12 @@ class CDlgTradeBook : public CQORPDialog {
   CTradeBookGrid* Grid;  // a child window
 
  private:
-  void SetSummaryFont();
-  void PlaceGrid();
+  void MakeStrip();
+  wxFont SummaryFont() const;
+  bool LineFits(const wxFont& font) const;
+  wxRect PlaceInStrip(const DialogControl& control) const;
+  void PlaceControls();
+  void TellAllTotals();
+
+  wxWindow* Strip = nullptr;  // under the grid, with the controls of the line; a child window
 };

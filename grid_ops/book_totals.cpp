@@ -59,6 +59,16 @@ std::wstring SummaryLine::TextOf(SummaryValue value) const {
   return DoubleToWide(control.Number);
 }
 
+std::wstring SummaryLine::AllTotals(bool averages) const {
+  std::wstring all;
+  for (std::size_t i = 0; i < Controls.size(); ++i) {
+    const auto value = static_cast<SummaryValue>(i);
+    if (!averages && (value == SummaryValue::BuyAvg || value == SummaryValue::SellAvg)) continue;
+    all.append(all.empty() ? L"" : L"\n").append(LabelOf(value)).append(L" ").append(TextOf(value));
+  }
+  return all;
+}
+
 void BookTotals::AddRow(const TradeRecord& record) noexcept {
   if (record.Side == kBuy) {
     AddQuantity(BuyQty, record);

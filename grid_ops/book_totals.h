@@ -13,6 +13,12 @@
 enum class SummaryValue { BuyQty, BuyAmt, BuyAvg, SellQty, SellAmt, SellAvg, NetQty, NetAmt };
 enum class TradeColor { Buy, Sell };
 
+inline constexpr const wchar_t* kSummaryLabels[] = {L"Buy:",     L"BuyAmt:",  L"BuyAvg:", L"Sell:",
+                                                    L"SellAmt:", L"SellAvg:", L"Net:",    L"NetAmt:"};
+constexpr const wchar_t* LabelOf(SummaryValue value) noexcept {
+  return kSummaryLabels[static_cast<std::size_t>(value)];
+}
+
 // What the eight controls are to show. Numbers, not texts: a trade costs no printing, however many books are open.
 class SummaryLine {
  public:
@@ -36,6 +42,8 @@ class SummaryLine {
   const Control& Of(SummaryValue value) const noexcept { return Controls[static_cast<std::size_t>(value)]; }
   // Quantities as signed decimals, amounts and averages with two decimals.
   std::wstring TextOf(SummaryValue value) const;
+  // A line of text for each total with its label, in the order of SummaryValue; averages only where the book has them.
+  std::wstring AllTotals(bool averages) const;
   void ClearChanged() noexcept {
     for (Control& control : Controls) control.Changed = false;
   }

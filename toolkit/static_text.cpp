@@ -52,5 +52,5 @@ void CQORPStatic::OnPaint(wxPaintEvent& /*event*/) {
   const wxSize size = GetClientSize();
   const wxString shown = wxControl::Ellipsize(Text, dc, wxELLIPSIZE_END, size.x, wxELLIPSIZE_FLAGS_NONE);
   dc.DrawText(shown, 0, (size.y - dc.GetTextExtent(shown).y) / 2);
-  ShowWhole(shown == Text);
+  if (!ToolTipLeft) ShowWhole(shown == Text);
 }

@@ -19,6 +19,8 @@ class TOOLKIT_EXPORT CQORPStatic : public wxWindow {
   void SetTextColor(std::optional<ColorRef> color);  // empty: the theme's
   std::optional<ColorRef> GetTextColor() const noexcept { return Color; }
   bool SetFont(const wxFont& font) override;
+  // The tool tip is the owner's from now on: none appears for a text that is too long.
+  void LeaveToolTip() noexcept { ToolTipLeft = true; }
   bool AcceptsFocus() const override { return false; }
   // How often it was painted, for tests of what repaints.
   int GetPaintCount() const noexcept { return PaintCount; }
@@ -30,4 +32,5 @@ class TOOLKIT_EXPORT CQORPStatic : public wxWindow {
   std::wstring Text;
   std::optional<ColorRef> Color;
   int PaintCount = 0;
+  bool ToolTipLeft = false;
 };

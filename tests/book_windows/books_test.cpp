@@ -101,11 +101,39 @@ TEST_F(BooksTest, SummaryLineFollowsTheTrades) {
     EXPECT_EQ(book.Dialog->GetStatic(total.Id)->GetTextColor(), total.Color);
   }
   EXPECT_TRUE(book.Dialog->GetStatic(30043)->IsShown());
+  PaintNow(*book.Dialog->GetStatic(30043));
+  for (const wxWindow* over :
+       {book.Dialog->GetStatic(30030)->GetParent(), static_cast<wxWindow*>(book.Dialog->GetStatic(30043))})
+    EXPECT_EQ(over->GetToolTipText(),
+              "Buy: 5\nBuyAmt: 50.00\nBuyAvg: 10.00\nSell: 7\nSellAmt: 140.00\nSellAvg: 20.00\nNet: -2\nNetAmt: 90.00");
+  EXPECT_EQ(book.Dialog->GetToolTipText() + book.Grid()->GetToolTipText(), "");
   book.Grid()->SetFocus();
   Pump();
   List->OpenBookByCommand();
   EXPECT_FALSE(book.Dialog->GetStatic(30043)->IsShown());
   EXPECT_EQ(Summary(book, 30031), L"105");
+  EXPECT_EQ(book.Dialog->GetStatic(30043)->GetToolTipText(),
+            "Buy: 105\nBuyAmt: 150.00\nSell: 7\nSellAmt: 140.00\nNet: 98\nNetAmt: -10.00");
+}
+
+// In units of the template, of 1.5 by 1.625 pixels at 100 %; 25 pixels stay under the grid, however large the book.
+TEST_F(BooksTest, LineOfTotalsFitsUnderTheGrid) {
+  CTradeBookBar& book = Open();
+  const CDlgTradeBook& dialog = *book.Dialog;
+  for (const int height : {60, 400}) {
+    book.Dialog->SetSize(1600, height);
+    const auto strip = dialog.GetStatic(30030)->GetParent()->GetRect();
+    EXPECT_EQ(strip, wxRect(0, book.Grid()->GetSize().y, 1600, 25));
+    EXPECT_EQ(strip.GetBottom() + 1, height);
+  }
+  EXPECT_EQ(dialog.GetStatic(30030)->GetRect(), wxRect(6, 4, 24, 13));
+  EXPECT_EQ(dialog.GetStatic(30038)->GetRect(), wxRect(1068, 4, 23, 13));
+  EXPECT_EQ(dialog.GetStatic(30041)->GetRect(), wxRect(1238, 4, 160, 13));
+  for (const DialogControl& control : kLineControls) {
+    const wxSize text = dialog.GetStatic(control.Id)->GetTextExtent(control.Text);
+    EXPECT_LE(text.x, dialog.GetStatic(control.Id)->GetSize().x) << control.Id;
+    EXPECT_LE(text.y, dialog.GetStatic(control.Id)->GetSize().y) << control.Id;
+  }
 }
 
 TEST_F(BooksTest, LifeOfABookOfOneSecurity) {

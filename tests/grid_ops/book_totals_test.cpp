@@ -48,4 +48,15 @@ TEST(BookTotalsTest, TellsTheLine) {
   }
 }
 
+TEST(SummaryLineTest, TellsAllTotals) {
+  SummaryLine line;
+  for (int i = 0; i < 8; ++i) line.Show(static_cast<SummaryValue>(i), -1234567890.5 + i);
+  EXPECT_EQ(line.AllTotals(true),
+            L"Buy: -1234567890\nBuyAmt: -1234567889.50\nBuyAvg: -1234567888.50\nSell: -1234567887\n"
+            L"SellAmt: -1234567886.50\nSellAvg: -1234567885.50\nNet: -1234567884\nNetAmt: -1234567883.50");
+  EXPECT_EQ(line.AllTotals(false),
+            L"Buy: -1234567890\nBuyAmt: -1234567889.50\nSell: -1234567887\nSellAmt: -1234567886.50\n"
+            L"Net: -1234567884\nNetAmt: -1234567883.50");
+}
+
 }  // namespace
