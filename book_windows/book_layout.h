@@ -5,8 +5,9 @@
 class BookList;
 class CQORPRegistry;
 
-// One entry for each open book, by its window; with it the grid's settings, the place of the bar and the columns. With
-// no book open nothing is written. Entries of a former save behind the last book stay, and come back: meant so.
+// One entry for each open book, in the order in which the books were opened; with it the grid's settings, the place of
+// the bar and the columns. With no book open nothing is written. Entries of a former save behind the last book stay,
+// and come back: meant so.
 void SaveBookLayout(BookList& list, CQORPRegistry& settings);
 
 // Makes the books of the entries from 1 on, up to the first number without a name; of more than fifteen the others stay
