@@ -9,6 +9,25 @@
 
 namespace fs = std::filesystem;
 
+namespace {
+
+constexpr int kMostKept = 1000;
+
+// Copies the file to the first free of its names with ".damaged", ".damaged2" and so on behind: each earlier copy
+// stays.
+std::error_code CopyBeside(const fs::path& file) {
+  std::error_code error, ignored;
+  for (int i = 1; i <= kMostKept; ++i) {
+    fs::path kept = file;
+    kept += i == 1 ? ".damaged" : ".damaged" + std::to_string(i);
+    if (fs::copy_file(file, kept, fs::copy_options::none, error) || !fs::exists(fs::symlink_status(kept, ignored)))
+      break;
+  }
+  return error;
+}
+
+}  // namespace
+
 class RegistryStore::Handle final : public CVELDPXMLSettings {
  public:
   Handle(std::shared_ptr<RegistryStore> store, int administrator, int readOnly)
@@ -62,12 +81,11 @@ bool RegistryStore::Save() noexcept {
   return saved;
 }
 
+// Another terminal may have kept and replaced the damaged file since it was read.
 bool RegistryStore::KeepDamagedFile(unsigned long& errorNumber) {
-  if (!Damaged) return true;
-  fs::path kept = File;
-  kept += ".damaged";
   std::error_code error;
-  Damaged = !fs::copy_file(File, kept, fs::copy_options::overwrite_existing, error);
+  if (Damaged && fs::exists(File, error) && !CVELDPXMLSettings().LoadFromFile(File)) error = CopyBeside(File);
+  Damaged = Damaged && error;
   errorNumber = static_cast<unsigned long>(error.value());
   return !Damaged;
 }

@@ -12,7 +12,7 @@
 // Promises: whatever is written through one handle, all others read at once; the file holds either what it held or all
 // that was written, never a part. Works by one tree, read when the store is made, and by ReplaceFileContent, called
 // when a handle is released, something has changed and no handle that may write is left: a save of many parts writes
-// once. A file that could not be read whole is kept beside with ".damaged" behind its name before it is replaced.
+// once. A file that could not be read whole is kept beside, under a free name, before it is replaced.
 // Handles keep the store alive.
 class RegistryStore : public std::enable_shared_from_this<RegistryStore> {
  public:

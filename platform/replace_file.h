@@ -1,11 +1,20 @@
-// Replaces what a file holds, whole or not at all. Not for files that others follow while they grow. Any thread.
+// Changes of whole files that leave no moment in which one holds a part. Not for files that others follow while they
+// grow. Any thread, any number of processes.
 #pragma once
 
 #include <filesystem>
 #include <string_view>
 
-// Writes a new file beside the old one, its name with ".new" behind it, has the system bring it to the disk, and
-// renames it over the old one: whatever fails, and whenever the process or the machine stops, the file holds the old
-// bytes or the new. A new file that could not be finished is removed. False on failure, with the system's number of the
-// error.
+// Writes a new file beside the old one, has the system bring it to the disk, and renames it over the old one: whatever
+// fails, and whenever the process or the machine stops, the file holds the old bytes or the new. Owner, mode, access
+// list and attributes stay as far as the system lets us. A link stays a link: the file that it leads to is replaced, or
+// made. Only plain files are replaced. False on failure, with the system's number of the error; the new file is removed
+// then.
+//
+// The new file has the name of the old one with ".new", ".new2" and so on up to ".new64" behind it: the first that no
+// other writer holds. A writer holds its name, by a lock on Linux and by the sharing mode on Windows, until the rename
+// is done, so a name that a killed process left behind is free again and serves the next writer.
 bool ReplaceFileContent(const std::filesystem::path& file, std::string_view bytes, unsigned long& errorNumber);
+
+// Renames the file; false, with the system's number of the error, where the other name is taken.
+bool MoveToFreeName(const std::filesystem::path& from, const std::filesystem::path& to, unsigned long& errorNumber);

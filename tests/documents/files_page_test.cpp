@@ -93,4 +93,16 @@ TEST(FilesPage, SamplesOfSettings) {
   EXPECT_EQ(server.Visible, 0);
 }
 
+// A file that was cut gives nothing, whatever was cut off.
+TEST(FilesPage, CutSamplesOfSettingsGiveNothing) {
+  for (const char* behind : {"## `TradeBookSettings.xml`", "## `ColumnProfile/"}) {
+    const std::wstring sample = SampleSettings(behind);
+    for (std::size_t size = 0; size < sample.size(); ++size) {
+      CVELDPXMLNode root;
+      EXPECT_FALSE(ParseNode(root, sample.substr(0, size)));
+      EXPECT_TRUE(root.Children().empty() && root.Value.empty()) << behind << ' ' << size;
+    }
+  }
+}
+
 }  // namespace

@@ -1,6 +1,5 @@
 #include "grid_base/registry_store.h"
 
-#include "platform/replace_file.h"
 #include "tests/grid_base/own_folder.h"
 
 namespace {
@@ -66,47 +65,47 @@ TEST_F(RegistryStoreTest, WritesTheFileWhenTheLastWriterGoes) {
   EXPECT_EQ(BytesOf(File), kNewBytes);
 }
 
-TEST_F(RegistryStoreTest, OldFileSurvivesEveryFailure) {
-  const std::string damaged = "<Root><P></P></Root";
-  const struct {
-    const char* What;
-    std::string Old;
-    fs::path Obstacle;
-    const char* LinkTo;  // a folder stands in the way where this is null
-  } rows[] = {
-      {"the new file cannot be opened", kOldBytes, Beside, nullptr},
-      {"the disk is full", kOldBytes, Beside, "/dev/full"},
-      {"a damaged file cannot be kept", damaged, Folder / "s.xml.damaged", nullptr},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.What);
-    WriteBytes(File, row.Old);
-    testing::internal::CaptureStderr();
-    const auto store = RegistryStore::Make(File);
-    std::error_code noLinks;
-    if (row.LinkTo == nullptr) fs::create_directory(row.Obstacle);
-    if (row.LinkTo != nullptr) fs::create_symlink(row.LinkTo, row.Obstacle, noLinks);
-    const bool obstructed = fs::exists(row.Obstacle);
-    WriteNumber(*store, 2);
-    const std::string report = testing::internal::GetCapturedStderr();
-    if (!obstructed) continue;  // no device here that is always full
-    EXPECT_NE(report.find("s.xml cannot be written"), std::string::npos) << report;
-    EXPECT_EQ(BytesOf(File), row.Old);
-    if (row.LinkTo == nullptr) {
-      testing::internal::CaptureStderr();
-      EXPECT_FALSE(store->Save());
-      EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "a failure is told once";
-      EXPECT_TRUE(fs::remove(row.Obstacle)) << "what is not ours stays";
-    }
-    EXPECT_FALSE(fs::exists(fs::symlink_status(Beside)));
-    EXPECT_TRUE(store->Save());
+TEST_F(RegistryStoreTest, OldFileSurvivesAFailedWriteWhichIsToldOnce) {
+  WriteBytes(File, kOldBytes);
+  const auto store = RegistryStore::Make(File);
+  std::vector<fs::path> obstacles{Beside};
+  for (int i = 2; i <= 64; ++i) obstacles.push_back(Beside.string() + std::to_string(i));
+  for (const fs::path& obstacle : obstacles) fs::create_directory(obstacle);
+  testing::internal::CaptureStderr();
+  WriteNumber(*store, 2);
+  EXPECT_FALSE(store->Save());
+  const std::string report = testing::internal::GetCapturedStderr();
+  EXPECT_NE(report.find("s.xml cannot be written"), std::string::npos) << report;
+  EXPECT_EQ(report.find('\n'), report.size() - 1);
+  EXPECT_EQ(BytesOf(File), kOldBytes);
+  for (const fs::path& obstacle : obstacles) EXPECT_TRUE(fs::remove(obstacle)) << "what is not ours stays";
+  EXPECT_TRUE(store->Save());
+  EXPECT_EQ(BytesOf(File), kNewBytes);
+}
+
+// The second of two stores finds the file replaced and has nothing to keep.
+TEST_F(RegistryStoreTest, EachDamagedFileIsKeptOnce) {
+  const std::string damaged[] = {"<Root><P></P></Root", "<Root>\r\n\x1A<P>\n</Root>"};
+  fs::create_directory(Folder / "s.xml.damaged2");
+  testing::internal::CaptureStderr();
+  for (const std::string& bytes : damaged) {
+    WriteBytes(File, bytes);
+    const auto first = RegistryStore::Make(File), second = RegistryStore::Make(File);
+    WriteNumber(*first, 1);
+    WriteNumber(*second, 2);
     EXPECT_EQ(BytesOf(File), kNewBytes);
   }
-  EXPECT_EQ(BytesOf(Folder / "s.xml.damaged"), damaged);
-  unsigned long errorNumber = 0;
-  EXPECT_FALSE(ReplaceFileContent(Folder, "x", errorNumber));
-  EXPECT_NE(errorNumber, 0UL);
-  EXPECT_FALSE(fs::exists(Folder.string() + ".new"));
+  testing::internal::GetCapturedStderr();
+  EXPECT_EQ(BytesOf(Folder / "s.xml.damaged"), damaged[0]);
+  EXPECT_EQ(BytesOf(Folder / "s.xml.damaged3"), damaged[1]);
+  EXPECT_EQ(std::distance(fs::directory_iterator(Folder), {}), 4);
+  WriteBytes(File, damaged[0]);
+  testing::internal::CaptureStderr();
+  const auto store = RegistryStore::Make(File);
+  testing::internal::GetCapturedStderr();
+  fs::remove(File);
+  WriteNumber(*store, 2);
+  EXPECT_EQ(BytesOf(File), kNewBytes) << "a damaged file that is gone need not be kept";
 }
 
 // Display names and titles are the terminal's, and the format has no escape.
