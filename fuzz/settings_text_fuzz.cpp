@@ -5,6 +5,7 @@
 #include "fuzz/fuzz_functions.h"
 #include "grid_base/settings_file.h"
 #include "grid_base/settings_text.h"
+#include "grid_base/tag_guard.h"
 #include "tests/grid_base/slow_settings_text.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include "foundations/error_report.h"
 #include "foundations/paths.h"
 #include "grid_base/settings_file.h"
-#include "grid_base/settings_text.h"
+#include "grid_base/tag_guard.h"
 #include "grid_base/xml_settings.h"
 #include "platform/replace_file.h"
 

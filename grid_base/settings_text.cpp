@@ -24,19 +24,6 @@ Span Trimmed(std::wstring_view text, Span span) {
   return span;
 }
 
-bool StartsTagOf(std::wstring_view text, std::wstring_view name) {
-  text.remove_prefix(text.starts_with(L"</") ? 2 : 1);
-  return text.starts_with(name) && text.substr(name.size()).starts_with(L'>');
-}
-
-// From the end, so that what stands behind each bracket is final.
-void BreakTags(CVELDPXMLNode& leaf) {
-  std::wstring& value = leaf.Value;
-  for (std::size_t at = value.rfind(L'<'); at != std::wstring::npos; at = at == 0 ? at - 1 : value.rfind(L'<', at - 1))
-    for (const CVELDPXMLNode* around = &leaf; around != nullptr; around = around->ParentNode())
-      if (value[at] == L'<' && StartsTagOf(std::wstring_view(value).substr(at), around->Name)) value[at] = L'(';
-}
-
 // One branch whose elements are being read: the rest of its content.
 struct OpenBranch {
   CVELDPXMLNode* Node;
@@ -145,16 +132,6 @@ std::wstring SerializeNode(const CVELDPXMLNode& root) {
     }
   }
   return text;
-}
-
-void BreakTagsInValues(CVELDPXMLNode& root) {
-  std::vector<CVELDPXMLNode*> waiting{&root};
-  while (!waiting.empty()) {
-    CVELDPXMLNode* node = waiting.back();
-    waiting.pop_back();
-    if (!node->IsBranch()) BreakTags(*node);
-    for (const auto& child : node->Children()) waiting.push_back(child.get());
-  }
 }
 
 bool ParseNode(CVELDPXMLNode& node, std::wstring_view text) {

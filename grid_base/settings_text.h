@@ -14,10 +14,6 @@
 // The lines of the node and all below it.
 std::wstring SerializeNode(const CVELDPXMLNode& node);
 
-// The format has no escape: a value with the tag of an element around it would end that element, and all behind it
-// would be lost. Such a tag loses its bracket to a parenthesis; all other text stays.
-void BreakTagsInValues(CVELDPXMLNode& root);
-
 // Reads the first element of a text whose lines have been joined, into the node: its name, value and children are
 // replaced. What was read before a fault stays; false then. Time and memory grow with the text, the stack does not.
 bool ParseNode(CVELDPXMLNode& node, std::wstring_view text);

@@ -3,40 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
-namespace {
-
-constexpr std::uint64_t kModulus = (std::uint64_t{1} << 61) - 1;
-constexpr std::uint64_t kBase = 0x0F1E2D3C4B5A6979;
-
-// The product modulo 2^61 - 1, put together from 32-bit halves.
-std::uint64_t Times(std::uint64_t a, std::uint64_t b) noexcept {
-  const std::uint64_t aHigh = a >> 31, aLow = a & 0x7FFFFFFF, bHigh = b >> 31, bLow = b & 0x7FFFFFFF;
-  const std::uint64_t middle = aLow * bHigh + aHigh * bLow;
-  const std::uint64_t sum = aHigh * bHigh * 2 + (middle >> 30) + ((middle & 0x3FFFFFFF) << 31) + aLow * bLow;
-  const std::uint64_t folded = (sum & kModulus) + (sum >> 61);
-  return folded >= kModulus ? folded - kModulus : folded;
-}
-
-// Polynomial hashes of every stretch of a text.
-class StretchHashes {
- public:
-  explicit StretchHashes(std::wstring_view text) : Sums(text.size() + 1), Powers(text.size() + 1) {
-    Powers[0] = 1;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-      Sums[i + 1] = (Times(Sums[i], kBase) + static_cast<std::uint64_t>(text[i]) + 1) % kModulus;
-      Powers[i + 1] = Times(Powers[i], kBase);
-    }
-  }
-  std::uint64_t Of(std::size_t begin, std::size_t end) const noexcept {
-    return (Sums[end] + kModulus - Times(Sums[begin], Powers[end - begin])) % kModulus;
-  }
-
- private:
-  std::vector<std::uint64_t> Sums;
-  std::vector<std::uint64_t> Powers;
-};
-
-}  // namespace
+#include "grid_base/stretch_hashes.h"
 
 TagMatcher::TagMatcher(std::wstring_view text) {
   const StretchHashes hashes(text);

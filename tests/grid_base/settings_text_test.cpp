@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "grid_base/tag_guard.h"
 #include "tests/grid_base/slow_settings_text.h"
 
 namespace {
@@ -100,6 +101,30 @@ TEST(SettingsText, TakesDeepAndTangledTexts) {
   EXPECT_GT(SerializeNode(root).size(), deep.size());
   EXPECT_FALSE(ParseNode(root, std::wstring(kDepth, L'<') + L">"));
   EXPECT_FALSE(ParseNode(root, L"<A>" + std::wstring(kDepth, L'<') + L"></A>"));
+}
+
+TEST(SettingsText, BreaksTagsAtAnyDepthAtOnce) {
+  constexpr int kDepth = 50'000;
+  CVELDPXMLNode root(L"N", nullptr);
+  CVELDPXMLNode* node = &root;
+  for (int i = 0; i < kDepth; ++i) node = node->AppendChild(L"N" + std::to_wstring(i));
+  std::wstring broken;
+  for (int i = 0; i < kDepth; ++i) {
+    node->Value += i % 2 == 0 ? L"</N" + std::to_wstring(i) + L">" : L"<x>";
+    broken += i % 2 == 0 ? L"(/N" + std::to_wstring(i) + L">" : L"<x>";
+  }
+  BreakTagsInValues(root);
+  EXPECT_TRUE(node->Value == broken);
+}
+
+// A tag of a value may end in the tag behind the value; names of such a kind come from files only.
+TEST(SettingsText, BreaksTagsThatReachBehindTheValue) {
+  CVELDPXMLNode root(L"k\"</k", nullptr);
+  root.AppendChild(L"k")->Value = L"a<k";
+  BreakTagsInValues(root);
+  CVELDPXMLNode again;
+  EXPECT_TRUE(ParseNode(again, L"<k\"</k><k>\"a(k\"</k></k\"</k>"));
+  EXPECT_EQ(ShapeOf(root), ShapeOf(again));
 }
 
 }  // namespace
