@@ -5,6 +5,7 @@
 #include <limits>
 #include <memory>
 #include <new>
+#include <utility>
 
 #include "host_link/cipher.h"
 
@@ -66,41 +67,45 @@ bool CQORPacketReader::DecodeBody(std::uint16_t size) noexcept {
   return false;
 }
 
+// A reader may be parsed again, a message within a message: then Data stands in the old buffer, which goes only when
+// the new one is filled, and stays on failure.
+void CQORPacketReader::TakeDecoded(std::unique_ptr<std::uint8_t[]> decoded, std::uint16_t size) noexcept {
+  delete[] DecodedBuffer;
+  Data = DecodedBuffer = decoded.release();
+  DecodedLength = size;
+}
+
 bool CQORPacketReader::Decipher(std::uint16_t size) noexcept {
   if (CipherKeyHolder == nullptr) return false;
-  delete[] DecodedBuffer;
-  DecodedBuffer = new (std::nothrow) std::uint8_t[size];
-  if (DecodedBuffer == nullptr) return false;
-  std::memcpy(DecodedBuffer, Data, size);
-  ApplyCipher(*CipherKeyHolder, DecodedBuffer + kHeaderSize, std::uint32_t{size} - kHeaderSize);
-  Data = DecodedBuffer;
-  DecodedLength = size;
+  std::unique_ptr<std::uint8_t[]> decoded(new (std::nothrow) std::uint8_t[size]);
+  if (decoded == nullptr) return false;
+  std::memcpy(decoded.get(), Data, size);
+  ApplyCipher(*CipherKeyHolder, decoded.get() + kHeaderSize, std::uint32_t{size} - kHeaderSize);
+  TakeDecoded(std::move(decoded), size);
   return true;
 }
 
 // Data stands at the body, End is still the size of the whole message. Growing stops as soon as the body is known to be
 // too large to be taken, so that a small message cannot claim much memory or time.
 bool CQORPacketReader::Inflate() noexcept {
-  delete[] DecodedBuffer;
   std::uint32_t room = 2U * End;
-  DecodedBuffer = new (std::nothrow) std::uint8_t[room];
-  if (DecodedBuffer == nullptr) return false;
+  std::unique_ptr<std::uint8_t[]> decoded(new (std::nothrow) std::uint8_t[room]);
+  if (decoded == nullptr) return false;
   z_stream stream{};
   stream.next_in = const_cast<std::uint8_t*>(Data);
   stream.avail_in = End - std::uint32_t{kHeaderSize};
   if (inflateInit(&stream) != Z_OK) return false;
   const std::unique_ptr<z_stream, int (*)(z_stream*)> release(&stream, inflateEnd);
-  stream.next_out = DecodedBuffer;
+  stream.next_out = decoded.get();
   stream.avail_out = room;
   int result = inflate(&stream, Z_FINISH);
   while (result != Z_STREAM_END) {
     if ((result != Z_OK && result != Z_BUF_ERROR) || stream.avail_out != 0 || room > kLargestBody) return false;
-    auto* larger = new (std::nothrow) std::uint8_t[room + End];
+    std::unique_ptr<std::uint8_t[]> larger(new (std::nothrow) std::uint8_t[room + End]);
     if (larger == nullptr) return false;
-    std::memcpy(larger, DecodedBuffer, room);
-    delete[] DecodedBuffer;
-    DecodedBuffer = larger;
-    stream.next_out = DecodedBuffer + room;
+    std::memcpy(larger.get(), decoded.get(), room);
+    decoded = std::move(larger);
+    stream.next_out = decoded.get() + room;
     stream.avail_out = End;
     room += End;
     result = inflate(&stream, Z_FINISH);
@@ -108,8 +113,7 @@ bool CQORPacketReader::Inflate() noexcept {
   if (stream.total_out > kLargestBody) return false;
   Cursor = 0;
   End = static_cast<std::uint16_t>(stream.total_out);
-  DecodedLength = End;
-  Data = DecodedBuffer;
+  TakeDecoded(std::move(decoded), End);
   return true;
 }
 

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 #include "host_link/field_cursor.h"
 
@@ -80,6 +81,7 @@ class CQORPacketReader {
   bool FindHeader(std::uint16_t& skipped) noexcept;
   bool DecodeBody(std::uint16_t size) noexcept;
   bool Decipher(std::uint16_t size) noexcept;
+  void TakeDecoded(std::unique_ptr<std::uint8_t[]> decoded, std::uint16_t size) noexcept;
   bool Inflate() noexcept;
   bool ReadMessageNumber() noexcept;
 };

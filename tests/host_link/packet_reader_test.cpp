@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "tests/host_link/cipher_key.h"
+#include "tests/host_link/failing_new.h"
 #include "tests/host_link/wire_bytes.h"
 
 namespace {
@@ -202,6 +203,36 @@ TEST(PacketReaderTest, DeciphersWithAKeyOnly) {
     EXPECT_EQ(Bytes(parsed.Block.get(), parsed.Block.get() + 17), message);
     // What went out plain is deciphered to noise.
     EXPECT_FALSE(Parsed(Framed(kNumber, mode)).Found);
+  }
+}
+
+// The reader then stands in its own buffer, which must last until the next one is filled, or for good.
+TEST(PacketReaderTest, ParsesAgainWhatItHasDecoded) {
+  const Bytes nested = kNumber + Framed(Deflated(kNumber), 1);
+  const struct {
+    const char* What;
+    Bytes Message;
+    int Refused;  // the allocation that finds no memory
+    bool Found;
+    Bytes Body;  // from Data to End, after the second parsing
+  } kRows[] = {
+      {"compressed", Framed(Deflated(nested), 1), 0, true, kNumber},
+      {"compressed, without memory", Framed(Deflated(nested), 1), 1, false, Deflated(kNumber)},
+      {"compressed, damaged", Framed(Deflated(kNumber + Framed(Bytes(10) + kNumber, 1)), 1), 0, true,
+       Bytes(10) + kNumber},
+      {"enciphered, and so again as it was", Framed(Hex("C88D 502E A8"), 2), 0, false, Framed(Hex("C88D 502E A8"), 2)},
+      {"enciphered, without memory", Framed(Hex("C88D 502E A8"), 2), 1, false, Framed(kNumber, 2)},
+  };
+  const CipherKeyForTest key(Hex("'Key'"));
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.What);
+    Parsed parsed(row.Message);
+    EXPECT_TRUE(parsed.Found);
+    {
+      const FailingNew failing(row.Refused);
+      EXPECT_EQ(parsed.Reader.ParseHeader(parsed.Needed, parsed.Consumed), row.Found);
+    }
+    EXPECT_EQ(Bytes(parsed.Reader.Data, parsed.Reader.Data + parsed.Reader.End), row.Body);
   }
 }
 
