@@ -43,7 +43,7 @@ BookRecord RecordOf(const CTradeBookBar& bar, std::uint32_t lastNum) {
 std::string DisplayNameOf(const CQORDLLComman& terminal, const FilterKey& security) {
   SecurityMasterData data;
   terminal.GetMasterRequest(security.Exchange, security.SecurityID, data);
-  return {data.Name.begin(), std::ranges::find(data.Name, '\0')};
+  return data.NameText();
 }
 
 // A blank book takes the trades without a security. Wide ones wait for the terminal's next trades.

@@ -152,7 +152,7 @@ void BookList::BeginSecurityBook(CTradeBookBar& bar) {
   CTradeBookGrid& grid = *bar.Grid();
   grid.Rows.Security = Plugin.SelectedKey;
   grid.Rows.CollectSecurityRows();
-  grid.State.BeginSecurity(BookState::ScriptTitleOf(Plugin.SelectedKey.Exchange, Plugin.SelectedMaster.Name.data()));
+  grid.State.BeginSecurity(BookState::ScriptTitleOf(Plugin.SelectedKey.Exchange, Plugin.SelectedMaster.NameText()));
   bar.FollowState();
 }
 

@@ -3,6 +3,7 @@
 // Filled once, before any other call; after that read only, on the terminal's calling thread.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string>
@@ -30,6 +31,9 @@ class MessageBoxes {
 struct SecurityMasterData {
   std::array<char, kMasterNameSize> Name{};
   double Multiplier = 0;
+
+  // The name up to its NUL, which the terminal need not have put there.
+  std::string NameText() const { return {Name.begin(), std::find(Name.begin(), Name.end(), '\0')}; }
 };
 
 class CQORDLLComman {

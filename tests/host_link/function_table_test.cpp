@@ -122,6 +122,9 @@ TEST(FunctionTableTest, AsksForAMasterRecordByExchangeAndSecurity) {
   EXPECT_EQ(seenRequest->Number, 30);
   EXPECT_EQ(std::string(data.Name.begin(), data.Name.end()), "BHP GROUP LIMITED 0123456789 0123456789 01234567X");
   EXPECT_EQ(data.Multiplier, 2.5);
+  EXPECT_EQ(data.NameText(), "BHP GROUP LIMITED 0123456789 0123456789 01234567X");
+  data.Name[3] = '\0';
+  EXPECT_EQ(data.NameText(), "BHP");
 
   masterRecord = nullptr;
   EXPECT_FALSE(terminal.GetMasterRequest("ASX", "CBA", data));
