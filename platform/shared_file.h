@@ -12,3 +12,6 @@ std::FILE* OpenSharedFile(const std::filesystem::path& path, const char* mode);
 
 // Goes to that offset from the start, also beyond two gigabytes.
 bool SeekFile(std::FILE* stream, std::int64_t offset) noexcept;
+
+// Cuts the file off at that offset, and goes there. False, with the reason in LastSystemError, when it cannot.
+bool CutFile(std::FILE* stream, std::int64_t size) noexcept;

@@ -1,5 +1,6 @@
 #include "platform/shared_file.h"
 
+#include <io.h>
 #include <share.h>
 
 #include <string>
@@ -14,4 +15,8 @@ std::FILE* OpenSharedFile(const std::filesystem::path& path, const char* mode) {
 
 bool SeekFile(std::FILE* stream, std::int64_t offset) noexcept {
   return _fseeki64(stream, offset, SEEK_SET) == 0;
+}
+
+bool CutFile(std::FILE* stream, std::int64_t size) noexcept {
+  return SeekFile(stream, size) && _chsize_s(_fileno(stream), size) == 0;
 }

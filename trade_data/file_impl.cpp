@@ -7,6 +7,7 @@
 #include "foundations/error_report.h"
 #include "host_link/message_header.h"
 #include "platform/last_error.h"
+#include "platform/replace_file.h"
 #include "platform/shared_file.h"
 
 namespace QOR::Base {
@@ -67,6 +68,7 @@ std::error_code CQORFileImpl::Open() {
   std::error_code ignored;
   const bool exists = std::filesystem::exists(Path, ignored);
   File.reset();
+  RestCount = 0;
   errno = 0;
   File.reset(OpenSharedFile(Path, exists ? "r+b" : "w+b"));
   if (File == nullptr) return OpenFailure();
@@ -81,7 +83,17 @@ bool CQORFileImpl::Close() noexcept {
 
 bool CQORFileImpl::WriteBytes(std::span<const std::uint8_t> bytes) {
   const QOR::Thread::CQORLockGuard guard(Section);
-  return File != nullptr && std::fwrite(bytes.data(), 1, bytes.size(), File.get()) == bytes.size();
+  return File != nullptr && CutRest() && std::fwrite(bytes.data(), 1, bytes.size(), File.get()) == bytes.size();
+}
+
+// Behind the new messages the rest would be read as more of them.
+bool CQORFileImpl::CutRest() noexcept {
+  if (RestCount == 0) return true;
+  if (!CutFile(File.get(), static_cast<std::int64_t>(LoadedCount))) return false;
+  CQORLog::ReportFailure("Bytes behind the last whole message, cut off: " + std::to_string(RestCount), 0,
+                         "QOR::Base::CQORFileImpl::WriteBytes", __LINE__);
+  RestCount = 0;
+  return true;
 }
 
 bool CQORFileImpl::Flush() noexcept {
@@ -119,6 +131,7 @@ std::uint64_t CQORFileImpl::Load() {
     } catch (...) {
     }
   }
+  RestCount = bytes.size() - LoadedCount;
   // Between reading and writing a stream must be told where to go.
   SeekFile(File.get(), static_cast<std::int64_t>(LoadedCount));
   return LoadedCount;
@@ -126,14 +139,14 @@ std::uint64_t CQORFileImpl::Load() {
 
 bool CQORFileImpl::Backup(const std::filesystem::path& backupFolder, const std::tm& moment) {
   const QOR::Thread::CQORLockGuard guard(Section);
-  std::error_code error;
-  std::filesystem::create_directory(backupFolder, error);
-  Close();
-  std::filesystem::rename(Path, BackupPath(backupFolder, moment), error);
-  if (error)
-    CQORLog::ReportFailure("Rename failed: ", static_cast<unsigned long>(error.value()),
-                           "QOR::Base::CQORFileImpl::Backup", __LINE__);
-  const bool moved = !error;
+  std::error_code ignored;
+  std::filesystem::create_directory(backupFolder, ignored);
+  const bool written = Close();
+  unsigned long error = LastSystemError();
+  const bool moved = written && MoveToFreeName(Path, BackupPath(backupFolder, moment), error);
+  if (!moved)
+    CQORLog::ReportFailure(written ? "Rename failed: " : "Write failed: ", error, "QOR::Base::CQORFileImpl::Backup",
+                           __LINE__);
   if (Open()) return false;
   if (!moved) std::fseek(File.get(), 0, SEEK_END);
   return moved;

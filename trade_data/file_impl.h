@@ -46,12 +46,13 @@ class CQORFileImpl {
   // False when what was still held back could not be written.
   bool Close() noexcept;
   // Hands every message of the file to LoadRecord, up to the first place where none stands whole, and goes there: what
-  // is written next follows the last whole message. The bytes that the messages took. An exception of LoadRecord costs
-  // its message.
+  // is written next follows the last whole message, and takes the place of all that stands behind it, which the first
+  // write reports and cuts off. The bytes that the messages took. An exception of LoadRecord costs its message.
   std::uint64_t Load();
   std::uint64_t BytesLoaded() const noexcept { return LoadedCount; }
-  // Moves the file into the folder, which is made, and opens a fresh one under its name. When it cannot be moved, which
-  // is reported, the old one is opened again. False when one of the two failed.
+  // Moves the file into the folder, which is made, and opens a fresh one under its name. When it cannot be written to
+  // its end or moved, an earlier backup of that name among the reasons, that is reported and the old one goes on being
+  // used. False when something failed.
   bool Backup(const std::filesystem::path& backupFolder, const std::tm& moment);
   // Sends what is held back to the system; false, with the reason in LastSystemError, when it was not taken.
   bool Flush() noexcept;
@@ -61,6 +62,7 @@ class CQORFileImpl {
     void operator()(std::FILE* file) const noexcept { std::fclose(file); }
   };
   std::vector<std::uint8_t> ReadAll();
+  bool CutRest() noexcept;
   void MakePath();
 
   bool Dated = false;
@@ -70,6 +72,7 @@ class CQORFileImpl {
   std::string DateText;
   std::filesystem::path Path;
   std::uint64_t LoadedCount = 0;
+  std::uint64_t RestCount = 0;  // bytes behind those loaded, until something is written
   std::unique_ptr<std::FILE, CloseFile> File;
   QOR::Thread::CQORLock Section;
 };

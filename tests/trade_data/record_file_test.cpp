@@ -131,6 +131,24 @@ TEST_F(RecordFileTest, CutAnywhereLoadsWhatIsWholeAndGoesOnBehindIt) {
   }
 }
 
+// Whole messages behind the damage too: they would come back behind the new one, torn from their place.
+TEST_F(RecordFileTest, WritingOnAfterDamageCutsOffTheRestAndSaysSo) {
+  const std::string bytes = Message(1) + Message(2, 7) + Message(3) + Message(4);
+  const fs::path path = WriteFile(bytes);
+  TestFile file(Folder);
+  ASSERT_FALSE(file.Open());
+  EXPECT_EQ(file.Load(), 22u);
+  EXPECT_TRUE(file.Flush());
+  EXPECT_EQ(ReadFile(path), bytes) << "reading alone changes nothing";
+  testing::internal::CaptureStderr();
+  for (const std::uint32_t id : {8u, 9u}) EXPECT_TRUE(file.WriteBytes(AsBytes(Message(id))));
+  const std::string report = testing::internal::GetCapturedStderr();
+  EXPECT_NE(report.find("\tBytes behind the last whole message, cut off: 66\n"), std::string::npos) << report;
+  EXPECT_EQ(report.find('\n'), report.size() - 1) << "told once";
+  EXPECT_TRUE(file.Close());
+  EXPECT_EQ(ReadFile(path), Message(1) + Message(8) + Message(9));
+}
+
 TEST_F(RecordFileTest, TheWriterKeepsTheOrderAndTheTradesComeBack) {
   std::string expected;
   {
@@ -217,17 +235,32 @@ TEST_F(RecordFileTest, ABackupMovesTheFileAndStartsAFreshOne) {
   file.WriteBytes(AsBytes(Message(1)));
   EXPECT_TRUE(file.Backup(Folder / "old", Moment()));
   file.WriteBytes(AsBytes(Message(2)));
-  // A folder that cannot be made: the file stays and goes on.
+  // A backup of the same minute and a folder that cannot be made: the file stays and goes on.
   std::ofstream(Folder / "taken") << "x";
-  testing::internal::CaptureStderr();
-  EXPECT_FALSE(file.Backup(Folder / "taken", Moment()));
-  const std::string report = testing::internal::GetCapturedStderr();
-  EXPECT_TRUE(report.starts_with("QOR::Base::CQORFileImpl::Backup\t")) << report;
-  EXPECT_NE(report.find("\tRename failed: ErrorNo: "), std::string::npos) << report;
-  file.WriteBytes(AsBytes(Message(3)));
+  for (const char* folder : {"old", "taken"}) {
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(file.Backup(Folder / folder, Moment()));
+    const std::string report = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(report.starts_with("QOR::Base::CQORFileImpl::Backup\t")) << report;
+    EXPECT_NE(report.find("\tRename failed: ErrorNo: "), std::string::npos) << report;
+    file.WriteBytes(AsBytes(Message(3)));
+  }
   EXPECT_TRUE(file.Close());
   EXPECT_EQ(ReadFile(Folder / "old" / "day_20260301_0905.ada"), Message(1));
-  EXPECT_EQ(ReadFile(Folder / "day.ada"), Message(2) + Message(3));
+  EXPECT_EQ(ReadFile(Folder / "day.ada"), Message(2) + Message(3) + Message(3));
+}
+
+TEST_F(RecordFileTest, ABackupOfWhatCannotBeWrittenFails) {
+  if (!fs::exists("/dev/full")) GTEST_SKIP() << "there is no full disk here";
+  fs::create_symlink("/dev/full", Folder / "day.ada");
+  TestFile file(Folder);
+  ASSERT_FALSE(file.Open());
+  testing::internal::CaptureStderr();
+  EXPECT_TRUE(file.WriteBytes(AsBytes(Message(1))));
+  EXPECT_FALSE(file.Backup(Folder / "old", Moment()));
+  const std::string report = testing::internal::GetCapturedStderr();
+  EXPECT_NE(report.find("\tWrite failed: ErrorNo: 28, "), std::string::npos) << report;
+  EXPECT_TRUE(fs::is_symlink(Folder / "day.ada") && fs::is_empty(Folder / "old"));
 }
 
 }  // namespace
