@@ -1,6 +1,5 @@
 #include "trade_data/ada_write_async.h"
 
-#include <system_error>
 #include <utility>
 
 #include "foundations/error_report.h"
@@ -30,15 +29,14 @@ CQORADAWriteAsync::~CQORADAWriteAsync() {
 }
 
 void CQORADAWriteAsync::StartThread() {
+  const auto run = [](void* self) noexcept { static_cast<CQORADAWriteAsync*>(self)->Run(); };
   HasThread = true;
-  try {
-    Writer = std::thread([this]() noexcept { Run(); });
-  } catch (const std::system_error& error) {
-    HasThread = false;
-    // The first word is meant as it stands: readers of logs look for it.
-    CQORLog::ReportFailure("Faild to start thread: ", static_cast<unsigned long>(error.code().value()), kStartThread,
-                           __LINE__);
-  }
+  const unsigned long error = StartPlatformThread(Writer, run, this);
+  Joinable = error == 0;
+  if (Joinable) return;
+  HasThread = false;
+  // The first word is meant as it stands: readers of logs look for it.
+  CQORLog::ReportFailure("Faild to start thread: ", error, kStartThread, __LINE__);
 }
 
 // An exception that reaches this function goes to the terminate handler of this thread. Nothing here needs cleaning up:
@@ -104,7 +102,8 @@ bool CQORADAWriteAsync::Close() noexcept {
     Closing = true;
     if (HasEvent) SetPlatformEvent(Wakeup);
   }
-  if (Writer.joinable()) Writer.join();
+  if (Joinable) JoinPlatformThread(Writer);
+  Joinable = false;
   return !Failed;
 }
 

@@ -6,10 +6,10 @@
 #include <atomic>
 #include <cstdint>
 #include <span>
-#include <thread>
 
 #include "foundations/qor_lock.h"
 #include "platform/event.h"
+#include "platform/thread.h"
 #include "trade_data/ada_store.h"
 #include "trade_data/file_impl.h"
 
@@ -51,7 +51,8 @@ class CQORADAWriteAsync {
   bool Closing = false;
   std::atomic<bool> Failed = false;
   std::atomic<unsigned long> FailureNumber = 0;
-  std::thread Writer;
+  PlatformThread Writer;
+  bool Joinable = false;  // the owner's
 };
 
 }  // namespace QOR::Base

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <system_error>
+#include <filesystem>
 
 namespace {
 
@@ -20,6 +20,17 @@ TEST(ErrorReportTest, TheSystemsTextFollowsTheNumber) {
   EXPECT_EQ(line.find_first_of("\r\n"), std::string::npos);
   // A number that no system knows has no text.
   EXPECT_EQ(FailureLine("Open: ", 123456789, "F", 7), "F\t7\tOpen: ErrorNo: 123456789, ");
+}
+
+// Of all numbers that systems use: texts of several lines become one, and places for inserts stay visible.
+TEST(ErrorReportTest, EveryTextIsOneLineWithItsInserts) {
+  bool hasInsert = std::filesystem::path::preferred_separator != '\\';  // only Windows has texts with inserts
+  for (unsigned long number = 1; number < 16000; ++number) {
+    const std::string line = FailureLine("", number, "F", 7);
+    EXPECT_EQ(line.find_first_of("\r\n"), std::string::npos) << line;
+    hasInsert = hasInsert || line.find("%1") != std::string::npos;
+  }
+  EXPECT_TRUE(hasInsert);
 }
 
 TEST(ErrorReportTest, TheReportIsOneLineOfStandardError) {

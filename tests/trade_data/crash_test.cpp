@@ -21,10 +21,11 @@ struct ChildEnd {
   std::string Out;
 };
 
-ChildEnd RunChild(const std::string& arguments) {
+// The line of the shell before it is none that Windows has.
+ChildEnd RunChild(const std::string& arguments, const std::string& before = "") {
   const fs::path program = (ProgramFolder() / (kWindows ? "crash_child.exe" : "crash_child")).make_preferred();
   const fs::path out = (ProgramFolder() / "crash_child.out").make_preferred();
-  std::string command = "\"" + program.string() + "\" " + arguments + " > \"" + out.string() + "\" 2>&1";
+  std::string command = before + "\"" + program.string() + "\" " + arguments + " > \"" + out.string() + "\" 2>&1";
   if (kWindows) command = "\"" + command + "\"";  // the shell takes one pair of quotes off
   const int status = std::system(command.c_str());
   std::ifstream stream(out, std::ios::binary);
@@ -73,6 +74,15 @@ TEST(CrashTest, AnotherThreadsCrashStaysWhatItWas) {
     EXPECT_EQ(end.Out.find("dump"), std::string::npos) << end.Out;
     EXPECT_TRUE(TakeDumps().empty());
   }
+}
+
+// A thread whose stack would be larger than the memory is refused.
+TEST(CrashTest, WithoutItsThreadTheWriterSaysWhyAndWritesItself) {
+  if (kWindows) GTEST_SKIP() << "no shell here that limits a stack";
+  const ChildEnd end = RunChild("main lives", "ulimit -s 200000000000 || exit 77; ");
+  if (end.Code == 77) GTEST_SKIP() << "the limit of stacks cannot be raised here";
+  EXPECT_EQ(end.Code, 0);
+  EXPECT_NE(end.Out.find("Faild to start thread: ErrorNo: 11, "), std::string::npos) << end.Out;
 }
 
 TEST(CrashTest, TheHandlersGoWithTheThread) {
