@@ -28,3 +28,9 @@ std::string_view TakeLine(std::string_view& rest) noexcept;
 // The pieces between the delimiters, as reading lines from a stream gives them: a trailing delimiter adds no empty
 // piece, an empty text has no piece.
 std::vector<std::string> SplitText(std::string_view text, char delimiter);
+
+// The text of a file without the byte order mark that some editors put ahead of UTF-8.
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view WithoutByteOrderMark(std::string_view text) noexcept {
+  return text.starts_with(kByteOrderMark) ? text.substr(kByteOrderMark.size()) : text;
+}

@@ -23,6 +23,7 @@ bool IsEmpty(std::string_view part) {
 
 DescriptionList ParseExchangeFormat(std::string_view text) {
   DescriptionList entries;
+  text = WithoutByteOrderMark(text);
   while (!text.empty()) {
     const std::string_view line = TakeLine(text);
     if (line.empty()) continue;
@@ -34,6 +35,7 @@ DescriptionList ParseExchangeFormat(std::string_view text) {
 
 DescriptionList ParseBookExport(std::string_view text) {
   DescriptionList entries;
+  text = WithoutByteOrderMark(text);
   while (!text.empty()) {
     const auto parts = PartsOf(TakeLine(text));
     if (parts.size() < 2 || parts.size() > 3 || std::any_of(parts.begin(), parts.end(), IsEmpty)) continue;

@@ -1,6 +1,6 @@
 // The two text files in which users lay out exports, as lists of entries: EXCHANGETRADEFORMAT.TXT and
-// TRADEBOOKEXPORT.TXT. Not what an entry writes: trade_file_lines.h, exchange_files.h. Lines end in LF or CR LF.
-// Any thread.
+// TRADEBOOKEXPORT.TXT. Not what an entry writes: trade_file_lines.h, exchange_files.h. Lines end in LF or CR LF;
+// a byte order mark ahead is passed over. Any thread.
 //
 //   EXCHANGETRADEFORMAT.TXT: line := Name ( "," DateFormat ( "," more )? )?
 //   TRADEBOOKEXPORT.TXT:     line := Name "," Title ( "," DateFormat )?

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "foundations/text_tools.h"
 #include "terminal/csv_line.h"
 #include "terminal/terminal_error.h"
 
 namespace {
 
 constexpr std::size_t kLongestLine = 65536;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 std::string Joined(const std::vector<std::string>& names) {
   std::string text;

@@ -26,7 +26,7 @@ std::size_t DailyFile::LongestLine(std::size_t columns, std::string_view serverN
 std::vector<DailyFile::NamedColumn> DailyFile::ReadColumns(const std::filesystem::path& headerFile) const {
   std::vector<NamedColumn> columns = AutoColumns;
   const std::string text = ReadWholeFile(headerFile);
-  for (std::string_view rest = text; !rest.empty();) {
+  for (std::string_view rest = WithoutByteOrderMark(text); !rest.empty();) {
     const std::string_view name = TakeLine(rest);
     if (!name.empty() && name.find(',') == std::string_view::npos)
       columns.push_back({std::string(name), FindDailyColumn(name)});

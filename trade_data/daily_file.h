@@ -20,7 +20,8 @@ class DailyFile {
 
   // Starts Trade<date>.CSV in the folder with the columns of its TradeHeaderFile.txt, which are added to those known.
   // Nothing changes when memory runs out. A second call in the life of the module finds the stream open: that fails the
-  // stream, and nothing is written from then on. Meant so, and so is that the file does not change with the date.
+  // stream, and nothing is written from then on. Meant so, and so is that the file does not change with the date. Lines
+  // written before and not flushed reach the disk when the file is closed.
   void OpenDailyFile(const std::filesystem::path& folder, std::string_view date, std::string_view serverName);
 
   // Before the first opening, and after any failure, this has no effect. Takes no memory.

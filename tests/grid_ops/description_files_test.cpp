@@ -22,6 +22,18 @@ const ListCase kCases[] = {
      {{"", "", "b"}, {"A", "", ""}, {"A", "", ""}, {"A", "", "b"}, {"", "", ""}},
      {}},
     {"blanks stay, a return within too", " A , b\rc \n", {{" A ", "", " b\rc "}}, {{" A ", " b\rc ", ""}}},
+    {"byte order mark, ahead only",
+     "\xEF\xBB\xBF"
+     "A,b\n\xEF\xBB\xBF"
+     "C,d",
+     {{"A", "", "b"},
+      {"\xEF\xBB\xBF"
+       "C",
+       "", "d"}},
+     {{"A", "b", ""},
+      {"\xEF\xBB\xBF"
+       "C",
+       "d", ""}}},
     {"zero byte", std::string("A\0B,c", 5), {{std::string("A\0B", 3), "", "c"}}, {{std::string("A\0B", 3), "c", ""}}},
 };
 

@@ -64,6 +64,10 @@ TEST_F(DailyFileTest, HeaderLines) {
       {"a name twice", "Symbol\nQuantity\nSymbol\n", "Symbol,Quantity,Symbol,", "ABC,7,ABC,"},
       {"names as they stand", " Symbol\nSymbol \nsymbol\nSymbol\t\n", " Symbol,Symbol ,symbol,Symbol\t,", ""},
       {"a carriage return within", "Sym\rbol\nQuantity\r\r\n", "Sym\rbol,Quantity\r,", ""},
+      {"a byte order mark, once and ahead", "\xEF\xBB\xBFSymbol\n\xEF\xBB\xBFSide\n",
+       "Symbol,\xEF\xBB\xBF"
+       "Side,",
+       "ABC,"},
       {"blanks are a name", " \n", " ,", ""},
       {"empty", "", "", ""},
   };
@@ -114,6 +118,23 @@ TEST_F(DailyFileTest, DownloadThenEachLiveTradeAtOnce) {
   // The end of the module closes the file, and with it goes out what the download had put there.
   player.reset();
   EXPECT_EQ(Content(), expected + "\r\n5,Default,Se,50,");
+}
+
+// More lines than any buffer holds back: some are on the disk early, none is torn or lost in the end.
+TEST_F(DailyFileTest, TheDownloadOfASecondLoginIsWholeAtTheEnd) {
+  WriteHeader("VELDTradeID\n");
+  std::string download, expected = "VELDTradeID,";
+  for (std::uint32_t id = 1; id <= 5000; ++id) {
+    download += Trade(id, 1, std::to_string(id));
+    expected += "\r\n" + std::to_string(id) + ",";
+  }
+  auto player = std::make_unique<CachePlayer>(std::map<std::string, BookSettings>{}, Folder);
+  player->Play(kDownloadEnd + WireMessage(30022, "") + download + kDownloadEnd + Trade(6000, 1, "late"));
+  EXPECT_TRUE(expected.starts_with(Content()));
+  EXPECT_LT(Content().size(), expected.size());
+  EXPECT_GT(Content().size(), 12U);
+  player.reset();
+  EXPECT_EQ(Content(), expected);
 }
 
 TEST_F(DailyFileTest, ASecondOpeningEndsTheFile) {
