@@ -125,7 +125,9 @@ TEST_F(RecordFileTest, CutAnywhereLoadsWhatIsWholeAndGoesOnBehindIt) {
     ASSERT_FALSE(file.Open());
     EXPECT_EQ(file.Load(), size / 22 * 22);
     EXPECT_EQ(file.Ids, ids[size / 22]);
+    testing::internal::CaptureStderr();
     EXPECT_TRUE(file.WriteBytes(AsBytes(Message(9))));
+    EXPECT_EQ(testing::internal::GetCapturedStderr().empty(), size % 22 == 0);
     EXPECT_TRUE(file.Close());
     EXPECT_EQ(ReadFile(path), whole.substr(0, size / 22 * 22) + Message(9));
   }
