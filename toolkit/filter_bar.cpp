@@ -59,10 +59,12 @@ bool IsForProgram(const wxKeyEvent& event) {
 
 }  // namespace
 
+// Hidden, the field stands in the grid itself: wxGTK 3.2 scrolls the hidden windows in a header too, of which GTK 3.24
+// complains.
 void GridFilterBar::MakeField() {
   Field = new wxTextCtrl;
   Field->Hide();
-  Field->Create(View->GetGridColLabelWindow(), wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+  Field->Create(&Owner, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                 wxBORDER_NONE | wxTE_PROCESS_ENTER | wxTE_PROCESS_TAB);
   Field->SetMinSize(wxSize(1, 1));
   Field->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { OnText(); });
@@ -144,12 +146,12 @@ void GridFilterBar::Place() {
 
 // wxGTK 3.2: a window that got another parent is shown, whether it was or not, but not before the next idle moment, and
 // has lost focus and selection. Drop when it keeps what it had.
-void GridFilterBar::MoveInto(wxWindow& header) {
-  if (Field->GetParent() == &header) return;
+void GridFilterBar::MoveInto(wxWindow& parent) {
+  if (Field->GetParent() == &parent) return;
   const bool hadFocus = HasFocus(), shown = Field->IsShown();
   long first = 0, end = 0;
   Field->GetSelection(&first, &end);
-  Field->Reparent(&header);
+  Field->Reparent(&parent);
   Field->Show(!shown);
   Field->Show(shown);
   if (hadFocus) Field->SetFocus();
@@ -157,7 +159,7 @@ void GridFilterBar::MoveInto(wxWindow& header) {
 }
 
 void GridFilterBar::LeaveFrozenWindow() {
-  if (Field != nullptr) MoveInto(*View->GetGridColLabelWindow());
+  if (Column >= 0) MoveInto(*View->GetGridColLabelWindow());
 }
 
 // While no window of this program has the focus the edit stays: it may get it back.
@@ -173,6 +175,7 @@ void GridFilterBar::End() {
   Column = -1;
   if (HasFocus()) View->SetFocus();
   Field->Hide();
+  MoveInto(Owner);
   View->RepaintHeader();
 }
 

@@ -47,7 +47,7 @@ class GridFilterBar {
   bool HasFocus() const;
   void Place();
   void Dress();
-  void MoveInto(wxWindow& header);
+  void MoveInto(wxWindow& parent);
   void PutCaret(Caret caret);
   void End();
   bool Store(int column, const std::wstring& text);

@@ -67,7 +67,6 @@ long WindowStyle(const MessageButtons& buttons) {
 }
 
 MessageDialog::MessageDialog(CQORPMessageBox& box, MessageButtons buttons) : Box(box), Shown(std::move(buttons)) {
-  if ((box.Style & kRightToLeft) != 0) SetLayoutDirection(wxLayout_RightToLeft);
   wxDialog::Create(GetParentForModalDialog(box.Parent, 0), wxID_ANY, box.Caption, wxDefaultPosition, wxDefaultSize,
                    WindowStyle(Shown));
   if ((box.Style & kRightToLeft) != 0) SetLayoutDirection(wxLayout_RightToLeft);

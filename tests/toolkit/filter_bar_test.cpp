@@ -235,4 +235,17 @@ TEST_F(FilterBar, TheRealKeyboardTypesWhileRowsCome) {
   EXPECT_EQ(Grid->GetFilterText(4), L"ab");
 }
 
+// GTK complains of a hidden window that is scrolled.
+TEST_F(FilterBar, LeavesNoHiddenFieldInAHeaderThatScrolls) {
+  for (int column = 0; column < 6; ++column) Grid->SetColumnWidth(column, 500);
+  testing::internal::CaptureStderr();
+  for (const int column : {0, 5, 0}) {
+    EXPECT_TRUE(Grid->EditFilter(column));
+    Press(*Grid->GetFilterEdit(), WXK_ESCAPE);
+    EXPECT_TRUE(RowsHaveFocus());
+  }
+  const std::string printed = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(printed.find("CRITICAL"), std::string::npos) << printed;
+}
+
 }  // namespace

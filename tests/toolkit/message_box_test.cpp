@@ -89,6 +89,7 @@ TEST_F(MessageBoxTest, StyleAndKeysGiveButtonsAndAnswer) {
       {0x100, L"[Left] Right & more", 'L', 1000, ""},
       {0x80140, L"[Left] Right & more", 'R', 1001, "wxART_INFORMATION"},
   };
+  testing::internal::CaptureStderr();
   for (const Row& row : rows) {
     SCOPED_TRACE(row.Style);
     CQORPMessageBox box({.Caption = L"Trade Book", .Text = L"50 % & more", .Style = row.Style});
@@ -108,6 +109,8 @@ TEST_F(MessageBoxTest, StyleAndKeysGiveButtonsAndAnswer) {
     EXPECT_EQ(answer, row.Answer);
     EXPECT_FALSE(box.Checked);
   }
+  const std::string printed = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(printed.find("CRITICAL"), std::string::npos) << printed;
 }
 
 TEST_F(MessageBoxTest, ABoxWithoutCancelWaitsForAButton) {
