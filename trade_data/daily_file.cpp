@@ -10,7 +10,7 @@ constexpr std::string_view kLineEnd = "\r\n";
 void DailyFile::OpenDailyFile(const std::filesystem::path& folder, std::string_view date, std::string_view serverName) {
   const std::filesystem::path file = folder / ("Trade" + std::string(date) + ".CSV");
   std::vector<NamedColumn> columns = ReadColumns(folder / "TradeHeaderFile.txt");
-  Line.Start(LongestLine(columns.size(), serverName));
+  if (!AutoStream.is_open()) Line.Start(LongestLine(columns.size(), serverName));
   // From here on nothing takes memory: the file is opened once.
   AutoColumns = std::move(columns);
   AutoStream.open(file, std::ios::binary | std::ios::trunc);
