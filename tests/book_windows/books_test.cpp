@@ -230,15 +230,16 @@ TEST_F(BooksTest, BooksOfOneIdStandAndCloseEachByItself) {
   terminal.Answer = KeyOf("COMEX", "GC1");
   const struct {
     void (*Place)(CTradeBookBar&);
-    bool (CTradeBookBar::*Stands)() const;
+    bool (*Stands)(const CTradeBookBar&);
     void (*Close)(CTradeBookBar&);
   } kBooks[] = {
-      {[](auto& bar) { bar.DockControlBar(DockSide::Left); }, &CTradeBookBar::IsDocked,
+      {[](auto& bar) { bar.DockControlBar(DockSide::Left); }, [](auto& bar) { return bar.IsDocked(); },
        [](auto& bar) { bar.OnPressCloseButton(); }},
-      {[](auto&) {}, &CTradeBookBar::IsFloating, [](auto& bar) { Press(*bar.Grid()->GetRowsWindow(), WXK_ESCAPE); }},
-      {[](auto& bar) { bar.TabControlBar(); }, &CTradeBookBar::IsMDITabbed,
+      {[](auto&) {}, [](auto& bar) { return bar.IsFloating(); },
+       [](auto& bar) { Press(*bar.Grid()->GetRowsWindow(), WXK_ESCAPE); }},
+      {[](auto& bar) { bar.TabControlBar(); }, [](auto& bar) { return bar.IsMDITabbed(); },
        [](auto& bar) { bar.OnTabCloseButton(), bar.ShowControlBar(false); }},
-      {[](auto& bar) { bar.DockControlBar(DockSide::Left); }, &CTradeBookBar::IsDocked,
+      {[](auto& bar) { bar.DockControlBar(DockSide::Left); }, [](auto& bar) { return bar.IsDocked(); },
        [](auto& bar) { bar.OnPressCloseButton(); }},
   };
   std::vector<CTradeBookBar*> bars;
@@ -247,7 +248,7 @@ TEST_F(BooksTest, BooksOfOneIdStandAndCloseEachByItself) {
     bars.push_back(&BarOf(terminal.LastId));
     book.Place(*bars.back());
   }
-  for (std::size_t i = 0; i < bars.size(); ++i) EXPECT_TRUE((bars[i]->*kBooks[i].Stands)()) << i;
+  for (std::size_t i = 0; i < bars.size(); ++i) EXPECT_TRUE(kBooks[i].Stands(*bars[i])) << i;
   State->MultipleTradeBookDisable = false;  // which each close saves
   for (std::size_t i = 0; i < bars.size(); ++i) {
     SCOPED_TRACE(i);
