@@ -7,7 +7,8 @@
 
 namespace {
 constexpr std::size_t kRecordsPerSlab = kPageBlockSize / sizeof(TradeRecord);
-}
+constexpr std::size_t kLinkSize = sizeof(TradeRecord*);
+}  // namespace
 
 struct RecordPool::Slab {
   TradeRecord Records[kRecordsPerSlab];
@@ -26,7 +27,7 @@ TradeRecord& RecordPool::Spare() {
 TradeRecord* RecordPool::TakeFree() {
   if (FirstReturned != nullptr) {
     TradeRecord* record = FirstReturned;
-    std::memcpy(&FirstReturned, record, sizeof FirstReturned);
+    std::memcpy(&FirstReturned, record, kLinkSize);
     return record;
   }
   if (Slabs.empty() || UsedInLastSlab == kRecordsPerSlab) {
@@ -39,7 +40,7 @@ TradeRecord* RecordPool::TakeFree() {
 }
 
 void RecordPool::GiveBack(TradeRecord* record) noexcept {
-  std::memcpy(record, &FirstReturned, sizeof FirstReturned);
+  std::memcpy(record, &FirstReturned, kLinkSize);
   FirstReturned = record;
 }
 
