@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 
 #include "host_link/packet_reader.h"
 #include "platform/export.h"
@@ -60,7 +59,7 @@ TEST(EntryPointsTest, MessagesThatFailForWantOfMemoryCanBeSentAgain) {
     return fs::path();
   };
   while (!dailyFile().empty()) fs::remove(dailyFile());  // of a run before: the module keeps its own open to the end
-  std::ofstream(folder / "TradeHeaderFile.txt") << "VELDTradeID\r\nExchangeTradeTime\r\nQuantity\r\n";
+  WriteBytes(folder / "TradeHeaderFile.txt", "VELDTradeID\r\nExchangeTradeTime\r\nQuantity\r\n");
   const std::uint8_t infoOnly = 0;
   ReplyForTest reply(16, true);
   CallUntilServed([&] { GetDllInfo(&reply.Buffer, &infoOnly); });
