@@ -39,12 +39,14 @@ bool CDlgTradeBook::CreateOn(wxWindow& bar) {
 
 void CDlgTradeBook::MakeStrip() {
   Strip = std::make_unique<SummaryStrip>(*this).release();  // the dialog owns it
+  TellUnderPointer(*Strip);
   const wxFont font = SummaryFont();
   for (const DialogControl& control : kLineControls) {
     CQORPStatic* text = GetStatic(control.Id);
     text->Reparent(Strip);
     text->SetFont(font);
     text->LeaveToolTip();
+    TellUnderPointer(*text);
   }
 }
 
@@ -103,9 +105,22 @@ void CDlgTradeBook::ShowAverages(bool shown) {
   TellAllTotals();
 }
 
-// A narrow book does not show the whole line. With Windows a control hides the tool tip of what lies under it.
+// With Windows a control hides the tool tip of what lies under it, so that each has its own; only that under the
+// pointer is kept up to date, as a beat has no time for all of them.
+void CDlgTradeBook::TellUnderPointer(wxWindow& window) {
+  window.Bind(wxEVT_ENTER_WINDOW, [this, &window](wxMouseEvent& event) {
+    event.Skip();
+    Pointed = &window;
+    TellAllTotals();
+  });
+  window.Bind(wxEVT_LEAVE_WINDOW, [this, &window](wxMouseEvent& event) {
+    event.Skip();
+    if (Pointed == &window) Pointed = nullptr;
+  });
+}
+
+// A narrow book does not show the whole line.
 void CDlgTradeBook::TellAllTotals() {
-  const std::wstring text = Grid->Line.AllTotals(GetStatic(kAverageControls[0])->IsShown());
-  Strip->SetToolTip(text);
-  for (const DialogControl& control : kLineControls) GetStatic(control.Id)->SetToolTip(text);
+  if (Pointed == nullptr) return;
+  Pointed->SetToolTip(Grid->Line.AllTotals(GetStatic(kAverageControls[0])->IsShown()));
 }

@@ -23,7 +23,9 @@ class CDlgTradeBook : public CQORPDialog {
   bool LineFits(const wxFont& font) const;
   wxRect PlaceInStrip(const DialogControl& control) const;
   void PlaceControls();
+  void TellUnderPointer(wxWindow& window);
   void TellAllTotals();
 
+  wxWindow* Pointed = nullptr;  // the window of the line that the pointer is over
   wxWindow* Strip = nullptr;  // under the grid, with the controls of the line; a child window
 };

@@ -9,6 +9,12 @@ void RowMap::Clear() noexcept {
   Count = 0;
 }
 
+bool RowMap::HasRoomBelow(std::int32_t key) const noexcept {
+  for (const Run& run : Runs)
+    if (run.LowestKey() - 1 == key) return run.Records.size() < run.Records.capacity();
+  return false;
+}
+
 // A row goes behind a run that ends just above its key, or into one that has it, or begins a run.
 void RowMap::MakeRoom(std::int32_t key, std::size_t rows) {
   const std::int64_t lowest = std::int64_t{key} + 1 - static_cast<std::int64_t>(rows);

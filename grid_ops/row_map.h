@@ -19,6 +19,8 @@ class RowMap {
   bool Empty() const noexcept { return Count == 0; }
   std::size_t Size() const noexcept { return Count; }
 
+  // A row stored under that key, the one below a run's, takes no memory.
+  bool HasRoomBelow(std::int32_t key) const noexcept;
   // Rows stored under that key and those below it, so many of them, take no memory.
   void MakeRoom(std::int32_t key, std::size_t rows);
   // Stores the record under the key, in place of one that stands there. Nothing changes when memory runs out.

@@ -102,10 +102,13 @@ TEST_F(BooksTest, SummaryLineFollowsTheTrades) {
   }
   EXPECT_TRUE(book.Dialog->GetStatic(30043)->IsShown());
   PaintNow(*book.Dialog->GetStatic(30043));
-  for (const wxWindow* over :
-       {book.Dialog->GetStatic(30030)->GetParent(), static_cast<wxWindow*>(book.Dialog->GetStatic(30043))})
+  for (wxWindow* over :
+       {book.Dialog->GetStatic(30030)->GetParent(), static_cast<wxWindow*>(book.Dialog->GetStatic(30043))}) {
+    wxMouseEvent enter(wxEVT_ENTER_WINDOW);
+    over->GetEventHandler()->ProcessEvent(enter);
     EXPECT_EQ(over->GetToolTipText(),
               "Buy: 5\nBuyAmt: 50.00\nBuyAvg: 10.00\nSell: 7\nSellAmt: 140.00\nSellAvg: 20.00\nNet: -2\nNetAmt: 90.00");
+  }
   EXPECT_EQ(book.Dialog->GetToolTipText() + book.Grid()->GetToolTipText(), "");
   book.Grid()->SetFocus();
   Pump();
