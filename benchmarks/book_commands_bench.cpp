@@ -10,8 +10,8 @@
 #include "benchmarks/day_of_books.h"
 #include "benchmarks/million_trades.h"
 #include "benchmarks/window_loop.h"
-#include "grid_ops/copy_guard.h"
-#include "grid_ops/trade_columns.h"
+#include "grid_ops/columns/trade_columns.h"
+#include "grid_ops/exports/csv_export.h"
 
 namespace {
 

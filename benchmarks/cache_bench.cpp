@@ -6,7 +6,7 @@
 
 #include "benchmarks/process_memory.h"
 #include "benchmarks/sample_messages.h"
-#include "trade_data/trade_cache.h"
+#include "trade_data/cache/trade_cache.h"
 
 namespace {
 

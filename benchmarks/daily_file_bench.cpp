@@ -9,7 +9,7 @@
 #include <string>
 
 #include "benchmarks/sample_messages.h"
-#include "trade_data/trade_cache.h"
+#include "trade_data/cache/trade_cache.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "benchmarks/million_trades.h"
 #include "benchmarks/sample_messages.h"
 #include "benchmarks/window_loop.h"
-#include "host_link/packet_writer.h"
+#include "host_link/messages/packet_writer.h"
 
 namespace {
 

@@ -10,9 +10,9 @@
 #include <set>
 #include <vector>
 
-#include "book_windows/book_list.h"
-#include "book_windows/trade_book_bar.h"
-#include "toolkit/frame.h"
+#include "book_windows/windows/book_list.h"
+#include "book_windows/windows/trade_book_bar.h"
+#include "toolkit/bars/frame.h"
 
 // Which windows have been painted. wxWidgets 3.2 does not stand handlers that come and go.
 class PaintWatch : public wxEventFilter {

@@ -6,7 +6,7 @@
 
 #include "benchmarks/quickfix_peer.h"
 #include "benchmarks/sample_messages.h"
-#include "trade_data/trade_impl.h"
+#include "trade_data/records/trade_impl.h"
 
 namespace {
 

@@ -14,9 +14,9 @@
 
 #include "benchmarks/million_trades.h"
 #include "benchmarks/sqlite_peer.h"
-#include "grid_ops/csv_export.h"
-#include "grid_ops/exchange_files.h"
-#include "grid_ops/trade_columns.h"
+#include "grid_ops/columns/trade_columns.h"
+#include "grid_ops/exports/csv_export.h"
+#include "grid_ops/exports/exchange_files.h"
 
 namespace {
 

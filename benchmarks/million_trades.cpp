@@ -6,7 +6,7 @@
 #include <string>
 
 #include "benchmarks/sample_messages.h"
-#include "host_link/packet_writer.h"
+#include "host_link/messages/packet_writer.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 // times as a day has them, prices that walk in ticks. The same numbers in every run.
 #pragma once
 
-#include "trade_data/trade_cache.h"
+#include "trade_data/cache/trade_cache.h"
 
 inline constexpr std::size_t kMillion = 1'000'000;
 

@@ -8,9 +8,9 @@
 #include <iterator>
 #include <string>
 
-#include "foundations/wide_text.h"
-#include "grid_base/column_profile.h"
-#include "grid_ops/trade_columns.h"
+#include "foundations/text_tools.h"
+#include "grid_base/settings/column_profile.h"
+#include "grid_ops/columns/trade_columns.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "benchmarks/window_loop.h"
-#include "toolkit/grid_ctrl.h"
+#include "toolkit/grid/grid_ctrl.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 
 #include "benchmarks/million_trades.h"
 #include "benchmarks/sqlite_peer.h"
-#include "grid_ops/book_rows.h"
-#include "grid_ops/book_totals.h"
+#include "grid_ops/rows/book_rows.h"
+#include "grid_ops/rows/book_totals.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <map>
 #include <string>
 
-#include "host_link/packet_writer.h"
-#include "trade_data/trade_impl.h"
+#include "host_link/messages/packet_writer.h"
+#include "trade_data/records/trade_impl.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "host_link/packet_reader.h"
-#include "trade_data/trade_record.h"
+#include "host_link/messages/packet_reader.h"
+#include "trade_data/records/trade_record.h"
 
 inline constexpr std::size_t kSampleMessageSize = 450;
 inline constexpr std::size_t kSampleFieldCount = 44;

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "benchmarks/million_trades.h"
-#include "grid_ops/cell_text.h"
+#include "grid_ops/columns/cell_text.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
-// Dates and times between text and instants, by the letter patterns of the terminal's date settings, such as
-// "dd MMM yyyy". An instant is a signed count of seconds since 1970-01-01 00:00:00 UTC; there is no other epoch.
-// Not a zone table: local time is what the machine says. Nothing here reports a failure. Any thread may call.
+// Dates and times between text and instants, by the letter patterns of the terminal's date settings, such as "dd MMM
+// yyyy". An instant is a signed count of seconds since 1970-01-01 00:00:00 UTC; there is no other epoch. Nothing here
+// reports a failure. Any thread may call.
 #pragma once
 
 #include <cstddef>

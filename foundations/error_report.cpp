@@ -1,8 +1,13 @@
 #include "foundations/error_report.h"
 
+#include <atomic>
 #include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <mutex>
 
-#include "platform/error_text.h"
+#include "platform/faults.h"
+#include "platform/text.h"
 
 std::string FailureLine(std::string_view message, unsigned long errorNumber, std::string_view functionName,
                         unsigned line) {
@@ -23,3 +28,68 @@ void CQORLog::ReportFailure(std::string_view message, unsigned long errorNumber,
   } catch (...) {  // Out of memory: there is no second place to say so.
   }
 }
+
+namespace QOR::Util {
+
+namespace {
+
+// Line numbers that are part of the reports' fixed text.
+struct DumpReport {
+  DumpOutcome Outcome;
+  const char* Message;
+  unsigned Line;
+};
+constexpr DumpReport kDumpReports[] = {
+    {DumpOutcome::NoLibrary, "Couldn't load dbghelp.dll", 193},
+    {DumpOutcome::NoFile, "Couldn't create minidump file", 219},
+    {DumpOutcome::NoFunction, "Bad MiniDumpWriteDump function", 246},
+};
+
+std::atomic<CQORExceptionHandler::DumpCallback> dumpCallback = nullptr;
+
+// The terminate handler belongs to the whole process, so the threads that want it are counted. A dying thread reads
+// these without the lock.
+std::mutex handlerLock;
+int handledThreads = 0;
+std::terminate_handler formerTerminate = nullptr;
+
+[[noreturn]] void OnTerminate() noexcept {
+  if (CatchesFaultSignals()) EndProcessHere(&CQORExceptionHandler::CreateMiniDump);
+  if (formerTerminate != nullptr) formerTerminate();
+  std::abort();
+}
+
+}  // namespace
+
+// There is no unexpected handler to set: the language has none any more, and what led to it leads to terminate.
+void CQORExceptionHandler::InstallThreadHandlers() noexcept {
+  if (CatchesFaultSignals()) return;
+  CatchFaultSignals(&CreateMiniDump);
+  const std::lock_guard guard(handlerLock);
+  if (handledThreads++ == 0) formerTerminate = std::set_terminate(OnTerminate);
+}
+
+void CQORExceptionHandler::RemoveThreadHandlers() noexcept {
+  if (!CatchesFaultSignals()) return;
+  {
+    const std::lock_guard guard(handlerLock);
+    // A handler that somebody else has set meanwhile stays.
+    if (--handledThreads == 0 && std::get_terminate() == OnTerminate) std::set_terminate(formerTerminate);
+  }
+  ReleaseFaultSignals();
+}
+
+void CQORExceptionHandler::CreateMiniDump(void* exceptionPointers) noexcept {
+  if (const DumpCallback callback = dumpCallback; callback != nullptr) callback(exceptionPointers);
+  unsigned long error = 0;
+  const DumpOutcome outcome = WriteProcessDump(exceptionPointers, error);
+  for (const DumpReport& report : kDumpReports)
+    if (report.Outcome == outcome)
+      CQORLog::ReportFailure(report.Message, error, "QOR::Util::CQORExceptionHandler::CreateMiniDump", report.Line);
+}
+
+void CQORExceptionHandler::SetDumpCallback(DumpCallback callback) noexcept {
+  dumpCallback = callback;
+}
+
+}  // namespace QOR::Util

@@ -7,7 +7,7 @@
 #include <system_error>
 #include <type_traits>
 
-#include "foundations/wide_text.h"
+#include "foundations/text_tools.h"
 
 namespace fs = std::filesystem;
 

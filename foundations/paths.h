@@ -1,5 +1,4 @@
-// The current folder, and names of files as wide text and back, for windows and settings. Not through the code page,
-// nor through the locale: a name keeps every character, whatever the system is set to. Any thread may call.
+// The current folder, and names of files as wide text and back, for windows and settings. Any thread may call.
 #pragma once
 
 #include <filesystem>

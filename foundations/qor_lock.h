@@ -1,8 +1,8 @@
-// The lock of the system, re-entrant, and the guard that holds it for a scope. Not a binary interface: a lock that
-// the terminal shares is a PlatformLock. Any thread may call; a guard stays on the thread that made it.
+// The lock of the system, re-entrant, and the guard that holds it for a scope. Any thread may call; a guard stays on
+// the thread that made it.
 #pragma once
 
-#include "platform/lock.h"
+#include "platform/threads.h"
 
 namespace QOR::Thread {
 

@@ -11,8 +11,8 @@
 #include <utility>
 
 #include "foundations/error_report.h"
-#include "platform/code_page.h"
-#include "platform/last_error.h"
+#include "platform/faults.h"
+#include "platform/text.h"
 
 namespace QOR::Base {
 

@@ -1,5 +1,5 @@
-// CQORString, the single-byte text builder of error reports, and the arguments of its format. Not a general string:
-// everything else uses std::string. A builder belongs to one thread at a time.
+// CQORString, the single-byte text builder of error reports, and the arguments of its format. A builder belongs to one
+// thread at a time.
 #pragma once
 
 #include <concepts>

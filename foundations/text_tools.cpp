@@ -2,10 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <cwchar>
 #include <limits>
 #include <optional>
+
+#include "platform/text.h"
 
 namespace {
 
@@ -129,4 +133,116 @@ std::vector<std::string> SplitText(std::string_view text, char delimiter) {
   std::vector<std::string> pieces;
   while (!text.empty()) pieces.emplace_back(TakeUntil(text, delimiter));
   return pieces;
+}
+
+namespace {
+
+constexpr bool kWideHolds32Bits = sizeof(wchar_t) >= sizeof(char32_t);
+constexpr char32_t kFirstPaired = 0x10000;
+constexpr char32_t kLastCharacter = 0x10FFFF;
+
+bool IsHighSurrogate(char16_t unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+bool IsLowSurrogate(char16_t unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+char32_t JoinPair(char16_t high, char16_t low) {
+  return kFirstPaired + ((static_cast<char32_t>(high) - 0xD800) << 10) + (static_cast<char32_t>(low) - 0xDC00);
+}
+
+void AppendUtf16(std::u16string& units, char32_t character) {
+  if (character > kLastCharacter) character = 0xFFFD;
+  if (character < kFirstPaired) {
+    units += static_cast<char16_t>(character);
+    return;
+  }
+  units += static_cast<char16_t>(0xD800 + ((character - kFirstPaired) >> 10));
+  units += static_cast<char16_t>(0xDC00 + ((character - kFirstPaired) & 0x3FF));
+}
+
+}  // namespace
+
+std::string WideToNarrow(std::wstring text) {
+  return WideToCodePage(text);
+}
+
+std::wstring NarrowToWide(std::string&& text) {
+  std::wstring wide = CodePageToWide(text);
+  text.clear();
+  return wide;
+}
+
+std::wstring NumberToWide(std::uint32_t value) {
+  return std::to_wstring(value);
+}
+
+std::wstring DoubleToWide(double value) {
+  // The sign of a NaN tells nothing.
+  if (std::isnan(value)) value = std::numeric_limits<double>::quiet_NaN();
+  std::array<char, std::numeric_limits<double>::max_exponent10 + 8> digits{};  // sign, 309 digits, point, two decimals
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, 2).ptr;
+  return {digits.data(), end};
+}
+
+std::u16string WideToUtf16(std::wstring_view text) {
+  std::u16string units;
+  units.reserve(text.size());
+  for (const wchar_t character : text) AppendUtf16(units, static_cast<char32_t>(character));
+  return units;
+}
+
+std::wstring Utf16ToWide(std::u16string_view text) {
+  std::wstring wide;
+  wide.reserve(text.size());
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const bool pair =
+        kWideHolds32Bits && IsHighSurrogate(text[at]) && at + 1 < text.size() && IsLowSurrogate(text[at + 1]);
+    wide += static_cast<wchar_t>(pair ? JoinPair(text[at], text[at + 1]) : text[at]);
+    if (pair) ++at;
+  }
+  return wide;
+}
+
+namespace {
+
+struct CapitalRange {
+  wchar_t First;
+  wchar_t Last;
+  int ToSmall;
+};
+constexpr CapitalRange kCapitals[] = {
+    {L'A', L'Z', 32},   {0xC0, 0xD6, 32},      {0xD8, 0xDE, 32},   {0x152, 0x152, 1},
+    {0x160, 0x160, 1},  {0x178, 0x178, -0x79}, {0x17D, 0x17D, 1},  {0x391, 0x3A1, 32},
+    {0x3A3, 0x3A9, 32}, {0x400, 0x40F, 80},    {0x410, 0x42F, 32},
+};
+
+wchar_t SmallLetter(wchar_t letter) {
+  for (const CapitalRange& range : kCapitals)
+    if (letter >= range.First && letter <= range.Last) return static_cast<wchar_t>(letter + range.ToSmall);
+  return letter;
+}
+
+}  // namespace
+
+std::wstring_view TrimWide(std::wstring_view text) {
+  while (!text.empty() && IsWideSpace(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsWideSpace(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+std::wstring LowerWide(std::wstring text) {
+  LowerInPlace(text);
+  return text;
+}
+
+void LowerInPlace(std::span<wchar_t> text) noexcept {
+  std::transform(text.begin(), text.end(), text.begin(), SmallLetter);
+}
+
+std::int32_t WideToNumber(const std::wstring& text) {
+  const long long number = std::wcstoll(text.c_str(), nullptr, 10);
+  return static_cast<std::int32_t>(std::clamp<long long>(number, std::numeric_limits<std::int32_t>::min(),
+                                                         std::numeric_limits<std::int32_t>::max()));
 }

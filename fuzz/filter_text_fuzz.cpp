@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <string>
 
-#include "foundations/wide_text.h"
+#include "foundations/text_tools.h"
 #include "fuzz/fuzz_functions.h"
-#include "grid_ops/filter_bar.h"
+#include "grid_ops/rows/column_filter.h"
 #include "tests/grid_ops/slow_book.h"
 
 namespace {

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "fuzz/fuzz_functions.h"
-#include "host_link/cipher.h"
-#include "host_link/packet_reader.h"
+#include "host_link/messages/message_header.h"
+#include "host_link/messages/packet_reader.h"
 #include "tests/trade_data/wire_bytes.h"
 
 namespace {

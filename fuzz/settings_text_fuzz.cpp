@@ -3,9 +3,8 @@
 #include <vector>
 
 #include "fuzz/fuzz_functions.h"
-#include "grid_base/settings_file.h"
-#include "grid_base/settings_text.h"
-#include "grid_base/tag_guard.h"
+#include "grid_base/settings/settings_text.h"
+#include "grid_base/settings/tag_guard.h"
 #include "tests/grid_base/slow_settings_text.h"
 
 namespace {

@@ -5,8 +5,8 @@
 #include "fuzz/fuzz_functions.h"
 #include "tests/trade_data/slow_trade_cache.h"
 #include "tests/trade_data/wire_bytes.h"
-#include "trade_data/trade_fields.h"
-#include "trade_data/trade_impl.h"
+#include "trade_data/records/trade_fields.h"
+#include "trade_data/records/trade_impl.h"
 
 namespace {
 

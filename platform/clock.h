@@ -1,5 +1,5 @@
 // The clock and the zone of the machine: broken-down time of an instant, and the time now. An instant is a count of
-// seconds since 1970-01-01 00:00:00 UTC. Not a printer of times: that is foundations/date_time.h. Any thread may call.
+// seconds since 1970-01-01 00:00:00 UTC. Any thread may call.
 #pragma once
 
 #include <cstdint>

@@ -1,8 +1,8 @@
 #include <iostream>
 
-#include "platform/module.h"
-#include "terminal/program.h"
-#include "terminal/windows/play_in_windows.h"
+#include "platform/modules.h"
+#include "terminal/program/program.h"
+#include "terminal/windows/session/wx_run.h"
 
 int main(int argc, char** argv) {
   return RunTerminal(CommandLineArguments(argc, argv), PlayInWindows, std::cout, std::cerr);

@@ -2,9 +2,9 @@
 // one, or with what it does not know, they do nothing.
 #include <type_traits>
 
-#include "host_link/terminal_functions.h"
-#include "platform/export.h"
-#include "terminal/terminal_host.h"
+#include "host_link/host_functions/terminal_functions.h"
+#include "platform/modules.h"
+#include "terminal/link/terminal_host.h"
 
 TRADEBOOK_EXPORT void GetMasterRequest(MasterRequest* request, std::uint32_t /*zero*/, std::uint16_t* requestNumber) {
   if (RunningHost() != nullptr) RunningHost()->GetMasterRequest(request, requestNumber);

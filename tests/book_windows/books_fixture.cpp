@@ -5,9 +5,9 @@
 #include <cstring>
 
 #include "foundations/paths.h"
-#include "grid_base/registry_store.h"
-#include "grid_ops/trade_columns.h"
-#include "host_link/packet_writer.h"
+#include "grid_base/settings/registry_store.h"
+#include "grid_ops/columns/trade_columns.h"
+#include "host_link/messages/packet_writer.h"
 
 namespace fs = std::filesystem;
 

@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "book_windows/book_list.h"
-#include "book_windows/trade_book_bar.h"
+#include "book_windows/windows/book_list.h"
+#include "book_windows/windows/trade_book_bar.h"
 #include "tests/toolkit/dialog_answers.h"
 #include "tests/toolkit/gui_test.h"
-#include "toolkit/frame.h"
+#include "toolkit/bars/frame.h"
 
 // What the plug-in sent to the terminal, and what the terminal's focused window answers to 32022.
 struct BookTerminal {

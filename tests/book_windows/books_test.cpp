@@ -1,10 +1,10 @@
-#include "book_windows/book_list.h"
+#include "book_windows/windows/book_list.h"
 
 #include <cstring>
 #include <fstream>
 #include <functional>
 
-#include "book_windows/book_dialog_template.h"
+#include "book_windows/windows/book_dialog_template.h"
 #include "tests/book_windows/books_fixture.h"
 #include "tests/toolkit/spoken_name.h"
 

@@ -11,10 +11,9 @@
 
 #include "foundations/date_time.h"
 #include "foundations/text_tools.h"
-#include "foundations/wide_text.h"
-#include "grid_ops/cell_text.h"
-#include "grid_ops/export_settings.h"
-#include "platform/module.h"
+#include "grid_ops/columns/cell_text.h"
+#include "grid_ops/exports/export_settings.h"
+#include "platform/modules.h"
 #include "tests/book_windows/books_fixture.h"
 #include "tests/grid_ops/slow_book.h"
 

@@ -1,13 +1,13 @@
-#include "book_windows/book_layout.h"
+#include "book_windows/windows/book_layout.h"
 
 #include <wx/display.h>
 
 #include <fstream>
 #include <sstream>
 
-#include "book_windows/layout_record.h"
-#include "foundations/wide_text.h"
-#include "grid_base/registry_store.h"
+#include "book_windows/model/layout_record.h"
+#include "foundations/text_tools.h"
+#include "grid_base/settings/registry_store.h"
 #include "tests/book_windows/books_fixture.h"
 
 namespace {

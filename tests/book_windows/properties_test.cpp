@@ -7,8 +7,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "book_windows/window_font.h"
-#include "grid_base/registry_store.h"
+#include "book_windows/windows/window_font.h"
+#include "grid_base/settings/registry_store.h"
 #include "tests/book_windows/books_fixture.h"
 
 namespace {

@@ -4,11 +4,11 @@
 #include <filesystem>
 #include <set>
 
-#include "grid_ops/cell_text.h"
-#include "grid_ops/csv_export.h"
-#include "grid_ops/exchange_files.h"
-#include "host_link/packet_writer.h"
-#include "platform/module.h"
+#include "grid_ops/columns/cell_text.h"
+#include "grid_ops/exports/csv_export.h"
+#include "grid_ops/exports/exchange_files.h"
+#include "host_link/messages/packet_writer.h"
+#include "platform/modules.h"
 #include "tests/documents/page.h"
 #include "tests/support/plain_book.h"
 

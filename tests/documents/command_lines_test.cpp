@@ -5,9 +5,9 @@
 #include <set>
 #include <sstream>
 
-#include "terminal/options.h"
-#include "terminal/terminal_error.h"
-#include "terminal/window_script.h"
+#include "terminal/common/errors.h"
+#include "terminal/program/options.h"
+#include "terminal/script/window_script.h"
 #include "tests/documents/page.h"
 
 namespace {

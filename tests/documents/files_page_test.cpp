@@ -4,14 +4,14 @@
 #include <set>
 
 #include "foundations/text_tools.h"
-#include "grid_base/column_profile.h"
-#include "grid_base/settings_text.h"
-#include "grid_base/xml_settings.h"
-#include "grid_ops/trade_file_lines.h"
-#include "platform/module.h"
+#include "grid_base/settings/column_profile.h"
+#include "grid_base/settings/settings_text.h"
+#include "grid_base/settings/xml_settings.h"
+#include "grid_ops/exports/trade_file_lines.h"
+#include "platform/modules.h"
 #include "tests/documents/page.h"
-#include "toolkit/bar_place.h"
-#include "trade_data/daily_columns.h"
+#include "toolkit/model/bar_place.h"
+#include "trade_data/daily_file/daily_file.h"
 
 namespace {
 

@@ -5,11 +5,11 @@
 #include <map>
 #include <set>
 
-#include "host_link/packet_reader.h"
-#include "host_link/plugin_info.h"
+#include "host_link/messages/packet_reader.h"
+#include "host_link/module/plugin_info.h"
 #include "tests/documents/page.h"
 #include "tests/host_link/reply_for_test.h"
-#include "trade_data/trade_fields.h"
+#include "trade_data/records/trade_fields.h"
 
 namespace {
 
@@ -97,9 +97,9 @@ Messages DescriptionFields() {
 Messages BuiltFields() {
   Messages messages;
   for (const char* folder : {"host_link", "book_windows", "grid_base"})
-    for (const auto& entry : fs::directory_iterator(fs::path(TRADEBOOK_SOURCE_FOLDER) / folder)) {
+    for (const auto& entry : fs::recursive_directory_iterator(fs::path(TRADEBOOK_SOURCE_FOLDER) / folder)) {
       if (entry.path().extension() != ".cpp" || entry.path().filename() == "plugin_info.cpp") continue;
-      const std::string source = SourceText(std::string(folder) + "/" + entry.path().filename().string());
+      const std::string source = SourceText(entry.path().lexically_relative(TRADEBOOK_SOURCE_FOLDER).generic_string());
       for (const Match& begin : Matches(source, R"(AddU16\(10002, (\d+)\);)")) {
         const std::string built = Between(source, begin[0], "\n}\n");
         Fields& fields = messages[std::stoi(begin[1])];
@@ -118,8 +118,8 @@ Messages CodeFields() {
   AddTable(messages[8111], kTradeBodyFields);
   messages[8111][kSectionTerminator] = "none";
   messages[9101] = messages[8111];
-  AddSourceTable(messages[9112], SourceText("trade_data/trade_amend.cpp"), R"((?:TradeRecord|Amendment))");
-  const std::string router = SourceText("host_link/message_router.cpp");
+  AddSourceTable(messages[9112], SourceText("trade_data/cache/trade_cache.cpp"), R"((?:TradeRecord|Amendment))");
+  const std::string router = SourceText("host_link/module/message_router.cpp");
   for (const auto& [number, record] : {std::pair{32022, "AddressPair"}, {32023, "FilterKey"}, {30026, "RestoreValues"}})
     AddSourceTable(messages[number], router, record);
   std::erase_if(messages, [](const auto& message) { return message.second.empty(); });
@@ -143,7 +143,7 @@ TEST(HostGuide, NamesEveryMessageAndItsWay) {
        Matches(SourceText("docs/host_guide.md"), R"(\n\| (\d+) \| (in|out) \| (?:the callback of )?`?(\w+)`? \|)"))
     guide.emplace(std::stoi(row[1]), row[2], row[3]);
   Ways code;
-  const std::string router = SourceText("host_link/message_router.cpp");
+  const std::string router = SourceText("host_link/module/message_router.cpp");
   for (const auto& [table, entry] :
        {std::pair{"::kMessageRoutes[]", "OnMessage"}, {"::kPluginMessageRoutes[]", "OnPluginMessage"}})
     for (const Match& row : Matches(Between(router, table, "};"), R"(\{(\d+), &)"))
@@ -159,7 +159,8 @@ TEST(HostGuide, NamesTheFunctionsThatAreCalled) {
   const std::string section = Between(SourceText("docs/host_guide.md"), "## The terminal's functions", "\n## ");
   for (const Match& row : Matches(section, R"(\n\| `(\w+)` \|)")) guide.insert(row[1]);
   std::set<std::string> code;
-  for (const Match& call : Matches(SourceText("host_link/function_table.cpp"), R"(\(TerminalFunction::(\w+)\))"))
+  for (const Match& call :
+       Matches(SourceText("host_link/host_functions/function_table.cpp"), R"(\(TerminalFunction::(\w+)\))"))
     code.insert(call[1]);
   EXPECT_EQ(guide, code);
   EXPECT_EQ(code.size(), 5U);

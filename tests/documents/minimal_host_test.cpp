@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "foundations/text_tools.h"
-#include "platform/module.h"
+#include "platform/modules.h"
 #include "tests/documents/page.h"
 
 namespace {

@@ -33,10 +33,10 @@ TEST(UserGuide, NamesMenuPropertiesAndMessages) {
   const std::string guide = SourceText("docs/user_guide.md");
   std::set<std::string> texts;
   for (const auto& [file, pattern] :
-       {std::pair{"book_windows/grid_menu.h", R"re(, L"([^"]+)"\})re"},
-        {"book_windows/grid_properties.cpp", R"re(\n    \{(?:L"\w+"|nullptr), L"([^"]+)", )re"},
-        {"grid_ops/copy_guard.h", R"re(return L"(.*command\.?)";)re"},
-        {"grid_ops/csv_commands.h", R"re(kCsvReport = L"([^"]+)";)re"}}) {
+       {std::pair{"book_windows/windows/trade_book_commands.h", R"re(, L"([^"]+)"\})re"},
+        {"book_windows/windows/grid_properties.cpp", R"re(\n    \{(?:L"\w+"|nullptr), L"([^"]+)", )re"},
+        {"grid_ops/exports/csv_export.h", R"re(return L"(.*command\.?)";)re"},
+        {"grid_ops/exports/csv_export.h", R"re(kCsvReport = L"([^"]+)";)re"}}) {
     const std::vector<Match> found = Matches(SourceText(file), pattern);
     EXPECT_FALSE(found.empty()) << file;
     for (Match text : found) {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/documents/page.h"
-#include "trade_data/trade_impl.h"
+#include "trade_data/records/trade_impl.h"
 
 namespace {
 

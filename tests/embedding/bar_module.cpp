@@ -6,10 +6,10 @@
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
-#include "platform/export.h"
-#include "toolkit/docking_control_bar.h"
-#include "toolkit/message_box.h"
-#include "toolkit/toolkit_start.h"
+#include "platform/modules.h"
+#include "toolkit/bars/docking_control_bar.h"
+#include "toolkit/dialogs/message_box.h"
+#include "toolkit/start/toolkit_start.h"
 
 namespace {
 

@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 #include <wx/app.h>
 
-#include "book_windows/book_list.h"
-#include "book_windows/trade_book_bar.h"
+#include "book_windows/windows/book_list.h"
+#include "book_windows/windows/trade_book_bar.h"
 #include "tests/embedding/foreign_loop.h"
-#include "toolkit/docking_manager.h"
+#include "toolkit/bars/docking_manager.h"
 
 namespace {
 

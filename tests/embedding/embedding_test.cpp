@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/module.h"
+#include "platform/modules.h"
 #include "tests/embedding/bar_module.h"
 #include "tests/embedding/foreign_loop.h"
 

@@ -7,14 +7,13 @@
 #include <iterator>
 #include <set>
 
-#include "host_link/entry_points.h"
-#include "host_link/packet_reader.h"
-#include "host_link/packet_writer.h"
-#include "platform/export.h"
-#include "platform/module.h"
+#include "host_link/messages/packet_reader.h"
+#include "host_link/messages/packet_writer.h"
+#include "host_link/module/message_router.h"
+#include "platform/modules.h"
 #include "tests/embedding/foreign_loop.h"
 #include "tests/host_link/reply_for_test.h"
-#include "trade_data/trade_impl.h"
+#include "trade_data/records/trade_impl.h"
 
 namespace fs = std::filesystem;
 

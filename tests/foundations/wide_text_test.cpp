@@ -1,11 +1,11 @@
-#include "foundations/wide_text.h"
+#include "foundations/text_tools.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 #include <vector>
 
-#include "platform/code_page.h"
+#include "platform/text.h"
 
 namespace {
 

@@ -1,14 +1,12 @@
-#include "grid_base/base_grid.h"
+#include "grid_base/windows/base_grid.h"
 
 #include <wx/button.h>
 #include <wx/dialog.h>
 
 #include <filesystem>
 
-#include "grid_base/message_box_xml.h"
-#include "grid_base/popup_message.h"
-#include "grid_base/window_boxes.h"
-#include "host_link/packet_reader.h"
+#include "grid_base/windows/window_boxes.h"
+#include "host_link/messages/packet_reader.h"
 #include "tests/toolkit/gui_test.h"
 
 namespace {

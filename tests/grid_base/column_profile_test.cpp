@@ -1,4 +1,4 @@
-#include "grid_base/column_profile.h"
+#include "grid_base/settings/column_profile.h"
 
 #include "tests/grid_base/own_folder.h"
 

@@ -1,11 +1,11 @@
-#include "grid_base/field_choose.h"
+#include "grid_base/windows/field_choose.h"
 
 #include <wx/dialog.h>
 #include <wx/uiaction.h>
 
 #include <filesystem>
 
-#include "grid_base/base_grid.h"
+#include "grid_base/windows/base_grid.h"
 #include "tests/toolkit/gui_test.h"
 
 namespace {

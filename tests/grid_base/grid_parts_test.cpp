@@ -1,8 +1,7 @@
 // The small parts of a grid: folder paths, type names, fonts.
-#include "grid_base/folder_path.h"
-#include "grid_base/grid_font.h"
-#include "grid_base/grid_type_names.h"
-#include "grid_base/xml_settings.h"
+#include "grid_base/settings/grid_folders.h"
+#include "grid_base/settings/grid_font.h"
+#include "grid_base/settings/xml_settings.h"
 #include "tests/grid_base/own_folder.h"
 
 namespace {

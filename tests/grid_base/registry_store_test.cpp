@@ -1,4 +1,4 @@
-#include "grid_base/registry_store.h"
+#include "grid_base/settings/registry_store.h"
 
 #include "tests/grid_base/own_folder.h"
 

@@ -5,7 +5,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "platform/replace_file.h"
+#include "platform/files.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // Files that are replaced by several processes, by processes that die, and through links.
-#include "platform/replace_file.h"
+#include "platform/files.h"
 
 #include <cstdlib>
 #include <future>
 #include <vector>
 
-#include "platform/module.h"
+#include "platform/modules.h"
 #include "tests/grid_base/own_folder.h"
 
 namespace {

@@ -1,10 +1,10 @@
-#include "grid_base/settings_text.h"
+#include "grid_base/settings/settings_text.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "grid_base/tag_guard.h"
+#include "grid_base/settings/tag_guard.h"
 #include "tests/grid_base/slow_settings_text.h"
 
 namespace {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "grid_base/settings_node.h"
+#include "grid_base/settings/settings_tree.h"
 
 bool SlowParse(CVELDPXMLNode& node, std::wstring text);
 

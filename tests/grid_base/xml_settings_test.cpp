@@ -1,4 +1,4 @@
-#include "grid_base/xml_settings.h"
+#include "grid_base/settings/xml_settings.h"
 
 #include "tests/grid_base/own_folder.h"
 

@@ -1,4 +1,4 @@
-#include "grid_ops/book_rows.h"
+#include "grid_ops/rows/book_rows.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "grid_ops/book_totals.h"
+#include "grid_ops/rows/book_totals.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "grid_ops/cell_text.h"
+#include "grid_ops/columns/cell_text.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <memory>
 #include <random>
 
-#include "grid_ops/trade_file_text.h"
+#include "grid_ops/exports/trade_file_text.h"
 #include "tests/foundations/time_zone.h"
 #include "tests/grid_ops/export_sample.h"
 

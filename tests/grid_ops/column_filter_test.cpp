@@ -1,10 +1,9 @@
-#include "grid_ops/column_filter.h"
+#include "grid_ops/rows/column_filter.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
-#include "grid_ops/filter_bar.h"
 #include "tests/grid_ops/slow_book.h"
 
 namespace {

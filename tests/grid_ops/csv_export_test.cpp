@@ -1,8 +1,7 @@
-#include "grid_ops/csv_export.h"
+#include "grid_ops/exports/csv_export.h"
 
 #include <algorithm>
 
-#include "grid_ops/csv_commands.h"
 #include "tests/grid_base/own_folder.h"
 #include "tests/grid_ops/export_sample.h"
 

@@ -1,4 +1,4 @@
-#include "grid_ops/description_files.h"
+#include "grid_ops/exports/trade_file_lines.h"
 
 #include "tests/grid_base/own_folder.h"
 

@@ -1,6 +1,6 @@
-#include "grid_ops/exchange_files.h"
+#include "grid_ops/exports/exchange_files.h"
 
-#include "grid_ops/trade_file_lines.h"
+#include "grid_ops/exports/trade_file_lines.h"
 #include "tests/grid_base/own_folder.h"
 #include "tests/grid_ops/export_sample.h"
 

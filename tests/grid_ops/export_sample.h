@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "grid_ops/grid_columns.h"
-#include "grid_ops/trade_columns.h"
+#include "grid_ops/columns/trade_columns.h"
+#include "grid_ops/exports/csv_export.h"
 #include "tests/trade_data/sample_trade.h"
-#include "trade_data/trade_cache.h"
+#include "trade_data/cache/trade_cache.h"
 
 template <std::size_t kSize>
 void PutText(char (&field)[kSize], std::string_view text) {

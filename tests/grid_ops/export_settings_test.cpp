@@ -1,4 +1,4 @@
-#include "grid_ops/export_settings.h"
+#include "grid_ops/exports/export_settings.h"
 
 #include "tests/grid_base/own_folder.h"
 

@@ -5,8 +5,8 @@
 
 #include <functional>
 
-#include "grid_ops/csv_export.h"
-#include "grid_ops/exchange_files.h"
+#include "grid_ops/exports/csv_export.h"
+#include "grid_ops/exports/exchange_files.h"
 #include "tests/grid_base/own_folder.h"
 #include "tests/grid_ops/export_sample.h"
 #include "tests/support/failing_memory.h"

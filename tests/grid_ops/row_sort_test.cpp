@@ -1,4 +1,4 @@
-#include "grid_ops/row_sort.h"
+#include "grid_ops/rows/row_sort.h"
 
 #include <gtest/gtest.h>
 

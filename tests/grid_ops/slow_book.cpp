@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "foundations/wide_text.h"
+#include "foundations/text_tools.h"
 
 namespace {
 

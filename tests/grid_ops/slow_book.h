@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "trade_data/trade_cache.h"
+#include "trade_data/cache/trade_cache.h"
 
 using SlowSort = std::vector<std::pair<int, int>>;    // column and state
 using SlowKey = std::pair<std::string, std::string>;  // exchange and security

@@ -1,4 +1,4 @@
-#include "grid_ops/trade_file_text.h"
+#include "grid_ops/exports/trade_file_text.h"
 
 #include <gtest/gtest.h>
 

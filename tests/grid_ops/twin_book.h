@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "grid_ops/book_rows.h"
-#include "grid_ops/book_totals.h"
+#include "grid_ops/rows/book_rows.h"
+#include "grid_ops/rows/book_totals.h"
 #include "tests/grid_ops/slow_book.h"
 
 FilterKey KeyOf(const SlowKey& key);

@@ -1,7 +1,7 @@
 // Puts a key into the process's holder for the life of the object.
 #pragma once
 
-#include "host_link/cipher.h"
+#include "host_link/messages/message_header.h"
 #include "tests/host_link/wire_bytes.h"
 
 class CipherKeyForTest {

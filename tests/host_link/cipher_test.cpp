@@ -1,4 +1,4 @@
-#include "host_link/cipher.h"
+#include "host_link/messages/message_header.h"
 
 #include <gtest/gtest.h>
 

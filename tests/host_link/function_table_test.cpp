@@ -1,12 +1,12 @@
-#include "host_link/function_table.h"
+#include "host_link/host_functions/function_table.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <optional>
 
-#include "host_link/message_style.h"
-#include "host_link/packet_writer.h"
+#include "host_link/host_functions/terminal_functions.h"
+#include "host_link/messages/packet_writer.h"
 #include "tests/host_link/wire_bytes.h"
 
 namespace {

@@ -1,11 +1,11 @@
-#include "host_link/message_router.h"
+#include "host_link/module/message_router.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <functional>
 
-#include "host_link/resource_guard.h"
+#include "host_link/host_functions/function_table.h"
 #include "tests/host_link/wire_bytes.h"
 
 namespace {

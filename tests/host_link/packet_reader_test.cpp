@@ -1,4 +1,4 @@
-#include "host_link/packet_reader.h"
+#include "host_link/messages/packet_reader.h"
 
 #include <gtest/gtest.h>
 #include <zlib.h>

@@ -1,4 +1,4 @@
-#include "host_link/packet_writer.h"
+#include "host_link/messages/packet_writer.h"
 
 #include <gtest/gtest.h>
 #include <zlib.h>

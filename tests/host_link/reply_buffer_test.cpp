@@ -1,4 +1,4 @@
-#include "host_link/reply_buffer.h"
+#include "host_link/messages/reply_buffer.h"
 
 #include <gtest/gtest.h>
 

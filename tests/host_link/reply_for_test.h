@@ -1,7 +1,7 @@
 // A HostReplyBuffer as a terminal makes it, with an end.
 #pragma once
 
-#include "host_link/reply_buffer.h"
+#include "host_link/messages/reply_buffer.h"
 #include "tests/host_link/wire_bytes.h"
 
 class ReplyForTest {

@@ -1,4 +1,4 @@
-#include "host_link/resource_guard.h"
+#include "host_link/host_functions/function_table.h"
 
 #include <gtest/gtest.h>
 

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host_link/packet_writer.h"
+#include "host_link/messages/packet_writer.h"
 
 using Bytes = std::vector<std::uint8_t>;
 using Numbers = std::initializer_list<std::uint16_t>;  // of messages, tags, modes: to loop over

@@ -1,14 +1,14 @@
 // The three exports, built into the test, when memory runs out: each message is sent again and again, and each time a
 // later one of its allocations fails, until it needs no more. Nothing may leave an export, and the daily file tells
 // whether each message had its effect once.
-#include "host_link/entry_points.h"
+#include "host_link/module/message_router.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
-#include "host_link/packet_reader.h"
-#include "platform/export.h"
+#include "host_link/messages/packet_reader.h"
+#include "platform/modules.h"
 #include "tests/grid_base/own_folder.h"
 #include "tests/host_link/reply_for_test.h"
 #include "tests/support/failing_memory.h"

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "host_link/message_header.h"
+#include "host_link/messages/message_header.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <new>
 
-#include "platform/pages.h"
+#include "platform/memory.h"
 
 namespace {
 

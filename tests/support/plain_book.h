@@ -1,8 +1,8 @@
 // A book without a window: rows, totals and line of totals, as the trade cache tells them.
 #pragma once
 
-#include "grid_ops/book_rows.h"
-#include "grid_ops/book_totals.h"
+#include "grid_ops/rows/book_rows.h"
+#include "grid_ops/rows/book_totals.h"
 
 class PlainBook : public TradeBook, SecurityMasters {
  public:

@@ -1,14 +1,13 @@
-#include "terminal/csv_file.h"
+#include "terminal/day/csv_file.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <sstream>
 
-#include "terminal/csv_line.h"
-#include "terminal/securities.h"
-#include "terminal/terminal_error.h"
-#include "terminal/trade_day.h"
+#include "terminal/common/errors.h"
+#include "terminal/day/reference_data.h"
+#include "terminal/day/trade_file.h"
 #include "tests/terminal/test_files.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "terminal/day_player.h"
+#include "terminal/play/day_run.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
-#include "terminal/day_run.h"
+#include "terminal/play/day_run.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <sstream>
 
-#include "terminal/play_status.h"
+#include "terminal/play/play_report.h"
 #include "tests/terminal/test_files.h"
 
 namespace {

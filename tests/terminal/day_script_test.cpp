@@ -1,13 +1,13 @@
-#include "terminal/day_script.h"
+#include "terminal/day/day_script.h"
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 #include <vector>
 
-#include "host_link/message_header.h"
-#include "terminal/message_record.h"
-#include "terminal/terminal_error.h"
+#include "host_link/messages/message_header.h"
+#include "terminal/common/errors.h"
+#include "terminal/day/recordings.h"
 #include "tests/terminal/test_files.h"
 
 namespace {

@@ -4,13 +4,12 @@
 #include <fstream>
 #include <string>
 
-#include "host_link/entry_points.h"
-#include "host_link/packet_reader.h"
-#include "host_link/packet_writer.h"
-#include "host_link/reply_buffer.h"
-#include "host_link/terminal_functions.h"
-#include "platform/export.h"
-#include "platform/module.h"
+#include "host_link/host_functions/terminal_functions.h"
+#include "host_link/messages/packet_reader.h"
+#include "host_link/messages/packet_writer.h"
+#include "host_link/messages/reply_buffer.h"
+#include "host_link/module/message_router.h"
+#include "platform/modules.h"
 
 namespace {
 

@@ -1,11 +1,10 @@
-#include "terminal/market_watch.h"
+#include "terminal/watch/market_watch.h"
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 
-#include "host_link/packet_writer.h"
-#include "terminal/watch_columns.h"
+#include "host_link/messages/packet_writer.h"
 #include "tests/terminal/test_files.h"
 
 namespace {

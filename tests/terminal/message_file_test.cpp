@@ -1,11 +1,11 @@
-#include "terminal/message_file.h"
+#include "terminal/day/message_file.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <sstream>
 
-#include "terminal/terminal_error.h"
+#include "terminal/common/errors.h"
 #include "tests/terminal/test_files.h"
 
 namespace {

@@ -1,11 +1,11 @@
-#include "terminal/message_log.h"
+#include "terminal/link/message_log.h"
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 
-#include "host_link/message_header.h"
-#include "host_link/packet_writer.h"
+#include "host_link/messages/message_header.h"
+#include "host_link/messages/packet_writer.h"
 
 namespace {
 

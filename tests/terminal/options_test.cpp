@@ -1,11 +1,11 @@
-#include "terminal/options.h"
+#include "terminal/program/options.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "terminal/terminal_error.h"
+#include "terminal/common/errors.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <sstream>
 
-#include "terminal/program.h"
-#include "terminal/terminal_error.h"
+#include "terminal/common/errors.h"
+#include "terminal/program/program.h"
 #include "tests/terminal/test_files.h"
 
 namespace {

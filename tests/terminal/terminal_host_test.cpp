@@ -1,4 +1,4 @@
-#include "terminal/terminal_host.h"
+#include "terminal/link/terminal_host.h"
 
 #include <gtest/gtest.h>
 
@@ -6,9 +6,8 @@
 #include <sstream>
 #include <vector>
 
-#include "host_link/packet_reader.h"
-#include "terminal/plugin_description.h"
-#include "terminal/selection_answer.h"
+#include "host_link/messages/packet_reader.h"
+#include "terminal/link/plugin_messages.h"
 #include "tests/terminal/test_files.h"
 
 namespace {

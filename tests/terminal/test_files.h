@@ -8,7 +8,7 @@
 #include <iterator>
 #include <string>
 
-#include "platform/module.h"
+#include "platform/modules.h"
 
 inline std::filesystem::path TestFolder() {
   const auto* test = testing::UnitTest::GetInstance()->current_test_info();

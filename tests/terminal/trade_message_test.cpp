@@ -1,4 +1,4 @@
-#include "terminal/trade_message.h"
+#include "terminal/day/trade_message.h"
 
 #include <gtest/gtest.h>
 

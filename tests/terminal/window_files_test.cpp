@@ -3,11 +3,11 @@
 
 #include <vector>
 
-#include "terminal/key_press.h"
-#include "terminal/png_file.h"
-#include "terminal/terminal_error.h"
-#include "terminal/window_memory.h"
-#include "terminal/window_script.h"
+#include "terminal/common/errors.h"
+#include "terminal/program/window_memory.h"
+#include "terminal/script/key_press.h"
+#include "terminal/script/png_file.h"
+#include "terminal/script/window_script.h"
 #include "tests/terminal/test_files.h"
 
 namespace {

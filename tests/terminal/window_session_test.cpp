@@ -1,5 +1,5 @@
 // The terminal's windows with a plug-in that writes down what it is told.
-#include "terminal/windows/window_session.h"
+#include "terminal/windows/session/window_session.h"
 
 #include <wx/propgrid/propgrid.h>
 #include <wx/textctrl.h>
@@ -9,14 +9,14 @@
 #include <fstream>
 #include <sstream>
 
-#include "host_link/packet_reader.h"
-#include "terminal/terminal_error.h"
-#include "terminal/windows/screen_picture.h"
+#include "host_link/messages/packet_reader.h"
+#include "terminal/common/errors.h"
+#include "terminal/windows/drivers/screen_picture.h"
 #include "tests/terminal/test_files.h"
 #include "tests/toolkit/dialog_answers.h"
 #include "tests/toolkit/gui_test.h"
-#include "toolkit/file_dialog.h"
-#include "toolkit/message_box.h"
+#include "toolkit/dialogs/file_dialog.h"
+#include "toolkit/dialogs/message_box.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include "terminal/working_folder.h"
+#include "terminal/program/program.h"
 
 #include <gtest/gtest.h>
 
-#include "terminal/terminal_error.h"
+#include "terminal/common/errors.h"
 #include "tests/terminal/test_files.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "toolkit/cell_colors.h"
+#include "toolkit/model/cell_colors.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "toolkit/columns_info.h"
+#include "toolkit/model/columns_info.h"
 
 #include <gtest/gtest.h>
 

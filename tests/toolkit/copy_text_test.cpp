@@ -1,4 +1,4 @@
-#include "toolkit/copy_text.h"
+#include "toolkit/model/copy_text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "toolkit/dialog.h"
+#include "toolkit/dialogs/dialog.h"
 
 #include <wx/frame.h>
 #include <wx/textctrl.h>

@@ -5,11 +5,11 @@
 #include <filesystem>
 #include <functional>
 
-#include "grid_base/registry_store.h"
+#include "grid_base/settings/registry_store.h"
 #include "tests/toolkit/gui_test.h"
-#include "toolkit/bar_place.h"
-#include "toolkit/docking_control_bar.h"
-#include "toolkit/frame.h"
+#include "toolkit/bars/docking_control_bar.h"
+#include "toolkit/bars/frame.h"
+#include "toolkit/model/bar_place.h"
 
 namespace {
 

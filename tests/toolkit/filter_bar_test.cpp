@@ -1,4 +1,4 @@
-#include "toolkit/filter_bar.h"
+#include "toolkit/grid/filter_fields.h"
 
 #include <wx/dcclient.h>
 #include <wx/dcmemory.h>

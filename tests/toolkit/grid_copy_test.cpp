@@ -1,4 +1,4 @@
-#include "toolkit/grid_copy.h"
+#include "toolkit/grid/grid_ctrl_impl.h"
 
 #include <wx/filename.h>
 #include <wx/stdpaths.h>
@@ -9,7 +9,7 @@
 #include <fstream>
 
 #include "tests/toolkit/gui_test.h"
-#include "toolkit/grid_ctrl.h"
+#include "toolkit/grid/grid_ctrl.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "toolkit/grid_ctrl.h"
+#include "toolkit/grid/grid_ctrl.h"
 
 #include <map>
 #include <set>

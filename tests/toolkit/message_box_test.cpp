@@ -1,4 +1,4 @@
-#include "toolkit/message_box.h"
+#include "toolkit/dialogs/message_box.h"
 
 #include <wx/artprov.h>
 #include <wx/button.h>
@@ -11,7 +11,7 @@
 #include <cstring>
 
 #include "tests/toolkit/gui_test.h"
-#include "toolkit/popup_window.h"
+#include "toolkit/dialogs/popups.h"
 
 namespace {
 

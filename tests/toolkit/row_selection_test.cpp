@@ -1,4 +1,4 @@
-#include "toolkit/row_selection.h"
+#include "toolkit/model/row_selection.h"
 
 #include <gtest/gtest.h>
 

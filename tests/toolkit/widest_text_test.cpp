@@ -1,11 +1,11 @@
-#include "toolkit/widest_text.h"
+#include "toolkit/grid/widest_text.h"
 
 #include <wx/dcclient.h>
 
 #include <algorithm>
 #include <random>
 
-#include "foundations/wide_text.h"
+#include "foundations/text_tools.h"
 #include "tests/toolkit/gui_test.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "trade_data/trade_record.h"
+#include "trade_data/records/trade_record.h"
 
 struct BookSettings {
   bool HasGrid = true;

@@ -12,7 +12,7 @@
 
 #include "tests/trade_data/book_calls.h"
 #include "tests/trade_data/slow_trade_cache.h"
-#include "trade_data/trade_cache.h"
+#include "trade_data/cache/trade_cache.h"
 
 // A number that no handler takes. Here it opens the download again with the trades still there, which no message does
 // and the rules of the merge provide for.

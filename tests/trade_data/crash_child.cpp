@@ -7,8 +7,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "foundations/exception_handler.h"
-#include "trade_data/ada_write_async.h"
+#include "foundations/error_report.h"
+#include "trade_data/record_files/ada_write_async.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/crash_dump.h"
-#include "platform/module.h"
+#include "platform/faults.h"
+#include "platform/modules.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "trade_data/daily_columns.h"
+#include "trade_data/daily_file/daily_file.h"
 
 #include <gtest/gtest.h>
 

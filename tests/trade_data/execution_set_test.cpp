@@ -1,4 +1,4 @@
-#include "trade_data/execution_set.h"
+#include "trade_data/cache/execution_set.h"
 
 #include <gtest/gtest.h>
 

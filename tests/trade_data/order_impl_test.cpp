@@ -1,4 +1,4 @@
-#include "trade_data/order_impl.h"
+#include "trade_data/records/order_impl.h"
 
 #include <gtest/gtest.h>
 

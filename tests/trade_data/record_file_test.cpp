@@ -5,8 +5,8 @@
 #include <iterator>
 
 #include "tests/trade_data/wire_bytes.h"
-#include "trade_data/ada_write_async.h"
-#include "trade_data/trade_impl.h"
+#include "trade_data/record_files/ada_write_async.h"
+#include "trade_data/records/trade_impl.h"
 
 namespace {
 

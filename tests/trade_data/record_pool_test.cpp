@@ -1,4 +1,4 @@
-#include "trade_data/record_pool.h"
+#include "trade_data/cache/record_pool.h"
 
 #include <gtest/gtest.h>
 

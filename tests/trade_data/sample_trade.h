@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "trade_data/trade_record.h"
+#include "trade_data/records/trade_record.h"
 
 struct SampleField {
   int Tag;

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "tests/trade_data/book_calls.h"
-#include "trade_data/trade_record.h"
+#include "trade_data/records/trade_record.h"
 
 // The record of a trade message's body; the key section's terminator fetches nothing.
 TradeRecord SlowDecodeTrade(std::string_view body);

@@ -1,4 +1,4 @@
-#include "trade_data/trade_cache.h"
+#include "trade_data/cache/trade_cache.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 
 #include "tests/trade_data/sample_trade.h"
 #include "tests/trade_data/wire_bytes.h"
-#include "trade_data/trade_impl.h"
+#include "trade_data/records/trade_impl.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "trade_data/trade_impl.h"
+#include "trade_data/records/trade_impl.h"
 
 #include <gtest/gtest.h>
 

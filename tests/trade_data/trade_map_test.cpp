@@ -1,4 +1,4 @@
-#include "trade_data/trade_map.h"
+#include "trade_data/cache/trade_map.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,137 @@
+#include "book_windows/windows/export_commands.h"
+
+#include <wx/stopwatch.h>
+#include <wx/utils.h>
+
+#include <ctime>
+
+#include "book_windows/windows/book_list.h"
+#include "book_windows/windows/trade_book_grid.h"
+#include "foundations/text_tools.h"
+#include "grid_base/windows/window_boxes.h"
+#include "grid_ops/exports/export_settings.h"
+#include "toolkit/dialogs/dialog.h"
+#include "toolkit/dialogs/file_dialog.h"
+#include "toolkit/dialogs/popups.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr long kShownAfterMs = 250;
+constexpr std::uint32_t kOkButton = 0, kReportIcon = 6;
+
+// The plug-in has no price divisors: see PriceDivisors.
+const PriceDivisors kNoDivisors;
+
+std::int64_t Now() {
+  return std::time(nullptr);
+}
+
+}  // namespace
+
+GridColumns ExportCommands::Columns() const {
+  const CQORPGridColumnsInfo& info = Grid.GetColumnsInfo();
+  GridColumns columns;
+  for (int i = 0; i < info.GetColumnCount(); ++i)
+    columns.push_back({.Name = WideToNarrow(info.GetColumnName(i)),
+                       .Visible = info.GetColumnVisible(i),
+                       .Order = info.GetColumnOrder(i),
+                       .Selected = info.IsColumnSelected(i)});
+  return columns;
+}
+
+std::vector<GridRowRange> ExportCommands::Selections() const {
+  std::vector<GridRowRange> ranges;
+  for (int i = 0; i < Grid.GetSelectionCount(); ++i) {
+    const CQORPGridRange range = Grid.GetSelection(i);
+    ranges.push_back({range.Top, range.Bottom});
+  }
+  return ranges;
+}
+
+void ExportCommands::Report(std::wstring_view text) const {
+  const FocusReturn focus(Grid);
+  List.Terminal().ShowMessage(&Grid, std::wstring(kExportCaption), std::wstring(text), kOkButton, kReportIcon, 0);
+}
+
+void ExportCommands::RememberFolder(const CsvCommand& command, const fs::path& proposal, const fs::path& chosen) {
+  PluginState& state = List.State();
+  RememberCsvFolder(command, state.Exports, proposal, chosen);
+  if (!command.SavesPath) return;
+  std::string folder = FolderText(FolderOf(chosen));
+  SaveTradePath(kConfigFile, folder, state.SavedTradePath);
+}
+
+template <typename Write>
+void ExportCommands::ShowRunning(Write write) {
+  const wxBusyCursor wait;
+  const wxStopWatch begun;
+  CQORPProgressOverlay overlay(*Grid.GetRowsWindow());
+  write([&](std::size_t done, std::size_t inAll) {
+    if (begun.Time() >= kShownAfterMs) overlay.ShowProgress(L"Exporting:", static_cast<int>(100 * done / inAll));
+  });
+}
+
+// The report comes whatever became of the file: meant so.
+template <typename Write>
+void ExportCommands::ExportToChosenFile(const CsvCommand& command, Write write) {
+  const fs::path proposal = ProposeCsvPath(command, List.State().Exports, Grid.GetWorkingFolder(), Now());
+  const FocusReturn focus(Grid);
+  const auto chosen =
+      CQORPFileDialog(&Grid, proposal, std::wstring(kCsvExtension), std::wstring(kCsvFilter)).AskForPath();
+  if (!chosen) return;
+  ShowRunning([&](const ExportProgress& progress) { write(*chosen, progress); });
+  Report(kCsvReport);
+  RememberFolder(command, proposal, *chosen);
+}
+
+void ExportCommands::WriteCsv(const CsvCommand& command, const fs::path& path, const ExportProgress& progress) {
+  Grid.FollowNewRows();
+  const GridColumns columns = Columns();
+  const std::vector<TradeRecord*> rows = Grid.Rows.RowRecords();
+  const std::vector<GridRowRange> selections = Selections();
+  const TradeCache& cache = List.State().TradeStore;
+  ExportGridCsv(command.Mode, path,
+                {.Columns = columns,
+                 .Rows = rows,
+                 .Selections = selections,
+                 .ServerName = cache.ServerName,
+                 .Trades = cache.LiveTrades},
+                progress);
+}
+
+void ExportCommands::ExportCsv(int commandId) {
+  const CsvCommand* command = FindCsvCommand(commandId);
+  if (command == nullptr) return;
+  if (commandId == kManualExportCommand) return ExportManually(*command);
+  ExportToChosenFile(*command,
+                     [&](const fs::path& path, const ExportProgress& progress) { WriteCsv(*command, path, progress); });
+}
+
+TradeFileRun ExportCommands::TradeFiles(const GridColumns& columns) const {
+  return {.Columns = columns,
+          .Trades = List.State().TradeStore.LiveTrades,
+          .Divisors = kNoDivisors,
+          .GridFolder = Grid.GetWorkingFolder(),
+          .PluginFolder = List.State().WorkingFolder,
+          .Now = Now()};
+}
+
+void ExportCommands::ExportManually(const CsvCommand& command) {
+  const GridColumns columns = Columns();
+  const TradeFileRun run = TradeFiles(columns);
+  if (!Grid.ExchangeFormatFlag)
+    return ExportToChosenFile(command, [&](const fs::path& path, const ExportProgress& progress) {
+      WriteManualExport(run, false, path, {}, progress);
+    });
+  ShowRunning([&](const ExportProgress& progress) { WriteManualExport(run, true, {}, {}, progress); });
+  ShowPopupMessage(WideToNarrow(ManualExchangeReport(run.Now)));
+}
+
+void ExportCommands::WriteExchangeFiles() {
+  const GridColumns columns = Columns();
+  const TradeFileRun run = TradeFiles(columns);
+  ShowRunning([&](const ExportProgress& progress) { WriteExchangeTradeFiles(run, progress); });
+  Report(kExchangeReport);
+}

@@ -1,0 +1,39 @@
+// The commands of a book that write files: the four of the menu "Export CSV" and "Exchange Trade Format": from the save
+// dialog to the report.
+#pragma once
+
+#include <filesystem>
+
+#include "grid_ops/exports/csv_export.h"
+#include "grid_ops/exports/exchange_files.h"
+
+class BookList;
+class CTradeBookGrid;
+
+class ExportCommands {
+ public:
+  ExportCommands(BookList& list, CTradeBookGrid& grid) : List(list), Grid(grid) {}
+
+  // A command of kCsvCommands.
+  void ExportCsv(int commandId);
+  void WriteExchangeFiles();
+
+ private:
+  void ExportManually(const CsvCommand& command);
+  // Runs the writer under a wait cursor, with its progress shown in the book.
+  template <typename Write>
+  void ShowRunning(Write write);
+  // Asks for the file, has it written, reports and remembers the folder.
+  template <typename Write>
+  void ExportToChosenFile(const CsvCommand& command, Write write);
+  void Report(std::wstring_view text) const;
+  void RememberFolder(const CsvCommand& command, const std::filesystem::path& proposal,
+                      const std::filesystem::path& chosen);
+  GridColumns Columns() const;
+  std::vector<GridRowRange> Selections() const;
+  void WriteCsv(const CsvCommand& command, const std::filesystem::path& path, const ExportProgress& progress);
+  TradeFileRun TradeFiles(const GridColumns& columns) const;
+
+  BookList& List;
+  CTradeBookGrid& Grid;
+};

@@ -1,0 +1,126 @@
+#include "book_windows/windows/trade_book_dialog.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "book_windows/windows/book_dialog_template.h"
+
+namespace {
+
+constexpr int kSummaryHeightPx = 25;  // at 100 %, as the heights of the font
+constexpr int kLargestFontPx = 13, kSmallestFontPx = 8;
+
+// A window of its own: with wxGTK a tool tip of the dialog would come up over the grid as well.
+class SummaryStrip : public wxPanel {
+ public:
+  explicit SummaryStrip(wxWindow& dialog)
+      : wxPanel(&dialog, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_NONE | wxCLIP_CHILDREN) {
+    SetBackgroundColour(dialog.GetBackgroundColour());
+  }
+  bool AcceptsFocus() const override { return false; }
+};
+
+}  // namespace
+
+CDlgTradeBook::CDlgTradeBook(BookList& list, CTradeBookBar& parentBar) : Grid(new CTradeBookGrid(list, parentBar)) {}
+
+bool CDlgTradeBook::CreateOn(wxWindow& bar) {
+  if (!CreateChild(&bar, kBookDialog, kBookDialogWidth, kBookDialogHeight, kBookDialogControls)) return false;
+  GetStatic(kGridPlace)->Hide();  // it only keeps the grid's place
+  if (!Grid->Create(this, 1)) return false;
+  MakeStrip();
+  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    event.Skip();
+    PlaceControls();
+  });
+  PlaceControls();
+  return true;
+}
+
+void CDlgTradeBook::MakeStrip() {
+  Strip = std::make_unique<SummaryStrip>(*this).release();  // the dialog owns it
+  TellUnderPointer(*Strip);
+  const wxFont font = SummaryFont();
+  for (const DialogControl& control : kLineControls) {
+    CQORPStatic* text = GetStatic(control.Id);
+    text->Reparent(Strip);
+    text->SetFont(font);
+    text->LeaveToolTip();
+    TellUnderPointer(*text);
+  }
+}
+
+// The template's font is a bold one of five pixels, which no screen of today can show. The largest with which the line
+// fits stands for it.
+wxFont CDlgTradeBook::SummaryFont() const {
+  const auto bold = [this](int heightPx) { return wxFont(wxFontInfo(wxSize(0, FromDIP(heightPx))).Bold()); };
+  int heightPx = kLargestFontPx;
+  while (heightPx > kSmallestFontPx && !LineFits(bold(heightPx))) --heightPx;
+  return bold(heightPx);
+}
+
+bool CDlgTradeBook::LineFits(const wxFont& font) const {
+  return std::ranges::all_of(kLineControls, [&](const DialogControl& control) {
+    int width = 0, height = 0;
+    GetTextExtent(control.Text, &width, &height, nullptr, nullptr, &font);
+    const wxSize room = PlaceInStrip(control).GetSize();
+    return width <= room.x && height <= room.y;
+  });
+}
+
+// Edges are rounded, not lengths, so that what touches in units touches in pixels.
+wxRect CDlgTradeBook::PlaceInStrip(const DialogControl& control) const {
+  const auto across = [this](int units) { return (FromDIP(units * kFourUnitsPx) + 2) / 4; };
+  const auto down = [this](int units) { return (FromDIP(units * kEightUnitsPx) + 4) / 8; };
+  const int top = down(kBookDialogHeight) - FromDIP(kSummaryHeightPx);
+  return {wxPoint(across(control.X), down(control.Y) - top),
+          wxPoint(across(control.X + control.Width) - 1, down(control.Y + control.Height) - top - 1)};
+}
+
+void CDlgTradeBook::PlaceControls() {
+  const wxSize size = GetClientSize();
+  const int stripHeight = FromDIP(kSummaryHeightPx), gridHeight = std::max(0, size.y - stripHeight);
+  Grid->SetSize(0, 0, size.x, gridHeight);
+  Strip->SetSize(0, gridHeight, size.x, stripHeight);
+  for (const DialogControl& control : kLineControls) GetStatic(control.Id)->SetSize(PlaceInStrip(control));
+}
+
+void CDlgTradeBook::ShowSummary(SummaryLine& line) {
+  const GridSettings& colors = Grid->Properties.Settings;
+  bool changed = false;
+  for (const SummaryControl& control : kSummaryControls) {
+    const SummaryLine::Control& total = line.Of(control.Value);
+    if (!total.Changed) continue;
+    changed = true;
+    CQORPStatic* text = GetStatic(control.Id);
+    text->SetWindowText(line.TextOf(control.Value));
+    if (total.Color) text->SetTextColor(*total.Color == TradeColor::Buy ? colors.BuyColor : colors.SellColor);
+  }
+  line.ClearChanged();
+  if (changed) TellAllTotals();
+}
+
+void CDlgTradeBook::ShowAverages(bool shown) {
+  for (const int id : kAverageControls) GetStatic(id)->Show(shown);
+  TellAllTotals();
+}
+
+// With Windows a control hides the tool tip of what lies under it, so that each has its own; only that under the
+// pointer is kept up to date, as a beat has no time for all of them.
+void CDlgTradeBook::TellUnderPointer(wxWindow& window) {
+  window.Bind(wxEVT_ENTER_WINDOW, [this, &window](wxMouseEvent& event) {
+    event.Skip();
+    Pointed = &window;
+    TellAllTotals();
+  });
+  window.Bind(wxEVT_LEAVE_WINDOW, [this, &window](wxMouseEvent& event) {
+    event.Skip();
+    if (Pointed == &window) Pointed = nullptr;
+  });
+}
+
+// A narrow book does not show the whole line.
+void CDlgTradeBook::TellAllTotals() {
+  if (Pointed == nullptr) return;
+  Pointed->SetToolTip(Grid->Line.AllTotals(GetStatic(kAverageControls[0])->IsShown()));
+}

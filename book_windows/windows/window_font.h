@@ -1,0 +1,10 @@
+// The stored block of a font as a font of the window system, and back.
+#pragma once
+
+#include <wx/font.h>
+
+#include "grid_base/settings/grid_font.h"
+
+// A face that the system lacks gives the nearest that it has.
+wxFont WindowFontOf(const GridFont& block);
+GridFont FontBlockOf(const wxFont& font);

@@ -1,0 +1,94 @@
+// BookTotals: the eight totals over a book's rows and what its summary line is to show of them.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "grid_ops/columns/filter_key.h"
+#include "grid_ops/rows/row_map.h"
+
+enum class SummaryValue { BuyQty, BuyAmt, BuyAvg, SellQty, SellAmt, SellAvg, NetQty, NetAmt };
+enum class TradeColor { Buy, Sell };
+
+inline constexpr const wchar_t* kSummaryLabels[] = {L"Buy:",     L"BuyAmt:",  L"BuyAvg:", L"Sell:",
+                                                    L"SellAmt:", L"SellAvg:", L"Net:",    L"NetAmt:"};
+constexpr const wchar_t* LabelOf(SummaryValue value) noexcept {
+  return kSummaryLabels[static_cast<std::size_t>(value)];
+}
+
+// What the eight controls are to show. Numbers, not texts: a trade costs no printing, however many books are open.
+class SummaryLine {
+ public:
+  struct Control {
+    double Number = 0;
+    bool Written = false;  // else the control is empty
+    std::optional<TradeColor> Color;
+    bool Changed = false;  // since a window has last cleared it
+  };
+
+  void Show(SummaryValue value, double number) noexcept {
+    Control& control = Controls[static_cast<std::size_t>(value)];
+    control.Number = number;
+    control.Written = control.Changed = true;
+  }
+  void Paint(SummaryValue value, TradeColor color) noexcept {
+    Control& control = Controls[static_cast<std::size_t>(value)];
+    control.Changed |= control.Color != color;
+    control.Color = color;
+  }
+  const Control& Of(SummaryValue value) const noexcept { return Controls[static_cast<std::size_t>(value)]; }
+  // Quantities as signed decimals, amounts and averages with two decimals.
+  std::wstring TextOf(SummaryValue value) const;
+  // A line of text for each total with its label, in the order of SummaryValue; averages only where the book has them.
+  std::wstring AllTotals(bool averages) const;
+  void ClearChanged() noexcept {
+    for (Control& control : Controls) control.Changed = false;
+  }
+
+ private:
+  std::array<Control, 8> Controls;
+};
+
+// The terminal's master records; none where it has none for the security.
+class SecurityMasters {
+ public:
+  virtual ~SecurityMasters() = default;
+  virtual std::optional<double> MultiplierOf(const FilterKey& security) const = 0;
+};
+
+// What the averages depend on beside the rows.
+struct AverageBasis {
+  bool Filtered;              // the book is kept to one security
+  const FilterKey& Selected;  // the security that another window last answered with
+  const FilterKey& Restored;  // the security of the book that was last brought back
+  const SecurityMasters& Masters;
+};
+
+class BookTotals {
+ public:
+  // Sums over the rows, the first row first, and shows all values. SellAvg is 0 without a master record: meant so.
+  void RecountTotals(const RowMap& rows, const AverageBasis& basis, SummaryLine& line);
+  // The same sums, but only what differs from the line is written, and averages only with a master record.
+  void ResumTotals(const RowMap& rows, const AverageBasis& basis, SummaryLine& line);
+  // Adds a row that has come in. Averages follow, by the record's own multiplier, only while a security is selected.
+  void UpdateTotals(const TradeRecord& record, const AverageBasis& basis, SummaryLine& line);
+
+  std::int32_t BuyQty = 0, SellQty = 0, NetQty = 0;
+  double BuyAmt = 0, SellAmt = 0, NetAmt = 0, BuyAvg = 0, SellAvg = 0;
+  // What the line shows now.
+  std::int32_t ShownBuyQty = -1, ShownSellQty = -1, ShownNetQty = -1;
+  double ShownBuyAmt = -1, ShownSellAmt = -1, ShownNetAmt = -1;
+
+ private:
+  // True when a master record gave the averages.
+  bool Sum(const RowMap& rows, const AverageBasis& basis);
+  void AddRow(const TradeRecord& record) noexcept;
+  void AverageBy(double multiplier) noexcept;
+  void Net() noexcept;
+  void ShowAverages(SummaryLine& line) const;
+  void ShowChanges(SummaryLine& line);
+  // Quantities and amounts that the line does not show yet, or all; true when NetAmt was among them.
+  bool ShowTotals(SummaryLine& line, bool always);
+};

@@ -1,0 +1,90 @@
+// The ten bytes that open every message, and the numbers of the format.
+//
+//   message := 0x23 u16 1 u16 mode 0x23 u16 10001 u16 length body[length]
+//   body    := field*            (mode 0; compressed in mode 1, enciphered in mode 2)
+//   field   := 0x23 u16 tag value
+//
+// All words are little-endian, nothing is aligned. The first field of every body is tag 10002, the message number.
+// The header is matched whole and never walked as fields. Pure; any thread.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
+static_assert(std::endian::native == std::endian::little, "values are copied to and from the wire as they stand");
+
+inline constexpr std::uint8_t kFieldMark = 0x23;
+inline constexpr std::uint16_t kProtocolWord = 1;
+inline constexpr std::uint16_t kLengthTag = 10001;
+inline constexpr std::uint16_t kHeaderSize = 10;
+inline constexpr std::uint16_t kProtocolOffset = 1;
+inline constexpr std::uint16_t kModeOffset = 3;
+inline constexpr std::uint16_t kSecondMarkOffset = 5;
+inline constexpr std::uint16_t kLengthTagOffset = 6;
+inline constexpr std::uint16_t kLengthOffset = 8;
+
+inline constexpr std::uint16_t kModePlain = 0;
+inline constexpr std::uint16_t kModeCompressed = 1;
+inline constexpr std::uint16_t kModeEnciphered = 2;
+inline constexpr std::uint16_t kModeEncipheredByReader = 100;
+
+// An unaligned little-endian value at a place in a message.
+template <typename Value>
+Value LoadValue(const std::uint8_t* place) noexcept {
+  Value value;
+  std::memcpy(&value, place, sizeof value);
+  return value;
+}
+
+template <typename Value>
+void StoreValue(std::uint8_t* place, Value value) noexcept {
+  std::memcpy(place, &value, sizeof value);
+}
+
+// How many bytes a field's value takes, which follows from its tag alone.
+
+// One range of tags, up to and with its last tag; the range before it ends one below.
+struct SkipRule {
+  std::uint16_t LastTag;
+  std::uint16_t Width;  // bytes of the value; kCountedWidth for a u16 count and that many bytes
+};
+
+inline constexpr std::uint16_t kCountedWidth = 0xFFFF;
+inline constexpr std::uint16_t kSectionTerminator = 65535;
+
+inline constexpr SkipRule kSkipRules[] = {
+    {0, 0},     {10000, 1}, {20000, 2},  {30000, 4}, {35000, 8},
+    {40000, 4}, {45000, 8}, {50000, 16}, {55000, 8}, {65000, kCountedWidth},
+    {65535, 0},
+};
+
+// The width of a tag's value by the table above. Linear in the eleven rows.
+constexpr std::uint16_t ValueWidth(std::uint16_t tag) noexcept {
+  const SkipRule* rule = kSkipRules;
+  while (tag > rule->LastTag) ++rule;
+  return rule->Width;
+}
+
+namespace skip_rule_checks {
+constexpr bool RisesToTheLastTag() {
+  for (unsigned i = 1; i < sizeof(kSkipRules) / sizeof(SkipRule); ++i)
+    if (kSkipRules[i - 1].LastTag >= kSkipRules[i].LastTag) return false;
+  return kSkipRules[sizeof(kSkipRules) / sizeof(SkipRule) - 1].LastTag == 65535;
+}
+static_assert(RisesToTheLastTag());
+}  // namespace skip_rule_checks
+
+// The cipher of message bodies (RC4 as published) and the place where the embedding program puts its key. The key is
+// set before the first message and not changed while messages are read or finished.
+struct CipherKey {
+  const std::uint8_t* Bytes = nullptr;
+  std::uint16_t Length = 0;
+};
+
+// The process's key, null where there is none. The plug-in never sets it: only the embedding program does.
+extern const CipherKey* CipherKeyHolder;
+
+// Enciphers or deciphers one message body in place, from a fresh key schedule: nothing is kept between messages.
+// False, with the bytes untouched, when the length is 0 or the key is empty.
+bool ApplyCipher(const CipherKey& key, std::uint8_t* bytes, std::uint32_t length) noexcept;

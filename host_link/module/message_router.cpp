@@ -1,0 +1,155 @@
+#include "host_link/module/message_router.h"
+
+#include "host_link/host_functions/function_table.h"
+#include "host_link/messages/packet_writer.h"
+#include "host_link/messages/wire_fields.h"
+
+namespace {
+
+constexpr std::uint32_t kRefreshPeriodMs = 250;
+constexpr std::uint16_t kKeyTextLimit = 48;
+
+constexpr WireField kSelectionFields[] = {
+    {55010, Field::Text, offsetof(FilterKey, Exchange), kKeyTextLimit},
+    {55104, Field::Text, offsetof(FilterKey, SecurityID), kKeyTextLimit},
+};
+static_assert(FieldsFit(kSelectionFields, sizeof(FilterKey)));
+
+// Two numbered values of a message, each 0 where the message has none.
+struct AddressPair {
+  std::uint64_t First = 0;
+  std::uint64_t Second = 0;
+};
+
+constexpr WireField kSelectionRequestFields[] = {
+    {30001, Field::U64, offsetof(AddressPair, First)},
+    {30002, Field::U64, offsetof(AddressPair, Second)},
+};
+static_assert(FieldsFit(kSelectionRequestFields, sizeof(AddressPair)));
+
+struct RestoreValues {
+  std::uint64_t Address;
+  std::uint32_t Number;
+};
+
+constexpr WireField kRestoreFields[] = {
+    {20128, Field::U32, offsetof(RestoreValues, Number)},
+    {30002, Field::U64, offsetof(RestoreValues, Address)},
+};
+static_assert(FieldsFit(kRestoreFields, sizeof(RestoreValues)));
+
+constexpr FieldIndex kSelectionIndex(kSelectionFields);
+constexpr FieldIndex kSelectionRequestIndex(kSelectionRequestFields);
+constexpr FieldIndex kRestoreIndex(kRestoreFields);
+
+template <typename Record>
+std::uint8_t* BytesOf(Record& record) noexcept {
+  return reinterpret_cast<std::uint8_t*>(&record);
+}
+
+}  // namespace
+
+const MessageRouter::Route MessageRouter::kMessageRoutes[] = {
+    {8111, &MessageRouter::Trade},      {9101, &MessageRouter::Trade},          {8112, &MessageRouter::DownloadEnd},
+    {9112, &MessageRouter::TradeAmend}, {30026, &MessageRouter::RestoreLayout},
+};
+
+const MessageRouter::Route MessageRouter::kPluginMessageRoutes[] = {
+    {30020, &MessageRouter::ReapplyFilters}, {30021, &MessageRouter::SaveLayout},
+    {30022, &MessageRouter::ClearTrades},    {30025, &MessageRouter::RegisterRefresh},
+    {32022, &MessageRouter::TellSelection},  {32023, &MessageRouter::TakeSelection},
+};
+
+template <std::size_t Count>
+void MessageRouter::Deliver(const Route (&routes)[Count], CQORPacketReader& message) {
+  for (const Route& route : routes)
+    if (route.Number == message.MessageNumber) return (this->*route.Handle)(message);
+  message.SkipValue();
+}
+
+void MessageRouter::OnMessage(CQORPacketReader& message) {
+  Deliver(kMessageRoutes, message);
+}
+
+void MessageRouter::OnPluginMessage(CQORPacketReader& message) {
+  std::uint16_t needed = 0;
+  std::uint16_t consumed = 0;
+  message.ParseHeader(needed, consumed);
+  Deliver(kPluginMessageRoutes, message);
+}
+
+void MessageRouter::OnRefresh() {
+  if (State.TradeStore.GridsRefreshed) return;
+  if (State.Windows != nullptr) State.Windows->RepaintAllBooks();
+  State.TradeStore.GridsRefreshed = true;
+}
+
+void MessageRouter::OnBookCommand() {
+  const CQORDLLResource resources;
+  if (State.Windows != nullptr) State.Windows->OpenBookByCommand();
+}
+
+void MessageRouter::Trade(CQORPacketReader& message) {
+  State.TradeStore.OnTrade(message);
+}
+void MessageRouter::DownloadEnd(CQORPacketReader&) {
+  State.TradeStore.OnDownloadEnd();
+}
+void MessageRouter::TradeAmend(CQORPacketReader& message) {
+  State.TradeStore.OnTradeAmend(message);
+}
+// The cache clears the books that it knows; a restored one whose key another took is none of those.
+void MessageRouter::ClearTrades(CQORPacketReader&) {
+  if (State.Windows != nullptr) State.Windows->ForgetTrades();
+  State.TradeStore.OnClearTrades();
+}
+
+void MessageRouter::RestoreLayout(CQORPacketReader& message) {
+  RestoreValues values{State.RestoreAddress, State.RestoreNumber};
+  ReadFields(message, kRestoreFields, kRestoreIndex, BytesOf(values));
+  State.RestoreAddress = values.Address;
+  State.RestoreNumber = values.Number;
+  const CQORDLLResource resources;
+  if (State.Windows != nullptr) State.Windows->RestoreLayout();
+}
+
+void MessageRouter::ReapplyFilters(CQORPacketReader&) {
+  if (State.Windows != nullptr) State.Windows->ReapplyFilters();
+}
+
+void MessageRouter::SaveLayout(CQORPacketReader&) {
+  if (State.Windows != nullptr) State.Windows->SaveLayout();
+}
+
+// Nothing guards against a second registration. The message goes out unfinished, as all that PluginDataSend takes.
+void MessageRouter::RegisterRefresh(CQORPacketReader&) {
+  CQORPacketWriter registration(0);
+  registration.AddU16(10002, 32005);
+  registration.AddU64(30002, Addresses.OnRefresh);
+  // The one field off the skip rule: a plain u32 under a tag of the counted range.
+  registration.AddU32(60003, kRefreshPeriodMs);
+  Terminal.PluginDataSend(registration);
+}
+
+void MessageRouter::TellSelection(CQORPacketReader& message) {
+  AddressPair request;
+  ReadFields(message, kSelectionRequestFields, kSelectionRequestIndex, BytesOf(request));
+  if (request.First == 0 || request.Second == 0) return;
+  CQORPacketWriter answer(0);
+  answer.AddU16(10002, 32023);
+  std::string exchange;
+  std::string securityId;
+  if (State.Windows != nullptr && State.Windows->SelectedSecurity(request.First, exchange, securityId) &&
+      !exchange.empty() && !securityId.empty()) {
+    answer.AddText(55010, exchange.c_str(), kKeyTextLimit, false);
+    answer.AddText(55104, securityId.c_str(), kKeyTextLimit, false);
+  }
+  answer.Finish();
+  CQORPacketReader raw(answer.GetData(), answer.GetSize());
+  reinterpret_cast<MessageFunction>(request.Second)(&raw);
+}
+
+void MessageRouter::TakeSelection(CQORPacketReader& message) {
+  ReadFields(message, kSelectionFields, kSelectionIndex, BytesOf(State.SelectedKey));
+  Terminal.GetMasterRequest(State.SelectedKey.Exchange, State.SelectedKey.SecurityID, State.SelectedMaster);
+}

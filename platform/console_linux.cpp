@@ -1,5 +1,0 @@
-#include "platform/console.h"
-
-bool CloseOwnConsole() noexcept {
-  return false;
-}

@@ -1,0 +1,67 @@
+#include "platform/text.h"
+
+#include <algorithm>
+#include <iterator>
+#include <system_error>
+
+namespace {
+
+constexpr unsigned kFirstRow = 0x80;
+
+// Windows-1252, bytes 0x80 to 0x9F; every other byte is the character of its own number.
+constexpr wchar_t kRows[] = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,  // 80
+    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,  // 88
+    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,  // 90
+    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,  // 98
+};
+static_assert(std::size(kRows) == 0xA0 - kFirstRow);
+
+bool InRows(unsigned code) {
+  return code >= kFirstRow && code < kFirstRow + std::size(kRows);
+}
+
+wchar_t WideOf(char byte) {
+  const unsigned code = static_cast<unsigned char>(byte);
+  return InRows(code) ? kRows[code - kFirstRow] : static_cast<wchar_t>(code);
+}
+
+char ByteOf(wchar_t character) {
+  const auto code = static_cast<unsigned>(character);
+  if (code <= 0xFF && !InRows(code)) return static_cast<char>(code);
+  const auto* row = std::find(std::begin(kRows), std::end(kRows), character);
+  return row == std::end(kRows) ? '?' : static_cast<char>(kFirstRow + static_cast<unsigned>(row - kRows));
+}
+
+}  // namespace
+
+unsigned SystemCodePage() noexcept {
+  return 1252;
+}
+
+std::wstring CodePageToWide(std::string_view text) {
+  std::wstring wide(text.size(), L'\0');
+  CodePageToWide(text, wide.data());
+  return wide;
+}
+
+std::size_t CodePageToWide(std::string_view text, wchar_t* to) noexcept {
+  std::transform(text.begin(), text.end(), to, WideOf);
+  return text.size();
+}
+
+std::string WideToCodePage(std::wstring_view text) {
+  std::string narrow(text.size(), '\0');
+  std::transform(text.begin(), text.end(), narrow.begin(), ByteOf);
+  return narrow;
+}
+
+std::string SystemErrorText(unsigned long errorNumber) {
+  std::string text = std::system_category().message(static_cast<int>(errorNumber));
+  // So begins what the library makes up for a number that the system does not know.
+  return text.starts_with("Unknown error") ? std::string() : text;
+}
+
+bool CloseOwnConsole() noexcept {
+  return false;
+}

@@ -1,0 +1,56 @@
+#include "platform/text.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+namespace {
+
+// Without this flag a letter outside the code page would turn into one that looks like it. UTF-8 as the code page
+// has no such letters and refuses the flag.
+DWORD ToNarrowFlags() {
+  return GetACP() == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS;
+}
+
+}  // namespace
+
+unsigned SystemCodePage() noexcept {
+  return GetACP();
+}
+
+std::wstring CodePageToWide(std::string_view text) {
+  std::wstring wide(text.size(), L'\0');
+  wide.resize(CodePageToWide(text, wide.data()));
+  return wide;
+}
+
+std::size_t CodePageToWide(std::string_view text, wchar_t* to) noexcept {
+  const int size = static_cast<int>(text.size());
+  return static_cast<std::size_t>(std::max(0, MultiByteToWideChar(CP_ACP, 0, text.data(), size, to, size)));
+}
+
+std::string WideToCodePage(std::wstring_view text) {
+  const DWORD flags = ToNarrowFlags();
+  const int size = static_cast<int>(text.size());
+  const int count = WideCharToMultiByte(CP_ACP, flags, text.data(), size, nullptr, 0, nullptr, nullptr);
+  std::string narrow(count > 0 ? static_cast<std::size_t>(count) : 0, '\0');
+  WideCharToMultiByte(CP_ACP, flags, text.data(), size, narrow.data(), count, nullptr, nullptr);
+  return narrow;
+}
+
+namespace {
+// Places for inserts stay as they are, as there is nothing to insert, and line breaks become blanks.
+constexpr DWORD kFlags = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK;
+static_assert(kFlags == 0x12FF);
+}  // namespace
+
+std::string SystemErrorText(unsigned long errorNumber) {
+  char text[512];
+  return {text, FormatMessageA(kFlags, nullptr, errorNumber, 0, text, sizeof text, nullptr)};
+}
+
+bool CloseOwnConsole() noexcept {
+  DWORD processes[2] = {};
+  if (GetConsoleProcessList(processes, 2) != 1) return false;
+  return FreeConsole() != 0;
+}

@@ -1,7 +1,0 @@
-#include "platform/window_message.h"
-
-#include <windows.h>
-
-unsigned RegisterNamedMessage(const char* name) noexcept {
-  return RegisterWindowMessageA(name);
-}

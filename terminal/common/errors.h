@@ -1,0 +1,74 @@
+// TerminalError: what ends a run of the terminal, with its exit code and one sentence for the user; main catches it.
+// Any thread may call.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <iosfwd>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+
+enum class ExitCode : int {
+  Played = 0,
+  BadLines = 1,
+  CommandLine = 2,
+  File = 3,
+  Plugin = 4,
+  Display = 5,
+};
+
+class TerminalError : public std::runtime_error {
+ public:
+  TerminalError(ExitCode code, const std::string& sentence) : std::runtime_error(sentence), Code(code) {}
+  ExitCode Code;
+};
+
+// A path for a sentence to the user: UTF-8, whatever the platform's own form is.
+std::string PathText(const std::filesystem::path& path);
+
+// Throws "PATH: what: the system's reason" with ExitCode::File.
+[[noreturn]] void ThrowFileError(const std::filesystem::path& path, const std::string& what, std::error_code error);
+// The same with the reason that errno has.
+[[noreturn]] void ThrowFileError(const std::filesystem::path& path, const std::string& what, int errorNumber);
+
+// CBadLines: tells the user of each line or message of a file that could not be taken, and counts them. Reading goes on
+// behind each. A file that is read once more is not reported once more. Commands of a script that failed are told in
+// the same way and counted apart.
+class CBadLines {
+ public:
+  explicit CBadLines(std::ostream& out) : Out(out) {}
+
+  // "FILE:LINE: reason", lines counted from 1.
+  void AtLine(const std::filesystem::path& file, std::uint64_t line, const std::string& reason);
+  // "FILE: byte OFFSET: reason", offsets counted from 0.
+  void AtByte(const std::filesystem::path& file, std::uint64_t offset, const std::string& reason);
+  // "FILE:LINE: reason" for a command that could not be done.
+  void AtCommand(const std::filesystem::path& file, std::uint64_t line, const std::string& reason);
+
+  // The file is read from its begin again: its first reports are those that have been given.
+  void StartAgain(const std::filesystem::path& file) { Files[file].Read = 0; }
+
+  std::uint64_t Count() const noexcept { return Reported; }
+  std::uint64_t FailedCommands() const noexcept { return Failed; }
+
+ private:
+  struct FileReports {
+    std::uint64_t Read = 0;  // since the file's begin
+    std::uint64_t Given = 0;
+  };
+  bool IsNew(const std::filesystem::path& file);
+
+  std::ostream& Out;
+  std::map<std::filesystem::path, FileReports> Files;
+  std::uint64_t Reported = 0;
+  std::uint64_t Failed = 0;  // commands
+};
+
+// Whole numbers with a comma at the thousands, for what the user reads.
+inline std::string WithThousands(std::uint64_t number) {
+  std::string text = std::to_string(number);
+  for (std::size_t place = text.size(); place > 3; place -= 3) text.insert(place - 3, 1, ',');
+  return text;
+}

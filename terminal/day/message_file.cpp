@@ -1,0 +1,148 @@
+#include "terminal/day/message_file.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+#include "host_link/messages/message_header.h"
+#include "terminal/common/errors.h"
+
+namespace {
+
+constexpr std::size_t kLargestMessage = std::numeric_limits<std::uint16_t>::max();
+// The largest message and the header of the one behind it.
+constexpr std::size_t kWindowSize = kLargestMessage + kHeaderSize;
+
+std::uint16_t WordAt(std::string_view bytes, std::size_t place) noexcept {
+  std::uint16_t word;
+  std::memcpy(&word, bytes.data() + place, sizeof word);
+  return word;
+}
+
+bool IsHeader(std::string_view bytes) noexcept {
+  return bytes.size() >= kHeaderSize && bytes[0] == char{kFieldMark} &&
+         WordAt(bytes, kProtocolOffset) == kProtocolWord && bytes[kSecondMarkOffset] == char{kFieldMark} &&
+         WordAt(bytes, kLengthTagOffset) == kLengthTag;
+}
+
+bool IsKnownMode(std::uint16_t mode) noexcept {
+  return mode == kModePlain || mode == kModeCompressed || mode == kModeEnciphered || mode == kModeEncipheredByReader;
+}
+
+// Where the next message begins inside one of that size, when something else than a message stands behind it; else the
+// size.
+std::size_t HeaderInside(std::string_view window, std::size_t size) noexcept {
+  const std::string_view behind = window.substr(size);
+  if (behind.empty() || IsHeader(behind)) return size;
+  return std::min(FindMessageHeader(window.substr(0, size + kHeaderSize - 1), 1), size);
+}
+
+}  // namespace
+
+std::size_t FindMessageHeader(std::string_view bytes, std::size_t from) noexcept {
+  for (std::size_t at = bytes.find(char{kFieldMark}, from); at != std::string_view::npos;
+       at = bytes.find(char{kFieldMark}, at + 1))
+    if (IsHeader(bytes.substr(at))) return at;
+  return std::string_view::npos;
+}
+
+CMessageFile::CMessageFile(std::filesystem::path path, CBadLines& badLines)
+    : Bytes(std::move(path)), BadLines(badLines) {}
+
+bool CMessageFile::Next(WireFrame& frame) {
+  while (FindHeader()) {
+    if (!TakeFrame()) continue;
+    frame = Frame;
+    return true;
+  }
+  return false;
+}
+
+// Drops what stands ahead of the next header; false at the end of the file.
+bool CMessageFile::FindHeader() {
+  for (;;) {
+    const std::string_view window = Bytes.Peek(kWindowSize);
+    const std::size_t at = FindMessageHeader(window, 0);
+    const bool found = at != std::string_view::npos;
+    const bool isLast = window.size() < kWindowSize;
+    // The last bytes of a window may be the begin of a header.
+    const std::size_t garbage = found ? at : isLast ? window.size() : window.size() - (kHeaderSize - 1);
+    GarbageSize += garbage;
+    Bytes.Drop(garbage);
+    if (!found && !isLast) continue;
+    ReportGarbage();
+    return found;
+  }
+}
+
+void CMessageFile::ReportGarbage() {
+  if (GarbageSize != 0 && !GarbageTold)
+    BadLines.AtByte(Bytes.Path(), Bytes.Offset() - GarbageSize,
+                    WithThousands(GarbageSize) + " bytes that belong to no message");
+  GarbageSize = 0;
+  GarbageTold = false;
+}
+
+// The window stands at a header. False when its message has been refused.
+bool CMessageFile::TakeFrame() {
+  const std::string_view window = Bytes.Peek(kWindowSize);
+  const std::size_t size = std::size_t{WordAt(window, kLengthOffset)} + kHeaderSize;
+  Frame.Offset = Bytes.Offset();
+  if (size > kLargestMessage) {
+    RefuseFrame("the header asks for " + WithThousands(size) + " bytes, more than a message can have", 1);
+    return false;
+  }
+  if (size > window.size()) {
+    RefuseFrame("the message is cut after " + WithThousands(window.size()) + " of " + WithThousands(size) + " bytes",
+                1);
+    return false;
+  }
+  if (const std::size_t cut = HeaderInside(window, size); cut < size) {
+    RefuseFrame("the message is cut after " + WithThousands(cut) + " of " + WithThousands(size) + " bytes", cut);
+    return false;
+  }
+  if (const std::uint16_t mode = WordAt(window, kModeOffset); !IsKnownMode(mode)) {
+    RefuseFrame("the message has the unknown mode " + std::to_string(mode), size);
+    return false;
+  }
+  Copy.assign(window.begin(), window.begin() + static_cast<std::ptrdiff_t>(size));
+  Frame.Data = Copy.data();
+  Frame.Size = static_cast<std::uint16_t>(size);
+  Bytes.Drop(size);
+  return true;
+}
+
+void CMessageFile::RefuseFrame(const std::string& reason, std::size_t size) {
+  Report(reason);
+  Bytes.Drop(size);
+  GarbageTold = size == 1;
+}
+
+namespace {
+constexpr std::size_t kReadSize = std::size_t{1} << 20;
+}
+
+CFileBytes::CFileBytes(std::filesystem::path path) : FilePath(std::move(path)) {
+  errno = 0;
+  Stream.open(FilePath, std::ios::binary);
+  if (!Stream) ThrowFileError(FilePath, "cannot be opened", errno);
+}
+
+std::string_view CFileBytes::Peek(std::size_t wanted) {
+  while (Filled - Begin < wanted && Stream.good()) Fill();
+  return {Block.data() + Begin, Filled - Begin};
+}
+
+void CFileBytes::Fill() {
+  std::copy(Block.data() + Begin, Block.data() + Filled, Block.data());
+  FileOffset += Begin;
+  Filled -= Begin;
+  Begin = 0;
+  if (Block.size() < Filled + kReadSize) Block.resize(Filled + kReadSize);
+  errno = 0;
+  Stream.read(Block.data() + Filled, static_cast<std::streamsize>(kReadSize));
+  if (Stream.bad()) ThrowFileError(FilePath, "cannot be read", errno);
+  Filled += static_cast<std::size_t>(Stream.gcount());
+}

@@ -1,0 +1,83 @@
+// CSecurities: the securities of the day with their names and multipliers, and the master record of each, which a plug-
+// in gets by address. Read once; then any thread may look up.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <deque>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "host_link/host_functions/terminal_functions.h"
+#include "terminal/common/errors.h"
+
+inline constexpr std::size_t kMasterRecordSize = kMasterMultiplierOffset + sizeof(double);
+
+struct Security {
+  std::string Exchange;
+  std::string SecurityID;
+  std::string Symbol;
+  std::string Name;
+  std::string SecurityType;
+  std::string ExpiryDate;
+  std::string OptionType;
+  double StrikePrice = 0;
+  double Multiplier = 0;
+  // Name and multiplier at the places of terminal_functions.h, zeros elsewhere.
+  std::array<std::uint8_t, kMasterRecordSize> MasterRecord{};
+};
+
+// Promises: a security found, and its master record, stay at their addresses for the life of the object. Find is one
+// hash of exchange and id.
+class CSecurities {
+ public:
+  CSecurities() = default;
+  // Bad lines, and lines of a security that is there already, are reported. Throws TerminalError.
+  CSecurities(const std::filesystem::path& file, CBadLines& badLines);
+  CSecurities(const CSecurities&) = delete;
+  CSecurities& operator=(const CSecurities&) = delete;
+
+  const Security* Find(std::string_view exchange, std::string_view securityId) const;
+  // In the order of the file.
+  const std::deque<Security>& All() const noexcept { return Rows; }
+
+ private:
+  std::deque<Security> Rows;
+  std::unordered_map<std::string, const Security*> ByKey;
+};
+
+// CDesk: who stands behind the orders of a day, which the market data does not tell: users, clients, members, products.
+// Each exchange order takes one line of the desk file, always the same one. Read once; then any thread may look up.
+
+// Codes as a trade message carries them.
+struct DeskLine {
+  std::string UserID;
+  std::string ManagerID;
+  std::string MemberID;
+  std::string ClientID;
+  std::string CTCLID;
+  std::uint32_t ProductType = 0;
+  std::uint8_t OrderType = 0;
+  std::uint8_t OpenClose = 0;
+  std::uint32_t StrategyID = 0;
+  std::string Pancard;
+  std::string TerminalInfo;
+  std::string AlgoID;
+  std::uint16_t AlgoCategory = 0;
+  std::string ParticipantID;
+  std::string ReferenceText;
+};
+
+class CDesk {
+ public:
+  // Bad lines are reported; a file without any good line is a TerminalError.
+  CDesk(const std::filesystem::path& file, CBadLines& badLines);
+
+  const DeskLine& LineOf(std::string_view exchangeOrderNo) const noexcept;
+
+ private:
+  std::vector<DeskLine> Lines;
+};

@@ -1,0 +1,122 @@
+#include "terminal/day/trade_message.h"
+
+namespace {
+
+// The terminal's own number of an order is apart from the one that it gives to plug-ins.
+constexpr std::uint32_t kOrderIdBase = 500000;
+
+// The texts have been held to their limits when the files were read.
+void AddText(CQORPacketWriter& writer, std::uint16_t tag, const std::string& text) {
+  writer.AddBytes(tag, text.data(), static_cast<std::uint16_t>(text.size()));
+}
+
+void AddSecurity(CQORPacketWriter& writer, const DayTrade& trade, const Security* security) {
+  AddText(writer, 55010, trade.Exchange);
+  AddText(writer, 55104, trade.SecurityID);
+  AddText(writer, 55105, trade.SecurityType);
+  AddText(writer, 55103, trade.Symbol);
+  AddText(writer, 55143, trade.ExpiryDate);
+  AddText(writer, 55106, trade.OptionType);
+  writer.AddDouble(40004, trade.StrikePrice);
+  writer.AddDouble(40008, trade.Multiplier);
+  AddText(writer, 55107, security == nullptr ? std::string() : security->Name);
+}
+
+void AddTrade(CQORPacketWriter& writer, const DayTrade& trade, const DeskLine& desk, std::uint32_t orderNumber,
+              const std::string& orderTime) {
+  AddText(writer, 55118, trade.ExchangeTradeTime.Text);
+  writer.AddU32(20011, kOrderIdBase + orderNumber);
+  AddText(writer, 55116, orderTime);
+  AddText(writer, 55117, orderTime);
+  writer.AddU8(101, static_cast<std::uint8_t>(trade.Side));
+  writer.AddU8(102, desk.OrderType);
+  writer.AddU32(20084, desk.ProductType);
+  writer.AddU32(20014, trade.Quantity);
+  writer.AddU32(20013, 0);
+  writer.AddU32(20036, 0);
+  writer.AddDouble(40002, trade.Price);
+}
+
+void AddDesk(CQORPacketWriter& writer, const DeskLine& desk) {
+  AddText(writer, 55018, desk.ManagerID);
+  AddText(writer, 55102, desk.ClientID);
+  AddText(writer, 55131, desk.MemberID);
+  AddText(writer, 55012, desk.CTCLID);
+  AddText(writer, 55109, desk.ReferenceText);
+  writer.AddU32(20068, desk.StrategyID);
+  writer.AddU32(20081, 0);
+  writer.AddU32(20082, 0);
+  writer.AddU32(20083, 0);
+  AddText(writer, 55151, std::string());
+  writer.AddU8(115, desk.OpenClose);
+  writer.AddU32(20101, 0);
+  AddText(writer, 55124, desk.TerminalInfo);
+  AddText(writer, 55123, desk.Pancard);
+  AddText(writer, 55328, desk.AlgoID);
+  writer.AddU16(11115, desk.AlgoCategory);
+  AddText(writer, 55329, desk.ParticipantID);
+  AddText(writer, 55109, desk.ReferenceText);  // once more: the layout asks for it
+}
+
+}  // namespace
+
+void CTradeMessages::Write(const DayTrade& trade, std::uint16_t number, CQORPacketWriter& writer) {
+  const Order& order = OrderOf(trade);
+  const DeskLine& desk = Desk.LineOf(trade.ExchangeOrderNo);
+  writer.AddU16(10002, number);
+  AddText(writer, 55001, desk.UserID);
+  writer.AddU32(20008, ++LastTradeID);
+  writer.AddU32(20009, order.Number);
+  AddText(writer, 55101, trade.ExchangeTradeID);
+  AddText(writer, 55100, trade.ExchangeOrderNo);
+  writer.AddTerminator();
+  AddSecurity(writer, trade, Securities.Find(trade.Exchange, trade.SecurityID));
+  AddTrade(writer, trade, desk, order.Number, order.Time);
+  AddDesk(writer, desk);
+}
+
+const CTradeMessages::Order& CTradeMessages::OrderOf(const DayTrade& trade) {
+  const auto [order, isNew] = Orders.try_emplace(trade.ExchangeOrderNo);
+  if (isNew) order->second = {static_cast<std::uint32_t>(Orders.size()), trade.ExchangeTradeTime.Text};
+  return order->second;
+}
+
+namespace {
+
+constexpr std::uint16_t kLongestText = 48;
+
+struct TextField {
+  std::uint16_t Tag;
+  std::string TradePrint::*Place;
+};
+constexpr TextField kTextFields[] = {
+    {55010, &TradePrint::Exchange}, {55104, &TradePrint::SecurityID}, {55103, &TradePrint::Symbol},
+    {55107, &TradePrint::Name},     {55143, &TradePrint::ExpiryDate}, {55118, &TradePrint::Time},
+};
+
+bool ReadTextField(CQORPacketReader& message, TradePrint& print) {
+  for (const TextField& field : kTextFields) {
+    if (field.Tag != message.Tag) continue;
+    char text[kLongestText + 1] = {};
+    if (message.ReadText(text, kLongestText)) print.*field.Place = text;
+    return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+TradePrint ReadTradePrint(CQORPacketReader& message) {
+  const std::uint16_t start = message.Cursor;
+  TradePrint print;
+  while (message.NextTag()) {
+    if (message.Tag == 20014)
+      message.ReadU32(print.Quantity);
+    else if (message.Tag == 40002)
+      message.ReadDouble(print.Price);
+    else if (!ReadTextField(message, print))
+      message.SkipValue();
+  }
+  message.Cursor = start;
+  return print;
+}

@@ -1,0 +1,61 @@
+// CTradeMessages: makes the wire message of each trade of a day, with the numbers that the terminal gives.
+//
+//   trade message := 10002 key-section body-section
+//   key-section   := 55001 20008 20009 55101 55100 65535
+//   body-section  := security, trade and desk fields, and 55109 once more at the end
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+
+#include "host_link/messages/packet_reader.h"
+#include "host_link/messages/packet_writer.h"
+#include "terminal/day/reference_data.h"
+#include "terminal/day/trade_file.h"
+
+// Promises: trades and orders are numbered from 1 as they come; all fills of one exchange order carry the same numbers,
+// the time of the first of them as their order time, and the same line of the desk. Texts go out at their own length.
+// Keeps one entry per exchange order.
+class CTradeMessages {
+ public:
+  CTradeMessages(const CDesk& desk, const CSecurities& securities) : Desk(desk), Securities(securities) {}
+
+  // Adds every field of the trade's message to an empty writer; number is its message number.
+  void Write(const DayTrade& trade, std::uint16_t number, CQORPacketWriter& writer);
+
+ private:
+  struct Order {
+    std::uint32_t Number;
+    std::string Time;
+  };
+  const Order& OrderOf(const DayTrade& trade);
+
+  const CDesk& Desk;
+  const CSecurities& Securities;
+  std::unordered_map<std::string, Order> Orders;  // by exchange order number
+  std::uint32_t LastTradeID = 0;
+};
+
+// TradePrint: what a trade message says of the market: the security, the price, the quantity and the time.
+struct TradePrint {
+  std::string Exchange;
+  std::string SecurityID;
+  std::string Symbol;
+  std::string Name;
+  std::string ExpiryDate;
+  std::string Time;
+  std::uint32_t Quantity = 0;
+  double Price = 0;
+};
+
+// Walks a message whose header has been parsed and leaves the reader where it stands. A field that is missing leaves
+// its member empty or 0.
+TradePrint ReadTradePrint(CQORPacketReader& message);
+
+// Who is told of the trades that a day sends.
+class TradeListener {
+ public:
+  virtual ~TradeListener() = default;
+  virtual void OnTradeSent(const TradePrint& print) = 0;
+};

@@ -1,0 +1,174 @@
+#include "terminal/link/message_log.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstring>
+#include <ctime>
+#include <iterator>
+#include <ostream>
+
+#include "foundations/date_time.h"
+#include "host_link/messages/packet_reader.h"
+
+namespace {
+
+constexpr std::uint16_t kFirstDecimalTag = 40001;
+
+struct Meaning {
+  std::uint16_t Number;
+  const char* Text;
+};
+constexpr Meaning kMeanings[] = {
+    {8111, "downloaded trade"},   {8112, "end of the download"},    {9101, "live trade"},
+    {9112, "amended trade"},      {30020, "apply filters again"},   {30021, "save the layout"},
+    {30022, "forget the trades"}, {30025, "register for the beat"}, {30026, "bring books back"},
+    {32003, "show properties"},   {32004, "properties are filled"}, {32005, "register the beat"},
+    {32021, "a book is open"},    {32022, "what is selected?"},     {32023, "this is selected"},
+};
+
+template <typename Value>
+std::string NumberText(const std::uint8_t* bytes) {
+  Value value;
+  std::memcpy(&value, bytes, sizeof value);
+  std::array<char, 40> text;
+  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
+}
+
+void AppendHex(std::string& text, std::uint8_t byte) {
+  constexpr char kDigits[] = "0123456789ABCDEF";
+  text += kDigits[byte >> 4];
+  text += kDigits[byte & 15];
+}
+
+std::string QuotedText(std::span<const std::uint8_t> bytes) {
+  std::string text = "'";
+  for (const std::uint8_t byte : bytes) {
+    if (byte >= ' ' && byte < 0x7F) {
+      text += static_cast<char>(byte);
+    } else {
+      text += "\\x";
+      AppendHex(text, byte);
+    }
+  }
+  return text + "'";
+}
+
+std::string ValueText(std::uint16_t tag, std::uint16_t width, std::span<const std::uint8_t> bytes) {
+  if (width == kCountedWidth) return QuotedText(bytes);
+  switch (bytes.size()) {
+    case 0:
+      return {};
+    case 1:
+      return NumberText<unsigned>(std::array<std::uint8_t, 4>{bytes[0]}.data());
+    case 2:
+      return NumberText<std::uint16_t>(bytes.data());
+    case 4:
+      return NumberText<std::uint32_t>(bytes.data());
+    case 8:
+      return tag >= kFirstDecimalTag ? NumberText<double>(bytes.data()) : NumberText<std::uint64_t>(bytes.data());
+    default:
+      break;
+  }
+  std::string text = "0x";
+  for (const std::uint8_t byte : bytes) AppendHex(text, byte);
+  return text;
+}
+
+std::string TimeText(std::chrono::system_clock::time_point time) {
+  const auto sinceEpoch = time.time_since_epoch();
+  const auto seconds = std::chrono::floor<std::chrono::seconds>(sinceEpoch);
+  const auto thousandths = std::chrono::duration_cast<std::chrono::milliseconds>(sinceEpoch - seconds).count();
+  const std::string date = FormatTimeText(seconds.count(), "yyyyMMdd-HH:mm:ss", false);
+  const std::string digits = std::to_string(1000 + thousandths);
+  return (date.size() > 9 ? date.substr(9) : date) + "." + digits.substr(1);
+}
+
+}  // namespace
+
+void CMessageLog::Add(bool toPlugin, std::uint16_t number, std::span<const std::uint8_t> fields) {
+  if (Messages.size() == kMost) Messages.pop_front();
+  Messages.push_back({++Taken, std::chrono::system_clock::now(), toPlugin, number, {fields.begin(), fields.end()}});
+}
+
+void CMessageLog::Add(bool toPlugin, const CQORPacketWriter& message) {
+  if (message.Buffer == nullptr) return;
+  CQORPacketReader reader(message.Buffer, message.Cursor);
+  reader.Cursor = message.HeaderSize;
+  std::uint16_t number = 0;
+  if (reader.NextTag() && reader.ReadU16(number))
+    Add(toPlugin, number, {reader.Data + reader.Cursor, reader.Data + reader.End});
+}
+
+const char* MeaningOf(std::uint16_t number) noexcept {
+  const auto* found = std::ranges::find(kMeanings, number, &Meaning::Number);
+  return found == std::end(kMeanings) ? "" : found->Text;
+}
+
+namespace {
+
+// The period of the beat is the one value of its range that comes without a count.
+constexpr std::uint16_t kPeriodTag = 60003;
+
+std::uint16_t WidthInLog(std::uint16_t tag) {
+  return tag == kPeriodTag ? sizeof(std::uint32_t) : ValueWidth(tag);
+}
+
+}  // namespace
+
+// Damaged fields end the text with what could still be read.
+std::string FieldsText(std::span<const std::uint8_t> fields) {
+  FieldCursor cursor{fields.data(), 0, fields.size()};
+  std::string text;
+  std::uint16_t tag = 0;
+  while (cursor.NextTag(tag)) {
+    const std::uint16_t width = WidthInLog(tag);
+    std::uint16_t size = width;
+    if (width == kCountedWidth && !cursor.ReadValue(&size, sizeof size)) break;
+    const std::size_t begin = cursor.Cursor;
+    if (!cursor.Drop(size)) break;
+    if (!text.empty()) text += ' ';
+    text += std::to_string(tag) + "=" + ValueText(tag, width, fields.subspan(begin, size));
+  }
+  return text;
+}
+
+std::string LogText(const LoggedMessage& message, LogColumn column) {
+  switch (column) {
+    case LogColumn::Count:
+      return std::to_string(message.Count);
+    case LogColumn::Time:
+      return TimeText(message.Time);
+    case LogColumn::Direction:
+      return message.ToPlugin ? "to plug-in" : "from plug-in";
+    case LogColumn::Number:
+      return std::to_string(message.Number);
+    case LogColumn::Meaning:
+      return MeaningOf(message.Number);
+    case LogColumn::Bytes:
+      return std::to_string(message.Fields.size());
+    case LogColumn::Fields:
+      return FieldsText(message.Fields);
+  }
+  return {};
+}
+
+void WriteLog(std::ostream& file, const CMessageLog& log, std::span<const std::size_t> rows) {
+  constexpr std::size_t kColumns = std::size(kLogTitles);
+  for (std::size_t i = 0; i < kColumns; ++i) {
+    const std::wstring title = kLogTitles[i];
+    file << (i > 0 ? "," : "") << std::string(title.begin(), title.end());
+  }
+  for (const std::size_t row : rows) {
+    file << "\r\n";
+    for (std::size_t i = 0; i < kColumns; ++i) {
+      std::string text = LogText(log.At(row), static_cast<LogColumn>(i));
+      if (i == static_cast<std::size_t>(LogColumn::Fields)) {
+        for (std::size_t place = 0; (place = text.find('"', place)) != std::string::npos; place += 2)
+          text.insert(place, 1, '"');
+        text = '"' + text + '"';
+      }
+      file << (i > 0 ? "," : "") << text;
+    }
+  }
+}

@@ -1,0 +1,56 @@
+// CMessageLog: the latest messages between terminal and plug-in, in both directions, as text for a list and for a file.
+// The terminal's calling thread only.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <iosfwd>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "host_link/messages/packet_writer.h"
+
+struct LoggedMessage {
+  std::uint64_t Count = 0;  // of all messages so far, from 1
+  std::chrono::system_clock::time_point Time;
+  bool ToPlugin = false;
+  std::uint16_t Number = 0;
+  std::vector<std::uint8_t> Fields;  // decoded, behind the message number
+};
+
+// Promises: taking a message costs a copy of its bytes; texts are made when they are asked for. Beyond kMost the oldest
+// goes.
+class CMessageLog {
+ public:
+  static constexpr std::size_t kMost = 10'000;
+
+  void Add(bool toPlugin, std::uint16_t number, std::span<const std::uint8_t> fields);
+  // A message that is being written, or was: its number is its first field.
+  void Add(bool toPlugin, const CQORPacketWriter& message);
+  void Clear() { Messages.clear(); }
+
+  std::size_t Size() const noexcept { return Messages.size(); }
+  std::uint64_t CountOfAll() const noexcept { return Taken; }
+  // The newest is row 0.
+  const LoggedMessage& At(std::size_t row) const { return Messages[Messages.size() - 1 - row]; }
+
+ private:
+  std::deque<LoggedMessage> Messages;  // the oldest first
+  std::uint64_t Taken = 0;
+};
+
+enum class LogColumn : std::uint8_t { Count, Time, Direction, Number, Meaning, Bytes, Fields };
+inline constexpr const wchar_t* kLogTitles[] = {L"No.",     L"Time",  L"Direction", L"Message",
+                                                L"Meaning", L"Bytes", L"Fields"};
+
+// What a message is for; empty for a number that is none of this system's.
+const char* MeaningOf(std::uint16_t number) noexcept;
+// "tag=value" of each field, a blank between: numbers as unsigned, those of eight bytes from 40001 on as decimals,
+// texts in quotes with every byte outside ASCII as \xHH, what has no width of its own in hex.
+std::string FieldsText(std::span<const std::uint8_t> fields);
+std::string LogText(const LoggedMessage& message, LogColumn column);
+// The rows as CSV with a line of titles, texts quoted.
+void WriteLog(std::ostream& file, const CMessageLog& log, std::span<const std::size_t> rows);

@@ -1,0 +1,130 @@
+#include "terminal/link/terminal_host.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "foundations/text_tools.h"
+#include "host_link/messages/packet_reader.h"
+
+namespace {
+
+CTerminalHost* Running = nullptr;
+
+std::string NarrowText(const char16_t* text) {
+  return text == nullptr ? std::string() : WideToNarrow(Utf16ToWide(std::u16string_view(text)));
+}
+
+// FNV-1a, cut to 30 bits and above 0, which stands for no id.
+std::uint32_t BarIdOf(std::string_view name) {
+  std::uint32_t hash = 2166136261;
+  for (const char character : name) hash = (hash ^ static_cast<unsigned char>(character)) * 16777619;
+  return 1 + (hash >> 2);
+}
+
+void RegisterBeat(CQORPacketReader& message, CBeat& beat) {
+  std::uint64_t callback = 0;
+  std::uint32_t periodMs = 0;
+  while (message.NextTag()) {
+    if (message.Tag == 30002)
+      message.ReadU64(callback);
+    else if (message.Tag == 60003)  // the one tag of its range whose value is four bytes without a count
+      message.ReadU32(periodMs);
+    else
+      message.SkipValue();
+  }
+  beat.Register(reinterpret_cast<CommandFunction>(callback), std::chrono::milliseconds(periodMs));
+}
+
+void PassProperties(CQORPacketReader& message, TerminalWindows& windows) {
+  const PropertyRequest request = ReadPropertyRequest(message);
+  if (request.Complete()) windows.ShowProperties(request);
+}
+
+void PassQuestion(CQORPacketReader& message, TerminalWindows& windows) {
+  std::uint64_t answer = 0;
+  std::uint64_t window = 0;
+  while (message.NextTag()) {
+    if (message.Tag == 30002)
+      message.ReadU64(answer);
+    else if (message.Tag == 30001)
+      message.ReadU64(window);
+    else
+      message.SkipValue();
+  }
+  if (answer != 0) windows.TellSelection(window, reinterpret_cast<MessageFunction>(answer));
+}
+
+}  // namespace
+
+void CTerminalHost::GetMasterRequest(MasterRequest* request, const std::uint16_t* requestNumber) const {
+  if (request == nullptr || requestNumber == nullptr || *requestNumber != MasterRequest::kRequestNumber) return;
+  const Security* security = Securities->Find(NarrowText(request->Texts[MasterRequest::kExchange]),
+                                              NarrowText(request->Texts[MasterRequest::kSecurityID]));
+  if (security != nullptr) request->MasterRecord = reinterpret_cast<std::uintptr_t>(security->MasterRecord.data());
+}
+
+// The writer is open: its length word still holds 0, so it is walked from behind its header up to its cursor.
+void CTerminalHost::PluginDataSend(const CQORPacketWriter* message) {
+  if (message == nullptr || message->Buffer == nullptr) return;
+  CQORPacketReader reader(message->Buffer, message->Cursor);
+  reader.Cursor = message->HeaderSize;
+  if (!reader.NextTag() || reader.Tag != 10002 || !reader.ReadU16(reader.MessageNumber)) return;
+  ++ReceivedCounts[reader.MessageNumber];
+  if (Log != nullptr) Log->Add(false, *message);
+  if (reader.MessageNumber == 32005) RegisterBeat(reader, Beat);
+  if (Windows == nullptr) return;
+  if (reader.MessageNumber == 32003) PassProperties(reader, *Windows);
+  if (reader.MessageNumber == 32004) Windows->PropertiesFilled();
+  if (reader.MessageNumber == 32022) PassQuestion(reader, *Windows);
+}
+
+void CTerminalHost::ApplicationFocus(const void* window, bool closed) {
+  if (Windows != nullptr) Windows->FocusMoved(window, closed);
+}
+
+std::uint32_t CTerminalHost::GetPluginBarID(const char* bookName) {
+  const std::string name = bookName == nullptr ? "" : bookName;
+  std::uint32_t id = BarIdOf(name);
+  while (!BarNames.emplace(id, name).second) ++id;
+  return id;
+}
+
+CTerminalHost* RunningHost() noexcept {
+  return Running;
+}
+
+CRunningHostScope::CRunningHostScope(CTerminalHost& host) noexcept {
+  Running = &host;
+}
+CRunningHostScope::~CRunningHostScope() {
+  Running = nullptr;
+}
+
+void CBeat::Register(CommandFunction callback, std::chrono::milliseconds period) {
+  Callback = callback;
+  Period = std::max(period, std::chrono::milliseconds(1));
+  Due = Clock.Now() + Period;
+}
+
+// A beat that comes late moves those behind it: none is made up for.
+void CBeat::CallIfDue() {
+  if (Callback == nullptr) return;
+  const PlayClock::Time now = Clock.Now();
+  if (now < Due) return;
+  Due = now + Period;
+  ++CallCount;
+  Callback();
+}
+
+void CBeat::WaitUntil(PlayClock::Time time) {
+  CallIfDue();
+  while (Clock.Now() < time) {
+    Clock.SleepUntil(Callback == nullptr ? time : std::min(time, Due));
+    CallIfDue();
+  }
+}
+
+std::optional<PlayClock::Time> CBeat::NextCall() const {
+  return Callback == nullptr ? std::nullopt : std::optional(Due);
+}

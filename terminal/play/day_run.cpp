@@ -1,0 +1,106 @@
+#include "terminal/play/day_run.h"
+
+namespace {
+constexpr std::uint64_t kMessagesBetweenClocks = 16;
+}
+
+void CDayRun::Begin(CDayInput& input) {
+  Input = &input;
+  DownloadOfLogin.reset();
+  Start();
+}
+
+void CDayRun::LoginAgain() {
+  if (Input == nullptr) return;
+  if (Live) DownloadOfLogin = TradesOfDay;
+  if (Target.Send(30022)) ++Control;
+  Start();
+}
+
+// A day that cannot be read is over.
+void CDayRun::Start() {
+  Ended = true;
+  Live = false;
+  Waiting = false;
+  TradesOfDay = 0;
+  DownloadSeconds.reset();
+  Script = DownloadOfLogin ? &Input->OpenWithDownload(*DownloadOfLogin) : &Input->Open();
+  Ended = false;
+}
+
+std::optional<PlayClock::Time> CDayRun::PlayFor(std::chrono::milliseconds time) {
+  const PlayClock::Time end = Clock.Now() + time;
+  for (std::uint64_t sent = 0; !Ended; ++sent) {
+    if (sent % kMessagesBetweenClocks == kMessagesBetweenClocks - 1 && Clock.Now() >= end) return Clock.Now();
+    if (!Waiting && !Script->Next()) {
+      Ended = true;
+      break;
+    }
+    if (!IsDue()) return Pace.IsPaused() ? std::nullopt : std::optional(Pace.DueAgain());
+    SendNext();
+  }
+  return std::nullopt;
+}
+
+bool CDayRun::IsDownload() const {
+  return Script->Message().MessageNumber == 8111 || Script->Message().MessageNumber == 8112;
+}
+
+// A live trade is asked about once; afterwards it is waited for.
+bool CDayRun::IsDue() {
+  const bool isNew = !Waiting;
+  Waiting = true;
+  if (IsDownload()) return true;
+  const PlayClock::Time now = Clock.Now();
+  if (isNew && Script->Message().MessageNumber == 9101)
+    if (const auto seconds = Script->TradeSeconds()) Pace.DueTime(*seconds, now);
+  return !Pace.IsPaused() && Pace.DueAgain() <= now;
+}
+
+void CDayRun::SendNext() {
+  Waiting = false;
+  const std::uint16_t number = Script->Message().MessageNumber;
+  if (number == 8111) DownloadSeconds = Script->TradeSeconds();
+  if (number == 8112) Live = true;
+  if (number == 8111 || number == 9101) ++TradesOfDay;
+  Sender.Send(*Script);
+}
+
+PlayCounts CDayRun::Counts() const noexcept {
+  PlayCounts counts = Sender.Counts();
+  counts.Messages += Control;
+  return counts;
+}
+
+std::optional<std::int64_t> CDayRun::DaySeconds() const {
+  const auto seconds = Pace.DaySeconds(Clock.Now());
+  return seconds ? seconds : DownloadSeconds;
+}
+
+void CDaySender::Send(CDayScript& script) {
+  const std::uint16_t number = script.Message().MessageNumber;
+  if (Listener != nullptr && script.IsTrade()) Listener->OnTradeSent(ReadTradePrint(script.Message()));
+  if (!Target.Deliver(script.Message(), script.Raw())) {
+    ++Sent.NotAsked;
+    return;
+  }
+  ++Sent.Messages;
+  if (number == 8111) ++Sent.Download;
+  if (number == 9101) ++Sent.Live;
+  if (number == 8112 && Target.Send(30020)) ++Sent.Messages;
+}
+
+PlayCounts CDayPlayer::Play(CDayScript& script) {
+  while (script.Next()) {
+    if (Pace.GetSpeed() && script.Message().MessageNumber == 9101) WaitForTrade(script);
+    Sender.Send(script);
+    Beat.CallIfDue();
+    Progress.Tell(Sender.Counts().Trades());
+  }
+  return Sender.Counts();
+}
+
+void CDayPlayer::WaitForTrade(CDayScript& script) {
+  const std::optional<std::int64_t> seconds = script.TradeSeconds();
+  if (seconds) Beat.WaitUntil(Pace.DueTime(*seconds, Clock.Now()));
+}

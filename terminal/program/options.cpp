@@ -1,0 +1,180 @@
+#include "terminal/program/options.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <iterator>
+
+#include "terminal/common/errors.h"
+#include "terminal/script/window_script.h"
+
+namespace {
+
+using Path = std::filesystem::path;
+
+// What the value would have to be; null when it was taken.
+using Fault = const char*;
+
+Fault TakeLiveFrom(const Path& value, Options& options) {
+  options.Live = ParseLiveFrom(PathText(value));
+  return options.Live ? nullptr : "a time such as 20131007-12:00:00 or 12:00:00, or a number of trades";
+}
+
+Fault TakeSpeed(const Path& value, Options& options) {
+  const std::string text = PathText(value);
+  options.Speed.reset();
+  options.SpeedGiven = true;
+  if (text == "max") return nullptr;
+  double speed = 0;
+  const char* end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, speed);
+  if (error != std::errc() || rest != end || !std::isfinite(speed) || speed <= 0) return "a number above 0, or max";
+  options.Speed = speed;
+  return nullptr;
+}
+
+Fault TakeExitAfter(const Path& value, Options& options) {
+  constexpr int kLongestSeconds = 7 * 24 * 3600;
+  const std::string text = PathText(value);
+  options.ExitAfter.emplace();
+  options.ExitAfter->Played = text == "played";
+  if (options.ExitAfter->Played) return nullptr;
+  int seconds = 0;
+  const char* end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, seconds);
+  if (error != std::errc() || rest != end || seconds < 1 || seconds > kLongestSeconds)
+    return "played, or a number of seconds up to a week";
+  options.ExitAfter->Seconds = std::chrono::seconds(seconds);
+  return nullptr;
+}
+
+Fault TakeRecordMode(const Path& value, Options& options) {
+  if (value != "0" && value != "1") return "0 or 1";
+  options.RecordMode = value == "0" ? std::uint16_t{0} : std::uint16_t{1};
+  return nullptr;
+}
+
+template <Path Options::*Place>
+Fault TakePath(const Path& value, Options& options) {
+  options.*Place = value;
+  return value.empty() ? "a path" : nullptr;
+}
+
+template <bool Options::*Place>
+Fault TakeFlag(const Path& /*value*/, Options& options) {
+  options.*Place = true;
+  return nullptr;
+}
+
+struct OptionRow {
+  const char* Name;
+  const char* Value;  // null for an option without one
+  Fault (*Take)(const Path& value, Options& options);
+  const char* Help;
+};
+
+constexpr OptionRow kOptions[] = {
+    {"--headless", nullptr, TakeFlag<&Options::Headless>,
+     "play without windows, as fast as it goes or at --speed, and end"},
+    {"--day", "FILE", TakePath<&Options::Day>,
+     "the day: a CSV of executed trades, a file of wire messages or a record file (default: the sample day)"},
+    {"--securities", "FILE", TakePath<&Options::Securities>,
+     "names and multipliers (default: securities.csv beside the day, else the sample's)"},
+    {"--desk", "FILE", TakePath<&Options::Desk>,
+     "users, clients and members (default: desk.csv beside the day, else the sample's)"},
+    {"--live-from", "TIME|COUNT", TakeLiveFrom,
+     "where the download ends, such as 20131007-12:00:00, 12:00:00 or 5000 (default: after half of a CSV's lines; "
+     "the messages of a wire or record file keep their numbers)"},
+    {"--speed", "N|max", TakeSpeed,
+     "live trades at N times real time; a change of date is not waited for (default: 60, and max with --headless)"},
+    {"--plugin", "PATH", TakePath<&Options::Plugin>, "the plug-in's module (default: tradebook beside the program)"},
+    {"--work", "DIR", TakePath<&Options::Work>,
+     "the folder in which the plug-in works, made when missing (default: trade_book_work in the current folder)"},
+    {"--record", "FILE", TakePath<&Options::Record>,
+     "write the messages of the day into a file instead of playing it; with the extension .ada a record file, which "
+     "holds the trades alone; needs no plug-in"},
+    {"--record-mode", "0|1", TakeRecordMode, "plain or compressed messages in that file (default: 0)"},
+    {"--exit-after", "SECONDS|played", TakeExitAfter,
+     "close the windows after that time, or once the day has been played"},
+    {"--screenshot", "FILE", TakePath<&Options::Screenshot>,
+     "write a picture of the windows into a PNG file when they close"},
+    {"--script", "FILE", TakePath<&Options::Script>, "drive the windows by the commands of a text file"},
+    {"--help", nullptr, TakeFlag<&Options::Help>, "this text"},
+    {"--version", nullptr, TakeFlag<&Options::Version>, "the version"},
+};
+
+struct ExitCodeRow {
+  ExitCode Code;
+  const char* Help;
+};
+
+constexpr ExitCodeRow kExitCodes[] = {
+    {ExitCode::Played, "the day has been played"},
+    {ExitCode::BadLines,
+     "a file had bad lines or messages, or a command of a script failed; each has been reported, the rest has been "
+     "done"},
+    {ExitCode::CommandLine, "the command line is wrong"},
+    {ExitCode::File, "a file could not be read or written"},
+    {ExitCode::Plugin, "the plug-in could not be loaded or lacks an entry point"},
+    {ExitCode::Display, "there is no display for the windows"},
+};
+
+constexpr std::size_t kHelpColumn = 26;
+
+const OptionRow* FindOption(const Path& name) {
+  for (const OptionRow& row : kOptions)
+    if (name == row.Name) return &row;
+  return nullptr;
+}
+
+[[noreturn]] void Refuse(const std::string& sentence) {
+  throw TerminalError(ExitCode::CommandLine, sentence + "; --help lists the options");
+}
+
+void TakeOption(const OptionRow& row, const Path& value, Options& options) {
+  const Fault expected = row.Take(value, options);
+  if (expected != nullptr) Refuse("the value \"" + PathText(value) + "\" of " + row.Name + " is not " + expected);
+}
+
+// Another option's name is no value: a value has been forgotten.
+bool IsValue(const Path& argument) {
+  return FindOption(argument) == nullptr;
+}
+
+std::string HelpLine(std::string head, const char* text) {
+  head.resize(std::max(head.size() + 1, kHelpColumn), ' ');
+  return "  " + head + text + "\n";
+}
+
+}  // namespace
+
+Options ParseOptions(const std::vector<Path>& arguments) {
+  Options options;
+  for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
+    const OptionRow* row = FindOption(*argument);
+    if (row == nullptr) Refuse("there is no option " + PathText(*argument));
+    if (row->Value == nullptr) {
+      TakeOption(*row, {}, options);
+      continue;
+    }
+    const auto value = std::next(argument);
+    if (value == arguments.end() || !IsValue(*value)) Refuse(std::string(row->Name) + " needs a value");
+    TakeOption(*row, *value, options);
+    argument = value;
+  }
+  if (options.RecordMode && options.Record.empty()) Refuse("--record-mode says something only with --record");
+  const bool ofWindows = options.ExitAfter || !options.Screenshot.empty() || !options.Script.empty();
+  if (ofWindows && (options.Headless || !options.Record.empty()))
+    Refuse("--exit-after, --screenshot and --script say something only with windows");
+  return options;
+}
+
+std::string HelpText() {
+  std::string text = "terminal: plays a day of trades to the Trade Book plug-in\n\nOptions:\n";
+  for (const OptionRow& row : kOptions)
+    text += HelpLine(row.Value == nullptr ? row.Name : std::string(row.Name) + " " + row.Value, row.Help);
+  text += "\nCommands of a --script file, one a line; # begins a remark:\n" + ScriptHelpText();
+  text += "\nExit codes:\n";
+  for (const ExitCodeRow& row : kExitCodes) text += HelpLine(std::to_string(static_cast<int>(row.Code)), row.Help);
+  return text;
+}

@@ -1,0 +1,42 @@
+// The terminal's command line: one table of options feeds parsing and help.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "terminal/day/day_source.h"
+
+// When the windows close by themselves.
+struct ExitAfter {
+  bool Played = false;                          // once the day has been played
+  std::optional<std::chrono::seconds> Seconds;  // of the wall
+};
+
+struct Options {
+  bool Headless = false;
+  bool Help = false;
+  bool Version = false;
+  std::filesystem::path Day;  // empty paths stand for the defaults of the help
+  std::filesystem::path Securities;
+  std::filesystem::path Desk;
+  std::filesystem::path Plugin;
+  std::filesystem::path Work;
+  std::filesystem::path Record;
+  std::filesystem::path Screenshot;
+  std::filesystem::path Script;
+  std::optional<LiveFrom> Live;
+  std::optional<double> Speed;  // times real time; nothing for as fast as the plug-in takes it, unless it is not given
+  bool SpeedGiven = false;
+  std::optional<struct ExitAfter> ExitAfter;
+  std::optional<std::uint16_t> RecordMode;
+};
+
+// Throws TerminalError with ExitCode::CommandLine for an option that does not exist, lacks its value or has a bad one.
+// An option given twice keeps its last value.
+Options ParseOptions(const std::vector<std::filesystem::path>& arguments);
+
+std::string HelpText();

@@ -1,0 +1,196 @@
+#include "terminal/program/program.h"
+
+#include <cmath>
+#include <cstdio>
+#include <ostream>
+#include <string>
+#include <system_error>
+
+#include "platform/modules.h"
+#include "terminal/common/errors.h"
+#include "terminal/day/day_script.h"
+#include "terminal/day/recordings.h"
+#include "terminal/link/plugin_link.h"
+#include "terminal/link/terminal_host.h"
+#include "terminal/play/day_run.h"
+
+namespace {
+
+using Path = std::filesystem::path;
+
+std::string RecordMessages(CDayScript& script, const Path& file, std::uint16_t mode) {
+  CMessageRecord record(file, mode);
+  std::uint64_t messages = 0;
+  while (script.Next()) {
+    if (record.Write(script.Message()))
+      ++messages;
+    else
+      script.Report("the message is too long to be recorded");
+  }
+  record.Close();
+  return WithThousands(messages) + " messages";
+}
+
+// The end of a download is left out without a word: it is told by the numbers of the trades.
+std::string RecordTrades(CDayScript& script, const Path& file, std::uint16_t mode) {
+  CRecordFile record(file, mode);
+  std::uint64_t trades = 0;
+  std::uint64_t others = 0;
+  while (script.Next()) {
+    const bool isDownloadEnd = script.Message().MessageNumber == 8112;
+    if (record.Write(script.Message()))
+      ++trades;
+    else
+      others += isDownloadEnd ? 0 : 1;
+  }
+  record.Close();
+  const std::string rest = others == 0 ? "" : "; other messages left out: " + WithThousands(others);
+  return WithThousands(trades) + " trades" + rest;
+}
+
+void RecordDay(const RunFiles& files, const Options& options, CBadLines& badLines, std::ostream& out) {
+  std::error_code error;
+  if (std::filesystem::equivalent(files.Day, files.Record, error))
+    throw TerminalError(ExitCode::CommandLine, "--record would write over the day, " + PathText(files.Day));
+  CDayInput input(files, options.Live, badLines);
+  const auto record = IsRecordFile(files.Record) ? RecordTrades : RecordMessages;
+  out << PathText(files.Record) << ": " << record(input.Open(), files.Record, options.RecordMode.value_or(0)) << '\n';
+}
+
+void PlayDay(const RunFiles& files, const Options& options, CBadLines& badLines, std::ostream& out,
+             std::ostream& errors) {
+  CDayInput input(files, options.Live, badLines);
+  CDayScript& script = input.Open();
+  EnterWorkingFolder(files.Work, ProgramFolder() / "working_folder");
+  CWallClock clock;
+  CBeat beat(clock);
+  CTerminalHost host(input.Securities, beat);
+  const CRunningHostScope running(host);
+  CPluginLink plugin(files.Plugin);
+  DaySummary summary;
+  summary.PluginName = plugin.Description().Name;
+  summary.ControlMessages = SendStart(plugin, false);
+  CProgress progress(errors, clock);
+  const PlayClock::Time start = clock.Now();
+  summary.Played = CDayPlayer(plugin, beat, clock, progress, options.Speed).Play(script);
+  summary.Time = clock.Now() - start;
+  progress.Finish();
+  summary.ControlMessages += plugin.Send(30021) ? 1 : 0;
+  beat.Register(nullptr, {});
+  summary.Beats = beat.Calls();
+  summary.Received = host.Received();
+  summary.BadLines = badLines.Count();
+  out << SummaryText(summary);
+}
+
+ExitCode Run(const Options& options, PlayInWindowsFunction playInWindows, std::ostream& out, std::ostream& errors) {
+  if (options.Help || options.Version) {
+    out << (options.Help ? HelpText() : std::string("terminal ") + kTerminalVersion + "\n");
+    return ExitCode::Played;
+  }
+  CBadLines badLines(errors);
+  const RunFiles files(options);
+  if (!options.Record.empty())
+    RecordDay(files, options, badLines, out);
+  else if (options.Headless)
+    PlayDay(files, options, badLines, out, errors);
+  else
+    playInWindows(files, options, badLines, out);
+  return badLines.Count() + badLines.FailedCommands() == 0 ? ExitCode::Played : ExitCode::BadLines;
+}
+
+}  // namespace
+
+int RunTerminal(const std::vector<Path>& arguments, PlayInWindowsFunction playInWindows, std::ostream& out,
+                std::ostream& errors) {
+  ExitCode code = ExitCode::Played;
+  try {
+    code = Run(ParseOptions(arguments), playInWindows, out, errors);
+  } catch (const TerminalError& error) {
+    errors << "terminal: " << error.what() << '\n';
+    code = error.Code;
+  } catch (const std::exception& error) {
+    errors << "terminal: " << error.what() << '\n';
+    code = ExitCode::File;
+  }
+  return static_cast<int>(code);
+}
+
+namespace fs = std::filesystem;
+
+namespace {
+
+void Check(const std::error_code& error, const fs::path& path, const char* what) {
+  if (error) ThrowFileError(path, what, error);
+}
+
+void CopySample(const fs::path& sample, const fs::path& copy) {
+  std::error_code error;
+  if (fs::exists(copy, error)) return;
+  Check(error, copy, "cannot be looked up");
+  fs::create_directories(copy.parent_path(), error);
+  Check(error, copy.parent_path(), "cannot be made");
+  fs::copy_file(sample, copy, error);
+  Check(error, copy, "cannot be written");
+}
+
+}  // namespace
+
+void EnterWorkingFolder(const fs::path& folder, const fs::path& samples) {
+  std::error_code error;
+  fs::create_directories(folder, error);
+  Check(error, folder, "cannot be made");
+  fs::recursive_directory_iterator entry(samples, error);
+  Check(error, samples, "cannot be read");
+  for (; entry != fs::recursive_directory_iterator(); entry.increment(error)) {
+    Check(error, samples, "cannot be read");
+    if (entry->is_regular_file(error)) CopySample(entry->path(), folder / entry->path().lexically_relative(samples));
+  }
+  Check(error, samples, "cannot be read");
+  fs::current_path(folder, error);
+  Check(error, folder, "cannot be entered");
+}
+
+namespace {
+
+constexpr std::size_t kValueColumn = 20;
+
+std::string Line(std::string head, const std::string& value) {
+  head.resize(kValueColumn, ' ');
+  return head + value + "\n";
+}
+
+std::string ReceivedText(const std::map<std::uint16_t, std::uint64_t>& received) {
+  std::string text;
+  for (const auto& [number, count] : received)
+    text += (text.empty() ? "" : ", ") + std::to_string(number) + ": " + WithThousands(count);
+  return text.empty() ? "none" : text;
+}
+
+std::string SecondsText(double seconds) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.3f", seconds);
+  return text;
+}
+
+}  // namespace
+
+std::string SummaryText(const DaySummary& summary) {
+  const PlayCounts& played = summary.Played;
+  const std::uint64_t trades = played.Download + played.Live;
+  const double seconds = summary.Time.count();
+  std::string text = Line("Plug-in", summary.PluginName);
+  text += Line("Messages sent", WithThousands(played.Messages + summary.ControlMessages));
+  if (played.NotAsked != 0) text += Line("Messages not asked", WithThousands(played.NotAsked));
+  text += Line("Messages received", ReceivedText(summary.Received));
+  text += Line("Trades played", WithThousands(trades) + " (download " + WithThousands(played.Download) + ", live " +
+                                    WithThousands(played.Live) + ")");
+  text += Line("Refresh beats", WithThousands(summary.Beats));
+  text += Line("Bad lines", WithThousands(summary.BadLines));
+  if (summary.FailedCommands) text += Line("Failed commands", WithThousands(*summary.FailedCommands));
+  text += Line("Seconds", SecondsText(seconds));
+  if (seconds > 0)
+    text += Line("Trades per second",
+                 WithThousands(static_cast<std::uint64_t>(std::llround(static_cast<double>(trades) / seconds))));
+  return text;
+}

@@ -1,0 +1,48 @@
+// The terminal's run from its command line to its exit code.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <iosfwd>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "terminal/common/errors.h"
+#include "terminal/common/run_files.h"
+#include "terminal/play/day_run.h"
+#include "terminal/program/options.h"
+
+inline constexpr const char* kTerminalVersion = TERMINAL_VERSION;
+
+// Plays the day in windows until the user closes them; bad lines go to the object, the summary to out. Throws
+// TerminalError.
+using PlayInWindowsFunction = void (*)(const RunFiles& files, const Options& options, CBadLines& badLines,
+                                       std::ostream& out);
+
+// Writes results to out, errors and bad lines to errors. Windows are used only where the command line asks for them.
+int RunTerminal(const std::vector<std::filesystem::path>& arguments, PlayInWindowsFunction playInWindows,
+                std::ostream& out, std::ostream& errors);
+
+// The folder in which the plug-in works: made where it is missing, given the sample files, entered. Changes the
+// process's current directory: before the module is loaded, which takes it over at that moment.
+
+// Copies every file under samples that the folder does not have yet; one that is there stays as it is. Throws
+// TerminalError.
+void EnterWorkingFolder(const std::filesystem::path& folder, const std::filesystem::path& samples);
+
+// The summary of a day that has been played, for the user.
+struct DaySummary {
+  std::string PluginName;
+  PlayCounts Played;
+  std::uint64_t ControlMessages = 0;                // sent ahead of the day and behind it
+  std::map<std::uint16_t, std::uint64_t> Received;  // messages of the plug-in, by number
+  std::uint64_t Beats = 0;
+  std::uint64_t BadLines = 0;
+  std::optional<std::uint64_t> FailedCommands;  // of the script, where there is one
+  std::chrono::duration<double> Time{};
+};
+
+std::string SummaryText(const DaySummary& summary);

@@ -1,0 +1,97 @@
+#include "terminal/program/window_memory.h"
+
+#include <algorithm>
+
+#include "foundations/paths.h"
+
+namespace {
+
+constexpr int kLeastFramePx = 200;
+constexpr int kMostPx = 32000;  // of a screen's coordinates
+constexpr int kLeastColumnPx = 10;
+constexpr int kMostColumnPx = 4000;
+constexpr std::int32_t kMostColumns = 100;
+
+constexpr const wchar_t* kFramePath = L"Frame";
+constexpr const wchar_t* kWatchPath = L"MarketWatch";
+constexpr const wchar_t* kDayPath = L"Day";
+
+std::wstring ColumnKey(const wchar_t* what, std::size_t place) {
+  return std::wstring(what) + L"-" + std::to_wstring(place);
+}
+
+bool IsSound(const SettingsRectangle& rectangle) {
+  const auto within = [](std::int32_t value) { return value >= -kMostPx && value <= kMostPx; };
+  return within(rectangle.Left) && within(rectangle.Top) && within(rectangle.Right) && within(rectangle.Bottom) &&
+         rectangle.Right - rectangle.Left >= kLeastFramePx && rectangle.Bottom - rectangle.Top >= kLeastFramePx;
+}
+
+bool ReadColumn(CQORPRegistry& settings, std::size_t place, ColumnPlace& column) {
+  return settings.Read(ColumnKey(L"Title", place), column.Title) &&
+         settings.Read(ColumnKey(L"Width", place), column.WidthPx) && !column.Title.empty() &&
+         column.WidthPx >= kLeastColumnPx && column.WidthPx <= kMostColumnPx;
+}
+
+}  // namespace
+
+std::optional<FramePlace> WindowMemory::LoadFrame() {
+  const auto settings = Open();
+  FramePlace place;
+  std::int32_t maximized = 0;
+  if (!settings->OpenPath(kFramePath) || !settings->Read(L"Rectangle", place.Rectangle) || !IsSound(place.Rectangle))
+    return std::nullopt;
+  settings->Read(L"Maximized", maximized);
+  place.Maximized = maximized != 0;
+  return place;
+}
+
+void WindowMemory::SaveFrame(const FramePlace& place) {
+  const auto settings = Open();
+  settings->CreatePath(kFramePath);
+  settings->Write(L"Rectangle", place.Rectangle);
+  settings->Write(L"Maximized", std::int32_t{place.Maximized});
+}
+
+std::optional<WatchPlace> WindowMemory::LoadWatch() {
+  const auto settings = Open();
+  std::int32_t count = 0;
+  if (!settings->OpenPath(kWatchPath) || !settings->Read(L"Columns", count) || count < 1 || count > kMostColumns)
+    return std::nullopt;
+  WatchPlace place;
+  for (std::size_t at = 0; at < static_cast<std::size_t>(count); ++at) {
+    ColumnPlace column;
+    if (!ReadColumn(*settings, at, column)) return std::nullopt;
+    place.Columns.push_back(column);
+  }
+  std::wstring sorted;
+  std::int32_t rising = 1;
+  if (settings->Read(L"Sort", sorted) && !sorted.empty()) place.SortColumn = sorted;
+  settings->Read(L"Rising", rising);
+  place.Rising = rising != 0;
+  return place;
+}
+
+void WindowMemory::SaveWatch(const WatchPlace& place) {
+  const auto settings = Open();
+  settings->CreatePath(kWatchPath);
+  settings->Write(L"Columns", static_cast<std::int32_t>(place.Columns.size()));
+  for (std::size_t at = 0; at < place.Columns.size(); ++at) {
+    settings->Write(ColumnKey(L"Title", at), place.Columns[at].Title);
+    settings->Write(ColumnKey(L"Width", at), std::int32_t{place.Columns[at].WidthPx});
+  }
+  settings->Write(L"Sort", place.SortColumn.value_or(L""));
+  settings->Write(L"Rising", std::int32_t{place.Rising});
+}
+
+std::optional<std::filesystem::path> WindowMemory::LoadDay() {
+  const auto settings = Open();
+  std::wstring file;
+  if (!settings->OpenPath(kDayPath) || !settings->Read(L"File", file) || file.empty()) return std::nullopt;
+  return PathOfWide(file);
+}
+
+void WindowMemory::SaveDay(const RunFiles& files) {
+  const auto settings = Open();
+  settings->CreatePath(kDayPath);
+  settings->Write(L"File", files.IsSampleDay() ? std::wstring() : WideOfPath(files.Day));
+}

@@ -1,0 +1,69 @@
+// WindowScript: a text file of commands that drive the terminal's windows as a user would, one command a line.
+//
+//   line    := [command] ["#" anything]          blanks around do not count
+//   command := "open-book" | "select" security-id | "focus" ("market-watch" | "book" [title] | "none") | "key" key
+//            | "wait" ("played" | milliseconds) | "screenshot" file | "menu" text (">" text)+ | "exit"
+//            | "close-book" | "usage" name | "filter" column [text] | "header" column ["ctrl"] | "rows" from to |
+//            "book-menu" text (">" text)* | "place" ("left" | "right" | "top" | "bottom" | "tab" | "floating") |
+//            "save-as" file | "cancel-save" | "answer" text | "choose" text | "check" text | "expect-rows" count |
+//            "expect-text" text
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "terminal/script/key_press.h"
+
+enum class ScriptAction : std::uint8_t {
+  OpenBook,
+  CloseBook,
+  Select,
+  Focus,
+  Key,
+  WaitPlayed,
+  WaitTime,
+  Screenshot,
+  Usage,
+  Menu,
+  Filter,
+  Header,
+  Rows,
+  BookMenu,
+  Place,
+  SaveAs,
+  CancelSave,
+  Answer,
+  Choose,
+  Check,
+  ExpectRows,
+  ExpectText,
+  Exit
+};
+enum class ScriptFocus : std::uint8_t { MarketWatch, Book, None };
+enum class ScriptPlace : std::uint8_t { Left, Right, Top, Bottom, Tab, Floating };
+
+struct ScriptCommand {
+  std::uint64_t Line = 0;
+  ScriptAction Action = ScriptAction::Exit;
+  std::string Text{};               // whatever the command is about: a security, a title, a file, a label
+  std::string Column{};             // its title
+  std::vector<std::string> Menu{};  // from the outermost menu down
+  KeyPress Key{};
+  bool Ctrl = false;
+  ScriptPlace Place = ScriptPlace::Floating;
+  int FirstRow = 0;  // rows count from 1
+  int LastRow = 0;
+  int Count = 0;
+  ScriptFocus Focus = ScriptFocus::None;
+  std::chrono::milliseconds Time{};
+};
+
+// Throws TerminalError "FILE:LINE: reason" with ExitCode::File for the first line that is no command, and when the file
+// cannot be read.
+std::vector<ScriptCommand> ReadWindowScript(const std::filesystem::path& file);
+
+// The lines of --help about the commands.
+std::string ScriptHelpText();

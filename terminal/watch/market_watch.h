@@ -1,0 +1,96 @@
+// MarketWatch: the securities of a day with what the trades played so far say of them, in the order that the user
+// wants.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "terminal/day/reference_data.h"
+#include "terminal/day/trade_message.h"
+
+enum class Trend : std::uint8_t { None, Up, Down };
+
+struct WatchRow {
+  std::string Exchange;
+  std::string SecurityID;
+  std::string Symbol;
+  std::string Name;
+  std::string ExpiryDate;
+  double First = 0;  // prices count once Trades is not 0
+  double Last = 0;
+  Trend Tick = Trend::None;  // of the last change of price
+  std::uint64_t Trades = 0;
+  std::uint64_t Quantity = 0;
+  std::string Time;              // of the last trade
+  std::uint64_t TradedBeat = 0;  // 0: not traded
+
+  double Change() const noexcept { return Last - First; }
+  Trend ChangeTrend() const noexcept;
+};
+
+// Promises: a row that is there keeps its place but for SortBy, ApplySort and Fill. A trade of a security that is not
+// listed adds its row at the end. A trade costs one hash; a sort n log n.
+class MarketWatch : public TradeListener {
+ public:
+  explicit MarketWatch(const CSecurities& securities) { Fill(securities); }
+
+  // Begins anew with these securities and no trades.
+  void Fill(const CSecurities& securities);
+  // Forgets the trades; the rows stay where they are.
+  void ForgetTrades();
+  void OnTradeSent(const TradePrint& print) override;
+
+  int Rows() const noexcept { return static_cast<int>(Order.size()); }
+  const WatchRow& RowAt(int row) const { return Securities[Order[static_cast<std::size_t>(row)]]; }
+  // The first of that id on any exchange; -1 for none.
+  int RowOf(const std::string& securityId) const;
+  // What stays the same for a security when rows are sorted.
+  std::size_t IdentityAt(int row) const { return Order[static_cast<std::size_t>(row)]; }
+  int RowOfIdentity(std::size_t identity) const;
+
+  // By a column of market_watch.h; rows that are equal, and rows without a value, keep the order of the securities.
+  void SortBy(std::optional<int> column, bool rising);
+  // Brings rows that have changed to their place.
+  void ApplySort();
+  std::optional<int> SortColumn() const noexcept { return SortedBy; }
+  bool SortsRising() const noexcept { return Rising; }
+
+  // Whether there is anything new to be shown since the last call; to be called on the beat. Sorts as ApplySort does.
+  bool TakeChanges();
+  // Traded in the beat that was taken last, or since.
+  bool IsFresh(const WatchRow& row) const noexcept { return row.TradedBeat != 0 && row.TradedBeat + 1 >= Beat; }
+
+ private:
+  WatchRow& RowFor(const TradePrint& print);
+  void Add(WatchRow row);
+
+  std::vector<WatchRow> Securities;
+  std::vector<std::size_t> Order;                      // rows as they stand, by index into Securities
+  std::unordered_map<std::string, std::size_t> ByKey;  // exchange and id
+  std::optional<int> SortedBy;
+  bool Rising = true;
+  bool Changed = true;
+  std::uint64_t Beat = 1;
+  std::uint64_t LastTraded = 0;  // the beat of the last trade
+};
+
+// The columns of the market watch: titles, widths, text and order of each.
+struct WatchColumn {
+  const wchar_t* Title;
+  int WidthPx;    // on a screen of 96 dots an inch
+  bool ToRight;   // numbers
+  bool OfTrades;  // empty until the security has traded
+  std::string (*Text)(const WatchRow& row);
+  int (*Compare)(const WatchRow& left, const WatchRow& right);  // below 0: left comes first when rising
+  Trend (*TrendOf)(const WatchRow& row);                        // null: always None
+};
+
+inline constexpr std::size_t kWatchColumnCount = 11;
+extern const WatchColumn kWatchColumns[kWatchColumnCount];
+
+// At least two and at most four decimals, and a comma at the thousands.
+std::string PriceText(double price);

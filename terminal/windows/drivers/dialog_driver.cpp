@@ -1,0 +1,170 @@
+#include "terminal/windows/drivers/dialog_driver.h"
+
+#include <wx/button.h>
+#include <wx/checklst.h>
+#include <wx/dialog.h>
+#include <wx/textctrl.h>
+#include <wx/uiaction.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "terminal/windows/drivers/book_driver.h"
+#include "toolkit/dialogs/controls.h"
+#include "toolkit/dialogs/file_dialog.h"
+
+namespace {
+
+constexpr const char* kNoDialog = "there is no dialog";
+
+// The last one that was made stands before the others.
+wxDialog* TopDialog() {
+  wxDialog* top = nullptr;
+  for (wxWindow* window : wxTopLevelWindows)
+    if (auto* dialog = dynamic_cast<wxDialog*>(window); dialog != nullptr && dialog->IsModal()) top = dialog;
+  return top;
+}
+
+std::wstring ShownText(const wxWindow& window) {
+  const auto* line = dynamic_cast<const CQORPStatic*>(&window);
+  std::wstring text =
+      line != nullptr ? line->GetWindowText() : wxControl::RemoveMnemonics(window.GetLabel()).ToStdWstring();
+  std::replace(text.begin(), text.end(), L'\n', L' ');
+  return text;
+}
+
+}  // namespace
+
+std::string CDialogDriver::SaveNextAs(const std::filesystem::path& file) {
+  if (NextFile) return "the save dialog that was to be answered before has not come up";
+  NextFile = file;
+  return {};
+}
+
+std::string CDialogDriver::ExpectSaved() const {
+  return NextFile ? "the save dialog that was to be answered has not come up" : "";
+}
+
+int CDialogDriver::Enter(wxDialog* dialog) {
+  auto* asking = dynamic_cast<CQORPFileDialog*>(dialog);
+  if (asking == nullptr || !NextFile) return wxID_NONE;
+  const std::filesystem::path file = *std::exchange(NextFile, std::nullopt);
+  if (file.empty()) return wxID_CANCEL;
+  asking->AnswerWith(file);
+  return wxID_OK;
+}
+
+bool CDialogDriver::IsUp() {
+  return TopDialog() != nullptr;
+}
+
+bool CDialogDriver::EndTop() {
+  wxDialog* dialog = TopDialog();
+  if (dialog != nullptr) dialog->EndModal(wxID_CANCEL);
+  return dialog != nullptr;
+}
+
+std::string CDialogDriver::PressButton(const std::wstring& text) {
+  wxDialog* dialog = TopDialog();
+  if (dialog == nullptr) return kNoDialog;
+  auto* button = FindChild<wxButton>(
+      *dialog, [&text](wxButton& one) { return one.IsShown() && one.IsEnabled() && one.GetLabelText() == text; });
+  if (button == nullptr) return "the dialog has no such button";
+  wxCommandEvent press(wxEVT_BUTTON, button->GetId());
+  press.SetEventObject(button);
+  button->GetEventHandler()->ProcessEvent(press);
+  return {};
+}
+
+std::string CDialogDriver::ChangeItem(const std::wstring& text, bool toggles) {
+  wxDialog* dialog = TopDialog();
+  if (dialog == nullptr) return kNoDialog;
+  auto* list = FindChild<wxCheckListBox>(
+      *dialog, [&text](wxCheckListBox& one) { return one.FindString(text, true) != wxNOT_FOUND; });
+  if (list == nullptr) return "no list of the dialog has such an item";
+  const int item = list->FindString(text, true);
+  list->SetSelection(item);
+  if (!toggles) return {};
+  list->Check(static_cast<unsigned>(item), !list->IsChecked(static_cast<unsigned>(item)));
+  wxCommandEvent check(wxEVT_CHECKLISTBOX, list->GetId());
+  check.SetEventObject(list);
+  check.SetInt(item);
+  list->GetEventHandler()->ProcessEvent(check);
+  return {};
+}
+
+std::string CDialogDriver::ExpectText(const wxWindow* other, const std::wstring& text) const {
+  const wxDialog* dialog = TopDialog();
+  const wxWindow* window = dialog == nullptr ? other : dialog;
+  const auto holds = [&text](const wxWindow& one) { return ShownText(one).find(text) != std::wstring::npos; };
+  const auto shows = [&holds](const wxWindow& one) { return one.IsShownOnScreen() && holds(one); };
+  if (window != nullptr && (holds(*window) || FindChild<wxWindow>(*window, shows) != nullptr)) return {};
+  return dialog == nullptr ? "the book shows no such text" : "the dialog shows no such text";
+}
+
+namespace {
+constexpr int kWaits = 10;  // for the focus or a letter, before they are given up
+constexpr int kRestarts = 3;
+constexpr wchar_t kFirstLetter = L' ', kLastLetter = L'~';
+}  // namespace
+
+std::string CFilterTypist::Begin(CQORPGridCtrl& grid, int column, const std::wstring& text) {
+  if (column < 0) return "the book has no column of that title";
+  if (!grid.IsFilterBarEnabled()) return "the filter bar is not shown";
+  if (!grid.EditFilter(column)) return "the column is hidden";
+  Grid = &grid;
+  Column = column;
+  Text = text;
+  Restarts = 0;
+  Start();
+  return {};
+}
+
+void CFilterTypist::Start() {
+  Typed = 0;
+  Waits = 0;
+  Begun = Writing = false;
+  Typing = true;
+}
+
+// A window that got the focus late ended the edit: the text is typed from its first letter.
+std::string CFilterTypist::Restart() {
+  Typing = false;
+  if (!Grid || ++Restarts > kRestarts || !Grid->EditFilter(Column)) return "the filter field went away";
+  Start();
+  return {};
+}
+
+wxTextCtrl* CFilterTypist::Field() const {
+  return Grid ? dynamic_cast<wxTextCtrl*>(Grid->GetFilterEdit()) : nullptr;
+}
+
+std::string CFilterTypist::TypeOn() {
+  wxTextCtrl* field = Field();
+  if (field == nullptr) return Restart();
+  const bool arrived = Begun ? field->GetValue().ToStdWstring() == Expected() : Writing || field->HasFocus();
+  if (!arrived && ++Waits <= kWaits) return {};
+  if (!arrived) Writing = true;
+  if (!arrived && Begun) field->SetValue(Expected());
+  Waits = 0;
+  Typing = !Begun || Typed < Text.size();
+  if (Typing) TypeNext(*field);
+  return {};
+}
+
+// The first letter takes the place of the old text, which is selected.
+void CFilterTypist::TypeNext(wxTextCtrl& field) {
+  if (!Text.empty()) ++Typed;
+  Begun = true;
+  if (Writing || !PressNext(field)) field.SetValue(Expected());
+}
+
+bool CFilterTypist::PressNext(const wxTextCtrl& field) const {
+  if (!field.HasFocus()) return false;
+  wxUIActionSimulator keyboard;
+  if (Text.empty()) return keyboard.Char(WXK_DELETE);
+  const wchar_t letter = Text[Typed - 1];
+  if (letter < kFirstLetter || letter > kLastLetter) return false;
+  const char key[] = {static_cast<char>(letter), '\0'};
+  return keyboard.Text(key);
+}

@@ -1,0 +1,252 @@
+#include "terminal/windows/drivers/script_runner.h"
+
+#include <wx/string.h>
+#include <wx/toplevel.h>
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
+#include "terminal/windows/drivers/book_driver.h"
+#include "terminal/windows/drivers/screen_picture.h"
+
+namespace {
+
+constexpr int kStepMs = 60;
+constexpr int kPaintedMs = 400;  // more than a beat, which repaints
+constexpr int kFocusWaits = 20;
+constexpr int kTries = 20;
+
+constexpr const char* kUsageFile = "out/usage.csv";
+constexpr const char* kNoBook = "there is no book";
+
+std::wstring Wide(const std::string& text) {
+  return wxString::FromUTF8(text).ToStdWstring();
+}
+
+std::vector<std::wstring> Wide(const std::vector<std::string>& texts) {
+  std::vector<std::wstring> wide;
+  for (const std::string& text : texts) wide.push_back(Wide(text));
+  return wide;
+}
+
+bool IsAboutBook(ScriptAction action) {
+  using enum ScriptAction;
+  constexpr ScriptAction kAboutBook[] = {BookMenu, Header, Rows, Filter, ExpectRows, Place, CloseBook};
+  return std::ranges::count(kAboutBook, action) != 0;
+}
+
+// The focus may be elsewhere behind it, and is meant to be.
+bool MovesFocus(ScriptAction action) {
+  using enum ScriptAction;
+  constexpr ScriptAction kMoves[] = {OpenBook, CloseBook, Focus, Key, Menu};
+  return std::ranges::count(kMoves, action) != 0;
+}
+
+std::string Unless(bool done) {
+  return done ? "" : "the command cannot be done now";
+}
+
+}  // namespace
+
+CScriptRunner::CScriptRunner(const std::filesystem::path& file, ScriptTarget& target, CBadLines& badLines)
+    : File(file),
+      Folder(std::filesystem::current_path()),
+      Target(target),
+      BadLines(badLines),
+      Commands(ReadWindowScript(file)) {
+  StepTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Step(); });
+}
+
+void CScriptRunner::Step() {
+  if (Typist.IsTyping()) return TypeOn();
+  if (HasEnded()) return;
+  const ScriptCommand& command = Commands[Next];
+  if (command.Action == ScriptAction::Screenshot && !std::exchange(Settled, true)) {
+    StepTimer.StartOnce(kPaintedMs);
+    return;
+  }
+  Settled = false;
+  if (IsAwaited(command) || IsActivationAwaited() || IsBookLost(command)) {
+    StepTimer.StartOnce(kStepMs);
+    return;
+  }
+  ActivationWaits = 0;
+  const std::size_t current = Next++;
+  // Ahead of the command, which may end in the loop of a dialog.
+  StepTimer.StartOnce(kStepMs + static_cast<int>(command.Time.count()));
+  const Refusal refusal = Do(command);
+  NoteFocus(command);
+  if (!refusal.empty() && IsTriedAgain(command))
+    Next = current;
+  else
+    Report(command, refusal);
+}
+
+// The command that types is the last one that was begun.
+void CScriptRunner::TypeOn() {
+  StepTimer.StartOnce(kStepMs);
+  Report(Commands[Next - 1], Typist.TypeOn());
+}
+
+void CScriptRunner::Report(const ScriptCommand& command, const Refusal& refusal) {
+  Tries = 0;
+  if (!refusal.empty()) BadLines.AtCommand(File, command.Line, refusal);
+}
+
+// The window system makes a frame active some time after it was shown or got the focus. A command that came before
+// would have the focus taken from where it puts it.
+bool CScriptRunner::IsActivationAwaited() {
+  auto* frame = dynamic_cast<wxTopLevelWindow*>(wxGetTopLevelParent(wxWindow::FindFocus()));
+  if (frame == nullptr) return false;
+  if (!frame->IsActive()) return IsManaged && ++ActivationWaits < kFocusWaits;
+  IsManaged = true;
+  return false;
+}
+
+// Only what has done nothing while it failed.
+bool CScriptRunner::IsTriedAgain(const ScriptCommand& command) {
+  using enum ScriptAction;
+  constexpr ScriptAction kPatient[] = {Answer, Choose, Check, ExpectRows, ExpectText};
+  return std::ranges::count(kPatient, command.Action) != 0 && ++Tries < kTries;
+}
+
+// A window that gets the focus late takes it from the book that the script has named: that one gets it back.
+bool CScriptRunner::IsBookLost(const ScriptCommand& command) {
+  if (!MeantBook || !IsAboutBook(command.Action) || Target.Book() == MeantBook.get()) return false;
+  return ++Refocuses < kFocusWaits && Target.Focus(ScriptFocus::Book, MeantTitle);
+}
+
+void CScriptRunner::NoteFocus(const ScriptCommand& command) {
+  if (!MovesFocus(command.Action)) return;
+  const bool named =
+      command.Action == ScriptAction::Focus && command.Focus == ScriptFocus::Book && !command.Text.empty();
+  MeantBook = named ? Target.Book() : nullptr;
+  MeantTitle = command.Text;
+  Refocuses = 0;
+}
+
+// Waits for the end of the day, and for the focus that the command before has asked for.
+bool CScriptRunner::IsAwaited(const ScriptCommand& command) {
+  const ScriptCommand* before = Next == 0 ? nullptr : &Commands[Next - 1];
+  if (before != nullptr && before->Action == ScriptAction::Focus && FocusWaits < kFocusWaits &&
+      !Target.HasFocus(before->Focus)) {
+    ++FocusWaits;
+    return true;
+  }
+  FocusWaits = 0;
+  return command.Action == ScriptAction::WaitPlayed && !Target.HasPlayed();
+}
+
+CScriptRunner::Refusal CScriptRunner::Do(const ScriptCommand& command) {
+  const std::wstring text = Wide(command.Text);
+  switch (command.Action) {
+    case ScriptAction::OpenBook:
+      return Unless(Target.OpenBook());
+    case ScriptAction::CloseBook:
+      return CloseBook();
+    case ScriptAction::Select:
+      return Unless(Target.Select(command.Text));
+    case ScriptAction::Focus:
+      return Unless(Target.Focus(command.Focus, command.Text));
+    case ScriptAction::Key:
+      return Unless(Target.Press(command.Key));
+    case ScriptAction::Menu:
+      return Unless(Target.RunMenu(command.Menu));
+    case ScriptAction::WaitPlayed:
+    case ScriptAction::WaitTime:
+      return {};
+    case ScriptAction::Screenshot:
+      return SavePicture(command);
+    case ScriptAction::Filter:
+      return Filter(command);
+    case ScriptAction::Header:
+      return InBook([&](auto& grid) { return BookDriver::ClickHeader(grid, Wide(command.Column), command.Ctrl); });
+    case ScriptAction::Rows:
+      return InBook([&](auto& grid) { return BookDriver::SelectRows(grid, command.FirstRow, command.LastRow); });
+    case ScriptAction::BookMenu:
+      return InBook([&](auto& grid) { return BookDriver::RunMenu(grid, Wide(command.Menu)); });
+    case ScriptAction::Place:
+      return PlaceBook(command.Place);
+    case ScriptAction::SaveAs:
+      return Dialogs.SaveNextAs(FileOf(command.Text));
+    case ScriptAction::CancelSave:
+      return Dialogs.CancelNextSave();
+    case ScriptAction::Answer:
+      return Dialogs.PressButton(text);
+    case ScriptAction::Choose:
+      return Dialogs.ChooseItem(text);
+    case ScriptAction::Check:
+      return Dialogs.CheckItem(text);
+    case ScriptAction::ExpectRows:
+      return InBook([&](auto& grid) { return BookDriver::ExpectRows(grid, command.Count); });
+    case ScriptAction::ExpectText:
+      return Dialogs.ExpectText(Target.Book(), text);
+    case ScriptAction::Usage:
+      return AppendUsage(FileOf(kUsageFile), command.Text, Target.OpenBooks());
+    case ScriptAction::Exit:
+      return EndAll();
+  }
+  return {};
+}
+
+CScriptRunner::Refusal CScriptRunner::InBook(const std::function<Refusal(CQORPGridCtrl& grid)>& act) {
+  CQORPGridCtrl* grid = BookDriver::FindGrid(Target.Book());
+  return grid == nullptr ? kNoBook : act(*grid);
+}
+
+// As the button in its caption or in its tab does.
+CScriptRunner::Refusal CScriptRunner::CloseBook() {
+  CQORPDockingControlBar* book = Target.Book();
+  if (book == nullptr) return kNoBook;
+  if (CDialogDriver::IsUp()) return "a dialog is up";
+  if (!book->IsMDITabbed())
+    book->OnPressCloseButton();
+  else if (book->OnTabCloseButton() != 0)
+    book->ShowControlBar(false);
+  return {};
+}
+
+CScriptRunner::Refusal CScriptRunner::PlaceBook(ScriptPlace place) {
+  constexpr std::pair<ScriptPlace, DockSide> kSides[] = {{ScriptPlace::Left, DockSide::Left},
+                                                         {ScriptPlace::Right, DockSide::Right},
+                                                         {ScriptPlace::Top, DockSide::Top},
+                                                         {ScriptPlace::Bottom, DockSide::Bottom}};
+  CQORPDockingControlBar* book = Target.Book();
+  if (book == nullptr) return kNoBook;
+  if (place == ScriptPlace::Tab) book->TabControlBar();
+  if (place == ScriptPlace::Floating) book->FloatControlBar(book->GetFloatRect());
+  for (const auto& [named, side] : kSides)
+    if (place == named) book->DockControlBar(side);
+  return {};
+}
+
+// The letters come with the next steps.
+CScriptRunner::Refusal CScriptRunner::Filter(const ScriptCommand& command) {
+  return InBook([&](CQORPGridCtrl& grid) {
+    return Typist.Begin(grid, BookDriver::FindColumn(grid, Wide(command.Column)), Wide(command.Text));
+  });
+}
+
+CScriptRunner::Refusal CScriptRunner::SavePicture(const ScriptCommand& command) {
+  try {
+    Target.SavePictureTo(FileOf(command.Text));
+  } catch (const std::exception& failure) {
+    return failure.what();
+  }
+  return {};
+}
+
+CScriptRunner::Refusal CScriptRunner::EndAll() {
+  Next = Commands.size();
+  Target.CloseWindows();
+  return Dialogs.ExpectSaved();
+}
+
+// A folder that cannot be made is told by what is to be written into it.
+std::filesystem::path CScriptRunner::FileOf(const std::string& text) const {
+  const auto file = Folder / std::filesystem::path(std::u8string(text.begin(), text.end()));
+  std::error_code ignored;
+  std::filesystem::create_directories(file.parent_path(), ignored);
+  return file;
+}

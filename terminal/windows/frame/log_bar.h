@@ -1,0 +1,56 @@
+// CLogBar: the bar that holds the log of messages.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "terminal/link/message_log.h"
+#include "terminal/windows/frame/terminal_bar.h"
+#include "toolkit/grid/grid_ctrl.h"
+
+// CLogGrid: the rows of the message log: filtered by the fields under its headers, copied and saved by its menu.
+class CLogGrid : public CQORPGridCtrl {
+ public:
+  explicit CLogGrid(CMessageLog& log) : Log(log) {}
+  bool Create(wxWindow* parent, int id) override;
+
+  // Takes what has come in since; called at each beat while the bar is shown.
+  void ShowChanges();
+
+  // Empty for a row that is not there.
+  std::string CellText(int row, LogColumn column) const;
+
+  void OnFilterBarChanged(int column, const std::wstring& text) override;
+  void OnFilterBarClearAll() override;
+  void OnShowContextMenu(const wxPoint& point) override;
+  std::span<const CQORPMenuItem> ContextMenu() const override;
+  bool PreTranslateMessage(wxKeyEvent& event) override;
+
+ private:
+  bool ShowCell(int row, int column, CQORPGridCell& cell) const;
+  bool IsWanted(const LoggedMessage& message) const;
+  void Collect();
+  void RunCommand(int id);
+  void Save();
+
+  CMessageLog& Log;
+  std::vector<std::uint64_t> Shown;  // counts of the messages, the oldest first
+  std::uint64_t Seen = 0;            // the newest that was looked at
+};
+
+class CLogBar : public CTerminalBar {
+ public:
+  CLogBar() : CTerminalBar(L"LogBar") {}
+  // False when no window could be made.
+  bool Create(CQORPDockingManager& manager, std::uint32_t id, CMessageLog& log);
+  CLogGrid& Grid() const noexcept { return *Rows; }
+  // To be called on the beat; a bar that is not shown costs nothing.
+  void ShowChanges();
+
+  void OnBarFocus() override;
+
+ private:
+  void PlaceFirst() override;  // at the bottom, hidden
+
+  CLogGrid* Rows = nullptr;  // a child window
+};

@@ -1,0 +1,169 @@
+#include "terminal/windows/frame/main_frame.h"
+
+#include <wx/menu.h>
+#include <wx/statusbr.h>
+
+#include <iostream>
+#include <memory>
+#include <utility>
+
+#include "terminal/windows/drivers/book_driver.h"
+#include "terminal/windows/frame/window_system.h"
+#include "toolkit/dialogs/message_box.h"
+
+namespace {
+
+int IdOf(TerminalCommand command) {
+  return wxID_HIGHEST + 1 + static_cast<int>(command);
+}
+
+wxString ItemText(const std::wstring& text, const KeyPress& key) {
+  const std::string name = KeyPressText(key);
+  return name.empty() ? wxString(text) : wxString(text) + L"\t" + wxString::FromUTF8(name);
+}
+
+wxItemKind KindOf(CommandRow::Form form) {
+  switch (form) {
+    case CommandRow::Form::Check:
+      return wxITEM_CHECK;
+    case CommandRow::Form::Radio:
+      return wxITEM_RADIO;
+    case CommandRow::Form::Plain:
+      break;
+  }
+  return wxITEM_NORMAL;
+}
+
+wxMenuItem* MenuItemOf(const wxMenu& menu, const std::wstring& text) {
+  for (wxMenuItem* item : menu.GetMenuItems())
+    if (item->GetItemLabelText() == text) return item;
+  return nullptr;
+}
+
+constexpr int kStatusWidths[] = {-3, 170, 230, 130, 110};  // as the fields of StatusField
+
+}  // namespace
+
+CMainFrame::CMainFrame(const wxRect& rect, std::function<void(TerminalCommand)> run)
+    : CQORPFrame(nullptr, wxID_ANY, L"Trading Terminal", rect), Run(std::move(run)) {
+  SetMenuBar(std::make_unique<wxMenuBar>().release());  // the frame owns bar and menus
+  AddMenus();
+  AddStatusBar();
+  HideMenuBarUntilShown(*this);
+  NoteRect();
+  const auto note = [this](auto& event) {
+    event.Skip();
+    NoteRect();
+  };
+  Bind(wxEVT_SIZE, [note](wxSizeEvent& event) { note(event); });
+  Bind(wxEVT_MOVE, [note](wxMoveEvent& event) { note(event); });
+}
+
+void CMainFrame::NoteRect() {
+  if (!IsMaximized() && !IsIconized()) NormalRect = GetRect();
+}
+
+void CMainFrame::AddMenus() {
+  for (const CommandRow& row : CommandRows()) {
+    wxMenuBar& bar = *GetMenuBar();
+    const int place = bar.FindMenu(wxMenuItem::GetLabelText(row.Menu));
+    wxMenu* menu =
+        place == wxNOT_FOUND ? std::make_unique<wxMenu>().release() : bar.GetMenu(static_cast<std::size_t>(place));
+    if (row.BeginsGroup) menu->AppendSeparator();
+    menu->Append(IdOf(row.Command), ItemText(row.Text, row.Key), row.Help, KindOf(row.Kind));
+    if (place == wxNOT_FOUND) bar.Append(menu, row.Menu);
+    BindCommand(row.Command);
+    AddKey(row.Command, row.Key);
+  }
+}
+
+void CMainFrame::AddPluginMenu(const std::wstring& title, const std::wstring& entry, const KeyPress& key) {
+  wxMenu* menu = std::make_unique<wxMenu>().release();
+  menu->Append(IdOf(TerminalCommand::OpenBook), ItemText(entry, key),
+               L"Open a book of the security in focus, or of all");
+  const int place = GetMenuBar()->FindMenu(wxMenuItem::GetLabelText(kMenuBehindPlugin));
+  GetMenuBar()->Insert(static_cast<std::size_t>(place), menu, L"&" + title);
+  BindCommand(TerminalCommand::OpenBook);
+  AddKey(TerminalCommand::OpenBook, key);
+}
+
+void CMainFrame::BindCommand(TerminalCommand command) {
+  Bind(
+      wxEVT_MENU, [this, command](wxCommandEvent&) { Run(command); }, IdOf(command));
+}
+
+// wxGTK 3.2: the keys of menu entries do nothing in floating panes, those of the frame's table do. Drop when 3.4 is the
+// floor.
+void CMainFrame::AddKey(TerminalCommand command, const KeyPress& key) {
+  if (WxKeyCode(key) == 0) return;
+  KeyEntries.emplace_back(WxHeldKeys(key), WxKeyCode(key), IdOf(command));
+  SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(KeyEntries.size()), KeyEntries.data()));
+}
+
+void CMainFrame::AddStatusBar() {
+  constexpr int kFields = static_cast<int>(std::size(kStatusWidths));
+  wxStatusBar& status = *CreateStatusBar(kFields);
+  int widths[kFields];
+  for (int field = 0; field < kFields; ++field)
+    widths[field] = kStatusWidths[field] < 0 ? kStatusWidths[field] : FromDIP(kStatusWidths[field]);
+  status.SetStatusWidths(kFields, widths);
+}
+
+void CMainFrame::Check(TerminalCommand command, bool checked) {
+  GetMenuBar()->Check(IdOf(command), checked);
+}
+
+void CMainFrame::EnableCommand(TerminalCommand command, bool enabled) {
+  GetMenuBar()->Enable(IdOf(command), enabled);
+}
+
+void CMainFrame::SetStatus(StatusField field, const std::wstring& text) {
+  wxStatusBar& status = *GetStatusBar();
+  wxRect place;
+  // A frame that is too narrow for the field, as before its first size: wxGTK 3.2 would paint a negative rectangle.
+  if (!status.GetFieldRect(static_cast<int>(field), place) || place.IsEmpty()) return;
+  if (status.GetStatusText(static_cast<int>(field)) != text) status.SetStatusText(text, static_cast<int>(field));
+}
+
+bool CMainFrame::RunMenu(const std::vector<std::wstring>& texts) {
+  const int place = texts.empty() ? wxNOT_FOUND : GetMenuBar()->FindMenu(texts.front());
+  if (place == wxNOT_FOUND) return false;
+  wxMenu* menu = GetMenuBar()->GetMenu(static_cast<std::size_t>(place));
+  wxMenuItem* item = nullptr;
+  for (std::size_t level = 1; level < texts.size(); ++level) {
+    if (menu == nullptr) return false;
+    item = MenuItemOf(*menu, texts[level]);
+    if (item == nullptr) return false;
+    menu = item->GetSubMenu();
+  }
+  if (item == nullptr || !item->IsEnabled() || menu != nullptr) return false;
+  if (item->IsCheckable()) item->Check(item->IsRadio() || !item->IsChecked());
+  wxCommandEvent chosen(wxEVT_MENU, item->GetId());
+  chosen.SetEventObject(this);
+  return GetEventHandler()->ProcessEvent(chosen);
+}
+
+namespace {
+
+constexpr std::uint32_t kIconStop = 0x10;
+constexpr std::uint32_t kIconInformation = 0x40;
+
+void Show(wxWindow* parent, const std::wstring& caption, const std::wstring& text, std::uint32_t style) {
+  static bool isUp = false;
+  if (std::exchange(isUp, true)) return;
+  CQORPMessageBox box(
+      {.Parent = parent, .Caption = caption, .Text = text, .Style = style, .ButtonCaptions = {}, .CheckCaption = {}});
+  box.ShowModal();
+  isUp = false;
+}
+
+}  // namespace
+
+void ShowFailure(wxWindow* parent, const std::string& sentence) {
+  std::cerr << "terminal: " << sentence << std::endl;
+  Show(parent, L"Terminal", wxString::FromUTF8(sentence).ToStdWstring(), kIconStop);
+}
+
+void ShowMessage(wxWindow* parent, const std::wstring& caption, const std::wstring& text) {
+  Show(parent, caption, text, kIconInformation);
+}

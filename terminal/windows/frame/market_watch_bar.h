@@ -1,0 +1,59 @@
+// CMarketWatchBar: the bar that holds the market watch.
+#pragma once
+
+#include <functional>
+
+#include "terminal/program/window_memory.h"
+#include "terminal/watch/market_watch.h"
+#include "terminal/windows/frame/terminal_bar.h"
+#include "toolkit/grid/grid_ctrl.h"
+
+// CMarketWatchGrid: the grid of the market watch: shows the rows of a MarketWatch, sorts them by a click on a header.
+class CMarketWatchGrid : public CQORPGridCtrl {
+ public:
+  // The rows must outlive the grid; opened is called for a double click or Enter on a row.
+  CMarketWatchGrid(MarketWatch& rows, std::function<void()> opened) : Watch(rows), Opened(std::move(opened)) {}
+  bool Create(wxWindow* parent, int id) override;
+
+  // Shows what has changed; to be called on the beat.
+  void ShowChanges();
+  // The current row; null for none.
+  const WatchRow* Selected() const;
+  bool Select(const std::string& securityId);
+
+  WatchPlace GetPlace() const;
+  void SetPlace(const WatchPlace& place);
+
+  void ToggleSortColumn(int column) override;
+  bool PreTranslateMessage(wxKeyEvent& event) override;
+
+ private:
+  void AddColumns();
+  bool ShowCell(int row, int column, CQORPGridCell& cell) const;
+  void Sort(std::optional<int> column, bool rising);
+  // Runs a change of the order of rows; the current row stays with its security.
+  template <typename Change>
+  void KeepSelected(Change change);
+
+  MarketWatch& Watch;
+  std::function<void()> Opened;
+};
+
+class CMarketWatchBar : public CTerminalBar {
+ public:
+  CMarketWatchBar() : CTerminalBar(L"MarketWatchBar") {}
+  // False when no window could be made.
+  bool Create(CQORPDockingManager& manager, std::uint32_t id, MarketWatch& rows, std::function<void()> opened);
+  CMarketWatchGrid& Grid() const noexcept { return *Rows; }
+
+  // Places of the bar and of its columns.
+  void Save(WindowMemory& memory) override;
+  void Restore(WindowMemory& memory) override;
+
+  void OnBarFocus() override;
+
+ private:
+  void PlaceFirst() override;  // a tab
+
+  CMarketWatchGrid* Rows = nullptr;  // a child window
+};

@@ -1,0 +1,41 @@
+// CPropertyPane: the bar with the properties of a book: a plug-in fills it by one of its functions and takes changes
+// over by another.
+#pragma once
+
+#include <wx/panel.h>
+#include <wx/weakref.h>
+
+#include "terminal/link/plugin_link.h"
+#include "terminal/link/plugin_messages.h"
+#include "terminal/windows/frame/terminal_bar.h"
+#include "toolkit/properties/property_list.h"
+
+// Promises: the plug-in is called with a grid only while its bar is shown. When that closes or goes the pane is empty.
+class CPropertyPane : public CTerminalBar {
+ public:
+  CPropertyPane() : CTerminalBar(L"PropertyBar") {}
+  // False when no window could be made.
+  bool Create(CQORPDockingManager& manager, std::uint32_t id);
+
+  // Has the plug-in fill the list, which it does for the book with the focus: so nothing here takes it.
+  void Fill(const PropertyRequest& request, CPluginLink& plugin);
+  // The plug-in has told that the list is filled.
+  void ShowFilled();
+  // Empties itself where the grid's bar is not shown any more.
+  void FollowBook();
+  void Empty();
+
+  void OnBarFocus() override;
+
+  CQORPPropList& List() const noexcept { return *Items; }
+
+ private:
+  void PlaceFirst() override;  // at the right, hidden
+  void Apply(CQORPProp& item);
+  bool HasBook() const;
+
+  CQORPPropList* Items = nullptr;  // a child window
+  PropertyRequest Request;
+  wxWeakRef<CQORPDockingControlBar> Book;  // of the grid
+  CPluginLink* Plugin = nullptr;
+};

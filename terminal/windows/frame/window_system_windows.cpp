@@ -1,0 +1,7 @@
+#include "terminal/windows/frame/window_system.h"
+
+void ChooseWindowSystem() {}
+
+void DropKnownComplaints() {}
+
+void HideMenuBarUntilShown(wxFrame& /*frame*/) {}

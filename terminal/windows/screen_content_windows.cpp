@@ -1,3 +1,0 @@
-#include "terminal/windows/screen_content.h"
-
-void ForgetScreenContent(wxDC& /*screen*/) {}

@@ -1,9 +1,0 @@
-// wxWidgets in a process whose main loop is another program's: the half that differs between platforms. Used on the
-// calling thread of the windows only.
-#pragma once
-
-// Starts wxWidgets with the app set before, and ties its events to the process's loop. False, with everything as it
-// was, when it cannot: no display.
-bool StartEmbedding();
-// Ends wxWidgets, its app with it.
-void StopEmbedding();

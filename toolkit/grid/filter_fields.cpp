@@ -1,0 +1,265 @@
+#include "toolkit/grid/filter_fields.h"
+
+#include <wx/access.h>
+#include <wx/textctrl.h>
+
+#include <algorithm>
+
+#include "toolkit/system/native_windows.h"
+
+namespace {
+
+constexpr int kLeastEditPx = 40;  // a narrower column's edit covers what stands beside it
+constexpr int kLinePx = 1;        // between fields
+constexpr int kInsetPx = 3;       // the text stays where it was painted
+constexpr std::wstring_view kFieldKeys = L"ACVXYZ";
+
+#if wxUSE_ACCESSIBILITY
+// Where the system reads an edit's own text as its value, its name cannot be that.
+class FieldAccessible : public wxAccessible {
+ public:
+  FieldAccessible(wxWindow& field, const std::wstring& name) : wxAccessible(&field), Name(name) {}
+  wxAccStatus GetName(int, wxString* name) override {
+    *name = Name;
+    return wxACC_OK;
+  }
+
+ private:
+  std::wstring Name;
+};
+
+void NameField(wxWindow& field, const std::wstring& name) {
+  field.SetAccessible(std::make_unique<FieldAccessible>(field, name).release());  // belongs to the field
+}
+#else
+void NameField(wxWindow& field, const std::wstring& name) {
+  SetAccessibleName(field, name);
+}
+#endif
+
+// The field itself goes on with the event; the windows around it never see it.
+void KeepHere(wxEvent& event) {
+  event.StopPropagation();
+  event.Skip();
+}
+
+// With Ctrl the other keys are commands of the program.
+bool IsForField(const wxKeyEvent& event) {
+  if (!event.ControlDown()) return true;
+  const int key = event.GetKeyCode();
+  return key >= WXK_START || key < WXK_SPACE || key == WXK_DELETE ||
+         kFieldKeys.find(static_cast<wchar_t>(key)) != std::wstring_view::npos;
+}
+
+// Alt leads to menus; with Ctrl it types on many keyboards.
+bool IsForProgram(const wxKeyEvent& event) {
+  const int key = event.GetKeyCode();
+  return (event.AltDown() && !event.ControlDown()) || (key >= WXK_F1 && key <= WXK_F24);
+}
+
+}  // namespace
+
+// Hidden, the field stands in the grid itself: wxGTK 3.2 scrolls the hidden windows in a header too, of which GTK 3.24
+// complains.
+void GridFilterBar::MakeField() {
+  Field = new wxTextCtrl;
+  Field->Hide();
+  Field->Create(&Owner, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                wxBORDER_NONE | wxTE_PROCESS_ENTER | wxTE_PROCESS_TAB);
+  Field->SetMinSize(wxSize(1, 1));
+  Field->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { OnText(); });
+  Field->Bind(wxEVT_CHAR_HOOK, &GridFilterBar::OnKey, this);
+  Field->Bind(wxEVT_CONTEXT_MENU, [](wxContextMenuEvent& event) { KeepHere(event); });
+  Field->Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) {
+    event.Skip();
+    Field->CallAfter([this] { Follow(); });
+  });
+}
+
+wxWindow* GridFilterBar::FieldWindow() const {
+  return Field;
+}
+
+wxWindow* GridFilterBar::GetEdit() const {
+  return Column >= 0 ? Field : nullptr;
+}
+
+bool GridFilterBar::HasFocus() const {
+  return wxWindow::FindFocus() == FieldWindow();
+}
+
+bool GridFilterBar::Edit(int column, Caret caret) {
+  if (View == nullptr || !State.Filters.Shown || View->Table().PlaceOf(column) < 0) return false;
+  if (Field == nullptr) MakeField();
+  View->ShowColumn(column);
+  if (column != Column) {
+    Field->ChangeValue(State.Filters.TextOf(column));
+    NameField(*Field, L"Filter " + State.Columns.GetColumnName(column));
+  }
+  State.Filters.LastEdited = Column = column;
+  Dress();
+  Place();
+  Field->Show();
+  if (!HasFocus()) Field->SetFocus();
+  PutCaret(caret);
+  View->RepaintHeader();
+  return true;
+}
+
+bool GridFilterBar::EditAgain() {
+  return Edit(State.Filters.LastEdited, Caret::AllSelected) ||
+         (View != nullptr && Edit(View->Table().ColumnAt(0), Caret::AllSelected));
+}
+
+void GridFilterBar::PutCaret(Caret caret) {
+  switch (caret) {
+    case Caret::AtStart:
+      Field->SetInsertionPoint(0);
+      break;
+    case Caret::AtEnd:
+      Field->SetInsertionPointEnd();
+      break;
+    case Caret::AllSelected:
+      Field->SelectAll();
+      break;
+  }
+}
+
+void GridFilterBar::Dress() {
+  Field->SetFont(View->GetLabelFont());
+  Field->SetBackgroundColour(wxColour(State.Theme.Window));
+  Field->SetForegroundColour(wxColour(State.Theme.WindowText));
+}
+
+// As high as its text needs, in the middle of the field: not every system centres what it edits.
+void GridFilterBar::Place() {
+  MoveInto(*View->HeaderWindow(Column));
+  wxRect rect = View->FieldSpace(Column);
+  const int room = rect.height - kLinePx;
+  rect.height = std::min(room, Field->GetBestSize().y);
+  rect.y += (room - rect.height) / 2;
+  const int inset = View->FromDIP(kInsetPx);
+  rect.x += inset;
+  rect.width = std::max(rect.width - inset - kLinePx, View->FromDIP(kLeastEditPx));
+  if (Field->GetRect() != rect) Field->SetSize(rect.x, rect.y, rect.width, rect.height, wxSIZE_ALLOW_MINUS_ONE);
+}
+
+// wxGTK 3.2: a window that got another parent is shown, whether it was or not, but not before the next idle moment, and
+// has lost focus and selection. Drop when it keeps what it had.
+void GridFilterBar::MoveInto(wxWindow& parent) {
+  if (Field->GetParent() == &parent) return;
+  const bool hadFocus = HasFocus(), shown = Field->IsShown();
+  long first = 0, end = 0;
+  Field->GetSelection(&first, &end);
+  Field->Reparent(&parent);
+  Field->Show(!shown);
+  Field->Show(shown);
+  if (hadFocus) Field->SetFocus();
+  Field->SetSelection(first, end);
+}
+
+void GridFilterBar::LeaveFrozenWindow() {
+  if (Column >= 0) MoveInto(*View->GetGridColLabelWindow());
+}
+
+// While no window of this program has the focus the edit stays: it may get it back.
+void GridFilterBar::Follow() {
+  if (Column < 0) return;
+  const bool left = wxWindow::FindFocus() != nullptr && !HasFocus();
+  if (left || !State.Filters.Shown || View->Table().PlaceOf(Column) < 0) return End();
+  Dress();
+  Place();
+}
+
+void GridFilterBar::End() {
+  Column = -1;
+  if (HasFocus()) View->SetFocus();
+  Field->Hide();
+  MoveInto(Owner);
+  View->RepaintHeader();
+}
+
+bool GridFilterBar::Store(int column, const std::wstring& text) {
+  if (column < 0 || column >= State.Columns.GetColumnCount() || text == State.Filters.TextOf(column)) return false;
+  State.Filters.Texts[column] = text;
+  if (text.empty()) State.Filters.Texts.erase(column);
+  if (View != nullptr) View->RepaintHeader();
+  return true;
+}
+
+void GridFilterBar::OnText() {
+  const int column = Column;
+  const std::wstring text = Field->GetValue().ToStdWstring();
+  if (Store(column, text)) Owner.OnFilterBarChanged(column, text);
+}
+
+void GridFilterBar::SetText(int column, const std::wstring& text) {
+  if (!Store(column, text)) return;
+  if (column == Column) Field->ChangeValue(text);
+  Owner.OnFilterBarChanged(column, text);
+}
+
+void GridFilterBar::ClearTexts() {
+  State.Filters.Texts.clear();
+  if (Column >= 0) Field->ChangeValue(wxString());
+  if (View != nullptr) View->RepaintHeader();
+}
+
+void GridFilterBar::OnKey(wxKeyEvent& event) {
+  if (IsForProgram(event)) {
+    event.Skip();
+  } else if (!event.ControlDown() && (LeaveByKey(event.GetKeyCode()) || MoveByKey(event))) {
+    // Nobody else is to see it.
+  } else if (IsForField(event)) {
+    KeepHere(event);
+  } else {
+    event.Skip();
+  }
+}
+
+bool GridFilterBar::LeaveByKey(int keyCode) {
+  switch (keyCode) {
+    case WXK_ESCAPE:
+    case WXK_RETURN:
+    case WXK_NUMPAD_ENTER:
+    case WXK_DOWN:
+    case WXK_NUMPAD_DOWN:
+      View->SetFocus();
+      End();
+      return true;
+    case WXK_UP:
+    case WXK_NUMPAD_UP:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool GridFilterBar::MoveByKey(const wxKeyEvent& event) {
+  long first = 0, end = 0;
+  Field->GetSelection(&first, &end);
+  const bool isCaret = first == end && !event.ShiftDown();
+  switch (event.GetKeyCode()) {
+    case WXK_TAB:
+      EditNeighbour(event.ShiftDown() ? -1 : 1, Caret::AllSelected);
+      return true;
+    case WXK_LEFT:
+    case WXK_NUMPAD_LEFT:
+      if (!isCaret || first > 0) return false;
+      EditNeighbour(-1, Caret::AtEnd);
+      return true;
+    case WXK_RIGHT:
+    case WXK_NUMPAD_RIGHT:
+      if (!isCaret || end < Field->GetLastPosition()) return false;
+      EditNeighbour(1, Caret::AtStart);
+      return true;
+    default:
+      return false;
+  }
+}
+
+void GridFilterBar::EditNeighbour(int step, Caret caret) {
+  const int count = View->Table().GetNumberCols();
+  const int place = View->Table().PlaceOf(Column);
+  Edit(View->Table().ColumnAt((place + step + count) % count), caret);
+}

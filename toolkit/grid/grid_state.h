@@ -1,0 +1,83 @@
+// GridState: what the parts of one grid share: its columns, its selection, its switches and what is being dragged. The
+// control owns it; the parts read it and change it by the user's hand.
+#pragma once
+
+#include <wx/grid.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "toolkit/grid/grid_ctrl.h"
+#include "toolkit/model/cell_colors.h"
+#include "toolkit/model/columns_info.h"
+#include "toolkit/model/row_selection.h"
+
+struct GridFilters {
+  std::wstring TextOf(int column) const {
+    const auto at = Texts.find(column);
+    return at == Texts.end() ? std::wstring() : at->second;
+  }
+
+  bool Shown = false;
+  std::wstring Prompt;                // in an empty field
+  std::map<int, std::wstring> Texts;  // by column; none is empty
+  int LastEdited = -1;
+};
+
+struct GridState {
+  CQORPGridColumnsInfo Columns;
+  RowSelection Selection;
+  CQORPGridCtrl::DisplayCallback Display;
+  GridTheme Theme;
+  GridFilters Filters;
+
+  bool MultipleSort = false;
+  bool HeaderShown = true;
+  bool RowHeaderShown = true;
+  bool GridLines = true;
+  bool MarkSorted = false;
+  bool WholeRow = true;
+  bool Alternate = false;
+  int FreezeCount = 0;
+  int CurrentColumn = -1;
+
+  int DraggedColumn = -1;  // its header follows the mouse
+  int DropPlace = -1;      // the place before which it would go
+};
+
+// GridTable: what wxGrid sees of a grid: so many rows, and the visible columns in the order of the screen. It holds no
+// cell: a value is asked for when it is painted.
+class GridTable : public wxGridTableBase {
+ public:
+  explicit GridTable(GridState& state) : State(state) {}
+
+  // The columns as they stand on the screen now; a place is an index into them.
+  const std::vector<int>& Columns() const noexcept { return Shown; }
+  int ColumnAt(int place) const;
+  int PlaceOf(int column) const;  // -1 for one that is not shown
+
+  // The next two tell wxGrid what changed.
+  void ShowColumns(std::vector<int> columns);
+  void SetRows(int rows, int inserted, int firstInserted);
+
+  // Asks the callback. The cell is valid until the next call.
+  const CQORPGridCell& Cell(int row, int column);
+
+  int GetNumberRows() override { return Rows; }
+  int GetNumberCols() override { return static_cast<int>(Shown.size()); }
+  wxString GetValue(int row, int place) override { return Cell(row, ColumnAt(place)).Text; }
+  void SetValue(int, int, const wxString&) override {}
+  // An empty cell would have its neighbours asked for text that flows over.
+  bool IsEmptyCell(int, int) override { return false; }
+  wxGridCellAttr* GetAttr(int, int, wxGridCellAttr::wxAttrKind) override { return nullptr; }
+  bool CanHaveAttributes() override { return false; }
+
+ private:
+  void Tell(int message, int first, int second = -1);
+
+  GridState& State;
+  std::vector<int> Shown;
+  int Rows = 0;
+  CQORPGridCell Scratch;
+};

@@ -1,0 +1,68 @@
+// CQORPGridColumnsInfo: the columns of a grid as values: titles, widths, which are shown, locked, sorted and selected,
+// and their order on the screen. Column indexes never change; an index that is none is passed over and answers with
+// nothing.
+#pragma once
+
+#include <string>
+#include <vector>
+
+class CQORPGridColumnsInfo {
+ public:
+  // Puts the column at that index, behind all others on the screen. Indexes rise from 0 without a gap.
+  void InsertColumn(int column, const std::wstring& name, int widthPx);
+  int GetColumnCount() const noexcept { return static_cast<int>(Columns.size()); }
+
+  std::wstring GetColumnName(int column) const;
+  // Of a hidden column too.
+  int GetColumnWidth(int column) const;
+  void SetColumnWidth(int column, int widthPx);
+  bool GetColumnVisible(int column) const;
+  void SetColumnVisible(int column, bool visible);
+  // 0 left, 1 right, 2 centre.
+  int GetColumnAlign(int column) const;
+  void SetColumnAlign(int column, int align);
+  // Locked columns stand before the others.
+  bool GetColumnLocked(int column) const;
+  void SetColumnLocked(int column, bool locked);
+  bool IsColumnSelected(int column) const;
+  void SelectColumn(int column, bool selected);
+  void ClearColumnSelection();
+  // Grouping is not offered: always -1.
+  int GetGroupColumnPos(int /*column*/) const { return -1; }
+
+  // The column's place among the visible columns, from 0; -1 for a hidden one.
+  int GetColumnOrder(int column) const;
+  // Moves the column to that place among the visible ones; the others keep their order.
+  void SetColumnDisplayPos(int place, int column);
+  // The visible columns in the order of the screen: locked ones first.
+  std::vector<int> DisplayColumns() const;
+  std::vector<int> GetColumnOrderArray() const { return DisplayColumns(); }
+  // Puts these columns into that order, visible columns that are not among them behind them. No column is shown or
+  // hidden, and hidden ones that are not among them keep their places.
+  void SetColumnOrderArray(const std::vector<int>& order);
+
+  // 1 rising, -1 falling, 0 not sorted by.
+  int GetColumnState(int column) const;
+  // Without multiple all other columns lose their sort.
+  void SetSortColumn(int column, bool rising, bool multiple);
+  void RemoveSortColumn(int column);
+  // The column's place among the sort columns, in the order in which they were set, from 0; -1 for none.
+  int GetSortPriority(int column) const;
+
+ private:
+  struct Column {
+    std::wstring Name;
+    int WidthPx = 0;
+    int Align = 0;
+    bool Visible = true;
+    bool Locked = false;
+    bool Selected = false;
+    int Sort = 0;
+  };
+  const Column* Find(int column) const;
+  Column* Find(int column);
+
+  std::vector<Column> Columns;  // by index
+  std::vector<int> Order;       // all columns as they stand on the screen, hidden ones among them
+  std::vector<int> SortOrder;   // sort columns, the first first
+};

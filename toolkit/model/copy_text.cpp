@@ -1,0 +1,156 @@
+#include "toolkit/model/copy_text.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+constexpr std::wstring_view kDigits = L"0123456789";
+constexpr std::wstring_view kNumberCharacters = L"0123456789.,";
+constexpr std::size_t kExactDigits = 15;  // as many as a spreadsheet keeps of a number
+constexpr char32_t kNoCharacter = 0xFFFD;
+
+char32_t CodeOf(wchar_t character) {
+  return static_cast<char32_t>(character);
+}
+bool IsControl(wchar_t character) {
+  return CodeOf(character) < U' ' || character == 0x7F;
+}
+bool Holds(std::wstring_view text, std::wstring_view only) {
+  return text.find_first_not_of(only) == std::wstring_view::npos;
+}
+
+// Spreadsheets take cells for numbers and formulas where they can. That spoils identifiers: digits beyond those that
+// they keep, zeros in front, one E among digits. And a text from outside must not be reckoned as a formula.
+bool MustStayText(std::wstring_view cell) {
+  while (!cell.empty() && CodeOf(cell.front()) <= U' ') cell.remove_prefix(1);
+  if (cell.empty()) return false;
+  if (cell.front() == L'=' || cell.front() == L'@') return true;
+  if (cell.front() == L'+' || cell.front() == L'-') return !Holds(cell.substr(1), kNumberCharacters);
+  const std::size_t digits = std::min(cell.find_first_not_of(kDigits), cell.size());
+  if (digits == 0) return false;
+  if (digits == cell.size()) return digits > kExactDigits || (digits > 1 && cell.front() == L'0');
+  return (cell[digits] == L'E' || cell[digits] == L'e') && Holds(cell.substr(digits + 1), kDigits);
+}
+
+void AppendUtf8(std::string& bytes, char32_t code) {
+  const auto put = [&bytes](char32_t byte) { bytes.push_back(static_cast<char>(byte)); };
+  const auto follow = [&](int shift) { put(0x80 | ((code >> shift) & 0x3F)); };
+  if (code < 0x80) return put(code);
+  if (code < 0x800) return put(0xC0 | (code >> 6)), follow(0);
+  if (code < 0x10000) return put(0xE0 | (code >> 12)), follow(6), follow(0);
+  put(0xF0 | (code >> 18)), follow(12), follow(6), follow(0);
+}
+
+// The character at the place, which moves on behind it: where wide characters have 16 bits it may be a pair.
+char32_t NextCharacter(std::wstring_view text, std::size_t& at) {
+  const char32_t first = CodeOf(text[at++]);
+  if (first < 0xD800 || (first > 0xDFFF && first <= 0x10FFFF)) return first;
+  const char32_t second = at < text.size() ? CodeOf(text[at]) : 0;
+  if (sizeof(wchar_t) > 2 || first > 0xDBFF || second < 0xDC00 || second > 0xDFFF) return kNoCharacter;
+  ++at;
+  return 0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00);
+}
+
+void AppendEscaped(std::string& html, std::wstring_view text) {
+  for (std::size_t at = 0; at < text.size();) {
+    const char32_t code = NextCharacter(text, at);
+    switch (code) {
+      case U'&':
+        html += "&amp;";
+        break;
+      case U'<':
+        html += "&lt;";
+        break;
+      case U'>':
+        html += "&gt;";
+        break;
+      case U'"':
+        html += "&quot;";
+        break;
+      default:
+        AppendUtf8(html, code < U' ' || code == 0x7F ? U' ' : code);
+    }
+  }
+}
+
+void AppendText(std::wstring& text, std::wstring_view cell) {
+  const std::size_t from = text.size();
+  text += cell;
+  std::replace_if(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), IsControl, L' ');
+}
+
+// A cell opened in the HTML of a column: as a number may be read, and as text that stays as it is.
+struct ColumnTags {
+  int Column;
+  std::string Plain;
+  std::string AsText;
+};
+
+std::string AlignmentOf(int align) {
+  return align == 1 ? " align=\"right\"" : align == 2 ? " align=\"center\"" : "";
+}
+
+std::vector<ColumnTags> TagsOf(const CQORPGridColumnsInfo& columns) {
+  std::vector<ColumnTags> tags;
+  for (const int column : columns.DisplayColumns()) {
+    const std::string open = "<td" + AlignmentOf(columns.GetColumnAlign(column));
+    tags.push_back({column, open + ">", open + R"( style='mso-number-format:"\@"'>)"});
+  }
+  return tags;
+}
+
+std::vector<RowRange> RangesOf(const RowSelection& selection) {
+  if (!selection.GetRanges().empty()) return selection.GetRanges();
+  return {{0, selection.GetRows() - 1}};
+}
+
+// Calls perRow(row) from the top down.
+template <typename PerRow>
+void ForEachRow(const RowSelection& selection, PerRow perRow) {
+  for (const RowRange& range : RangesOf(selection))
+    for (int row = range.First; row <= range.Last; ++row) perRow(row);
+}
+
+void AppendHtmlCell(std::string& html, const ColumnTags& tags, std::wstring_view cell) {
+  html += MustStayText(cell) ? tags.AsText : tags.Plain;
+  AppendEscaped(html, cell);
+  html += "</td>";
+}
+
+}  // namespace
+
+CopiedRows CopyAsTextAndHtml(const RowsToCopy& rows, std::wstring_view lineEnd) {
+  const std::vector<ColumnTags> columns = TagsOf(rows.Columns);
+  CopiedRows copied{{}, "<table>"};
+  ForEachRow(rows.Selection, [&](int row) {
+    copied.Html += "<tr>";
+    for (const ColumnTags& tags : columns) {
+      const std::wstring_view cell = rows.Cell(row, tags.Column);
+      if (&tags != columns.data()) copied.Text += L'\t';
+      AppendText(copied.Text, cell);
+      AppendHtmlCell(copied.Html, tags, cell);
+    }
+    copied.Text += lineEnd;
+    copied.Html += "</tr>";
+  });
+  copied.Html += "</table>";
+  return copied;
+}
+
+std::string CopyAsHtml(const RowsToCopy& rows) {
+  const std::vector<ColumnTags> columns = TagsOf(rows.Columns);
+  std::string html = "<table><tr>";
+  for (const ColumnTags& tags : columns) {
+    html += "<th" + AlignmentOf(rows.Columns.GetColumnAlign(tags.Column)) + ">";
+    AppendEscaped(html, rows.Columns.GetColumnName(tags.Column));
+    html += "</th>";
+  }
+  html += "</tr>";
+  ForEachRow(rows.Selection, [&](int row) {
+    html += "<tr>";
+    for (const ColumnTags& tags : columns) AppendHtmlCell(html, tags, rows.Cell(row, tags.Column));
+    html += "</tr>";
+  });
+  return html += "</table>";
+}

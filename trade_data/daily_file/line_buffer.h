@@ -1,0 +1,81 @@
+// LineBuffer: one line of text put together from values, for files that are written trade by trade. One thread at a
+// time.
+#pragma once
+
+#include <bit>
+#include <charconv>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+// Six significant digits, trailing zeros dropped, an exponent where it is shorter: as a stream prints a double by
+// default. Writes at most kLongestDouble characters and returns the end.
+inline constexpr std::size_t kLongestDouble = 16;
+char* PrintDouble(char* to, double value) noexcept;
+
+// As "%.2lf" and "%.6lf" print it, with a point in any locale: cut after kLongestFixed characters. Infinities print as
+// "inf", and a NaN as "nan" without a sign.
+inline constexpr std::size_t kLongestFixed = 127;
+enum class Decimals { Two = 2, Six = 6 };
+char* PrintFixed(char* to, double value, Decimals decimals) noexcept;
+
+inline char* PrintSigned(char* to, std::int32_t value) noexcept {
+  return std::to_chars(to, to + 11, value).ptr;
+}
+
+inline char* PrintText(char* to, std::string_view text) noexcept {
+  return to + text.copy(to, text.size());
+}
+inline char* PrintBlanks(char* to, std::size_t count) noexcept {
+  std::memset(to, ' ', count);
+  return to + count;
+}
+
+// The text of a field of at most that many bytes, up to its NUL. Up to seven bytes of room behind it are overwritten.
+// Eight bytes at a time: the lowest bit of the first zero byte of a word is the first to show in (word - 1s) & ~word
+// at the bytes' high bits. Stands here to be made for each field's size.
+inline char* PrintField(char* to, const char* field, std::size_t size) noexcept {
+  static_assert(std::endian::native == std::endian::little);
+  constexpr std::uint64_t kOnes = 0x0101010101010101, kHighs = 0x8080808080808080;
+  std::size_t at = 0;
+  for (; at + 8 <= size; at += 8) {
+    std::uint64_t word;
+    std::memcpy(&word, field + at, 8);
+    std::memcpy(to, &word, 8);
+    const std::uint64_t zeros = (word - kOnes) & ~word & kHighs;
+    if (zeros != 0) return to + std::countr_zero(zeros) / 8;
+    to += 8;
+  }
+  for (; at < size && field[at] != '\0'; ++at) *to++ = field[at];
+  return to;
+}
+
+class LineBuffer {
+ public:
+  // Empties the line and makes room for that many characters.
+  void Start(std::size_t room) {
+    if (Characters.size() < room) Characters.resize(room);
+    End = Characters.data();
+  }
+  void Append(char character) noexcept { *End++ = character; }
+  void Append(std::string_view text) noexcept { End = PrintText(End, text); }
+  void Append(const char* text) noexcept { Append(std::string_view(text)); }
+  void AppendSigned(std::uint32_t value) noexcept { End = PrintSigned(End, static_cast<std::int32_t>(value)); }
+  void AppendDouble(double value) noexcept { End = PrintDouble(End, value); }
+  void AppendFixed(double value, Decimals decimals) noexcept { End = PrintFixed(End, value, decimals); }
+  void AppendBlanks(std::size_t count) noexcept { End = PrintBlanks(End, count); }
+  void AppendField(const char* field, std::size_t size) noexcept { End = PrintField(End, field, size); }
+  // The place behind the text, for a caller that prints there itself and then says where its text ends.
+  char* Tail() noexcept { return End; }
+  void EndAt(char* end) noexcept { End = end; }
+  // Goes on behind what has been written out: the room stays, the text goes.
+  void Restart() noexcept { End = Characters.data(); }
+  std::string_view Text() const noexcept {
+    return {Characters.data(), static_cast<std::size_t>(End - Characters.data())};
+  }
+
+ private:
+  std::vector<char> Characters;
+  char* End = nullptr;
+};

@@ -1,0 +1,97 @@
+// Tag, kind and place of every field of a trade message, sorted by tag: the key section's five and the body's others.
+//
+//   trade message := 10002 key-section body-section
+//   key-section   := 55001 20008 20009 55101 55100 65535
+//   body-section  := every other field, to the end of the message
+#pragma once
+
+#include "host_link/messages/packet_writer.h"
+#include "host_link/messages/wire_fields.h"
+#include "trade_data/records/trade_record.h"
+
+inline constexpr WireField kTradeKeyFields[] = {
+    {10002, Field::Dropped16, 0},  // the message number, which the reader has taken already
+    {20008, Field::U32, offsetof(TradeRecord, VELDTradeID)},
+    {20009, Field::U32, offsetof(TradeRecord, VELDOrderID)},
+    {55001, Field::Text, offsetof(TradeRecord, UserID), 20},
+    {55100, Field::Text, offsetof(TradeRecord, ExchangeOrderNo), 32},
+    {55101, Field::Text, offsetof(TradeRecord, ExchangeTradeID), 32},
+};
+static_assert(FieldsFit(kTradeKeyFields, sizeof(TradeRecord)));
+
+inline constexpr WireField kTradeBodyFields[] = {
+    {101, Field::U8, offsetof(TradeRecord, Side)},
+    {102, Field::U8, offsetof(TradeRecord, OrderType)},
+    {115, Field::U8, offsetof(TradeRecord, OpenClose)},
+    {11115, Field::U16, offsetof(TradeRecord, AlgoCategory)},
+    {20007, Field::Dropped32, 0},  // the number of a master record; none is attached here
+    {20011, Field::U32, offsetof(TradeRecord, OrderID)},
+    {20013, Field::U32, offsetof(TradeRecord, PendingQuantity)},
+    {20014, Field::U32, offsetof(TradeRecord, Quantity)},
+    {20036, Field::U32, offsetof(TradeRecord, Value20036)},
+    {20068, Field::U32, offsetof(TradeRecord, StrategyID)},
+    {20081, Field::U32, offsetof(TradeRecord, Value20081)},
+    {20082, Field::U32, offsetof(TradeRecord, Value20082)},
+    {20083, Field::U32, offsetof(TradeRecord, Value20083)},
+    {20084, Field::U32, offsetof(TradeRecord, ProductType)},
+    {20101, Field::U32, offsetof(TradeRecord, Value20101)},
+    {40002, Field::Double, offsetof(TradeRecord, Price)},
+    {40004, Field::Double, offsetof(TradeRecord, StrikePrice)},
+    {40008, Field::Double, offsetof(TradeRecord, Multiplier)},
+    {55010, Field::Text, offsetof(TradeRecord, Exchange), 48},
+    {55012, Field::Text, offsetof(TradeRecord, CTCLID), 20},
+    {55018, Field::Text, offsetof(TradeRecord, ManagerID), 20},
+    {55102, Field::Text, offsetof(TradeRecord, ClientID), 20},
+    {55103, Field::Text, offsetof(TradeRecord, Symbol), 32},
+    {55104, Field::Text, offsetof(TradeRecord, SecurityID), 48},
+    {55105, Field::Text, offsetof(TradeRecord, SecurityType), 16},
+    {55106, Field::Text, offsetof(TradeRecord, OptionType), 16},
+    {55107, Field::Text, offsetof(TradeRecord, Text55107), 48},
+    {55109, Field::Text, offsetof(TradeRecord, ReferenceText), 64},
+    {55116, Field::Text, offsetof(TradeRecord, OrderTime), 22},
+    {55117, Field::Text, offsetof(TradeRecord, ExchangeOrderTime), 22},
+    {55118, Field::Text, offsetof(TradeRecord, ExchangeTradeTime), 22},
+    {55123, Field::Text, offsetof(TradeRecord, Pancard), 16},
+    {55124, Field::Text, offsetof(TradeRecord, TerminalInfo), 24},
+    {55131, Field::Text, offsetof(TradeRecord, MemberID), 20},
+    {55143, Field::Text, offsetof(TradeRecord, ExpiryDate), 32},
+    {55151, Field::Text, offsetof(TradeRecord, Text55151), 32},
+    {55328, Field::Text, offsetof(TradeRecord, AlgoID), 16},
+    {55329, Field::Text, offsetof(TradeRecord, ParticipantID), 16},
+};
+static_assert(FieldsFit(kTradeBodyFields, sizeof(TradeRecord)));
+
+inline constexpr FieldIndex kTradeKeyIndex(kTradeKeyFields);
+inline constexpr FieldIndex kTradeBodyIndex(kTradeBodyFields);
+
+// The way of a record's fields onto the wire, by the tables that decode them (host_link/messages/wire_fields.h).
+
+// Adds the field as the record has it; a text at its own length or, with fixed true, its whole limit. A field that the
+// record does not keep adds nothing.
+inline void AddField(CQORPacketWriter& writer, const WireField& field, const std::uint8_t* record,
+                     bool fixed) noexcept {
+  const std::uint8_t* place = record + field.Offset;
+  switch (field.Kind) {
+    case Field::U8:
+      writer.AddU8(field.Tag, *place);
+      return;
+    case Field::U16:
+      writer.AddU16(field.Tag, LoadValue<std::uint16_t>(place));
+      return;
+    case Field::U32:
+      writer.AddU32(field.Tag, LoadValue<std::uint32_t>(place));
+      return;
+    case Field::U64:
+      writer.AddU64(field.Tag, LoadValue<std::uint64_t>(place));
+      return;
+    case Field::Double:
+      writer.AddDouble(field.Tag, LoadValue<double>(place));
+      return;
+    case Field::Text:
+      writer.AddText(field.Tag, reinterpret_cast<const char*>(place), field.Limit, fixed);
+      return;
+    case Field::Dropped16:
+    case Field::Dropped32:
+      return;
+  }
+}

@@ -1,0 +1,120 @@
+// TradeRecord: the flat record of one executed trade, and the texts of its coded fields. Plain data; whoever holds a
+// record decides its threads.
+//
+// Packed, 750 bytes, copied whole with one block copy. Texts are single-byte, end with a NUL and hold one character
+// less than their size; a record is zeroed before it is decoded into, and the decoders count on that.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+// The fields of a security that a linked master record overrides. The plug-in links none.
+struct SecurityMaster {
+  std::uint32_t SecurityNumber;  // 0: none
+  char Exchange[49];
+  char SecurityID[49];
+  char SecurityType[17];
+  char Symbol[33];
+  char ExpiryDate[33];
+  char OptionType[17];
+  char Text55107[49];
+  double StrikePrice;
+  double Multiplier;
+  char Alias[33] = {};  // another name to find a price's divisor by; may be empty
+};
+
+#pragma pack(push, 1)
+struct TradeRecord {
+  char UserID[21];
+  char ManagerID[21];
+  std::uint32_t VELDTradeID;  // the terminal's number of the trade; maps order it as a signed number
+  std::uint32_t VELDOrderID;  // the terminal's number of the order
+  std::uint32_t Reserved;
+  char ExchangeTradeID[33];
+  char ExchangeTradeTime[23];  // this and the other times in the exchange's own form
+  std::uint32_t OrderID;
+  char OrderTime[23];
+  char ExchangeOrderNo[33];
+  char ExchangeOrderTime[23];
+  char Exchange[49];
+  char SecurityID[49];
+  char SecurityType[17];
+  char Symbol[33];
+  char ExpiryDate[33];
+  char OptionType[17];
+  double StrikePrice;
+  char Text55107[49];  // the security's name; no screen shows it
+  std::uint8_t Side;
+  std::uint8_t OrderType;
+  std::uint32_t Quantity;
+  std::uint32_t PendingQuantity;
+  std::uint32_t Value20036;  // this and the other Value and Text fields are kept and never shown
+  double Price;
+  std::uint32_t ProductType;
+  std::uint8_t OpenClose;
+  char ClientID[21];
+  char MemberID[21];
+  char CTCLID[21];
+  char ReferenceText[65];
+  std::uint32_t Value20083;
+  std::uint32_t StrategyID;
+  std::uint32_t Value20081;
+  std::uint32_t Value20082;
+  char Text55151[33];
+  double Multiplier;
+  const SecurityMaster* MasterRecord;
+  std::uint32_t Value20101;
+  char TerminalInfo[25];
+  char Pancard[17];
+  char AlgoID[17];
+  std::uint16_t AlgoCategory;
+  char ParticipantID[17];
+};
+#pragma pack(pop)
+
+static_assert(sizeof(TradeRecord) == 750 && alignof(TradeRecord) == 1);
+static_assert(offsetof(TradeRecord, VELDTradeID) == 42 && offsetof(TradeRecord, ExchangeTradeID) == 54 &&
+              offsetof(TradeRecord, OrderID) == 110 && offsetof(TradeRecord, Exchange) == 193 &&
+              offsetof(TradeRecord, StrikePrice) == 391 && offsetof(TradeRecord, Side) == 448 &&
+              offsetof(TradeRecord, Price) == 462 && offsetof(TradeRecord, ClientID) == 475 &&
+              offsetof(TradeRecord, ReferenceText) == 538 && offsetof(TradeRecord, Multiplier) == 652 &&
+              offsetof(TradeRecord, MasterRecord) == 660 && offsetof(TradeRecord, TerminalInfo) == 672 &&
+              offsetof(TradeRecord, ParticipantID) == 733);
+
+// The key of every per-trade map: ids above 0x7FFFFFFF sort below 0.
+inline std::int32_t TradeIdOf(const TradeRecord& record) noexcept {
+  return static_cast<std::int32_t>(record.VELDTradeID);
+}
+
+// The master's value where a master is linked, else the record's own.
+inline const char* ExchangeOf(const TradeRecord& record) noexcept {
+  return record.MasterRecord != nullptr ? record.MasterRecord->Exchange : record.Exchange;
+}
+inline const char* SecurityIDOf(const TradeRecord& record) noexcept {
+  return record.MasterRecord != nullptr ? record.MasterRecord->SecurityID : record.SecurityID;
+}
+inline const char* SecurityTypeOf(const TradeRecord& record) noexcept {
+  return record.MasterRecord != nullptr ? record.MasterRecord->SecurityType : record.SecurityType;
+}
+inline const char* SymbolOf(const TradeRecord& record) noexcept {
+  return record.MasterRecord != nullptr ? record.MasterRecord->Symbol : record.Symbol;
+}
+inline const char* ExpiryDateOf(const TradeRecord& record) noexcept {
+  return record.MasterRecord != nullptr ? record.MasterRecord->ExpiryDate : record.ExpiryDate;
+}
+inline const char* OptionTypeOf(const TradeRecord& record) noexcept {
+  return record.MasterRecord != nullptr ? record.MasterRecord->OptionType : record.OptionType;
+}
+inline double StrikePriceOf(const TradeRecord& record) noexcept {
+  return record.MasterRecord != nullptr ? record.MasterRecord->StrikePrice : record.StrikePrice;
+}
+inline double MultiplierOf(const TradeRecord& record) noexcept {
+  return record.MasterRecord != nullptr ? record.MasterRecord->Multiplier : record.Multiplier;
+}
+
+// The texts of the coded fields, as screens and files show them.
+std::string_view SideText(std::uint8_t side) noexcept;
+std::string_view OrderTypeText(std::uint8_t orderType) noexcept;
+std::string_view ProductTypeText(std::uint32_t productType) noexcept;
+std::string_view OpenCloseText(std::uint8_t openClose) noexcept;
