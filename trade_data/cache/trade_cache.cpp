@@ -1,6 +1,7 @@
 #include "trade_data/cache/trade_cache.h"
 
 #include "foundations/date_time.h"
+#include "host_link/messages/message_table.h"
 #include "platform/clock.h"
 
 TradeCache::TradeCache(CQORTradeImpl& decoder, const TradeBooks& books, std::filesystem::path workingFolder)
@@ -168,6 +169,7 @@ struct TradeCache::AmendmentFields {
       {55131, Field::Text, offsetof(TradeRecord, MemberID), 20},
   };
   static_assert(FieldsFit(kFields, sizeof(Amendment)) && offsetof(Amendment, AmendRecord) == 0);
+  static_assert(ReadsSection(9112, 0, kFields));
   static constexpr FieldIndex kIndex{kFields};
 };
 
