@@ -26,12 +26,12 @@ using CommandFunction = void (*)();
 // terminal's PluginDataSend and the callback of message 32022 take it in the terminal.
 enum class MessageWay : std::uint8_t { None, OnMessage, OnPluginMessage, GetDllInfo, PluginDataSend, AnswerCallback };
 
-enum class FieldType : std::uint8_t { U8, U16, U32, U64, Double, Text, Bytes, None };
+enum class FieldType : std::uint8_t { U8, U16, U32, U64, Double, Text, Block, None };
 
 struct MessageField {
   std::uint16_t Tag;
   FieldType Type;
-  std::uint16_t Size = 0;  // Text: the longest value that is read whole, 0 for any; Bytes: the only length
+  std::uint16_t Size = 0;  // Text: the longest value that is read whole, 0 for any; Block: the only length
 };
 
 struct MessageRow {
@@ -43,7 +43,7 @@ struct MessageRow {
   bool IsListed = false;                 // in the numbers of 30006 or 30007, in the order of this table
 };
 
-// Fields stand in the order in which they are sent. 65535 closes a section; within one, a reader takes any order.
+// 65535 closes a section, within which a reader takes any order.
 namespace message_fields {
 
 inline constexpr MessageField kTrade[] = {
@@ -75,7 +75,7 @@ inline constexpr MessageField kIdentity[] = {
     {55112, FieldType::Text}, {5076, FieldType::U8},   {20128, FieldType::U32},  {20129, FieldType::U32},
 };
 inline constexpr MessageField kMenuEntry[] = {
-    {55192, FieldType::Bytes, 128}, {30001, FieldType::U64}, {20127, FieldType::U32}, {55353, FieldType::Bytes, 128},
+    {55192, FieldType::Block, 128}, {30001, FieldType::U64}, {20127, FieldType::U32}, {55353, FieldType::Block, 128},
     {5029, FieldType::U8},          {5064, FieldType::U8},   {5065, FieldType::U8},   {5066, FieldType::U8},
     {126, FieldType::U8},           {65535, FieldType::None}};
 inline constexpr MessageField kTradeRoutes[] = {
