@@ -77,6 +77,8 @@ void ShowBarMenu(CQORPDockingControlBar& bar, wxWindow& over, DockSide side, boo
 #include <algorithm>
 #include <utility>
 
+#include "toolkit/system/make_child.h"
+
 namespace {
 
 const wxRect kUsualFloatRect{100, 100, 530, 300};
@@ -264,9 +266,8 @@ void CQORPDockingManager::Impl::OpenPage(CQORPDockingControlBar& bar) {
   CQORPMDIChildWnd* page = bar.CreateTabbedFrame(Tabs);
   page->Bar = &bar;
   bar.Reparent(page);
-  auto sizer = std::make_unique<wxBoxSizer>(wxVERTICAL);
-  sizer->Add(&bar, wxSizerFlags(1).Expand());
-  page->SetSizer(sizer.release());
+  page->SetSizer(&MakeChild<wxBoxSizer>(wxVERTICAL));
+  page->GetSizer()->Add(&bar, wxSizerFlags(1).Expand());
   bar.Parts->Page = page;
   bar.Show();
   Tabs->AddPage(page, bar.GetBarTitle(), true);

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "toolkit/system/make_child.h"
+
 namespace {
 
 constexpr int kColumnStepPx = 10;
@@ -28,8 +30,8 @@ GridView::GridView(CQORPGridCtrl& owner, GridState& state, Listener listener)
       State(state),
       Told(std::move(listener)),
       Header(*this, state) {
-  Cells.Table = new GridTable(State);
-  Cells.Renderer = new GridCells(Owner, State, *Cells.Table);
+  Cells.Table = &MakeChild<GridTable>(State);
+  Cells.Renderer = &MakeChild<GridCells>(Owner, State, *Cells.Table);
   SetTable(Cells.Table, true, wxGridSelectNone);
   SetDefaultRenderer(Cells.Renderer);
   EnableEditing(false);

@@ -5,11 +5,10 @@
 #include <wx/thread.h>
 #include <wx/toplevel.h>
 
-#include <memory>
-
 #include "foundations/error_report.h"
 #include "toolkit/bars/docking_parts.h"
 #include "toolkit/start/embedding.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
@@ -38,7 +37,7 @@ void ReportAssertion(const wxString& file, int line, const wxString& function, c
 
 EmbeddedApp* StartHere() {
   const wxLogNull silence;  // without a display wxWidgets would say so on its own
-  EmbeddedApp* app = std::make_unique<EmbeddedApp>().release();
+  EmbeddedApp* app = &MakeChild<EmbeddedApp>();
   wxApp::SetInstance(app);
   return StartEmbedding() && app->CallOnInit() ? app : nullptr;
 }
@@ -105,7 +104,7 @@ CQORPDockingManager* CQORPDockingManager::ForProcess() {
     if (frame != nullptr && frame != own && !frame->IsBeingDeleted()) return &frame->GetDockingManager();
   }
   if (own == nullptr) {
-    own = std::make_unique<BarsFrame>().release();  // a top-level window destroys itself
+    own = &MakeChild<BarsFrame>();  // a top-level window destroys itself
     own->GetDockingManager().Parts->ShowsFrame = true;
   }
   return &own->GetDockingManager();
