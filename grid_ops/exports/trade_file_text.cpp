@@ -21,10 +21,6 @@ const char* PlaceOf(const TradeRecord& record, const ColumnField& field) noexcep
   return HasMaster(record, field) ? reinterpret_cast<const char*>(record.MasterRecord) + field.MasterOffset
                                   : FieldPlace(record, field);
 }
-std::string_view TextAt(const char* place, const ColumnField& field) noexcept {
-  const void* end = std::memchr(place, 0, field.Size);
-  return {place, end == nullptr ? field.Size : static_cast<std::size_t>(static_cast<const char*>(end) - place)};
-}
 double DoubleAt(const char* place) noexcept {
   double value;
   std::memcpy(&value, place, sizeof value);

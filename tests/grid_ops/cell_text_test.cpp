@@ -14,7 +14,7 @@
 
 namespace {
 
-using std::literals::operator""s;
+using std::literals::operator""sv;
 
 struct CellRow {
   CellValue Value;
@@ -24,43 +24,43 @@ struct CellRow {
 };
 
 const CellRow kCells[] = {
-    {L"Default"s, "SRV", "SRV", "SRV"},
-    {L"USER1"s, "USER1", "USER1", "USER1"},
+    {"Default"sv, "SRV", "SRV", "SRV"},
+    {"USER1"sv, "USER1", "USER1", "USER1"},
     {-2130574588, "-2130574588", "-2130574588", "-2130574588"},
     {16910597, "16910597", "16910597  ", "16910597  "},
     {4711, "4711", "4711", "4711"},
-    {L"1100000000012345"s, "1100000000012345", "1100000000012345", "1100000000012345"},
-    {L"XTRADE-77"s, "XTRADE-77", "XTRADE-77", "XTRADE-77       "},
-    {L"20240229-10:15:00"s, "20240229-10:15:00", "20240229-10:15:00", "20240229-10:15:00"},
-    {L"20240229-10:15:01"s, "20240229-10:15:01", "29 FEB 2024 10:15:01", "29 FEB 2024 10:15:01"},
-    {L"20240229-10:15:02"s, "20240229-10:15:02", "29 FEB 2024 10:15:02", "29 FEB 2024 10:15:02"},
-    {L"NSEFO"s, "NSEFO", "NSEFO", "NSEFO"},
-    {L"35001"s, "35001", "35001", "35001"},
-    {L"ABCD  "s, "ABCD", "ABCD", "ABCD"},
-    {L"29FEB2024"s, "29FEB2024", "29FEB2024", "29FEB2024"},
-    {L"OPTSTK"s, "OPTSTK", "OPTSTK", ""},
-    {L"CE"s, "CE", "CE", ""},
-    {L"Sell"s, "Sell", "2", "2"},
-    {L"StopLimit"s, "StopLimit", "StopLimit", "StopLimit"},
+    {"1100000000012345"sv, "1100000000012345", "1100000000012345", "1100000000012345"},
+    {"XTRADE-77"sv, "XTRADE-77", "XTRADE-77", "XTRADE-77       "},
+    {"20240229-10:15:00"sv, "20240229-10:15:00", "20240229-10:15:00", "20240229-10:15:00"},
+    {"20240229-10:15:01"sv, "20240229-10:15:01", "29 FEB 2024 10:15:01", "29 FEB 2024 10:15:01"},
+    {"20240229-10:15:02"sv, "20240229-10:15:02", "29 FEB 2024 10:15:02", "29 FEB 2024 10:15:02"},
+    {"NSEFO"sv, "NSEFO", "NSEFO", "NSEFO"},
+    {"35001"sv, "35001", "35001", "35001"},
+    {"ABCD  "sv, "ABCD", "ABCD", "ABCD"},
+    {"29FEB2024"sv, "29FEB2024", "29FEB2024", "29FEB2024"},
+    {"OPTSTK"sv, "OPTSTK", "OPTSTK", ""},
+    {"CE"sv, "CE", "CE", ""},
+    {"Sell"sv, "Sell", "2", "2"},
+    {"StopLimit"sv, "StopLimit", "StopLimit", "StopLimit"},
     {150, "150", "150      ", "150      "},
     {50, "50", "50", "50"},
     {101.75, "101.750000", "      101.75", "      101.75"},
     {2450.5, "2450.500000", "   2450.50", ""},
-    {L"CLIENT07"s, "CLIENT07", "CLIENT07  ", "CLIENT07  "},
-    {L"ref, first"s, "\"ref, first\"", "\"ref, first\"", "\"ref, first\""},
-    {L"MGR"s, "MGR", "MGR", "MGR"},
-    {L"MEM12"s, "MEM12", "MEM12       ", "MEM12       "},
+    {"CLIENT07"sv, "CLIENT07", "CLIENT07  ", "CLIENT07  "},
+    {"ref, first"sv, "\"ref, first\"", "\"ref, first\"", "\"ref, first\""},
+    {"MGR"sv, "MGR", "MGR", "MGR"},
+    {"MEM12"sv, "MEM12", "MEM12       ", "MEM12       "},
     {68, "68", "68", "68"},
-    {L"400123456789"s, "400123456789", "400123456789", "400123456789"},
-    {L"INTRADAY"s, "INTRADAY", "INTRADAY", "INTRADAY"},
-    {L"CloseYesterday"s, "CloseYesterday", "CLOSE", "N"},
+    {"400123456789"sv, "400123456789", "400123456789", "400123456789"},
+    {"INTRADAY"sv, "INTRADAY", "INTRADAY", "INTRADAY"},
+    {"CloseYesterday"sv, "CloseYesterday", "CLOSE", "N"},
     {0.25, "0.25", "0.25", "PANCD1234F"},
-    {L"PANCD1234F"s, "PANCD1234F", "PANCD1234F", "PANCD1234F"},
-    {L"T-24"s, "T-24", "T-24", "T-24"},
-    {L"ALGO9"s, "ALGO9", "ALGO9", "ALGO9"},
+    {"PANCD1234F"sv, "PANCD1234F", "PANCD1234F", "PANCD1234F"},
+    {"T-24"sv, "T-24", "T-24", "T-24"},
+    {"ALGO9"sv, "ALGO9", "ALGO9", "ALGO9"},
     {{}, "515", "515", "515"},
     {{}, "PART01", "PART01", "PART01"},
-    {L"10:15:00"s, "", "else", "else"},
+    {"10:15:00"sv, "", "else", "else"},
     {{}, "", "else", "else"},  // no column
 };
 
@@ -81,15 +81,48 @@ TEST(CellText, EveryColumnInItsFourShapes) {
 
 TEST(CellText, EdgesOfGridAndPlainCells) {
   TradeRecord record{};
-  EXPECT_EQ(TradeCellValue("", record, TradeColumnIndex("colSide")), CellValue(L"Both"));
+  EXPECT_EQ(TradeCellValue("", record, TradeColumnIndex("colSide")), CellValue("Both"sv));
   EXPECT_EQ(TradeCellText("", record, TradeColumnIndex("colProductType"), ""), "*");
   EXPECT_EQ(TradeCellText("", record, TradeColumnIndex("colReferenceText"), ""), "\"\"");
   PutText(record.OrderTime, "20240229-10:15:0");
-  EXPECT_EQ(TradeCellValue("", record, TradeColumnIndex("colTime")), CellValue(L"20240229-10:15:0"));
+  EXPECT_EQ(TradeCellValue("", record, TradeColumnIndex("colTime")), CellValue("20240229-10:15:0"sv));
   PutText(record.Symbol, " A\t  ");
   EXPECT_EQ(TradeCellText("", record, TradeColumnIndex("colSymbol"), ""), " A\t");
   record.AlgoCategory = 0xFFFE;
   EXPECT_EQ(TradeCellText("", record, TradeColumnIndex("colAlgoCategory"), ""), "-2");
+}
+
+TEST(CellText, ShowsOneTextOnScreenAndInFilters) {
+  constexpr int kPrice = TradeColumnIndex("colPrice");
+  const struct {
+    int Column;
+    double Price;
+    const wchar_t* Text;
+  } rows[] = {
+      {TradeColumnIndex("colServer"), 0, L"S\x20AC"},
+      {TradeColumnIndex("colVELDTradeID"), 0, L"-2130574588"},
+      {TradeColumnIndex("colSymbol"), 0, L"ABCD  "},
+      {TradeColumnIndex("colSide"), 0, L"Sell"},
+      {TradeColumnIndex("colParticipantID"), 0, L""},
+      {TradeColumnIndex("colTime"), 0, L"10:15:00"},
+      {kTradeColumnCount, 0, L""},
+      {kPrice, 1234.5, L"1234.5"},
+      {kPrice, 100, L"100"},
+      {kPrice, -0.0, L"0"},
+      {kPrice, 0.1 + 0.2, L"0.3"},
+      {kPrice, 1 / 3.0, L"0.333333333333333"},
+      {kPrice, 9999999999.7, L"9999999999.7"},
+      {kPrice, 1e20, L"1e+20"},
+      {kPrice, -1e-5, L"-1e-05"},
+      {kPrice, -std::nan(""), L"nan"},
+  };
+  TradeRecord record = FullTrade();
+  std::wstring text = L"a longer text of the cell before";
+  for (const auto& row : rows) {
+    record.Price = row.Price;
+    SetShownText(text, "S\x80", record, row.Column);
+    EXPECT_EQ(text, row.Text);
+  }
 }
 
 TEST(CellText, DateFormatTurnsTradeTimeAloneIntoLocalTime) {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <cwchar>
 
 #include "foundations/text_tools.h"
 
@@ -95,21 +96,15 @@ bool MatchText(const std::wstring& filter, const std::wstring& cell) {
   return !(last.empty() && pos > 0) && holds(last);
 }
 
+// Halves go to the even number.
 std::int32_t WholeNumber(double value) {
-  if (!(value >= -2147483648.5 && value < 2147483647.5)) return 0;
-  const double low = std::floor(value), over = value - low;
-  const bool up = over > 0.5 || (over == 0.5 && std::fmod(low, 2) != 0);
-  return static_cast<std::int32_t>(up ? low + 1 : low);
+  const bool fits = value >= -2147483648.5 && value < 2147483647.5;
+  return fits ? static_cast<std::int32_t>(value - std::remainder(value, 1.0)) : 0;
 }
 
 std::int32_t NumberOf(const std::wstring& text) {
-  std::size_t at = text.find_first_not_of(L" \t\n\v\f\r");
-  const bool negative = at < text.size() && text[at] == L'-';
-  if (at < text.size() && (negative || text[at] == L'+')) ++at;
-  std::int64_t number = 0;
-  for (; at < text.size() && text[at] >= L'0' && text[at] <= L'9'; ++at)
-    number = std::min<std::int64_t>(number * 10 + (text[at] - L'0'), 1LL << 40);
-  return static_cast<std::int32_t>(std::clamp<std::int64_t>(negative ? -number : number, -0x80000000LL, 0x7FFFFFFFLL));
+  return static_cast<std::int32_t>(
+      std::clamp<long long>(std::wcstoll(text.c_str(), nullptr, 10), -0x80000000LL, 0x7FFFFFFFLL));
 }
 
 bool MatchStrike(const std::wstring& filter, double strike) {
@@ -129,7 +124,7 @@ int Order(const Value& first, const Value& second) {
 
 int CompareColumn(const TradeRecord& a, const TradeRecord& b, int column) {
   if (column < 0 || column >= kColumns || kCells[column].Kind == 's') return 0;
-  // The order's number and time in place of the trade's.
+  // Columns 6 and 9 compare the number and time of the order, not of the trade.
   const Cell& cell = kCells[column == 6 || column == 9 ? column - 1 : column];
   const std::size_t offset = cell.Offset + (cell.Kind == 'c' ? 9 : 0), size = cell.Kind == 'c' ? 8 : cell.Size;
   if (cell.Kind == 't' || cell.Kind == 'c') return Order(TextIn(a, offset, size), TextIn(b, offset, size));

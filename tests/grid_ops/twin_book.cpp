@@ -108,9 +108,8 @@ std::string TwinBook::RowText() const {
 
 std::string TwinBook::LineText() const {
   std::string text;
-  for (const SummaryValue value :
-       {SummaryValue::BuyQty, SummaryValue::BuyAmt, SummaryValue::BuyAvg, SummaryValue::SellQty, SummaryValue::SellAmt,
-        SummaryValue::SellAvg, SummaryValue::NetQty, SummaryValue::NetAmt}) {
+  for (int i = 0; i < 8; ++i) {
+    const auto value = static_cast<SummaryValue>(i);
     const SummaryLine::Control& control = Line.Of(value);
     const std::wstring wide = Line.TextOf(value);
     text.append(wide.begin(), wide.end());
@@ -126,15 +125,15 @@ TwinBook& Desk::Open(const std::string& key) {
   return *Twins.back();
 }
 
-void Desk::Play(unsigned number, const std::string& fields) {
+void PlayMessage(TradeCache& cache, unsigned number, const std::string& fields) {
   const ExactBytes bytes(WireMessage(number, fields));
   CQORPacketReader reader(bytes.Data(), bytes.Size());
   std::uint16_t needed = 0, consumed = 0;
   ASSERT_TRUE(reader.ParseHeader(needed, consumed));
-  if (number == 9101) Cache.OnTrade(reader);
-  if (number == 9112) Cache.OnTradeAmend(reader);
-  if (number == 8112) Cache.OnDownloadEnd();
-  if (number == 30022) Cache.OnClearTrades();
+  if (number == 8111 || number == 9101) cache.OnTrade(reader);
+  if (number == 9112) cache.OnTradeAmend(reader);
+  if (number == 8112) cache.OnDownloadEnd();
+  if (number == 30022) cache.OnClearTrades();
 }
 
 void Desk::Trade(std::uint32_t id, const std::string& fields) {
