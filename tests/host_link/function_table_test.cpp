@@ -7,7 +7,7 @@
 
 #include "host_link/host_functions/terminal_functions.h"
 #include "host_link/messages/packet_writer.h"
-#include "tests/host_link/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 namespace {
 

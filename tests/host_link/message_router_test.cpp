@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "host_link/host_functions/function_table.h"
-#include "tests/host_link/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 namespace {
 

@@ -1,24 +1,16 @@
 #include "host_link/messages/packet_reader.h"
 
 #include <gtest/gtest.h>
-#include <zlib.h>
 
 #include <algorithm>
 
 #include "tests/host_link/cipher_key.h"
 #include "tests/host_link/failing_new.h"
-#include "tests/host_link/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 namespace {
 
 const Bytes kNumber = Hex("23 1227 AF1F");  // 10002 = 8111
-
-Bytes Deflated(const Bytes& body) {
-  Bytes stream(body.size() + 1024);
-  uLongf size = static_cast<uLongf>(stream.size());
-  EXPECT_EQ(compress(stream.data(), &size, body.data(), static_cast<uLong>(body.size())), Z_OK);
-  return Part(stream, 0, size);
-}
 
 // A reader on a copy in a block of exactly the message's size, and what parsing it gave.
 struct Parsed {

@@ -7,7 +7,7 @@
 
 #include "tests/host_link/cipher_key.h"
 #include "tests/host_link/failing_new.h"
-#include "tests/host_link/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <random>
 #include <string>
 
-#include "tests/trade_data/sample_trade.h"
+#include "tests/support/sample_trade.h"
 
 namespace {
 

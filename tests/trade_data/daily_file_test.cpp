@@ -5,8 +5,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "tests/support/wire_bytes.h"
 #include "tests/trade_data/cache_player.h"
-#include "tests/trade_data/wire_bytes.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/trade_data/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "tests/trade_data/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 #include "trade_data/record_files/ada_write_async.h"
 #include "trade_data/records/trade_impl.h"
 
