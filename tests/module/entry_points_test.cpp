@@ -9,7 +9,7 @@
 
 #include "host_link/messages/packet_reader.h"
 #include "platform/modules.h"
-#include "tests/grid_base/own_folder.h"
+#include "tests/support/own_folder.h"
 #include "tests/host_link/reply_for_test.h"
 #include "tests/support/failing_memory.h"
 #include "tests/support/wire_bytes.h"

@@ -37,7 +37,7 @@ void PlaySteps(const Step (&steps)[Count], CachePlayer& player) {
   }
 }
 
-TEST(TradeCacheTest, DownloadThenLive) {
+TEST(TradeCacheTest, NumbersTradesOfTheDownloadAndThenLiveOnes) {
   const std::string download = Trade(3, 30, "c") + Trade(1, 10, "a") + Trade(2, 20, "b");
   const Step kSteps[] = {
       {"start", "", "live, pending, rows, next 0"},
@@ -63,7 +63,7 @@ TEST(TradeCacheTest, DownloadThenLive) {
   PlaySteps(kSteps, player);
 }
 
-TEST(TradeCacheTest, ExecutionKeysAreJoined) {
+TEST(TradeCacheTest, TakesOneTradeForEachJoinedExecutionKey) {
   const auto trade = [](std::uint32_t id, const char* orderNo, const char* tradeId) {
     return WireMessage(9101,
                        WireU32(20008, id) + WireText(55100, orderNo) + WireText(55101, tradeId) + WireTerminator());
@@ -81,7 +81,7 @@ TEST(TradeCacheTest, ExecutionKeysAreJoined) {
   EXPECT_EQ(player.Cache().KnownExecutions.Size(), 3u);
 }
 
-TEST(TradeCacheTest, AMergeTakesNumbersFromNewerTrades) {
+TEST(TradeCacheTest, TakesNumbersFromNewerTradesInAMerge) {
   const Step kSteps[] = {
       {"numbered", kDownloadEnd + Trade(5, 50, "e") + Trade(6, 60, "f") + Trade(9, 90, "i"),
        "live 5:50/1 6:60/1 9:90/1, pending, rows 0=5 1=6 2=9, next 3"},
@@ -99,7 +99,7 @@ TEST(TradeCacheTest, AMergeTakesNumbersFromNewerTrades) {
   PlaySteps(kSteps, player);
 }
 
-TEST(TradeCacheTest, Amendments) {
+TEST(TradeCacheTest, AmendsKnownTradesAndAddsUnknownOnes) {
   const Step kSteps[] = {
       {"before any trade", Amend(7, 2, 0, 70) + Amend(7, 2, 9, 0), "live, pending, rows, next 0"},
       {"a trade", kDownloadEnd + Trade(5, 50, "e"), "live 5:50/1, pending, rows 0=5, next 1"},
@@ -125,7 +125,7 @@ TEST(TradeCacheTest, Amendments) {
   PlaySteps(kSteps, player);
 }
 
-TEST(TradeCacheTest, AnAmendmentKeepsWhatEarlierOnesLeft) {
+TEST(TradeCacheTest, KeepsWhatEarlierAmendmentsLeft) {
   CachePlayer player(Books{{"A", {}}});
   player.Play(kDownloadEnd + Trade(1, 1, "a"));
   player.Play(Amend(7, 2, 0, 70,
@@ -212,7 +212,7 @@ TEST(TradeCacheTest, TellsBooks) {
   }
 }
 
-TEST(TradeCacheTest, ChangesAskForARepaint) {
+TEST(TradeCacheTest, AsksForARepaintAfterChanges) {
   const std::string start = kDownloadEnd + Trade(1, 1, "a");
   const struct {
     const char* What;
@@ -239,7 +239,7 @@ TEST(TradeCacheTest, ChangesAskForARepaint) {
   }
 }
 
-TEST(TradeCacheTest, RecordsStayAtTheirAddresses) {
+TEST(TradeCacheTest, KeepsRecordsAtTheirAddresses) {
   CachePlayer player;
   for (std::uint32_t id = 1; id <= 3000; ++id) player.Play(Trade(id, id, std::to_string(id).c_str()));
   player.Play(kDownloadEnd);
