@@ -8,9 +8,9 @@ namespace {
 std::map<std::string, BookSettings> BooksOf(unsigned choice) {
   std::map<std::string, BookSettings> books;
   if (choice & 1) books["A"] = {};
-  if (choice & 2) books["B"] = {true, true, true, 1};
-  if (choice & 4) books["C"] = {false, true, true, 2};
-  if (choice & 8) books["D"] = {true, false, false, -1};
+  if (choice & 2) books["B"] = {true, 1};
+  if (choice & 4) books["C"] = {true, 2};
+  if (choice & 8) books["D"] = {false, 1};
   return books;
 }
 

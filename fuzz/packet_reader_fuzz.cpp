@@ -1,5 +1,3 @@
-#include <zlib.h>
-
 #include <string>
 #include <string_view>
 #include <vector>
@@ -7,7 +5,7 @@
 #include "fuzz/fuzz_functions.h"
 #include "host_link/messages/message_header.h"
 #include "host_link/messages/packet_reader.h"
-#include "tests/trade_data/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 namespace {
 
@@ -62,22 +60,9 @@ Reading Read(std::string_view input) {
   return reading;
 }
 
-std::string Compressed(const std::string& text) {
-  uLongf size = compressBound(static_cast<uLong>(text.size()));
-  std::string out(size, '\0');
-  compress(reinterpret_cast<Bytef*>(out.data()), &size, reinterpret_cast<const Bytef*>(text.data()),
-           static_cast<uLong>(text.size()));
-  out.resize(size);
-  return out;
-}
-
 std::string Enciphered(std::string text) {
   ApplyCipher(kKey, reinterpret_cast<std::uint8_t*>(text.data()), static_cast<std::uint32_t>(text.size()));
   return text;
-}
-
-std::string WithHeader(unsigned mode, const std::string& body) {
-  return WireU16(1, mode) + WireU16(10001, static_cast<unsigned>(body.size())) + body;
 }
 
 void RequireSame(const Reading& reading, const std::string& message, const char* property) {
@@ -87,12 +72,12 @@ void RequireSame(const Reading& reading, const std::string& message, const char*
 // The same number and bytes in every form that a message may have.
 void CheckForms(const Reading& reading) {
   const std::string body = WireU16(10002, reading.Number) + reading.Rest;
-  RequireSame(reading, WithHeader(0, body), "the plain form reads the same");
-  if (const std::string small = Compressed(body); small.size() < kLargestInput - 10)
-    RequireSame(reading, WithHeader(1, small), "the compressed form reads the same");
+  RequireSame(reading, WireFrame(body), "the plain form reads the same");
+  if (const std::string small = Deflated(body); small.size() < kLargestInput - 10)
+    RequireSame(reading, WireFrame(small, 1), "the compressed form reads the same");
   if (CipherKeyHolder != nullptr) {
-    RequireSame(reading, WithHeader(2, Enciphered(body)), "the enciphered form reads the same");
-    RequireSame(reading, WithHeader(100, Enciphered(body)), "so it does as mode 100");
+    RequireSame(reading, WireFrame(Enciphered(body), 2), "the enciphered form reads the same");
+    RequireSame(reading, WireFrame(Enciphered(body), 100), "so it does as mode 100");
   }
 }
 
@@ -109,7 +94,7 @@ void CheckMessage(std::string_view input) {
 // Any bytes can stand behind the number of a message.
 void CheckAsFields(std::string_view input) {
   const std::string fields(input.substr(0, kLargestInput - 20));
-  const Reading reading = Read(WithHeader(0, WireU16(10002, 8111) + fields));
+  const Reading reading = Read(WireMessage(8111, fields));
   RequireProperty(reading.Accepted && reading.Number == 8111 && reading.Rest == fields, "any fields are taken");
   CheckForms(reading);
 }

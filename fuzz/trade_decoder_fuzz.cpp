@@ -3,8 +3,8 @@
 #include <string_view>
 
 #include "fuzz/fuzz_functions.h"
+#include "tests/support/wire_bytes.h"
 #include "tests/trade_data/slow_trade_cache.h"
-#include "tests/trade_data/wire_bytes.h"
 #include "trade_data/records/trade_fields.h"
 #include "trade_data/records/trade_impl.h"
 
@@ -45,15 +45,15 @@ int FuzzTradeDecoder(const std::uint8_t* data, std::size_t size) {
   });
   RequireProperty(record.ProductType != 0, "a product type is never 0");
   RequireProperty(record.Reserved == 0 && record.MasterRecord == nullptr, "what no tag names stays zero");
-  RequireProperty(BytesOfRecord(record) == BytesOfRecord(SlowDecodeTrade(body)), "the slow decoder agrees");
+  RequireProperty(BytesOfValue(record) == BytesOfValue(SlowDecodeTrade(body)), "the slow decoder agrees");
 
   record.Value20083 = 0;  // the one field that is read and never written
-  RequireProperty(BytesOfRecord(EncodeAndDecode(record, true)) == BytesOfRecord(record), "the fixed form keeps all");
+  RequireProperty(BytesOfValue(EncodeAndDecode(record, true)) == BytesOfValue(record), "the fixed form keeps all");
   // The short form keeps no text behind its NUL, and not the security's name.
   EachText(record,
            [](char* text, std::size_t room) { std::fill(std::find(text, text + room, '\0'), text + room, '\0'); });
   std::fill(std::begin(record.Text55107), std::end(record.Text55107), '\0');
-  RequireProperty(BytesOfRecord(EncodeAndDecode(record, false)) == BytesOfRecord(record),
+  RequireProperty(BytesOfValue(EncodeAndDecode(record, false)) == BytesOfValue(record),
                   "the short form keeps its part");
   return 0;
 }

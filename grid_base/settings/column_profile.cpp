@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "foundations/text_tools.h"
 #include "grid_base/settings/grid_folders.h"
+#include "platform/text.h"
 
 namespace {
 
@@ -24,10 +24,6 @@ constexpr const wchar_t* kMultipleSortKey = L"IsMultipleSort";
 constexpr std::int32_t kLargestWidth = 2048;
 constexpr std::int32_t kLastAlignment = 2;
 
-std::wstring Widened(std::string text) {
-  return NarrowToWide(std::move(text));
-}
-
 }  // namespace
 
 std::optional<bool> SortsAscending(const ColumnState& state) noexcept {
@@ -41,7 +37,7 @@ ColumnProfile::ColumnProfile(std::string gridName, std::wstring profileName, std
 }
 
 std::wstring ColumnProfile::ColumnPath(const std::string& key) const {
-  return Widened(GridName) + L'\\' + Widened(key);
+  return CodePageToWide(GridName) + L'\\' + CodePageToWide(key);
 }
 
 std::filesystem::path ColumnProfile::ProfileFile() const {
@@ -57,13 +53,13 @@ bool ColumnProfile::SaveColumnProfileFile() const {
 
 std::int32_t ColumnProfile::LoadMultipleSort() {
   std::int32_t multipleSort = 1;
-  Settings.OpenPath(Widened(GridName));
+  Settings.OpenPath(CodePageToWide(GridName));
   Settings.Read(kMultipleSortKey, multipleSort);
   return multipleSort;
 }
 
 void ColumnProfile::SaveMultipleSort(bool multipleSort) {
-  Settings.CreatePath(Widened(GridName));
+  Settings.CreatePath(CodePageToWide(GridName));
   Settings.Write(kMultipleSortKey, std::int32_t{multipleSort});
 }
 

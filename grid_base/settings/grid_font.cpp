@@ -1,23 +1,22 @@
 #include "grid_base/settings/grid_font.h"
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 
+#include "foundations/byte_words.h"
 #include "foundations/text_tools.h"
 #include "grid_base/settings/registry_store.h"
 
 std::optional<GridFont> FontFromBytes(std::span<const std::uint8_t> bytes) {
   if (bytes.size() < sizeof(GridFont)) return std::nullopt;
-  GridFont font;
-  std::memcpy(&font, bytes.data(), sizeof font);
+  auto font = LoadValue<GridFont>(bytes.data());
   *std::rbegin(font.FaceName) = 0;
   return font;
 }
 
 bool WriteFont(CQORPRegistry& settings, const GridFont& font) {
   std::uint8_t bytes[sizeof font];
-  std::memcpy(bytes, &font, sizeof font);
+  StoreValue(bytes, font);
   return settings.Write(L"Font", bytes, sizeof bytes);
 }
 

@@ -15,6 +15,8 @@
 #include <string_view>
 #include <vector>
 
+#include "foundations/byte_words.h"
+
 class ArchiveWriter {
  public:
   template <typename Word>
@@ -39,7 +41,7 @@ class ArchiveReader {
   template <typename Word>
   bool Take(Word& word) noexcept {
     if (Rest.size() < sizeof word) return false;
-    std::memcpy(&word, Rest.data(), sizeof word);
+    word = LoadValue<Word>(Rest.data());
     Rest = Rest.subspan(sizeof word);
     return true;
   }

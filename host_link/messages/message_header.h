@@ -8,11 +8,9 @@
 // The header is matched whole and never walked as fields. Pure; any thread.
 #pragma once
 
-#include <bit>
 #include <cstdint>
-#include <cstring>
 
-static_assert(std::endian::native == std::endian::little, "values are copied to and from the wire as they stand");
+#include "foundations/byte_words.h"
 
 inline constexpr std::uint8_t kFieldMark = 0x23;
 inline constexpr std::uint16_t kProtocolWord = 1;
@@ -28,19 +26,6 @@ inline constexpr std::uint16_t kModePlain = 0;
 inline constexpr std::uint16_t kModeCompressed = 1;
 inline constexpr std::uint16_t kModeEnciphered = 2;
 inline constexpr std::uint16_t kModeEncipheredByReader = 100;
-
-// An unaligned little-endian value at a place in a message.
-template <typename Value>
-Value LoadValue(const std::uint8_t* place) noexcept {
-  Value value;
-  std::memcpy(&value, place, sizeof value);
-  return value;
-}
-
-template <typename Value>
-void StoreValue(std::uint8_t* place, Value value) noexcept {
-  std::memcpy(place, &value, sizeof value);
-}
 
 // How many bytes a field's value takes, which follows from its tag alone.
 

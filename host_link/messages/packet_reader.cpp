@@ -1,13 +1,12 @@
 #include "host_link/messages/packet_reader.h"
 
-#include <zlib.h>
-
 #include <limits>
 #include <memory>
 #include <new>
 #include <utility>
 
 #include "host_link/messages/message_header.h"
+#include "host_link/messages/zlib_block.h"
 
 namespace {
 
@@ -88,32 +87,18 @@ bool CQORPacketReader::Decipher(std::uint16_t size) noexcept {
 // Data stands at the body, End is still the size of the whole message. Growing stops as soon as the body is known to be
 // too large to be taken, so that a small message cannot claim much memory or time.
 bool CQORPacketReader::Inflate() noexcept {
-  std::uint32_t room = 2U * End;
-  std::unique_ptr<std::uint8_t[]> decoded(new (std::nothrow) std::uint8_t[room]);
-  if (decoded == nullptr) return false;
+  ZlibBlock decoded(2U * End);
+  if (decoded.Bytes == nullptr) return false;
   z_stream stream{};
   stream.next_in = const_cast<std::uint8_t*>(Data);
   stream.avail_in = End - std::uint32_t{kHeaderSize};
   if (inflateInit(&stream) != Z_OK) return false;
   const std::unique_ptr<z_stream, int (*)(z_stream*)> release(&stream, inflateEnd);
-  stream.next_out = decoded.get();
-  stream.avail_out = room;
-  int result = inflate(&stream, Z_FINISH);
-  while (result != Z_STREAM_END) {
-    if ((result != Z_OK && result != Z_BUF_ERROR) || stream.avail_out != 0 || room > kLargestBody) return false;
-    std::unique_ptr<std::uint8_t[]> larger(new (std::nothrow) std::uint8_t[room + End]);
-    if (larger == nullptr) return false;
-    std::memcpy(larger.get(), decoded.get(), room);
-    decoded = std::move(larger);
-    stream.next_out = decoded.get() + room;
-    stream.avail_out = End;
-    room += End;
-    result = inflate(&stream, Z_FINISH);
-  }
+  if (!decoded.Run(inflate, stream, 0, End, kLargestBody)) return false;
   if (stream.total_out > kLargestBody) return false;
   Cursor = 0;
   End = static_cast<std::uint16_t>(stream.total_out);
-  TakeDecoded(std::move(decoded), End);
+  TakeDecoded(std::move(decoded.Bytes), End);
   return true;
 }
 

@@ -53,7 +53,6 @@ class CQORPacketWriter {
   template <typename Value>
   bool AddValue(std::uint16_t tag, Value value) noexcept;
   void Compress() noexcept;
-  bool DeflateBody() noexcept;
   void Encipher() noexcept;
 };
 

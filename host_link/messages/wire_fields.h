@@ -1,5 +1,5 @@
-// Decoding of message fields into a flat record by a table of tag, kind and place. Touches only the reader and the
-// record given.
+// Message fields to and from a flat record by a table of tag, kind and place. Every decoder is such a table and one
+// call of ReadFields.
 #pragma once
 
 #include <array>
@@ -7,10 +7,11 @@
 #include <cstdint>
 
 #include "host_link/messages/packet_reader.h"
+#include "host_link/messages/packet_writer.h"
 
 enum class Field : std::uint8_t { U8, U16, U32, U64, Double, Text, Dropped16, Dropped32 };
 
-// How one tag's value reaches the record. Limit is that of a text: its place has room for one byte more.
+// Where one tag's value goes. Limit is the longest text; its place has room for one byte more.
 struct WireField {
   std::uint16_t Tag;
   Field Kind;
@@ -38,7 +39,7 @@ constexpr std::size_t PlaceSize(const WireField& field) {
   return 0;
 }
 
-// What a table must promise: rising tags, places inside the record.
+// What every table is checked for: rising tags, places inside the record.
 template <std::size_t Count>
 constexpr bool FieldsFit(const WireField (&fields)[Count], std::size_t recordSize) {
   for (std::size_t i = 0; i < Count; ++i) {
@@ -48,8 +49,8 @@ constexpr bool FieldsFit(const WireField (&fields)[Count], std::size_t recordSiz
   return true;
 }
 
-// Promises: the row of a tag, or the row count where the table has none, in constant time.
-// A multiplicative hash whose factor, found by the compiler, sends every tag of the table to a slot of its own.
+// RowOf is O(1): the row of a tag, or the row count if the table does not have it. A multiplicative hash; the compiler
+// finds a factor that gives every tag a slot of its own.
 template <std::size_t Count>
 class FieldIndex {
  public:
@@ -84,8 +85,8 @@ class FieldIndex {
   std::array<Slot, std::size_t{1} << kSlotBits> Slots{};
 };
 
-// Reads a value into its place. One that does not fit before the end is left unread, and is then searched for the next
-// field; a text is cut at its limit.
+// Reads a value into its place. A value that reaches past the end stays unread: the next field is searched for inside
+// it. A text is cut at its limit.
 inline void ReadField(FieldCursor& cursor, const WireField& field, std::uint8_t* record) noexcept {
   std::uint8_t* place = record + field.Offset;
   switch (field.Kind) {
@@ -114,18 +115,59 @@ inline void ReadField(FieldCursor& cursor, const WireField& field, std::uint8_t*
   }
 }
 
-// The decoder loop: every field from the cursor to the end of the message; unknown tags are skipped.
-template <std::size_t Count>
-void ReadFields(CQORPacketReader& reader, const WireField (&fields)[Count], const FieldIndex<Count>& index,
-                std::uint8_t* record) noexcept {
+// Where a section ends, and what happens to a value whose tag the table does not have.
+struct SectionRules {
+  bool EndsAtTerminator;  // otherwise only with the message
+  bool SkipsUnknown;      // otherwise the next field is searched for inside the value
+};
+inline constexpr SectionRules kWholeMessage{false, true};
+
+// Reads the fields of a section from the reader's cursor into a record. True at the section's terminator, false at the
+// end of the message.
+template <SectionRules kRules = kWholeMessage, std::size_t Count>
+bool ReadFields(CQORPacketReader& reader, const WireField (&fields)[Count], const FieldIndex<Count>& index,
+                void* record) noexcept {
   FieldCursor cursor = reader.Place();
   std::uint16_t tag = reader.Tag;
-  while (cursor.NextTag(tag)) {
+  bool terminated = false;
+  while (!terminated && cursor.NextTag(tag)) {
+    if constexpr (kRules.EndsAtTerminator) terminated = tag == kSectionTerminator;
     if (const std::size_t row = index.RowOf(tag); row < Count)
-      ReadField(cursor, fields[row], record);
-    else
+      ReadField(cursor, fields[row], static_cast<std::uint8_t*>(record));
+    else if constexpr (kRules.SkipsUnknown)
       cursor.SkipValue(tag);
   }
   reader.GoTo(cursor);
   reader.Tag = tag;
+  return terminated;
+}
+
+// Adds the field as the record has it; a text at its own length or, with fixed true, its whole limit. A field that the
+// record does not keep adds nothing.
+inline void AddField(CQORPacketWriter& writer, const WireField& field, const std::uint8_t* record,
+                     bool fixed) noexcept {
+  const std::uint8_t* place = record + field.Offset;
+  switch (field.Kind) {
+    case Field::U8:
+      writer.AddU8(field.Tag, *place);
+      return;
+    case Field::U16:
+      writer.AddU16(field.Tag, LoadValue<std::uint16_t>(place));
+      return;
+    case Field::U32:
+      writer.AddU32(field.Tag, LoadValue<std::uint32_t>(place));
+      return;
+    case Field::U64:
+      writer.AddU64(field.Tag, LoadValue<std::uint64_t>(place));
+      return;
+    case Field::Double:
+      writer.AddDouble(field.Tag, LoadValue<double>(place));
+      return;
+    case Field::Text:
+      writer.AddText(field.Tag, reinterpret_cast<const char*>(place), field.Limit, fixed);
+      return;
+    case Field::Dropped16:
+    case Field::Dropped32:
+      return;
+  }
 }

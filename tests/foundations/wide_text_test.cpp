@@ -9,7 +9,7 @@
 
 namespace {
 
-TEST(WideTextTest, AllBytesSurviveTheCodePage) {
+TEST(WideTextTest, KeepsAllBytesThroughTheCodePage) {
   if (SystemCodePage() != 1252) GTEST_SKIP() << "The system has another code page";
   std::string bytes;
   for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
@@ -22,13 +22,13 @@ TEST(WideTextTest, AllBytesSurviveTheCodePage) {
   EXPECT_EQ(WideToCodePage(wide), bytes);
 }
 
-TEST(WideTextTest, CharactersOutsideTheCodePageBecomeQuestionMarks) {
+TEST(WideTextTest, ReplacesCharactersOutsideTheCodePageByQuestionMarks) {
   if (SystemCodePage() != 1252) GTEST_SKIP() << "The system has another code page";
   // U+0080 is the byte 0x80 in no direction, and U+0101 is not an "a".
   EXPECT_EQ(WideToNarrow(L"a\x0080\u0101\u4E2D\u20ACz"), "a???\x80z");
 }
 
-TEST(WideTextTest, NarrowToWideEmptiesItsArgument) {
+TEST(WideTextTest, EmptiesTheArgumentOfNarrowToWide) {
   std::string text = "Trade Book with a text longer than a short one";
   EXPECT_EQ(NarrowToWide(std::move(text)), L"Trade Book with a text longer than a short one");
   EXPECT_TRUE(text.empty());
@@ -55,7 +55,7 @@ TEST(WideTextTest, PrintsNumbers) {
   EXPECT_EQ(DoubleToWide(std::numeric_limits<double>::lowest()).size(), 313u);
 }
 
-TEST(WideTextTest, Utf16PairsAndLoneSurrogates) {
+TEST(WideTextTest, JoinsPairsAndKeepsLoneSurrogates) {
   const struct {
     std::wstring Wide;
     std::u16string Units;
@@ -68,6 +68,7 @@ TEST(WideTextTest, Utf16PairsAndLoneSurrogates) {
       {std::wstring(1, static_cast<wchar_t>(0xDE00)) + L"a",
        u"\xDE00"
        u"a"},
+      {L"a" + std::wstring(1, static_cast<wchar_t>(0xDE00)), u"a\xDE00"},
       {std::wstring(1, static_cast<wchar_t>(0xD83D)) + L"\U0001F600", u"\xD83D\xD83D\xDE00"},
       {std::wstring(L"a\0b", 3), std::u16string(u"a\0b", 3)},
   };
@@ -80,7 +81,7 @@ TEST(WideTextTest, Utf16PairsAndLoneSurrogates) {
   }
 }
 
-TEST(WideTextTest, WhatIsNoCharacterIsReplaced) {
+TEST(WideTextTest, ReplacesWhatIsNoCharacter) {
   if (sizeof(wchar_t) == 2) GTEST_SKIP() << "Every 16-bit value is a unit";
   const std::wstring outside = {std::numeric_limits<wchar_t>::max(), std::numeric_limits<wchar_t>::min()};
   EXPECT_EQ(WideToUtf16(outside), u"\uFFFD\uFFFD");

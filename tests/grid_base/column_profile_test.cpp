@@ -1,6 +1,6 @@
 #include "grid_base/settings/column_profile.h"
 
-#include "tests/grid_base/own_folder.h"
+#include "tests/support/own_folder.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include "grid_base/settings/grid_folders.h"
 #include "grid_base/settings/grid_font.h"
 #include "grid_base/settings/xml_settings.h"
-#include "tests/grid_base/own_folder.h"
+#include "tests/support/own_folder.h"
 
 namespace {
 

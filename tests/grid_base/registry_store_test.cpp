@@ -1,6 +1,6 @@
 #include "grid_base/settings/registry_store.h"
 
-#include "tests/grid_base/own_folder.h"
+#include "tests/support/own_folder.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/modules.h"
-#include "tests/grid_base/own_folder.h"
+#include "tests/support/own_folder.h"
 
 namespace {
 

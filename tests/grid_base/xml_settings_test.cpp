@@ -1,6 +1,6 @@
 #include "grid_base/settings/xml_settings.h"
 
-#include "tests/grid_base/own_folder.h"
+#include "tests/support/own_folder.h"
 
 namespace {
 
@@ -46,7 +46,7 @@ TEST(XmlSettings, FindsPathsAndKeysWithoutTheirBlanks) {
   EXPECT_FALSE(settings.Write(L"key", L"the open node is gone"));
 }
 
-TEST(XmlSettings, StoresEachFormAsItsBytes) {
+TEST(XmlSettings, StoresEachKindAsItsBytesAndReadsObjects) {
   CVELDPXMLSettings settings;
   settings.CreatePath(L"P");
   Pair pair;
@@ -84,9 +84,15 @@ TEST(XmlSettings, StoresEachFormAsItsBytes) {
   EXPECT_EQ(dynamic_cast<Pair&>(*object).Second, 0x03040506U);
   ASSERT_TRUE(settings.Read(L"nothing", object));
   EXPECT_EQ(object, nullptr);
+  Pair read;
+  ASSERT_TRUE(settings.Read(L"value", read));
+  EXPECT_EQ(read.First, 0x0102);
+  EXPECT_EQ(read.Second, 0x03040506U);
+  EXPECT_FALSE(settings.Read(L"none", read)) << "there is no such key";
+  EXPECT_FALSE(settings.Read(L"nothing", read)) << "too few bytes for a pair";
 }
 
-TEST(XmlSettings, ReadsDamagedValuesAsToldAndLeavesTheOutputAlone) {
+TEST(XmlSettings, ReadsWhatItCanOfDamagedValues) {
   CVELDPXMLSettings settings;
   settings.CreatePath(L"P");
   const struct {
@@ -128,7 +134,7 @@ TEST(XmlSettings, ReadsDamagedValuesAsToldAndLeavesTheOutputAlone) {
   EXPECT_FALSE(settings.Read(L"k", words));
 }
 
-TEST_F(XmlSettingsFile, KeepsItsTree) {
+TEST_F(XmlSettingsFile, KeepsTheTreeInAFile) {
   const std::filesystem::path file = Folder / "settings.xml";
   CVELDPXMLSettings settings;
   settings.UserRoot().Name = L"ColumnProfile";

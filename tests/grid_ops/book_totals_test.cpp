@@ -5,7 +5,7 @@
 #include <functional>
 
 #include "tests/grid_ops/twin_book.h"
-#include "tests/trade_data/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 namespace {
 

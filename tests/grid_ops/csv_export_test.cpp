@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "tests/grid_base/own_folder.h"
+#include "tests/support/own_folder.h"
 #include "tests/grid_ops/export_sample.h"
 
 namespace {

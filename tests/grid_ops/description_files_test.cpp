@@ -1,6 +1,6 @@
 #include "grid_ops/exports/trade_file_lines.h"
 
-#include "tests/grid_base/own_folder.h"
+#include "tests/support/own_folder.h"
 
 namespace {
 

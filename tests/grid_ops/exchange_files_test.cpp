@@ -1,7 +1,7 @@
 #include "grid_ops/exports/exchange_files.h"
 
 #include "grid_ops/exports/trade_file_lines.h"
-#include "tests/grid_base/own_folder.h"
+#include "tests/support/own_folder.h"
 #include "tests/grid_ops/export_sample.h"
 
 namespace {

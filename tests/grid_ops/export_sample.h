@@ -8,7 +8,7 @@
 
 #include "grid_ops/columns/trade_columns.h"
 #include "grid_ops/exports/csv_export.h"
-#include "tests/trade_data/sample_trade.h"
+#include "tests/support/sample_trade.h"
 #include "trade_data/cache/trade_cache.h"
 
 template <std::size_t kSize>

@@ -1,6 +1,6 @@
 #include "grid_ops/exports/export_settings.h"
 
-#include "tests/grid_base/own_folder.h"
+#include "tests/support/own_folder.h"
 
 namespace {
 

@@ -7,11 +7,11 @@
 
 #include "grid_ops/exports/csv_export.h"
 #include "grid_ops/exports/exchange_files.h"
-#include "tests/grid_base/own_folder.h"
+#include "tests/support/own_folder.h"
 #include "tests/grid_ops/export_sample.h"
 #include "tests/support/failing_memory.h"
 #include "tests/support/plain_book.h"
-#include "tests/trade_data/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "tests/trade_data/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 namespace {
 

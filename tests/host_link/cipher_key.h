@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host_link/messages/message_header.h"
-#include "tests/host_link/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 class CipherKeyForTest {
  public:

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/host_link/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 namespace {
 

@@ -1,24 +1,17 @@
 #include "host_link/messages/packet_reader.h"
 
 #include <gtest/gtest.h>
-#include <zlib.h>
 
 #include <algorithm>
 
+#include "host_link/messages/wire_fields.h"
 #include "tests/host_link/cipher_key.h"
 #include "tests/host_link/failing_new.h"
-#include "tests/host_link/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 namespace {
 
 const Bytes kNumber = Hex("23 1227 AF1F");  // 10002 = 8111
-
-Bytes Deflated(const Bytes& body) {
-  Bytes stream(body.size() + 1024);
-  uLongf size = static_cast<uLongf>(stream.size());
-  EXPECT_EQ(compress(stream.data(), &size, body.data(), static_cast<uLong>(body.size())), Z_OK);
-  return Part(stream, 0, size);
-}
 
 // A reader on a copy in a block of exactly the message's size, and what parsing it gave.
 struct Parsed {
@@ -36,7 +29,15 @@ struct Parsed {
   bool Found;
 };
 
-TEST(PacketReaderTest, AWrongByteOfTheHeaderMakesItNone) {
+// A reader on fields without a header, in a block of exactly their size.
+struct OnFields {
+  explicit OnFields(const Bytes& fields)
+      : Block(ExactBlock(fields)), Reader(Block.get(), static_cast<std::uint16_t>(fields.size())) {}
+  std::unique_ptr<std::uint8_t[]> Block;
+  CQORPacketReader Reader;
+};
+
+TEST(PacketReaderTest, RejectsAHeaderWithAWrongByte) {
   for (const std::size_t at : {0, 1, 2, 5, 6, 7}) {
     SCOPED_TRACE(at);
     Bytes message = Framed(kNumber);
@@ -69,7 +70,7 @@ TEST(PacketReaderTest, DropsGarbageAheadOfAHeaderAndReadsInPlace) {
   }
 }
 
-TEST(PacketReaderTest, AnIncompleteMessageSaysWhatItNeeds) {
+TEST(PacketReaderTest, SaysWhatAnIncompleteMessageNeeds) {
   const Bytes message = Framed(kNumber);
   for (std::size_t size = 0; size < 15; ++size) {
     SCOPED_TRACE(size);
@@ -84,7 +85,7 @@ TEST(PacketReaderTest, AnIncompleteMessageSaysWhatItNeeds) {
   EXPECT_EQ(behindGarbage.Consumed, 2);
 }
 
-TEST(PacketReaderTest, TheLargestMessageIsThatOf65535Bytes) {
+TEST(PacketReaderTest, TakesMessagesOfUpTo65535Bytes) {
   const struct {
     std::uint16_t LengthWord;
     bool Found;
@@ -111,7 +112,7 @@ TEST(PacketReaderTest, RefusesUnknownModes) {
   }
 }
 
-TEST(PacketReaderTest, TheFirstFieldMustBeTheMessageNumber) {
+TEST(PacketReaderTest, RejectsABodyThatDoesNotBeginWithItsNumber) {
   const struct {
     const char* Body;
     bool Found;
@@ -160,7 +161,7 @@ TEST(PacketReaderTest, InflatesABodyOfUpTo65535Bytes) {
   }
 }
 
-TEST(PacketReaderTest, ACutOrDamagedStreamIsNoMessage) {
+TEST(PacketReaderTest, RejectsACutOrDamagedStream) {
   const Bytes stream = Deflated(kNumber + Hex("23 6500 02 23 D9D6 0800 'Trade ab'"));
   for (std::size_t size = 0; size < stream.size(); ++size) {
     SCOPED_TRACE(size);
@@ -175,7 +176,7 @@ TEST(PacketReaderTest, ACutOrDamagedStreamIsNoMessage) {
   }
 }
 
-TEST(PacketReaderTest, WhatDoesNotInflateIsSearchedFromItsTenthByteOn) {
+TEST(PacketReaderTest, SearchesWhatDoesNotInflateFromItsTenthByte) {
   const Parsed parsed(Framed(Bytes(10) + kNumber, 1));
   EXPECT_TRUE(parsed.Found);
   EXPECT_EQ(parsed.Reader.MessageNumber, 8111);
@@ -246,16 +247,15 @@ TEST(PacketReaderTest, SkipsEveryValueByItsTag) {
   for (const auto& row : kRows) {
     for (const std::uint16_t tag : Numbers{row.FirstTag, row.LastTag}) {
       SCOPED_TRACE(tag);
-      const auto block = ExactBlock(Bytes(row.Width + std::size_t{2}, 1));
-      CQORPacketReader whole(block.get(), static_cast<std::uint16_t>(row.Width + 2));
-      whole.Tag = tag;
-      EXPECT_TRUE(whole.SkipValue());
-      EXPECT_EQ(whole.Cursor, row.Width);
+      OnFields whole(Bytes(row.Width + std::size_t{2}, 1));
+      whole.Reader.Tag = tag;
+      EXPECT_TRUE(whole.Reader.SkipValue());
+      EXPECT_EQ(whole.Reader.Cursor, row.Width);
       if (row.Width == 0) continue;
-      CQORPacketReader cut(block.get(), static_cast<std::uint16_t>(row.Width - 1));
-      cut.Tag = tag;
-      EXPECT_FALSE(cut.SkipValue());
-      EXPECT_EQ(cut.Cursor, 0);
+      OnFields cut(Bytes(row.Width - std::size_t{1}, 1));
+      cut.Reader.Tag = tag;
+      EXPECT_FALSE(cut.Reader.SkipValue());
+      EXPECT_EQ(cut.Reader.Cursor, 0);
     }
   }
 }
@@ -270,12 +270,10 @@ TEST(PacketReaderTest, SkipsCountedValuesByTheirCount) {
   for (const std::uint16_t tag : Numbers{55001, 60003, 65000}) {
     for (const auto& row : kRows) {
       SCOPED_TRACE(row.Value);
-      const Bytes value = Hex(row.Value);
-      const auto block = ExactBlock(value);
-      CQORPacketReader reader(block.get(), static_cast<std::uint16_t>(value.size()));
-      reader.Tag = tag;
-      EXPECT_EQ(reader.SkipValue(), row.Skipped);
-      EXPECT_EQ(reader.Cursor, row.Cursor);
+      OnFields value(Hex(row.Value));
+      value.Reader.Tag = tag;
+      EXPECT_EQ(value.Reader.SkipValue(), row.Skipped);
+      EXPECT_EQ(value.Reader.Cursor, row.Cursor);
     }
   }
 }
@@ -304,27 +302,22 @@ TEST(PacketReaderTest, ReadsTextUpToTheLimit) {
   };
   for (const auto& row : kRows) {
     SCOPED_TRACE(std::string(row.Value) + " limit " + std::to_string(row.Limit));
-    const Bytes value = Hex(row.Value);
-    const auto block = ExactBlock(value);
-    CQORPacketReader reader(block.get(), static_cast<std::uint16_t>(value.size()));
+    OnFields value(Hex(row.Value));
     std::string destination(6, '~');
-    EXPECT_EQ(reader.ReadText(destination.data(), row.Limit), row.Read);
-    EXPECT_EQ(reader.Cursor, row.Cursor);
+    EXPECT_EQ(value.Reader.ReadText(destination.data(), row.Limit), row.Read);
+    EXPECT_EQ(value.Reader.Cursor, row.Cursor);
     EXPECT_EQ(Bytes(destination.begin(), destination.end()), Hex(row.Destination));
   }
 }
 
-TEST(PacketReaderTest, AMarkInTheRestOfALongTextIsTakenForAField) {
-  const Bytes body = Hex("0600 'abc#12' 23 6500 02");
-  const auto block = ExactBlock(body);
-  CQORPacketReader reader(block.get(), static_cast<std::uint16_t>(body.size()));
+TEST(PacketReaderTest, TakesAMarkInTheRestOfALongTextForAField) {
+  OnFields fields(Hex("0600 'abc#12' 23 6500 02"));
   char destination[3] = {};
-  EXPECT_TRUE(reader.ReadText(destination, 2));
-  EXPECT_TRUE(reader.NextTag());
-  EXPECT_EQ(reader.Tag, 0x3231);
+  EXPECT_TRUE(fields.Reader.ReadText(destination, 2) && fields.Reader.NextTag());
+  EXPECT_EQ(fields.Reader.Tag, 0x3231);
 }
 
-TEST(PacketReaderTest, FindsTheNextFieldBehindGarbage) {
+TEST(PacketReaderTest, FindsTheNextFieldAfterGarbage) {
   const struct {
     const char* Data;
     bool Found;
@@ -339,17 +332,15 @@ TEST(PacketReaderTest, FindsTheNextFieldBehindGarbage) {
                {"AA 23 65", false, 9, 2}};
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.Data);
-    const Bytes data = Hex(row.Data);
-    const auto block = ExactBlock(data);
-    CQORPacketReader reader(block.get(), static_cast<std::uint16_t>(data.size()));
-    reader.Tag = 9;
-    EXPECT_EQ(reader.NextTag(), row.Found);
-    EXPECT_EQ(reader.Tag, row.Tag);
-    EXPECT_EQ(reader.Cursor, row.Cursor);
+    OnFields fields(Hex(row.Data));
+    fields.Reader.Tag = 9;
+    EXPECT_EQ(fields.Reader.NextTag(), row.Found);
+    EXPECT_EQ(fields.Reader.Tag, row.Tag);
+    EXPECT_EQ(fields.Reader.Cursor, row.Cursor);
   }
 }
 
-TEST(PacketReaderTest, ACursorPastTheEndReadsNothing) {
+TEST(PacketReaderTest, ReadsNothingPastTheEnd) {
   CQORPacketReader reader(nullptr, 3);
   reader.Cursor = 4;
   std::uint8_t value = 0;
@@ -368,28 +359,39 @@ const Bytes kFullBody = kNumber + Hex("23 6500 02"
                                       "23 FFFF");
 constexpr std::size_t kFieldEnds[] = {5, 9, 14, 21, 32, 43, 51, 54};
 
-// Reads the fields behind the number as a decoder does, each into its place; returns how many were whole.
+struct OneOfEach {
+  std::uint8_t Byte;
+  std::uint16_t Word;
+  std::uint32_t Long;
+  std::uint64_t Longest;
+  double Real;
+  char Text[5];
+};
+constexpr WireField kOneOfEach[] = {
+    {101, Field::U8, offsetof(OneOfEach, Byte)},       {11123, Field::U16, offsetof(OneOfEach, Word)},
+    {20014, Field::U32, offsetof(OneOfEach, Long)},    {30001, Field::U64, offsetof(OneOfEach, Longest)},
+    {40002, Field::Double, offsetof(OneOfEach, Real)}, {55001, Field::Text, offsetof(OneOfEach, Text), 4},
+};
+static_assert(FieldsFit(kOneOfEach, sizeof(OneOfEach)));
+constexpr FieldIndex kOneOfEachIndex{kOneOfEach};
+
+// Reads the fields after the number; returns how many were whole.
 std::size_t CountWholeFields(CQORPacketReader& reader) {
-  std::uint8_t u8 = 0;
-  std::uint16_t u16 = 0;
-  std::uint32_t u32 = 0;
-  std::uint64_t u64 = 0;
-  double real = 0;
-  char text[5] = {};
-  std::size_t whole = reader.MessageNumber == 8111 ? 1 : 0;
-  while (reader.NextTag()) {
-    if (reader.Tag == 101) whole += reader.ReadU8(u8) && u8 == 2;
-    if (reader.Tag == 11123) whole += reader.ReadU16(u16) && u16 == 0x1234;
-    if (reader.Tag == 20014) whole += reader.ReadU32(u32) && u32 == 0x01020304;
-    if (reader.Tag == 30001) whole += reader.ReadU64(u64) && u64 == 0x0102030405060708;
-    if (reader.Tag == 40002) whole += reader.ReadDouble(real) && real == -45.25;
-    if (reader.Tag == 55001) whole += reader.ReadText(text, 4) && std::string_view(text) == "abc";
-    if (reader.Tag == 65535) whole += reader.SkipValue();
-  }
-  return whole;
+  OneOfEach each{};
+  const bool terminated = ReadFields<SectionRules{true, true}>(reader, kOneOfEach, kOneOfEachIndex, &each);
+  EXPECT_TRUE(!terminated || reader.Tag == 65535);
+  const bool whole[] = {reader.MessageNumber == 8111,
+                        each.Byte == 2,
+                        each.Word == 0x1234,
+                        each.Long == 0x01020304,
+                        each.Longest == 0x0102030405060708,
+                        each.Real == -45.25,
+                        std::string_view(each.Text) == "abc",
+                        terminated};
+  return static_cast<std::size_t>(std::count(std::begin(whole), std::end(whole), true));
 }
 
-TEST(PacketReaderTest, ABodyCutAnywhereLosesTheFieldCutAndNoOther) {
+TEST(PacketReaderTest, LosesOnlyTheFieldThatIsCut) {
   ASSERT_EQ(kFullBody.size(), 54U);
   for (std::size_t size = 0; size <= kFullBody.size(); ++size) {
     SCOPED_TRACE(size);

@@ -7,7 +7,7 @@
 
 #include "tests/host_link/cipher_key.h"
 #include "tests/host_link/failing_new.h"
-#include "tests/host_link/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 namespace {
 
@@ -27,7 +27,7 @@ bool AddNoise(CQORPacketWriter& writer, std::uint16_t count) {
   return writer.AddBytes(55001, NoiseBytes(count).data(), count);
 }
 
-TEST(PacketWriterTest, EveryFieldHasItsBytes) {
+TEST(PacketWriterTest, WritesTheBytesOfEveryField) {
   CQORPacketWriter writer(0);
   EXPECT_TRUE(writer.AddU16(10002, 8111));
   EXPECT_TRUE(writer.AddU8(101, 2));
@@ -54,7 +54,7 @@ TEST(PacketWriterTest, EveryFieldHasItsBytes) {
   EXPECT_EQ(writer.OutputBuffer, nullptr);
 }
 
-TEST(PacketWriterTest, TextGoesOutByItsLengthOrItsLimit) {
+TEST(PacketWriterTest, WritesATextByItsLengthOrItsLimit) {
   const char kText[] = "ASX\0tail";
   const struct {
     const char* Text;
@@ -82,7 +82,7 @@ TEST(PacketWriterTest, TextGoesOutByItsLengthOrItsLimit) {
 }
 
 // One field with a value of that many bytes behind the header: 15 bytes more are needed.
-TEST(PacketWriterTest, GrowsToTheNextStepStrictlyAboveTheNeed) {
+TEST(PacketWriterTest, GrowsToTheNextStepAboveTheNeed) {
   const struct {
     std::uint16_t Count;
     std::uint32_t Capacity;
@@ -103,7 +103,7 @@ TEST(PacketWriterTest, GrowsToTheNextStepStrictlyAboveTheNeed) {
   }
 }
 
-TEST(PacketWriterTest, GrowingKeepsWhatStandsAndZeroesTheRest) {
+TEST(PacketWriterTest, KeepsTheMessageAndZeroesTheRestWhenItGrows) {
   CQORPacketWriter writer(7);
   EXPECT_TRUE(AddNoise(writer, 4081));
   EXPECT_TRUE(writer.AddU8(101, 2));
@@ -113,7 +113,7 @@ TEST(PacketWriterTest, GrowingKeepsWhatStandsAndZeroesTheRest) {
   EXPECT_EQ(Bytes(writer.Buffer + writer.Cursor, writer.Buffer + writer.Capacity), Bytes(8192 - 4100));
 }
 
-TEST(PacketWriterTest, AFieldAcross61440IsRefusedWholeAndShorterOnesStillFit) {
+TEST(PacketWriterTest, RejectsAFieldAcross61440AndTakesShorterOnes) {
   CQORPacketWriter writer(0);
   EXPECT_TRUE(AddNoise(writer, 61415));
   const Bytes before = BytesOf(writer);
@@ -156,7 +156,7 @@ TEST(PacketWriterTest, CompressesTheBodyIntoASecondBlock) {
   }
 }
 
-TEST(PacketWriterTest, AnEmptyBodyIsCompressedToo) {
+TEST(PacketWriterTest, CompressesAnEmptyBody) {
   CQORPacketWriter writer(1);
   writer.Finish();
   EXPECT_EQ(BytesOf(writer), Hex("23 0100 0100 23 1127 0800 789C 0300 00000001"));
@@ -190,7 +190,7 @@ TEST(PacketWriterTest, EnciphersACopyAndOnlyWithAKey) {
   EXPECT_EQ(BytesOf(other), Hex("23 0100 6400 23 1127 0500 23 1227 AF1F"));
 }
 
-TEST(PacketWriterTest, WithoutItsFirstBlockItHasNoHeader) {
+TEST(PacketWriterTest, HasNoHeaderWithoutItsFirstBlock) {
   const FailingNew failing(1);
   CQORPacketWriter writer(2);
   EXPECT_EQ(writer.Buffer, nullptr);
@@ -203,7 +203,7 @@ TEST(PacketWriterTest, WithoutItsFirstBlockItHasNoHeader) {
   EXPECT_EQ(BytesOf(writer), Hex("23 6500 02"));
 }
 
-TEST(PacketWriterTest, AFieldWithoutMemoryIsRefusedAndTheMessageStays) {
+TEST(PacketWriterTest, RejectsAFieldWithoutMemoryAndKeepsTheMessage) {
   CQORPacketWriter writer(0);
   writer.AddU16(10002, 8111);
   const FailingNew failing(1);
@@ -213,7 +213,7 @@ TEST(PacketWriterTest, AFieldWithoutMemoryIsRefusedAndTheMessageStays) {
   EXPECT_TRUE(AddNoise(writer, 5000));
 }
 
-TEST(PacketWriterTest, SealingWithoutMemory) {
+TEST(PacketWriterTest, SealsWithoutMemoryAsFarAsItCan) {
   for (const std::uint16_t mode : Numbers{1, 2}) {
     SCOPED_TRACE(mode);
     CQORPacketWriter writer(mode);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host_link/messages/reply_buffer.h"
-#include "tests/host_link/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 class ReplyForTest {
  public:

@@ -9,10 +9,10 @@
 
 #include "host_link/messages/packet_reader.h"
 #include "platform/modules.h"
-#include "tests/grid_base/own_folder.h"
+#include "tests/support/own_folder.h"
 #include "tests/host_link/reply_for_test.h"
 #include "tests/support/failing_memory.h"
-#include "tests/trade_data/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 TRADEBOOK_EXPORT void GetDllInfo(HostReplyBuffer* reply, const std::uint8_t* infoOnly) noexcept;
 TRADEBOOK_EXPORT void OnMessage(CQORPacketReader* message) noexcept;

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "host_link/messages/message_table.h"
-#include "tests/host_link/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 struct FakeTerminal {
   // The calls so far.

@@ -1,16 +1,14 @@
-// What a book was told by the trade cache, and what a book of a test answers. Shared by the books that the cache tells
-// and by those of its slow twin.
+// What a book was told by the trade cache, and what a book of a test answers: for the books of the cache and of its
+// slow twin.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "foundations/byte_words.h"
 #include "trade_data/records/trade_record.h"
 
 struct BookSettings {
-  bool HasGrid = true;
-  bool HasWindow = true;
   bool FilterActive = false;
   int RefusedSide = -1;  // records of this side do not enter
 };
@@ -22,9 +20,6 @@ struct BookCall {
 };
 using BookCalls = std::vector<BookCall>;
 
-inline std::string BytesOfRecord(const TradeRecord& record) {
-  return std::string(reinterpret_cast<const char*>(&record), sizeof record);
-}
 inline BookCall CallWith(const std::string& book, const char* call, const TradeRecord& record) {
-  return {book + " " + call + " " + std::to_string(TradeIdOf(record)), BytesOfRecord(record)};
+  return {book + " " + call + " " + std::to_string(TradeIdOf(record)), BytesOfValue(record)};
 }

@@ -2,13 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
 #include "platform/faults.h"
 #include "platform/modules.h"
+#include "tests/support/files.h"
 
 namespace {
 
@@ -28,8 +27,7 @@ ChildEnd RunChild(const std::string& arguments, const std::string& before = "") 
   std::string command = before + "\"" + program.string() + "\" " + arguments + " > \"" + out.string() + "\" 2>&1";
   if (kWindows) command = "\"" + command + "\"";  // the shell takes one pair of quotes off
   const int status = std::system(command.c_str());
-  std::ifstream stream(out, std::ios::binary);
-  const std::string text(std::istreambuf_iterator<char>(stream), {});
+  const std::string text = ReadFile(out);
   if (kWindows) return {status, text};
   return {(status & 0x7F) != 0 ? 128 + (status & 0x7F) : status >> 8, text};
 }
@@ -41,9 +39,7 @@ std::vector<std::string> TakeDumps() {
     if (entry.path().extension() == ".dmp") files.push_back(entry.path());
   std::vector<std::string> dumps;
   for (const fs::path& file : files) {
-    std::ifstream stream(file, std::ios::binary);
-    dumps.emplace_back(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
-    stream.close();
+    dumps.push_back(ReadFile(file));
     EXPECT_EQ(file.filename().string().substr(0, 12), "crash_child_");
     EXPECT_EQ(file.filename().string().size(), 20u);
     fs::remove(file);
@@ -51,7 +47,7 @@ std::vector<std::string> TakeDumps() {
   return dumps;
 }
 
-TEST(CrashTest, TheWriterThreadTakesTheProcessWithItAndLeavesADump) {
+TEST(CrashTest, EndsTheProcessWithADumpWhenTheWriterThreadDies) {
   TakeDumps();
   for (const char* of : {"segment", "signal8", "signal4", "exception", "overflow"}) {
     // There a thread without stack left has none for a handler either.
@@ -66,7 +62,7 @@ TEST(CrashTest, TheWriterThreadTakesTheProcessWithItAndLeavesADump) {
   }
 }
 
-TEST(CrashTest, AnotherThreadsCrashStaysWhatItWas) {
+TEST(CrashTest, LeavesCrashesOfOtherThreadsAlone) {
   for (const char* of : {"signal11", "exception"}) {
     SCOPED_TRACE(of);
     const ChildEnd end = RunChild(std::string("main ") + of);
@@ -77,7 +73,7 @@ TEST(CrashTest, AnotherThreadsCrashStaysWhatItWas) {
 }
 
 // A thread whose stack would be larger than the memory is refused.
-TEST(CrashTest, WithoutItsThreadTheWriterSaysWhyAndWritesItself) {
+TEST(CrashTest, ReportsARefusedThreadAndWritesWithoutIt) {
   if (kWindows) GTEST_SKIP() << "no shell here that limits a stack";
   const ChildEnd end = RunChild("main lives", "ulimit -s 200000000000 || exit 77; ");
   if (end.Code == 77) GTEST_SKIP() << "the limit of stacks cannot be raised here";
@@ -85,11 +81,11 @@ TEST(CrashTest, WithoutItsThreadTheWriterSaysWhyAndWritesItself) {
   EXPECT_NE(end.Out.find("Faild to start thread: ErrorNo: 11, "), std::string::npos) << end.Out;
 }
 
-TEST(CrashTest, TheHandlersGoWithTheThread) {
+TEST(CrashTest, RestoresTheHandlersWithTheThread) {
   EXPECT_EQ(RunChild("").Code, 0);
 }
 
-TEST(CrashTest, TheDumpIsNamedAfterTheProgramAndTheTime) {
+TEST(CrashTest, NamesTheDumpAfterProgramAndTime) {
   const struct {
     const wchar_t* Program;
     int Hour;

@@ -5,10 +5,11 @@
 #include <cmath>
 #include <cstdio>
 #include <limits>
+#include <map>
 #include <random>
 #include <string>
 
-#include "tests/trade_data/sample_trade.h"
+#include "tests/support/sample_trade.h"
 
 namespace {
 
@@ -23,47 +24,46 @@ std::string ValueOf(const char* name, const TradeRecord& record) {
   return std::string(line.Text());
 }
 
-TEST(DailyColumnsTest, EachColumnWritesItsValue) {
-  const struct {
-    const char *Name, *Value;
-  } kRows[] = {{"Server", "Default"},
-               {"UserID", "USER1"},
-               {"VELDTradeID", "-2130574588"},
-               {"VELDOrderID", "16910597"},
-               {"OrderID", "4711"},
-               {"ExchangeOrderID", "1100000000012345"},
-               {"ExchangeTradeID", "XTRADE-77"},
-               {"OrderTime", "10:15:00"},
-               {"ExchangeOrderTime", "10:15:01"},
-               {"ExchangeTradeTime", "10:15:02"},
-               {"Exchange", "NSEFO"},
-               {"SecurityID", "35001"},
-               {"Symbol", "ABCD"},
-               {"ExpiryDate", "29FEB2024"},
-               {"SecurityType", "OPTSTK"},
-               {"Side", "Sell"},
-               {"OrderType", "StopLimit"},
-               {"Quantity", "150"},
-               {"PendingQuantity", "50"},
-               {"Price", "101.75"},
-               {"StrikePrice", "2450.5"},
-               {"CTCLId", "400123456789"},
-               {"ClientID", "CLIENT07"},
-               {"ReferenceText", "ref, first"},
-               {"MemberID", "MEM12"},
-               {"StrategyID", "68"},
-               {"OptionType", "CE"},
-               {"ProductType", "INTRADAY"},
-               {"OpenClose", "CloseYesterday"},
-               {"ManagerID", "MGR"},
-               {"Pancard", "PANCD1234F"},
-               {"TerminalInfo", "T-24"},
-               {"Multiplier", "0.25"},
-               {"AlgoID", "ALGO9"}};
-  for (const auto& row : kRows) EXPECT_EQ(ValueOf(row.Name, SampleRecord()), row.Value) << row.Name;
+TEST(DailyColumnsTest, WritesEachColumn) {
+  const char* const kRows[][2] = {{"Server", "Default"},
+                                  {"UserID", "USER1"},
+                                  {"VELDTradeID", "-2130574588"},
+                                  {"VELDOrderID", "16910597"},
+                                  {"OrderID", "4711"},
+                                  {"ExchangeOrderID", "1100000000012345"},
+                                  {"ExchangeTradeID", "XTRADE-77"},
+                                  {"OrderTime", "10:15:00"},
+                                  {"ExchangeOrderTime", "10:15:01"},
+                                  {"ExchangeTradeTime", "10:15:02"},
+                                  {"Exchange", "NSEFO"},
+                                  {"SecurityID", "35001"},
+                                  {"Symbol", "ABCD"},
+                                  {"ExpiryDate", "29FEB2024"},
+                                  {"SecurityType", "OPTSTK"},
+                                  {"Side", "Sell"},
+                                  {"OrderType", "StopLimit"},
+                                  {"Quantity", "150"},
+                                  {"PendingQuantity", "50"},
+                                  {"Price", "101.75"},
+                                  {"StrikePrice", "2450.5"},
+                                  {"CTCLId", "400123456789"},
+                                  {"ClientID", "CLIENT07"},
+                                  {"ReferenceText", "ref, first"},
+                                  {"MemberID", "MEM12"},
+                                  {"StrategyID", "68"},
+                                  {"OptionType", "CE"},
+                                  {"ProductType", "INTRADAY"},
+                                  {"OpenClose", "CloseYesterday"},
+                                  {"ManagerID", "MGR"},
+                                  {"Pancard", "PANCD1234F"},
+                                  {"TerminalInfo", "T-24"},
+                                  {"Multiplier", "0.25"},
+                                  {"AlgoID", "ALGO9"},
+  };
+  for (const auto& row : kRows) EXPECT_EQ(ValueOf(row[0], SampleRecord()), row[1]) << row[0];
 }
 
-TEST(DailyColumnsTest, AMasterOverridesItsSecurity) {
+TEST(DailyColumnsTest, PrefersTheMasterOfASecurity) {
   const SecurityMaster master{77, "MX", "MID", "MTYPE", "MSYM", "MEXP", "PE", "Master name", 1.5, 2.5};
   TradeRecord record = SampleRecord();
   record.MasterRecord = &master;
@@ -73,59 +73,60 @@ TEST(DailyColumnsTest, AMasterOverridesItsSecurity) {
   for (const auto& row : kRows) EXPECT_EQ(ValueOf(row[0], record), row[1]) << row[0];
 }
 
-TEST(DailyColumnsTest, OtherNamesAreNoColumns) {
-  for (const char* name :
-       {"",        " ",          "Serve",       "Servers",   "server",          "SERVER",       "UserId",
-        "UserID ", " UserID",    "VELDTradeId", "TradeID",   "ExchangeOrderNo", "Symbols",      "Prices",
-        "price",   "CTCLID",     "CTCL",        "AlgoId",    "AlgoIDs",         "AlgoCategory", "ParticipantID",
-        "Time",    "Quantity\t", "Side\r",      "Text55107", "MultiplierX",     "Server,"})
+TEST(DailyColumnsTest, RejectsUnknownColumnNames) {
+  for (const char* name : {"", " ", "Serve", "Servers", "server", "UserID ", " UserID", "ExchangeOrderNo", "CTCLID",
+                           "Time", "Quantity\t", "Side\r", "Text55107", "Server,"})
     EXPECT_EQ(FindDailyColumn(name), nullptr) << '"' << name << '"';
 }
 
-TEST(DailyColumnsTest, CodesHaveTexts) {
+TEST(DailyColumnsTest, WritesCodesAsTexts) {
+  using Texts = std::map<unsigned, const char*>;
   const struct {
-    std::uint8_t Code;
-    const char *Side, *OrderType, *ProductType, *OpenClose;
+    const char* Column;
+    Texts OfCodes;
+    const char* Other;
   } kRows[] = {
-      {0, "Both", "", "*", "NONE"},
-      {1, "Buy", "Market", "NORMAL", "Open"},
-      {2, "Sell", "Limit", "DELIVERY", "Close"},
-      {3, "Both", "StopMarket", "INTRADAY", "ForceClose"},
-      {4, "Both", "StopLimit", "*", "CloseToday"},
-      {5, "Both", "", "*", "CloseYesterday"},
-      {6, "Both", "", "*", "ForceOff"},
-      {7, "Both", "", "*", "LocalForceClose"},
-      {8, "Both", "", "*", "NONE"},
-      {11, "Both", "OCO", "*", "NONE"},
-      {74, "Both", "MIT", "*", "NONE"},
-      {78, "Both", "NegotiatedDealOrder", "*", "NONE"},
-      {80, "Both", "PreOpenOrder", "*", "NONE"},
-      {82, "Both", "MITLimit", "*", "NONE"},
-      {87, "Both", "AuctionBuyIn", "*", "NONE"},
-      {88, "Both", "AuctionSellOut", "*", "NONE"},
-      {89, "Both", "AuctionTradingBuyIn", "*", "NONE"},
-      {90, "Both", "AuctionTradingSellOut", "*", "NONE"},
-      {91, "Both", "", "*", "NONE"},
-      {101, "Both", "MultiLeg", "*", "NONE"},
-      {102, "Both", "Spread", "*", "NONE"},
-      {255, "Both", "", "*", "NONE"},
+      {"Side", {{1, "Buy"}, {2, "Sell"}}, "Both"},
+      {"ProductType", {{1, "NORMAL"}, {2, "DELIVERY"}, {3, "INTRADAY"}}, "*"},
+      {"OpenClose",
+       {{1, "Open"},
+        {2, "Close"},
+        {3, "ForceClose"},
+        {4, "CloseToday"},
+        {5, "CloseYesterday"},
+        {6, "ForceOff"},
+        {7, "LocalForceClose"}},
+       "NONE"},
+      {"OrderType",
+       {{1, "Market"},
+        {2, "Limit"},
+        {3, "StopMarket"},
+        {4, "StopLimit"},
+        {11, "OCO"},
+        {74, "MIT"},
+        {78, "NegotiatedDealOrder"},
+        {80, "PreOpenOrder"},
+        {82, "MITLimit"},
+        {87, "AuctionBuyIn"},
+        {88, "AuctionSellOut"},
+        {89, "AuctionTradingBuyIn"},
+        {90, "AuctionTradingSellOut"},
+        {101, "MultiLeg"},
+        {102, "Spread"}},
+       ""},
   };
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(int{row.Code});
-    TradeRecord record{};
-    record.Side = record.OrderType = record.OpenClose = row.Code;
-    record.ProductType = row.Code;
-    EXPECT_EQ(ValueOf("Side", record), row.Side);
-    EXPECT_EQ(ValueOf("OrderType", record), row.OrderType);
-    EXPECT_EQ(ValueOf("ProductType", record), row.ProductType);
-    EXPECT_EQ(ValueOf("OpenClose", record), row.OpenClose);
-  }
-  TradeRecord record{};
-  record.ProductType = 257;
-  EXPECT_EQ(ValueOf("ProductType", record), "*");
+  for (const auto& row : kRows)
+    for (unsigned code = 0; code < 258; ++code) {
+      TradeRecord record{};
+      record.Side = record.OrderType = record.OpenClose = static_cast<std::uint8_t>(code);
+      record.ProductType = code;
+      const unsigned shown = row.Column == std::string("ProductType") ? code : code % 256;
+      const auto text = row.OfCodes.find(shown);
+      EXPECT_EQ(ValueOf(row.Column, record), text == row.OfCodes.end() ? row.Other : text->second) << code;
+    }
 }
 
-TEST(DailyColumnsTest, LongestValuesFit) {
+TEST(DailyColumnsTest, WritesTheLongestValues) {
   TradeRecord record{};
   std::memset(record.ReferenceText, 'r', 64);
   record.Price = -1.23456e-300;
@@ -140,43 +141,28 @@ std::string Printed(double value) {
   return std::string(text, PrintDouble(text, value));
 }
 
-TEST(PrintDoubleTest, LiteralValues) {
+TEST(PrintDoubleTest, PrintsSixDigits) {
   const struct {
     double Value;
     const char* Text;
-  } kRows[] = {{0.0, "0"},
-               {-0.0, "-0"},
-               {1.0, "1"},
-               {100.0, "100"},
-               {0.05, "0.05"},
-               {101.75, "101.75"},
-               {1234.05, "1234.05"},
-               {12345.05, "12345"},
-               {12345.55, "12345.5"},  // the double lies below the tie
-               {99999.95, "99999.9"},
-               {123456.0, "123456"},
-               {999999.0, "999999"},
-               {999999.5, "1e+06"},
-               {999999.4, "999999"},
-               {1000000.0, "1e+06"},
-               {1234567.0, "1.23457e+06"},
-               {0.0001, "0.0001"},
-               {0.00012, "0.00012"},
-               {0.00001, "1e-05"},
-               {0.12345, "0.12345"},
-               {1.00005, "1.00005"},
-               {10.00005, "10"},  // so does this one
-               {10.00015, "10.0001"},
-               {0.5, "0.5"},
-               {2.5, "2.5"},
-               {-101.75, "-101.75"},
-               {1e300, "1e+300"},
-               {5e-324, "4.94066e-324"},
-               {1.7976931348623157e308, "1.79769e+308"},
-               {0.1 + 0.2, "0.3"},
-               {kInfinity, "inf"},
-               {-kInfinity, "-inf"},
-               {std::numeric_limits<double>::quiet_NaN(), "nan"}};
+  } kRows[] = {
+      {0.0, "0"},
+      {-0.0, "-0"},
+      {1234.05, "1234.05"},
+      {12345.55, "12345.5"},  // the double is below the tie
+      {99999.95, "99999.9"},
+      {999999.4, "999999"},
+      {999999.5, "1e+06"},
+      {0.00012, "0.00012"},
+      {0.00001, "1e-05"},
+      {10.00005, "10"},
+      {-101.75, "-101.75"},
+      {5e-324, "4.94066e-324"},
+      {1.7976931348623157e308, "1.79769e+308"},
+      {0.1 + 0.2, "0.3"},
+      {-kInfinity, "-inf"},
+      {std::numeric_limits<double>::quiet_NaN(), "nan"},
+  };
   for (const auto& row : kRows) EXPECT_EQ(Printed(row.Value), row.Text);
 }
 

@@ -2,29 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-
+#include "tests/support/own_folder.h"
+#include "tests/support/wire_bytes.h"
 #include "tests/trade_data/cache_player.h"
-#include "tests/trade_data/wire_bytes.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-// A folder of its own for each test, removed with it.
-class DailyFileTest : public testing::Test {
+class DailyFileTest : public OwnFolder {
  protected:
-  void SetUp() override {
-    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-    for (int i = 0; !fs::create_directory(Folder); ++i)
-      Folder = fs::temp_directory_path() / ("tradebook_daily_" + std::string(test->name()) + "_" + std::to_string(i));
-  }
-  void TearDown() override { fs::remove_all(Folder); }
-
-  void WriteHeader(const std::string& lines) {
-    std::ofstream(Folder / "TradeHeaderFile.txt", std::ios::binary) << lines;
-  }
+  void WriteHeader(const std::string& lines) { WriteFile(Folder / "TradeHeaderFile.txt", lines); }
   // The one daily file of the folder, whatever its date; empty where there is none.
   fs::path FindFile() const {
     for (const auto& entry : fs::directory_iterator(Folder)) {
@@ -35,12 +23,7 @@ class DailyFileTest : public testing::Test {
     }
     return {};
   }
-  std::string Content() const {
-    std::ifstream file(FindFile(), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
-  fs::path Folder = fs::temp_directory_path();
+  std::string Content() const { return ReadFile(FindFile()); }
 };
 
 std::string Trade(std::uint32_t id, std::uint32_t quantity, const std::string& execution) {
@@ -49,7 +32,7 @@ std::string Trade(std::uint32_t id, std::uint32_t quantity, const std::string& e
 }
 const std::string kDownloadEnd = WireMessage(8112, "");
 
-TEST_F(DailyFileTest, HeaderLines) {
+TEST_F(DailyFileTest, TakesColumnsFromTheLinesOfTheHeaderFile) {
   TradeRecord record{};
   record.Quantity = 7;
   std::strcpy(record.Symbol, "ABC");
@@ -85,7 +68,7 @@ TEST_F(DailyFileTest, HeaderLines) {
   }
 }
 
-TEST_F(DailyFileTest, DownloadThenEachLiveTradeAtOnce) {
+TEST_F(DailyFileTest, WritesTheDownloadThenEachLiveTradeAtOnce) {
   WriteHeader("VELDTradeID\nServer\nSymbol\nQuantity\n");
   auto player = std::make_unique<CachePlayer>(std::map<std::string, BookSettings>{}, Folder);
   player->Play(Trade(2, 20, "b") + Trade(1, 10, "a") + Trade(1, 11, "a2"));
@@ -121,7 +104,7 @@ TEST_F(DailyFileTest, DownloadThenEachLiveTradeAtOnce) {
 }
 
 // More lines than any buffer holds back: some are on the disk early, none is torn or lost in the end.
-TEST_F(DailyFileTest, TheDownloadOfASecondLoginIsWholeAtTheEnd) {
+TEST_F(DailyFileTest, KeepsTheDownloadOfASecondLoginWhole) {
   WriteHeader("VELDTradeID\n");
   std::string download, expected = "VELDTradeID,";
   for (std::uint32_t id = 1; id <= 5000; ++id) {
@@ -137,7 +120,7 @@ TEST_F(DailyFileTest, TheDownloadOfASecondLoginIsWholeAtTheEnd) {
   EXPECT_EQ(Content(), expected);
 }
 
-TEST_F(DailyFileTest, ASecondOpeningEndsTheFile) {
+TEST_F(DailyFileTest, WritesNothingAfterASecondOpening) {
   WriteHeader("Quantity\n");
   CachePlayer player({}, Folder);
   player.Play(kDownloadEnd + Trade(1, 10, "a") + kDownloadEnd + Trade(2, 20, "b") + kDownloadEnd + Trade(3, 30, "c"));
@@ -145,7 +128,7 @@ TEST_F(DailyFileTest, ASecondOpeningEndsTheFile) {
   EXPECT_EQ(player.Cache().TradeNumbers.Size(), 3u);
 }
 
-TEST_F(DailyFileTest, AutoTradeWriteCSVOffAndOn) {
+TEST_F(DailyFileTest, FollowsAutoTradeWriteCSV) {
   WriteHeader("Quantity\n");
   CachePlayer player({}, Folder);
   player.Cache().AutoTradeWriteCSV = false;
@@ -162,7 +145,7 @@ TEST_F(DailyFileTest, AutoTradeWriteCSVOffAndOn) {
   EXPECT_EQ(Content(), "Quantity,\r\n10,\r\n20,\r\n30,\r\n50,");
 }
 
-TEST_F(DailyFileTest, ASecondRunStartsTheFileAnew) {
+TEST_F(DailyFileTest, StartsTheFileAnewInASecondRun) {
   WriteHeader("Quantity\n");
   for (const char* execution : {"a", "b"}) {
     CachePlayer player({}, Folder);
@@ -171,14 +154,14 @@ TEST_F(DailyFileTest, ASecondRunStartsTheFileAnew) {
   }
 }
 
-TEST_F(DailyFileTest, WithoutAHeaderFileTradesAreEmptyLines) {
+TEST_F(DailyFileTest, WritesEmptyLinesWithoutAHeaderFile) {
   CachePlayer player({}, Folder);
   player.Play(Trade(1, 10, "a") + kDownloadEnd + Trade(2, 20, "b"));
   EXPECT_EQ(Content(), "\r\n\r\n");
 }
 
 // The names of every opening are taken, also of one that failed.
-TEST_F(DailyFileTest, AFolderInItsPlaceIsSilent) {
+TEST_F(DailyFileTest, IgnoresAFolderInItsPlace) {
   WriteHeader("Quantity\n");
   const fs::path blocked = Folder / "Trade20240229.CSV";
   fs::create_directory(blocked);
@@ -197,14 +180,14 @@ TEST_F(DailyFileTest, AFolderInItsPlaceIsSilent) {
   EXPECT_EQ(Content(), "Quantity,Quantity,\r\n0,0,");
 }
 
-TEST_F(DailyFileTest, AMissingFolderIsSilent) {
+TEST_F(DailyFileTest, IgnoresAMissingFolder) {
   CachePlayer player({}, Folder / "none");
   player.Play(Trade(1, 10, "a") + kDownloadEnd + Trade(2, 20, "b"));
   EXPECT_FALSE(fs::exists(Folder / "none"));
   EXPECT_EQ(player.Cache().TradeNumbers.Size(), 2u);
 }
 
-TEST_F(DailyFileTest, AFullDiskIsSilent) {
+TEST_F(DailyFileTest, IgnoresAFullDisk) {
   const fs::path link = Folder / "Trade20240229.CSV";
   std::error_code error;
   fs::create_symlink("/dev/full", link, error);

@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(ExecutionSetTest, KeysAreTheTwoTextsJoined) {
+TEST(ExecutionSetTest, JoinsTheTwoTextsOfAKey) {
   const std::string full(32, 'o');
   const struct {
     const char *OrderNo, *TradeId;

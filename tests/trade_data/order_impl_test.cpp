@@ -2,13 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/trade_data/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 namespace {
-
-std::string BytesOf(const OrderRecord& record) {
-  return {reinterpret_cast<const char*>(&record), sizeof record};
-}
 
 OrderRecord Decode(const std::string& body, CQOROrderImpl&& impl = {}) {
   const ExactBytes bytes(body);
@@ -38,7 +34,7 @@ std::string FieldOfPlace(const int (&place)[3]) {
   return WireHead(place[0]) + std::string("\1\2\3\4\5\6\7\x08").substr(0, static_cast<std::size_t>(place[2]));
 }
 
-TEST(OrderImplTest, EachTagHasItsPlace) {
+TEST(OrderImplTest, PutsEachTagIntoItsPlace) {
   for (const auto& place : kPlaces) {
     SCOPED_TRACE(place[0]);
     std::string expected(1316, '\0');
@@ -46,11 +42,11 @@ TEST(OrderImplTest, EachTagHasItsPlace) {
     const auto size = static_cast<std::size_t>(place[2]);
     const std::string value = place[0] > 55000 ? std::string(size, 'x') : FieldOfPlace(place).substr(3);
     expected.replace(static_cast<std::size_t>(place[1]), size, value);
-    EXPECT_TRUE(BytesOf(Decode(WireTerminator() + FieldOfPlace(place))) == expected);
+    EXPECT_TRUE(BytesOfValue(Decode(WireTerminator() + FieldOfPlace(place))) == expected);
   }
 }
 
-TEST(OrderImplTest, SectionsEndAtTheirTerminators) {
+TEST(OrderImplTest, EndsSectionsAtTheirTerminators) {
   // A value in the key section is skipped whole, a mark in it included; a master's number changes nothing.
   const std::string key = WireU16(10002, 8001) + WireText(55100, "a" + WireU32(20009, 9)) + WireU32(20009, 7) +
                           WireU32(20011, 8) + WireText(55001, "USER1") + WireTerminator();
@@ -64,7 +60,7 @@ TEST(OrderImplTest, SectionsEndAtTheirTerminators) {
   EXPECT_EQ(+record.ProductType, 3u);
 }
 
-TEST(OrderImplTest, AStoredOrderReplacesWhatTheKeyHasRead) {
+TEST(OrderImplTest, ReplacesTheKeySectionByAStoredOrder) {
   const std::string wire = WireU32(20009, 7) + WireText(55001, "wire");
   for (const bool terminated : {true, false}) {
     CQOROrderImpl impl;
@@ -93,7 +89,7 @@ TEST(OrderImplTest, EncodesWhatItDecodes) {
     EXPECT_TRUE(wire.substr(10).starts_with(WireU16(10002, 8001) + WireHead(20009) + "\1\2\3\4" + WireHead(20011) +
                                             "\1\2\3\4" + WireText(55001, std::string(20, 'x')) + WireTerminator() +
                                             WireU8(101, 1) + WireU8(102, 1)));
-    EXPECT_TRUE(BytesOf(Decode(wire.substr(10))) == BytesOf(record));
+    EXPECT_TRUE(BytesOfValue(Decode(wire.substr(10))) == BytesOfValue(record));
     for (std::size_t size = 10; size < wire.size(); ++size) Decode(wire.substr(10, size - 10));
   }
 }

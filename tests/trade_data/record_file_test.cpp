@@ -1,10 +1,9 @@
 // Record files: their names, what is loaded of them, and the writer thread.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-
-#include "tests/trade_data/wire_bytes.h"
+#include "platform/clock.h"
+#include "tests/support/own_folder.h"
+#include "tests/support/wire_bytes.h"
 #include "trade_data/record_files/ada_write_async.h"
 #include "trade_data/records/trade_impl.h"
 
@@ -13,25 +12,12 @@ namespace {
 namespace fs = std::filesystem;
 using QOR::Base::CQORADAWriteAsync;
 
-class RecordFileTest : public testing::Test {
- protected:
-  RecordFileTest() {
-    for (int i = 0; !fs::create_directory(Folder); ++i)
-      Folder = fs::temp_directory_path() / ("tradebook_records_" + std::to_string(i));
-  }
-  ~RecordFileTest() override { fs::remove_all(Folder); }
+using RecordFileTest = OwnFolder;
 
-  fs::path WriteFile(const std::string& bytes) {
-    std::ofstream(Folder / "day.ada", std::ios::binary) << bytes;
-    return Folder / "day.ada";
-  }
-  static std::string ReadFile(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-  }
-
-  fs::path Folder = fs::temp_directory_path();
-};
+fs::path WriteDay(const fs::path& folder, const std::string& bytes) {
+  WriteFile(folder / "day.ada", bytes);
+  return folder / "day.ada";
+}
 
 // Remembers the ids of its messages; refuses id 13, and writes once the count of writes allowed is used up.
 class TestFile : public QOR::Base::CQORFileImpl {
@@ -60,7 +46,7 @@ std::string CompressedMessage(std::uint32_t id) {
   writer.AddU16(10002, 8111);
   writer.AddU32(20008, id);
   writer.Finish();
-  return {reinterpret_cast<const char*>(writer.GetData()), writer.GetSize()};
+  return {writer.GetData(), writer.GetData() + writer.GetSize()};
 }
 
 std::span<const std::uint8_t> AsBytes(const std::string& text) {
@@ -69,15 +55,11 @@ std::span<const std::uint8_t> AsBytes(const std::string& text) {
 
 std::tm Moment() {
   std::tm moment{};
-  moment.tm_year = 126;
-  moment.tm_mon = 2;
-  moment.tm_mday = 1;
-  moment.tm_hour = 9;
-  moment.tm_min = 5;
+  UtcFields(1772355900, moment);  // 2026-03-01 09:05
   return moment;
 }
 
-TEST_F(RecordFileTest, Names) {
+TEST_F(RecordFileTest, NamesFilesAndBackups) {
   CQORTradeImpl file;
   file.SetName("f", "Trade");
   EXPECT_EQ(file.FullPath(), fs::path("f") / "Trade.ada");
@@ -106,7 +88,7 @@ TEST_F(RecordFileTest, LoadsUpToTheLastWholeMessage) {
   };
   for (const auto& row : cases) {
     SCOPED_TRACE(row.Name);
-    WriteFile(row.Bytes);
+    WriteDay(Folder, row.Bytes);
     TestFile file(Folder);
     EXPECT_EQ(file.Load(), 0u);
     ASSERT_FALSE(file.Open());
@@ -115,12 +97,12 @@ TEST_F(RecordFileTest, LoadsUpToTheLastWholeMessage) {
   }
 }
 
-TEST_F(RecordFileTest, CutAnywhereLoadsWhatIsWholeAndGoesOnBehindIt) {
+TEST_F(RecordFileTest, LoadsWholeMessagesOfACutFileAndWritesAfterThem) {
   const std::string whole = Message(1) + Message(2) + Message(3);
   const char* ids[] = {"", "1 ", "1 2 ", "1 2 3 "};
   for (std::size_t size = 0; size <= whole.size(); ++size) {
     SCOPED_TRACE(size);
-    const fs::path path = WriteFile(whole.substr(0, size));
+    const fs::path path = WriteDay(Folder, whole.substr(0, size));
     TestFile file(Folder);
     ASSERT_FALSE(file.Open());
     EXPECT_EQ(file.Load(), size / 22 * 22);
@@ -133,10 +115,10 @@ TEST_F(RecordFileTest, CutAnywhereLoadsWhatIsWholeAndGoesOnBehindIt) {
   }
 }
 
-// Whole messages behind the damage too: they would come back behind the new one, torn from their place.
-TEST_F(RecordFileTest, WritingOnAfterDamageCutsOffTheRestAndSaysSo) {
+// Whole messages after the damage go too: they would come back after the new one.
+TEST_F(RecordFileTest, CutsOffAndReportsTheRestBeforeItWritesAfterDamage) {
   const std::string bytes = Message(1) + Message(2, 7) + Message(3) + Message(4);
-  const fs::path path = WriteFile(bytes);
+  const fs::path path = WriteDay(Folder, bytes);
   TestFile file(Folder);
   ASSERT_FALSE(file.Open());
   EXPECT_EQ(file.Load(), 22u);
@@ -151,7 +133,7 @@ TEST_F(RecordFileTest, WritingOnAfterDamageCutsOffTheRestAndSaysSo) {
   EXPECT_EQ(ReadFile(path), Message(1) + Message(8) + Message(9));
 }
 
-TEST_F(RecordFileTest, TheWriterKeepsTheOrderAndTheTradesComeBack) {
+TEST_F(RecordFileTest, WritesInOrderAndLoadsTheTradesAgain) {
   std::string expected;
   {
     CQORTradeImpl trades;
@@ -187,7 +169,7 @@ TEST_F(RecordFileTest, TheWriterKeepsTheOrderAndTheTradesComeBack) {
   EXPECT_EQ(loaded.NextTradeID(), 5001);
 }
 
-TEST_F(RecordFileTest, AFailedWriteIsReportedOnceAndEndsTheWriting) {
+TEST_F(RecordFileTest, ReportsAFailedWriteOnceAndStopsWriting) {
   TestFile file(Folder);
   ASSERT_FALSE(file.Open());
   file.WritesAllowed = 2;
@@ -205,7 +187,7 @@ TEST_F(RecordFileTest, AFailedWriteIsReportedOnceAndEndsTheWriting) {
   EXPECT_EQ(ReadFile(Folder / "day.ada"), Message(1) + Message(2));
 }
 
-TEST_F(RecordFileTest, AFullDiskDoesNotHang) {
+TEST_F(RecordFileTest, ReportsAFullDisk) {
   if (!fs::exists("/dev/full")) GTEST_SKIP() << "there is no full disk here";
   fs::create_symlink("/dev/full", Folder / "day.ada");
   TestFile file(Folder);
@@ -222,8 +204,8 @@ TEST_F(RecordFileTest, AFullDiskDoesNotHang) {
   EXPECT_NE(report.find("Write failed: ErrorNo: 28, "), std::string::npos) << report;
 }
 
-TEST_F(RecordFileTest, OpeningTellsWhy) {
-  std::ofstream(Folder / "file") << "x";
+TEST_F(RecordFileTest, ReportsWhyItCannotOpen) {
+  WriteFile(Folder / "file", "x");
   for (const fs::path& folder : {Folder / "missing", Folder / "file"}) {
     TestFile file(folder);
     EXPECT_TRUE(file.Open());
@@ -231,14 +213,14 @@ TEST_F(RecordFileTest, OpeningTellsWhy) {
   }
 }
 
-TEST_F(RecordFileTest, ABackupMovesTheFileAndStartsAFreshOne) {
+TEST_F(RecordFileTest, MovesTheFileToABackupAndStartsAFreshOne) {
   TestFile file(Folder);
   ASSERT_FALSE(file.Open());
   file.WriteBytes(AsBytes(Message(1)));
   EXPECT_TRUE(file.Backup(Folder / "old", Moment()));
   file.WriteBytes(AsBytes(Message(2)));
   // A backup of the same minute and a folder that cannot be made: the file stays and goes on.
-  std::ofstream(Folder / "taken") << "x";
+  WriteFile(Folder / "taken", "x");
   for (const char* folder : {"old", "taken"}) {
     testing::internal::CaptureStderr();
     EXPECT_FALSE(file.Backup(Folder / folder, Moment()));
@@ -252,7 +234,7 @@ TEST_F(RecordFileTest, ABackupMovesTheFileAndStartsAFreshOne) {
   EXPECT_EQ(ReadFile(Folder / "day.ada"), Message(2) + Message(3) + Message(3));
 }
 
-TEST_F(RecordFileTest, ABackupOfWhatCannotBeWrittenFails) {
+TEST_F(RecordFileTest, RefusesABackupOfWhatCannotBeWritten) {
   if (!fs::exists("/dev/full")) GTEST_SKIP() << "there is no full disk here";
   fs::create_symlink("/dev/full", Folder / "day.ada");
   TestFile file(Folder);

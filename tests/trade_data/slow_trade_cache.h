@@ -1,5 +1,5 @@
-// SlowTradeCache: the rules of the trade cache once more, on ordered maps of whole records and with a decoder of its
-// own. It shares nothing with the cache but the record, and is there to be compared with it. Not fast.
+// SlowTradeCache: the rules of the trade cache on ordered maps of whole records, with its own decoder. It shares only
+// the record with the cache and is compared with it. Not fast.
 #pragma once
 
 #include <cstdint>
@@ -7,40 +7,47 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tests/trade_data/book_calls.h"
 #include "trade_data/records/trade_record.h"
 
-// The record of a trade message's body; the key section's terminator fetches nothing.
+// A number that no handler takes. Here it opens the download again while the trades stay, which no message does and
+// which the rules of the merge allow for.
+inline constexpr unsigned kReopenDownload = 8110;
+
+// The record of a trade message's body; nothing is fetched for its key.
 TradeRecord SlowDecodeTrade(std::string_view body);
 
 class SlowTradeCache {
  public:
-  using Trades = std::map<std::string, std::map<std::int32_t, TradeRecord>>;
+  using Trades = std::map<std::int32_t, TradeRecord>;
 
-  // Each takes the fields behind the message number.
-  void OnTrade(std::string_view body);
-  void OnTradeAmend(std::string_view body);
-  void OnDownloadEnd();
-  void OnClearTrades();
+  explicit SlowTradeCache(std::map<std::string, BookSettings> books) : Books(std::move(books)) {}
 
-  std::int32_t NextTradeNumber = 0x7FFFFFFF;
-  Trades PendingTrades;
-  Trades LiveTrades;
-  std::map<std::int32_t, TradeRecord*> TradeNumbers;
+  // The body is what follows the message number.
+  void Handle(unsigned number, std::string_view body);
+
+  Trades Pending, Live;
+  std::vector<std::int32_t> Rows;         // the keys of numbered trades, oldest number first
+  std::int32_t FirstNumber = 0x7FFFFFFF;  // of the first row; each later row is one below
   std::set<std::string> KnownExecutions;
   bool DownloadComplete = false;
   bool GridsRefreshed = false;
-  std::map<std::string, BookSettings> Books;
   BookCalls Told;
 
- private:
-  void GiveNumber(TradeRecord& stored);
-  void TellBooks(const TradeRecord& record);
-  void MergePending();
-  void AmendUnknown(std::int32_t tradeId, std::uint32_t productType, std::uint32_t addQuantity);
-  void AmendKnown(TradeRecord& stored, std::uint32_t productType, std::uint32_t newQuantity);
+  std::int32_t NumberOfRow(std::size_t row) const { return FirstNumber - static_cast<std::int32_t>(row); }
 
+ private:
+  void Trade(const TradeRecord& record);
+  void EndDownload();
+  void Clear();
+  void Amend(std::string_view body);
+  void AmendUnknown(std::int32_t tradeId);
+  void Merge();
+  void TellBooks(const TradeRecord& record);
+
+  std::map<std::string, BookSettings> Books;
   TradeRecord AmendRecord{};
   TradeRecord AmendCopy{};
 };

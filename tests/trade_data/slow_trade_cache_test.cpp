@@ -4,8 +4,8 @@
 
 #include <random>
 
+#include "tests/support/wire_bytes.h"
 #include "tests/trade_data/cache_player.h"
-#include "tests/trade_data/wire_bytes.h"
 
 namespace {
 
@@ -15,24 +15,11 @@ class RandomMessages {
   explicit RandomMessages(unsigned seed) : Random(seed) {}
 
   std::string Next() {
-    switch (Below(24)) {
-      case 0:
-        return WireMessage(30022, "");
-      case 1:
-        return WireMessage(kReopenDownload, "");
-      case 2:
-      case 3:
-        return WireMessage(8112, "");
-      case 4:
-      case 5:
-      case 6:
-      case 7:
-      case 8:
-      case 9:
-        return Amendment();
-      default:
-        return Trade();
-    }
+    const unsigned kind = Below(24);
+    if (kind == 0) return WireMessage(30022, "");
+    if (kind == 1) return WireMessage(kReopenDownload, "");
+    if (kind <= 3) return WireMessage(8112, "");
+    return kind <= 9 ? Amendment() : Trade();
   }
 
  private:
@@ -59,11 +46,7 @@ class RandomMessages {
 
 TEST(SlowTradeCacheTest, TheTradeCacheAgrees) {
   const std::map<std::string, BookSettings> kBooks[] = {
-      {},
-      {{"A", {}}},
-      {{"A", {true, true, true, 1}}},
-      {{"A", {true, true, true, 2}}, {"B", {}}, {"C", {true, false, false, -1}}},
-      {{"A", {false, true, true, -1}}, {"B", {true, true, false, 1}}},
+      {}, {{"A", {}}}, {{"A", {true, 1}}}, {{"A", {true, 2}}, {"B", {}}, {"C", {}}}, {{"A", {false, 1}}, {"B", {true}}},
   };
   for (unsigned seed = 1; seed <= 60; ++seed) {
     RandomMessages messages(seed);

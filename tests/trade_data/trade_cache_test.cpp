@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/wire_bytes.h"
 #include "tests/trade_data/cache_player.h"
-#include "tests/trade_data/wire_bytes.h"
 
 namespace {
 
@@ -37,7 +37,7 @@ void PlaySteps(const Step (&steps)[Count], CachePlayer& player) {
   }
 }
 
-TEST(TradeCacheTest, DownloadThenLive) {
+TEST(TradeCacheTest, NumbersTradesOfTheDownloadAndThenLiveOnes) {
   const std::string download = Trade(3, 30, "c") + Trade(1, 10, "a") + Trade(2, 20, "b");
   const Step kSteps[] = {
       {"start", "", "live, pending, rows, next 0"},
@@ -63,7 +63,7 @@ TEST(TradeCacheTest, DownloadThenLive) {
   PlaySteps(kSteps, player);
 }
 
-TEST(TradeCacheTest, ExecutionKeysAreJoined) {
+TEST(TradeCacheTest, TakesOneTradeForEachJoinedExecutionKey) {
   const auto trade = [](std::uint32_t id, const char* orderNo, const char* tradeId) {
     return WireMessage(9101,
                        WireU32(20008, id) + WireText(55100, orderNo) + WireText(55101, tradeId) + WireTerminator());
@@ -81,7 +81,7 @@ TEST(TradeCacheTest, ExecutionKeysAreJoined) {
   EXPECT_EQ(player.Cache().KnownExecutions.Size(), 3u);
 }
 
-TEST(TradeCacheTest, AMergeTakesNumbersFromNewerTrades) {
+TEST(TradeCacheTest, TakesNumbersFromNewerTradesInAMerge) {
   const Step kSteps[] = {
       {"numbered", kDownloadEnd + Trade(5, 50, "e") + Trade(6, 60, "f") + Trade(9, 90, "i"),
        "live 5:50/1 6:60/1 9:90/1, pending, rows 0=5 1=6 2=9, next 3"},
@@ -99,7 +99,7 @@ TEST(TradeCacheTest, AMergeTakesNumbersFromNewerTrades) {
   PlaySteps(kSteps, player);
 }
 
-TEST(TradeCacheTest, Amendments) {
+TEST(TradeCacheTest, AmendsKnownTradesAndAddsUnknownOnes) {
   const Step kSteps[] = {
       {"before any trade", Amend(7, 2, 0, 70) + Amend(7, 2, 9, 0), "live, pending, rows, next 0"},
       {"a trade", kDownloadEnd + Trade(5, 50, "e"), "live 5:50/1, pending, rows 0=5, next 1"},
@@ -125,7 +125,7 @@ TEST(TradeCacheTest, Amendments) {
   PlaySteps(kSteps, player);
 }
 
-TEST(TradeCacheTest, AnAmendmentKeepsWhatEarlierOnesLeft) {
+TEST(TradeCacheTest, KeepsWhatEarlierAmendmentsLeft) {
   CachePlayer player(Books{{"A", {}}});
   player.Play(kDownloadEnd + Trade(1, 1, "a"));
   player.Play(Amend(7, 2, 0, 70,
@@ -149,14 +149,14 @@ TEST(TradeCacheTest, AnAmendmentKeepsWhatEarlierOnesLeft) {
   std::strcpy(expected.ReferenceText, "ref");
   std::strcpy(expected.MemberID, "member");
   const TradeMap& live = *player.Cache().LiveTradesOf("Default");
-  EXPECT_TRUE(BytesOfRecord(*live.Find(7)) == BytesOfRecord(expected));
+  EXPECT_TRUE(BytesOfValue(*live.Find(7)) == BytesOfValue(expected));
   expected.VELDTradeID = 8;
   expected.ProductType = 3;
   expected.Quantity = 80;
   std::strcpy(expected.ExchangeOrderNo, "order 2");
   // A shorter text ends with its NUL; what stood behind stays.
   std::memcpy(expected.ClientID, "other\0", 6);
-  EXPECT_TRUE(BytesOfRecord(*live.Find(8)) == BytesOfRecord(expected));
+  EXPECT_TRUE(BytesOfValue(*live.Find(8)) == BytesOfValue(expected));
   // The known trade 1 replaces all of it.
   player.Play(Amend(1, 1, 5, 0) + Amend(9, 1, 0, 90, WireText(55100, "order 3")));
   EXPECT_STREQ(live.Find(9)->UserID, "");
@@ -164,94 +164,42 @@ TEST(TradeCacheTest, AnAmendmentKeepsWhatEarlierOnesLeft) {
 }
 
 TEST(TradeCacheTest, TellsBooks) {
-  const BookSettings plain;
-  const BookSettings filtered{true, true, true, -1};
-  const BookSettings gridless{false, true, true, -1};
-  const BookSettings windowless{true, false, false, -1};
-  const BookSettings refusesSells{true, true, false, 2};
+  const Books none, one{{"A", {}}}, two{{"A", {}}, {"B", {}}};
+  const Books filtered{{"B", {true}}}, filteredLast{{"A", {}}, {"B", {true}}}, filteredFirst{{"A", {true}}, {"B", {}}};
+  const Books refusing{{"A", {false, 2}}, {"B", {}}};
   const std::string start = kDownloadEnd + Trade(1, 1, "a");
+  const char* const kShown = "A admit 1, A totals 1, B admit 1, B totals 1";
+  const char* const kTwice =
+      "A admit 1, A totals 1, B admit 1, B totals 1, A admit 1, A totals 1, B admit 1, B totals 1";
+  const char* const kKept = "live 1:1/1, pending, rows 0=1, next 1";
+  const char* const kStored = "live 1:1/1 7:70/2, pending, rows 0=1 1=7, next 2";
   const struct {
     const char* What;
-    Books Open;
+    const Books& Open;
     std::string Before, Messages;
     const char *Calls, *State;
   } kRows[] = {
-      {"nothing in the download", {{"A", plain}}, "", Trade(1, 1, "a"), "", "live, pending 1:1/1, rows, next 0"},
-      {"the end of the download",
-       {{"A", plain}, {"B", filtered}, {"C", gridless}, {"D", windowless}},
-       "",
-       kDownloadEnd,
-       "A copy, B copy",
-       "live, pending, rows, next 0"},
-      {"a new trade",
-       {{"A", plain}, {"B", filtered}, {"C", gridless}},
-       kDownloadEnd,
-       Trade(1, 1, "a"),
-       "A admit 1, A totals 1, B admit 1, B totals 1, C admit 1, C totals 1",
-       "live 1:1/1, pending, rows 0=1, next 1"},
-      {"one that a book refuses",
-       {{"A", refusesSells}, {"B", plain}},
-       kDownloadEnd,
-       Trade(1, 1, "a", WireU8(101, 2)),
-       "A admit 1, B admit 1, B totals 1",
-       "live 1:1/1, pending, rows 0=1, next 1"},
-      {"a repeat", {{"A", plain}}, start, Trade(2, 2, "a"), "", "live 1:1/1, pending, rows 0=1, next 1"},
-      {"a known trade", {{"A", plain}}, start, Trade(1, 2, "b"), "", "live 1:2/1, pending, rows 0=1, next 1"},
-      {"a product amended",
-       {{"A", plain}, {"B", refusesSells}},
-       start,
-       Amend(1, 2, 0, 0),
-       "A admit 1, A totals 1, B admit 1, B totals 1",
-       "live 1:1/2, pending, rows 0=1, next 1"},
-      {"a quantity amended, once a book",
-       {{"A", plain}, {"B", filtered}},
-       start,
-       Amend(1, 2, 9, 0),
-       "A admit 1, A totals 1, B admit 1, B totals 1, A admit 1, A totals 1, B admit 1, B totals 1",
+      {"nothing in the download", one, "", Trade(1, 1, "a"), "", "live, pending 1:1/1, rows, next 0"},
+      {"its end", filteredLast, "", kDownloadEnd, "A copy, B copy", "live, pending, rows, next 0"},
+      {"a new trade", filteredLast, kDownloadEnd, Trade(1, 1, "a"), kShown, kKept},
+      {"a refused trade", refusing, kDownloadEnd, Trade(1, 1, "a", WireU8(101, 2)), "A admit 1, B admit 1, B totals 1",
+       kKept},
+      {"a repeat", one, start, Trade(2, 2, "a"), "", kKept},
+      {"a known trade", one, start, Trade(1, 2, "b"), "", "live 1:2/1, pending, rows 0=1, next 1"},
+      {"a product amended", two, start, Amend(1, 2, 0, 0), kShown, "live 1:1/2, pending, rows 0=1, next 1"},
+      {"a quantity amended, once a book", filteredLast, start, Amend(1, 2, 9, 0), kTwice,
        "live 1:9/2, pending, rows 0=1, next 1"},
-      {"a quantity amended, no book", {}, start, Amend(1, 2, 9, 0), "", "live 1:9/2, pending, rows 0=1, next 1"},
-      {"unknown, two plain books",
-       {{"A", plain}, {"B", plain}},
-       start,
-       Amend(7, 2, 0, 70),
-       "A admit 7, A totals 7, B admit 7, B totals 7",
-       "live 1:1/1 7:70/2, pending, rows 0=1 1=7, next 2"},
-      {"unknown, filtered alone",
-       {{"B", filtered}},
-       start,
-       Amend(7, 2, 0, 70),
-       "B refilter 7",
-       "live 1:1/1, pending, rows 0=1, next 1"},
-      {"unknown, plain then filtered",
-       {{"A", plain}, {"B", filtered}},
-       start,
-       Amend(7, 2, 0, 70),
-       "A admit 7, A totals 7, B admit 7, B totals 7, B refilter 7",
-       "live 1:1/1 7:70/2, pending, rows 0=1 1=7, next 2"},
-      {"unknown, filtered then plain",
-       {{"A", filtered}, {"B", plain}},
-       start,
-       Amend(7, 2, 0, 70),
-       "A refilter 7, A admit 7, A totals 7, B admit 7, B totals 7",
-       "live 1:1/1 7:70/2, pending, rows 0=1 1=7, next 2"},
-      {"unknown, a filter without a grid",
-       {{"C", gridless}},
-       start,
-       Amend(7, 2, 0, 70),
-       "C admit 7, C totals 7",
-       "live 1:1/1 7:70/2, pending, rows 0=1 1=7, next 2"},
-      {"unknown, known execution",
-       {{"A", plain}},
-       start,
-       Amend(7, 2, 0, 70) + Amend(8, 2, 0, 80),
-       "A admit 7, A totals 7",
-       "live 1:1/1 7:70/2, pending, rows 0=1 1=7, next 2"},
-      {"cleared",
-       {{"A", plain}, {"C", gridless}, {"D", windowless}},
-       start,
-       kClear,
-       "A clear, D clear",
-       "live, pending, rows, next 1"},
+      {"a quantity amended, no book", none, start, Amend(1, 2, 9, 0), "", "live 1:9/2, pending, rows 0=1, next 1"},
+      {"unknown, two plain books", two, start, Amend(7, 2, 0, 70), "A admit 7, A totals 7, B admit 7, B totals 7",
+       kStored},
+      {"unknown, filtered alone", filtered, start, Amend(7, 2, 0, 70), "B refilter 7", kKept},
+      {"unknown, plain then filtered", filteredLast, start, Amend(7, 2, 0, 70),
+       "A admit 7, A totals 7, B admit 7, B totals 7, B refilter 7", kStored},
+      {"unknown, filtered then plain", filteredFirst, start, Amend(7, 2, 0, 70),
+       "A refilter 7, A admit 7, A totals 7, B admit 7, B totals 7", kStored},
+      {"unknown, known execution", one, start, Amend(7, 2, 0, 70) + Amend(8, 2, 0, 80), "A admit 7, A totals 7",
+       kStored},
+      {"cleared", two, start, kClear, "A clear, B clear", "live, pending, rows, next 1"},
   };
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.What);
@@ -264,7 +212,7 @@ TEST(TradeCacheTest, TellsBooks) {
   }
 }
 
-TEST(TradeCacheTest, ChangesAskForARepaint) {
+TEST(TradeCacheTest, AsksForARepaintAfterChanges) {
   const std::string start = kDownloadEnd + Trade(1, 1, "a");
   const struct {
     const char* What;
@@ -291,7 +239,7 @@ TEST(TradeCacheTest, ChangesAskForARepaint) {
   }
 }
 
-TEST(TradeCacheTest, RecordsStayAtTheirAddresses) {
+TEST(TradeCacheTest, KeepsRecordsAtTheirAddresses) {
   CachePlayer player;
   for (std::uint32_t id = 1; id <= 3000; ++id) player.Play(Trade(id, id, std::to_string(id).c_str()));
   player.Play(kDownloadEnd);

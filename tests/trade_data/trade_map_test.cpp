@@ -44,7 +44,7 @@ void ExpectSame(const TradeMap& trades, const std::map<std::int32_t, TradeRecord
   ASSERT_EQ(each, expected.end());
 }
 
-TEST(TradeMapTest, AgreesWithAnOrderedMap) {
+TEST(TradeMapTest, FindsAndOrdersAsAnOrderedMapDoes) {
   const struct {
     const char* What;
     Ids Inserted;
@@ -77,12 +77,10 @@ TEST(TradeMapTest, AgreesWithAnOrderedMap) {
     ExpectSame(trades, expected);
     for (const auto& [id, record] : expected) {
       ASSERT_EQ(trades.Find(id), record);
-      if (id != kHighest && !expected.contains(id + 1)) {
-        ASSERT_EQ(trades.Find(id + 1), nullptr);
-      }
-      if (id != kLowest && !expected.contains(id - 1)) {
-        ASSERT_EQ(trades.Find(id - 1), nullptr);
-      }
+      for (const std::int64_t beside : {std::int64_t{id} - 1, std::int64_t{id} + 1})
+        EXPECT_TRUE(beside < kLowest || beside > kHighest || expected.contains(static_cast<std::int32_t>(beside)) ||
+                    trades.Find(static_cast<std::int32_t>(beside)) == nullptr)
+            << beside;
     }
     trades.Clear();
     ExpectSame(trades, {});

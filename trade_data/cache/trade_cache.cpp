@@ -3,6 +3,7 @@
 #include "foundations/date_time.h"
 #include "host_link/messages/message_table.h"
 #include "platform/clock.h"
+#include "trade_data/records/trade_fields.h"
 
 TradeCache::TradeCache(CQORTradeImpl& decoder, const TradeBooks& books, std::filesystem::path workingFolder)
     : Decoder(decoder), BooksByKey(books), WorkingFolder(std::move(workingFolder)) {}
@@ -149,8 +150,6 @@ void TradeCache::WriteTradeLine(const TradeRecord& record) {
 }
 
 // Message 9112: an amendment changes a known trade, or adds one. Its steps are kept as they are, oddities included.
-#include "trade_data/records/trade_fields.h"
-
 struct TradeCache::AmendmentFields {
   static constexpr WireField kFields[] = {
       {101, Field::U8, offsetof(TradeRecord, Side)},
@@ -175,7 +174,7 @@ struct TradeCache::AmendmentFields {
 
 void TradeCache::OnTradeAmend(CQORPacketReader& reader) {
   Amend.TradeId = Amend.ProductType = Amend.NewQuantity = Amend.AddQuantity = 0;
-  ReadFields(reader, AmendmentFields::kFields, AmendmentFields::kIndex, reinterpret_cast<std::uint8_t*>(&Amend));
+  ReadFields(reader, AmendmentFields::kFields, AmendmentFields::kIndex, &Amend);
   AmendCopy = Amend.AmendRecord;
   const TradeMap* live = LiveTradesOf(ServerName);
   if (live == nullptr) return;

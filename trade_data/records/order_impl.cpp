@@ -5,51 +5,18 @@
 
 namespace {
 
-std::uint8_t* BytesOf(OrderRecord& record) noexcept {
-  return reinterpret_cast<std::uint8_t*>(&record);
-}
-
-// The decoder loop of one section; true when its terminator was met. Here a terminator ends the body too, where the
-// body of a trade goes on.
-template <std::size_t Count>
-bool ReadSection(CQORPacketReader& reader, const WireField (&fields)[Count], const FieldIndex<Count>& index,
-                 OrderRecord& record) noexcept {
-  FieldCursor cursor = reader.Place();
-  bool terminated = false;
-  while (!terminated && cursor.NextTag(reader.Tag)) {
-    terminated = reader.Tag == kSectionTerminator;
-    if (const std::size_t row = index.RowOf(reader.Tag); row < Count)
-      ReadField(cursor, fields[row], BytesOf(record));
-    else
-      cursor.SkipValue(reader.Tag);
-  }
-  reader.GoTo(cursor);
-  return terminated;
-}
-
-// The record with its security's fields as its master, if any, has them.
-OrderRecord WithMasterFields(const OrderRecord& record) noexcept {
-  OrderRecord merged = record;
-  if (const SecurityMaster* master = record.MasterRecord; master != nullptr) {
-    std::memcpy(merged.Exchange, master->Exchange, sizeof merged.Exchange);
-    std::memcpy(merged.SecurityID, master->SecurityID, sizeof merged.SecurityID);
-    std::memcpy(merged.SecurityType, master->SecurityType, sizeof merged.SecurityType);
-    std::memcpy(merged.Symbol, master->Symbol, sizeof merged.Symbol);
-    std::memcpy(merged.ExpiryDate, master->ExpiryDate, sizeof merged.ExpiryDate);
-    std::memcpy(merged.OptionType, master->OptionType, sizeof merged.OptionType);
-    merged.StrikePrice = master->StrikePrice;
-  }
-  return merged;
-}
+// The second section ends at a terminator too, unlike the body of a trade.
+constexpr SectionRules kOrderSection{true, true};
 
 }  // namespace
 
 void CQOROrderImpl::DecodeKeySection(CQORPacketReader& reader, OrderRecord& record) {
-  if (ReadSection(reader, kOrderKeyFields, kOrderKeyIndex, record)) FetchRecord(record.VELDOrderID, record);
+  if (ReadFields<kOrderSection>(reader, kOrderKeyFields, kOrderKeyIndex, &record))
+    FetchRecord(record.VELDOrderID, record);
 }
 
 void CQOROrderImpl::DecodeBody(CQORPacketReader& reader, OrderRecord& record) const noexcept {
-  ReadSection(reader, kOrderBodyFields, kOrderBodyIndex, record);
+  ReadFields<kOrderSection>(reader, kOrderBodyFields, kOrderBodyIndex, &record);
   if (record.ProductType == 0) record.ProductType = 1;
 }
 

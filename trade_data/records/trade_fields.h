@@ -5,8 +5,9 @@
 //   body-section  := every other field, to the end of the message
 #pragma once
 
+#include <cstring>
 #include "host_link/messages/message_table.h"
-#include "host_link/messages/packet_writer.h"
+
 #include "host_link/messages/wire_fields.h"
 #include "trade_data/records/trade_record.h"
 
@@ -65,34 +66,22 @@ static_assert(FieldsFit(kTradeBodyFields, sizeof(TradeRecord)) && ReadsSection(9
 inline constexpr FieldIndex kTradeKeyIndex(kTradeKeyFields);
 inline constexpr FieldIndex kTradeBodyIndex(kTradeBodyFields);
 
-// The way of a record's fields onto the wire, by the tables that decode them (host_link/messages/wire_fields.h).
-
-// Adds the field as the record has it; a text at its own length or, with fixed true, its whole limit. A field that the
-// record does not keep adds nothing.
-inline void AddField(CQORPacketWriter& writer, const WireField& field, const std::uint8_t* record,
-                     bool fixed) noexcept {
-  const std::uint8_t* place = record + field.Offset;
-  switch (field.Kind) {
-    case Field::U8:
-      writer.AddU8(field.Tag, *place);
-      return;
-    case Field::U16:
-      writer.AddU16(field.Tag, LoadValue<std::uint16_t>(place));
-      return;
-    case Field::U32:
-      writer.AddU32(field.Tag, LoadValue<std::uint32_t>(place));
-      return;
-    case Field::U64:
-      writer.AddU64(field.Tag, LoadValue<std::uint64_t>(place));
-      return;
-    case Field::Double:
-      writer.AddDouble(field.Tag, LoadValue<double>(place));
-      return;
-    case Field::Text:
-      writer.AddText(field.Tag, reinterpret_cast<const char*>(place), field.Limit, fixed);
-      return;
-    case Field::Dropped16:
-    case Field::Dropped32:
-      return;
+// Copies the fields of the record's security that its master, if it has one, overrides.
+template <typename Record>
+Record WithMasterFields(const Record& record) noexcept {
+  Record merged = record;
+  const SecurityMaster* master = record.MasterRecord;
+  if (master == nullptr) return merged;
+  std::memcpy(merged.Exchange, master->Exchange, sizeof merged.Exchange);
+  std::memcpy(merged.SecurityID, master->SecurityID, sizeof merged.SecurityID);
+  std::memcpy(merged.SecurityType, master->SecurityType, sizeof merged.SecurityType);
+  std::memcpy(merged.Symbol, master->Symbol, sizeof merged.Symbol);
+  std::memcpy(merged.ExpiryDate, master->ExpiryDate, sizeof merged.ExpiryDate);
+  std::memcpy(merged.OptionType, master->OptionType, sizeof merged.OptionType);
+  merged.StrikePrice = master->StrikePrice;
+  if constexpr (requires { merged.Text55107; }) {
+    std::memcpy(merged.Text55107, master->Text55107, sizeof merged.Text55107);
+    merged.Multiplier = master->Multiplier;
   }
+  return merged;
 }

@@ -1,33 +1,58 @@
 #include "trade_data/records/trade_impl.h"
 
 #include <algorithm>
+#include <span>
 
 #include "trade_data/record_files/ada_write_async.h"
 #include "trade_data/records/trade_fields.h"
 
 namespace {
 
-std::uint8_t* BytesOf(TradeRecord& record) noexcept {
-  return reinterpret_cast<std::uint8_t*>(&record);
+// Intentional: values of unknown tags are not skipped, unlike in every other section; a field inside one counts, and
+// terminals depend on it.
+constexpr SectionRules kTradeKeySection{true, false};
+
+// The order of the fields on the wire. The decoders do not depend on it, but stored files and other readers do.
+constexpr std::uint16_t kKeyOrder[] = {55001, 20008, 20009, 55101, 55100};
+constexpr std::uint16_t kSecurityOrder[] = {55010, 55104, 55105, 55103, 55143, 55106, 40004, 40008, 55107};
+constexpr std::size_t kSecurityNameFields = 1;  // 55107, which only the fixed form carries
+// 55109 stands twice: readers of the format expect it last.
+constexpr std::uint16_t kTradeOrder[] = {55118, 20011, 55116, 55117, 101,   102,   20084, 20014, 20013, 20036,
+                                         40002, 55018, 55102, 55131, 55012, 55109, 20068, 20081, 20082, 55151,
+                                         115,   20101, 55124, 55123, 55328, 11115, 55329, 55109};
+
+const WireField& FieldOf(std::uint16_t tag) noexcept {
+  const std::size_t keyRow = kTradeKeyIndex.RowOf(tag);
+  return keyRow < std::size(kTradeKeyFields) ? kTradeKeyFields[keyRow] : kTradeBodyFields[kTradeBodyIndex.RowOf(tag)];
+}
+
+constexpr bool HasField(std::uint16_t tag) {
+  return kTradeKeyIndex.RowOf(tag) < std::size(kTradeKeyFields) ||
+         kTradeBodyIndex.RowOf(tag) < std::size(kTradeBodyFields);
+}
+
+constexpr bool HasFields(std::span<const std::uint16_t> tags) {
+  for (const std::uint16_t tag : tags)
+    if (!HasField(tag)) return false;
+  return true;
+}
+static_assert(HasFields(kKeyOrder) && HasFields(kSecurityOrder) && HasFields(kTradeOrder));
+
+void AddFields(CQORPacketWriter& writer, std::span<const std::uint16_t> tags, const TradeRecord& record,
+               bool fixed) noexcept {
+  for (const std::uint16_t tag : tags)
+    AddField(writer, FieldOf(tag), reinterpret_cast<const std::uint8_t*>(&record), fixed);
 }
 
 }  // namespace
 
 void CQORTradeImpl::DecodeKeySection(CQORPacketReader& reader, TradeRecord& record) {
-  FieldCursor cursor = reader.Place();
-  bool terminated = false;
-  while (!terminated && cursor.NextTag(reader.Tag)) {
-    terminated = reader.Tag == kSectionTerminator;
-    if (const std::size_t row = kTradeKeyIndex.RowOf(reader.Tag); row < std::size(kTradeKeyFields))
-      ReadField(cursor, kTradeKeyFields[row], BytesOf(record));
-    // No other value is skipped here, but searched for the next field: alone among the decoders, and kept.
-  }
-  reader.GoTo(cursor);
-  if (terminated && record.VELDTradeID != 0) FetchRecord(TradeIdOf(record), record);
+  if (ReadFields<kTradeKeySection>(reader, kTradeKeyFields, kTradeKeyIndex, &record) && record.VELDTradeID != 0)
+    FetchRecord(TradeIdOf(record), record);
 }
 
 void CQORTradeImpl::DecodeBody(CQORPacketReader& reader, TradeRecord& record) const noexcept {
-  ReadFields(reader, kTradeBodyFields, kTradeBodyIndex, BytesOf(record));
+  ReadFields(reader, kTradeBodyFields, kTradeBodyIndex, &record);
   if (record.ProductType == 0) record.ProductType = 1;
 }
 
@@ -83,63 +108,6 @@ bool CQORTradeImpl::SaveRecord(const TradeRecord& record, std::uint16_t messageN
   message.Finish();
   return WriterHandle->Write({message.GetData(), message.GetSize()});
 }
-
-// The way of a record onto the wire: the order of the fields, which the decoders do not depend on but stored files and
-// other readers do.
-#include <cstring>
-#include <span>
-
-namespace {
-
-constexpr std::uint16_t kKeyOrder[] = {55001, 20008, 20009, 55101, 55100};
-constexpr std::uint16_t kSecurityOrder[] = {55010, 55104, 55105, 55103, 55143, 55106, 40004, 40008, 55107};
-constexpr std::size_t kSecurityNameFields = 1;  // 55107, which only the fixed form carries
-// 55109 stands twice: readers of the format expect it last.
-constexpr std::uint16_t kTradeOrder[] = {55118, 20011, 55116, 55117, 101,   102,   20084, 20014, 20013, 20036,
-                                         40002, 55018, 55102, 55131, 55012, 55109, 20068, 20081, 20082, 55151,
-                                         115,   20101, 55124, 55123, 55328, 11115, 55329, 55109};
-
-const WireField& FieldOf(std::uint16_t tag) noexcept {
-  const std::size_t keyRow = kTradeKeyIndex.RowOf(tag);
-  return keyRow < std::size(kTradeKeyFields) ? kTradeKeyFields[keyRow] : kTradeBodyFields[kTradeBodyIndex.RowOf(tag)];
-}
-
-constexpr bool HasField(std::uint16_t tag) {
-  return kTradeKeyIndex.RowOf(tag) < std::size(kTradeKeyFields) ||
-         kTradeBodyIndex.RowOf(tag) < std::size(kTradeBodyFields);
-}
-
-constexpr bool HasFields(std::span<const std::uint16_t> tags) {
-  for (const std::uint16_t tag : tags)
-    if (!HasField(tag)) return false;
-  return true;
-}
-static_assert(HasFields(kKeyOrder) && HasFields(kSecurityOrder) && HasFields(kTradeOrder));
-
-void AddFields(CQORPacketWriter& writer, std::span<const std::uint16_t> tags, const TradeRecord& record,
-               bool fixed) noexcept {
-  for (const std::uint16_t tag : tags)
-    AddField(writer, FieldOf(tag), reinterpret_cast<const std::uint8_t*>(&record), fixed);
-}
-
-// The record with its security's fields as its master, if any, has them.
-TradeRecord WithMasterFields(const TradeRecord& record) noexcept {
-  TradeRecord merged = record;
-  if (const SecurityMaster* master = record.MasterRecord; master != nullptr) {
-    std::memcpy(merged.Exchange, master->Exchange, sizeof merged.Exchange);
-    std::memcpy(merged.SecurityID, master->SecurityID, sizeof merged.SecurityID);
-    std::memcpy(merged.SecurityType, master->SecurityType, sizeof merged.SecurityType);
-    std::memcpy(merged.Symbol, master->Symbol, sizeof merged.Symbol);
-    std::memcpy(merged.ExpiryDate, master->ExpiryDate, sizeof merged.ExpiryDate);
-    std::memcpy(merged.OptionType, master->OptionType, sizeof merged.OptionType);
-    std::memcpy(merged.Text55107, master->Text55107, sizeof merged.Text55107);
-    merged.StrikePrice = master->StrikePrice;
-    merged.Multiplier = master->Multiplier;
-  }
-  return merged;
-}
-
-}  // namespace
 
 void CQORTradeImpl::EncodeRecord(CQORPacketWriter& writer, const TradeRecord& record, bool fixed,
                                  std::uint16_t messageNumber, bool useMasterId) const noexcept {

@@ -1,18 +1,15 @@
-// A folder of its own for each test, gone with it, and whole files as bytes.
+// OwnFolder: a test with a folder of its own, which is removed with it.
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <string>
+#include "tests/support/files.h"
 
 class OwnFolder : public testing::Test {
  protected:
   void SetUp() override {
     for (int i = 0; !std::filesystem::create_directory(Folder); ++i)
-      Folder = std::filesystem::temp_directory_path() / ("tradebook_grid_base_" + std::to_string(i));
+      Folder = std::filesystem::temp_directory_path() / ("tradebook_test_" + std::to_string(i));
   }
   void TearDown() override { std::filesystem::remove_all(Folder); }
 
@@ -20,9 +17,8 @@ class OwnFolder : public testing::Test {
 };
 
 inline void WriteBytes(const std::filesystem::path& file, const std::string& bytes) {
-  std::ofstream(file, std::ios::binary) << bytes;
+  WriteFile(file, bytes);
 }
 inline std::string BytesOf(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
+  return ReadFile(file);
 }
