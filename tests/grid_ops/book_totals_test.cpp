@@ -5,7 +5,6 @@
 #include <functional>
 
 #include "tests/grid_ops/twin_book.h"
-#include "tests/trade_data/wire_bytes.h"
 
 namespace {
 
@@ -43,7 +42,7 @@ TEST(BookTotalsTest, WritesChangedControlsOnly) {
   // clang-format on
   for (const auto& row : kRows) {
     row.Action();
-    EXPECT_EQ(book.LineText(), row.Line);
+    EXPECT_EQ(book.TakeLine(), row.Line);
     EXPECT_EQ(book.Difference(), "");
   }
 }
