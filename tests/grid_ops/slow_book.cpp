@@ -2,15 +2,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstring>
+#include <cwchar>
 #include <set>
 
 #include "foundations/text_tools.h"
-#include "grid_ops/rows/column_filter.h"
 
 namespace {
 
-// t text, n number, d double, s server, c time of day.
+// t text, i whole number, h short, d double, k strike; S, O, P, C the coded fields; s server, c time of day.
 struct Cell {
   char Kind;
   std::size_t Offset, Size;
@@ -18,14 +19,14 @@ struct Cell {
 #define CELL(kind, field) (Cell{kind, offsetof(TradeRecord, field), sizeof(TradeRecord::field)})
 // clang-format off
 constexpr Cell kCells[] = {
-    Cell{'s', 0, 0}, CELL('t', UserID), CELL('n', VELDTradeID), CELL('n', VELDOrderID), CELL('n', OrderID),
+    Cell{'s', 0, 0}, CELL('t', UserID), CELL('i', VELDTradeID), CELL('i', VELDOrderID), CELL('i', OrderID),
     CELL('t', ExchangeOrderNo), CELL('t', ExchangeTradeID), CELL('t', OrderTime), CELL('t', ExchangeOrderTime),
     CELL('t', ExchangeTradeTime), CELL('t', Exchange), CELL('t', SecurityID), CELL('t', Symbol),
-    CELL('t', ExpiryDate), CELL('t', SecurityType), CELL('t', OptionType), CELL('n', Side), CELL('n', OrderType),
-    CELL('n', Quantity), CELL('n', PendingQuantity), CELL('d', Price), CELL('d', StrikePrice), CELL('t', ClientID),
-    CELL('t', ReferenceText), CELL('t', ManagerID), CELL('t', MemberID), CELL('n', StrategyID), CELL('t', CTCLID),
-    CELL('n', ProductType), CELL('n', OpenClose), CELL('d', Multiplier), CELL('t', Pancard), CELL('t', TerminalInfo),
-    CELL('t', AlgoID), CELL('n', AlgoCategory), CELL('t', ParticipantID), CELL('c', OrderTime)};
+    CELL('t', ExpiryDate), CELL('t', SecurityType), CELL('t', OptionType), CELL('S', Side), CELL('O', OrderType),
+    CELL('i', Quantity), CELL('i', PendingQuantity), CELL('d', Price), CELL('k', StrikePrice), CELL('t', ClientID),
+    CELL('t', ReferenceText), CELL('t', ManagerID), CELL('t', MemberID), CELL('i', StrategyID), CELL('t', CTCLID),
+    CELL('P', ProductType), CELL('C', OpenClose), CELL('d', Multiplier), CELL('t', Pancard), CELL('t', TerminalInfo),
+    CELL('t', AlgoID), CELL('h', AlgoCategory), CELL('t', ParticipantID), CELL('c', OrderTime)};
 // clang-format on
 #undef CELL
 constexpr int kColumns = 37;
@@ -41,8 +42,78 @@ double NumberIn(const TradeRecord& record, const Cell& cell) {
     std::memcpy(&number, reinterpret_cast<const char*>(&record) + cell.Offset, sizeof number);
     return static_cast<double>(number);
   };
-  if (cell.Kind == 'd') return as(double{});
+  if (cell.Kind == 'd' || cell.Kind == 'k') return as(double{});
   return cell.Size == 4 ? as(std::int32_t{}) : cell.Size == 2 ? as(std::int16_t{}) : as(std::uint8_t{});
+}
+
+std::string Printed(const char* format, double number) {
+  char text[400];
+  std::snprintf(text, sizeof text, format, number);
+  return std::isnan(number) ? "nan" : text;
+}
+
+std::string CellText(const std::string& server, const TradeRecord& record, int column) {
+  const Cell& cell = kCells[column];
+  if (cell.Kind == 's') return server;
+  if (cell.Kind == 'i') return Printed("%.0f", NumberIn(record, cell));
+  if (cell.Kind == 'd') return Printed("%.15g", NumberIn(record, cell) == 0 ? 0 : NumberIn(record, cell));
+  if (cell.Kind == 'S') return std::string(SideText(record.Side));
+  if (cell.Kind == 'O') return std::string(OrderTypeText(record.OrderType));
+  if (cell.Kind == 'P') return std::string(ProductTypeText(record.ProductType));
+  if (cell.Kind == 'C') return std::string(OpenCloseText(record.OpenClose));
+  const std::string text = TextIn(record, cell.Offset, cell.Size);
+  return cell.Kind == 'c' && text.size() >= 17 ? text.substr(9, 8) : text;
+}
+
+std::wstring Lower(std::wstring text) {
+  for (wchar_t& letter : text) {
+    const bool latin1 = letter >= 0xC0 && letter <= 0xDE && letter != 0xD7;
+    const bool capital = (letter >= L'A' && letter <= L'Z') || latin1;
+    const bool pair = letter == 0x152 || letter == 0x160 || letter == 0x17D;
+    letter = letter == 0x178 ? wchar_t{0xFF} : static_cast<wchar_t>(letter + (capital ? 32 : pair ? 1 : 0));
+  }
+  return text;
+}
+
+std::wstring Trimmed(const std::wstring& text) {
+  const wchar_t* kSpace = L" \t\n\v\f\r\x85\xA0";
+  const std::size_t first = text.find_first_not_of(kSpace);
+  return first == std::wstring::npos ? L"" : text.substr(first, text.find_last_not_of(kSpace) - first + 1);
+}
+
+bool MatchText(const std::wstring& filter, const std::wstring& cell) {
+  const auto holds = [&cell](const std::wstring& piece) { return cell.find(piece) != std::wstring::npos; };
+  std::size_t pos = 0;
+  while (!filter.empty()) {
+    const std::size_t found = filter.find(L"or", pos);
+    if (found == std::wstring::npos) break;
+    const std::wstring piece = Trimmed(filter.substr(pos, found - pos));
+    if (!piece.empty() && holds(piece)) return false;
+    pos = found + 2;
+  }
+  const std::wstring last = Trimmed(filter.substr(pos));
+  return !(last.empty() && pos > 0) && holds(last);
+}
+
+// Halves go to the even number.
+std::int32_t WholeNumber(double value) {
+  const bool fits = value >= -2147483648.5 && value < 2147483647.5;
+  return fits ? static_cast<std::int32_t>(value - std::remainder(value, 1.0)) : 0;
+}
+
+std::int32_t NumberOf(const std::wstring& text) {
+  return static_cast<std::int32_t>(
+      std::clamp<long long>(std::wcstoll(text.c_str(), nullptr, 10), -0x80000000LL, 0x7FFFFFFFLL));
+}
+
+bool MatchStrike(const std::wstring& filter, double strike) {
+  const std::size_t start = filter.find_first_not_of(L" <>=");
+  if (start == std::wstring::npos) return true;
+  const std::int32_t value = WholeNumber(strike), number = NumberOf(filter.substr(start));
+  if (filter.find(L'<') != std::wstring::npos) return value < number;
+  if (filter.find(L'>') != std::wstring::npos) return value > number;
+  if (filter.find(L'!') != std::wstring::npos) return value != number;
+  return value == number;
 }
 
 template <typename Value>
@@ -65,6 +136,12 @@ void PutCell(TradeRecord& record, int column, std::string_view bytes) {
   if (column < 0 || column >= kColumns || bytes.empty()) return;
   std::memcpy(reinterpret_cast<char*>(&record) + kCells[column].Offset, bytes.data(),
               std::min(bytes.size(), kCells[column].Size));
+}
+
+bool SlowMatch(const std::string& server, const TradeRecord& record, int column, const std::wstring& filter) {
+  if (column < 0 || column >= kColumns || column == 34 || column == 35) return true;
+  if (kCells[column].Kind == 'k') return MatchStrike(filter, record.StrikePrice);
+  return MatchText(Lower(filter), Lower(NarrowToWide(CellText(server, record, column))));
 }
 
 int SlowCompare(const TradeRecord& first, const TradeRecord& second, const SlowSort& sort) {
@@ -91,9 +168,8 @@ void SlowBook::CollectRows(Offer offer) {
 }
 
 bool SlowBook::PassesFilters(const TradeRecord& record) const {
-  return std::all_of(Filters.begin(), Filters.end(), [&](const auto& filter) {
-    return MatchFilter("Default", record, filter.first, filter.second) != 0;
-  });
+  return std::all_of(Filters.begin(), Filters.end(),
+                     [&](const auto& filter) { return SlowMatch("Default", record, filter.first, filter.second); });
 }
 
 bool SlowBook::AdmitRow(TradeRecord& record) {
@@ -129,7 +205,7 @@ void SlowBook::CollectSecurityRows() {
 
 bool SlowBook::OnFilterBarChanged(int column, const std::wstring& text) {
   if (column < 0 || column > kColumns) return false;
-  const std::wstring lower = LowerWide(text);
+  const std::wstring lower = Lower(text);
   const auto known = std::find_if(Filters.begin(), Filters.end(), [&](const auto& f) { return f.first == column; });
   if (known == Filters.end() ? lower.empty() : known->second == lower) return false;
   if (known != Filters.end()) Filters.erase(known);

@@ -1,5 +1,5 @@
 // SlowBook: a second implementation of a book's rows, filter bar, sort and totals on ordered maps, for comparison. It
-// shares only MatchFilter with grid_ops.
+// shares no code with grid_ops.
 #pragma once
 
 #include <map>
@@ -20,6 +20,7 @@ struct SlowMarket {
 
 // Writes bytes to the field of a column, cut to its size; a no-op for a column without a field.
 void PutCell(TradeRecord& record, int column, std::string_view bytes);
+bool SlowMatch(const std::string& server, const TradeRecord& record, int column, const std::wstring& filter);
 int SlowCompare(const TradeRecord& first, const TradeRecord& second, const SlowSort& sort);
 
 class SlowBook {
