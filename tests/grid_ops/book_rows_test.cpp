@@ -41,9 +41,9 @@ std::string RandomAmendment(Dice& dice) {
 
 void ChangeOneBook(TwinBook& book, Dice& dice) {
   static constexpr std::pair<int, const wchar_t*> kFilters[] = {
-      {0, L"DEF"}, {12, L"or"}, {12, L"order"}, {12, L"M\xFCl"}, {16, L"buy or sell"},
-      {16, L"b"},  {18, L"1"},  {20, L".05"},   {21, L"<100"},   {21, L"100"},
-      {21, L"!"},  {34, L"x"},  {36, L"10:1"},  {37, L"x"},      {-1, L"x"}};
+      {0, L"DEF"},  {12, L"or"},   {12, L"order"}, {12, L"M\xFCl"},   {16, L"buy or sell"}, {16, L"b"},    {18, L"1"},
+      {20, L".05"}, {21, L"<100"}, {21, L"100"},   {21, L"!"},        {34, L"x"},           {36, L"10:1"}, {37, L"x"},
+      {37, L"X"},   {38, L"x"},    {-1, L"x"},     {12, L"\xC4\x42"}, {12, L"\xE4\x62"},    {12, L" "}};
   static constexpr int kColumns[] = {0, 2, 6, 9, 11, 12, 16, 18, 20, 28, 36, 37}, kStates[] = {1, -1, 0};
   const auto& [column, text] = Of(dice, kFilters);
   const unsigned choice = dice() % 9;

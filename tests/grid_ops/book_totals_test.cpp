@@ -43,7 +43,7 @@ TEST(BookTotalsTest, WritesChangedControlsOnly) {
   // clang-format on
   for (const auto& row : kRows) {
     row.Action();
-    EXPECT_EQ(book.LineText(), row.Line);
+    EXPECT_EQ(book.TakeLine(), row.Line);
     EXPECT_EQ(book.Difference(), "");
   }
 }

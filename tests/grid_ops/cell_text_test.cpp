@@ -7,6 +7,7 @@
 #include <limits>
 #include <memory>
 #include <random>
+#include <sstream>
 
 #include "grid_ops/exports/trade_file_text.h"
 #include "tests/foundations/time_zone.h"
@@ -64,13 +65,25 @@ const CellRow kCells[] = {
     {{}, "", "else", "else"},  // no column
 };
 
-TEST(CellText, EveryColumnInItsFourShapes) {
+std::string TextOf(const CellValue& value) {
+  std::ostringstream text;
+  std::visit(
+      [&](const auto& content) {
+        if constexpr (requires { text << content; }) text << content;
+      },
+      value);
+  return text.str();
+}
+
+TEST(CellText, PrintsEveryColumnInItsFiveShapes) {
   const TradeRecord record = FullTrade();
   ASSERT_EQ(std::size(kCells), 38U);
   for (int column = 0; column < 38; ++column) {
     SCOPED_TRACE(column);
     const CellRow& cell = kCells[column];
+    CellScratch scratch;
     EXPECT_EQ(TradeCellValue("Default", record, column), cell.Value);
+    EXPECT_EQ(ShownText("Default", record, column, scratch), TextOf(cell.Value));
     EXPECT_EQ(TradeCellText("SRV", record, column, ""), cell.Plain);
     EXPECT_EQ(TradeCellTextFO({}, "SRV", record, column, "else"), cell.FO);
     EXPECT_EQ(TradeCellTextCM({}, "SRV", record, column, "else"), cell.CM);
@@ -79,7 +92,7 @@ TEST(CellText, EveryColumnInItsFourShapes) {
   EXPECT_EQ(TradeCellTextFO({}, "SRV", record, -1, "else"), "else");
 }
 
-TEST(CellText, EdgesOfGridAndPlainCells) {
+TEST(CellText, KeepsItsEdges) {
   TradeRecord record{};
   EXPECT_EQ(TradeCellValue("", record, TradeColumnIndex("colSide")), CellValue("Both"sv));
   EXPECT_EQ(TradeCellText("", record, TradeColumnIndex("colProductType"), ""), "*");
@@ -92,40 +105,28 @@ TEST(CellText, EdgesOfGridAndPlainCells) {
   EXPECT_EQ(TradeCellText("", record, TradeColumnIndex("colAlgoCategory"), ""), "-2");
 }
 
-TEST(CellText, ShowsOneTextOnScreenAndInFilters) {
-  constexpr int kPrice = TradeColumnIndex("colPrice");
-  const struct {
-    int Column;
-    double Price;
-    const wchar_t* Text;
-  } rows[] = {
-      {TradeColumnIndex("colServer"), 0, L"S\x20AC"},
-      {TradeColumnIndex("colVELDTradeID"), 0, L"-2130574588"},
-      {TradeColumnIndex("colSymbol"), 0, L"ABCD  "},
-      {TradeColumnIndex("colSide"), 0, L"Sell"},
-      {TradeColumnIndex("colParticipantID"), 0, L""},
-      {TradeColumnIndex("colTime"), 0, L"10:15:00"},
-      {kTradeColumnCount, 0, L""},
-      {kPrice, 1234.5, L"1234.5"},
-      {kPrice, 100, L"100"},
-      {kPrice, -0.0, L"0"},
-      {kPrice, 0.1 + 0.2, L"0.3"},
-      {kPrice, 1 / 3.0, L"0.333333333333333"},
-      {kPrice, 9999999999.7, L"9999999999.7"},
-      {kPrice, 1e20, L"1e+20"},
-      {kPrice, -1e-5, L"-1e-05"},
-      {kPrice, -std::nan(""), L"nan"},
-  };
-  TradeRecord record = FullTrade();
-  std::wstring text = L"a longer text of the cell before";
-  for (const auto& row : rows) {
-    record.Price = row.Price;
-    SetShownText(text, "S\x80", record, row.Column);
-    EXPECT_EQ(text, row.Text);
+TEST(CellText, ShowsNumbersWithUpToFifteenDigits) {
+  const std::pair<double, const wchar_t*> rows[] = {{1234.5, L"1234.5"},
+                                                    {100, L"100"},
+                                                    {-0.0, L"0"},
+                                                    {0.1 + 0.2, L"0.3"},
+                                                    {1 / 3.0, L"0.333333333333333"},
+                                                    {9999999999.7, L"9999999999.7"},
+                                                    {1e20, L"1e+20"},
+                                                    {-1e-5, L"-1e-05"},
+                                                    {-std::nan(""), L"nan"}};
+  TradeRecord record{};
+  std::wstring text = L"the text of the cell before";
+  for (const auto& [price, expected] : rows) {
+    record.Price = price;
+    SetShownText(text, "", record, TradeColumnIndex("colPrice"));
+    EXPECT_EQ(text, expected);
   }
+  SetShownText(text, "S\x80", record, TradeColumnIndex("colServer"));
+  EXPECT_EQ(text, L"S\x20AC");
 }
 
-TEST(CellText, DateFormatTurnsTradeTimeAloneIntoLocalTime) {
+TEST(CellText, DateFormatChangesTradeTimeAlone) {
   const ZoneForTest zone("IST-5:30");
   const TradeRecord record = FullTrade();
   EXPECT_EQ(TradeCellText("", record, TradeColumnIndex("colExchangeTradeTime"), "dd/MM/yyyy HH:mm:ss"),
@@ -139,7 +140,7 @@ std::string Fixed(double value, Decimals decimals) {
   return {text, PrintFixed(text, value, decimals)};
 }
 
-TEST(LineBuffer, FixedDecimalsAsPrintfPrintsThem) {
+TEST(LineBuffer, PrintsFixedDecimalsLikePrintf) {
   std::vector<double> values = {0,      -0.0, 0.125, 2.675,  0.005,       0.015, 1.005,   0.995,    999999999.995,
                                 -0.004, 1e9,  5e-7,  4.5e-7, 123456.0005, 1e22,  1.0 / 3, -1234.565};
   std::mt19937_64 random(20261121);
@@ -161,7 +162,7 @@ TEST(LineBuffer, FixedDecimalsAsPrintfPrintsThem) {
   EXPECT_EQ(Fixed(-std::nan(""), Decimals::Six), "nan");
 }
 
-// Exact heap blocks, so that a sanitizer sees a byte read too far.
+// Exact heap blocks, so that a sanitizer sees an overread.
 TEST(LineBuffer, FieldEndsAtItsNulOrItsSize) {
   for (std::size_t size = 0; size <= 25; ++size)
     for (std::size_t length = 0; length <= size; ++length) {

@@ -7,7 +7,7 @@
 #include <random>
 
 #include "tests/grid_ops/slow_book.h"
-#include "tests/trade_data/wire_bytes.h"
+#include "tests/support/wire_bytes.h"
 
 namespace {
 

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 #include <cwchar>
+#include <set>
 
 #include "foundations/text_tools.h"
 
@@ -30,8 +31,6 @@ constexpr Cell kCells[] = {
 #undef CELL
 constexpr int kColumns = 37;
 static_assert(std::size(kCells) == kColumns);
-
-constexpr const char* kTotals[] = {"BuyQty", "BuyAmt", "BuyAvg", "SellQty", "SellAmt", "SellAvg", "NetQty", "NetAmt"};
 
 std::string TextIn(const TradeRecord& record, std::size_t offset, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(&record) + offset, size);
@@ -236,6 +235,8 @@ void SlowBook::Add(const TradeRecord& record) {
   const auto quantity = static_cast<std::int32_t>(+record.Quantity);
   Totals[side + "Qty"] = static_cast<std::int32_t>(static_cast<std::int64_t>(Totals[side + "Qty"]) + quantity);
   Totals[side + "Amt"] += quantity * record.Price * record.Multiplier;
+  Totals["NetAmt"] = Totals["SellAmt"] - Totals["BuyAmt"];
+  Totals["NetQty"] = static_cast<std::int32_t>(static_cast<std::int64_t>(Totals["BuyQty"] - Totals["SellQty"]));
 }
 
 void SlowBook::Average(double multiplier) {
@@ -245,7 +246,7 @@ void SlowBook::Average(double multiplier) {
   }
 }
 
-void SlowBook::CountTotals(bool showAll) {
+void SlowBook::CountTotals() {
   Totals.clear();
   for (const auto& [key, record] : Rows) {
     Add(*record);
@@ -253,43 +254,10 @@ void SlowBook::CountTotals(bool showAll) {
     Totals["SellAvg"] = 0;
   }
   const auto master = Market.Multipliers.find(IsSecuritySelected() ? Market.Selected : Market.Restored);
-  const bool known = Filtered && master != Market.Multipliers.end();
-  if (known) Average(master->second);
-  if (known || showAll)
-    for (const char* name : {"BuyAvg", "SellAvg"}) Write(name);
-  TellLine(showAll);
+  if (Filtered && master != Market.Multipliers.end()) Average(master->second);
 }
 
 void SlowBook::UpdateTotals(const TradeRecord& record) {
   Add(record);
-  if (IsSecuritySelected()) {
-    Average(record.Multiplier);
-    for (const char* name : {"BuyAvg", "SellAvg"}) Write(name);
-  }
-  TellLine(false);
-}
-
-void SlowBook::Write(const std::string& name) {
-  Texts[name] = Printed(name.find("Qty") != std::string::npos ? "%.0f" : "%.2f", Totals[name]);
-  Shown[name] = Totals[name];
-  Changed.insert(name);
-}
-
-void SlowBook::TellLine(bool all) {
-  Totals["NetAmt"] = Totals["SellAmt"] - Totals["BuyAmt"];
-  Totals["NetQty"] = static_cast<std::int32_t>(static_cast<std::int64_t>(Totals["BuyQty"] - Totals["SellQty"]));
-  for (const std::string name : kTotals) {
-    const bool average = name.ends_with("Avg");
-    const bool written = !average && (all || Shown.try_emplace(name, -1).first->second != Totals[name]);
-    if (written) Write(name);
-    if (!all && !average && name != "NetQty" && !(name == "NetAmt" && written)) continue;
-    const std::string sign = name[0] == 'S' || (name[0] == 'N' && Totals[name] < 0) ? "-" : "+";
-    if (std::exchange(Signs[name], sign) != sign) Changed.insert(name);
-  }
-}
-
-std::string SlowBook::LineText() {
-  std::string text;
-  for (const char* name : kTotals) text += Texts[name] + Signs[name] + (Changed.contains(name) ? "* " : " ");
-  return text;
+  if (IsSecuritySelected()) Average(record.Multiplier);
 }

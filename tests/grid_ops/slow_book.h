@@ -1,9 +1,8 @@
-// SlowBook: a second implementation of a book's rows, filters, sort and totals on ordered maps, for comparison. It
+// SlowBook: a second implementation of a book's rows, filter bar, sort and totals on ordered maps, for comparison. It
 // shares no code with grid_ops.
 #pragma once
 
 #include <map>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -38,20 +37,15 @@ class SlowBook {
   void OnFilterBarUpdate();
   void ResortRows(const SlowSort& sort);
 
-  void CountTotals(bool showAll);
+  void CountTotals();
   void UpdateTotals(const TradeRecord& record);
-  // The eight controls in order: text, + or - for the colour, * if changed.
-  std::string LineText();
 
   bool Filtered = false;
   SlowKey Security;
   std::vector<std::pair<int, std::wstring>> Filters;
   std::map<std::int32_t, TradeRecord*> Rows;
   std::int32_t NextRowKey = 0x7FFFFFFF;
-  // By name, BuyQty to NetAmt: the totals, and the texts, colours (+ or -) and changes of the summary line.
-  std::map<std::string, double> Totals, Shown;
-  std::map<std::string, std::string> Texts, Signs;
-  std::set<std::string> Changed;
+  std::map<std::string, double> Totals;  // by name, BuyQty to NetAmt
 
  private:
   std::map<std::int32_t, TradeRecord*> Trades() const;
@@ -63,8 +57,6 @@ class SlowBook {
   bool IsSecuritySelected() const { return !Market.Selected.first.empty() && !Market.Selected.second.empty(); }
   void Add(const TradeRecord& record);
   void Average(double multiplier);
-  void Write(const std::string& name);
-  void TellLine(bool all);
 
   const TradeCache& Cache;
   const SlowMarket& Market;

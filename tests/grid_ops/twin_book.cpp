@@ -51,7 +51,7 @@ void TwinBook::CountTotals(bool showAll) {
   Total([&](const AverageBasis& basis) {
     showAll ? Totals.RecountTotals(Fast.Rows, basis, Line) : Totals.ResumTotals(Fast.Rows, basis, Line);
   });
-  Slow.CountTotals(showAll);
+  Slow.CountTotals();
 }
 
 void TwinBook::ClearFilters() {
@@ -89,10 +89,9 @@ std::string TwinBook::Difference() {
       {"SellAmt", Totals.SellAmt}, {"SellAvg", Totals.SellAvg}, {"NetQty", Totals.NetQty}, {"NetAmt", Totals.NetAmt}};
   for (const auto& [name, total] : totals)
     if (!SameBits(total, Slow.Totals[name])) return name;
-  const std::string line = LineText(), expected = Slow.LineText();
-  if (line != expected) return "the line: " + line + ", not " + expected;
-  Line.ClearChanged();
-  Slow.Changed.clear();
+  const std::map<int, std::wstring> filters(Slow.Filters.begin(), Slow.Filters.end());
+  for (int column = -1; column <= 38; ++column)
+    if (Fast.Filters.TextOf(column) != (filters.contains(column) ? filters.at(column) : L"")) return "filter text";
   return "";
 }
 
@@ -106,7 +105,7 @@ std::string TwinBook::RowText() const {
   return text + "next " + name(Fast.NextRowKey);
 }
 
-std::string TwinBook::LineText() const {
+std::string TwinBook::TakeLine() {
   std::string text;
   for (int i = 0; i < 8; ++i) {
     const auto value = static_cast<SummaryValue>(i);
@@ -116,6 +115,7 @@ std::string TwinBook::LineText() const {
     if (control.Color) text += *control.Color == TradeColor::Buy ? "+" : "-";
     text += control.Changed ? "* " : " ";
   }
+  Line.ClearChanged();
   return text;
 }
 
@@ -125,11 +125,12 @@ TwinBook& Desk::Open(const std::string& key) {
   return *Twins.back();
 }
 
-void PlayMessage(TradeCache& cache, unsigned number, const std::string& fields) {
-  const ExactBytes bytes(WireMessage(number, fields));
-  CQORPacketReader reader(bytes.Data(), bytes.Size());
+void DeliverMessage(TradeCache& cache, std::string_view message) {
+  CQORPacketReader reader(reinterpret_cast<const std::uint8_t*>(message.data()),
+                          static_cast<std::uint16_t>(message.size()));
   std::uint16_t needed = 0, consumed = 0;
   ASSERT_TRUE(reader.ParseHeader(needed, consumed));
+  const unsigned number = reader.MessageNumber;
   if (number == 8111 || number == 9101) cache.OnTrade(reader);
   if (number == 9112) cache.OnTradeAmend(reader);
   if (number == 8112) cache.OnDownloadEnd();

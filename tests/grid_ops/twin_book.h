@@ -10,11 +10,12 @@
 #include "grid_ops/rows/book_rows.h"
 #include "grid_ops/rows/book_totals.h"
 #include "tests/grid_ops/slow_book.h"
+#include "tests/support/wire_bytes.h"
 
 FilterKey KeyOf(const SlowKey& key);
 
 // Delivers a whole message to the cache: 8111, 8112, 9101, 9112 or 30022.
-void PlayMessage(TradeCache& cache, unsigned number, const std::string& fields = {});
+void DeliverMessage(TradeCache& cache, std::string_view message);
 
 class TwinBook : public TradeBook {
  public:
@@ -51,11 +52,12 @@ class TwinBook : public TradeBook {
   void KeepTo(const SlowKey& security);
   void CountTotals(bool showAll);
 
-  // The first difference, or empty. Marks the line as read.
+  // The first difference, or empty.
   std::string Difference();
   // Rows as key=id and the next key; a key near the highest is ^ and its distance from it.
   std::string RowText() const;
-  std::string LineText() const;
+  // The eight controls in order: text, + or - for the colour, * if changed since the last call.
+  std::string TakeLine();
 
  private:
   template <typename Act>
@@ -78,7 +80,7 @@ struct Desk {
 
   Desk() { Cache.AutoTradeWriteCSV = false; }
   TwinBook& Open(const std::string& key);
-  void Play(unsigned number, const std::string& fields = {}) { PlayMessage(Cache, number, fields); }
+  void Play(unsigned number, const std::string& fields = {}) { DeliverMessage(Cache, WireMessage(number, fields)); }
   // A live trade with a new execution.
   void Trade(std::uint32_t id, const std::string& fields);
 };
