@@ -3,14 +3,13 @@
 #include <wx/dialog.h>
 #include <wx/uiaction.h>
 
-#include <filesystem>
-
 #include "grid_base/windows/base_grid.h"
 #include "tests/toolkit/gui_test.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
-// Checked items bear a +, the selected one stands in brackets.
+// A + follows a checked item, brackets enclose the selected one.
 std::wstring TextOf(const CheckList& list) {
   std::wstring text;
   for (int i = 0; i < list.GetItemCount(); ++i) {
@@ -32,7 +31,7 @@ class FieldChooseTest : public GuiTest {
   void SetUp() override {
     GuiTest::SetUp();
     if (Frame == nullptr) return;
-    Grid = new ChooserGrid(Host);
+    Grid = &MakeChild<ChooserGrid>(Host);
     ASSERT_TRUE(Grid->Create(Frame, 1));
     Grid->SetSize(Frame->GetClientSize());
     for (int column = 0; column < 5; ++column) {
@@ -42,7 +41,7 @@ class FieldChooseTest : public GuiTest {
     Grid->AdjustLayout();
   }
 
-  // Runs the chooser and has the user do that once it is up and has the focus.
+  // Runs the chooser, and that as soon as it is up and has the focus.
   void Choose(const std::function<void(wxDialog&)>& user) {
     Frame->CallAfter([&] {
       ASSERT_TRUE(PumpUntil([] { return wxWindow::FindWindowById(27014) != nullptr; }));
@@ -65,7 +64,7 @@ CQORPCheckListBox& ListOf(wxDialog& dialog, int id) {
   return dynamic_cast<CQORPCheckListBox&>(*dialog.FindWindow(id));
 }
 
-// With the display's own pointer.
+// With the pointer of the display.
 void ClickCheck(CQORPCheckListBox& list, int item) {
   wxPoint point(list.FromDIP(10), 0);
   while (list.HitTest(point) != item && point.y < list.GetSize().y) ++point.y;
@@ -82,13 +81,13 @@ void Key(int code, int modifiers = wxMOD_NONE) {
   Pump();
 }
 
-TEST_F(FieldChooseTest, MouseAndKeysChangeTheLiveGrid) {
+TEST_F(FieldChooseTest, MouseAndKeysChangeTheGridAtOnce) {
   Choose([this](wxDialog& dialog) {
     CQORPCheckListBox &shown = ListOf(dialog, 27014), &hidden = ListOf(dialog, 27015);
     EXPECT_EQ(dialog.GetTitle(), L"Trade - FieldChoose");
     EXPECT_EQ(TextOf(shown) + L" | " + TextOf(hidden), L"A+ B+ C+ | D E");
     shown.SetCurSel(0);
-    // Not the selected one. Where the dialog is still being moved to its place the click misses the window.
+    // Another item than the selected one. The click misses while a window manager still moves the dialog.
     const auto isTaken = [&] { return TextOf(shown) == L"A+ [C+]"; };
     for (int attempt = 0; attempt < 3 && TextOf(shown) == L"[A+] B+ C+"; ++attempt) {
       ClickCheck(shown, 1);
@@ -115,10 +114,10 @@ TEST_F(FieldChooseTest, MouseAndKeysChangeTheLiveGrid) {
   EXPECT_TRUE(PumpUntil([this] { return Grid->IsDescendant(wxWindow::FindFocus()); }));
 }
 
-TEST_F(FieldChooseTest, ATitleWithoutANameBeginsWithTheSeparator) {
+TEST_F(FieldChooseTest, StartsTheTitleOfAnUnnamedGridWithTheSeparator) {
   for (const int type : {50, -1}) {
     SCOPED_TRACE(type);
-    Grid = new ChooserGrid(Host, type);
+    Grid = &MakeChild<ChooserGrid>(Host, type);
     ASSERT_TRUE(Grid->Create(Frame, wxID_ANY));
     Choose([](wxDialog& dialog) {
       EXPECT_EQ(dialog.GetTitle(), L" - FieldChoose");
@@ -127,7 +126,7 @@ TEST_F(FieldChooseTest, ATitleWithoutANameBeginsWithTheSeparator) {
   }
 }
 
-TEST_F(FieldChooseTest, TheWayOutDecidesWhatStays) {
+TEST_F(FieldChooseTest, KeepsOrRestoresTheOrderByTheWayItIsLeft) {
   struct Row {
     const char* Way;
     std::function<void(wxDialog&)> Leave;
