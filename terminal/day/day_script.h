@@ -1,4 +1,4 @@
-// CDayScript: a day's messages in the order and with the numbers in which they are sent: the download as 8111, its end
+// DayScript: a day's messages in the order and with the numbers in which they are sent: the download as 8111, its end
 // as 8112, the live trades as 9101.
 #pragma once
 
@@ -15,9 +15,9 @@
 // passed. With LiveFrom::AsNumbered the trades of a wire file keep their numbers and its own 8112 stands; else trades
 // are numbered anew and an 8112 of the file is dropped. Once live, a day stays live. All other messages pass as they
 // are; a 30022 begins a new download, which again needs its 8112.
-class CDayScript {
+class DayScript {
  public:
-  CDayScript(std::unique_ptr<DaySource> source, LiveFrom liveFrom);
+  DayScript(std::unique_ptr<DaySource> source, LiveFrom liveFrom);
 
   // Goes to the next message; false at the end of the day. Both views of it live until the next call.
   bool Next();
@@ -51,26 +51,26 @@ class CDayScript {
   bool DownloadEnded = false;
 };
 
-// CDayInput: what a run reads its day from: the day's file with its securities and, but for a file of messages, its
+// DayInput: what a run reads its day from: the day's file with its securities and, but for a file of messages, its
 // desk.
-class CDayInput {
+class DayInput {
  public:
   // Reads securities and desk. Throws TerminalError.
-  CDayInput(const RunFiles& files, std::optional<LiveFrom> live, CBadLines& badLines);
+  DayInput(const RunFiles& files, std::optional<LiveFrom> live, BadLineReport& badLines);
 
   // The day from its begin. Any script opened before ends. Throws TerminalError.
-  CDayScript& Open();
+  DayScript& Open();
   // The same with so many trades as its download.
-  CDayScript& OpenWithDownload(std::uint64_t trades);
+  DayScript& OpenWithDownload(std::uint64_t trades);
 
-  CSecurities Securities;
+  SecurityList Securities;
 
  private:
-  CDayScript& OpenFrom(LiveFrom live);
+  DayScript& OpenFrom(LiveFrom live);
 
   std::filesystem::path Day;
   std::optional<LiveFrom> Live;
-  CBadLines& BadLines;
-  std::optional<CDesk> Desk;  // a file of messages needs none
-  std::optional<CDayScript> Script;
+  BadLineReport& BadLines;
+  std::optional<OrderDesk> Desk;  // a file of messages needs none
+  std::optional<DayScript> Script;
 };

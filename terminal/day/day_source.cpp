@@ -13,10 +13,10 @@ namespace {
 
 constexpr std::size_t kBytesJudged = 65536;
 
-class CTradeDaySource : public DaySource {
+class TradeDaySource : public DaySource {
  public:
-  CTradeDaySource(const std::filesystem::path& file, const CDesk& desk, const CSecurities& securities,
-                  CBadLines& badLines)
+  TradeDaySource(const std::filesystem::path& file, const OrderDesk& desk, const SecurityList& securities,
+                 BadLineReport& badLines)
       : Day(file, badLines), Messages(desk, securities) {}
 
   bool Next(WireFrame& frame) override {
@@ -30,38 +30,38 @@ class CTradeDaySource : public DaySource {
   void Report(const std::string& reason) override { Day.Report(reason); }
 
  private:
-  CTradeDay Day;
-  CTradeMessages Messages;
+  TradeDay Day;
+  TradeMessages Messages;
   DayTrade Trade;
   std::optional<CQORPacketWriter> Writer;
 };
 
-class CMessageDaySource : public DaySource {
+class MessageDaySource : public DaySource {
  public:
-  CMessageDaySource(const std::filesystem::path& file, CBadLines& badLines) : Messages(file, badLines) {}
+  MessageDaySource(const std::filesystem::path& file, BadLineReport& badLines) : Messages(file, badLines) {}
 
   bool Next(WireFrame& frame) override { return Messages.Next(frame); }
   void Report(const std::string& reason) override { Messages.Report(reason); }
 
  private:
-  CMessageFile Messages;
+  MessageFile Messages;
 };
 
 }  // namespace
 
 bool IsMessageDay(const std::filesystem::path& file) {
-  CFileBytes bytes(file);
+  FileBytes bytes(file);
   return IsRecordFile(file) ||
          FindMessageHeader(bytes.Peek(kBytesJudged).substr(0, kBytesJudged), 0) != std::string_view::npos;
 }
 
-std::unique_ptr<DaySource> OpenTradeDay(const std::filesystem::path& file, const CDesk& desk,
-                                        const CSecurities& securities, CBadLines& badLines) {
-  return std::make_unique<CTradeDaySource>(file, desk, securities, badLines);
+std::unique_ptr<DaySource> OpenTradeDay(const std::filesystem::path& file, const OrderDesk& desk,
+                                        const SecurityList& securities, BadLineReport& badLines) {
+  return std::make_unique<TradeDaySource>(file, desk, securities, badLines);
 }
 
-std::unique_ptr<DaySource> OpenMessageDay(const std::filesystem::path& file, CBadLines& badLines) {
-  return std::make_unique<CMessageDaySource>(file, badLines);
+std::unique_ptr<DaySource> OpenMessageDay(const std::filesystem::path& file, BadLineReport& badLines) {
+  return std::make_unique<MessageDaySource>(file, badLines);
 }
 
 std::optional<LiveFrom> ParseLiveFrom(std::string_view text) {

@@ -26,10 +26,10 @@ class DaySource {
 bool IsMessageDay(const std::filesystem::path& file);
 
 // A CSV day: each trade becomes a message with the number 9101. Desk and securities must outlive the source.
-std::unique_ptr<DaySource> OpenTradeDay(const std::filesystem::path& file, const CDesk& desk,
-                                        const CSecurities& securities, CBadLines& badLines);
+std::unique_ptr<DaySource> OpenTradeDay(const std::filesystem::path& file, const OrderDesk& desk,
+                                        const SecurityList& securities, BadLineReport& badLines);
 // A wire file or a record file: its messages as they stand.
-std::unique_ptr<DaySource> OpenMessageDay(const std::filesystem::path& file, CBadLines& badLines);
+std::unique_ptr<DaySource> OpenMessageDay(const std::filesystem::path& file, BadLineReport& badLines);
 
 // LiveFrom: where in a day the download ends and the live part begins, as the user says it.
 struct LiveFrom {

@@ -34,8 +34,8 @@ void FillMasterRecord(Security& security) {
 
 }  // namespace
 
-CSecurities::CSecurities(const std::filesystem::path& file, CBadLines& badLines) {
-  CCsvFile lines(file, ColumnNames(kSecurityColumns), badLines);
+SecurityList::SecurityList(const std::filesystem::path& file, BadLineReport& badLines) {
+  CsvReader lines(file, ColumnNames(kSecurityColumns), badLines);
   for (Security security; NextCsvRecord(lines, kSecurityColumns, security); security = Security()) {
     const auto [place, isNew] = ByKey.try_emplace(KeyOf(security.Exchange, security.SecurityID), nullptr);
     if (!isNew) {
@@ -47,7 +47,7 @@ CSecurities::CSecurities(const std::filesystem::path& file, CBadLines& badLines)
   }
 }
 
-const Security* CSecurities::Find(std::string_view exchange, std::string_view securityId) const {
+const Security* SecurityList::Find(std::string_view exchange, std::string_view securityId) const {
   const auto found = ByKey.find(KeyOf(exchange, securityId));
   return found == ByKey.end() ? nullptr : found->second;
 }
@@ -81,12 +81,12 @@ std::uint64_t HashOf(std::string_view text) noexcept {
 
 }  // namespace
 
-CDesk::CDesk(const std::filesystem::path& file, CBadLines& badLines) {
-  CCsvFile lines(file, ColumnNames(kDeskColumns), badLines);
+OrderDesk::OrderDesk(const std::filesystem::path& file, BadLineReport& badLines) {
+  CsvReader lines(file, ColumnNames(kDeskColumns), badLines);
   for (DeskLine line; NextCsvRecord(lines, kDeskColumns, line);) Lines.push_back(line);
   if (Lines.empty()) throw TerminalError(ExitCode::File, PathText(file) + ": no line of the desk can be used");
 }
 
-const DeskLine& CDesk::LineOf(std::string_view exchangeOrderNo) const noexcept {
+const DeskLine& OrderDesk::LineOf(std::string_view exchangeOrderNo) const noexcept {
   return Lines[HashOf(exchangeOrderNo) % Lines.size()];
 }

@@ -1,5 +1,5 @@
-// CSecurities: the securities of the day with their names and multipliers, and the master record of each, which a plug-
-// in gets by address. Read once; then any thread may look up.
+// SecurityList: the securities of the day with their names and multipliers, and the master record of each, which a
+// plug- in gets by address. Read once; then any thread may look up.
 #pragma once
 
 #include <array>
@@ -32,13 +32,13 @@ struct Security {
 
 // Promises: a security found, and its master record, stay at their addresses for the life of the object. Find is one
 // hash of exchange and id.
-class CSecurities {
+class SecurityList {
  public:
-  CSecurities() = default;
+  SecurityList() = default;
   // Bad lines, and lines of a security that is there already, are reported. Throws TerminalError.
-  CSecurities(const std::filesystem::path& file, CBadLines& badLines);
-  CSecurities(const CSecurities&) = delete;
-  CSecurities& operator=(const CSecurities&) = delete;
+  SecurityList(const std::filesystem::path& file, BadLineReport& badLines);
+  SecurityList(const SecurityList&) = delete;
+  SecurityList& operator=(const SecurityList&) = delete;
 
   const Security* Find(std::string_view exchange, std::string_view securityId) const;
   // In the order of the file.
@@ -49,8 +49,9 @@ class CSecurities {
   std::unordered_map<std::string, const Security*> ByKey;
 };
 
-// CDesk: who stands behind the orders of a day, which the market data does not tell: users, clients, members, products.
-// Each exchange order takes one line of the desk file, always the same one. Read once; then any thread may look up.
+// OrderDesk: who stands behind the orders of a day, which the market data does not tell: users, clients, members,
+// products. Each exchange order takes one line of the desk file, always the same one. Read once; then any thread may
+// look up.
 
 // Codes as a trade message carries them.
 struct DeskLine {
@@ -71,10 +72,10 @@ struct DeskLine {
   std::string ReferenceText;
 };
 
-class CDesk {
+class OrderDesk {
  public:
   // Bad lines are reported; a file without any good line is a TerminalError.
-  CDesk(const std::filesystem::path& file, CBadLines& badLines);
+  OrderDesk(const std::filesystem::path& file, BadLineReport& badLines);
 
   const DeskLine& LineOf(std::string_view exchangeOrderNo) const noexcept;
 

@@ -23,15 +23,15 @@ constexpr CsvColumn<DayTrade> kColumns[] = {
 
 }  // namespace
 
-CTradeDay::CTradeDay(const std::filesystem::path& file, CBadLines& badLines)
+TradeDay::TradeDay(const std::filesystem::path& file, BadLineReport& badLines)
     : Lines(file, ColumnNames(kColumns), badLines) {}
 
-bool CTradeDay::Next(DayTrade& trade) {
+bool TradeDay::Next(DayTrade& trade) {
   return NextCsvRecord(Lines, kColumns, trade);
 }
 
 std::uint64_t CountTradeLines(const std::filesystem::path& file) {
-  CFileBytes bytes(file);
+  FileBytes bytes(file);
   std::uint64_t lines = 0;
   bool filled = false;  // the line counted now has a character
   for (std::string_view window = bytes.Peek(1); !window.empty(); window = bytes.Peek(1)) {

@@ -1,4 +1,4 @@
-// CTradeDay: a CSV file of executed trades, one trade at a time.
+// TradeDay: a CSV file of executed trades, one trade at a time.
 #pragma once
 
 #include <cstdint>
@@ -24,10 +24,10 @@ struct DayTrade {
   std::string ExchangeTradeID;
 };
 
-class CTradeDay {
+class TradeDay {
  public:
   // Bad lines are reported, a file that is no such CSV is a TerminalError.
-  CTradeDay(const std::filesystem::path& file, CBadLines& badLines);
+  TradeDay(const std::filesystem::path& file, BadLineReport& badLines);
 
   // Fills trade, whose texts are reused; false at the end of the day.
   bool Next(DayTrade& trade);
@@ -35,7 +35,7 @@ class CTradeDay {
   void Report(const std::string& reason) { Lines.Report(reason); }
 
  private:
-  CCsvFile Lines;
+  CsvReader Lines;
 };
 
 // The number of lines behind the header that are not empty: how many trades the day has, but for bad lines.

@@ -4,13 +4,13 @@ namespace {
 constexpr std::uint64_t kMessagesBetweenClocks = 16;
 }
 
-void CDayRun::Begin(CDayInput& input) {
+void DayRun::Begin(DayInput& input) {
   Input = &input;
   DownloadOfLogin.reset();
   Start();
 }
 
-void CDayRun::LoginAgain() {
+void DayRun::LoginAgain() {
   if (Input == nullptr) return;
   if (Live) DownloadOfLogin = TradesOfDay;
   if (Target.Send(30022)) ++Control;
@@ -18,7 +18,7 @@ void CDayRun::LoginAgain() {
 }
 
 // A day that cannot be read is over.
-void CDayRun::Start() {
+void DayRun::Start() {
   Ended = true;
   Live = false;
   Waiting = false;
@@ -28,7 +28,7 @@ void CDayRun::Start() {
   Ended = false;
 }
 
-std::optional<PlayClock::Time> CDayRun::PlayFor(std::chrono::milliseconds time) {
+std::optional<PlayClock::Time> DayRun::PlayFor(std::chrono::milliseconds time) {
   const PlayClock::Time end = Clock.Now() + time;
   for (std::uint64_t sent = 0; !Ended; ++sent) {
     if (sent % kMessagesBetweenClocks == kMessagesBetweenClocks - 1 && Clock.Now() >= end) return Clock.Now();
@@ -42,12 +42,12 @@ std::optional<PlayClock::Time> CDayRun::PlayFor(std::chrono::milliseconds time) 
   return std::nullopt;
 }
 
-bool CDayRun::IsDownload() const {
+bool DayRun::IsDownload() const {
   return Script->Message().MessageNumber == 8111 || Script->Message().MessageNumber == 8112;
 }
 
 // A live trade is asked about once; afterwards it is waited for.
-bool CDayRun::IsDue() {
+bool DayRun::IsDue() {
   const bool isNew = !Waiting;
   Waiting = true;
   if (IsDownload()) return true;
@@ -57,7 +57,7 @@ bool CDayRun::IsDue() {
   return !Pace.IsPaused() && Pace.DueAgain() <= now;
 }
 
-void CDayRun::SendNext() {
+void DayRun::SendNext() {
   Waiting = false;
   const std::uint16_t number = Script->Message().MessageNumber;
   if (number == 8111) DownloadSeconds = Script->TradeSeconds();
@@ -66,18 +66,18 @@ void CDayRun::SendNext() {
   Sender.Send(*Script);
 }
 
-PlayCounts CDayRun::Counts() const noexcept {
+PlayCounts DayRun::Counts() const noexcept {
   PlayCounts counts = Sender.Counts();
   counts.Messages += Control;
   return counts;
 }
 
-std::optional<std::int64_t> CDayRun::DaySeconds() const {
+std::optional<std::int64_t> DayRun::DaySeconds() const {
   const auto seconds = Pace.DaySeconds(Clock.Now());
   return seconds ? seconds : DownloadSeconds;
 }
 
-void CDaySender::Send(CDayScript& script) {
+void DaySender::Send(DayScript& script) {
   const std::uint16_t number = script.Message().MessageNumber;
   if (Listener != nullptr && script.IsTrade()) Listener->OnTradeSent(ReadTradePrint(script.Message()));
   if (!Target.Deliver(script.Message(), script.Raw())) {
@@ -90,7 +90,7 @@ void CDaySender::Send(CDayScript& script) {
   if (number == 8112 && Target.Send(30020)) ++Sent.Messages;
 }
 
-PlayCounts CDayPlayer::Play(CDayScript& script) {
+PlayCounts DayPlayer::Play(DayScript& script) {
   while (script.Next()) {
     if (Pace.GetSpeed() && script.Message().MessageNumber == 9101) WaitForTrade(script);
     Sender.Send(script);
@@ -100,7 +100,7 @@ PlayCounts CDayPlayer::Play(CDayScript& script) {
   return Sender.Counts();
 }
 
-void CDayPlayer::WaitForTrade(CDayScript& script) {
+void DayPlayer::WaitForTrade(DayScript& script) {
   const std::optional<std::int64_t> seconds = script.TradeSeconds();
   if (seconds) Beat.WaitUntil(Pace.DueTime(*seconds, Clock.Now()));
 }

@@ -1,4 +1,4 @@
-// CDayRun: a day that plays beside the windows: piece by piece as it is asked to, with pause, other speeds, new logins
+// DayRun: a day that plays beside the windows: piece by piece as it is asked to, with pause, other speeds, new logins
 // and other days. Calls the plug-in; the calling thread only.
 #pragma once
 
@@ -13,7 +13,7 @@
 #include "terminal/play/pace.h"
 #include "terminal/play/play_report.h"
 
-// CDaySender: hands the messages of a day to the plug-in and counts them.
+// DaySender: hands the messages of a day to the plug-in and counts them.
 struct PlayCounts {
   std::uint64_t Messages = 0;  // sent, trades among them
   std::uint64_t Download = 0;  // trades
@@ -24,13 +24,13 @@ struct PlayCounts {
 };
 
 // Promises: each 8112 is followed by a 30020, as only that makes the books of one security right again.
-class CDaySender {
+class DaySender {
  public:
   // The listener, where there is one, is told of a trade ahead of the plug-in.
-  explicit CDaySender(MessageTarget& target, TradeListener* listener = nullptr) : Target(target), Listener(listener) {}
+  explicit DaySender(MessageTarget& target, TradeListener* listener = nullptr) : Target(target), Listener(listener) {}
 
   // Sends the message that the script stands at.
-  void Send(CDayScript& script);
+  void Send(DayScript& script);
   const PlayCounts& Counts() const noexcept { return Sent; }
 
  private:
@@ -41,13 +41,13 @@ class CDaySender {
 
 // Promises: a download is not waited for, whatever the speed; while paused nothing is sent, but for what a new login
 // brings back.
-class CDayRun {
+class DayRun {
  public:
-  CDayRun(MessageTarget& target, TradeListener& listener, PlayClock& clock, std::optional<double> speed)
+  DayRun(MessageTarget& target, TradeListener& listener, PlayClock& clock, std::optional<double> speed)
       : Clock(clock), Target(target), Pace(speed), Sender(target, &listener) {}
 
   // Plays that day from its begin. The input must outlive its use. Throws TerminalError, as do all that read.
-  void Begin(CDayInput& input);
+  void Begin(DayInput& input);
   // Message 30022, and what the day has brought so far once more as a download; the live trades go on behind it.
   void LoginAgain();
 
@@ -78,10 +78,10 @@ class CDayRun {
 
   PlayClock& Clock;
   MessageTarget& Target;
-  CDayPace Pace;
-  CDaySender Sender;
-  CDayInput* Input = nullptr;
-  CDayScript* Script = nullptr;
+  DayPace Pace;
+  DaySender Sender;
+  DayInput* Input = nullptr;
+  DayScript* Script = nullptr;
   bool Waiting = false;  // the script stands at a message that has not been sent
   bool Ended = true;
   bool Live = false;
@@ -91,22 +91,23 @@ class CDayRun {
   std::optional<std::int64_t> DownloadSeconds;
 };
 
-// CDayPlayer: plays a day from its begin to its end without windows: the download at once, live trades at their pace,
+// DayPlayer: plays a day from its begin to its end without windows: the download at once, live trades at their pace,
 // with the beat between messages.
-class CDayPlayer {
+class DayPlayer {
  public:
   // speed is how many times faster than the day itself live trades go; nothing for as fast as the plug-in takes them.
-  CDayPlayer(MessageTarget& target, CBeat& beat, PlayClock& clock, CProgress& progress, std::optional<double> speed)
+  DayPlayer(MessageTarget& target, RefreshBeat& beat, PlayClock& clock, PlayProgress& progress,
+            std::optional<double> speed)
       : Sender(target), Beat(beat), Clock(clock), Progress(progress), Pace(speed) {}
 
-  PlayCounts Play(CDayScript& script);
+  PlayCounts Play(DayScript& script);
 
  private:
-  void WaitForTrade(CDayScript& script);
+  void WaitForTrade(DayScript& script);
 
-  CDaySender Sender;
-  CBeat& Beat;
+  DaySender Sender;
+  RefreshBeat& Beat;
   PlayClock& Clock;
-  CProgress& Progress;
-  CDayPace Pace;
+  PlayProgress& Progress;
+  DayPace Pace;
 };

@@ -1,4 +1,4 @@
-// CDayPace: how the seconds of a day run beside those of the wall: when a live trade is due, and what time of the day
+// DayPace: how the seconds of a day run beside those of the wall: when a live trade is due, and what time of the day
 // it is now.
 #pragma once
 
@@ -10,10 +10,10 @@
 // Promises: what goes late does not stretch the day, as each trade counts from where the day stands and not from when
 // the one before was sent. The first trade, a step back in time and a change of date are not waited for: the day goes
 // on from there. So it does from wherever it stands when the speed changes or a pause ends.
-class CDayPace {
+class DayPace {
  public:
   // How many times faster than the wall the day goes; nothing for without waiting.
-  explicit CDayPace(std::optional<double> speed) : Speed(speed) {}
+  explicit DayPace(std::optional<double> speed) : Speed(speed) {}
 
   // When a trade of that second is to be sent; not after now for at once. To be asked once for each trade.
   PlayClock::Time DueTime(std::int64_t seconds, PlayClock::Time now);

@@ -19,7 +19,7 @@ inline constexpr const char* kTerminalVersion = TERMINAL_VERSION;
 
 // Plays the day in windows until the user closes them; bad lines go to the object, the summary to out. Throws
 // TerminalError.
-using PlayInWindowsFunction = void (*)(const RunFiles& files, const Options& options, CBadLines& badLines,
+using PlayInWindowsFunction = void (*)(const RunFiles& files, const Options& options, BadLineReport& badLines,
                                        std::ostream& out);
 
 // Writes results to out, errors and bad lines to errors. Windows are used only where the command line asks for them.

@@ -12,7 +12,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-class CTestClock : public PlayClock {
+class TestClock : public PlayClock {
  public:
   Time Now() override { return Current; }
   void SleepUntil(Time time) override { Current = std::max(Current, time); }
@@ -20,7 +20,7 @@ class CTestClock : public PlayClock {
 };
 
 // Notes what is sent, and takes a millisecond for each.
-class DayRun : public testing::Test, protected MessageTarget, protected TradeListener {
+class DayRunTest : public testing::Test, protected MessageTarget, protected TradeListener {
  protected:
   bool Deliver(CQORPacketReader& message, const WireFrame& /*raw*/) override {
     Notes += std::to_string(message.MessageNumber) + " ";
@@ -36,13 +36,13 @@ class DayRun : public testing::Test, protected MessageTarget, protected TradeLis
     return Notes;
   }
 
-  CTestClock Clock;
+  TestClock Clock;
   std::string Notes;
   std::int64_t Wait = 0;  // ms until there is more to send; -1 for nothing
   std::ostringstream Reports;
-  CBadLines BadLines{Reports};
-  CDayRun Run{*this, *this, Clock, 10};
-  std::optional<CDayInput> Input;
+  BadLineReport BadLines{Reports};
+  DayRun Run{*this, *this, Clock, 10};
+  std::optional<DayInput> Input;
 
   // Four trades at seconds 1, 2, 4 and 14 with a bad line, the first two of them download.
   void Begin() {
@@ -57,7 +57,7 @@ class DayRun : public testing::Test, protected MessageTarget, protected TradeLis
   }
 };
 
-TEST_F(DayRun, PlaysInSlicesAtItsPace) {
+TEST_F(DayRunTest, PlaysInSlicesAtItsPace) {
   Begin();
   EXPECT_FALSE(Run.IsLive());
   EXPECT_EQ(Play(), "IBM:8111 IBM:8111 8112 30020 IBM:9101 ");
@@ -78,7 +78,7 @@ TEST_F(DayRun, PlaysInSlicesAtItsPace) {
   EXPECT_EQ(Run.Counts().Live, 2U);
 }
 
-TEST_F(DayRun, APauseHoldsLiveTradesAlone) {
+TEST_F(DayRunTest, APauseHoldsLiveTradesAlone) {
   Begin();
   Run.Pause();
   EXPECT_EQ(Play(), "IBM:8111 IBM:8111 8112 30020 ");
@@ -95,7 +95,7 @@ TEST_F(DayRun, APauseHoldsLiveTradesAlone) {
   EXPECT_EQ(Play(), "IBM:9101 ");
 }
 
-TEST_F(DayRun, ASliceEndsWithItsTime) {
+TEST_F(DayRunTest, ASliceEndsWithItsTime) {
   std::string day;
   for (int i = 0; i < 100; ++i) day += WireMessage(8111);
   Options options;
@@ -109,7 +109,7 @@ TEST_F(DayRun, ASliceEndsWithItsTime) {
   EXPECT_GT(Run.DayTrades(), 0U);
 }
 
-TEST_F(DayRun, ANewLoginBringsTheDaySoFarAsADownload) {
+TEST_F(DayRunTest, ANewLoginBringsTheDaySoFarAsADownload) {
   Begin();
   Play();
   Notes.clear();

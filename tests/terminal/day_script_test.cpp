@@ -17,8 +17,8 @@ using Kind = LiveFrom::Kind;
 // The numbers that a script gives for a wire file, each as its reader says it and as its bytes do.
 std::string Played(const std::string& bytes, LiveFrom liveFrom, std::string* reports = nullptr) {
   std::ostringstream told;
-  CBadLines badLines(told);
-  CDayScript script(OpenMessageDay(WriteTestFile("day.bin", bytes), badLines), liveFrom);
+  BadLineReport badLines(told);
+  DayScript script(OpenMessageDay(WriteTestFile("day.bin", bytes), badLines), liveFrom);
   std::string numbers;
   while (script.Next()) {
     const CQORPacketReader& message = script.Message();
@@ -99,9 +99,9 @@ TEST(DayScript, ReportsWhatCannotBeRead) {
 // Records the day in the mode and returns the file.
 std::filesystem::path Record(const std::filesystem::path& day, std::uint16_t mode, const char* name, LiveFrom from) {
   std::ostringstream reports;
-  CBadLines badLines(reports);
-  CDayScript script(OpenMessageDay(day, badLines), from);
-  CMessageRecord record(TestFolder() / name, mode);
+  BadLineReport badLines(reports);
+  DayScript script(OpenMessageDay(day, badLines), from);
+  MessageRecorder record(TestFolder() / name, mode);
   while (script.Next()) EXPECT_TRUE(record.Write(script.Message()));
   record.Close();
   EXPECT_EQ(reports.str(), "");

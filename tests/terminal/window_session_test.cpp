@@ -26,7 +26,7 @@ void NoteAnswer(CQORPacketReader* message) {
   Answers.push_back(bytes.substr(15));  // behind header and number
 }
 
-class WindowSession : public GuiTest {
+class WindowSessionTest : public GuiTest {
  protected:
   void SetUp() override {
     GuiTest::SetUp();
@@ -52,7 +52,7 @@ class WindowSession : public GuiTest {
     GuiTest::TearDown();
   }
   void Open() {
-    Session = std::make_unique<CWindowSession>(RunFiles(Given), Given, BadLines);
+    Session = std::make_unique<WindowSession>(RunFiles(Given), Given, BadLines);
     Session->Open();
     ASSERT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded() || Session->GetDay().DayTrades() == 3; }));
   }
@@ -69,13 +69,13 @@ class WindowSession : public GuiTest {
   Options Given;
   std::filesystem::path Home;
   std::ostringstream Reports;
-  CBadLines BadLines{Reports};
-  std::unique_ptr<CWindowSession> Session;
+  BadLineReport BadLines{Reports};
+  std::unique_ptr<WindowSession> Session;
 };
 
 const std::string kDownload = "routed 8112\nmaster BIG BLUE 2.5\nbars 1\nraw 30020\n";
 
-TEST_F(WindowSession, PlaysTheDayAndLogsInAnew) {
+TEST_F(WindowSessionTest, PlaysTheDayAndLogsInAnew) {
   EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
   const std::string start = "raw 30025\nexported 30026\nraw 30022\nrouted 8111 1\nrouted 8111 2\n" + kDownload;
   const std::string day = start + "routed 9101 3\nrouted 9101 4\n";
@@ -93,7 +93,7 @@ TEST_F(WindowSession, PlaysTheDayAndLogsInAnew) {
   EXPECT_TRUE(std::filesystem::exists(Given.Work / "TerminalWindows.xml"));
 }
 
-TEST_F(WindowSession, RunsThePluginsEntryByMenuAndKey) {
+TEST_F(WindowSessionTest, RunsThePluginsEntryByMenuAndKey) {
   const auto commands = [this] {
     const std::string log = Log();
     std::size_t count = 0;
@@ -104,14 +104,14 @@ TEST_F(WindowSession, RunsThePluginsEntryByMenuAndKey) {
   EXPECT_FALSE(Session->GetFrame()->RunMenu({L"Fakes", L"Fake"}));
   EXPECT_FALSE(Session->GetFrame()->RunMenu({L"Fakes"}));
   EXPECT_EQ(commands(), 1U);
-  CMarketWatchBar& bar = Session->GetWatchBar();
+  MarketWatchBar& bar = Session->GetWatchBar();
   const struct {
     const char* Place;
-    void (*Put)(CMarketWatchBar& bar);
+    void (*Put)(MarketWatchBar& bar);
   } places[] = {
-      {"tab", [](CMarketWatchBar& moved) { moved.TabControlBar(); }},
-      {"docked", [](CMarketWatchBar& moved) { moved.DockControlBar(DockSide::Left); }},
-      {"floating", [](CMarketWatchBar& moved) { moved.FloatControlBar(wxRect(300, 300, 500, 300)); }},
+      {"tab", [](MarketWatchBar& moved) { moved.TabControlBar(); }},
+      {"docked", [](MarketWatchBar& moved) { moved.DockControlBar(DockSide::Left); }},
+      {"floating", [](MarketWatchBar& moved) { moved.FloatControlBar(wxRect(300, 300, 500, 300)); }},
   };
   for (const auto& row : places) {
     SCOPED_TRACE(row.Place);
@@ -133,8 +133,8 @@ TEST_F(WindowSession, RunsThePluginsEntryByMenuAndKey) {
   EXPECT_EQ(commands(), 6U);
 }
 
-TEST_F(WindowSession, AnswersWhatIsSelected) {
-  CMarketWatchBar& bar = Session->GetWatchBar();
+TEST_F(WindowSessionTest, AnswersWhatIsSelected) {
+  MarketWatchBar& bar = Session->GetWatchBar();
   const CQORPDockingControlBar* watch = &bar;
   Answers.clear();
   bar.Grid().SetCurSel(-1);
@@ -168,7 +168,7 @@ void ApplyItem(CQORPProp* item, void* grid) {
                   static_cast<wxWindow*>(grid)->GetName().ToStdString());
 }
 
-TEST_F(WindowSession, ShowsPropertiesWhileTheBookIsThere) {
+TEST_F(WindowSessionTest, ShowsPropertiesWhileTheBookIsThere) {
   auto* book = std::make_unique<CQORPDockingControlBar>().release();  // the frame owns it
   ASSERT_TRUE(book->CreateBar(Session->GetFrame()->GetDockingManager(), L"Book", wxRect(200, 200, 300, 200), 77));
   book->DockControlBar(DockSide::Left);
@@ -180,7 +180,7 @@ TEST_F(WindowSession, ShowsPropertiesWhileTheBookIsThere) {
   request.AddU64(30002, reinterpret_cast<std::uint64_t>(&FillList));
   request.AddU64(30031, reinterpret_cast<std::uint64_t>(&ApplyItem));
   request.AddU64(30001, reinterpret_cast<std::uint64_t>(static_cast<wxWindow*>(grid)));
-  CPropertyPane& pane = Session->GetPropertyPane();
+  PropertyPane& pane = Session->GetPropertyPane();
   const auto inPane = [&pane] { return pane.GetDockingManager()->BarOf(wxWindow::FindFocus()) == &pane; };
   const auto number = [&pane](long value) {
     auto& list = dynamic_cast<wxPropertyGrid&>(*pane.List().GetChildren().front());
@@ -211,8 +211,8 @@ TEST_F(WindowSession, ShowsPropertiesWhileTheBookIsThere) {
   EXPECT_TRUE(pane.IsBarShown());
 }
 
-TEST_F(WindowSession, ShowsTradesAndRemembersItsPlaces) {
-  CMarketWatchGrid& grid = Session->GetWatchBar().Grid();
+TEST_F(WindowSessionTest, ShowsTradesAndRemembersItsPlaces) {
+  MarketWatchGrid& grid = Session->GetWatchBar().Grid();
   EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
   grid.ToggleSortColumn(5);  // a row with trades comes first
   EXPECT_EQ(grid.Select("IBM"), true);
@@ -238,7 +238,7 @@ TEST_F(WindowSession, ShowsTradesAndRemembersItsPlaces) {
   EXPECT_EQ(Session->GetWatchBar().Grid().GetColumnsInfo().GetColumnState(5), 1);
 }
 
-TEST_F(WindowSession, PlaysTheDayOfTheLastTime) {
+TEST_F(WindowSessionTest, PlaysTheDayOfTheLastTime) {
   const auto close = [this] {
     EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
     Session->GetFrame()->Close();
@@ -253,7 +253,7 @@ TEST_F(WindowSession, PlaysTheDayOfTheLastTime) {
   std::filesystem::create_directory(sample);
   for (const char* name : {"securities.csv", "desk.csv"}) std::filesystem::rename(TestFolder() / name, sample / name);
   std::filesystem::rename(day, sample / "trades.csv");
-  Session = std::make_unique<CWindowSession>(RunFiles(Given), Given, BadLines);
+  Session = std::make_unique<WindowSession>(RunFiles(Given), Given, BadLines);
   DialogAnswers answers;
   Session->Open();
   EXPECT_TRUE(PumpUntil([&answers] { return !answers.Said.empty(); }));
@@ -262,7 +262,7 @@ TEST_F(WindowSession, PlaysTheDayOfTheLastTime) {
   std::filesystem::remove_all(sample);
 }
 
-TEST_F(WindowSession, CountsFailedCommandsOfAScriptApart) {
+TEST_F(WindowSessionTest, CountsFailedCommandsOfAScriptApart) {
   Session.reset();
   std::filesystem::current_path(Home);
   Given.Script = WriteTestFile("script.txt", "wait played\nclose-book\nselect NONE\n");
@@ -273,16 +273,16 @@ TEST_F(WindowSession, CountsFailedCommandsOfAScriptApart) {
 }
 
 // Of the log: the column's texts of all its rows, from the top.
-std::vector<std::string> Shown(const CLogGrid& grid, LogColumn column) {
+std::vector<std::string> Shown(const LogGrid& grid, LogColumn column) {
   std::vector<std::string> texts;
   for (int row = 0; row < grid.GetVirtualRows(); ++row) texts.push_back(grid.CellText(row, column));
   return texts;
 }
 
-TEST_F(WindowSession, LogsMessagesOfBothDirections) {
+TEST_F(WindowSessionTest, LogsMessagesOfBothDirections) {
   using Texts = std::vector<std::string>;
-  CLogBar& bar = Session->GetLogBar();
-  CLogGrid& grid = bar.Grid();
+  LogBar& bar = Session->GetLogBar();
+  LogGrid& grid = bar.Grid();
   EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
   EXPECT_FALSE(bar.IsBarShown());
   EXPECT_TRUE(Session->GetFrame()->RunMenu({L"View", L"Messages"}));
@@ -370,8 +370,8 @@ class ScriptRun : public GuiTest, private ScriptTarget {
   std::string Run(const std::string& script) {
     const auto file = WriteTestFile("script.txt", script);
     std::ostringstream reports;
-    CBadLines badLines(reports);
-    CScriptRunner runner(file, *this, badLines);
+    BadLineReport badLines(reports);
+    ScriptRunner runner(file, *this, badLines);
     runner.Start();
     EXPECT_TRUE(PumpUntil([&runner] { return runner.HasEnded(); }));
     Pump();

@@ -1,5 +1,5 @@
 // BookDriver: does to the grid of a book what a user does with mouse and keys: clicks headers, selects rows, runs the
-// context menu. Typing into the filter bar is CFilterTypist's.
+// context menu. Typing into the filter bar is FilterTypist's.
 //
 // Each gives back why it could not be done, in words for the user; empty when it was done.
 #pragma once

@@ -44,7 +44,7 @@ constexpr int kStatusWidths[] = {-3, 170, 230, 130, 110};  // as the fields of S
 
 }  // namespace
 
-CMainFrame::CMainFrame(const wxRect& rect, std::function<void(TerminalCommand)> run)
+MainFrame::MainFrame(const wxRect& rect, std::function<void(TerminalCommand)> run)
     : CQORPFrame(nullptr, wxID_ANY, L"Trading Terminal", rect), Run(std::move(run)) {
   SetMenuBar(std::make_unique<wxMenuBar>().release());  // the frame owns bar and menus
   AddMenus();
@@ -59,11 +59,11 @@ CMainFrame::CMainFrame(const wxRect& rect, std::function<void(TerminalCommand)> 
   Bind(wxEVT_MOVE, [note](wxMoveEvent& event) { note(event); });
 }
 
-void CMainFrame::NoteRect() {
+void MainFrame::NoteRect() {
   if (!IsMaximized() && !IsIconized()) NormalRect = GetRect();
 }
 
-void CMainFrame::AddMenus() {
+void MainFrame::AddMenus() {
   for (const CommandRow& row : CommandRows()) {
     wxMenuBar& bar = *GetMenuBar();
     const int place = bar.FindMenu(wxMenuItem::GetLabelText(row.Menu));
@@ -77,7 +77,7 @@ void CMainFrame::AddMenus() {
   }
 }
 
-void CMainFrame::AddPluginMenu(const std::wstring& title, const std::wstring& entry, const KeyPress& key) {
+void MainFrame::AddPluginMenu(const std::wstring& title, const std::wstring& entry, const KeyPress& key) {
   wxMenu* menu = std::make_unique<wxMenu>().release();
   menu->Append(IdOf(TerminalCommand::OpenBook), ItemText(entry, key),
                L"Open a book of the security in focus, or of all");
@@ -87,20 +87,20 @@ void CMainFrame::AddPluginMenu(const std::wstring& title, const std::wstring& en
   AddKey(TerminalCommand::OpenBook, key);
 }
 
-void CMainFrame::BindCommand(TerminalCommand command) {
+void MainFrame::BindCommand(TerminalCommand command) {
   Bind(
       wxEVT_MENU, [this, command](wxCommandEvent&) { Run(command); }, IdOf(command));
 }
 
 // wxGTK 3.2: the keys of menu entries do nothing in floating panes, those of the frame's table do. Drop when 3.4 is the
 // floor.
-void CMainFrame::AddKey(TerminalCommand command, const KeyPress& key) {
+void MainFrame::AddKey(TerminalCommand command, const KeyPress& key) {
   if (WxKeyCode(key) == 0) return;
   KeyEntries.emplace_back(WxHeldKeys(key), WxKeyCode(key), IdOf(command));
   SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(KeyEntries.size()), KeyEntries.data()));
 }
 
-void CMainFrame::AddStatusBar() {
+void MainFrame::AddStatusBar() {
   constexpr int kFields = static_cast<int>(std::size(kStatusWidths));
   wxStatusBar& status = *CreateStatusBar(kFields);
   int widths[kFields];
@@ -109,15 +109,15 @@ void CMainFrame::AddStatusBar() {
   status.SetStatusWidths(kFields, widths);
 }
 
-void CMainFrame::Check(TerminalCommand command, bool checked) {
+void MainFrame::Check(TerminalCommand command, bool checked) {
   GetMenuBar()->Check(IdOf(command), checked);
 }
 
-void CMainFrame::EnableCommand(TerminalCommand command, bool enabled) {
+void MainFrame::EnableCommand(TerminalCommand command, bool enabled) {
   GetMenuBar()->Enable(IdOf(command), enabled);
 }
 
-void CMainFrame::SetStatus(StatusField field, const std::wstring& text) {
+void MainFrame::SetStatus(StatusField field, const std::wstring& text) {
   wxStatusBar& status = *GetStatusBar();
   wxRect place;
   // A frame that is too narrow for the field, as before its first size: wxGTK 3.2 would paint a negative rectangle.
@@ -125,7 +125,7 @@ void CMainFrame::SetStatus(StatusField field, const std::wstring& text) {
   if (status.GetStatusText(static_cast<int>(field)) != text) status.SetStatusText(text, static_cast<int>(field));
 }
 
-bool CMainFrame::RunMenu(const std::vector<std::wstring>& texts) {
+bool MainFrame::RunMenu(const std::vector<std::wstring>& texts) {
   const int place = texts.empty() ? wxNOT_FOUND : GetMenuBar()->FindMenu(texts.front());
   if (place == wxNOT_FOUND) return false;
   wxMenu* menu = GetMenuBar()->GetMenu(static_cast<std::size_t>(place));

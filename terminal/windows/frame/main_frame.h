@@ -1,4 +1,4 @@
-// CMainFrame: the terminal's main window: menu bar, status bar, and the keys of all commands, also while the focus is
+// MainFrame: the terminal's main window: menu bar, status bar, and the keys of all commands, also while the focus is
 // in a floating bar.
 #pragma once
 
@@ -14,9 +14,9 @@
 
 enum class StatusField : int { Focus, DayClock, State, Trades, Rate };
 
-class CMainFrame : public CQORPFrame {
+class MainFrame : public CQORPFrame {
  public:
-  CMainFrame(const wxRect& rect, std::function<void(TerminalCommand)> run);
+  MainFrame(const wxRect& rect, std::function<void(TerminalCommand)> run);
 
   // Puts the plug-in's entry into a menu of that title; the key may be none.
   void AddPluginMenu(const std::wstring& title, const std::wstring& entry, const KeyPress& key);

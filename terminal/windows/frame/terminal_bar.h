@@ -1,4 +1,4 @@
-// CTerminalBar: a bar of the terminal's own: it holds one window, keeps its place from one start to the next and tells
+// TerminalBar: a bar of the terminal's own: it holds one window, keeps its place from one start to the next and tells
 // when the user has closed it.
 #pragma once
 
@@ -9,10 +9,10 @@
 #include "toolkit/bars/docking_control_bar.h"
 #include "toolkit/bars/docking_manager.h"
 
-class CTerminalBar : public CQORPDockingControlBar {
+class TerminalBar : public CQORPDockingControlBar {
  public:
   // The section of the file of windows that keeps the place.
-  explicit CTerminalBar(const wchar_t* section) : Section(section) {}
+  explicit TerminalBar(const wchar_t* section) : Section(section) {}
 
   virtual void Save(WindowMemory& memory);
   // As it was, else where it stands first.
@@ -33,9 +33,9 @@ class CTerminalBar : public CQORPDockingControlBar {
   const wchar_t* Section;
 };
 
-// CClosedBars: the bars that a plug-in has closed. A plug-in only hides a bar of its own, as the bar belongs to the
+// ClosedBars: the bars that a plug-in has closed. A plug-in only hides a bar of its own, as the bar belongs to the
 // terminal's frame; the terminal destroys it, since nothing shows it again.
-class CClosedBars {
+class ClosedBars {
  public:
   // The address of a bar that may be in the midst of its close, or of anything else.
   void Note(const void* window) { Closed.push_back(window); }

@@ -14,34 +14,34 @@ constexpr milliseconds kBusyWait(20);
 
 }  // namespace
 
-CDayLoop::CDayLoop(CDayRun& day, CBeat& beat, CPluginLink& plugin, PlayClock& clock, Listener listener)
+DayLoop::DayLoop(DayRun& day, RefreshBeat& beat, PluginLink& plugin, PlayClock& clock, Listener listener)
     : Day(day), PluginBeat(beat), Plugin(plugin), Clock(clock), Told(std::move(listener)) {
   PlayTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Play(); });
   RefreshTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Refresh(); });
   BeatTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Told.Beat(); });
 }
 
-void CDayLoop::Start() {
+void DayLoop::Start() {
   Refresh();
   BeatTimer.Start(static_cast<int>(kBeat.count()));
 }
 
-void CDayLoop::PlayOn() {
+void DayLoop::PlayOn() {
   StartOnce(PlayTimer, Clock.Now());
 }
 
-void CDayLoop::Stop() {
+void DayLoop::Stop() {
   PlayTimer.Stop();
   RefreshTimer.Stop();
   BeatTimer.Stop();
 }
 
-void CDayLoop::StartOnce(wxTimer& timer, PlayClock::Time time) {
+void DayLoop::StartOnce(wxTimer& timer, PlayClock::Time time) {
   const auto wait = std::chrono::ceil<milliseconds>(time - Clock.Now());
   timer.StartOnce(static_cast<int>(std::clamp(wait, milliseconds(1), kLongestWait).count()));
 }
 
-void CDayLoop::Play() {
+void DayLoop::Play() {
   if (Plugin.IsBusy()) return StartOnce(PlayTimer, Clock.Now() + kBusyWait);
   const bool hadEnded = Day.HasEnded();
   try {
@@ -53,7 +53,7 @@ void CDayLoop::Play() {
 }
 
 // A registration that comes later is seen at the next turn.
-void CDayLoop::Refresh() {
+void DayLoop::Refresh() {
   if (!Plugin.IsBusy()) PluginBeat.CallIfDue();
   StartOnce(RefreshTimer, PluginBeat.NextCall().value_or(Clock.Now() + kBeat));
 }

@@ -1,4 +1,4 @@
-// CDayLoop: the timers that play a day and keep the beats while the windows are served: slices of the day, the plug-
+// DayLoop: the timers that play a day and keep the beats while the windows are served: slices of the day, the plug-
 // in's refresh, the terminal's own repaint.
 #pragma once
 
@@ -12,14 +12,14 @@
 
 // Promises: no slice is longer than some milliseconds, so that keys and painting come in between; the plug-in is never
 // called while it is being called.
-class CDayLoop {
+class DayLoop {
  public:
   struct Listener {
     std::function<void()> Beat;  // four times a second, behind the plug-in's own refresh
     std::function<void()> DayEnded;
     std::function<void(const std::string&)> DayFailed;  // with the reason
   };
-  CDayLoop(CDayRun& day, CBeat& beat, CPluginLink& plugin, PlayClock& clock, Listener listener);
+  DayLoop(DayRun& day, RefreshBeat& beat, PluginLink& plugin, PlayClock& clock, Listener listener);
 
   // Begins the beats.
   void Start();
@@ -33,9 +33,9 @@ class CDayLoop {
   // A timer that fires once at that time, or soon when it has passed.
   void StartOnce(wxTimer& timer, PlayClock::Time time);
 
-  CDayRun& Day;
-  CBeat& PluginBeat;
-  CPluginLink& Plugin;
+  DayRun& Day;
+  RefreshBeat& PluginBeat;
+  PluginLink& Plugin;
   PlayClock& Clock;
   Listener Told;
   wxTimer PlayTimer;

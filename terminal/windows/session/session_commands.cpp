@@ -49,7 +49,7 @@ std::wstring AboutText(const PluginDescription& plugin, const std::filesystem::p
 
 }  // namespace
 
-void CWindowSession::Run(TerminalCommand command) {
+void WindowSession::Run(TerminalCommand command) {
   if (Plugin->IsBusy()) return;  // it stands in a dialog of its own
   using Command = TerminalCommand;
   switch (command) {
@@ -79,9 +79,9 @@ void CWindowSession::Run(TerminalCommand command) {
     case Command::MarketWatch:
       return Toggle(*WatchBar);
     case Command::Properties:
-      return Toggle(*PropertyPane);
+      return Toggle(*PropertiesBar);
     case Command::Messages:
-      return Toggle(*LogBar);
+      return Toggle(*MessagesBar);
     case Command::Keys:
       return ShowMessage(Frame, L"Keys", KeysText(Plugin->Description()));
     case Command::About:
@@ -89,21 +89,21 @@ void CWindowSession::Run(TerminalCommand command) {
   }
 }
 
-void CWindowSession::ShowAbout() {
+void WindowSession::ShowAbout() {
   ShowMessage(Frame, L"About", AboutText(Plugin->Description(), Files.Plugin));
 }
 
-void CWindowSession::AskForDay() {
+void WindowSession::AskForDay() {
   wxFileDialog dialog(Frame, L"Open Day", wxString(WideOfPath(Files.Day.parent_path())), wxString(),
                       L"Days (*.csv;*.bin;*.ada)|*.csv;*.bin;*.ada|All files|*", wxFD_OPEN | wxFD_FILE_MUST_EXIST);
   if (dialog.ShowModal() == wxID_OK) OpenDay(PathOfWide(dialog.GetPath().ToStdWstring()));
 }
 
 // A day that cannot be opened leaves the one that plays.
-void CWindowSession::OpenDay(const std::filesystem::path& file) {
+void WindowSession::OpenDay(const std::filesystem::path& file) {
   OrShowFailure(Frame, [&] {
     const RunFiles files = Files.WithDay(file);
-    auto input = std::make_unique<CDayInput>(files, std::nullopt, BadLines);
+    auto input = std::make_unique<DayInput>(files, std::nullopt, BadLines);
     input->Open();
     FormerInputs.push_back(std::exchange(Input, std::move(input)));
     Files = files;
@@ -114,26 +114,26 @@ void CWindowSession::OpenDay(const std::filesystem::path& file) {
   });
 }
 
-void CWindowSession::BeginDay(CDayInput& input) {
+void WindowSession::BeginDay(DayInput& input) {
   Day->Begin(input);
   Frame->SetTitle(L"Trading Terminal - " + WideOfPath(Files.Day.filename()));
   Loop->PlayOn();
 }
 
 // As at a login: the plug-in's trades and those of the market watch.
-void CWindowSession::ForgetDay() {
+void WindowSession::ForgetDay() {
   if (Plugin->Send(30022)) ++ControlMessages;
   Rows.ForgetTrades();
 }
 
-void CWindowSession::StartAgain() {
+void WindowSession::StartAgain() {
   OrShowFailure(Frame, [this] {
     ForgetDay();
     BeginDay(*Input);
   });
 }
 
-void CWindowSession::LoginAgain() {
+void WindowSession::LoginAgain() {
   OrShowFailure(Frame, [this] {
     Rows.ForgetTrades();
     Day->LoginAgain();
@@ -141,7 +141,7 @@ void CWindowSession::LoginAgain() {
   });
 }
 
-void CWindowSession::PlayOrPause() {
+void WindowSession::PlayOrPause() {
   if (Day->IsPaused())
     Day->Resume();
   else
@@ -150,19 +150,19 @@ void CWindowSession::PlayOrPause() {
   OnBeat();
 }
 
-void CWindowSession::SetSpeed(std::optional<double> speed) {
+void WindowSession::SetSpeed(std::optional<double> speed) {
   Day->SetSpeed(speed);
   Loop->PlayOn();
   OnBeat();
 }
 
-void CWindowSession::Toggle(CQORPDockingControlBar& bar) {
+void WindowSession::Toggle(CQORPDockingControlBar& bar) {
   bar.ShowControlBar(!bar.IsBarShown());
   ShowCommands();
 }
 
 // Of the market watch its own row; a book is asked itself.
-void CWindowSession::TellSelection(std::uint64_t window, MessageFunction answer) {
+void WindowSession::TellSelection(std::uint64_t window, MessageFunction answer) {
   if (!Frame) return;
   for (const CQORPDockingControlBar* bar : Frame->GetDockingManager().Bars()) {
     if (reinterpret_cast<std::uint64_t>(bar) != window) continue;
@@ -172,40 +172,40 @@ void CWindowSession::TellSelection(std::uint64_t window, MessageFunction answer)
   }
 }
 
-bool CWindowSession::IsPluginBar(const CQORPDockingControlBar& bar) const {
+bool WindowSession::IsPluginBar(const CQORPDockingControlBar& bar) const {
   return &bar != WatchBar && Host.Bars().contains(bar.GetDlgCtrlID());
 }
 
 // What has the focus is looked up where it is shown; a bar that closes leaves it to another window.
-void CWindowSession::FocusMoved(const void* window, bool closed) {
-  if (closed) ClosedBars.Note(window);
+void WindowSession::FocusMoved(const void* window, bool closed) {
+  if (closed) GoneBars.Note(window);
   if (Frame && Day) Frame->CallAfter([this] { ShowStatus(); });
-  if (closed && PropertyPane) PropertyPane->FollowBook();
+  if (closed && PropertiesBar) PropertiesBar->FollowBook();
 }
 
-void CWindowSession::ShowProperties(const PropertyRequest& request) {
-  if (PropertyPane) PropertyPane->Fill(request, *Plugin);
+void WindowSession::ShowProperties(const PropertyRequest& request) {
+  if (PropertiesBar) PropertiesBar->Fill(request, *Plugin);
 }
 
-void CWindowSession::PropertiesFilled() {
-  if (!PropertyPane) return;
-  PropertyPane->ShowFilled();
+void WindowSession::PropertiesFilled() {
+  if (!PropertiesBar) return;
+  PropertiesBar->ShowFilled();
   ShowCommands();
 }
 
-bool CWindowSession::OpenBook() {
+bool WindowSession::OpenBook() {
   if (Plugin->IsBusy() || Plugin->Description().MenuCommand == 0) return false;
   LastBook = nullptr;
   Plugin->RunMenuCommand();
   return true;
 }
 
-bool CWindowSession::Select(const std::string& securityId) {
+bool WindowSession::Select(const std::string& securityId) {
   return WatchBar->Grid().Select(securityId);
 }
 
 // Of several books the one that had the focus last, else the one that was opened last.
-CQORPDockingControlBar* CWindowSession::BarFor(ScriptFocus where) const {
+CQORPDockingControlBar* WindowSession::BarFor(ScriptFocus where) const {
   if (where == ScriptFocus::MarketWatch) return WatchBar;
   CQORPDockingControlBar* book = nullptr;
   if (where != ScriptFocus::Book || !Frame) return book;
@@ -217,19 +217,19 @@ CQORPDockingControlBar* CWindowSession::BarFor(ScriptFocus where) const {
   return book;
 }
 
-std::size_t CWindowSession::OpenBooks() {
+std::size_t WindowSession::OpenBooks() {
   const auto isOpen = [this](const auto* bar) { return IsPluginBar(*bar) && bar->IsBarShown(); };
   return static_cast<std::size_t>(std::ranges::count_if(Frame->GetDockingManager().Bars(), isOpen));
 }
 
-CQORPDockingControlBar* CWindowSession::BookTitled(const std::string& title) const {
+CQORPDockingControlBar* WindowSession::BookTitled(const std::string& title) const {
   for (CQORPDockingControlBar* bar : Frame->GetDockingManager().Bars())
     if (IsPluginBar(*bar) && bar->IsBarShown() && bar->GetBarTitle().find(Wide(title)) != std::wstring::npos)
       return bar;
   return nullptr;
 }
 
-bool CWindowSession::Focus(ScriptFocus where, const std::string& title) {
+bool WindowSession::Focus(ScriptFocus where, const std::string& title) {
   CQORPDockingControlBar* bar = title.empty() ? BarFor(where) : BookTitled(title);
   if (bar == nullptr && where != ScriptFocus::None) return false;
   if (where == ScriptFocus::Book) LastBook = bar;
@@ -243,29 +243,29 @@ bool CWindowSession::Focus(ScriptFocus where, const std::string& title) {
   return true;
 }
 
-bool CWindowSession::HasFocus(ScriptFocus where) {
+bool WindowSession::HasFocus(ScriptFocus where) {
   return Frame->GetDockingManager().BarOf(wxWindow::FindFocus()) == BarFor(where);
 }
 
-bool CWindowSession::Press(const KeyPress& key) {
+bool WindowSession::Press(const KeyPress& key) {
   const int code = WxKeyCode(key);
   return code != 0 && wxUIActionSimulator().Char(code, WxHeldKeys(key));
 }
 
-bool CWindowSession::RunMenu(const std::vector<std::string>& texts) {
+bool WindowSession::RunMenu(const std::vector<std::string>& texts) {
   std::vector<std::wstring> wide;
   std::transform(texts.begin(), texts.end(), std::back_inserter(wide), Wide);
   return Frame->RunMenu(wide);
 }
 
-void CWindowSession::SavePictureTo(const std::filesystem::path& file) {
+void WindowSession::SavePictureTo(const std::filesystem::path& file) {
   SavePicture(*Frame, file);
 }
 
 // A dialog stands on the stack of whoever shows it, and within the window below it: it ends first.
-void CWindowSession::CloseWindows() {
+void WindowSession::CloseWindows() {
   constexpr int kUntilDialogIsGoneMs = 50;
-  if (CDialogDriver::EndTop())
+  if (DialogDriver::EndTop())
     EndTimer.StartOnce(kUntilDialogIsGoneMs);
   else if (Frame)
     Frame->Close();

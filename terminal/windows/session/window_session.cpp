@@ -54,7 +54,7 @@ void KeepClipboard() {
 
 }  // namespace
 
-CWindowSession::CWindowSession(const RunFiles& files, const Options& options, CBadLines& badLines)
+WindowSession::WindowSession(const RunFiles& files, const Options& options, BadLineReport& badLines)
     : Files(files),
       Given(options),
       BadLines(badLines),
@@ -68,12 +68,12 @@ CWindowSession::CWindowSession(const RunFiles& files, const Options& options, CB
 }
 
 // The day that the command line names, else that of the last time; where that cannot be read any more, the sample.
-std::unique_ptr<CDayInput> CWindowSession::FirstDay() {
+std::unique_ptr<DayInput> WindowSession::FirstDay() {
   const bool given = !Given.Day.empty() || !Given.Securities.empty() || !Given.Desk.empty();
   if (const auto last = given ? std::nullopt : Memory.LoadDay()) {
     try {
       const RunFiles files = Files.WithDay(*last);
-      auto input = std::make_unique<CDayInput>(files, Given.Live, BadLines);
+      auto input = std::make_unique<DayInput>(files, Given.Live, BadLines);
       input->Open();
       Files = files;
       return input;
@@ -81,20 +81,20 @@ std::unique_ptr<CDayInput> CWindowSession::FirstDay() {
       LostDay = failure.what();
     }
   }
-  return std::make_unique<CDayInput>(Files, Given.Live, BadLines);
+  return std::make_unique<DayInput>(Files, Given.Live, BadLines);
 }
 
-std::unique_ptr<CScriptRunner> CWindowSession::MakeScript() {
+std::unique_ptr<ScriptRunner> WindowSession::MakeScript() {
   ScriptTarget& target = *this;
-  return Files.Script.empty() ? nullptr : std::make_unique<CScriptRunner>(Files.Script, target, BadLines);
+  return Files.Script.empty() ? nullptr : std::make_unique<ScriptRunner>(Files.Script, target, BadLines);
 }
 
-CWindowSession::~CWindowSession() {
+WindowSession::~WindowSession() {
   if (Frame) Frame->Destroy();
   WxRun::DropClosedWindows();
 }
 
-void CWindowSession::Open() {
+void WindowSession::Open() {
   MakeFrame();
   MakeBars();
   LoadPlugin();
@@ -103,11 +103,11 @@ void CWindowSession::Open() {
   StartDay();
 }
 
-void CWindowSession::MakeFrame() {
+void WindowSession::MakeFrame() {
   const std::optional<FramePlace> kept = Memory.LoadFrame();
   const bool usesKept = kept && CanBeSeen(RectOf(kept->Rectangle));
   Frame =
-      std::make_unique<CMainFrame>(usesKept ? RectOf(kept->Rectangle) : DefaultRect(), [this](TerminalCommand command) {
+      std::make_unique<MainFrame>(usesKept ? RectOf(kept->Rectangle) : DefaultRect(), [this](TerminalCommand command) {
         Run(command);
       }).release();  // destroys itself when it is closed
   if (usesKept && kept->Maximized) Frame->Maximize();
@@ -120,7 +120,7 @@ void CWindowSession::MakeFrame() {
 }
 
 // Some window managers choose a place of their own for a new window; a move holds once it is active.
-void CWindowSession::ShowFrame() {
+void WindowSession::ShowFrame() {
   const wxPoint wanted = Frame->GetPosition();
   Frame->Bind(wxEVT_ACTIVATE, [this, wanted, placed = false](wxActivateEvent& event) mutable {
     event.Skip();
@@ -130,25 +130,25 @@ void CWindowSession::ShowFrame() {
 }
 
 // The frame owns its bars.
-void CWindowSession::MakeBars() {
+void WindowSession::MakeBars() {
   CQORPDockingManager& manager = Frame->GetDockingManager();
-  WatchBar = std::make_unique<CMarketWatchBar>().release();
-  PropertyPane = std::make_unique<CPropertyPane>().release();
-  LogBar = std::make_unique<CLogBar>().release();
+  WatchBar = std::make_unique<MarketWatchBar>().release();
+  PropertiesBar = std::make_unique<PropertyPane>().release();
+  MessagesBar = std::make_unique<LogBar>().release();
   if (!WatchBar->Create(manager, kMarketWatchId, Rows, [this] { OpenBook(); }) ||
-      !PropertyPane->Create(manager, kPropertyPaneId) || !LogBar->Create(manager, kLogId, Log))
+      !PropertiesBar->Create(manager, kPropertyPaneId) || !MessagesBar->Create(manager, kLogId, Log))
     throw TerminalError(ExitCode::Display, "the market watch and the panes cannot be shown");
   PutBack(*WatchBar);
-  PutBack(*PropertyPane);
-  PutBack(*LogBar);
+  PutBack(*PropertiesBar);
+  PutBack(*MessagesBar);
 }
 
-void CWindowSession::PutBack(CTerminalBar& bar) {
+void WindowSession::PutBack(TerminalBar& bar) {
   bar.Closed = [this] { ShowCommands(); };
   bar.Restore(Memory);
 }
 
-void CWindowSession::LoadPlugin() {
+void WindowSession::LoadPlugin() {
   Host.UseWindows(this);
   Host.LogTo(&Log);
   Plugin.emplace(Files.Plugin);
@@ -158,14 +158,14 @@ void CWindowSession::LoadPlugin() {
   Frame->AddPluginMenu(Utf16ToWide(told.MenuTitle), Utf16ToWide(told.MenuEntry), {.Code = told.MenuKey});
 }
 
-void CWindowSession::StartDay() {
+void WindowSession::StartDay() {
   Day.emplace(*Plugin, Rows, Clock, Given.Speed);
   Loop.emplace(*Day, Beat, *Plugin, Clock,
-               CDayLoop::Listener{[this] { OnBeat(); }, [this] { OnBeat(); },
-                                  [this](const std::string& reason) {
-                                    OnBeat();
-                                    ShowFailure(Frame, reason);
-                                  }});
+               DayLoop::Listener{[this] { OnBeat(); }, [this] { OnBeat(); },
+                                 [this](const std::string& reason) {
+                                   OnBeat();
+                                   ShowFailure(Frame, reason);
+                                 }});
   ControlMessages = SendStart(*Plugin, true);
   Begun = Clock.Now();
   BeginDay(*Input);
@@ -177,7 +177,7 @@ void CWindowSession::StartDay() {
 }
 
 // The windows are whole yet, and the books with them.
-void CWindowSession::Finish() {
+void WindowSession::Finish() {
   if (Loop) Loop->Stop();
   if (Script) Script->Stop();
   if (!Files.Screenshot.empty()) OrShowFailure(Frame, [this] { SavePicture(*Frame, Files.Screenshot); });
@@ -186,15 +186,15 @@ void CWindowSession::Finish() {
   const wxRect rect = Frame->GetNormalRect();
   Memory.SaveFrame({{rect.GetLeft(), rect.GetTop(), rect.GetRight() + 1, rect.GetBottom() + 1}, Frame->IsMaximized()});
   WatchBar->Save(Memory);
-  PropertyPane->Empty();
-  PropertyPane->Save(Memory);
-  LogBar->Save(Memory);
+  PropertiesBar->Empty();
+  PropertiesBar->Save(Memory);
+  MessagesBar->Save(Memory);
   Memory.SaveDay(Files);
   KeepClipboard();
   if (!Memory.Write()) ShowFailure(Frame, std::string(WindowMemory::kFileName) + " cannot be written");
 }
 
-DaySummary CWindowSession::Summary() const {
+DaySummary WindowSession::Summary() const {
   DaySummary summary;
   summary.PluginName = Plugin->Description().Name;
   summary.Played = Day->Counts();
@@ -207,25 +207,25 @@ DaySummary CWindowSession::Summary() const {
   return summary;
 }
 
-void CWindowSession::OnBeat() {
+void WindowSession::OnBeat() {
   if (!Frame) return;
   WatchBar->Grid().ShowChanges();
-  PropertyPane->FollowBook();
-  if (!Plugin->IsBusy()) ClosedBars.Destroy(Frame->GetDockingManager());
-  LogBar->ShowChanges();
+  PropertiesBar->FollowBook();
+  if (!Plugin->IsBusy()) GoneBars.Destroy(Frame->GetDockingManager());
+  MessagesBar->ShowChanges();
   ShowStatus();
   ShowCommands();
   if (ShouldEnd() && !EndTimer.IsRunning()) EndTimer.StartOnce(kPaintedMs);
 }
 
 // Once what --exit-after names has come, and the script is through.
-bool CWindowSession::ShouldEnd() const {
+bool WindowSession::ShouldEnd() const {
   if (!Given.ExitAfter || (Script && !Script->HasEnded())) return false;
   if (Given.ExitAfter->Played) return Day->HasEnded();
   return Clock.Now() - Begun >= *Given.ExitAfter->Seconds;
 }
 
-void CWindowSession::ShowStatus() {
+void WindowSession::ShowStatus() {
   const PlayCounts counts = Day->Counts();
   Rate.Tell(counts.Trades(), Clock.Now());
   const auto narrow = [this](StatusField field, const std::string& text) {
@@ -240,7 +240,7 @@ void CWindowSession::ShowStatus() {
   Frame->SetStatus(StatusField::Focus, focused == nullptr ? std::wstring() : focused->GetBarTitle());
 }
 
-std::string CWindowSession::StateText() const {
+std::string WindowSession::StateText() const {
   std::string text = "Live, " + SpeedText(Day->GetSpeed());
   if (!Day->IsLive()) text = "Download";
   if (Day->IsPaused()) text = "Paused";
@@ -249,7 +249,7 @@ std::string CWindowSession::StateText() const {
   return text;
 }
 
-void CWindowSession::ShowCommands() {
+void WindowSession::ShowCommands() {
   using enum TerminalCommand;
   constexpr std::pair<TerminalCommand, double> kSpeeds[] = {{RealTime, 1}, {TenTimes, 10}, {SixtyTimes, 60}};
   for (const auto& [command, speed] : kSpeeds)
@@ -258,6 +258,6 @@ void CWindowSession::ShowCommands() {
   Frame->Check(PlayOrPause, Day->IsPaused());
   Frame->EnableCommand(PlayOrPause, !Day->HasEnded());
   Frame->Check(MarketWatch, WatchBar->IsBarShown());
-  Frame->Check(Properties, PropertyPane->IsBarShown());
-  Frame->Check(Messages, LogBar->IsBarShown());
+  Frame->Check(Properties, PropertiesBar->IsBarShown());
+  Frame->Check(Messages, MessagesBar->IsBarShown());
 }

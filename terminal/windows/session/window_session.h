@@ -1,4 +1,4 @@
-// CWindowSession: a run of the terminal with windows: makes frame, market watch and plug-in, plays the day, does the
+// WindowSession: a run of the terminal with windows: makes frame, market watch and plug-in, plays the day, does the
 // commands of the menu bar and answers the plug-in's questions about windows. The main thread only, while WxRun lives.
 #pragma once
 
@@ -23,12 +23,12 @@
 #include "terminal/windows/frame/terminal_bar.h"
 #include "terminal/windows/session/day_loop.h"
 
-class CWindowSession : private TerminalWindows, private ScriptTarget {
+class WindowSession : private TerminalWindows, private ScriptTarget {
  public:
   // Reads what the day needs and enters the working folder. Throws TerminalError.
-  CWindowSession(const RunFiles& files, const Options& options, CBadLines& badLines);
+  WindowSession(const RunFiles& files, const Options& options, BadLineReport& badLines);
   // Windows go before the plug-in, whose classes stand in them.
-  ~CWindowSession() override;
+  ~WindowSession() override;
 
   // Shows the windows and begins the day; they live until the user closes the frame. Throws TerminalError.
   void Open();
@@ -36,19 +36,19 @@ class CWindowSession : private TerminalWindows, private ScriptTarget {
   DaySummary Summary() const;
 
   void Run(TerminalCommand command);
-  CMainFrame* GetFrame() const { return Frame.get(); }
-  CMarketWatchBar& GetWatchBar() const { return *WatchBar; }
-  CPropertyPane& GetPropertyPane() const { return *PropertyPane; }
-  CLogBar& GetLogBar() const { return *LogBar; }
-  const CDayRun& GetDay() const { return *Day; }
+  MainFrame* GetFrame() const { return Frame.get(); }
+  MarketWatchBar& GetWatchBar() const { return *WatchBar; }
+  PropertyPane& GetPropertyPane() const { return *PropertiesBar; }
+  LogBar& GetLogBar() const { return *MessagesBar; }
+  const DayRun& GetDay() const { return *Day; }
 
  private:
-  std::unique_ptr<CDayInput> FirstDay();
-  std::unique_ptr<CScriptRunner> MakeScript();
+  std::unique_ptr<DayInput> FirstDay();
+  std::unique_ptr<ScriptRunner> MakeScript();
   void MakeFrame();
   void ShowFrame();
   void MakeBars();
-  void PutBack(CTerminalBar& bar);
+  void PutBack(TerminalBar& bar);
   void LoadPlugin();
   void StartDay();
   void Finish();
@@ -77,7 +77,7 @@ class CWindowSession : private TerminalWindows, private ScriptTarget {
   void ShowAbout();
   void AskForDay();
   void OpenDay(const std::filesystem::path& file);
-  void BeginDay(CDayInput& input);
+  void BeginDay(DayInput& input);
   void ForgetDay();
   void StartAgain();
   void LoginAgain();
@@ -92,28 +92,28 @@ class CWindowSession : private TerminalWindows, private ScriptTarget {
 
   RunFiles Files;
   Options Given;
-  CBadLines& BadLines;
-  std::unique_ptr<CScriptRunner> Script;  // null for none; its files lie where the terminal was started
+  BadLineReport& BadLines;
+  std::unique_ptr<ScriptRunner> Script;  // null for none; its files lie where the terminal was started
   WindowMemory Memory;
   std::string LostDay;  // why the day of the last time does not play; empty when it does
-  mutable CWallClock Clock;
-  CBeat Beat{Clock};
-  std::unique_ptr<CDayInput> Input;
-  std::vector<std::unique_ptr<CDayInput>> FormerInputs;  // a plug-in may keep addresses in their securities
+  mutable WallClock Clock;
+  RefreshBeat Beat{Clock};
+  std::unique_ptr<DayInput> Input;
+  std::vector<std::unique_ptr<DayInput>> FormerInputs;  // a plug-in may keep addresses in their securities
   MarketWatch Rows;
-  CMessageLog Log;
-  CTerminalHost Host;
-  CRunningHostScope Running{Host};
-  std::optional<CPluginLink> Plugin;
-  std::optional<CDayRun> Day;
-  std::optional<CDayLoop> Loop;
-  wxWeakRef<CMainFrame> Frame;
-  CMarketWatchBar* WatchBar = nullptr;                 // belongs to the frame
-  CLogBar* LogBar = nullptr;                           // the same
-  wxWeakRef<CPropertyPane> PropertyPane;               // asked for while the frame goes, too
+  MessageLog Log;
+  TerminalHost Host;
+  RunningHostScope Running{Host};
+  std::optional<PluginLink> Plugin;
+  std::optional<DayRun> Day;
+  std::optional<DayLoop> Loop;
+  wxWeakRef<MainFrame> Frame;
+  MarketWatchBar* WatchBar = nullptr;                  // belongs to the frame
+  LogBar* MessagesBar = nullptr;                       // the same
+  wxWeakRef<PropertyPane> PropertiesBar;               // asked for while the frame goes, too
   const CQORPDockingControlBar* FocusedBar = nullptr;  // for comparing: may be gone
   const CQORPDockingControlBar* LastBook = nullptr;    // the same; null for the one that was opened last
-  CClosedBars ClosedBars;
+  ClosedBars GoneBars;
   wxTimer EndTimer;
   TradeRate Rate;
   std::uint64_t ControlMessages = 0;
