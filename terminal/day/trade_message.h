@@ -11,8 +11,7 @@
 
 #include "host_link/messages/packet_reader.h"
 #include "host_link/messages/packet_writer.h"
-#include "terminal/day/reference_data.h"
-#include "terminal/day/trade_file.h"
+#include "terminal/day/csv_tables.h"
 
 // Promises: trades and orders are numbered from 1 as they come; all fills of one exchange order carry the same numbers,
 // the time of the first of them as their order time, and the same line of the desk. Texts go out at their own length.

@@ -11,7 +11,7 @@
 #include "host_link/host_functions/terminal_functions.h"
 #include "host_link/messages/packet_writer.h"
 #include "host_link/module/message_router.h"
-#include "terminal/day/reference_data.h"
+#include "terminal/day/csv_tables.h"
 #include "terminal/link/message_log.h"
 #include "terminal/link/plugin_messages.h"
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "terminal/common/errors.h"
-#include "terminal/day/csv_file.h"
+#include "terminal/day/csv_reader.h"
 
 namespace {
 constexpr std::chrono::seconds kRateTime{2};

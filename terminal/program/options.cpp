@@ -5,6 +5,7 @@
 #include <cmath>
 #include <iterator>
 
+#include "platform/modules.h"
 #include "terminal/common/errors.h"
 #include "terminal/script/window_script.h"
 
@@ -167,6 +168,20 @@ Options ParseOptions(const std::vector<Path>& arguments) {
   if (ofWindows && (options.Headless || !options.Record.empty()))
     Refuse("--exit-after, --screenshot and --script say something only with windows");
   return options;
+}
+
+RunFiles FilesOf(const Options& options) {
+  const auto full = [](const Path& given) { return given.empty() ? given : std::filesystem::absolute(given); };
+  RunFiles files = RunFiles::OfDay(options.Day);
+  if (!options.Securities.empty()) files.Securities = full(options.Securities);
+  if (!options.Desk.empty()) files.Desk = full(options.Desk);
+  files.Plugin =
+      options.Plugin.empty() ? ProgramFolder() / (std::string("tradebook") + ModuleSuffix()) : full(options.Plugin);
+  files.Work = full(options.Work.empty() ? "trade_book_work" : options.Work);
+  files.Record = full(options.Record);
+  files.Screenshot = full(options.Screenshot);
+  files.Script = full(options.Script);
+  return files;
 }
 
 std::string HelpText() {

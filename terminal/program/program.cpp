@@ -8,17 +8,17 @@
 
 #include "platform/modules.h"
 #include "terminal/common/errors.h"
-#include "terminal/day/day_script.h"
+#include "terminal/day/numbered_day.h"
 #include "terminal/day/recordings.h"
 #include "terminal/link/plugin_link.h"
 #include "terminal/link/terminal_host.h"
-#include "terminal/play/day_run.h"
+#include "terminal/play/player.h"
 
 namespace {
 
 using Path = std::filesystem::path;
 
-std::string RecordMessages(DayScript& script, const Path& file, std::uint16_t mode) {
+std::string RecordMessages(NumberedDay& script, const Path& file, std::uint16_t mode) {
   MessageRecorder record(file, mode);
   std::uint64_t messages = 0;
   while (script.Next()) {
@@ -32,7 +32,7 @@ std::string RecordMessages(DayScript& script, const Path& file, std::uint16_t mo
 }
 
 // The end of a download is left out without a word: it is told by the numbers of the trades.
-std::string RecordTrades(DayScript& script, const Path& file, std::uint16_t mode) {
+std::string RecordTrades(NumberedDay& script, const Path& file, std::uint16_t mode) {
   TradeRecorder record(file, mode);
   std::uint64_t trades = 0;
   std::uint64_t others = 0;
@@ -60,7 +60,7 @@ void RecordDay(const RunFiles& files, const Options& options, BadLineReport& bad
 void PlayDay(const RunFiles& files, const Options& options, BadLineReport& badLines, std::ostream& out,
              std::ostream& errors) {
   DayInput input(files, options.Live, badLines);
-  DayScript& script = input.Open();
+  NumberedDay& script = input.Open();
   EnterWorkingFolder(files.Work, ProgramFolder() / "working_folder");
   WallClock clock;
   RefreshBeat beat(clock);
@@ -89,7 +89,7 @@ ExitCode Run(const Options& options, PlayInWindowsFunction playInWindows, std::o
     return ExitCode::Played;
   }
   BadLineReport badLines(errors);
-  const RunFiles files(options);
+  const RunFiles files = FilesOf(options);
   if (!options.Record.empty())
     RecordDay(files, options, badLines, out);
   else if (options.Headless)

@@ -12,7 +12,7 @@
 
 #include "terminal/common/errors.h"
 #include "terminal/common/run_files.h"
-#include "terminal/play/day_run.h"
+#include "terminal/play/player.h"
 #include "terminal/program/options.h"
 
 inline constexpr const char* kTerminalVersion = TERMINAL_VERSION;

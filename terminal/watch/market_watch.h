@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "terminal/day/reference_data.h"
+#include "terminal/day/csv_tables.h"
 #include "terminal/day/trade_message.h"
 
 enum class Trend : std::uint8_t { None, Up, Down };

@@ -1,4 +1,4 @@
-#include "terminal/day/csv_file.h"
+#include "terminal/day/csv_reader.h"
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,7 @@
 #include <sstream>
 
 #include "terminal/common/errors.h"
-#include "terminal/day/reference_data.h"
-#include "terminal/day/trade_file.h"
+#include "terminal/day/csv_tables.h"
 #include "tests/terminal/test_files.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "terminal/play/day_run.h"
+#include "terminal/play/player.h"
 
 #include <gtest/gtest.h>
 
@@ -47,7 +47,7 @@ class DayPlayerTest : public testing::Test {
  protected:
   PlayCounts Play(const std::string& day, std::optional<double> speed, milliseconds taken = {}) {
     BadLineReport badLines(Screen);
-    DayScript script(OpenMessageDay(WriteTestFile("day.bin", day), badLines), {});
+    NumberedDay script(OpenMessageDay(WriteTestFile("day.bin", day), badLines), {});
     TestTarget target(Clock, taken);
     PlayProgress progress(Screen, Clock);
     const PlayCounts counts = DayPlayer(target, Beat, Clock, progress, speed).Play(script);

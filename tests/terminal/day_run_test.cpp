@@ -1,4 +1,4 @@
-#include "terminal/play/day_run.h"
+#include "terminal/play/player.h"
 
 #include <gtest/gtest.h>
 
@@ -48,11 +48,10 @@ class DayRunTest : public testing::Test, protected MessageTarget, protected Trad
   void Begin() {
     WriteTestFile("securities.csv", std::string(kSecurityHeader) + "ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,2.5\n");
     WriteTestFile("desk.csv", std::string(kDeskHeader) + kDeskLine);
-    Options options;
-    options.Day = WriteTestFile(
+    const auto day = WriteTestFile(
         "day.csv", kTradeHeader + TradeLine("20131007-00:00:01", "1") + "bad\n" + TradeLine("20131007-00:00:02", "2") +
                        TradeLine("20131007-00:00:04", "3") + TradeLine("20131007-00:00:14", "4"));
-    Input.emplace(RunFiles(options), ParseLiveFrom("2"), BadLines);
+    Input.emplace(RunFiles::OfDay(day), ParseLiveFrom("2"), BadLines);
     Run.Begin(*Input);
   }
 };
@@ -98,10 +97,8 @@ TEST_F(DayRunTest, APauseHoldsLiveTradesAlone) {
 TEST_F(DayRunTest, ASliceEndsWithItsTime) {
   std::string day;
   for (int i = 0; i < 100; ++i) day += WireMessage(8111);
-  Options options;
   WriteTestFile("securities.csv", kSecurityHeader);
-  options.Day = WriteTestFile("day.bin", day);
-  Input.emplace(RunFiles(options), std::nullopt, BadLines);
+  Input.emplace(RunFiles::OfDay(WriteTestFile("day.bin", day)), std::nullopt, BadLines);
   Run.Begin(*Input);
   Play(milliseconds(8));
   EXPECT_EQ(Wait, 0);

@@ -52,7 +52,7 @@ class WindowSessionTest : public GuiTest {
     GuiTest::TearDown();
   }
   void Open() {
-    Session = std::make_unique<WindowSession>(RunFiles(Given), Given, BadLines);
+    Session = std::make_unique<WindowSession>(FilesOf(Given), Given, BadLines);
     Session->Open();
     ASSERT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded() || Session->GetDay().DayTrades() == 3; }));
   }
@@ -80,16 +80,16 @@ TEST_F(WindowSessionTest, PlaysTheDayAndLogsInAnew) {
   const std::string start = "raw 30025\nexported 30026\nraw 30022\nrouted 8111 1\nrouted 8111 2\n" + kDownload;
   const std::string day = start + "routed 9101 3\nrouted 9101 4\n";
   EXPECT_EQ(Log(), day);
-  Session->Run(TerminalCommand::NewLogin);
+  Session->Commands().Run(TerminalCommand::NewLogin);
   EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
   const std::string again = "raw 30022\nrouted 8111 1\nrouted 8111 2\nrouted 8111 3\nrouted 8111 4\n" + kDownload;
   EXPECT_EQ(Log(), day + again);
-  Session->Run(TerminalCommand::RefreshBooks);
+  Session->Commands().Run(TerminalCommand::RefreshBooks);
   EXPECT_EQ(Log(), day + again + "raw 30020\n");
-  Session->GetFrame()->Close();
+  Session->GetWindows().Frame()->Close();
   EXPECT_EQ(Log(), day + again + "raw 30020\nraw 30021\n");
   Pump();
-  EXPECT_EQ(Session->GetFrame(), nullptr);
+  EXPECT_EQ(Session->GetWindows().Frame(), nullptr);
   EXPECT_TRUE(std::filesystem::exists(Given.Work / "TerminalWindows.xml"));
 }
 
@@ -100,11 +100,11 @@ TEST_F(WindowSessionTest, RunsThePluginsEntryByMenuAndKey) {
     for (std::size_t at = 0; (at = log.find("command\n", at)) != std::string::npos; ++at) ++count;
     return count;
   };
-  EXPECT_TRUE(Session->GetFrame()->RunMenu({L"Fakes", L"Fake Book"}));
-  EXPECT_FALSE(Session->GetFrame()->RunMenu({L"Fakes", L"Fake"}));
-  EXPECT_FALSE(Session->GetFrame()->RunMenu({L"Fakes"}));
+  EXPECT_TRUE(Session->GetWindows().Frame()->RunMenu({L"Fakes", L"Fake Book"}));
+  EXPECT_FALSE(Session->GetWindows().Frame()->RunMenu({L"Fakes", L"Fake"}));
+  EXPECT_FALSE(Session->GetWindows().Frame()->RunMenu({L"Fakes"}));
   EXPECT_EQ(commands(), 1U);
-  MarketWatchBar& bar = Session->GetWatchBar();
+  MarketWatchBar& bar = Session->GetWindows().Watch();
   const struct {
     const char* Place;
     void (*Put)(MarketWatchBar& bar);
@@ -134,7 +134,7 @@ TEST_F(WindowSessionTest, RunsThePluginsEntryByMenuAndKey) {
 }
 
 TEST_F(WindowSessionTest, AnswersWhatIsSelected) {
-  MarketWatchBar& bar = Session->GetWatchBar();
+  MarketWatchBar& bar = Session->GetWindows().Watch();
   const CQORPDockingControlBar* watch = &bar;
   Answers.clear();
   bar.Grid().SetCurSel(-1);
@@ -147,7 +147,7 @@ TEST_F(WindowSessionTest, AnswersWhatIsSelected) {
   EXPECT_FALSE(bar.Grid().Select("ibm"));
 
   auto* book = std::make_unique<CQORPDockingControlBar>().release();  // the frame owns it
-  ASSERT_TRUE(book->CreateBar(Session->GetFrame()->GetDockingManager(), L"Book", wxRect(200, 200, 300, 200),
+  ASSERT_TRUE(book->CreateBar(Session->GetWindows().Frame()->GetDockingManager(), L"Book", wxRect(200, 200, 300, 200),
                               RunningHost()->GetPluginBarID("Book")));
   const std::string before = Log();
   Ask(book);
@@ -170,7 +170,8 @@ void ApplyItem(CQORPProp* item, void* grid) {
 
 TEST_F(WindowSessionTest, ShowsPropertiesWhileTheBookIsThere) {
   auto* book = std::make_unique<CQORPDockingControlBar>().release();  // the frame owns it
-  ASSERT_TRUE(book->CreateBar(Session->GetFrame()->GetDockingManager(), L"Book", wxRect(200, 200, 300, 200), 77));
+  ASSERT_TRUE(
+      book->CreateBar(Session->GetWindows().Frame()->GetDockingManager(), L"Book", wxRect(200, 200, 300, 200), 77));
   book->DockControlBar(DockSide::Left);
   auto* grid = std::make_unique<wxTextCtrl>(book, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, 0,
                                             wxDefaultValidator, "grid")
@@ -180,7 +181,7 @@ TEST_F(WindowSessionTest, ShowsPropertiesWhileTheBookIsThere) {
   request.AddU64(30002, reinterpret_cast<std::uint64_t>(&FillList));
   request.AddU64(30031, reinterpret_cast<std::uint64_t>(&ApplyItem));
   request.AddU64(30001, reinterpret_cast<std::uint64_t>(static_cast<wxWindow*>(grid)));
-  PropertyPane& pane = Session->GetPropertyPane();
+  PropertyPane& pane = *Session->GetWindows().Properties();
   const auto inPane = [&pane] { return pane.GetDockingManager()->BarOf(wxWindow::FindFocus()) == &pane; };
   const auto number = [&pane](long value) {
     auto& list = dynamic_cast<wxPropertyGrid&>(*pane.List().GetChildren().front());
@@ -205,14 +206,14 @@ TEST_F(WindowSessionTest, ShowsPropertiesWhileTheBookIsThere) {
     EXPECT_TRUE(pane.List().GetProperties().empty());
   }
   EXPECT_EQ(Calls, (std::vector<std::string>{"fill", "-2147483647grid", "7grid", "fill", "-2147483647grid", "7grid"}));
-  Session->Run(TerminalCommand::Properties);
+  Session->Commands().Run(TerminalCommand::Properties);
   EXPECT_FALSE(pane.IsBarShown());
-  Session->Run(TerminalCommand::Properties);
+  Session->Commands().Run(TerminalCommand::Properties);
   EXPECT_TRUE(pane.IsBarShown());
 }
 
 TEST_F(WindowSessionTest, ShowsTradesAndRemembersItsPlaces) {
-  MarketWatchGrid& grid = Session->GetWatchBar().Grid();
+  MarketWatchGrid& grid = Session->GetWindows().Watch().Grid();
   EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
   grid.ToggleSortColumn(5);  // a row with trades comes first
   EXPECT_EQ(grid.Select("IBM"), true);
@@ -222,26 +223,26 @@ TEST_F(WindowSessionTest, ShowsTradesAndRemembersItsPlaces) {
   // A window manager may still be placing the new window.
   int equal = 0;
   ASSERT_TRUE(PumpUntil([this, &equal] {
-    const bool isWanted = Session->GetFrame()->GetSize() == wxSize(900, 640);
-    if (!isWanted) Session->GetFrame()->SetSize(40, 60, 900, 640);
+    const bool isWanted = Session->GetWindows().Frame()->GetSize() == wxSize(900, 640);
+    if (!isWanted) Session->GetWindows().Frame()->SetSize(40, 60, 900, 640);
     equal = isWanted ? equal + 1 : 0;
     return equal == 30;
   }));
   PaintNow(*grid.GetRowsWindow());
-  SavePicture(*Session->GetFrame(), TestFolder() / "windows.png");
+  SavePicture(*Session->GetWindows().Frame(), TestFolder() / "windows.png");
   EXPECT_EQ(ReadTestFile(TestFolder() / "windows.png").substr(0, 8), "\x89PNG\r\n\x1A\n");
-  Session->GetFrame()->Close();
+  Session->GetWindows().Frame()->Close();
   Session.reset();
   Open();
-  EXPECT_EQ(Session->GetFrame()->GetSize(), wxSize(900, 640));
-  EXPECT_EQ(Session->GetWatchBar().Grid().GetColumnsInfo().GetColumnWidth(3), 333);
-  EXPECT_EQ(Session->GetWatchBar().Grid().GetColumnsInfo().GetColumnState(5), 1);
+  EXPECT_EQ(Session->GetWindows().Frame()->GetSize(), wxSize(900, 640));
+  EXPECT_EQ(Session->GetWindows().Watch().Grid().GetColumnsInfo().GetColumnWidth(3), 333);
+  EXPECT_EQ(Session->GetWindows().Watch().Grid().GetColumnsInfo().GetColumnState(5), 1);
 }
 
 TEST_F(WindowSessionTest, PlaysTheDayOfTheLastTime) {
   const auto close = [this] {
     EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
-    Session->GetFrame()->Close();
+    Session->GetWindows().Frame()->Close();
     Session.reset();
     return Log();
   };
@@ -253,7 +254,7 @@ TEST_F(WindowSessionTest, PlaysTheDayOfTheLastTime) {
   std::filesystem::create_directory(sample);
   for (const char* name : {"securities.csv", "desk.csv"}) std::filesystem::rename(TestFolder() / name, sample / name);
   std::filesystem::rename(day, sample / "trades.csv");
-  Session = std::make_unique<WindowSession>(RunFiles(Given), Given, BadLines);
+  Session = std::make_unique<WindowSession>(FilesOf(Given), Given, BadLines);
   DialogAnswers answers;
   Session->Open();
   EXPECT_TRUE(PumpUntil([&answers] { return !answers.Said.empty(); }));
@@ -281,19 +282,19 @@ std::vector<std::string> Shown(const LogGrid& grid, LogColumn column) {
 
 TEST_F(WindowSessionTest, LogsMessagesOfBothDirections) {
   using Texts = std::vector<std::string>;
-  LogBar& bar = Session->GetLogBar();
+  LogBar& bar = Session->GetWindows().Messages();
   LogGrid& grid = bar.Grid();
   EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
   EXPECT_FALSE(bar.IsBarShown());
-  EXPECT_TRUE(Session->GetFrame()->RunMenu({L"View", L"Messages"}));
+  EXPECT_TRUE(Session->GetWindows().Frame()->RunMenu({L"View", L"Messages"}));
   EXPECT_TRUE(bar.IsDocked());
   EXPECT_TRUE(PumpUntil([&grid] { return grid.GetVirtualRows() > 0; }));
   EXPECT_EQ(Shown(grid, LogColumn::Number),
             (Texts{"9101", "9101", "30020", "32022", "8112", "8111", "8111", "30022", "30026", "32005", "30025"}));
   grid.SetFilterText(static_cast<int>(LogColumn::Direction), L"FROM");
   EXPECT_EQ(Shown(grid, LogColumn::Meaning), (Texts{"what is selected?", "register the beat"}));
-  Ask(&Session->GetWatchBar());
-  Ask(&Session->GetWatchBar());
+  Ask(&Session->GetWindows().Watch());
+  Ask(&Session->GetWindows().Watch());
   EXPECT_TRUE(PumpUntil([&grid] { return grid.GetVirtualRows() == 4; }));
   grid.OnFilterBarClearAll();
   grid.SetFilterText(static_cast<int>(LogColumn::Number), L"81");
@@ -306,7 +307,7 @@ TEST_F(WindowSessionTest, LogsMessagesOfBothDirections) {
   EXPECT_LT(saved.find(",8111,downloaded trade,"), saved.find(",8112,end of the download,"));
   EXPECT_TRUE(grid.RunContextMenu({L"Clear"}));
   EXPECT_EQ(grid.GetVirtualRows(), 0);
-  Session->Run(TerminalCommand::RefreshBooks);
+  Session->Commands().Run(TerminalCommand::RefreshBooks);
   EXPECT_TRUE(grid.RunContextMenu({L"Reset Filter"}));
   EXPECT_EQ(Shown(grid, LogColumn::Number), Texts{"30020"});
 }
@@ -382,7 +383,7 @@ class ScriptRun : public GuiTest, private ScriptTarget {
   bool Focus(ScriptFocus, const std::string&) override { return false; }
   bool HasFocus(ScriptFocus) override { return false; }
   bool Press(const KeyPress&) override { return false; }
-  bool RunMenu(const std::vector<std::string>&) override { return false; }
+  bool RunMenu(const std::vector<std::wstring>&) override { return false; }
   CQORPDockingControlBar* Book() override {
     if (--LooksUntilLess == 0) Grid->SetVirtualRows(299);
     return Bar;

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "terminal/windows/drivers/book_driver.h"
+#include "terminal/windows/frame/window_tools.h"
 #include "toolkit/dialogs/controls.h"
 #include "toolkit/dialogs/file_dialog.h"
 

@@ -9,6 +9,7 @@
 
 #include "terminal/windows/drivers/book_driver.h"
 #include "terminal/windows/drivers/screen_picture.h"
+#include "terminal/windows/frame/window_tools.h"
 
 namespace {
 
@@ -20,11 +21,7 @@ constexpr int kTries = 20;
 constexpr const char* kUsageFile = "out/usage.csv";
 constexpr const char* kNoBook = "there is no book";
 
-std::wstring Wide(const std::string& text) {
-  return wxString::FromUTF8(text).ToStdWstring();
-}
-
-std::vector<std::wstring> Wide(const std::vector<std::string>& texts) {
+std::vector<std::wstring> WideEach(const std::vector<std::string>& texts) {
   std::vector<std::wstring> wide;
   for (const std::string& text : texts) wide.push_back(Wide(text));
   return wide;
@@ -152,7 +149,7 @@ ScriptRunner::Refusal ScriptRunner::Do(const ScriptCommand& command) {
     case ScriptAction::Key:
       return Unless(Target.Press(command.Key));
     case ScriptAction::Menu:
-      return Unless(Target.RunMenu(command.Menu));
+      return Unless(Target.RunMenu(WideEach(command.Menu)));
     case ScriptAction::WaitPlayed:
     case ScriptAction::WaitTime:
       return {};
@@ -165,7 +162,7 @@ ScriptRunner::Refusal ScriptRunner::Do(const ScriptCommand& command) {
     case ScriptAction::Rows:
       return InBook([&](auto& grid) { return BookDriver::SelectRows(grid, command.FirstRow, command.LastRow); });
     case ScriptAction::BookMenu:
-      return InBook([&](auto& grid) { return BookDriver::RunMenu(grid, Wide(command.Menu)); });
+      return InBook([&](auto& grid) { return BookDriver::RunMenu(grid, WideEach(command.Menu)); });
     case ScriptAction::Place:
       return PlaceBook(command.Place);
     case ScriptAction::SaveAs:

@@ -26,7 +26,7 @@ class ScriptTarget {
   // The window system gives the focus when it likes.
   virtual bool HasFocus(ScriptFocus where) = 0;
   virtual bool Press(const KeyPress& key) = 0;
-  virtual bool RunMenu(const std::vector<std::string>& texts) = 0;
+  virtual bool RunMenu(const std::vector<std::wstring>& texts) = 0;
   // The book that was opened or had the focus last; null for none.
   virtual CQORPDockingControlBar* Book() = 0;
   virtual std::size_t OpenBooks() = 0;

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "terminal/windows/drivers/book_driver.h"
+#include "terminal/windows/frame/window_tools.h"
 
 namespace {
 

@@ -2,9 +2,7 @@
 
 #include <wx/sizer.h>
 
-#include <algorithm>
 #include <memory>
-#include <utility>
 
 #include "toolkit/bars/docking_control_bar.h"
 
@@ -34,11 +32,4 @@ void TerminalBar::OnPressCloseButton() {
 int TerminalBar::OnTabCloseButton() {
   if (Closed) CallAfter([this] { Closed(); });
   return 1;
-}
-
-void ClosedBars::Destroy(CQORPDockingManager& manager) {
-  const std::vector<const void*> closed = std::exchange(Closed, {});
-  const std::vector<CQORPDockingControlBar*> bars = manager.Bars();
-  for (CQORPDockingControlBar* bar : bars)
-    if (!bar->IsBarShown() && std::ranges::count(closed, bar) != 0) manager.DestroyBar(bar);
 }

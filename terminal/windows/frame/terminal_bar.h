@@ -3,7 +3,6 @@
 #pragma once
 
 #include <functional>
-#include <vector>
 
 #include "terminal/program/window_memory.h"
 #include "toolkit/bars/docking_control_bar.h"
@@ -31,17 +30,4 @@ class TerminalBar : public CQORPDockingControlBar {
 
  private:
   const wchar_t* Section;
-};
-
-// ClosedBars: the bars that a plug-in has closed. A plug-in only hides a bar of its own, as the bar belongs to the
-// terminal's frame; the terminal destroys it, since nothing shows it again.
-class ClosedBars {
- public:
-  // The address of a bar that may be in the midst of its close, or of anything else.
-  void Note(const void* window) { Closed.push_back(window); }
-  // Those that are bars of the manager and hidden. Not from within a call of the plug-in or an event of a bar.
-  void Destroy(CQORPDockingManager& manager);
-
- private:
-  std::vector<const void*> Closed;  // to compare: may be gone
 };

@@ -1,4 +1,4 @@
-#include "terminal/day/csv_file.h"
+#include "terminal/day/csv_reader.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,4 +1,4 @@
-// DayScript: a day's messages in the order and with the numbers in which they are sent: the download as 8111, its end
+// NumberedDay: a day's messages in the order and with the numbers in which they are sent: the download as 8111, its end
 // as 8112, the live trades as 9101.
 #pragma once
 
@@ -9,15 +9,30 @@
 #include "host_link/messages/packet_reader.h"
 #include "host_link/messages/packet_writer.h"
 #include "terminal/common/run_files.h"
-#include "terminal/day/day_source.h"
+#include "terminal/day/message_source.h"
+
+// LiveFrom: where in a day the download ends and the live part begins, as the user says it.
+struct LiveFrom {
+  enum class Kind : std::uint8_t {
+    AsNumbered,  // each message keeps its number: 8111 is download, 9101 is live
+    Count,       // so many trades are download
+    TimeOfDay,   // trades before that second of the first trade's date are download
+    Instant,     // trades before that second are download
+  };
+  Kind By = Kind::AsNumbered;
+  std::int64_t Value = 0;
+};
+
+// "5000", "12:00:00" or "20131007-12:00:00"; nothing for any other text.
+std::optional<LiveFrom> ParseLiveFrom(std::string_view text);
 
 // Promises: no live trade and no end of a day comes before an 8112; a message that cannot be read is reported and
 // passed. With LiveFrom::AsNumbered the trades of a wire file keep their numbers and its own 8112 stands; else trades
 // are numbered anew and an 8112 of the file is dropped. Once live, a day stays live. All other messages pass as they
 // are; a 30022 begins a new download, which again needs its 8112.
-class DayScript {
+class NumberedDay {
  public:
-  DayScript(std::unique_ptr<DaySource> source, LiveFrom liveFrom);
+  NumberedDay(std::unique_ptr<MessageSource> source, LiveFrom liveFrom);
 
   // Goes to the next message; false at the end of the day. Both views of it live until the next call.
   bool Next();
@@ -39,7 +54,7 @@ class DayScript {
   void SetNumber(std::uint16_t number);
   bool IsLive();
 
-  std::unique_ptr<DaySource> Source;
+  std::unique_ptr<MessageSource> Source;
   LiveFrom From;
   CQORPacketWriter DownloadEnd;
   WireFrame Shown;
@@ -59,18 +74,18 @@ class DayInput {
   DayInput(const RunFiles& files, std::optional<LiveFrom> live, BadLineReport& badLines);
 
   // The day from its begin. Any script opened before ends. Throws TerminalError.
-  DayScript& Open();
+  NumberedDay& Open();
   // The same with so many trades as its download.
-  DayScript& OpenWithDownload(std::uint64_t trades);
+  NumberedDay& OpenWithDownload(std::uint64_t trades);
 
   SecurityList Securities;
 
  private:
-  DayScript& OpenFrom(LiveFrom live);
+  NumberedDay& OpenFrom(LiveFrom live);
 
   std::filesystem::path Day;
   std::optional<LiveFrom> Live;
   BadLineReport& BadLines;
   std::optional<OrderDesk> Desk;  // a file of messages needs none
-  std::optional<DayScript> Script;
+  std::optional<NumberedDay> Script;
 };

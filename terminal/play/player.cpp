@@ -1,4 +1,9 @@
-#include "terminal/play/day_run.h"
+#include "terminal/play/player.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "terminal/common/errors.h"
 
 namespace {
 constexpr std::uint64_t kMessagesBetweenClocks = 16;
@@ -77,7 +82,7 @@ std::optional<std::int64_t> DayRun::DaySeconds() const {
   return seconds ? seconds : DownloadSeconds;
 }
 
-void DaySender::Send(DayScript& script) {
+void DaySender::Send(NumberedDay& script) {
   const std::uint16_t number = script.Message().MessageNumber;
   if (Listener != nullptr && script.IsTrade()) Listener->OnTradeSent(ReadTradePrint(script.Message()));
   if (!Target.Deliver(script.Message(), script.Raw())) {
@@ -90,7 +95,16 @@ void DaySender::Send(DayScript& script) {
   if (number == 8112 && Target.Send(30020)) ++Sent.Messages;
 }
 
-PlayCounts DayPlayer::Play(DayScript& script) {
+std::string StateText(const DayRun& day, std::uint64_t badLines) {
+  std::string text = "Live, " + SpeedText(day.GetSpeed());
+  if (!day.IsLive()) text = "Download";
+  if (day.IsPaused()) text = "Paused";
+  if (day.HasEnded()) text = "Day played";
+  if (badLines != 0) text += ", " + WithThousands(badLines) + " bad lines";
+  return text;
+}
+
+PlayCounts DayPlayer::Play(NumberedDay& script) {
   while (script.Next()) {
     if (Pace.GetSpeed() && script.Message().MessageNumber == 9101) WaitForTrade(script);
     Sender.Send(script);
@@ -100,7 +114,47 @@ PlayCounts DayPlayer::Play(DayScript& script) {
   return Sender.Counts();
 }
 
-void DayPlayer::WaitForTrade(DayScript& script) {
+void DayPlayer::WaitForTrade(NumberedDay& script) {
   const std::optional<std::int64_t> seconds = script.TradeSeconds();
   if (seconds) Beat.WaitUntil(Pace.DueTime(*seconds, Clock.Now()));
+}
+
+PlayClock::Time DayPace::DueTime(std::int64_t seconds, PlayClock::Time now) {
+  const bool jumps = !Start || !Speed || seconds < Last || DateOf(seconds) != DateOf(Last);
+  if (jumps) Start = Anchor{now, static_cast<double>(seconds)};
+  Last = seconds;
+  return DueAgain();
+}
+
+PlayClock::Time DayPace::DueAgain() const {
+  if (!Start) return {};
+  if (!Speed) return Start->Wall;
+  const std::chrono::duration<double> gap((static_cast<double>(Last) - Start->Day) / *Speed);
+  return Start->Wall + std::chrono::round<PlayClock::Time::duration>(gap);
+}
+
+double DayPace::DayAt(PlayClock::Time now) const {
+  if (Paused || !Speed) return Start->Day;
+  const std::chrono::duration<double> gone = now - Start->Wall;
+  return std::min(Start->Day + gone.count() * *Speed, static_cast<double>(Last));
+}
+
+void DayPace::SetSpeed(std::optional<double> speed, PlayClock::Time now) {
+  if (Start) Start = Anchor{now, DayAt(now)};
+  Speed = speed;
+}
+
+void DayPace::Pause(PlayClock::Time now) {
+  if (Start) Start = Anchor{now, DayAt(now)};
+  Paused = true;
+}
+
+void DayPace::Resume(PlayClock::Time now) {
+  if (Start) Start->Wall = now;
+  Paused = false;
+}
+
+std::optional<std::int64_t> DayPace::DaySeconds(PlayClock::Time now) const {
+  if (!Start) return std::nullopt;
+  return static_cast<std::int64_t>(std::floor(DayAt(now)));
 }

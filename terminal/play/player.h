@@ -6,12 +6,50 @@
 #include <memory>
 #include <optional>
 
-#include "terminal/day/day_script.h"
+#include "terminal/day/numbered_day.h"
 #include "terminal/day/trade_message.h"
 #include "terminal/link/plugin_link.h"
 #include "terminal/link/terminal_host.h"
-#include "terminal/play/pace.h"
 #include "terminal/play/play_report.h"
+
+// DayPace: how the seconds of a day run beside those of the wall: when a live trade is due, and what time of the day
+// it is now.
+//
+// What goes late does not stretch the day, as each trade counts from where the day stands and not from when
+// the one before was sent. The first trade, a step back in time and a change of date are not waited for: the day goes
+// on from there. So it does from wherever it stands when the speed changes or a pause ends.
+class DayPace {
+ public:
+  // How many times faster than the wall the day goes; nothing for without waiting.
+  explicit DayPace(std::optional<double> speed) : Speed(speed) {}
+
+  // When a trade of that second is to be sent; not after now for at once. To be asked once for each trade.
+  PlayClock::Time DueTime(std::int64_t seconds, PlayClock::Time now);
+  // The same for the trade asked about last, after a change of speed.
+  PlayClock::Time DueAgain() const;
+
+  void SetSpeed(std::optional<double> speed, PlayClock::Time now);
+  void Pause(PlayClock::Time now);
+  void Resume(PlayClock::Time now);
+  std::optional<double> GetSpeed() const noexcept { return Speed; }
+  bool IsPaused() const noexcept { return Paused; }
+
+  // Where the day stands, in seconds as those of the trades, never ahead of the trade that is waited for; nothing
+  // before the first trade.
+  std::optional<std::int64_t> DaySeconds(PlayClock::Time now) const;
+
+ private:
+  struct Anchor {
+    PlayClock::Time Wall;
+    double Day;
+  };
+  double DayAt(PlayClock::Time now) const;
+
+  std::optional<double> Speed;
+  bool Paused = false;
+  std::optional<Anchor> Start;
+  std::int64_t Last = 0;  // the second asked about last
+};
 
 // DaySender: hands the messages of a day to the plug-in and counts them.
 struct PlayCounts {
@@ -30,7 +68,7 @@ class DaySender {
   explicit DaySender(MessageTarget& target, TradeListener* listener = nullptr) : Target(target), Listener(listener) {}
 
   // Sends the message that the script stands at.
-  void Send(DayScript& script);
+  void Send(NumberedDay& script);
   const PlayCounts& Counts() const noexcept { return Sent; }
 
  private:
@@ -81,7 +119,7 @@ class DayRun {
   DayPace Pace;
   DaySender Sender;
   DayInput* Input = nullptr;
-  DayScript* Script = nullptr;
+  NumberedDay* Script = nullptr;
   bool Waiting = false;  // the script stands at a message that has not been sent
   bool Ended = true;
   bool Live = false;
@@ -90,6 +128,9 @@ class DayRun {
   std::uint64_t Control = 0;                     // messages beside those of the day
   std::optional<std::int64_t> DownloadSeconds;
 };
+
+// "Download", "Live, 60x", "Paused" or "Day played", with the count of bad lines if there are any.
+std::string StateText(const DayRun& day, std::uint64_t badLines);
 
 // DayPlayer: plays a day from its begin to its end without windows: the download at once, live trades at their pace,
 // with the beat between messages.
@@ -100,10 +141,10 @@ class DayPlayer {
             std::optional<double> speed)
       : Sender(target), Beat(beat), Clock(clock), Progress(progress), Pace(speed) {}
 
-  PlayCounts Play(DayScript& script);
+  PlayCounts Play(NumberedDay& script);
 
  private:
-  void WaitForTrade(DayScript& script);
+  void WaitForTrade(NumberedDay& script);
 
   DaySender Sender;
   RefreshBeat& Beat;
