@@ -141,6 +141,14 @@ std::string ExitCodesText() {
   return text;
 }
 
+// The library's sentences of a missing value and of one too many in the words of the others.
+std::string OurWords(const std::string& sentence) {
+  const std::size_t missing = sentence.find(": 1 required");
+  if (missing != std::string::npos) return sentence.substr(0, missing) + " needs a value";
+  const std::size_t given = sentence.find(" was given a disallowed flag override");
+  return given == std::string::npos ? sentence : "--" + sentence.substr(0, given) + " takes no value";
+}
+
 // The command line, which fills the options.
 class CommandLine {
  public:
@@ -159,9 +167,7 @@ class CommandLine {
     try {
       App.parse(std::move(words));
     } catch (const CLI::ParseError& error) {
-      const std::string text = error.what();
-      const std::size_t missing = text.find(": 1 required");
-      Refuse(missing == std::string::npos ? text : text.substr(0, missing) + " needs a value");
+      Refuse(OurWords(error.what()));
     }
     if (const std::vector<std::string> unknown = App.remaining(); !unknown.empty())
       Refuse("there is no option " + unknown.front());

@@ -48,7 +48,7 @@ TEST(Options, RefusesWithOneSentence) {
       {{"--headles"}, "there is no option --headles;"},
       {{"--Headless"}, "there is no option --Headless;"},
       {{"day.csv"}, "there is no option day.csv;"},
-      {{"--headless=x"}, "--headless was given a disallowed flag override;"},
+      {{"--headless=x"}, "--headless takes no value;"},
       {{"/day", "d"}, "there is no option /day;"},
       {{"--day"}, "--day needs a value;"},
       {{"--day", "--headless"}, "--day needs a value;"},
