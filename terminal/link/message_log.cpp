@@ -74,12 +74,12 @@ std::string TimeText(std::chrono::system_clock::time_point time) {
 
 }  // namespace
 
-void CMessageLog::Add(bool toPlugin, std::uint16_t number, std::span<const std::uint8_t> fields) {
+void MessageLog::Add(bool toPlugin, std::uint16_t number, std::span<const std::uint8_t> fields) {
   if (Messages.size() == kMost) Messages.pop_front();
   Messages.push_back({++Taken, std::chrono::system_clock::now(), toPlugin, number, {fields.begin(), fields.end()}});
 }
 
-void CMessageLog::Add(bool toPlugin, const CQORPacketWriter& message) {
+void MessageLog::Add(bool toPlugin, const CQORPacketWriter& message) {
   if (message.Buffer == nullptr) return;
   CQORPacketReader reader(message.Buffer, message.Cursor);
   reader.Cursor = message.HeaderSize;
@@ -139,7 +139,7 @@ std::string LogText(const LoggedMessage& message, LogColumn column) {
   return {};
 }
 
-void WriteLog(std::ostream& file, const CMessageLog& log, std::span<const std::size_t> rows) {
+void WriteLog(std::ostream& file, const MessageLog& log, std::span<const std::size_t> rows) {
   constexpr std::size_t kColumns = std::size(kLogTitles);
   for (std::size_t i = 0; i < kColumns; ++i) {
     const std::wstring title = kLogTitles[i];

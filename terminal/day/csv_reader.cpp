@@ -1,4 +1,4 @@
-#include "terminal/day/csv_file.h"
+#include "terminal/day/csv_reader.h"
 
 #include <algorithm>
 #include <charconv>
@@ -21,12 +21,12 @@ std::string Joined(const std::vector<std::string>& names) {
 
 }  // namespace
 
-CCsvFile::CCsvFile(std::filesystem::path path, std::vector<std::string> columns, CBadLines& badLines)
+CsvReader::CsvReader(std::filesystem::path path, std::vector<std::string> columns, BadLineReport& badLines)
     : Bytes(std::move(path)), Columns(std::move(columns)), BadLines(badLines) {
   CheckHeader();
 }
 
-void CCsvFile::CheckHeader() {
+void CsvReader::CheckHeader() {
   if (Bytes.Peek(kByteOrderMark.size()).starts_with(kByteOrderMark)) Bytes.Drop(kByteOrderMark.size());
   std::string_view line;
   const std::string header = Joined(Columns);
@@ -34,7 +34,7 @@ void CCsvFile::CheckHeader() {
     throw TerminalError(ExitCode::File, PathText(Bytes.Path()) + ":1: the header must be \"" + header + "\"");
 }
 
-bool CCsvFile::Next() {
+bool CsvReader::Next() {
   std::string_view line;
   while (NextLine(line)) {
     if (line.empty()) continue;
@@ -49,7 +49,7 @@ bool CCsvFile::Next() {
 
 // Where the line at the front of the window ends: at a line feed, at the end of the file, or further on than any line
 // may be long.
-std::size_t CCsvFile::LineEnd() {
+std::size_t CsvReader::LineEnd() {
   for (std::size_t searched = 0;;) {
     const std::string_view window = Bytes.Peek(searched + 1);
     const std::size_t end = window.find('\n', searched);
@@ -60,7 +60,7 @@ std::size_t CCsvFile::LineEnd() {
 }
 
 // The line lives until the next call.
-bool CCsvFile::NextLine(std::string_view& line) {
+bool CsvReader::NextLine(std::string_view& line) {
   for (;;) {
     const std::size_t end = LineEnd();
     const std::string_view window = Bytes.Peek(0);
@@ -78,7 +78,7 @@ bool CCsvFile::NextLine(std::string_view& line) {
 }
 
 // A line too long to be kept is dropped block by block.
-void CCsvFile::DropLine() {
+void CsvReader::DropLine() {
   for (;;) {
     const std::string_view window = Bytes.Peek(1);
     const std::size_t end = window.find('\n');
@@ -87,7 +87,7 @@ void CCsvFile::DropLine() {
   }
 }
 
-void CCsvFile::ReportField(std::size_t column, const char* expected) {
+void CsvReader::ReportField(std::size_t column, const char* expected) {
   Report(Columns[column] + " \"" + Fields[column] + "\" is not " + expected);
 }
 

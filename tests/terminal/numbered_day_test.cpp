@@ -1,4 +1,4 @@
-#include "terminal/day/day_script.h"
+#include "terminal/day/numbered_day.h"
 
 #include <gtest/gtest.h>
 
@@ -17,8 +17,8 @@ using Kind = LiveFrom::Kind;
 // The numbers that a script gives for a wire file, each as its reader says it and as its bytes do.
 std::string Played(const std::string& bytes, LiveFrom liveFrom, std::string* reports = nullptr) {
   std::ostringstream told;
-  CBadLines badLines(told);
-  CDayScript script(OpenMessageDay(WriteTestFile("day.bin", bytes), badLines), liveFrom);
+  BadLineReport badLines(told);
+  NumberedDay script(OpenMessageDay(WriteTestFile("day.bin", bytes), badLines), liveFrom);
   std::string numbers;
   while (script.Next()) {
     const CQORPacketReader& message = script.Message();
@@ -35,7 +35,7 @@ std::string Wire(std::initializer_list<unsigned> numbers) {
   return bytes;
 }
 
-TEST(DayScript, EndsEachDownloadOnce) {
+TEST(NumberedDay, EndsEachDownloadOnce) {
   const LiveFrom asNumbered;
   const LiveFrom third{Kind::Count, 2};
   const LiveFrom all{Kind::Count, 0};
@@ -63,7 +63,7 @@ TEST(DayScript, EndsEachDownloadOnce) {
   }
 }
 
-TEST(DayScript, LiveBeginsAtItsTime) {
+TEST(NumberedDay, LiveBeginsAtItsTime) {
   std::string bytes;
   for (const char* time :
        {"20131007-09:00:00", "20131007-11:59:59", "20131007-12:00:00", "20131007-11:00:00", "20140609-09:00:00"})
@@ -84,7 +84,7 @@ TEST(DayScript, LiveBeginsAtItsTime) {
   }
 }
 
-TEST(DayScript, ReportsWhatCannotBeRead) {
+TEST(NumberedDay, ReportsWhatCannotBeRead) {
   std::string number = WireMessage(8111);
   number[8] = 4;  // the number is cut to one byte
   number.pop_back();
@@ -99,9 +99,9 @@ TEST(DayScript, ReportsWhatCannotBeRead) {
 // Records the day in the mode and returns the file.
 std::filesystem::path Record(const std::filesystem::path& day, std::uint16_t mode, const char* name, LiveFrom from) {
   std::ostringstream reports;
-  CBadLines badLines(reports);
-  CDayScript script(OpenMessageDay(day, badLines), from);
-  CMessageRecord record(TestFolder() / name, mode);
+  BadLineReport badLines(reports);
+  NumberedDay script(OpenMessageDay(day, badLines), from);
+  MessageRecorder record(TestFolder() / name, mode);
   while (script.Next()) EXPECT_TRUE(record.Write(script.Message()));
   record.Close();
   EXPECT_EQ(reports.str(), "");

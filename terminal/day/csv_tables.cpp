@@ -1,9 +1,54 @@
-#include "terminal/day/reference_data.h"
+#include "terminal/day/csv_tables.h"
 
 #include <cstring>
+#include <utility>
 
 #include "terminal/common/errors.h"
-#include "terminal/day/csv_file.h"
+
+namespace {
+
+constexpr CsvColumn<DayTrade> kTradeColumns[] = {
+    {"exchange_trade_time", &DayTrade::ExchangeTradeTime},
+    {"exchange", &DayTrade::Exchange, 48},
+    {"security_id", &DayTrade::SecurityID, 48},
+    {"symbol", &DayTrade::Symbol, 32, true},
+    {"security_type", &DayTrade::SecurityType, 16, true},
+    {"expiry_date", &DayTrade::ExpiryDate, 32, true},
+    {"option_type", &DayTrade::OptionType, 16, true},
+    {"strike_price", &DayTrade::StrikePrice},
+    {"side", &DayTrade::Side},
+    {"quantity", &DayTrade::Quantity},
+    {"price", &DayTrade::Price},
+    {"multiplier", &DayTrade::Multiplier},
+    {"exchange_order_no", &DayTrade::ExchangeOrderNo, 32},
+    {"exchange_trade_id", &DayTrade::ExchangeTradeID, 32},
+};
+
+}  // namespace
+
+TradeDay::TradeDay(const std::filesystem::path& file, BadLineReport& badLines)
+    : Lines(file, ColumnNames(kTradeColumns), badLines) {}
+
+bool TradeDay::Next(DayTrade& trade) {
+  return NextCsvRecord(Lines, kTradeColumns, trade);
+}
+
+std::uint64_t CountTradeLines(const std::filesystem::path& file) {
+  FileBytes bytes(file);
+  std::uint64_t lines = 0;
+  bool filled = false;  // the line counted now has a character
+  for (std::string_view window = bytes.Peek(1); !window.empty(); window = bytes.Peek(1)) {
+    for (const char c : window) {
+      if (c == '\n')
+        lines += std::exchange(filled, false) ? 1 : 0;
+      else if (c != '\r')
+        filled = true;
+    }
+    bytes.Drop(window.size());
+  }
+  lines += filled ? 1 : 0;
+  return lines == 0 ? 0 : lines - 1;
+}
 
 namespace {
 
@@ -34,8 +79,8 @@ void FillMasterRecord(Security& security) {
 
 }  // namespace
 
-CSecurities::CSecurities(const std::filesystem::path& file, CBadLines& badLines) {
-  CCsvFile lines(file, ColumnNames(kSecurityColumns), badLines);
+SecurityList::SecurityList(const std::filesystem::path& file, BadLineReport& badLines) {
+  CsvReader lines(file, ColumnNames(kSecurityColumns), badLines);
   for (Security security; NextCsvRecord(lines, kSecurityColumns, security); security = Security()) {
     const auto [place, isNew] = ByKey.try_emplace(KeyOf(security.Exchange, security.SecurityID), nullptr);
     if (!isNew) {
@@ -47,7 +92,7 @@ CSecurities::CSecurities(const std::filesystem::path& file, CBadLines& badLines)
   }
 }
 
-const Security* CSecurities::Find(std::string_view exchange, std::string_view securityId) const {
+const Security* SecurityList::Find(std::string_view exchange, std::string_view securityId) const {
   const auto found = ByKey.find(KeyOf(exchange, securityId));
   return found == ByKey.end() ? nullptr : found->second;
 }
@@ -81,12 +126,12 @@ std::uint64_t HashOf(std::string_view text) noexcept {
 
 }  // namespace
 
-CDesk::CDesk(const std::filesystem::path& file, CBadLines& badLines) {
-  CCsvFile lines(file, ColumnNames(kDeskColumns), badLines);
+OrderDesk::OrderDesk(const std::filesystem::path& file, BadLineReport& badLines) {
+  CsvReader lines(file, ColumnNames(kDeskColumns), badLines);
   for (DeskLine line; NextCsvRecord(lines, kDeskColumns, line);) Lines.push_back(line);
   if (Lines.empty()) throw TerminalError(ExitCode::File, PathText(file) + ": no line of the desk can be used");
 }
 
-const DeskLine& CDesk::LineOf(std::string_view exchangeOrderNo) const noexcept {
+const DeskLine& OrderDesk::LineOf(std::string_view exchangeOrderNo) const noexcept {
   return Lines[HashOf(exchangeOrderNo) % Lines.size()];
 }

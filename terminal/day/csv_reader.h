@@ -1,4 +1,4 @@
-// CCsvFile: the lines of a CSV file with a fixed header, one after the other, with their numbers; and the reading of a
+// CsvReader: the lines of a CSV file with a fixed header, one after the other, with their numbers; and the reading of a
 // line into a record by a table of its columns.
 #pragma once
 
@@ -53,9 +53,9 @@ FieldFault ReadCsvField(std::string_view text, std::size_t limit, DayTime& value
 // Promises: Next stops at each line that has as many fields as there are columns; any other but an empty one is
 // reported and passed. A first line that is not the header is a TerminalError. Line ends are LF or CR LF; a byte order
 // mark ahead of the header is passed over. A field cannot hold a line end.
-class CCsvFile {
+class CsvReader {
  public:
-  CCsvFile(std::filesystem::path path, std::vector<std::string> columns, CBadLines& badLines);
+  CsvReader(std::filesystem::path path, std::vector<std::string> columns, BadLineReport& badLines);
 
   bool Next();
   const std::string& Field(std::size_t column) const { return Fields[column]; }
@@ -70,9 +70,9 @@ class CCsvFile {
   void DropLine();
   void CheckHeader();
 
-  CFileBytes Bytes;
+  FileBytes Bytes;
   std::vector<std::string> Columns;
-  CBadLines& BadLines;
+  BadLineReport& BadLines;
   std::uint64_t Line = 0;
   std::vector<std::string> Fields;
   std::string Reason;
@@ -98,7 +98,7 @@ std::vector<std::string> ColumnNames(const CsvColumn<Record> (&columns)[Count]) 
 
 // Reads the line that Next stopped at; false, with the line reported, when a field is not what its column asks for.
 template <typename Record, std::size_t Count>
-bool ReadCsvRecord(CCsvFile& file, const CsvColumn<Record> (&columns)[Count], Record& record) {
+bool ReadCsvRecord(CsvReader& file, const CsvColumn<Record> (&columns)[Count], Record& record) {
   for (std::size_t i = 0; i < Count; ++i) {
     const std::string& field = file.Field(i);
     const bool missing = field.empty() && !columns[i].MayBeEmpty;
@@ -115,7 +115,7 @@ bool ReadCsvRecord(CCsvFile& file, const CsvColumn<Record> (&columns)[Count], Re
 
 // The next good record of the file; false at its end.
 template <typename Record, std::size_t Count>
-bool NextCsvRecord(CCsvFile& file, const CsvColumn<Record> (&columns)[Count], Record& record) {
+bool NextCsvRecord(CsvReader& file, const CsvColumn<Record> (&columns)[Count], Record& record) {
   while (file.Next())
     if (ReadCsvRecord(file, columns, record)) return true;
   return false;

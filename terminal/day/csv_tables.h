@@ -1,5 +1,5 @@
-// CSecurities: the securities of the day with their names and multipliers, and the master record of each, which a plug-
-// in gets by address. Read once; then any thread may look up.
+// The CSV files of a day: executed trades, which are read one at a time, and the securities and the desk, which are
+// read whole.
 #pragma once
 
 #include <array>
@@ -13,6 +13,41 @@
 
 #include "host_link/host_functions/terminal_functions.h"
 #include "terminal/common/errors.h"
+#include "terminal/day/csv_reader.h"
+
+struct DayTrade {
+  DayTime ExchangeTradeTime;
+  std::string Exchange;
+  std::string SecurityID;
+  std::string Symbol;
+  std::string SecurityType;
+  std::string ExpiryDate;
+  std::string OptionType;
+  double StrikePrice = 0;
+  TradeSide Side = TradeSide::Buy;
+  std::uint32_t Quantity = 0;
+  double Price = 0;
+  double Multiplier = 0;
+  std::string ExchangeOrderNo;
+  std::string ExchangeTradeID;
+};
+
+class TradeDay {
+ public:
+  // Bad lines are reported, a file that is no such CSV is a TerminalError.
+  TradeDay(const std::filesystem::path& file, BadLineReport& badLines);
+
+  // Fills trade, whose texts are reused; false at the end of the day.
+  bool Next(DayTrade& trade);
+  // Reports the line of the trade given last.
+  void Report(const std::string& reason) { Lines.Report(reason); }
+
+ private:
+  CsvReader Lines;
+};
+
+// The number of lines behind the header that are not empty: how many trades the day has, but for bad lines.
+std::uint64_t CountTradeLines(const std::filesystem::path& file);
 
 inline constexpr std::size_t kMasterRecordSize = kMasterMultiplierOffset + sizeof(double);
 
@@ -32,13 +67,13 @@ struct Security {
 
 // Promises: a security found, and its master record, stay at their addresses for the life of the object. Find is one
 // hash of exchange and id.
-class CSecurities {
+class SecurityList {
  public:
-  CSecurities() = default;
+  SecurityList() = default;
   // Bad lines, and lines of a security that is there already, are reported. Throws TerminalError.
-  CSecurities(const std::filesystem::path& file, CBadLines& badLines);
-  CSecurities(const CSecurities&) = delete;
-  CSecurities& operator=(const CSecurities&) = delete;
+  SecurityList(const std::filesystem::path& file, BadLineReport& badLines);
+  SecurityList(const SecurityList&) = delete;
+  SecurityList& operator=(const SecurityList&) = delete;
 
   const Security* Find(std::string_view exchange, std::string_view securityId) const;
   // In the order of the file.
@@ -49,8 +84,9 @@ class CSecurities {
   std::unordered_map<std::string, const Security*> ByKey;
 };
 
-// CDesk: who stands behind the orders of a day, which the market data does not tell: users, clients, members, products.
-// Each exchange order takes one line of the desk file, always the same one. Read once; then any thread may look up.
+// OrderDesk: who stands behind the orders of a day, which the market data does not tell: users, clients, members,
+// products. Each exchange order takes one line of the desk file, always the same one. Read once; then any thread may
+// look up.
 
 // Codes as a trade message carries them.
 struct DeskLine {
@@ -71,10 +107,10 @@ struct DeskLine {
   std::string ReferenceText;
 };
 
-class CDesk {
+class OrderDesk {
  public:
   // Bad lines are reported; a file without any good line is a TerminalError.
-  CDesk(const std::filesystem::path& file, CBadLines& badLines);
+  OrderDesk(const std::filesystem::path& file, BadLineReport& badLines);
 
   const DeskLine& LineOf(std::string_view exchangeOrderNo) const noexcept;
 

@@ -1,4 +1,4 @@
-#include "terminal/script/png_file.h"
+#include "terminal/common/png_file.h"
 
 #include <zlib.h>
 

@@ -1,59 +1,58 @@
-#include "terminal/windows/session/day_loop.h"
+#include "terminal/windows/session/play_timers.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace {
 
 using std::chrono::milliseconds;
 
 constexpr milliseconds kSlice(8);
-constexpr milliseconds kBeat(250);
+constexpr milliseconds kBeatPeriod(250);
 constexpr milliseconds kLongestWait(250);
 constexpr milliseconds kBusyWait(20);
 
 }  // namespace
 
-CDayLoop::CDayLoop(CDayRun& day, CBeat& beat, CPluginLink& plugin, PlayClock& clock, Listener listener)
-    : Day(day), PluginBeat(beat), Plugin(plugin), Clock(clock), Told(std::move(listener)) {
+PlayTimers::PlayTimers(DayRun& day, RefreshBeat& beat, PluginLink& plugin, PlayClock& clock, PlayObserver& observer)
+    : Day(day), Beat(beat), Plugin(plugin), Clock(clock), Observer(observer) {
   PlayTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Play(); });
   RefreshTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Refresh(); });
-  BeatTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Told.Beat(); });
+  BeatTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Observer.OnBeat(); });
 }
 
-void CDayLoop::Start() {
+void PlayTimers::Start() {
   Refresh();
-  BeatTimer.Start(static_cast<int>(kBeat.count()));
+  BeatTimer.Start(static_cast<int>(kBeatPeriod.count()));
 }
 
-void CDayLoop::PlayOn() {
+void PlayTimers::PlayOn() {
   StartOnce(PlayTimer, Clock.Now());
 }
 
-void CDayLoop::Stop() {
+void PlayTimers::Stop() {
   PlayTimer.Stop();
   RefreshTimer.Stop();
   BeatTimer.Stop();
 }
 
-void CDayLoop::StartOnce(wxTimer& timer, PlayClock::Time time) {
+void PlayTimers::StartOnce(wxTimer& timer, PlayClock::Time time) {
   const auto wait = std::chrono::ceil<milliseconds>(time - Clock.Now());
   timer.StartOnce(static_cast<int>(std::clamp(wait, milliseconds(1), kLongestWait).count()));
 }
 
-void CDayLoop::Play() {
+void PlayTimers::Play() {
   if (Plugin.IsBusy()) return StartOnce(PlayTimer, Clock.Now() + kBusyWait);
   const bool hadEnded = Day.HasEnded();
   try {
     if (const auto next = Day.PlayFor(kSlice)) StartOnce(PlayTimer, *next);
   } catch (const std::exception& failure) {
-    return Told.DayFailed(failure.what());
+    return Observer.OnDayFailed(failure.what());
   }
-  if (Day.HasEnded() && !hadEnded) Told.DayEnded();
+  if (Day.HasEnded() && !hadEnded) Observer.OnBeat();
 }
 
 // A registration that comes later is seen at the next turn.
-void CDayLoop::Refresh() {
-  if (!Plugin.IsBusy()) PluginBeat.CallIfDue();
-  StartOnce(RefreshTimer, PluginBeat.NextCall().value_or(Clock.Now() + kBeat));
+void PlayTimers::Refresh() {
+  if (!Plugin.IsBusy()) Beat.CallIfDue();
+  StartOnce(RefreshTimer, Beat.NextCall().value_or(Clock.Now() + kBeatPeriod));
 }

@@ -1,10 +1,11 @@
-#include "terminal/day/day_script.h"
+#include "terminal/day/numbered_day.h"
 
+#include <charconv>
 #include <utility>
 
 #include "host_link/messages/message_header.h"
-#include "terminal/day/csv_file.h"
-#include "terminal/day/trade_file.h"
+#include "terminal/day/csv_reader.h"
+#include "terminal/day/csv_tables.h"
 
 namespace {
 
@@ -13,13 +14,13 @@ constexpr std::uint16_t kLongestTime = 22;
 
 }  // namespace
 
-CDayScript::CDayScript(std::unique_ptr<DaySource> source, LiveFrom liveFrom)
+NumberedDay::NumberedDay(std::unique_ptr<MessageSource> source, LiveFrom liveFrom)
     : Source(std::move(source)), From(liveFrom), DownloadEnd(kModePlain) {
   DownloadEnd.AddU16(10002, 8112);
   DownloadEnd.Finish();
 }
 
-bool CDayScript::Next() {
+bool NumberedDay::Next() {
   if (Held.Data != nullptr) {
     Parse(std::exchange(Held, {}));
     SetNumber(9101);
@@ -40,7 +41,7 @@ bool CDayScript::Next() {
 }
 
 // The next message of the source that can be read and belongs into the script, with its number.
-bool CDayScript::TakeNext() {
+bool NumberedDay::TakeNext() {
   for (WireFrame frame; Source->Next(frame);) {
     if (!Parse(frame)) {
       const bool enciphered = Reader->Mode == kModeEnciphered || Reader->Mode == kModeEncipheredByReader;
@@ -55,7 +56,7 @@ bool CDayScript::TakeNext() {
   return false;
 }
 
-bool CDayScript::Parse(const WireFrame& frame) {
+bool NumberedDay::Parse(const WireFrame& frame) {
   std::uint16_t needed = 0;
   std::uint16_t consumed = 0;
   Shown = frame;
@@ -64,12 +65,12 @@ bool CDayScript::Parse(const WireFrame& frame) {
   return Reader->ParseHeader(needed, consumed) && Reader->MessageNumber != 0;
 }
 
-void CDayScript::ShowDownloadEnd() {
+void NumberedDay::ShowDownloadEnd() {
   DownloadEnded = true;
   Parse({DownloadEnd.Buffer, DownloadEnd.GetSize(), 0});
 }
 
-void CDayScript::Renumber() {
+void NumberedDay::Renumber() {
   Live = Live || IsLive();
   ++TradeCount;
   SetNumber(Live ? 9101 : 8111);
@@ -77,12 +78,12 @@ void CDayScript::Renumber() {
 
 // The number is changed in the bytes as well, just behind its tag. They are the frame's or the reader's own decoded
 // ones, and may be changed in either case.
-void CDayScript::SetNumber(std::uint16_t number) {
+void NumberedDay::SetNumber(std::uint16_t number) {
   Reader->MessageNumber = number;
   StoreValue(const_cast<std::uint8_t*>(Reader->Data) + Reader->Cursor - sizeof number, number);
 }
 
-bool CDayScript::IsLive() {
+bool NumberedDay::IsLive() {
   if (From.By == LiveFrom::Kind::Count) return TradeCount >= From.Value;
   const std::optional<std::int64_t> seconds = TradeSeconds();
   if (!seconds) return false;
@@ -91,7 +92,7 @@ bool CDayScript::IsLive() {
   return *seconds >= *FirstDate * kSecondsPerDay + From.Value;
 }
 
-std::optional<std::int64_t> CDayScript::TradeSeconds() {
+std::optional<std::int64_t> NumberedDay::TradeSeconds() {
   const std::uint16_t start = Reader->Cursor;
   std::optional<std::int64_t> seconds;
   while (!seconds && Reader->NextTag()) {
@@ -108,22 +109,33 @@ std::optional<std::int64_t> CDayScript::TradeSeconds() {
   return seconds;
 }
 
-CDayInput::CDayInput(const RunFiles& files, std::optional<LiveFrom> live, CBadLines& badLines)
-    : Securities(files.Securities, badLines), Day(files.Day), Live(live), BadLines(badLines) {
-  if (!IsMessageDay(Day)) Desk.emplace(files.Desk, badLines);
+std::optional<LiveFrom> ParseLiveFrom(std::string_view text) {
+  DayTime time;
+  if (ParseDayTime(text, time)) return LiveFrom{LiveFrom::Kind::Instant, time.Seconds};
+  std::int64_t value = 0;
+  if (ParseTimeOfDay(text, value)) return LiveFrom{LiveFrom::Kind::TimeOfDay, value};
+  const char* end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, value);
+  if (error != std::errc() || rest != end || value < 0 || text.starts_with('-')) return std::nullopt;
+  return LiveFrom{LiveFrom::Kind::Count, value};
 }
 
-CDayScript& CDayInput::Open() {
+DayInput::DayInput(const RunFiles& files, std::optional<LiveFrom> live, BadLineReport& badLines)
+    : Securities(files.Securities, badLines), Day(files.Day), Live(live), BadLines(badLines) {
+  if (!IsMessageFile(Day)) Desk.emplace(files.Desk, badLines);
+}
+
+NumberedDay& DayInput::Open() {
   const LiveFrom asNumbered;
   if (Live) return OpenFrom(*Live);
   return Desk ? OpenWithDownload(CountTradeLines(Day) / 2) : OpenFrom(asNumbered);
 }
 
-CDayScript& CDayInput::OpenWithDownload(std::uint64_t trades) {
+NumberedDay& DayInput::OpenWithDownload(std::uint64_t trades) {
   return OpenFrom({LiveFrom::Kind::Count, static_cast<std::int64_t>(trades)});
 }
 
-CDayScript& CDayInput::OpenFrom(LiveFrom live) {
+NumberedDay& DayInput::OpenFrom(LiveFrom live) {
   Script.reset();
   BadLines.StartAgain(Day);
   return Script.emplace(Desk ? OpenTradeDay(Day, *Desk, Securities, BadLines) : OpenMessageDay(Day, BadLines), live);
