@@ -5,8 +5,9 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
+
+#include "tests/support/files.h"
 
 // Resident bytes, counted in pages.
 inline double ResidentBytes() {
@@ -27,8 +28,3 @@ class BenchFolder {
   ~BenchFolder() { std::filesystem::remove_all(Path); }
   const std::filesystem::path Path;
 };
-
-inline std::string BytesOf(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}

@@ -82,7 +82,7 @@ void ExportCsv(benchmark::State& state) {
 
 void WriteCsvBytes(benchmark::State& state) {
   ExportAllColumns(Folder() / "csv" / "all.csv");
-  const std::string bytes = BytesOf(Folder() / "csv" / "all.csv");
+  const std::string bytes = ReadFile(Folder() / "csv" / "all.csv");
   if (static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\n')) != kMillion)
     state.SkipWithError("the file does not have a line for each trade");
   MeasureExport(state, Folder() / "csv", [&] {
@@ -113,8 +113,8 @@ void WriteExchangeBytes(benchmark::State& state) {
   const fs::path made = Folder() / "ExchangeTradeFormat";
   const std::string name = TradeFileName(kExchangeDate, 0);
   ExportExchangeFiles();
-  const std::string derivatives = BytesOf(made / "FO" / name);
-  const std::string cash = BytesOf(made / "CM" / name);
+  const std::string derivatives = ReadFile(made / "FO" / name);
+  const std::string cash = ReadFile(made / "CM" / name);
   MeasureExport(state, made, [&] {
     fs::create_directories(made);
     WriteBlocks(state, made / "derivatives", derivatives);

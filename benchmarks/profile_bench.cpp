@@ -50,11 +50,11 @@ void SaveAndLoadProfile(benchmark::State& state) {
 
 void WriteAndReadSameBytes(benchmark::State& state) {
   SaveProfile();
-  const std::string bytes = BytesOf(Folder() / "ColumnProfile" / "Trade Book" / "ColumnProfile.xml");
+  const std::string bytes = ReadFile(Folder() / "ColumnProfile" / "Trade Book" / "ColumnProfile.xml");
   const std::filesystem::path path = Folder() / "same_bytes.xml";
   for (auto _ : state) {
     std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (BytesOf(path) != bytes) state.SkipWithError("the bytes did not come back");
+    if (ReadFile(path) != bytes) state.SkipWithError("the bytes did not come back");
   }
   state.SetItemsProcessed(state.iterations());
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tests/foundations/time_zone.h"
 #include "tests/grid_ops/export_sample.h"
 #include "tests/support/own_folder.h"
 
@@ -67,9 +68,9 @@ TEST_F(CsvExport, WritesColumnsAndRowsOfItsMode) {
     const GridColumns columns = ColumnsShown(4, test.Shown);
     std::vector<TradeRecord*> rows;
     for (const std::size_t row : test.Rows) rows.push_back(&trades.Records[row]);
-    WriteBytes(Folder / "out.csv", std::string(1000, 'x'));
+    WriteFile(Folder / "out.csv", std::string(1000, 'x'));
     ExportGridCsv(test.Mode, Folder / "out.csv", {columns, rows, test.Selections, "Default", trades.ByServer});
-    EXPECT_EQ(BytesOf(Folder / "out.csv"), test.Bytes);
+    EXPECT_EQ(ReadFile(Folder / "out.csv"), test.Bytes);
   }
 }
 
@@ -90,15 +91,14 @@ TEST_F(CsvExport, WritesManyBlocksAndTellsProgress) {
   } modes[] = {{"All Columns", "", "", 20'001},
                {"Visible Columns", "", "", 20'001},
                {"Selected Columns", ",", "\r\nDefault,USER1,8,16910597", 20'002}};
+  std::vector<std::size_t> told;
+  const auto tell = [&](std::size_t done, std::size_t all) { told.insert(told.end(), {done, all}); };
   for (const auto& mode : modes) {
     SCOPED_TRACE(mode.Mode);
-    std::vector<std::size_t> told;
-    ExportGridCsv(mode.Mode, Folder / "out.csv", {columns, rows, selections, "Default", trades.ByServer},
-                  [&](std::size_t done, std::size_t all) {
-                    told.insert(told.end(), {done, all});
-                  });
+    told.clear();
+    ExportGridCsv(mode.Mode, Folder / "out.csv", {columns, rows, selections, "Default", trades.ByServer}, tell);
     EXPECT_EQ(told, (std::vector<std::size_t>{20'000, mode.RowsInAll}));
-    EXPECT_TRUE(BytesOf(Folder / "out.csv") ==
+    EXPECT_TRUE(ReadFile(Folder / "out.csv") ==
                 std::string("Server,UserID,VELDTradeID,VELDOrderID") + mode.AfterHeader + lines + mode.AfterLines);
   }
 }
@@ -115,35 +115,32 @@ TEST_F(CsvExport, IgnoresFilesThatCannotBeWritten) {
   ExportGridCsv("All Columns", "/dev/full", source);
 }
 
-std::string ProposalText(const fs::path& proposal) {
-  std::string text = proposal.string();
-  std::replace(text.begin(), text.end(), '\\', '/');
-  return text;
-}
-
 TEST(CsvCommands, ProposeTheRememberedFolder) {
   constexpr std::int64_t kNoon = 1772884800;  // 2026-03-07 12:00:00 UTC
+  const ZoneForTest zone("IST-5:30");
+  const struct {
+    int Id;
+    const char* Chosen;  // remembered first, or null
+    std::string Proposal;
+  } rows[] = {
+      {30010, nullptr, "/TradeBook_All20260307.CSV"},
+      {30013, nullptr, "grid/CSV/TradeBook_Selected20260307.CSV"},
+      {30010, nullptr, "grid/CSV/TradeBook_All20260307.CSV"},  // the base has moved
+      {30012, nullptr, "/TradeBook_Manual20260307_1730.CSV"},
+      {30011, "some/folder\\name.csv", "some/folder/TradeBook_Visible20260307.CSV"},
+      {30013, "some/name.csv", "grid/CSV/TradeBook_Selected20260307.CSV/TradeBook_Selected20260307.CSV"},
+      {30010, "name.csv", "grid/CSV/TradeBook_All20260307.CSV"},
+      {30012, "by/hand/name.csv", "by/hand/TradeBook_Manual20260307_1730.CSV"},
+  };
   ExportFolders folders;
-  const auto propose = [&](int id) {
-    return ProposalText(ProposeCsvPath(*FindCsvCommand(id), folders, fs::path("grid"), kNoon));
-  };
-  const auto remember = [&](int id, const char* chosen) {
-    RememberCsvFolder(*FindCsvCommand(id), folders, ProposeCsvPath(*FindCsvCommand(id), folders, "grid", kNoon),
-                      chosen);
-  };
-  EXPECT_EQ(propose(30010), "/TradeBook_All20260307.CSV");
-  EXPECT_EQ(propose(30013), "grid/CSV/TradeBook_Selected20260307.CSV");
-  EXPECT_EQ(propose(30010), "grid/CSV/TradeBook_All20260307.CSV");  // the base moved
-  EXPECT_EQ(propose(30012).substr(0, 26), "/TradeBook_Manual20260307_");
-  EXPECT_EQ(propose(30012).size(), 34U);
-  remember(30011, "some/folder\\name.csv");
-  remember(30013, "some/folder/name.csv");
-  remember(30010, "name.csv");
-  remember(30012, "by/hand/name.csv");
-  EXPECT_EQ(propose(30011), "some/folder/TradeBook_Visible20260307.CSV");
-  EXPECT_EQ(propose(30013), "grid/CSV/TradeBook_Selected20260307.CSV/TradeBook_Selected20260307.CSV");
-  EXPECT_EQ(propose(30010), "grid/CSV/TradeBook_All20260307.CSV");
-  EXPECT_EQ(propose(30012).substr(0, 33), "by/hand/TradeBook_Manual20260307_");
+  for (const auto& row : rows) {
+    const CsvCommand& command = *FindCsvCommand(row.Id);
+    const auto propose = [&] { return ProposeCsvPath(command, folders, "grid", kNoon); };
+    if (row.Chosen != nullptr) RememberCsvFolder(command, folders, propose(), row.Chosen);
+    std::string proposal = propose().string();
+    std::replace(proposal.begin(), proposal.end(), '\\', '/');
+    EXPECT_EQ(proposal, row.Proposal);
+  }
   EXPECT_EQ(FindCsvCommand(30015), nullptr);
   std::string savers;  // of the folder in config.ini
   for (const CsvCommand& command : kCsvCommands)

@@ -24,7 +24,7 @@ class ExchangeFiles : public OwnFolder {
   std::string Files(const char* base, const char* name) const {
     const auto content = [&](const char* side) {
       const fs::path file = Folder / base / "ExchangeTradeFormat" / side / name;
-      return fs::exists(file) ? BytesOf(file) : "none";
+      return fs::exists(file) ? ReadFile(file) : "none";
     };
     return content("FO") + "|" + content("CM");
   }
@@ -38,7 +38,7 @@ TEST_F(ExchangeFiles, ExactNameOfExchangeChoosesTheFile) {
   for (const char* exchange : {"BSECM", "nsecm", "NSECM", "NSECM ", "NSEFO", "", "BSECMX"})
     PutText(Trades.Add("S", ++id).Exchange, exchange);
   PutText(Trades.Add("Before", 9).Exchange, "BSECM");
-  WriteBytes(Folder / "grid" / "EXCHANGETRADEFORMAT.TXT", "UserID\nVELDTradeID");
+  WriteFile(Folder / "grid" / "EXCHANGETRADEFORMAT.TXT", "UserID\nVELDTradeID");
   WriteExchangeTradeFiles(Run());
   EXPECT_EQ(Files("grid", "0307TRD.txt"),
             "USER1,2       \r\nUSER1,4       \r\nUSER1,5       \r\nUSER1,6       \r\nUSER1,7       \r\n|"
@@ -57,7 +57,7 @@ TEST_F(ExchangeFiles, ManualExchangeBranchWritesShownRowsOnly) {
   Trades.Add("Default", 4);
   PutText(Trades.Add("Default", 5).Exchange, "NSECM");
   Trades.Add("Default", 6);
-  WriteBytes(Folder / "plugin" / "EXCHANGETRADEFORMAT.TXT", "UserID\nVELDTradeID\nSide");
+  WriteFile(Folder / "plugin" / "EXCHANGETRADEFORMAT.TXT", "UserID\nVELDTradeID\nSide");
   EXPECT_EQ(Files("plugin", "0703TRD.txt"), "none|none");
   WriteManualExport(Run(), true, Folder / "unused", {});
   EXPECT_EQ(Files("plugin", "0703TRD.txt"), "|");
@@ -82,9 +82,9 @@ TEST_F(ExchangeFiles, ManualFreeBranchWritesVisibleColumns) {
        "T,O,\r\n202402,20240229-10:15:00,\r\n202402,20240229-10:15:00,"},
   };
   for (const auto& row : rows) {
-    WriteBytes(Folder / "grid" / "TRADEBOOKEXPORT.TXT", row.Format);
+    WriteFile(Folder / "grid" / "TRADEBOOKEXPORT.TXT", row.Format);
     WriteManualExport(Run(), false, Folder / "out.csv", {});
-    EXPECT_EQ(BytesOf(Folder / "out.csv"), row.Bytes) << row.Format;
+    EXPECT_EQ(ReadFile(Folder / "out.csv"), row.Bytes) << row.Format;
   }
   EXPECT_EQ(Files("plugin", "0703TRD.txt"), "none|none");
 }
@@ -94,7 +94,7 @@ TEST_F(ExchangeFiles, TellProgressPerTrade) {
   Trades.Add("B", 1);
   std::vector<std::size_t> told;
   const auto tell = [&](std::size_t done, std::size_t all) { told.insert(told.end(), {done, all}); };
-  WriteBytes(Folder / "grid" / "TRADEBOOKEXPORT.TXT", "Side,Side");
+  WriteFile(Folder / "grid" / "TRADEBOOKEXPORT.TXT", "Side,Side");
   WriteExchangeTradeFiles(Run(), tell);
   EXPECT_EQ(told, (std::vector<std::size_t>{20'000, 20'001}));
   WriteManualExport(Run(), true, {}, {}, tell);
@@ -104,10 +104,10 @@ TEST_F(ExchangeFiles, TellProgressPerTrade) {
 
 TEST_F(ExchangeFiles, IgnoreFoldersThatCannotBeCreated) {
   Trades.Add("A", 4);
-  WriteBytes(Folder / "grid" / "ExchangeTradeFormat", "a file in the way");
+  WriteFile(Folder / "grid" / "ExchangeTradeFormat", "a file in the way");
   WriteExchangeTradeFiles(Run());
   WriteManualExport(Run(), false, Folder / "missing" / "out.csv", {});
-  EXPECT_EQ(BytesOf(Folder / "grid" / "ExchangeTradeFormat"), "a file in the way");
+  EXPECT_EQ(ReadFile(Folder / "grid" / "ExchangeTradeFormat"), "a file in the way");
 }
 
 }  // namespace

@@ -32,18 +32,18 @@ TEST_F(ExportSettings, ReadsTheFlagOrWritesIt) {
     for (const bool from : {false, true}) {
       SCOPED_TRACE(std::string(row.What) + (from ? ", from true" : ", from false"));
       fs::remove(File());
-      if (*row.Before != '\0') WriteBytes(File(), row.Before);
+      if (*row.Before != '\0') WriteFile(File(), row.Before);
       bool flag = from;
       ReadExchangeFormatFlag(File(), flag);
       EXPECT_EQ(flag, from ? row.FlagFromTrue : row.FlagFromFalse);
-      EXPECT_EQ(BytesOf(File()), row.After);
+      EXPECT_EQ(ReadFile(File()), row.After);
     }
 }
 
 TEST_F(ExportSettings, SavesThePathAndKeepsTheRest) {
-  WriteBytes(File(),
-             "; of the desk\n\n; exports\n[TRADECSV]\nExchangeFormatCSV=TRUE\n; twice\nUser=a\nUser=b\n\xE9=\"c\"\n"
-             "[PATH]\n; last\nTrade=OLD\n; the end\n");
+  WriteFile(File(),
+            "; of the desk\n\n; exports\n[TRADECSV]\nExchangeFormatCSV=TRUE\n; twice\nUser=a\nUser=b\n\xE9=\"c\"\n"
+            "[PATH]\n; last\nTrade=OLD\n; the end\n");
   std::string folder = "c:\\Days\\\xE9z", remembered = "c:\\days";
   SaveTradePath(File(), folder, remembered);
   EXPECT_EQ(folder, "C:\\DAYS\\\xE9Z");
@@ -52,11 +52,11 @@ TEST_F(ExportSettings, SavesThePathAndKeepsTheRest) {
       "; of the desk\r\n\r\n; exports\r\n[TRADECSV]\r\nExchangeFormatCSV=TRUE\r\n\r\n; "
       "twice\r\nUser=a\r\nUser=b\r\n"
       "\xE9=\"c\"\r\n\r\n[PATH]\r\n\r\n; last\r\nTrade=C:\\DAYS\\\xE9Z\r\n\r\n; the end\r\n";
-  EXPECT_EQ(BytesOf(File()), expected);
+  EXPECT_EQ(ReadFile(File()), expected);
   folder = "C:\\days\\\xE9z";  // the same but for its case: not written
-  WriteBytes(File(), "");
+  WriteFile(File(), "");
   SaveTradePath(File(), folder, remembered);
-  EXPECT_EQ(BytesOf(File()), "");
+  EXPECT_EQ(ReadFile(File()), "");
   EXPECT_EQ(FolderText(fs::path("a")), "a");
 }
 
@@ -66,16 +66,16 @@ TEST_F(ExportSettings, KeepsFilesThatCannotBeWritten) {
   EXPECT_EQ(remembered, "NEW");
   EXPECT_TRUE(fs::is_empty(Folder));
   const std::string zeros("[PATH]\0\n", 8);  // of a wide file, say
-  WriteBytes(File(), zeros);
+  WriteFile(File(), zeros);
   bool flag = true;
   ReadExchangeFormatFlag(File(), flag);
   EXPECT_FALSE(flag);
-  EXPECT_EQ(BytesOf(File()), zeros);
-  WriteBytes(File(), "[PATH]\n");
+  EXPECT_EQ(ReadFile(File()), zeros);
+  WriteFile(File(), "[PATH]\n");
   fs::permissions(File(), fs::perms::owner_read | fs::perms::group_read);
   const bool isWritable = std::ofstream(File(), std::ios::app).is_open();
   ReadExchangeFormatFlag(File(), flag);
-  const std::string bytes = BytesOf(File());
+  const std::string bytes = ReadFile(File());
   fs::permissions(File(), fs::perms::all);
   if (isWritable) GTEST_SKIP() << "this user can write any file";
   EXPECT_EQ(bytes, "[PATH]\n");

@@ -2,6 +2,7 @@
 // message that the terminal sends again, and the day must end as if nothing had happened.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 
 #include "grid_ops/exports/csv_export.h"
@@ -124,18 +125,13 @@ std::vector<std::string> Outcome(Day& day) {
   pieces.push_back(numbers);
   for (const PlainBook* book : {&day.All, &day.Security, &day.Bar, &day.Sorted}) pieces.push_back(TextOf(*book));
   for (const auto& entry : fs::recursive_directory_iterator(day.Folder))
-    if (entry.is_regular_file()) pieces.push_back(entry.path().filename().string() + BytesOf(entry.path()));
+    if (entry.is_regular_file()) pieces.push_back(entry.path().filename().string() + ReadFile(entry.path()));
   std::sort(pieces.begin() + 9, pieces.end());
   return pieces;
 }
 
-struct Played {
-  std::vector<std::string> Pieces;
-  bool Failed;
-};
-
-// A day whose count-th allocation fails; repeats the failed step.
-Played PlayDay(const std::vector<Step>& steps, const fs::path& folder, int count) {
+// A day whose count-th allocation fails, if it has so many; repeats the failed step.
+std::vector<std::string> PlayDay(const std::vector<Step>& steps, const fs::path& folder, int count, bool& failed) {
   fs::remove_all(folder);
   fs::create_directories(folder);
   std::ofstream(folder / "TradeHeaderFile.txt") << "VELDTradeID\nExchangeTradeTime\nSymbol";
@@ -150,23 +146,22 @@ Played PlayDay(const std::vector<Step>& steps, const fs::path& folder, int count
       step(day);
     }
   }
-  const bool failed = StopFailing();
+  failed = StopFailing();
   day.Cache.AutoFile.Flush();
-  return {Outcome(day), failed};
+  return Outcome(day);
 }
 
 class MemoryTest : public OwnFolder {};
 
 TEST_F(MemoryTest, RepeatedStepLeavesTheSameDay) {
   for (const auto& steps : {LongDay(), DayOfExports()}) {
-    const std::vector<std::string> expected = PlayDay(steps, Folder, 0).Pieces;
+    bool failed = false;
+    const std::vector<std::string> expected = PlayDay(steps, Folder, 0, failed);
     int count = 0;
-    for (bool failed = true; failed;) {
-      const Played played = PlayDay(steps, Folder, ++count);
-      ASSERT_EQ(played.Pieces.size(), expected.size()) << "allocation " << count;
-      for (std::size_t i = 0; i < expected.size(); ++i)
-        ASSERT_TRUE(played.Pieces[i] == expected[i]) << "allocation " << count << ", piece " << i;
-      failed = played.Failed;
+    for (failed = true; failed;) {
+      const std::vector<std::string> pieces = PlayDay(steps, Folder, ++count, failed);
+      const auto differs = std::mismatch(pieces.begin(), pieces.end(), expected.begin(), expected.end()).first;
+      ASSERT_TRUE(pieces == expected) << "allocation " << count << ", piece " << differs - pieces.begin();
     }
     EXPECT_GT(count, 100);
   }

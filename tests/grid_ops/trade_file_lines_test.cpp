@@ -31,8 +31,8 @@ TEST_F(DescriptionFiles, ReadsLinesAsEntries) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.Text);
-    WriteBytes(Folder / "EXCHANGETRADEFORMAT.TXT", row.Text);
-    WriteBytes(Folder / "TRADEBOOKEXPORT.TXT", row.Text);
+    WriteFile(Folder / "EXCHANGETRADEFORMAT.TXT", row.Text);
+    WriteFile(Folder / "TRADEBOOKEXPORT.TXT", row.Text);
     EXPECT_EQ(TextOf(ReadExchangeFormat(Folder)), row.ExchangeFormat);
     EXPECT_EQ(TextOf(ReadBookExport(Folder)), row.BookExport);
   }

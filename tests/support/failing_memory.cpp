@@ -8,7 +8,7 @@
 
 namespace {
 
-int allocationsLeft = 0;  // up to and with the one that fails; 0: none fails
+int allocationsLeft = 0;  // up to the one that fails; 0 for none
 bool failed = false;
 
 void* Allocate(std::size_t size) noexcept {
@@ -36,7 +36,7 @@ bool StopFailing() noexcept {
   return failed;
 }
 
-// These take the place of the library's own in the whole program.
+// Replace the functions of the library in the whole program.
 void* operator new(std::size_t size) {
   return AllocateOrThrow(size);
 }
@@ -62,7 +62,7 @@ void operator delete[](void* block, std::size_t) noexcept {
   std::free(block);
 }
 
-// And these that of the platform's.
+// Replace the functions of the platform.
 void* AllocatePageBlock() noexcept {
   void* block = Allocate(kPageBlockSize);
   return block == nullptr ? nullptr : std::memset(block, 0, kPageBlockSize);

@@ -1,8 +1,7 @@
-// Makes the allocations of the test program fail on demand: operator new in all its forms and the blocks of pages.
-// One thread at a time.
+// Makes allocations of the test program fail on demand: all forms of operator new, and page blocks.
 #pragma once
 
-// From now on the count-th allocation (from 1) is refused, once.
+// The count-th allocation from now on, counted from 1, fails once. 0 for none.
 void FailAllocation(int count) noexcept;
-// From now on none fails; true when one has since FailAllocation.
+// No further allocation fails. True if one has failed since FailAllocation.
 bool StopFailing() noexcept;
