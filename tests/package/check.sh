@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # check.sh PRESET [BUILD]: packs the archive of a build (build/PRESET), unpacks it into a folder with a blank in its name
-# and plays the sample day with the terminal in it, from yet another folder. It must be whole, know nothing of the build
-# and write the same daily file as the terminal that was built.
+# and plays the sample day with its terminal, from another folder. The archive must be complete, contain no path of the
+# build, and write the same daily file as the terminal of the build.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 build=$(realpath "${2:-build/$1}")
@@ -15,32 +15,32 @@ if [ "$1" = windows ]; then
   wine=("$(wine_program)")
 fi
 fail() { echo "$*" >&2; exit 1; }
-# The daily file that the terminal of a folder of programs writes, working in that folder.
+# play PROGRAMS FOLDER: plays the sample day in FOLDER with the terminal in PROGRAMS; prints the name of its daily file.
 play() {
   mkdir -p "$2"
-  (cd "$2" && "${wine[@]}" "$1/terminal$ending" --headless --work . >log 2>&1) || { cat "$2/log" >&2; fail "$1: no day was played"; }
+  (cd "$2" && "${wine[@]}" "$1/terminal$ending" --headless --work . >log 2>&1) || { cat "$2/log" >&2; fail "$1: the day could not be played"; }
   ls "$2"/Trade*.CSV
 }
 
 rm -rf "$work" "$build"/tradebook-*.tar.gz "$build"/tradebook-*.zip
 mkdir -p "$work/un packed"
-cmake --build "$build" --target archive >"$work/cpack.log" 2>&1 || { cat "$work/cpack.log" >&2; fail "there is no archive"; }
+cmake --build "$build" --target archive >"$work/cpack.log" 2>&1 || { cat "$work/cpack.log" >&2; fail "the archive could not be built"; }
 archive=$(find "$build" -maxdepth 1 \( -name 'tradebook-*.tar.gz' -o -name 'tradebook-*.zip' \))
 (cd "$work/un packed" && cmake -E tar xf "$archive")
 top=$(ls "$work/un packed")
 folder=$work/un\ packed/$top
 
 version=$("${wine[@]}" "$folder/bin/terminal$ending" --version | tr -d '\r')
-[[ $top == tradebook-"${version##* }"-* ]] || fail "the terminal in $top calls itself $version"
+[[ $top == tradebook-"${version##* }"-* ]] || fail "the terminal in $top has version $version"
 for file in doc/README.md doc/CHANGELOG.md doc/LICENSE doc/docs/host_guide.md bin/sample_day/LICENSE; do
   [ -s "$folder/$file" ] || fail "$file is missing or empty"
 done
-! grep -rl -e "$PWD" -e "$build" "$folder/bin" || fail "these files know the place of the build"
+! grep -rl -e "$PWD" -e "$build" "$folder/bin" || fail "these files contain the path of the build"
 if [ "$1" = windows ]; then
   [ "$(cd "$folder/bin" && ls ./*.dll)" = "$(cd "$build/bin" && ls ./*.dll)" ] || fail "the archive lacks libraries"
 else
   for file in terminal tradebook.so libtradebook_toolkit.so; do
-    readelf -d "$folder/bin/$file" | grep -q 'R.*PATH.*\[$ORIGIN\]$' || fail "$file does not look beside itself"
+    readelf -d "$folder/bin/$file" | grep -q 'R.*PATH.*\[$ORIGIN\]$' || fail "$file does not search its own folder"
   done
 fi
 
@@ -51,7 +51,7 @@ done
 
 built=$(play "$build/bin" "$work/of the build")
 packed=$(play "$folder/bin" "$work/elsewhere")
-[ "${built##*/}" = "${packed##*/}" ] && cmp "$built" "$packed" || fail "the archive plays another day than the build"
+[ "${built##*/}" = "${packed##*/}" ] && cmp "$built" "$packed" || fail "archive and build write different daily files"
 lines=$(wc -l <"$packed")
 [ "$lines" = 13612 ] || fail "the daily file has $lines line ends and not 13612"
 echo "${archive##*/}: plays the day from \"$top\" in another folder, $lines trades"
