@@ -32,31 +32,31 @@ enum class TerminalFunction : std::uint8_t {
 };
 
 struct TerminalFunctionRow {
-  TerminalFunction Function;
   const char* Name;
+  TerminalFunction Function;
   bool IsCalled = false;  // the plug-in looks the others up and leaves their signatures to the terminal
 };
 
 inline constexpr TerminalFunctionRow kTerminalFunctions[] = {
-    {TerminalFunction::GetMasterRequest, "GetMasterRequest", true},
-    {TerminalFunction::SendToAccess, "SendToAccess"},
-    {TerminalFunction::PluginDataSend, "PluginDataSend", true},
-    {TerminalFunction::SendToDataFeed, "SendToDataFeed"},
-    {TerminalFunction::SendDepthBroadCastRequest, "SendDepthBroadCastRequest"},
-    {TerminalFunction::SendWatchBroadCastRequest, "SendWatchBroadCastRequest"},
-    {TerminalFunction::SendIndexBroadCastRequest, "SendIndexBroadCastRequest"},
-    {TerminalFunction::GetOrderNo, "GetOrderNo"},
-    {TerminalFunction::GetDepth, "GetDepth"},
-    {TerminalFunction::ApplicationFocus, "ApplicationFocus", true},
-    {TerminalFunction::OnMessage, "OnMessage"},
-    {TerminalFunction::IsVELDSLogin, "IsVELDSLogin"},
-    {TerminalFunction::GetPluginBarID, "GetPluginBarID", true},
-    {TerminalFunction::SetPluginBarName, "SetPluginBarName"},
-    {TerminalFunction::PluginRemoveBarID, "PluginRemoveBarID", true},
-    {TerminalFunction::TERBCastRequest, "TERBCastRequest"},
-    {TerminalFunction::PasswordVerification, "PasswordVerification"},
-    {TerminalFunction::ModifyOrderQtyCheck, "ModifyOrderQtyCheck"},
-    {TerminalFunction::M2MDisplay, "M2MDisplay"},
+    {"GetMasterRequest", TerminalFunction::GetMasterRequest, true},
+    {"SendToAccess", TerminalFunction::SendToAccess},
+    {"PluginDataSend", TerminalFunction::PluginDataSend, true},
+    {"SendToDataFeed", TerminalFunction::SendToDataFeed},
+    {"SendDepthBroadCastRequest", TerminalFunction::SendDepthBroadCastRequest},
+    {"SendWatchBroadCastRequest", TerminalFunction::SendWatchBroadCastRequest},
+    {"SendIndexBroadCastRequest", TerminalFunction::SendIndexBroadCastRequest},
+    {"GetOrderNo", TerminalFunction::GetOrderNo},
+    {"GetDepth", TerminalFunction::GetDepth},
+    {"ApplicationFocus", TerminalFunction::ApplicationFocus, true},
+    {"OnMessage", TerminalFunction::OnMessage},
+    {"IsVELDSLogin", TerminalFunction::IsVELDSLogin},
+    {"GetPluginBarID", TerminalFunction::GetPluginBarID, true},
+    {"SetPluginBarName", TerminalFunction::SetPluginBarName},
+    {"PluginRemoveBarID", TerminalFunction::PluginRemoveBarID, true},
+    {"TERBCastRequest", TerminalFunction::TERBCastRequest},
+    {"PasswordVerification", TerminalFunction::PasswordVerification},
+    {"ModifyOrderQtyCheck", TerminalFunction::ModifyOrderQtyCheck},
+    {"M2MDisplay", TerminalFunction::M2MDisplay},
 };
 inline constexpr std::size_t kTerminalFunctionCount = std::size(kTerminalFunctions);
 
