@@ -1,5 +1,5 @@
-// The module's three exports, its callbacks and its process-wide objects. Everything here forwards; no exception
-// leaves.
+// The module's three exports, its callbacks and its process-wide objects. All functions forward and let no exception
+// out.
 #include "book_windows/windows/book_list.h"
 #include "foundations/error_report.h"
 #include "host_link/module/message_router.h"
@@ -43,7 +43,7 @@ CQORTradeImpl tradeDecoder;
 [[maybe_unused]] CQOROrderImpl orderDecoder;
 MessageRouter router(pluginState, terminalFunctions, OwnAddresses());
 
-// Memory that runs out costs the message at hand and not the process.
+// Out of memory, the current message is lost and the process goes on.
 template <typename Work>
 void Guarded(Work work) noexcept {
   try {
