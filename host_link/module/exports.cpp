@@ -39,7 +39,7 @@ PluginState pluginState(tradeDecoder);
 CQORDLLComman terminalFunctions;
 BookList bookList(pluginState, terminalFunctions, OwnCallbacks());
 CQORTradeImpl tradeDecoder;
-// No message brings orders to this plug-in; the record is one with the terminal's and the object stands for it.
+// Intentional: unused. The format has an order record, but no message brings one to this plug-in.
 [[maybe_unused]] CQOROrderImpl orderDecoder;
 MessageRouter router(pluginState, terminalFunctions, OwnAddresses());
 
