@@ -1,18 +1,18 @@
-// The smallest terminal for the plug-in: loads it, plays a download of one trade and one live trade to it, without
-// windows, and prints what comes back: a hundred lines of code. docs/host_guide.md explains it.
+// The smallest terminal for the plug-in, without windows: loads it, sends a downloaded and a live trade, and prints the
+// plug-in's messages and daily file. docs/host_guide.md explains it.
 //
-//   minimal_host [MODULE]    without a module the one beside the program
+//   minimal_host [MODULE]    the default is the module beside the program
 //
-// Works in the folder minimal_host below the current one.
+// Its working folder is minimal_host in the current one.
 #include <fstream>
 #include <iostream>
 #include <iterator>
 
 #include "host_link/host_functions/terminal_functions.h"
+#include "host_link/messages/message_table.h"
 #include "host_link/messages/packet_reader.h"
 #include "host_link/messages/packet_writer.h"
 #include "host_link/messages/reply_buffer.h"
-#include "host_link/module/message_router.h"
 #include "platform/modules.h"
 
 namespace {
@@ -39,7 +39,7 @@ void SendTrade(MessageFunction onMessage, std::uint16_t number, std::uint32_t id
   message.AddU32(20008, id);
   message.AddText(55101, std::to_string(700000 + id).c_str(), 32, false);
   message.AddText(55100, "1100000000001", 32, false);
-  message.AddTerminator();  // behind the key, the other fields in any order
+  message.AddTerminator();  // the fields after the key section may have any order
   message.AddText(55104, "GC201312", 48, false);
   message.AddU8(101, 1);
   message.AddU32(20014, 2);
@@ -47,8 +47,7 @@ void SendTrade(MessageFunction onMessage, std::uint16_t number, std::uint32_t id
   Send(onMessage, message, true);
 }
 
-// The buffer has room for all that comes and does not grow: so no memory that one side has taken is given back by the
-// other.
+// A buffer with room for the whole description, which does not grow: so neither side frees memory of the other.
 void TakeDescription(GetDllInfoFunction getDllInfo) {
   std::uint8_t bytes[4096];
   HostReplyBuffer reply{};
@@ -74,7 +73,7 @@ void PlayDay(MessageFunction onMessage, MessageFunction onPluginMessage) {
   SendNumber(onMessage, 8112, true);
   SendNumber(onPluginMessage, 30020, false);
   SendTrade(onMessage, 9101, 2, 1313.4);
-  if (refresh != nullptr) refresh();  // a terminal does so at the period, between two messages
+  if (refresh != nullptr) refresh();  // a terminal calls it at the period, between messages
   SendNumber(onPluginMessage, 30021, false);
 }
 

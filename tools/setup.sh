@@ -9,6 +9,7 @@ package_list() {
     build) echo "g++ cmake ninja-build zlib1g-dev libsimpleini-dev libcli11-dev libwxgtk3.2-dev googletest xvfb openbox" ;;
     windows) echo "g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64 dpkg-dev" ;;
     bench) echo "libbenchmark-dev libquickfix-dev libsqlite3-dev sqlite3" ;;
+    tidy) echo "clang-tidy" ;;
     fuzz) echo "clang libclang-rt-14-dev" ;;
     *) fail "no group of packages is named '$1'" ;;
   esac

@@ -5,7 +5,7 @@
 //   field   := 0x23 u16 tag value
 //
 // All words are little-endian, nothing is aligned. The first field of every body is tag 10002, the message number.
-// The header is matched whole and never walked as fields. Pure; any thread.
+// The header is matched as a whole, not read as fields.
 #pragma once
 
 #include <cstdint>
@@ -60,16 +60,16 @@ constexpr bool RisesToTheLastTag() {
 static_assert(RisesToTheLastTag());
 }  // namespace skip_rule_checks
 
-// The cipher of message bodies (RC4 as published) and the place where the embedding program puts its key. The key is
-// set before the first message and not changed while messages are read or finished.
+// The cipher of message bodies: RC4 as published. The key is set before the first message and does not change while
+// messages are read or finished.
 struct CipherKey {
   const std::uint8_t* Bytes = nullptr;
   std::uint16_t Length = 0;
 };
 
-// The process's key, null where there is none. The plug-in never sets it: only the embedding program does.
+// The process's key, null for none; only the embedding program sets it.
 extern const CipherKey* CipherKeyHolder;
 
-// Enciphers or deciphers one message body in place, from a fresh key schedule: nothing is kept between messages.
-// False, with the bytes untouched, when the length is 0 or the key is empty.
+// Enciphers or deciphers one message body in place with a fresh key schedule. False, with nothing changed, if the
+// length is 0 or the key is empty.
 bool ApplyCipher(const CipherKey& key, std::uint8_t* bytes, std::uint32_t length) noexcept;

@@ -1,5 +1,5 @@
-// HostReplyBuffer: the terminal's object that GetDllInfo appends its messages to. A binary interface: the terminal
-// makes it, the plug-in only appends. Shared between threads of the terminal, hence the lock in it.
+// HostReplyBuffer: the terminal's object to which GetDllInfo appends its messages. Its layout is a binary interface;
+// its lock lets threads of the terminal share it.
 #pragma once
 
 #include <cstddef>
@@ -8,15 +8,15 @@
 #include "platform/threads.h"
 
 struct HostReplyBuffer {
-  std::uint8_t* Data;          // array new; the terminal's
-  std::uint32_t ReadPosition;  // the terminal's; not used here
+  std::uint8_t* Data;          // array new; owned by the terminal
+  std::uint32_t ReadPosition;  // for the terminal alone
   std::uint32_t Used;
   std::uint32_t Capacity;
   std::uint32_t Growable;
   PlatformLock Lock;
 
-  // Appends size bytes, growing the block to exactly what is needed. False, with nothing changed, for no data, where
-  // the buffer may not grow, or where memory is out. With lock true the lock is held meanwhile.
+  // Appends size bytes and grows the block to exactly the needed size. False, with nothing changed, for no data, if the
+  // buffer must not grow, or out of memory. With lock true it holds the lock.
   bool AppendBytes(const void* bytes, std::uint32_t size, bool lock) noexcept;
 
  private:

@@ -1,5 +1,5 @@
-// The module's three exports, its callbacks and its process-wide objects. Everything here forwards; no exception
-// leaves.
+// The module's three exports, its callbacks and its process-wide objects. All functions forward and let no exception
+// out.
 #include "book_windows/windows/book_list.h"
 #include "foundations/error_report.h"
 #include "host_link/module/message_router.h"
@@ -39,11 +39,11 @@ PluginState pluginState(tradeDecoder);
 CQORDLLComman terminalFunctions;
 BookList bookList(pluginState, terminalFunctions, OwnCallbacks());
 CQORTradeImpl tradeDecoder;
-// No message brings orders to this plug-in; the record is one with the terminal's and the object stands for it.
+// Intentional: unused. The format has an order record, but no message brings one to this plug-in.
 [[maybe_unused]] CQOROrderImpl orderDecoder;
 MessageRouter router(pluginState, terminalFunctions, OwnAddresses());
 
-// Memory that runs out costs the message at hand and not the process.
+// Out of memory, the current message is lost and the process goes on.
 template <typename Work>
 void Guarded(Work work) noexcept {
   try {

@@ -1,4 +1,4 @@
-// Makes non-throwing array allocations of the test program fail on demand. One thread at a time.
+// Makes non-throwing array allocations of the test program fail on demand.
 #pragma once
 
 // While it lives, the count-th such allocation (from 1) is refused; those before and after it are served.

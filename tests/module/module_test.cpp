@@ -3,9 +3,8 @@
 
 #include "platform/modules.h"
 #include "tests/host_link/reply_for_test.h"
-#include "tests/module/export_table.h"
 #include "tests/support/fake_terminal.h"
-#include "tests/support/files.h"
+#include "tests/support/own_folder.h"
 
 namespace {
 int terminalMessages = 0;
@@ -63,26 +62,21 @@ class LoadedModule {
 };
 
 // A working folder of its own, with the columns of the daily file.
-class ModuleTest : public testing::Test {
+class ModuleTest : public OwnFolder {
  protected:
-  ModuleTest() : FormerFolder(std::filesystem::current_path()) {
-    const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
-    Folder = ProgramFolder() / ("module_test_" + name);
-    std::filesystem::remove_all(Folder);
-    std::filesystem::create_directories(Folder);
+  void SetUp() override {
+    OwnFolder::SetUp();
     std::filesystem::current_path(Folder);
     WriteFile(Folder / "TradeHeaderFile.txt", "VELDTradeID\nQuantity\nNoColumn\nPrice\n");
     fakeTerminal = {};
     terminalMessages = 0;
   }
-  ~ModuleTest() override {
+  void TearDown() override {
     std::filesystem::current_path(FormerFolder);
-    std::error_code failure;
-    std::filesystem::remove_all(Folder, failure);
-    EXPECT_FALSE(failure) << failure.message();
+    OwnFolder::TearDown();
   }
 
-  // The one daily file, Trade<8 digits>.CSV, or a note of what stands there instead.
+  // The content of the only daily file, Trade<8 digits>.CSV, or a note of another file.
   std::string DailyFile() const {
     std::string content = "none";
     for (const auto& entry : std::filesystem::directory_iterator(Folder)) {
@@ -96,18 +90,13 @@ class ModuleTest : public testing::Test {
     return content;
   }
 
-  std::filesystem::path FormerFolder;
-  std::filesystem::path Folder;
+  const std::filesystem::path FormerFolder = std::filesystem::current_path();
 };
 
 // A trade of that id and execution, its quantity, and the price 45.25.
 Bytes TradeFields(std::uint8_t id, std::uint8_t quantity) {
   return Hex("23 284E") + Word(id, 4) + Hex("23 3DD7 0200 'T'") + Word(id, 1) + Hex("23 3CD7 0200 'O1' 23 FFFF") +
          Hex("23 2E4E") + Word(quantity, 4) + Hex("23 429C 0000000000A04640");
-}
-
-TEST_F(ModuleTest, ExportsItsThreeEntryPointsOnly) {
-  EXPECT_EQ(ExportedNames(ModuleFile()), (std::multiset<std::string>{"GetDllInfo", "OnMessage", "OnPluginMessage"}));
 }
 
 TEST_F(ModuleTest, SendsTheAddressesOfItsOwnFunctions) {

@@ -38,7 +38,7 @@ void Answer(MessageFunction function) {
   function(&reader);
 }
 
-// Field 30002 stands behind header and number, or behind another field of eight bytes.
+// Field 30002 follows header and number, or another field of eight bytes.
 MessageFunction CallbackOf(const Bytes& question) {
   const std::size_t at = LoadValue<std::uint16_t>(&question.at(16)) == 30002 ? 18 : 29;
   return reinterpret_cast<MessageFunction>(LoadValue<std::uint64_t>(&question.at(at)));
