@@ -25,7 +25,7 @@ void CVELDSGridCtrl::LoadMultipleSort() {
   EnableMultipleSort(Profile.LoadMultipleSort() != 0);
 }
 
-// Widths of the profile are those of a screen at 100 %: a profile fits every screen.
+// The profile stores widths for a scale of 100 %, so that it fits every screen.
 void CVELDSGridCtrl::InsertProfiledColumn(const NewColumn& column, int index) {
   const ColumnState state = Profile.InsertProfiledColumn(column, index);
   InsertColumn(index, state.Header, FromDIP(state.Width));
@@ -119,7 +119,7 @@ void CVELDSGridCtrl::PasteFromClipboard() {
   });
 }
 
-// Ctrl alone: with Alt or Shift the keys mean something else.
+// Only Ctrl: with Alt or Shift the keys have other meanings.
 bool CVELDSGridCtrl::PreTranslateMessage(wxKeyEvent& event) {
   if (event.GetModifiers() != wxMOD_CONTROL) return CQORPGridCtrl::PreTranslateMessage(event);
   switch (event.GetKeyCode()) {

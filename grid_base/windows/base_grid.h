@@ -1,5 +1,5 @@
-// CVELDSGridCtrl: the base of every grid window: a column profile kept in ColumnProfile.xml, the commands on columns, a
-// clipboard format of its own, and the keys that go with it.
+// CVELDSGridCtrl: the base class of all grids, with a column profile in ColumnProfile.xml, column commands, and a
+// private clipboard format with its keys.
 #pragma once
 
 #include <cstdint>
@@ -13,22 +13,19 @@
 #include "grid_base/settings/column_profile.h"
 #include "toolkit/grid/grid_ctrl.h"
 
-// PrivateClipboard: records on the clipboard in the system's own format "VELD_CLIPBOARD": messages one behind the
-// other, each with its length at byte 8.
-
-// Cuts a block into its records: length at byte 8, ten bytes of header before the content. What claims to be longer
-// than the rest of the block, or is shorter than a header, ends the walk. Pure.
+// Splits a clipboard block into its records. Each has a header of ten bytes with the length of the content at byte 8.
+// Stops at a record that is shorter than a header or exceeds the block.
 void ForEachClipboardRecord(std::span<const std::uint8_t> block,
                             const std::function<void(std::span<const std::uint8_t>)>& take);
 
+// PrivateClipboard: consecutive records in the clipboard format "VELD_CLIPBOARD".
 class PrivateClipboard {
  public:
-  // Collects records for the next Commit.
+  // Adds a record to the next Commit.
   void Append(std::vector<std::uint8_t> bytes) { Collected.insert(Collected.end(), bytes.begin(), bytes.end()); }
-  // Puts what was collected on the clipboard, beside nothing else, and forgets it, whether the clipboard took it or
-  // not.
+  // Replaces the clipboard data by the collected records and clears them, also if the clipboard is not available.
   void Commit();
-  // The block on the clipboard; empty where there is none of this format.
+  // The block on the clipboard; empty if it has no such format.
   static std::vector<std::uint8_t> Take();
 
  private:
@@ -39,25 +36,25 @@ class CQORPacketReader;
 class CQORPProp;
 class CQORPPropList;
 
-// What every grid of a process shares.
+// Shared by all grids of a process.
 struct GridHost {
-  // The terminal's function of that name: who has the focus.
+  // The terminal's function of that name, which takes the focused window.
   std::function<void(void* window, bool closed)> ApplicationFocus;
 };
 
 class CVELDSGridCtrl : public CQORPGridCtrl {
  public:
-  // The type code stands for the grid's name in titles: grid_folders.h. The grid name is its node and folder, the
-  // profile name the root of its file.
+  // GridTypeName gives the type code's name in titles. The grid name is its node and folder, the profile name the root
+  // of its file.
   CVELDSGridCtrl(int gridTypeCode, const std::string& gridName, const std::wstring& profileName, const GridHost& host);
 
   int GetGridType() const noexcept { return GridTypeCode; }
-  // The process's current folder when the grid was made: for its profile and its files.
+  // The current folder of the process when the grid was made, for profile and files.
   const std::filesystem::path& GetWorkingFolder() const noexcept { return WorkingFolder; }
-  // The columns as they were inserted, by index.
+  // The inserted columns, by index.
   const std::map<int, ColumnDefaults>& GetColumnTable() const noexcept { return Profile.Columns(); }
 
-  // Inserts a column as it was last saved; columns come in index order, between LoadMultipleSort and ApplyColumnOrder.
+  // Inserts a column as saved. Call in index order, between LoadMultipleSort and ApplyColumnOrder.
   void InsertProfiledColumn(const NewColumn& column, int index);
   void LoadMultipleSort();
   void SaveMultipleSort() { Profile.SaveMultipleSort(IsMultipleSort()); }
@@ -66,34 +63,34 @@ class CVELDSGridCtrl : public CQORPGridCtrl {
   void LoadColumnProfileFile() { Profile.LoadColumnProfileFile(); }
   bool SaveColumnProfileFile() const { return Profile.SaveColumnProfileFile(); }
 
-  // The terminal's pane of properties: fills it, and takes over one that was changed there.
+  // Fill the terminal's property pane, and apply a property that was changed there.
   virtual void PopulateProperties(CQORPPropList& /*list*/) {}
   virtual void ApplyProperties(CQORPProp& /*property*/) {}
 
-  // Columns that were visible at creation come back with the width that the derived grid gave them, and lose their sort
-  // mark; all others are hidden and keep theirs. The order on the screen stays.
+  // Columns that were visible at creation get their default width and lose their sort mark; all others are hidden and
+  // keep theirs. The order does not change.
   virtual void ResetColumns();
-  // Runs the field chooser on this grid, which has the focus afterwards.
+  // Runs the field chooser, then gives the focus to this grid.
   virtual void ChooseFields();
   virtual void ShowAllColumns();
   virtual void RemoveAllColumns();
   virtual void SizeColumnsToFit() { SizeToFit(); }
   virtual void SaveColumnProfile() {}
-  // Takes the row selection and every text of the filter bar away.
+  // Clears the row selection and the filter bar.
   virtual void ResetFilter();
   virtual void ToggleFilterBar();
-  // The menu entry that toggles the filter bar says what it would do.
+  // Sets the text of the menu item that toggles the filter bar.
   virtual void UpdateFilterMenuText(wxUpdateUIEvent& event);
-  // For the entries of commands that can always be had.
+  // For commands that are always enabled.
   virtual void EnableCommand(wxUpdateUIEvent& event);
-  // Takes the sort marks off every column.
+  // Removes the sort marks of all columns.
   virtual void RemoveSort();
 
   virtual void ClipboardAppend(std::vector<std::uint8_t> bytes) { Clipboard.Append(std::move(bytes)); }
   virtual void ClipboardCommit() { Clipboard.Commit(); }
   // Ctrl+C, and Ctrl+X with cut.
   virtual void CopyToClipboard(bool /*cut*/) {}
-  // One record of the private format; the reader must be left at the end of its message.
+  // Pastes one record of the private format. Must leave the reader at the end of its message.
   virtual void PasteRecord(CQORPacketReader& record);
   virtual void PasteFromClipboard();
 

@@ -35,7 +35,7 @@ bool CFieldChoose::CreateOverGrid() {
   return true;
 }
 
-// In the order of the Tab key.
+// In tab order.
 void CFieldChoose::MakeControls() {
   wxSizer& all = MakeChild<wxBoxSizer>(wxVERTICAL);
   all.Add(MakeLists(), wxSizerFlags(1).Expand().Border(wxALL, kMarginPx));
@@ -103,7 +103,7 @@ void CFieldChoose::Do(bool (FieldOrder::*command)()) {
   if (Order && ((*Order).*command)()) Grid.AdjustLayout();
 }
 
-// A list takes Enter for itself on some systems, and the letter of a label brings no list the focus there.
+// On some systems a list consumes Enter, and the mnemonic of a label does not focus its list.
 void CFieldChoose::OnKey(wxKeyEvent& event) {
   const int key = event.GetKeyCode();
   const bool isEnter = key == WXK_RETURN || key == WXK_NUMPAD_ENTER;

@@ -1,5 +1,5 @@
-// CFieldChoose: the dialog behind "Field Choose": a list of the columns on show, one of those that are not, and buttons
-// that move a column. The grid behind it changes at once. What a command does to columns is FieldOrder's.
+// CFieldChoose: the dialog of "Field Choose", with a list of visible and one of hidden columns, and buttons that move a
+// column. The grid changes at once.
 #pragma once
 
 #include <optional>
@@ -13,10 +13,10 @@ class CVELDSGridCtrl;
 class CFieldChoose : public CQORPDialog {
  public:
   explicit CFieldChoose(CVELDSGridCtrl& grid) : Grid(grid) {}
-  // Makes the window over the grid's, for DoModal; false when it could not be made.
+  // Makes the window for DoModal over the grid; false if it could not be made.
   bool CreateOverGrid();
 
-  // Restores the order that the columns had.
+  // Restores the order of the columns.
   void OnCancel() override;
 
  protected:

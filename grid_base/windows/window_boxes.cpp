@@ -11,7 +11,7 @@
 
 namespace {
 
-// The pointer may be anything that the terminal calls a window, so it is compared and not looked into.
+// The pointer may be any window of the terminal, so it is compared, but never dereferenced.
 wxWindow* FindWithin(const wxWindowList& windows, const void* wanted) {
   for (wxWindow* window : windows) {
     if (window == wanted) return window;
@@ -38,7 +38,7 @@ int WindowBoxes::Show(const Request& request) {
   return QORPMessageBoxIndirect(box);
 }
 
-// The number, not the key code, and so it never is Escape, which the toolkit handles: meant so.
+// Intentional: compares the message number, not the key code, so this is never Escape, which the toolkit handles.
 bool CQORPMessageBoxXML::PreTranslateMessage(const CQORPMessage& message) {
   if (message.Number == 27) CloseWindow();
   return CQORPMessageBox::PreTranslateMessage(message);

@@ -1,4 +1,4 @@
-// WindowBoxes: shows the message boxes that the plug-in's function table asks for.
+// WindowBoxes: shows the message boxes of the plug-in's function table.
 #pragma once
 
 #include <string>
@@ -8,19 +8,18 @@
 
 class WindowBoxes : public MessageBoxes {
  public:
-  // The id of the button, as CQORPMessageBox tells them; 0, with nothing shown, without a display. A parent that is no
-  // window of the toolkit counts as none.
+  // Returns the id of the button as CQORPMessageBox does; 0 without a display. A parent that is no window of the
+  // toolkit counts as none.
   int Show(const Request& request) override;
 };
 
-// CQORPMessageBoxXML: the message box as this system shows it.
+// CQORPMessageBoxXML: the message box of this system.
 class CQORPMessageBoxXML : public CQORPMessageBox {
  public:
   using CQORPMessageBox::CQORPMessageBox;
   bool PreTranslateMessage(const CQORPMessage& message) override;
 };
 
-// ShowPopupMessage: says one thing in the corner of the screen.
-
-// Text of the system code page. Returns at once; the popup goes by itself. Nothing without a display.
+// Shows a text, in the system code page, in the corner of the screen. Returns at once; the popup closes itself. A no-op
+// without a display.
 void ShowPopupMessage(std::string text);

@@ -1,4 +1,4 @@
-// DialogAnswers: answers dialogs in the user's place, in tests. Used on the one thread of the tests.
+// DialogAnswers: answers dialogs for the user in tests.
 #pragma once
 
 #include <wx/modalhook.h>
@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-// With nothing shown: a dialog for a file gets that file, a message box its first answer.
+// Shows nothing: a file dialog gets the file, a message box its first answer.
 class DialogAnswers : public wxModalDialogHook {
  public:
   DialogAnswers() { Register(); }
   ~DialogAnswers() override { Unregister(); }
   int Enter(wxDialog* dialog) override;
-  // With nothing noted so far.
+  // Also clears the notes.
   void AnswerAnew(const std::filesystem::path& saveAs) {
     SaveAs = saveAs;
     Proposals.clear();

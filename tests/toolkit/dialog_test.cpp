@@ -4,6 +4,7 @@
 #include <wx/textctrl.h>
 
 #include "tests/toolkit/gui_test.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
@@ -16,7 +17,7 @@ constexpr DialogControl kControls[] = {
 class DialogTest : public GuiTest {};
 
 TEST_F(DialogTest, AnchoredControlsFollowTheSizeByTheirShare) {
-  CQORPDialog& dialog = *new CQORPDialog;
+  CQORPDialog& dialog = MakeChild<CQORPDialog>();
   ASSERT_TRUE(dialog.CreateChild(Frame, wxID_ANY, 200, 80, kControls));
   EXPECT_EQ(dialog.GetSize(), dialog.ConvertDialogToPixels(wxSize(200, 80)));
   EXPECT_EQ(dialog.GetStatic(30031)->GetRect(), dialog.FromDialogUnits(wxRect(22, 70, 50, 8)));
@@ -29,17 +30,16 @@ TEST_F(DialogTest, AnchoredControlsFollowTheSizeByTheirShare) {
   dialog.AddAnchor(fill, {.SizeXPercent = 100, .SizeYPercent = 100});
   dialog.AddAnchor(line, {.MoveYPercent = 100});
   dialog.AddAnchor(half, {.MoveXPercent = 50, .MoveYPercent = 100, .SizeXPercent = 50});
-  struct Row {
+  const struct {
     wxSize Size;
     wxRect Fill, Line, Half;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {{600, 300}, {0, 0, 600, 270}, {10, 280, 60, 15}, {200, 280, 200, 15}},
       {{300, 100}, {0, 0, 300, 70}, {10, 80, 60, 15}, {50, 80, 50, 15}},
       {{0, 20}, {0, 0, 0, 0}, {10, 0, 60, 15}, {-100, 0, 0, 15}},
       {{400, 200}, {0, 0, 400, 170}, {10, 180, 60, 15}, {100, 180, 100, 15}},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.Size.x);
     dialog.SetSize(row.Size);
     dialog.AdjustControlsLayout();
@@ -50,18 +50,17 @@ TEST_F(DialogTest, AnchoredControlsFollowTheSizeByTheirShare) {
   }
 }
 
-TEST_F(DialogTest, AStaticPaintsOnlyWhatChanged) {
-  CQORPDialog& dialog = *new CQORPDialog;
+TEST_F(DialogTest, AStaticPaintsOnlyIfItChanges) {
+  CQORPDialog& dialog = MakeChild<CQORPDialog>();
   ASSERT_TRUE(dialog.CreateChild(Frame, wxID_ANY, 200, 80, kControls));
   CQORPStatic& text = *dialog.GetStatic(30031);
   ASSERT_TRUE(PumpUntil([&text] { return text.GetPaintCount() > 0; }));
   const wxFont bold = dialog.GetFont().Bold();
-  struct Row {
+  const struct {
     const char* Name;
     std::function<void()> Change;
     bool Paints;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"text", [&] { text.SetWindowText(L"1500"); }, true},
       {"the same text", [&] { text.SetWindowText(L"1500"); }, false},
       {"colour", [&] { text.SetTextColor(0x0000FF); }, true},
@@ -69,9 +68,9 @@ TEST_F(DialogTest, AStaticPaintsOnlyWhatChanged) {
       {"theme's colour", [&] { text.SetTextColor({}); }, true},
       {"the dialog's font", [&] { dialog.SetFont(bold); }, true},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.Name);
-    // A second static that is always painted tells when painting is over.
+    // A second static that is always painted shows that painting is over.
     Pump();
     const int before = text.GetPaintCount(), otherBefore = dialog.GetStatic(30030)->GetPaintCount();
     row.Change();
@@ -85,7 +84,7 @@ TEST_F(DialogTest, AStaticPaintsOnlyWhatChanged) {
   EXPECT_TRUE(PumpUntil([&text] { return text.GetToolTipText() == std::wstring(200, L'9'); }));
 }
 
-TEST_F(DialogTest, AModalDialogAnswersAndGoes) {
+TEST_F(DialogTest, AModalDialogResizesAndAnswers) {
   for (const int wanted : {7, int{wxID_CANCEL}}) {
     CQORPDialog dialog;
     ASSERT_TRUE(dialog.CreateModal(Frame, L"Trade - FieldChoose", 200, 80, kControls));

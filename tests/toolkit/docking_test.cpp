@@ -154,6 +154,9 @@ TEST_F(DockingTest, DocksBehindTheBarsOfASide) {
   EXPECT_LT(bars[0]->GetScreenPosition().y, bars[1]->GetScreenPosition().y);
   EXPECT_LT(bars[1]->GetScreenPosition().y, bars[2]->GetScreenPosition().y);
   EXPECT_EQ(Pane(bars[2]).dock_pos, 2);
+  EXPECT_EQ(bars[0]->GetPosition().x, 1) << "a bar has a frame of one pixel, the tabs have none";
+  EXPECT_EQ(Tabs().GetRect().GetRight(), Main->GetClientSize().x - 1);
+  EXPECT_EQ(Tabs().GetPosition().y, 0);
 }
 
 TEST_F(DockingTest, ShowsItsTitleAtEachPlace) {

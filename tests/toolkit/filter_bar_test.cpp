@@ -14,7 +14,7 @@ class FilterBar : public GridFixture {
     GridFixture::SetUp();
     if (Grid != nullptr) Grid->EnableFilterBar(true);
   }
-  // What the grid does every beat.
+  // The changes of a grid at each beat.
   void Beat() {
     Grid->SetVirtualRows(Grid->GetVirtualRows() + 3, 3);
     Grid->SetCurSel(4);

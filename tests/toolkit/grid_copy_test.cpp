@@ -10,10 +10,11 @@
 
 #include "tests/toolkit/gui_test.h"
 #include "toolkit/grid/grid_ctrl.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
-// What another program finds on the clipboard; nothing where it finds none of the kind.
+// The clipboard data of a format in another program; empty if there is none.
 std::string ReadElsewhere(const std::wstring& kind) {
   const std::filesystem::path self(wxStandardPaths::Get().GetExecutablePath().ToStdWstring());
   const std::wstring reader = (self.parent_path() / ("clipboard_reader" + self.extension().string())).wstring();
@@ -28,7 +29,7 @@ std::string ReadElsewhere(const std::wstring& kind) {
   return bytes;
 }
 
-// The table without what tells the programs of the system that its bytes are UTF-8.
+// The table without the prefix that declares UTF-8.
 std::string TableElsewhere() {
   const std::string html = ReadElsewhere(L"html");
   const std::size_t from = html.find("<table>"), end = html.rfind("</table>");
@@ -43,34 +44,34 @@ using GridCopy = GuiTest;
 
 TEST_F(GridCopy, ReachesAnotherProgram) {
   const std::string eol = wxString(wxTextFile::GetEOL()).ToStdString();
-  auto* grid = new CQORPGridCtrl;
-  ASSERT_TRUE(grid->Create(Frame, 7));
-  for (int column = 0; column < 2; ++column) grid->InsertColumn(column, L"T" + std::to_wstring(column), 100);
-  grid->EnableVirtualMode([](int row, int column, CQORPGridCell& cell) {
+  auto& grid = MakeChild<CQORPGridCtrl>();
+  ASSERT_TRUE(grid.Create(Frame, 7));
+  for (int column = 0; column < 2; ++column) grid.InsertColumn(column, L"T" + std::to_wstring(column), 100);
+  grid.EnableVirtualMode([](int row, int column, CQORPGridCell& cell) {
     cell.Text = column == 0 ? L"Z\u00FCrich \u20AC" : std::to_wstring(row);
     return row != 1 || column != 1;
   });
-  grid->SetVirtualRows(2);
-  ASSERT_TRUE(grid->Copy());
+  grid.SetVirtualRows(2);
+  ASSERT_TRUE(grid.Copy());
   EXPECT_EQ(ReadElsewhere(L"text"), "Z\xC3\xBCrich \xE2\x82\xAC\t0" + eol + "Z\xC3\xBCrich \xE2\x82\xAC\t" + eol);
   EXPECT_EQ(TableElsewhere(),
             "<table><tr><td>Z\xC3\xBCrich \xE2\x82\xAC</td><td>0</td></tr>"
             "<tr><td>Z\xC3\xBCrich \xE2\x82\xAC</td><td></td></tr></table>");
 
-  grid->SetVirtualRows(40'000);  // more than one piece of what the systems hand over at a time
-  grid->SetCurSel(39'999);
-  ASSERT_TRUE(grid->CopyHTML());
+  grid.SetVirtualRows(40'000);  // systems transfer this in several pieces
+  grid.SetCurSel(39'999);
+  ASSERT_TRUE(grid.CopyHTML());
   const std::string table =
       "<table><tr><th>T0</th><th>T1</th></tr><tr><td>Z\xC3\xBCrich \xE2\x82\xAC</td><td>39999</td></tr></table>";
   EXPECT_EQ(TableElsewhere(), table);
   EXPECT_EQ(ReadElsewhere(L"text"), "");
-  grid->SelectAll();
-  ASSERT_TRUE(grid->Copy());
+  grid.SelectAll();
+  ASSERT_TRUE(grid.Copy());
   EXPECT_TRUE(ReadElsewhere(L"text").ends_with("\t39999" + eol));
   EXPECT_TRUE(TableElsewhere().ends_with("<td>39998</td></tr>" + table.substr(table.find("</tr>") + 5)));
 
-  grid->SetVirtualRows(0);
-  EXPECT_FALSE(grid->Copy() || grid->CopyHTML());
+  grid.SetVirtualRows(0);
+  EXPECT_FALSE(grid.Copy() || grid.CopyHTML());
 }
 
 }  // namespace

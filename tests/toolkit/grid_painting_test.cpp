@@ -6,16 +6,20 @@ namespace {
 
 using GridPainting = GridFixture;
 
-// The cells of a picture of the rows, by their colours.
+ColorRef ColorAt(const wxImage& picture, int x, int y) {
+  return static_cast<ColorRef>(picture.GetRed(x, y) | picture.GetGreen(x, y) << 8 | picture.GetBlue(x, y) << 16);
+}
+
+// The colours of cells in a picture of the rows.
 class Cells {
  public:
   explicit Cells(ProbeGrid& grid) : Grid(grid), Picture(PictureOf(*grid.GetRowsWindow())) {}
-  // At the right end, where no text is, and so far from the top; from the bottom if negative.
+  // Right of the text, at y from the top of the cell, or from the bottom if y is negative.
   ColorRef At(int row, int column, int y) const {
     const wxRect cell = Grid.CellRect(row, column);
     return Pixel(cell.GetRight() - 3, y < 0 ? cell.GetBottom() + 1 + y : cell.y + y);
   }
-  // From the left end of the cell to the text, and from the text to the right end.
+  // The distances between the text and the two ends of the cell.
   std::pair<int, int> Margins(int row, int column) const {
     const wxRect cell = Grid.CellRect(row, column).Deflate(2, 4);
     const auto isInk = [&](int x) {
@@ -30,9 +34,7 @@ class Cells {
   }
 
  private:
-  ColorRef Pixel(int x, int y) const {
-    return static_cast<ColorRef>(Picture.GetRed(x, y) | Picture.GetGreen(x, y) << 8 | Picture.GetBlue(x, y) << 16);
-  }
+  ColorRef Pixel(int x, int y) const { return ColorAt(Picture, x, y); }
   ProbeGrid& Grid;
   wxImage Picture;
 };
@@ -77,6 +79,19 @@ TEST_F(GridPainting, PaintsCellsByOwnColoursMarksAndTheme) {
   const Cells cells(*Grid);
   for (const auto& place : places)
     EXPECT_EQ(cells.At(place.Row, place.Column, place.Y), place.Expected) << place.What << std::hex;
+}
+
+TEST_F(GridPainting, HeadersHaveALineAtTheRightAndBelow) {
+  const ColorRef face = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE).GetRGB();
+  const ColorRef text = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNTEXT).GetRGB();
+  const wxRect header = Grid->HeaderRect(1);
+  const wxImage picture = PictureOf(*Grid->GetHeaderWindow());
+  const ColorRef line = Blend(face, text, 28);
+  EXPECT_EQ(ColorAt(picture, header.GetRight(), 5), line);
+  EXPECT_EQ(ColorAt(picture, header.GetRight() - 1, 5), face);
+  EXPECT_EQ(ColorAt(picture, header.x, 5), face);
+  EXPECT_EQ(ColorAt(picture, header.x + 2, header.GetBottom()), line);
+  EXPECT_EQ(ColorAt(picture, header.x + 2, header.GetBottom() - 1), face);
 }
 
 TEST_F(GridPainting, AlignsAndShiftsTheText) {

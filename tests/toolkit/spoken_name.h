@@ -1,4 +1,4 @@
-// What a screen reader is told of a window. For tests; used on the one thread of the tests.
+// The name of a window that screen readers say.
 #pragma once
 
 #include <wx/window.h>

@@ -38,7 +38,7 @@ bool CQORPDockingControlBar::CreateBar(CQORPDockingManager& manager, const std::
   Hide();
   if (!wxPanel::Create(&manager.Frame(), wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL | wxCLIP_CHILDREN))
     return false;
-  // wxGTK: a panel without a colour of its own shows what lies under it, here the gaps between the panes.
+  // wxGTK: a panel without a background colour is transparent and shows the gaps between the panes.
   SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE));
   Parts->Name = Parts->Title = caption;
   Parts->Id = id;

@@ -31,7 +31,7 @@ void CQORPDockingManager::DestroyBar(CQORPDockingControlBar* bar) {
 }
 
 bool CQORPDockingManager::PreTranslateMessage(wxKeyEvent& event) {
-  // Alt belongs to the menus; with Ctrl it types characters on many keyboards.
+  // Alt belongs to the menus; Ctrl and Alt type characters on many keyboards.
   if (event.AltDown() && !event.ControlDown()) return false;
   CQORPDockingControlBar* bar = Parts->BarOf(dynamic_cast<wxWindow*>(event.GetEventObject()));
   if (bar == nullptr) bar = Parts->BarOf(wxWindow::FindFocus());
@@ -82,8 +82,8 @@ void CQORPDockingManager::Impl::OnFrameSized(wxSizeEvent& event) {
   if (Cramped && (size.x > Cramped->x || size.y > Cramped->y)) CallAfter(&Impl::RestoreDocks);
 }
 
-// Window managers look at whose child a mini frame is when it appears: one that was there before its frame would lie
-// behind it for good.
+// Window managers read the parent of a mini frame when it appears: one that appears before its frame would stay behind
+// it.
 void CQORPDockingManager::Impl::OnFrameShown(wxShowEvent& event) {
   event.Skip();
   if (!event.IsShown()) return;
@@ -91,8 +91,7 @@ void CQORPDockingManager::Impl::OnFrameShown(wxShowEvent& event) {
     if (bar->IsFloating()) Later(bar, &Impl::ReopenMiniFrame);
 }
 
-// A right click on a caption or on a bare place of a bar. Mini frames of GTK take the clicks on their titles for
-// themselves.
+// A right click on a caption or on an empty place of a bar. GTK handles clicks on the title of a mini frame itself.
 void CQORPDockingManager::Impl::OnContextMenu(wxContextMenuEvent& event) {
   event.Skip();
   auto* window = dynamic_cast<wxWindow*>(event.GetEventObject());
@@ -140,7 +139,7 @@ CQORPDockingControlBar* CQORPDockingManager::Impl::BarOfTab(int tab) const {
   return BarOf(Tabs->GetPage(static_cast<std::size_t>(tab)));
 }
 
-// wxAUI must not lose pane or page while it handles an event of them.
+// Deferred: wxAUI crashes if a pane or a page is removed inside its own event.
 void CQORPDockingManager::Impl::Later(CQORPDockingControlBar* bar, void (Impl::*action)(CQORPDockingControlBar&)) {
   CallAfter([this, bar, action] {
     if (Holds(bar)) (this->*action)(*bar);
@@ -182,7 +181,7 @@ class MiniFrame : public wxAuiFloatingFrame {
       : wxAuiFloatingFrame(parent, &layout, pane), Layout(layout), Content(pane.window) {}
 
  protected:
-  // Behind this the frame may be gone, as its bar was dropped at a side.
+  // The base class may destroy the frame, if its bar was dropped at a side.
   void OnMoveFinished() override {
     if (Layout.OnDragged) Layout.OnDragged(Content, GetPosition());
     wxAuiFloatingFrame::OnMoveFinished();
@@ -206,7 +205,7 @@ void DockingLayout::OnThemeChanged(wxSysColourChangedEvent& event) {
   event.Skip();
 }
 
-// wx 3.2: the captions' own colours leave their text hardly readable with some themes.
+// wx 3.2: the default colours of captions are hardly readable in some themes.
 void DockingLayout::TakeThemeColours() {
   wxAuiDockArt& art = *GetArtProvider();
   art.SetMetric(wxAUI_DOCKART_GRADIENT_TYPE, wxAUI_GRADIENT_NONE);
@@ -219,7 +218,7 @@ wxWindow* DockingLayout::CaptionAt(const wxPoint& point) {
                                                                                                 : nullptr;
 }
 
-// wx 3.2: a mini frame takes the size that the bar had while docked for its smallest.
+// wx 3.2: the least size of a mini frame is the size that the bar had when it was docked.
 void DockingLayout::PlaceMiniFrame(const wxAuiPaneInfo& pane, const wxRect& rect) {
   if (pane.frame == nullptr) return;
   pane.frame->SetMinSize(kSmallestMiniFrame);
@@ -228,7 +227,7 @@ void DockingLayout::PlaceMiniFrame(const wxAuiPaneInfo& pane, const wxRect& rect
 
 wxAuiFloatingFrame* DockingLayout::CreateFloatingFrame(wxWindow* parent, const wxAuiPaneInfo& pane) {
   wxAuiFloatingFrame* frame = &MakeChild<MiniFrame>(parent, *this, pane);
-  // The smallest size is set behind this call.
+  // wxAUI sets the least size after this call.
   frame->CallAfter([frame] { frame->SetMinSize(kSmallestMiniFrame); });
   return frame;
 }

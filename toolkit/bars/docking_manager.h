@@ -1,5 +1,5 @@
-// CQORPDockingManager: where the bars of a frame stand: docked at a side, floating in a mini frame, or as a tab in the
-// middle. One for each frame of the toolkit.
+// CQORPDockingManager: the layout of the bars of a frame: docked at a side, floating in a mini frame, or as a tab in
+// the middle. One for each CQORPFrame.
 #pragma once
 
 #include <wx/aui/framemanager.h>
@@ -15,27 +15,27 @@ class CQORPDockingControlBar;
 
 class TOOLKIT_EXPORT CQORPDockingManager {
  public:
-  // Takes the frame's client area: docked bars around tabs. What a terminal shows in the middle is a bar as a tab.
-  // Destroyed before the frame; all bars go with it.
+  // Fills the client area of the frame: docked bars around tabs. A terminal shows its own content as a tabbed bar.
+  // Destroy the manager before the frame; it destroys all bars.
   explicit CQORPDockingManager(wxFrame& frame);
   ~CQORPDockingManager();
   CQORPDockingManager(const CQORPDockingManager&) = delete;
   CQORPDockingManager& operator=(const CQORPDockingManager&) = delete;
 
-  // The manager of the process's main window where that is a frame of the toolkit. In any other process one with a
-  // frame of its own, made at the first call: it shows itself with each bar that is shown, and closing it presses the
-  // close button of every bar. Its title is Frame().SetTitle(). Null where there is no display.
+  // The manager of the process's main window if that is a CQORPFrame. In any other process, one with its own frame,
+  // made at the first call: it appears with each bar that is shown, and closing it presses the close button of every
+  // bar. Set its title by Frame().SetTitle(). Null without a display.
   static CQORPDockingManager* ForProcess();
 
   wxFrame& Frame() const noexcept;
-  // Every bar, shown or not, in the order in which they were made.
+  // All bars, shown or not, in the order in which they were made.
   const std::vector<CQORPDockingControlBar*>& Bars() const noexcept;
-  // The bar that holds the window, or is it, or that the mini frame or page was made for; null for none.
+  // The bar that is the window or contains it, or whose mini frame or page it is; null for none.
   CQORPDockingControlBar* BarOf(wxWindow* window) const;
-  // Destroys the bar at once; the same as bar->Destroy(). Not from within an event of the bar.
+  // Destroys the bar at once, as bar->Destroy() does. Do not call it inside an event of the bar.
   void DestroyBar(CQORPDockingControlBar* bar);
 
-  // A key before any control sees it: goes to the bar with the focus. True when it was swallowed.
+  // Offers a key to the bar with the focus before any control gets it. True if the bar consumed it.
   bool PreTranslateMessage(wxKeyEvent& event);
 
  private:
@@ -45,21 +45,21 @@ class TOOLKIT_EXPORT CQORPDockingManager {
   std::unique_ptr<Impl> Parts;
 };
 
-// DockingLayout: the wxAUI manager as the toolkit wants it: colours that can be read with every theme, mini frames that
-// may be made small, and the pane whose caption lies at a point.
+// DockingLayout: a wxAUI manager with readable colours in every theme, mini frames that may be small, and a search for
+// the caption at a point.
 class DockingLayout : public wxAuiManager {
  public:
   explicit DockingLayout(wxFrame& frame);
-  // The window of the pane with its caption at that point of the frame; null for none.
+  // The window of the pane whose caption is at that point of the frame; null for none.
   wxWindow* CaptionAt(const wxPoint& point);
-  // What of the frame's size a dock that comes to be may take: the usual share, or most of it.
+  // The share of the frame that a new dock may take.
   static constexpr double kUsualShare = 0.6;
   static constexpr double kLargestShare = 0.9;
   void LimitDocks(double share) { SetDockSizeConstraint(share, share); }
-  // Brings mini frame and pane to the rectangle of the screen.
+  // Moves the mini frame of the pane to the rectangle of the screen.
   static void PlaceMiniFrame(const wxAuiPaneInfo& pane, const wxRect& rect);
 
-  // The user has dragged the mini frame of that pane's window to the place.
+  // The user has dragged the mini frame with that window to the place.
   std::function<void(wxWindow*, const wxPoint&)> OnDragged;
 
   wxAuiFloatingFrame* CreateFloatingFrame(wxWindow* parent, const wxAuiPaneInfo& pane) override;

@@ -105,7 +105,7 @@ void CQORPDockingManager::Impl::FloatAtMouse(CQORPDockingControlBar& bar) {
   Float(bar, {wxGetMousePosition(), bar.GetFloatRect().GetSize()});
 }
 
-// Behind the bars that stand at that side already.
+// After the bars that are already at that side.
 void CQORPDockingManager::Impl::Dock(CQORPDockingControlBar& bar, DockSide side) {
   const auto standsThere = [&](CQORPDockingControlBar* other) {
     return other != &bar && other->IsDocked() && PaneOf(*other).dock_direction == DirectionOf(side);
@@ -142,7 +142,7 @@ void CQORPDockingManager::Impl::OpenPane(CQORPDockingControlBar& bar) {
   DockingLayout::PlaceMiniFrame(Layout.GetPane(&bar), rect);
 }
 
-// Its mini frame goes: wxGTK shows one that is hidden soon after it was shown again of itself.
+// Destroys the mini frame: wxGTK shows one again by itself if it is hidden soon after it was shown.
 void CQORPDockingManager::Impl::ClosePane(CQORPDockingControlBar& bar) {
   bar.Parts->FloatRect = FloatRectOf(bar);
   wxAuiPaneInfo& pane = bar.Parts->LastPane = Layout.GetPane(&bar);
@@ -182,7 +182,7 @@ void CQORPDockingManager::Impl::ShowTitle(CQORPDockingControlBar& bar) {
   if (bar.IsDocked()) Layout.Update();
 }
 
-// The page is the child of the tabs, and the bar the only child of the page.
+// The page is a child of the tabs, and the bar is the only child of the page.
 void CQORPDockingManager::Impl::OpenPage(CQORPDockingControlBar& bar) {
   CQORPMDIChildWnd* page = bar.CreateTabbedFrame(Tabs);
   page->Bar = &bar;
@@ -240,7 +240,7 @@ void CQORPDockingManager::Impl::Restore(CQORPDockingControlBar& bar, const BarPl
   bar.OnBarMoved();
 }
 
-// A bar that the user has docked at another side since stays there.
+// A bar that the user has docked at another side meanwhile stays there.
 void CQORPDockingManager::Impl::PlaceAsRestored(CQORPDockingControlBar& bar) {
   const std::optional<BarPlace>& place = bar.Parts->Restored;
   wxAuiPaneInfo& pane = PaneOf(bar);
@@ -255,8 +255,8 @@ bool CQORPDockingManager::Impl::HasStoredSize(const BarPlace& place) const {
                 : place.DockHeight <= DockingLayout::kLargestShare * frame.y;
 }
 
-// wxAUI gives a dock its size when it comes to be. A frame that has just appeared is not yet as large as it will be,
-// and with wxGTK has hardly any size for a while: once it has grown the docks are made anew.
+// wxAUI sizes a dock when it is made. A new frame has not its final size, with wxGTK hardly any at first, so the docks
+// are made again after it has grown.
 void CQORPDockingManager::Impl::RestoreDocks() {
   if (!std::exchange(Cramped, std::nullopt)) return;
   CQORPDockingControlBar* focused = BarOf(wxWindow::FindFocus());

@@ -1,6 +1,5 @@
-// The inside of docking manager and bars: what either keeps, over wxAUI. A bar that is docked or floats is a pane of
-// the layout, shown or hidden; a tabbed bar has left the layout and is, while shown, the content of a notebook page.
-// Seen by the toolkit's own sources only.
+// The private parts of docking manager and bars, over wxAUI. A bar that is shown docked or floating is a pane of the
+// layout; a bar that is shown tabbed is the content of a notebook page; a hidden bar is neither.
 #pragma once
 
 #include <wx/aui/auibook.h>
@@ -24,15 +23,15 @@ class CQORPDockingControlBar::Impl {
   bool Shown = false;
   bool Tabbed = false;
   CQORPMDIChildWnd* Page = nullptr;  // while tabbed and shown
-  wxAuiPaneInfo LastPane;            // while not in the layout: the pane that it was or is to be
-  // Where the bar floats: as asked for or as the user dragged it. wxGTK: a mini frame that has just appeared tells
-  // other positions for a while, so that it cannot be asked.
+  wxAuiPaneInfo LastPane;            // while not in the layout: its last or next pane
+  // Where the bar floats, by the program or by the user's drag. wxGTK: a new mini frame reports other positions for a
+  // while, so its position is kept here.
   wxRect FloatRect;
-  // The place last brought back: the layout numbers rows and positions anew with every bar that comes in.
+  // The place that was restored last: the layout renumbers rows and positions with every new bar.
   std::optional<BarPlace> Restored;
 };
 
-// An event handler, so that what it binds to the frame goes with it.
+// An event handler, so that its bindings to the frame end with it.
 class CQORPDockingManager::Impl : public wxEvtHandler {
  public:
   Impl(CQORPDockingManager& owner, wxFrame& frame);
@@ -52,7 +51,7 @@ class CQORPDockingManager::Impl : public wxEvtHandler {
   BarPlace PlaceOf(CQORPDockingControlBar& bar);
   void Restore(CQORPDockingControlBar& bar, const BarPlace& place);
 
-  // The bar's pane: that of the layout, or the one kept while it is not there.
+  // The bar's pane in the layout, or LastPane.
   wxAuiPaneInfo& PaneOf(const CQORPDockingControlBar& bar);
   wxRect FloatRectOf(const CQORPDockingControlBar& bar);
   bool Holds(const CQORPDockingControlBar* bar) const;
@@ -63,9 +62,9 @@ class CQORPDockingManager::Impl : public wxEvtHandler {
   DockingLayout Layout;
   wxAuiNotebook* Tabs = nullptr;
   std::vector<CQORPDockingControlBar*> Bars;
-  // The frame's size when it was too small for a bar that was brought back to a side.
+  // The size of the frame if it was too small for a restored bar at a side.
   std::optional<wxSize> Cramped;
-  bool ShowsFrame = false;  // the frame is there for the bars alone
+  bool ShowsFrame = false;  // the frame appears with its bars
 
  private:
   void BindEvents();
@@ -78,7 +77,7 @@ class CQORPDockingManager::Impl : public wxEvtHandler {
   void OnTabDropped(wxAuiNotebookEvent& event);
   void OnTabMenu(wxAuiNotebookEvent& event);
   CQORPDockingControlBar* BarOfTab(int tab) const;
-  // Runs once the current event is done, if the bar still lives then.
+  // Runs after the current event if the bar still exists.
   void Later(CQORPDockingControlBar* bar, void (Impl::*action)(CQORPDockingControlBar&));
   void ReopenMiniFrame(CQORPDockingControlBar& bar);
   void OnFrameSized(wxSizeEvent& event);
@@ -94,7 +93,7 @@ class CQORPDockingManager::Impl : public wxEvtHandler {
   void ClosePane(CQORPDockingControlBar& bar);
   void OpenPage(CQORPDockingControlBar& bar);
   void ClosePage(CQORPDockingControlBar& bar);
-  // Takes the bar off the screen for a change of place, and puts it back as it was, with the focus if it had it.
+  // Hides the bar, makes the change, and shows it again if it was shown, with the focus if it had it.
   template <typename Change>
   void WhileHidden(CQORPDockingControlBar& bar, Change change);
 };

@@ -7,7 +7,7 @@
 
 namespace {
 
-// Entries have ids of their own on the way through wxWidgets, which does not take every number on each platform.
+// Own ids, as wxWidgets does not accept every number on every platform.
 constexpr int kFirstId = wxID_HIGHEST + 1;
 
 class ContextMenu {
@@ -34,7 +34,7 @@ class ContextMenu {
   }
 
  private:
-  // Gives back the menu that the next entry goes to.
+  // Returns the menu of the next item.
   wxMenu* AddItem(wxMenu& level, int id, const CQORPMenuItem& item) {
     switch (item.What) {
       case CQORPMenuItem::Kind::Separator:

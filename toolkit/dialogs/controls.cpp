@@ -72,7 +72,7 @@ unsigned Number(int index) {
 
 }  // namespace
 
-// A click on a check box alone does not select its item everywhere, and the selected one is what the owner looks at.
+// A click on a check box does not select its item on every system, but the owner reads the selected item.
 CQORPCheckListBox::CQORPCheckListBox(wxWindow* parent, int id, const std::wstring& name) : wxCheckListBox(parent, id) {
   SetListName(*this, name);
   Bind(wxEVT_CHECKLISTBOX, [this](wxCommandEvent& event) {
@@ -82,7 +82,7 @@ CQORPCheckListBox::CQORPCheckListBox(wxWindow* parent, int id, const std::wstrin
   Bind(wxEVT_CHAR_HOOK, &CQORPCheckListBox::OnKey, this);
 }
 
-// wxGTK 3.2: Space does nothing before the first click.
+// wxGTK 3.2: Space has no effect before the first click; drop when 3.4 is the floor.
 void CQORPCheckListBox::OnKey(wxKeyEvent& event) {
   if (event.GetKeyCode() != WXK_SPACE || event.HasAnyModifiers() || !IsItem(GetSelection())) return event.Skip();
   SetCheck(GetSelection(), !GetCheck(GetSelection()));

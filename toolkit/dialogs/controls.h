@@ -17,24 +17,24 @@
 // A push button with one action.
 class TOOLKIT_EXPORT CQORPButton : public wxButton {
  public:
-  // & stands before the letter that presses it.
+  // An & marks the letter that presses it.
   CQORPButton(wxWindow* parent, int id, const std::wstring& caption, std::function<void()> onClick);
 };
 
-// CQORPStatic: a line of text in a colour of its own, painted without flicker and only when it changes. Text that is
-// too long ends in dots; a tool tip then shows all of it.
+// A line of text with its own colour, painted without flicker and only if it changes. A text that is too long ends in
+// dots and has a tool tip with the whole text.
 class TOOLKIT_EXPORT CQORPStatic : public wxWindow {
  public:
   CQORPStatic(wxWindow* parent, int id, const std::wstring& text, const wxRect& rect);
   void SetWindowText(const std::wstring& text);
   const std::wstring& GetWindowText() const noexcept { return Text; }
-  void SetTextColor(std::optional<ColorRef> color);  // empty: the theme's
+  void SetTextColor(std::optional<ColorRef> color);  // empty: that of the theme
   std::optional<ColorRef> GetTextColor() const noexcept { return Color; }
   bool SetFont(const wxFont& font) override;
-  // The tool tip is the owner's from now on: none appears for a text that is too long.
+  // Leaves the tool tip to the owner, also for a text that is too long.
   void LeaveToolTip() noexcept { ToolTipLeft = true; }
   bool AcceptsFocus() const override { return false; }
-  // How often it was painted, for tests of what repaints.
+  // For tests: how often it was painted.
   int GetPaintCount() const noexcept { return PaintCount; }
 
  private:
@@ -50,7 +50,7 @@ class TOOLKIT_EXPORT CQORPStatic : public wxWindow {
 // A list of texts with check boxes, of which one item is selected.
 class TOOLKIT_EXPORT CQORPCheckListBox : public wxCheckListBox, public CheckList {
  public:
-  // The name is what a screen reader says of the list.
+  // Screen readers say the name.
   CQORPCheckListBox(wxWindow* parent, int id, const std::wstring& name);
 
   int GetItemCount() const override { return static_cast<int>(GetCount()); }
@@ -62,7 +62,7 @@ class TOOLKIT_EXPORT CQORPCheckListBox : public wxCheckListBox, public CheckList
   int GetCurSel() const override { return GetSelection(); }
   void SetCurSel(int index) override;
 
-  // The user checked or cleared an item, which is the selected one by then.
+  // The user checked or unchecked an item, which is selected by then.
   std::function<void()> OnCheckChange;
 
  private:

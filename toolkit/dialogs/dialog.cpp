@@ -10,13 +10,13 @@
 
 namespace {
 
-constexpr int kCaptionPx = 30;  // a caption may stand outside the window's rectangle
+constexpr int kCaptionPx = 30;  // the window's rectangle may exclude the caption
 
 int Share(int change, int percent) {
   return change * percent / 100;
 }
 
-// Over a window at the edge of the screen, whose middle is no place for a larger one.
+// A window centred on a parent at the edge of the screen may be partly outside.
 void MoveOntoScreen(wxWindow& window) {
   const int display = wxDisplay::GetFromWindow(window.GetParent() == nullptr ? &window : window.GetParent());
   const wxRect screen = wxDisplay(display == wxNOT_FOUND ? 0U : static_cast<unsigned>(display)).GetClientArea();

@@ -1,5 +1,5 @@
-// CQORPDialog: a dialog made from a table of controls in dialog units, with controls anchored to its edges. As a child
-// it fills part of another window; as a window of its own it runs modally.
+// CQORPDialog: a dialog made from a table of controls in dialog units, with controls anchored to its edges: a child of
+// another window, or a modal window.
 #pragma once
 
 #include <wx/dialog.h>
@@ -14,7 +14,7 @@
 #include "toolkit/dialogs/controls.h"
 #include "toolkit/system/toolkit_export.h"
 
-// One control of a dialog template: places in dialog units of the dialog's font.
+// One control of a dialog, in dialog units of its font.
 struct DialogControl {
   int Id;
   const wchar_t* Text;
@@ -23,7 +23,7 @@ struct DialogControl {
 
 class TOOLKIT_EXPORT CQORPDialog : public wxPanel {
  public:
-  // How much of a change of the dialog's size a control follows, in hundredths.
+  // The share of a change of the dialog's size that a control follows.
   struct Anchor {
     int MoveXPercent = 0, MoveYPercent = 0, SizeXPercent = 0, SizeYPercent = 0;
   };
@@ -31,32 +31,32 @@ class TOOLKIT_EXPORT CQORPDialog : public wxPanel {
   CQORPDialog() = default;
   ~CQORPDialog() override;
 
-  // Makes a child dialog of that size in dialog units, with a CQORPStatic for each control. It belongs to the parent.
+  // Makes a child dialog of that size in dialog units, with a CQORPStatic for each control. The parent owns it.
   bool CreateChild(wxWindow* parent, int id, int widthUnits, int heightUnits, std::span<const DialogControl> controls);
-  // The same as a window of its own with a caption, not shown yet; it goes with this object, which may be a local one.
+  // Makes a hidden window with a caption around the dialog. It is destroyed with this object, which may be local.
   bool CreateModal(wxWindow* parent, const std::wstring& caption, int widthUnits, int heightUnits,
                    std::span<const DialogControl> controls);
-  // Shows the window that CreateModal made until EndDialog, whose result it gives.
+  // Shows the window until EndDialog, and returns its result.
   int DoModal();
   void EndDialog(int result);
-  // What the buttons of those names do; Escape and closing the window cancel too.
+  // The actions of the buttons OK and Cancel. Escape and closing the window cancel.
   virtual void OnOK() { EndDialog(wxID_OK); }
   virtual void OnCancel() { EndDialog(wxID_CANCEL); }
 
   CQORPStatic* GetStatic(int id) const;  // null for none of that id
   wxRect FromDialogUnits(const wxRect& units) const;
-  // For the dialog and its statics.
+  // Of the dialog and its statics.
   bool SetFont(const wxFont& font) override;
 
-  // From the place that the control has now, at the size that the dialog has now.
+  // Relative to the present place of the control and the present size of the dialog.
   void AddAnchor(wxWindow* control, const Anchor& anchor);
-  // Places the anchored controls for the dialog's size; runs with each change of the size as well.
+  // Places the anchored controls; runs with each change of the size as well.
   void AdjustControlsLayout();
 
  protected:
-  // Runs before a modal dialog is shown.
+  // Runs before the modal window is shown.
   virtual void OnInitDialog() {}
-  // Makes the modal dialog's window as large as the dialog's sizer asks, which is then its least size.
+  // Sets size and least size of the modal window to that of the sizer.
   void FitWindow();
 
  private:
@@ -76,8 +76,8 @@ class TOOLKIT_EXPORT CQORPDialog : public wxPanel {
   std::vector<Anchored> Anchors;
 };
 
-// FocusReturn: gives the focus back to a window when what stood over it has gone. Window managers mostly give it to the
-// main window then, and a floating bar would lose it.
+// FocusReturn: returns the focus to a window after a dialog has closed. Most window managers give it to the main
+// window, so a floating bar would lose it.
 class FocusReturn {
  public:
   explicit FocusReturn(wxWindow& window) : Window(&window) {}

@@ -12,7 +12,7 @@ namespace {
 constexpr std::uint32_t kYesNoWarning = 0x34;
 constexpr int kYes = 6;
 
-// A root alone is no folder that anyone would save to: it stands for none.
+// Nobody saves to a root folder: it counts as none.
 fs::path StartFolder(const fs::path& proposal) {
   std::error_code ignored;
   fs::path folder = proposal.parent_path();
@@ -20,7 +20,7 @@ fs::path StartFolder(const fs::path& proposal) {
   return folder.has_relative_path() ? folder : CurrentFolder();
 }
 
-// File names of both cases, as Linux tells them apart.
+// In upper and lower case, as file names on Linux are case-sensitive.
 wxString Wildcard(const std::wstring& filter, const std::wstring& extension) {
   const wxString pattern = L"*" + extension;
   return filter + L"|" + pattern.Lower() + L";" + pattern.Upper();
@@ -36,7 +36,7 @@ CQORPFileDialog::CQORPFileDialog(wxWindow* parent, const fs::path& proposal, con
       Proposed(proposal),
       Extension(extension) {}
 
-// The system has asked about the name as the user gave it.
+// The system asks only about the name that the user typed.
 bool CQORPFileDialog::MayReplace(const fs::path& path) {
   std::error_code ignored;
   if (!fs::exists(path, ignored)) return true;

@@ -127,7 +127,7 @@ void MessageDialog::OnKey(wxKeyEvent& event) {
   }
 }
 
-// As in the system's own box, the letter alone is enough.
+// As in the box of Windows, the letter works without Alt.
 bool MessageDialog::PressLetter(int letter) {
   for (const MessageButton& shown : Shown.Buttons) {
     const std::size_t mark = shown.Caption.find(L'&');

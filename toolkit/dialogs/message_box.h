@@ -1,5 +1,5 @@
-// CQORPMessageBox: a modal message box with the buttons and icons of a style, and a check box where one is asked for.
-// It looks and answers the same on each platform.
+// CQORPMessageBox: a modal message box with buttons and icon by a style, and an optional check box. It is the same on
+// each platform.
 #pragma once
 
 #include <wx/toplevel.h>
@@ -12,9 +12,9 @@
 
 #include "toolkit/system/toolkit_export.h"
 
-// Style bits as those of the system's message box: buttons 0 to 6, icons 0x10 to 0x40, 0x80 the icon of the frame,
-// 0x80000 right to left. 0x100 (256) with buttons 0 gives two buttons of one's own with ids 1000 and 1001; with other
-// buttons 0x100 to 0x300 make the second to the fourth the one that Enter presses.
+// Style bits are those of the message box of Windows: buttons 0 to 6, icons 0x10 to 0x40, 0x80 the icon of the frame,
+// 0x80000 right to left. 0x100 (256) with buttons 0 makes two custom buttons with ids 1000 and 1001; with other
+// buttons, 0x100 to 0x300 make the second to the fourth the default button.
 struct CQORPMessageBoxParams {
   wxWindow* Parent = nullptr;
   std::wstring Caption{};
@@ -22,11 +22,11 @@ struct CQORPMessageBoxParams {
   std::uint32_t Style = 0;
   std::array<std::wstring, 2> ButtonCaptions{};
   bool WithCheck = false;
-  bool Checked = false;  // afterwards as the user left it
+  bool Checked = false;  // in and out
   std::wstring CheckCaption{};
 };
 
-// A message on its way to the box: its number, and of a key its code. A key that goes down has the number 0x100.
+// A message to the box: its number, and the code of a key. A key press has the number 0x100.
 struct CQORPMessage {
   std::uint32_t Number = 0;
   int KeyCode = 0;
@@ -38,21 +38,21 @@ class TOOLKIT_EXPORT CQORPMessageBox : public CQORPMessageBoxParams {
   explicit CQORPMessageBox(CQORPMessageBoxParams params) : CQORPMessageBoxParams(std::move(params)) {}
   virtual ~CQORPMessageBox();
 
-  // The id of the button: 1 OK, 2 Cancel, 3 Abort, 4 Retry, 5 Ignore, 6 Yes, 7 No, 10 Try Again, 11 Continue, 1000 and
-  // 1001. Closing the box, and Escape, answer as Cancel where there is such a button, else as the only one; a box of
-  // several buttons without Cancel cannot be closed. 0, with nothing shown, where there is no display.
+  // Returns the id of the button: 1 OK, 2 Cancel, 3 Abort, 4 Retry, 5 Ignore, 6 Yes, 7 No, 10 Try Again, 11 Continue,
+  // 1000 and 1001. Closing the box and Escape return Cancel if there is such a button, otherwise the only button; a box
+  // of several buttons without Cancel cannot be closed. Returns 0 without a display.
   int ShowModal();
 
-  // Sees each key before the box does; true swallows it.
+  // Gets each key before the box; true consumes it.
   virtual bool PreTranslateMessage(const CQORPMessage& message);
 
  protected:
-  // Minimises the box's window, as the system's function of that name does. Nothing while the box is not up.
+  // Minimises the window of the box, as the function of Windows does. A no-op if the box is not shown.
   virtual void CloseWindow();
 
  private:
   wxWeakRef<wxTopLevelWindow> Window;
 };
 
-// Shows the box with its check box, whatever WithCheck says.
+// Shows the box with a check box, also if WithCheck is false.
 TOOLKIT_EXPORT int QORPMessageBoxIndirect(CQORPMessageBox& box);

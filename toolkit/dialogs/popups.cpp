@@ -18,7 +18,7 @@ constexpr int kTextWidthPx = 320;
 constexpr int kSteps = 8;
 constexpr long kStyle = wxFRAME_NO_TASKBAR | wxFRAME_TOOL_WINDOW | wxSTAY_ON_TOP | wxBORDER_SIMPLE;
 
-// The height that popups on show take up already.
+// The height of the popups that are already shown.
 int StackedHeight(const wxWindow* besides) {
   int height = 0;
   for (wxWindow* window : wxTopLevelWindows)
@@ -96,7 +96,7 @@ CQORPProgressOverlay::~CQORPProgressOverlay() {
   if (Shown >= 0) Window.Refresh();
 }
 
-// Not as a window of its own: a new one is painted by the event loop only.
+// Paints into the window: a new window would be painted by the event loop only.
 void CQORPProgressOverlay::ShowProgress(const std::wstring& text, int percent) {
   if (percent == Shown) return;
   Shown = percent;

@@ -1,5 +1,5 @@
-// CQORPPopupWindow: a small window in the lower right corner of the screen that says one thing, takes no focus and goes
-// after a while or at a click. It owns itself.
+// CQORPPopupWindow: a small window with a text in the lower right corner of the screen. It takes no focus, closes after
+// a while or at a click, and destroys itself.
 #pragma once
 
 #include <wx/frame.h>
@@ -10,11 +10,11 @@
 
 #include "toolkit/system/toolkit_export.h"
 
-// How a popup looks and goes.
+// Look and duration of a popup.
 struct CQORPPopupWndParams {
-  int AnimationSpeedMs = 30;  // between two steps of its coming
-  int Transparency = 200;     // in the end, of 255, where the display can
-  int AnimationType = 1;      // 1: it comes up out of nothing; any other: at once
+  int AnimationSpeedMs = 30;  // between two steps
+  int Transparency = 200;     // the final opacity, of 255, if the display supports it
+  int AnimationType = 1;      // 1: fades in; otherwise appears at once
   bool SmallCaption = false;
   int AutoCloseMs = 3000;
 };
@@ -23,7 +23,7 @@ class TOOLKIT_EXPORT CQORPPopupWindow : public wxFrame {
  public:
   CQORPPopupWindow(wxWindow* parent, const std::wstring& caption, const std::wstring& text,
                    const CQORPPopupWndParams& params);
-  // Shows it over the corner of the parent's screen, above popups that are up, without taking the focus.
+  // In the corner of the parent's screen, above the popups that are already there.
   void ShowInCorner();
 
  private:
@@ -36,21 +36,21 @@ class TOOLKIT_EXPORT CQORPPopupWindow : public wxFrame {
   wxTimer CloseTimer;
 };
 
-// Shows the text. Nothing without a display.
+// A no-op without a display.
 TOOLKIT_EXPORT void ShowCQORPPopupWindow(wxWindow* parent, const std::wstring& caption, const std::wstring& text,
                                          const CQORPPopupWndParams& params = {});
 
-// CQORPProgressOverlay: shows how far a long piece of work is that holds up all windows, at the lower edge of one. It
-// paints at once and serves no event, so that nothing else happens meanwhile; the window paints itself anew in the end.
+// CQORPProgressOverlay: shows the progress of long work that blocks all windows, at the lower edge of one. It paints at
+// once and processes no events; its destructor repaints the window.
 class TOOLKIT_EXPORT CQORPProgressOverlay {
  public:
-  // The window must be shown and outlive this.
+  // The window must be shown and outlive this object.
   explicit CQORPProgressOverlay(wxWindow& window) : Window(window) {}
   ~CQORPProgressOverlay();
   CQORPProgressOverlay(const CQORPProgressOverlay&) = delete;
   CQORPProgressOverlay& operator=(const CQORPProgressOverlay&) = delete;
 
-  // Nothing is painted where the percentage stays.
+  // Paints only if the percentage changes.
   void ShowProgress(const std::wstring& text, int percent);
 
  private:

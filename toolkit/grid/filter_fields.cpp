@@ -10,13 +10,13 @@
 
 namespace {
 
-constexpr int kLeastEditPx = 40;  // a narrower column's edit covers what stands beside it
+constexpr int kLeastEditPx = 40;  // in a narrower column the edit covers its neighbour
 constexpr int kLinePx = 1;        // between fields
-constexpr int kInsetPx = 3;       // the text stays where it was painted
+constexpr int kInsetPx = 3;       // the text of the edit is where the field paints it
 constexpr std::wstring_view kFieldKeys = L"ACVXYZ";
 
 #if wxUSE_ACCESSIBILITY
-// Where the system reads an edit's own text as its value, its name cannot be that.
+// On systems that report the text of an edit as its value, the name has to come from here.
 class FieldAccessible : public wxAccessible {
  public:
   FieldAccessible(wxWindow& field, const std::wstring& name) : wxAccessible(&field), Name(name) {}
@@ -38,13 +38,13 @@ void NameField(wxWindow& field, const std::wstring& name) {
 }
 #endif
 
-// The field itself goes on with the event; the windows around it never see it.
+// The field handles the event; its parents do not get it.
 void KeepHere(wxEvent& event) {
   event.StopPropagation();
   event.Skip();
 }
 
-// With Ctrl the other keys are commands of the program.
+// Other keys with Ctrl are commands of the program.
 bool IsForField(const wxKeyEvent& event) {
   if (!event.ControlDown()) return true;
   const int key = event.GetKeyCode();
@@ -52,7 +52,7 @@ bool IsForField(const wxKeyEvent& event) {
          kFieldKeys.find(static_cast<wchar_t>(key)) != std::wstring_view::npos;
 }
 
-// Alt leads to menus; with Ctrl it types on many keyboards.
+// Alt belongs to the menus; Ctrl and Alt type characters on many keyboards.
 bool IsForProgram(const wxKeyEvent& event) {
   const int key = event.GetKeyCode();
   return (event.AltDown() && !event.ControlDown()) || (key >= WXK_F1 && key <= WXK_F24);
@@ -60,8 +60,8 @@ bool IsForProgram(const wxKeyEvent& event) {
 
 }  // namespace
 
-// Hidden, the field stands in the grid itself: wxGTK 3.2 scrolls the hidden windows in a header too, of which GTK 3.24
-// complains.
+// While hidden, the field is a child of the grid: wxGTK 3.2 also scrolls hidden children of a header, about which GTK
+// 3.24 warns. Drop when 3.4 is the floor.
 void GridFilterBar::MakeField() {
   Field = &MakeChild<wxTextCtrl>();
   Field->Hide();
@@ -132,7 +132,7 @@ void GridFilterBar::Dress() {
   Field->SetForegroundColour(wxColour(State.Theme.WindowText));
 }
 
-// As high as its text needs, in the middle of the field: not every system centres what it edits.
+// As high as its text, in the middle of the field, as some systems do not centre the text vertically.
 void GridFilterBar::Place() {
   MoveInto(*View->HeaderWindow(Column));
   wxRect rect = View->FieldSpace(Column);
@@ -145,8 +145,8 @@ void GridFilterBar::Place() {
   if (Field->GetRect() != rect) Field->SetSize(rect.x, rect.y, rect.width, rect.height, wxSIZE_ALLOW_MINUS_ONE);
 }
 
-// wxGTK 3.2: a window that got another parent is shown, whether it was or not, but not before the next idle moment, and
-// has lost focus and selection. Drop when it keeps what it had.
+// wxGTK 3.2: a reparented window becomes visible at the next idle event, also if it was hidden, and loses focus and
+// selection. Drop when 3.4 is the floor.
 void GridFilterBar::MoveInto(wxWindow& parent) {
   if (Field->GetParent() == &parent) return;
   const bool hadFocus = HasFocus(), shown = Field->IsShown();
@@ -163,7 +163,7 @@ void GridFilterBar::LeaveFrozenWindow() {
   if (Column >= 0) MoveInto(*View->GetGridColLabelWindow());
 }
 
-// While no window of this program has the focus the edit stays: it may get it back.
+// The edit stays while another program has the focus, as it may get it back.
 void GridFilterBar::Follow() {
   if (Column < 0) return;
   const bool left = wxWindow::FindFocus() != nullptr && !HasFocus();
@@ -210,7 +210,7 @@ void GridFilterBar::OnKey(wxKeyEvent& event) {
   if (IsForProgram(event)) {
     event.Skip();
   } else if (!event.ControlDown() && (LeaveByKey(event.GetKeyCode()) || MoveByKey(event))) {
-    // Nobody else is to see it.
+    // Handled.
   } else if (IsForField(event)) {
     KeepHere(event);
   } else {

@@ -1,5 +1,5 @@
-// GridFilterBar: what the user does to the fields under the headers of a grid: one edit field lies over the field that
-// has the caret, goes with its column wherever that goes, and takes the keys first.
+// GridFilterBar: editing of the filter fields under the headers of a grid. One text control lies over the field with
+// the caret, moves with its column, and gets the keys first.
 #pragma once
 
 #include <wx/event.h>
@@ -11,29 +11,29 @@
 
 class wxTextCtrl;
 
-// Promises: rows that come and go, scrolling and new columns leave text, caret, selection and focus of the edit alone;
-// it ends where its column or the bar is hidden, or another window gets the focus. Its text always is the field's.
+// Row changes, scrolling and new columns keep text, caret, selection and focus of the edit. It ends if its column or
+// the bar is hidden, or if another window gets the focus. Its text is always that of the field.
 //
-// The one edit is made when it is first needed and hidden between uses. It is a child of the window of its header, and
-// moves to the other one where the column is frozen or no longer so.
+// The edit is made at the first use and hidden between uses. It is a child of the header window of its column, and
+// moves to the other header window if the column is frozen or unfrozen.
 class GridFilterBar {
  public:
   enum class Caret { AtStart, AtEnd, AllSelected };
 
   GridFilterBar(CQORPGridCtrl& owner, GridState& state) : Owner(owner), State(state) {}
 
-  // The view must outlive the bar's use.
+  // The view must outlive the bar.
   void SetView(GridView& view) { View = &view; }
   // False for a hidden column or bar.
   bool Edit(int column, Caret caret);
-  // The field that was edited last, or the first one where that is hidden.
+  // Edits the last field again, or the first one if that is hidden.
   bool EditAgain();
   void SetText(int column, const std::wstring& text);
   void ClearTexts();
 
-  // The columns, their places or what they are painted with changed.
+  // Call this if columns, their places or the theme changed.
   void Follow();
-  // The windows of the frozen columns are about to go.
+  // Call this before the windows of the frozen columns are destroyed.
   void LeaveFrozenWindow();
 
   // Null while no field is edited.
@@ -59,6 +59,6 @@ class GridFilterBar {
   CQORPGridCtrl& Owner;
   GridState& State;
   GridView* View = nullptr;
-  wxTextCtrl* Field = nullptr;  // belongs to the window of a header
-  int Column = -1;              // that is edited
+  wxTextCtrl* Field = nullptr;  // child of a header window
+  int Column = -1;              // the edited one
 };

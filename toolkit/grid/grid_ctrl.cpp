@@ -16,7 +16,7 @@ constexpr int kFitMarginPx = 16;
 
 CQORPGridCtrl::CQORPGridCtrl() : Parts(std::make_unique<Impl>(*this)) {}
 
-// The windows go while the parts that serve them are there.
+// The child windows use the parts.
 CQORPGridCtrl::~CQORPGridCtrl() {
   DestroyChildren();
 }
@@ -175,7 +175,7 @@ int CQORPGridCtrl::GetFirstVisibleRow() const {
   return Parts->View ? Parts->View->GetFirstRow() : -1;
 }
 
-// Only rows in view are measured: a day has a million.
+// Measures visible rows only: a grid may have a million.
 void CQORPGridCtrl::SizeToFit() {
   if (!Parts->View) return;
   wxClientDC dc(GetRowsWindow());

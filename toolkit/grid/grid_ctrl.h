@@ -1,6 +1,5 @@
-// CQORPGridCtrl: a grid with virtual rows: it asks a callback for the cells that it paints and owns none. Columns can
-// be hidden, locked, frozen, dragged to another place and resized; rows are selected whole, alone or in ranges; headers
-// carry the marks and priorities of a sort.
+// CQORPGridCtrl: a grid with virtual rows: it asks a callback for each cell that it paints. Columns can be hidden,
+// locked, frozen, moved and resized; rows can be selected in ranges; headers show sort marks and priorities.
 #pragma once
 
 #include <wx/panel.h>
@@ -19,11 +18,11 @@
 
 struct CQORPGridCell {
   std::wstring Text;
-  std::optional<ColorRef> Background;  // the grid's own where empty
+  std::optional<ColorRef> Background;  // empty: that of the grid
   std::optional<ColorRef> TextColor;
 };
 
-// Rows and columns of a selection, both ends included.
+// A block of selected cells; Bottom and Right are included.
 struct CQORPGridRange {
   int Top = -1;
   int Left = -1;
@@ -33,23 +32,23 @@ struct CQORPGridRange {
 
 class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
  public:
-  // Fills the cell of a row and a column; false leaves it empty. Column -1 asks about the row as a whole, which needs
-  // no answer but true.
+  // Fills the cell of a row and a column; false leaves it empty. Column -1 stands for the whole row: return true.
   using DisplayCallback = std::function<bool(int row, int column, CQORPGridCell& cell)>;
 
   CQORPGridCtrl();
   ~CQORPGridCtrl() override;
-  // False when the window could not be made.
+  // False if the window could not be made.
   virtual bool Create(wxWindow* parent, int id);
 
-  // What changes columns through GetColumnsInfo is painted by the next AdjustLayout.
+  // Changes of the columns info are painted by the next AdjustLayout.
   CQORPGridColumnsInfo& GetColumnsInfo() noexcept;
   const CQORPGridColumnsInfo& GetColumnsInfo() const noexcept;
-  // Behind all others; -1 and no column when that is not its index. Shown by the next AdjustLayout.
+  // Appends a column; returns -1, without any effect, if the index is not that of the end. Painted by the next
+  // AdjustLayout.
   int InsertColumn(int column, const std::wstring& header, int widthPx);
   int GetColumnCount() const { return GetColumnsInfo().GetColumnCount(); }
   std::wstring GetColumnName(int column) const { return GetColumnsInfo().GetColumnName(column); }
-  // These change the column and the screen at once.
+  // These repaint at once.
   void SetColumnVisible(int column, bool visible);
   void SetColumnWidth(int column, int widthPx);
   void SetColumnAlign(int column, int align);
@@ -58,10 +57,10 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
   void EnableMultipleSort(bool multiple);
   void RemoveSortColumn(int column);
   bool IsColumnSelected(int column) const { return GetColumnsInfo().IsColumnSelected(column); }
-  // Widens or narrows the visible columns to their titles and the rows in view.
+  // Fits the widths of the visible columns to their titles and the visible rows.
   void SizeToFit();
-  // The first visible columns stay where they are while the others scroll; 0 or less for none. Locked columns stay in
-  // any case; in a window too narrow for all of them only the first of them do.
+  // The first visible columns do not scroll; 0 or less for none. Locked columns never scroll. In a window that is too
+  // narrow, fewer columns are frozen.
   void FreezeColumns(int count);
 
   void EnableHeader(bool shown);
@@ -74,82 +73,77 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
 
   void EnableVirtualMode(DisplayCallback display);
   bool IsVirtualMode() const noexcept;
-  // The count of rows from now on. So many of them are inserted, the first of them at that place: current row,
-  // selection and, unless the first row was in view, the rows in view stay with their trades. Others are new or gone at
-  // the end.
+  // Sets the number of rows, of which so many are inserted at firstInserted: current row and selection stay with their
+  // rows, and so do the rows in view, unless the first row is in view. All other rows are added or removed at the end.
   void SetVirtualRows(int count, int inserted = 0, int firstInserted = 0);
   int GetVirtualRows() const noexcept;
 
   // The current row; -1 for none.
   int GetCurSel() const;
-  // Makes the row current and the only one selected, and brings it into view; -1 clears the selection. Without a
-  // current column the first visible one becomes it.
+  // Selects only this row, makes it current and scrolls to it; -1 clears the selection. The first visible column
+  // becomes current if none is.
   void SetCurSel(int row);
   void SelectAll();
-  // Ranges of selected rows, from the top down.
+  // The ranges of selected rows, from top to bottom.
   int GetSelectionCount() const;
   CQORPGridRange GetSelection(int index) const;
   int GetFirstVisibleRow() const;
 
-  // The filter bar: a row of fields under the headers, one a column; an empty field shows the prompt. Hidden it keeps
-  // its texts.
+  // The filter bar has a field under each header; an empty field shows the prompt. A hidden bar keeps its texts.
   void EnableFilterBar(bool shown, const std::wstring& prompt = L"<all>");
   bool IsFilterBarEnabled() const noexcept;
-  // The text of a field as it was typed; writing it is as typing it.
+  // The text as typed; setting it has the effect of typing it.
   std::wstring GetFilterText(int column) const;
   void SetFilterText(int column, const std::wstring& text);
-  // Puts the caret into the field, brought into view; false for a hidden column or bar.
+  // Scrolls to the field and sets the caret in it; false for a hidden column or bar.
   bool EditFilter(int column);
 
-  // There are rows to copy.
+  // True if there are rows to copy.
   bool IsCopyEnabled() const { return GetVirtualRows() > 0; }
-  // The selected rows, or all without a selection, with the visible columns as they stand on the screen: onto the
-  // clipboard as text and HTML. False where the clipboard could not be had.
+  // Copies the selected rows, or all rows without a selection, with the visible columns in display order, to the
+  // clipboard as text and HTML. False if the clipboard is not available.
   bool Copy();
-  // The same as HTML alone, under a row of titles.
+  // The same as HTML only, with a row of titles.
   bool CopyHTML();
 
-  // Runs the command of the context menu that stands under these texts, from the outermost menu down; texts count
-  // without & and as they are shown. False where there is no such command or it is not enabled.
+  // Runs the command of the context menu that has these texts, from the outermost menu down, as shown and without &.
+  // False if there is no such command or it is disabled.
   bool RunContextMenu(const std::vector<std::wstring>& texts);
 
-  // Brings columns, header and frozen part up to date and repaints.
+  // Updates columns, header and frozen part, and repaints.
   void AdjustLayout();
   void ReposItems() { AdjustLayout(); }
-  // Repaints the rows at the next idle moment.
+  // Repaints the rows at the next paint event.
   void RedrawRows();
-  // What a screen reader calls the rows; of a grid that has been created.
+  // Sets the name that screen readers say; call Create before.
   void NameForReaders(const std::wstring& name);
   // Font of rows and header.
   void SetGridFont(const wxFont& font);
   wxFont GetGridFont() const;
 
-  // A field of the filter bar was edited. The text is as it was typed; empty for none.
+  // A field of the filter bar was edited; the text is as typed.
   virtual void OnFilterBarChanged(int /*column*/, const std::wstring& /*text*/) {}
-  // Empties every field, without OnFilterBarChanged.
+  // Clears all fields, without OnFilterBarChanged.
   virtual void OnFilterBarClearAll();
-  // The narrowest that a column may be made, in pixels.
+  // The least width of a column, in pixels.
   virtual int OnGetColumnMinWidth(int column) const;
-  // What RunContextMenu looks through and OnShowContextMenu shows. Commands and their updates come as menu events of
-  // the grid.
+  // The menu of RunContextMenu and OnShowContextMenu. Commands and their updates are menu events of the grid.
   virtual std::span<const CQORPMenuItem> ContextMenu() const { return {}; }
-  // A click on a header; the state and the sort are the derived grid's to change.
+  // A header was clicked; the derived grid changes sort and column state.
   virtual void ToggleSortColumn(int /*column*/) {}
-  // A right click or the menu key, at a point of the screen.
+  // A right click or the menu key; a point of the screen.
   virtual void OnShowContextMenu(const wxPoint& /*point*/) {}
   // The grid got the focus.
   virtual void OnGridFocus() {}
-  // A key before anything else sees it; true swallows it.
+  // A key before any other handler gets it; true consumes it.
   virtual bool PreTranslateMessage(wxKeyEvent& /*event*/) { return false; }
-  // The columns were changed by mouse: moved, resized, locked.
+  // The user moved, resized or locked columns.
   virtual void OnColumnsChanged() {}
 
-  // The rectangle that the text of a cell is laid out in, which the derived grid may shift; the cell itself to begin
-  // with.
+  // The rectangle of the text of a cell, initially the cell; the derived grid may change it.
   virtual void OnDrawValue(wxRect& /*rect*/) const {}
 
-  // For tests and for whatever sends events: the windows that take mouse and keys, in which the column stands; without
-  // a column those of the part that scrolls.
+  // For tests: the window of the column that gets mouse and keys; without a column that of the scrolled part.
   wxWindow* GetRowsWindow(int column = -1) const;
   wxWindow* GetHeaderWindow(int column = -1) const;
   // Places of a cell, a header and a field of the filter bar within those windows; empty when not in view.

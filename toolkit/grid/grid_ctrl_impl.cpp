@@ -56,7 +56,7 @@ void CQORPGridCtrl::Impl::NameForReaders(const std::wstring& name) {
     if (rows != nullptr) SetAccessibleName(*rows, Name);
 }
 
-// The window has come onto a screen of another scale.
+// The window has moved to a screen with another scale.
 void CQORPGridCtrl::Impl::ScaleColumns(int fromDpi, int toDpi) {
   if (fromDpi <= 0) return;
   for (int column = 0; column < Owner.GetColumnCount(); ++column)
@@ -64,15 +64,15 @@ void CQORPGridCtrl::Impl::ScaleColumns(int fromDpi, int toDpi) {
   Owner.AdjustLayout();
 }
 
-// wxGTK 3.2: scroll bars shorter than their buttons ask for a new layout without end. Below the least size the grid is
-// cut off. Drop when 3.4 is the floor.
+// wxGTK 3.2: scroll bars shorter than their buttons cause an endless layout loop. A smaller grid is clipped. Drop when
+// 3.4 is the floor.
 void CQORPGridCtrl::Impl::FillOwner() {
   wxSize size = Owner.GetClientSize();
   size.IncTo(Owner.FromDIP(wxSize(kLeastSidePx, kLeastSidePx)));
   View->SetSize(size);
 }
 
-// The menu key has no point of its own: the menu comes up under the current row.
+// The menu key has no position: the menu opens below the current row.
 wxPoint CQORPGridCtrl::Impl::MenuPoint() const {
   const wxWindow& rows = *View->GetGridWindow();
   const int below = (State.Selection.GetCurrent() - View->GetFirstRow() + 1) * View->GetDefaultRowSize();
@@ -80,12 +80,12 @@ wxPoint CQORPGridCtrl::Impl::MenuPoint() const {
       {Owner.FromDIP(kMenuInsetPx), std::clamp(below, 0, std::max(rows.GetClientSize().y - 1, 0))});
 }
 
-// A key that a field of the filter bar lets through is none of the rows'.
+// Keys that a filter field skips are for the program, so PreTranslateMessage does not get them.
 void CQORPGridCtrl::Impl::OnKey(wxKeyEvent& event) {
   event.Skip(Filters.IsEdit(event.GetEventObject()) || !Owner.PreTranslateMessage(event));
 }
 
-// The menu's commands and the terminal ask who has the focus: the grid that it was opened over, header or rows.
+// Commands and the terminal use the focused window, which has to be this grid.
 void CQORPGridCtrl::Impl::OnContextMenu(wxContextMenuEvent& event) {
   if (!Owner.IsDescendant(wxWindow::FindFocus())) View->SetFocus();
   Owner.OnShowContextMenu(event.GetPosition() == wxDefaultPosition ? MenuPoint() : event.GetPosition());
@@ -93,7 +93,7 @@ void CQORPGridCtrl::Impl::OnContextMenu(wxContextMenuEvent& event) {
 
 namespace {
 
-// The scratch cell holds the text that was asked for last.
+// The scratch cell holds the last text.
 RowsToCopy RowsOf(const GridState& state, CQORPGridCell& scratch) {
   return {state.Columns, state.Selection, [&state, &scratch](int row, int column) -> std::wstring_view {
             scratch.Text.clear();
@@ -105,7 +105,7 @@ bool HasRows(const GridState& state) {
   return state.Display && state.Selection.GetRows() > 0;
 }
 
-// What wxWidgets would log about a clipboard that another program holds, the caller knows from the answer.
+// The return value reports a clipboard that another program holds; the log of wxWidgets is not needed.
 bool PutOntoClipboard(std::unique_ptr<wxDataObject> data) {
   const wxLogNull noMessages;
   const wxClipboardLocker locker;

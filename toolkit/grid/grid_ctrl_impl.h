@@ -1,4 +1,4 @@
-// CQORPGridCtrl::Impl: the parts that a grid is made of, and how the events of its window reach them.
+// CQORPGridCtrl::Impl: the parts of a grid and the events of its window.
 #pragma once
 
 #include <wx/event.h>
@@ -31,7 +31,7 @@ class CQORPGridCtrl::Impl {
   GridHeaderInput Header;
   GridView* View = nullptr;
   bool Virtual = false;
-  std::wstring Name = L"Grid";  // that a screen reader tells
+  std::wstring Name = L"Grid";  // for screen readers
 
  private:
   void FillOwner();
@@ -41,10 +41,7 @@ class CQORPGridCtrl::Impl {
   wxPoint MenuPoint() const;
 };
 
-// What a grid copies: its selected rows, or all of them without a selection, with the visible columns as they stand on
-// the screen, as text and as an HTML table, onto the clipboard.
-struct GridState;
-
-// Both are false, and leave the clipboard as it was, where there are no rows or the clipboard could not be had.
+// Copy the selected rows, or all rows without a selection, with the visible columns in display order, to the clipboard.
+// False, without any change, if there are no rows or the clipboard is not available.
 bool CopyRows(const GridState& state);        // text and HTML
-bool CopyRowsAsHtml(const GridState& state);  // HTML alone, under a row of titles
+bool CopyRowsAsHtml(const GridState& state);  // HTML only, with a row of titles

@@ -11,12 +11,12 @@ namespace {
 
 constexpr int kEdgePx = 4;
 constexpr int kDragPx = 5;
-constexpr int kMostWidthPx = 2048;  // what the mouse can make of a column
+constexpr int kMostWidthPx = 2048;  // of a column by mouse or key
 constexpr int kScrollSteps = 2;
 constexpr int kWidthStepPx = 8;  // of a key
 constexpr int kWiderKeys[] = {'+', '=', WXK_NUMPAD_ADD}, kNarrowerKeys[] = {'-', '_', WXK_NUMPAD_SUBTRACT};
 
-// -1 for narrower, 1 for wider, 0 for a key that means neither. Keyboards differ in whether + and - need Shift.
+// -1 for narrower, 1 for wider, 0 for any other key. Keyboards differ in whether + and - need Shift.
 int WidthStep(int key) {
   const bool wider = std::ranges::find(kWiderKeys, key) != std::end(kWiderKeys);
   const bool narrower = std::ranges::find(kNarrowerKeys, key) != std::end(kNarrowerKeys);
@@ -93,7 +93,7 @@ void GridHeaderInput::ResizeTo(int widthPx) {
   View->ApplyWidth(Column);
 }
 
-// What the release brings about may take away the window whose event this is: it waits until the event is through.
+// Deferred: a changed layout may destroy the window of this event.
 void GridHeaderInput::OnLeftUp(wxMouseEvent& event, wxWindow& window) {
   const Action done = Doing;
   const int column = Column;
@@ -128,7 +128,7 @@ void GridHeaderInput::EnsureCurrentColumn() {
   View->RepaintHeader();
 }
 
-// Without a current column the first one.
+// The first column if none is current.
 void GridHeaderInput::ChooseColumn(int by) {
   const int count = View->Table().GetNumberCols();
   if (count == 0) return;

@@ -13,7 +13,7 @@ class GridHeaderInput {
   GridHeaderInput(CQORPGridCtrl& owner, GridState& state, GridFilterBar& filters)
       : Owner(owner), State(state), Filters(filters) {}
 
-  // The view must outlive the input's use.
+  // The view must outlive the input.
   void SetView(GridView& view) { View = &view; }
   // Handles the mouse in a window of headers.
   void Attach(wxWindow& header);

@@ -43,7 +43,7 @@ void GridHeader::DrawColumn(wxDC& dc, const wxRect& rect, int column, int place)
   DrawDropMark(dc, rect, place);
 }
 
-// A line under the title of the column that the keys act on.
+// A line under the title of the current column.
 void GridHeader::DrawCurrentMark(wxDC& dc, const wxRect& rect, int column) const {
   if (column != State.CurrentColumn) return;
   const int height = Owner.FromDIP(2);
@@ -83,7 +83,7 @@ int GridHeader::DrawSortMark(wxDC& dc, const wxRect& rect, int column) const {
   return number.x + 2 * half + Owner.FromDIP(kPadding);
 }
 
-// A funnel: the rows are filtered by this column, be the bar in sight or not.
+// A funnel marks a column with a filter, also if the filter bar is hidden.
 int GridHeader::DrawFilterMark(wxDC& dc, const wxRect& rect, int column) const {
   if (!State.Filters.Texts.contains(column)) return 0;
   const wxColour color(Blend(State.Theme.FaceText, State.Theme.Highlight, 50));
@@ -140,7 +140,7 @@ namespace {
 constexpr std::size_t kMostKnownTexts = 20000;
 constexpr int kTextPadding = 3;
 constexpr int kFramePx = 2;
-constexpr ColorRef kFrameColor = 0x00C8FF;  // amber: stands out on blue, red, white and black
+constexpr ColorRef kFrameColor = 0x00C8FF;  // amber contrasts with blue, red, white and black
 constexpr wchar_t kEllipsis = L'\u2026';
 
 std::wstring WithoutControls(std::wstring text) {
@@ -214,7 +214,7 @@ void GridCells::DrawText(wxDC& dc, const wxRect& cell, const std::wstring& text,
   dc.DrawText(fitted.Text, x, value.y + (value.height - fitted.SizePx.y) / 2);
 }
 
-// A line above and below each run of selected rows; a thin one around the current row.
+// A line above and below each range of selected rows; a thin one above and below the current row.
 void GridCells::DrawFrame(wxDC& dc, const wxRect& cell, int row, int column) const {
   if (!State.WholeRow && column != State.CurrentColumn) return;
   const bool selected = State.Selection.Contains(row);

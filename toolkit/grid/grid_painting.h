@@ -1,6 +1,5 @@
-// GridHeader: paints the header of a grid: titles, marks of filter and sort with its priority, the place where a
-// dragged column would go, the fields of the filter bar, and the narrow header of the rows. Titles and fields share the
-// space that wxGrid has for labels. What a click does is not here: grid_header_input.h, filter_fields.h.
+// The painting of a grid. GridHeader paints titles, marks of filter and sort, the drop mark of a dragged column, the
+// fields of the filter bar, and row headers; titles and fields share the label area of wxGrid. GridCells paints cells.
 #pragma once
 
 #include <wx/dc.h>
@@ -12,23 +11,21 @@
 #include "toolkit/grid/grid_state.h"
 #include "toolkit/system/make_child.h"
 
-// GridCells: paints the cells of a grid. FittedTexts: texts cut to the width of their cell.
-
-// Promises: a text that is too long for its width ends in an ellipsis; control characters become blanks.
+// FittedTexts: texts cut to a width. A text that is too long ends in an ellipsis; control characters become blanks.
 //
-// Measuring a text costs as much as drawing it, so what was found is kept, up to a bound, by text and width.
+// Measuring a text costs as much as drawing it, so results are cached by text and width, up to a limit.
 class FittedTexts {
  public:
   struct Fitted {
     wxString Text;
     wxSize SizePx;
   };
-  // In the font that the device has now.
+  // In the present font of the device.
   const Fitted& Fit(wxDC& dc, const std::wstring& text, int widthPx);
   void Forget() { Known.clear(); }
 
  private:
-  std::unordered_map<std::wstring, Fitted> Known;  // by text and, as a last character, width
+  std::unordered_map<std::wstring, Fitted> Known;  // by text followed by the width as a character
 };
 
 class GridCells : public wxGridCellRenderer {
@@ -73,7 +70,7 @@ class GridHeader {
  private:
   void DrawFace(wxDC& dc, const wxRect& rect, ColorRef color) const;
   void DrawTitle(wxDC& dc, const wxRect& rect, int column);
-  // These give back the width that they took at the right.
+  // These return the width that they used at the right.
   int DrawSortMark(wxDC& dc, const wxRect& rect, int column) const;
   int DrawFilterMark(wxDC& dc, const wxRect& rect, int column) const;
   void DrawCurrentMark(wxDC& dc, const wxRect& rect, int column) const;

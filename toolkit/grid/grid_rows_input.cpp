@@ -10,7 +10,7 @@ namespace {
 constexpr int kColumnSteps = 4;
 constexpr int kRepeatMs = 50;
 
-// The row that the key leads to from the current one, -1 being none; empty for a key that moves nowhere.
+// The row to which the key moves from the current one, -1 for none; empty for other keys.
 std::optional<int> RowAfter(int keyCode, int current, int page, int rows) {
   switch (keyCode) {
     case WXK_UP:
@@ -119,7 +119,7 @@ void GridRowsInput::OnMotion(wxMouseEvent& event) {
   ExtendToPointer();
 }
 
-// A pointer outside moves the view row by row, however far away it is.
+// A pointer outside scrolls row by row, at any distance.
 void GridRowsInput::ExtendToPointer() {
   const bool outside = PointerY < 0 || PointerY >= Dragging->GetClientSize().y;
   if (outside && !Repeat.IsRunning()) Repeat.Start(kRepeatMs);
@@ -136,7 +136,7 @@ void GridRowsInput::StopDragging() {
   Dragging = nullptr;
 }
 
-// The menu that follows is about the row under the pointer.
+// The context menu that follows acts on the row under the pointer.
 void GridRowsInput::OnRightDown(wxMouseEvent& event) {
   event.Skip();
   View->SetFocus();
@@ -148,7 +148,7 @@ void GridRowsInput::OnRightDown(wxMouseEvent& event) {
 void GridRowsInput::OnKeyDown(wxKeyEvent& event) {
   if (Headers.OnKey(event) || MoveByKey(event) || SelectByKey(event) || FilterByKey(event) || LeaveOrScrollByKey(event))
     return;
-  // wxGrid would copy its own cell.
+  // Otherwise wxGrid copies the cell of its own cursor.
   if (event.GetModifiers() == wxMOD_CONTROL && (event.GetKeyCode() == 'C' || event.GetKeyCode() == WXK_INSERT)) return;
   event.Skip();
 }
@@ -193,7 +193,7 @@ bool GridRowsInput::FilterByKey(const wxKeyEvent& event) {
   return event.GetKeyCode() == 'F' && event.GetModifiers() == wxMOD_CONTROL && Filters.EditAgain();
 }
 
-// wxGrid would move a cursor of its own by these.
+// Otherwise wxGrid moves its own cursor.
 bool GridRowsInput::LeaveOrScrollByKey(const wxKeyEvent& event) {
   switch (event.GetKeyCode()) {
     case WXK_LEFT:

@@ -1,4 +1,4 @@
-// GridRowsInput: what mouse and keys do to the rows of a grid: move the current row, select, scroll.
+// GridRowsInput: mouse and keys on the rows of a grid. They move the current row, select and scroll.
 #pragma once
 
 #include <wx/event.h>
@@ -13,13 +13,13 @@ class GridRowsInput {
  public:
   GridRowsInput(CQORPGridCtrl& owner, GridState& state, GridFilterBar& filters, GridHeaderInput& headers);
 
-  // The view must outlive the input's use.
+  // The view must outlive the input.
   void SetView(GridView& view) { View = &view; }
-  // A window that rows are painted in.
+  // Handles mouse and keys in a window of rows.
   void Attach(wxWindow& rows);
   void StopDragging();
 
-  // Makes the change, brings the current row into view and repaints what changed.
+  // Makes the change, scrolls to the current row and repaints the changed rows.
   template <typename Change>
   void ChangeSelection(Change change) {
     const RowSelection before = State.Selection;
@@ -48,5 +48,5 @@ class GridRowsInput {
   wxWindow* Dragging = nullptr;
   bool KeepsOthers = false;
   int PointerY = 0;
-  wxTimer Repeat;  // goes on extending while the pointer rests outside
+  wxTimer Repeat;  // extends the selection while the pointer rests outside
 };

@@ -1,5 +1,5 @@
-// GridState: what the parts of one grid share: its columns, its selection, its switches and what is being dragged. The
-// control owns it; the parts read it and change it by the user's hand.
+// GridState: the data that the parts of one grid share: columns, selection, options, and the drag in progress. The
+// control owns it.
 #pragma once
 
 #include <wx/grid.h>
@@ -21,7 +21,7 @@ struct GridFilters {
 
   bool Shown = false;
   std::wstring Prompt;                // in an empty field
-  std::map<int, std::wstring> Texts;  // by column; none is empty
+  std::map<int, std::wstring> Texts;  // by column; without empty texts
   int LastEdited = -1;
 };
 
@@ -42,22 +42,22 @@ struct GridState {
   int FreezeCount = 0;
   int CurrentColumn = -1;
 
-  int DraggedColumn = -1;  // its header follows the mouse
-  int DropPlace = -1;      // the place before which it would go
+  int DraggedColumn = -1;
+  int DropPlace = -1;  // it goes before the column at this place
 };
 
-// GridTable: what wxGrid sees of a grid: so many rows, and the visible columns in the order of the screen. It holds no
-// cell: a value is asked for when it is painted.
+// GridTable: the table of the wxGrid, with the visible columns in display order. It stores no cells, but asks for each
+// one when it is painted.
 class GridTable : public wxGridTableBase {
  public:
   explicit GridTable(GridState& state) : State(state) {}
 
-  // The columns as they stand on the screen now; a place is an index into them.
+  // The columns in display order; a place is an index into them.
   const std::vector<int>& Columns() const noexcept { return Shown; }
   int ColumnAt(int place) const;
-  int PlaceOf(int column) const;  // -1 for one that is not shown
+  int PlaceOf(int column) const;  // -1 for a hidden one
 
-  // The next two tell wxGrid what changed.
+  // These two notify wxGrid.
   void ShowColumns(std::vector<int> columns);
   void SetRows(int rows, int inserted, int firstInserted);
 
@@ -68,7 +68,7 @@ class GridTable : public wxGridTableBase {
   int GetNumberCols() override { return static_cast<int>(Shown.size()); }
   wxString GetValue(int row, int place) override { return Cell(row, ColumnAt(place)).Text; }
   void SetValue(int, int, const wxString&) override {}
-  // An empty cell would have its neighbours asked for text that flows over.
+  // If a cell is empty, wxGrid asks its neighbours for overflowing text.
   bool IsEmptyCell(int, int) override { return false; }
   wxGridCellAttr* GetAttr(int, int, wxGridCellAttr::wxAttrKind) override { return nullptr; }
   bool CanHaveAttributes() override { return false; }

@@ -10,7 +10,7 @@
 namespace {
 
 constexpr int kColumnStepPx = 10;
-constexpr int kLeastScrolledPx = 80;  // the frozen part leaves that much to the other columns
+constexpr int kLeastScrolledPx = 80;  // the frozen part leaves this width to the other columns
 
 ColorRef SystemColor(wxSystemColour index) {
   return wxSystemSettings::GetColour(index).GetRGB();
@@ -110,7 +110,7 @@ void GridView::ApplyState() {
   Told.ColumnsMoved();
 }
 
-// A width of 0 would hide the column from wxGrid.
+// wxGrid hides a column of width 0.
 void GridView::SetWidth(int column) {
   const int place = Table().PlaceOf(column);
   if (place >= 0) SetColSize(place, std::max(State.Columns.GetColumnWidth(column), 1));
@@ -134,8 +134,8 @@ void GridView::ApplyFreeze() {
   if (wanted != m_numFrozenCols) FreezeQuickly(wanted);
 }
 
-// wxWidgets 3.2: FreezeTo asks each row for the span of each frozen cell and refuses a grid without rows; with one row
-// it does neither. Drop when it asks no longer.
+// wxWidgets 3.2: FreezeTo is linear in the number of rows and fails without rows; with one row it is fast and works.
+// Drop when it is constant time.
 void GridView::FreezeQuickly(int count) {
   const bool hadFrozen = m_colFrozenLabelWin != nullptr;
   if (hadFrozen && count == 0) Told.FrozenWindowsGo();
@@ -192,7 +192,7 @@ void GridView::ShowRow(int row) {
   if (row >= first + full) Scroll(-1, row - full + 1);
 }
 
-// Of a column that is wider than the window the left end.
+// A column that is wider than the window is shown from its left end.
 void GridView::ShowColumn(int column) {
   const int place = Table().PlaceOf(column);
   if (place < 0 || IsFrozenPlace(place)) return;
@@ -203,7 +203,7 @@ void GridView::ShowColumn(int column) {
   if (left > 0 && beyond > 0) ScrollColumns(std::min(left, beyond + kColumnStepPx - 1) / kColumnStepPx);
 }
 
-// On some systems the place that was scrolled to holds only afterwards.
+// Deferred: some systems update the scroll position after this call.
 void GridView::ScrollWindow(int dx, int dy, const wxRect* rect) {
   wxGrid::ScrollWindow(dx, dy, rect);
   if (dx != 0) CallAfter([this] { Told.ColumnsMoved(); });

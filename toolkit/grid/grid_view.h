@@ -1,7 +1,6 @@
-// GridView: the wxGrid inside a grid, used as scroller and painter: it shows the visible columns in the order of the
-// screen, keeps the first of them still, and keeps the rows in view where they are when others come in on top. What
-// mouse and keys do is not here: grid_rows_input.h, grid_header_input.h. wxGrid's own column order, hidden columns,
-// selection, cursor, editors and native header are not used: they do not work together.
+// GridView: the wxGrid inside a grid, which scrolls and paints: the visible columns in display order, of which the
+// first may be frozen. The rows in view stay in place if rows are inserted above them. Column order, hidden columns,
+// selection, cursor, editors and native header of wxGrid are not used, as they do not work together.
 #pragma once
 
 #include <wx/grid.h>
@@ -14,8 +13,8 @@
 
 class GridView : public wxGrid {
  public:
-  // Told of each pair of windows, that of the rows and that of their header, when it is made, before the frozen pair
-  // goes, and when columns are elsewhere, also by scrolling, or look otherwise.
+  // Called for each pair of windows, rows and header, when it is made; before the frozen pair is destroyed; and after
+  // columns moved, were scrolled or changed their look.
   struct Listener {
     std::function<void(wxWindow& rows, wxWindow& header)> WindowsMade;
     std::function<void()> FrozenWindowsGo;
@@ -24,14 +23,14 @@ class GridView : public wxGrid {
 
   GridView(CQORPGridCtrl& owner, GridState& state, Listener listener);
 
-  // Brings columns, widths, header and frozen part up to what the state says.
+  // Updates columns, widths, header and frozen part from the state.
   void ApplyState();
   void ApplyWidth(int column);
   void SetRows(int rows, int inserted, int firstInserted);
   void SetFontAndSizes(const wxFont& font);
   void ThemeChanged();
   void RepaintRows();
-  void RepaintRow(int row);  // with its neighbours, whose frames may change
+  void RepaintRow(int row);  // and its neighbours, whose frames may change
   void RepaintHeader();
 
   int GetFirstRow() const;
@@ -39,7 +38,7 @@ class GridView : public wxGrid {
   void ShowRow(int row);
   void ShowColumn(int column);
   void ScrollColumns(int steps);
-  // The row at that height of a window of rows, also above, below and behind all rows: then none of them.
+  // The row at y of a window of rows, which may be above the first or below the last row.
   int RowAtHeight(int y) const;
 
   // The headers as the user sees them now.
@@ -54,9 +53,9 @@ class GridView : public wxGrid {
   wxRect CellRect(int row, int column) const;
   wxRect HeaderRect(int column) const;
   wxRect FilterRect(int column) const;
-  // The whole field of a column that is shown, in view or not.
+  // The whole field of a visible column, also if it is scrolled out of view.
   wxRect FieldSpace(int column) const;
-  // Headers end and the fields of the filter bar begin at that height.
+  // The height of a header without its field.
   int TitleHeight() const { return TitlePx; }
 
   void ScrollWindow(int dx, int dy, const wxRect* rect) override;
@@ -86,6 +85,6 @@ class GridView : public wxGrid {
   Listener Told;
   Parts Cells;
   GridHeader Header;
-  int TitlePx = 0;  // 0 where hidden
+  int TitlePx = 0;  // 0 if hidden
   int FieldPx = 0;
 };

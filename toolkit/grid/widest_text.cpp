@@ -8,8 +8,8 @@
 namespace {
 
 constexpr unsigned kAscii = 128;
-constexpr unsigned kNothingBefore = kAscii;  // the row of the first character of a text
-// A step is twice its pixels; an odd one says that the text needs care: not measured yet, or letters that join.
+constexpr unsigned kNothingBefore = kAscii;  // the predecessor of the first character
+// A step is twice its pixels; an odd one needs care: it is not measured yet, or is part of a ligature.
 constexpr short kCare = 1;
 constexpr int kWidestStepPx = 0x3FFF;
 constexpr std::size_t kMostFurther = 200'000;
@@ -19,7 +19,7 @@ unsigned CodeOf(wchar_t character) {
   return static_cast<unsigned>(static_cast<std::make_unsigned_t<wchar_t>>(character));
 }
 
-// Whether the character stands for itself whatever its neighbours are.
+// True if the shape of the character does not depend on its neighbours.
 bool IsLetterByLetter(wchar_t character) {
   struct Codes {
     unsigned First, Last;
@@ -37,7 +37,7 @@ bool IsJoint(wchar_t before, wchar_t character) {
   return (before == L'f' || before == L't' || before == L'T') && Joins(character);
 }
 
-// What is known beside ASCII pairs: texts stand for themselves, the others begin with a character that no text has.
+// Keys of Further: a text is its own key; the others begin with a character that no text has.
 std::wstring PairKey(wchar_t before, wchar_t character) {
   return {L'\1', before, character};
 }
@@ -98,7 +98,7 @@ int TextMeasures::WidthWithCare(const std::wstring& text) {
   return sum;
 }
 
-// The character before is 0 at the beginning of a text.
+// The predecessor of the first character is 0.
 int TextMeasures::StepPx(wchar_t before, wchar_t character) {
   if (CodeOf(before) >= kAscii || CodeOf(character) >= kAscii)
     return Known(PairKey(before, character), [&] { return MeasureStepPx(before, character); });
@@ -121,7 +121,7 @@ int TextMeasures::SumPx(std::wstring_view text) {
   return sum;
 }
 
-// What letters that join take more than their steps, between their neighbours.
+// The width of a ligature with its neighbours, minus the sum of its steps.
 int TextMeasures::JoinedMorePx(std::wstring_view text, std::size_t from, std::size_t end) {
   const std::size_t first = from > 0 ? from - 1 : 0;
   const std::wstring_view letters = text.substr(first, end + 1 - first);
@@ -144,7 +144,7 @@ void WidestText::Offer(std::wstring_view text) {
   if (const int px = Measures.WidthPx(text); IsWanted(px)) Candidates.emplace(px, Wide(text));
 }
 
-// One text of each width will do, near the largest alone.
+// One text of each width near the largest is enough.
 bool WidestText::IsWanted(int widthPx) {
   if (widthPx < NearPx || widthPx == LatestPx) return false;
   LatestPx = widthPx;

@@ -1,5 +1,5 @@
-// TextMeasures: how much each character of a font takes beside each other one. WidestText: the widest of very many
-// texts.
+// TextMeasures: the width of a text from the widths of its pairs of characters. WidestText: the width of the widest of
+// very many texts.
 #pragma once
 
 #include <wx/dc.h>
@@ -11,20 +11,20 @@
 
 #include "toolkit/system/toolkit_export.h"
 
-// Promises: the width that the device gives to a text in the font that it has now, at a few nanoseconds a character.
-// The device and its font must stay as they are. Control characters count as blanks, as a grid shows them.
+// The width that the device gives to a text in its present font, in a few nanoseconds per character. Device and font
+// must not change. Control characters count as blanks, as a grid shows them.
 //
-// A text is as wide as its first character and, for each further one, what the pair with the one before takes more than
-// that one alone. Each pair is measured when it first appears. That adds up to the pixel, as Linux and Windows give
-// every glyph whole pixels, kerning included. It does not where letters join: runs such as ffi are measured with their
-// neighbours, and texts with characters outside Latin, Greek and Cyrillic as a whole, each once.
+// The width is that of the first character plus, for each further one, the width of the pair with its predecessor minus
+// that of the predecessor. Each pair is measured once. The sum is exact, as Linux and Windows place glyphs at whole
+// pixels, kerning included. Exceptions: ligatures such as ffi are measured with their neighbours, and texts with
+// characters outside Latin, Greek and Cyrillic as a whole, each once.
 class TOOLKIT_EXPORT TextMeasures {
  public:
   explicit TextMeasures(wxDC& dc);
-  // Bytes of the system code page.
+  // In the system code page.
   int WidthPx(std::string_view text);
   int WidthPx(std::wstring_view text);
-  // By the device itself.
+  // Measured by the device.
   int MeasurePx(const std::wstring& text) const { return Dc.GetTextExtent(text).x; }
 
  private:
@@ -39,18 +39,18 @@ class TOOLKIT_EXPORT TextMeasures {
   int Known(std::wstring key, Measure measure);
 
   wxDC& Dc;
-  std::vector<short> Steps;                       // by ASCII character before and ASCII character
-  std::unordered_map<std::wstring, int> Further;  // pairs, joined letters and texts that have no place there
+  std::vector<short> Steps;                       // of ASCII pairs
+  std::unordered_map<std::wstring, int> Further;  // of other pairs, ligatures and whole texts
 };
 
-// Promises: the largest width that the device gives to any text offered. Each is looked at with TextMeasures; one of
-// each width near the largest is kept, and those are measured by the device in the end.
+// The largest width that the device gives to any of the offered texts. TextMeasures estimates each text; of each width
+// near the largest, one text is kept, and the device measures those in the end.
 class TOOLKIT_EXPORT WidestText {
  public:
   explicit WidestText(TextMeasures& measures) : Measures(measures) {}
-  void Offer(std::string_view text);  // bytes of the system code page
+  void Offer(std::string_view text);  // in the system code page
   void Offer(std::wstring_view text);
-  int WidthPx() const;  // 0 without a text
+  int WidthPx() const;  // 0 without texts
 
  private:
   bool IsWanted(int widthPx);

@@ -6,7 +6,7 @@
 namespace {
 
 constexpr ColorRef kBlack = 0, kWhite = 0xFFFFFF;
-constexpr double kMadeOut = 3;  // large texts and marks, by WCAG 2.1
+constexpr double kLegible = 3;  // large texts and marks, by WCAG 2.1
 constexpr double kReadable = 4.5;
 constexpr int kDarkenPercent = 58;
 constexpr int kHighlightPercent = 55;
@@ -30,7 +30,7 @@ ColorRef Readable(ColorRef text, ColorRef background) {
   return Contrast(kWhite, background) >= Contrast(kBlack, background) ? kWhite : kBlack;
 }
 
-// A light text lies on a strong colour, which grows darker; a dark text on a pale one, which takes the highlight.
+// Below a light text the colour gets darker; below a dark text it is mixed with the highlight.
 ColorRef SelectedBackground(ColorRef background, ColorRef text, const GridTheme& theme) {
   return Luminance(text) > 0.4 ? Blend(background, kBlack, kDarkenPercent)
                                : Blend(background, theme.Highlight, kHighlightPercent);
@@ -68,6 +68,6 @@ CellColors ColorsOf(std::optional<ColorRef> background, std::optional<ColorRef> 
 ColorRef ReadableText(ColorRef text, ColorRef background) {
   const ColorRef end = Contrast(kWhite, background) >= Contrast(kBlack, background) ? kWhite : kBlack;
   int percent = 0;
-  while (percent < 100 && Contrast(Blend(text, end, percent), background) < kMadeOut) percent += 10;
+  while (percent < 100 && Contrast(Blend(text, end, percent), background) < kLegible) percent += 10;
   return Blend(text, end, percent);
 }

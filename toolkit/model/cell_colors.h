@@ -1,4 +1,4 @@
-// The colours in which a cell is painted: its own, or the theme's, with the marks of selection over them. No state.
+// The colours of a cell: its own or those of the theme, changed by selection and other marks.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 // 0x00BBGGRR.
 using ColorRef = std::uint32_t;
 
-// What a grid paints with where a cell says nothing.
+// The colours of cells without their own, and of headers.
 struct GridTheme {
   ColorRef Window = 0xFFFFFF;
   ColorRef WindowText = 0;
@@ -20,8 +20,8 @@ struct GridTheme {
 
 struct CellMarks {
   bool Selected = false;
-  bool Sorted = false;     // stands in a column that the rows are sorted by
-  bool Alternate = false;  // every other row
+  bool Sorted = false;     // in a sort column
+  bool Alternate = false;  // in every second row
 };
 
 struct CellColors {
@@ -30,15 +30,15 @@ struct CellColors {
   bool operator==(const CellColors&) const = default;
 };
 
-// The colour that lies so many hundredths of the way from one to the other.
+// The mixture with that percentage of the second colour.
 ColorRef Blend(ColorRef from, ColorRef to, int percent);
-// From 1, no difference, to 21, black on white: relative luminances as the W3C's WCAG 2.1 defines them.
+// From 1, no difference, to 21, black on white: the contrast ratio of WCAG 2.1 by the W3C.
 double Contrast(ColorRef one, ColorRef other);
 
-// A row's own colours stay recognisable when it is selected, and its text is readable on them.
+// A selected row keeps its own colours recognisable, and its text is readable.
 CellColors ColorsOf(std::optional<ColorRef> background, std::optional<ColorRef> text, const CellMarks& marks,
                     const GridTheme& theme);
 
-// A text's colour as it is where it can be made out on the background, else as much nearer to white or black as that
-// takes: the totals' blue on a dark screen.
+// The colour of a text, mixed with white or black until it is legible on the background, such as blue totals on a dark
+// screen.
 ColorRef ReadableText(ColorRef text, ColorRef background);

@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::wstring_view kDigits = L"0123456789";
 constexpr std::wstring_view kNumberCharacters = L"0123456789.,";
-constexpr std::size_t kExactDigits = 15;  // as many as a spreadsheet keeps of a number
+constexpr std::size_t kExactDigits = 15;  // of a number in a spreadsheet
 constexpr char32_t kNoCharacter = 0xFFFD;
 
 char32_t CodeOf(wchar_t character) {
@@ -20,8 +20,8 @@ bool Holds(std::wstring_view text, std::wstring_view only) {
   return text.find_first_not_of(only) == std::wstring_view::npos;
 }
 
-// Spreadsheets take cells for numbers and formulas where they can. That spoils identifiers: digits beyond those that
-// they keep, zeros in front, one E among digits. And a text from outside must not be reckoned as a formula.
+// Spreadsheets convert cells to numbers and formulas if they can. This damages identifiers: long digits, leading zeros,
+// an E among digits. And a text from outside must not run as a formula.
 bool MustStayText(std::wstring_view cell) {
   while (!cell.empty() && CodeOf(cell.front()) <= U' ') cell.remove_prefix(1);
   if (cell.empty()) return false;
@@ -42,7 +42,7 @@ void AppendUtf8(std::string& bytes, char32_t code) {
   put(0xF0 | (code >> 18)), follow(12), follow(6), follow(0);
 }
 
-// The character at the place, which moves on behind it: where wide characters have 16 bits it may be a pair.
+// Reads the character and advances; with 16-bit characters it may be a surrogate pair.
 char32_t NextCharacter(std::wstring_view text, std::size_t& at) {
   const char32_t first = CodeOf(text[at++]);
   if (first < 0xD800 || (first > 0xDFFF && first <= 0x10FFFF)) return first;
@@ -80,7 +80,7 @@ void AppendText(std::wstring& text, std::wstring_view cell) {
   std::replace_if(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), IsControl, L' ');
 }
 
-// A cell opened in the HTML of a column: as a number may be read, and as text that stays as it is.
+// The opening tags of the cells of a column: for cells that may be numbers, and for cells that must stay text.
 struct ColumnTags {
   int Column;
   std::string Plain;
@@ -105,7 +105,7 @@ std::vector<RowRange> RangesOf(const RowSelection& selection) {
   return {{0, selection.GetRows() - 1}};
 }
 
-// Calls perRow(row) from the top down.
+// Calls perRow(row) from top to bottom.
 template <typename PerRow>
 void ForEachRow(const RowSelection& selection, PerRow perRow) {
   for (const RowRange& range : RangesOf(selection))

@@ -1,4 +1,4 @@
-// What the rows of a grid become on the clipboard: text for editors, an HTML table for spreadsheets and mails.
+// The rows of a grid as clipboard data: text for editors, an HTML table for spreadsheets and mail.
 #pragma once
 
 #include <functional>
@@ -8,8 +8,8 @@
 #include "toolkit/model/columns_info.h"
 #include "toolkit/model/row_selection.h"
 
-// The selected rows, or all without a selection, and of them the visible columns as they stand on the screen. Cell is
-// asked once for each cell, row by row; its text need not outlive the next question.
+// The selected rows, or all rows without a selection, with the visible columns in display order. Cell is called once
+// for each cell, row by row; its text is used before the next call.
 struct RowsToCopy {
   const CQORPGridColumnsInfo& Columns;
   const RowSelection& Selection;
@@ -17,12 +17,12 @@ struct RowsToCopy {
 };
 
 struct CopiedRows {
-  std::wstring Text;  // cells with a tab between them, rows with the line end behind each
+  std::wstring Text;  // cells separated by tabs, rows terminated by the line end
   std::string Html;   // UTF-8: one <table>
 };
 
-// Control characters within a cell become blanks in text and HTML, so that every cell stays one.
+// Control characters in a cell become blanks, so that tabs and line ends only separate cells.
 CopiedRows CopyAsTextAndHtml(const RowsToCopy& rows, std::wstring_view lineEnd);
 
-// The table alone, under a row of titles.
+// The table only, with a row of titles.
 std::string CopyAsHtml(const RowsToCopy& rows);

@@ -1,4 +1,4 @@
-// Which buttons the style bits of a message box ask for. No window.
+// The buttons of a message box by the bits of its style.
 #pragma once
 
 #include <array>
@@ -8,13 +8,13 @@
 
 struct MessageButton {
   int Id;
-  std::wstring Caption;  // & before the letter that presses it
+  std::wstring Caption;  // an & marks the letter that presses it
 };
 
 struct MessageButtons {
-  std::vector<MessageButton> Buttons;  // as they stand, the first first
-  std::size_t Default = 0;             // the one that Enter presses at first
-  int CloseId = 0;                     // what closing answers; 0: it cannot be closed
+  std::vector<MessageButton> Buttons;  // from left to right
+  std::size_t Default = 0;             // the index of the default button
+  int CloseId = 0;                     // the answer of closing; 0: the box cannot be closed
 };
 
 MessageButtons ButtonsOfStyle(std::uint32_t style, const std::array<std::wstring, 2>& ownCaptions);

@@ -1,4 +1,4 @@
-// RowSelection: which rows of a grid are selected and which is the current one, as ranges of row numbers.
+// RowSelection: the selected rows of a grid as ranges, and the current row.
 #pragma once
 
 #include <vector>
@@ -9,32 +9,31 @@ struct RowRange {
   bool operator==(const RowRange&) const = default;
 };
 
-// Promises: ranges stand in rising order, do not touch each other and lie within the rows; the current row is one of
-// the rows, or -1. A row asked for beyond the rows is the nearest one.
+// Ranges are sorted, do not touch each other and lie within the rows; the current row is one of the rows, or -1. A row
+// out of range means the nearest one.
 //
-// Costs: every operation is linear in the number of ranges, Contains in its logarithm; the number of rows plays no
-// part. A selection that is being extended is the ranges that were there before and the run from the anchor to the
-// current row.
+// Every operation is linear in the number of ranges, Contains is logarithmic; the number of rows does not matter. An
+// extended selection consists of the kept ranges and the range from the anchor to the current row.
 class RowSelection {
  public:
   int GetRows() const noexcept { return Rows; }
-  // Rows at the end come or go; selection and current row keep to those that are left.
+  // Adds or removes rows at the end; selection and current row are clipped.
   void SetRows(int rows);
-  // So many new rows before that one: what stands from there on moves down with its row, and none of them is selected.
+  // Inserts unselected rows before that one; selection and current row move with their rows.
   void InsertRows(int before, int rows);
 
   int GetCurrent() const noexcept { return Current; }
   const std::vector<RowRange>& GetRanges() const noexcept { return Ranges; }
   bool Contains(int row) const;
 
-  // The row becomes current; the anchor too, but for Extend and SelectAll.
+  // These make the row current and, except Extend and SelectAll, the anchor.
   void SelectOnly(int row);
   void Toggle(int row);
   void MoveCurrent(int row);  // selects nothing
-  // From the anchor to the row; keepOthers leaves what was selected before the anchor was set.
+  // Selects from the anchor to the row; keepOthers keeps the ranges from when the anchor was set.
   void Extend(int row, bool keepOthers);
-  void SelectAll();  // the current row stays
-  void Clear();      // the current row too
+  void SelectAll();  // keeps the current row
+  void Clear();      // also the current row
 
  private:
   int Nearest(int row) const;

@@ -43,7 +43,7 @@ class CQORPPropList::Impl {
   wxPropertyGrid* Grid;  // child windows
   wxStaticText* Description;
   std::wstring Hint;
-  wxSize FittedSize;  // fitting lays out anew, for which wxGTK reports the same size once more
+  wxSize FittedSize;  // fitting causes another size event with wxGTK
 };
 
 CQORPPropList::Impl::Impl(CQORPPropList& owner, const std::wstring& name)
@@ -52,9 +52,9 @@ CQORPPropList::Impl::Impl(CQORPPropList& owner, const std::wstring& name)
                                       wxPG_DEFAULT_STYLE | wxTAB_TRAVERSAL)),
       Description(&MakeChild<wxStaticText>(&owner, wxID_ANY, wxString(), wxDefaultPosition,
                                            owner.FromDIP(wxSize(-1, 40)), wxST_NO_AUTORESIZE)) {
-  Grid->SetValidationFailureBehavior(wxPG_VFB_MARK_CELL);  // not a box that holds everything up
+  Grid->SetValidationFailureBehavior(wxPG_VFB_MARK_CELL);  // instead of a modal box
   Grid->SetExtraStyle(wxPG_EX_HELP_AS_TOOLTIPS);
-  Grid->SetCaptionTextColour(Grid->GetCellTextColour());  // the theme's own grey can hardly be read
+  Grid->SetCaptionTextColour(Grid->GetCellTextColour());  // the grey of themes is hardly readable
   SetAccessibleName(*Grid, name);
   owner.SetSizer(&MakeChild<wxBoxSizer>(wxVERTICAL));
   owner.GetSizer()->Add(Grid, wxSizerFlags(1).Expand());
@@ -75,8 +75,8 @@ CQORPPropList::Impl::Impl(CQORPPropList& owner, const std::wstring& name)
   Grid->Bind(wxEVT_PG_SELECTED, [this](wxPropertyGridEvent&) { ShowDescription(); });
 }
 
-// No name is cut off. wxGTK 3.2 moves the line between names and values without painting them anew and leaves the
-// editor of a value where it was; drop what follows the move when 3.4 is the floor.
+// Makes room for the longest name. wxGTK 3.2 neither repaints nor moves the editor of the selected value; drop all
+// after the first line when 3.4 is the floor.
 void CQORPPropList::Impl::FitNames() {
   Grid->SetSplitterLeft();
   if (wxPGProperty* selected = Grid->GetSelection(); selected != nullptr && !Grid->IsEditorsValueModified()) {
@@ -88,7 +88,7 @@ void CQORPPropList::Impl::FitNames() {
 }
 
 void CQORPPropList::Impl::Add(wxPGProperty& parent, CQORPProp& item) {
-  wxPGProperty& editor = *Grid->Insert(&parent, -1, MakeEditor(item).release());  // the list owns it
+  wxPGProperty& editor = *Grid->Insert(&parent, -1, MakeEditor(item).release());
   for (const auto& child : item.GetSubItems()) Add(editor, *child);
 }
 
@@ -156,13 +156,13 @@ constexpr int kAutomaticType = 1;
 const char* const kNoLabels[] = {"", "", nullptr};
 const long kChoiceTypes[] = {kAutomaticType, wxPG_COLOUR_CUSTOM};
 
-// wxWidgets wants a cache of choices that outlives its property.
+// wxWidgets needs a cache of choices that outlives the property.
 wxPGChoices& ChoicesCache() {
   static wxPGChoices cache;
   return cache;
 }
 
-// A list of two choices: the automatic colour, and the system's dialog of colours.
+// A choice of the automatic colour or the colour dialog of the system.
 class ColorEditor : public wxSystemColourProperty {
  public:
   explicit ColorEditor(const CQORPColorProp& item)
@@ -193,7 +193,7 @@ class ColorEditor : public wxSystemColourProperty {
   CQORPColorProp::Buttons Buttons;
 };
 
-// The button opens the system's dialog of fonts as the item wants it.
+// Its button opens the font dialog of the system with the flags of the item.
 class FontEditor : public wxFontProperty {
  public:
   explicit FontEditor(const CQORPFontProp& item)
@@ -259,7 +259,7 @@ struct ValueReader {
 
 std::unique_ptr<wxPGProperty> MakeEditor(CQORPProp& item) {
   std::unique_ptr<wxPGProperty> editor = std::visit(EditorMaker{item}, item.GetValue());
-  static unsigned made = 0;  // a group and an item in it may have one label; names have to differ
+  static unsigned made = 0;  // names are unique; labels of a group and its item may be equal
   editor->SetName(wxString::Format(L"item-%u", ++made));
   editor->SetHelpString(item.GetDescription());
   editor->SetClientData(&item);

@@ -1,5 +1,5 @@
-// CQORPProp: one item of a property list: a name, a value of one of four kinds, a description. A group head has no
-// value and holds items instead.
+// CQORPProp: an item of a property list: a name, a value of one of four types, and a description. A group head has
+// items instead of a value.
 #pragma once
 
 #include <wx/font.h>
@@ -18,7 +18,7 @@
 
 class TOOLKIT_EXPORT CQORPProp {
  public:
-  // Nothing for a group head.
+  // std::monostate for a group head.
   using Value = std::variant<std::monostate, std::int32_t, bool, ColorRef, wxFont>;
 
   // A group head.
@@ -34,7 +34,7 @@ class TOOLKIT_EXPORT CQORPProp {
   // -1 for a group head.
   int GetId() const noexcept { return Id; }
   const Value& GetValue() const noexcept { return Current; }
-  // Shown when the item is put into a list.
+  // Lists read the value when the item is added.
   void SetValue(Value value) { Current = std::move(value); }
 
   bool IsGroup() const noexcept { return std::holds_alternative<std::monostate>(Current); }
@@ -52,12 +52,12 @@ class TOOLKIT_EXPORT CQORPProp {
   std::vector<std::unique_ptr<CQORPProp>> SubItems;
 };
 
-// A colour, chosen freely or left to the item's owner.
+// A colour, or automatic.
 class TOOLKIT_EXPORT CQORPColorProp : public CQORPProp {
  public:
-  // The value that leaves the colour to the owner.
+  // The value for automatic: the owner chooses the colour.
   static constexpr ColorRef kAutomatic = 0xFFFFFFFF;
-  // Captions of the choices, and the colour that the owner takes for the automatic one.
+  // Captions of the choices, and the automatic colour.
   struct Buttons {
     std::wstring Other;
     std::wstring Automatic;
@@ -73,8 +73,8 @@ class TOOLKIT_EXPORT CQORPColorProp : public CQORPProp {
 // A font.
 class TOOLKIT_EXPORT CQORPFontProp : public CQORPProp {
  public:
-  static constexpr std::uint32_t kEffects = 0x100;  // the dialog offers underlines and the like as well
-  static constexpr std::uint32_t kScreenFonts = 1;  // which is all that there are
+  static constexpr std::uint32_t kEffects = 0x100;  // the dialog offers underlines and similar effects
+  static constexpr std::uint32_t kScreenFonts = 1;  // a no-op: there are only screen fonts
   static constexpr ColorRef kNoColor = 0xFFFFFFFF;
   CQORPFontProp(std::wstring name, const wxFont& value, std::uint32_t dialogFlags, ColorRef dialogColor, int id,
                 std::wstring description);
@@ -86,27 +86,27 @@ class TOOLKIT_EXPORT CQORPFontProp : public CQORPProp {
   ColorRef DialogColor;
 };
 
-// CQORPPropList: the window of a property list: groups that fold, an editor for each kind of value, the description of
-// the selected item below. It owns its items.
+// CQORPPropList: the window of a property list with collapsible groups, an editor for each type of value, and the
+// description of the selected item. It owns its items.
 class TOOLKIT_EXPORT CQORPPropList : public wxPanel {
  public:
   CQORPPropList();
   ~CQORPPropList() override;
-  // The name is what a screen reader says of the list. False when no window could be made.
+  // Screen readers say the name. False if no window could be made.
   bool Create(wxWindow* parent, int id, const std::wstring& name);
 
-  // Not from within OnChange.
+  // Do not call this in OnChange.
   void RemoveAll();
-  // Below those that are there; a group comes with all that it holds.
+  // Appends the item with its sub-items.
   CQORPProp& AddProperty(std::unique_ptr<CQORPProp> item);
   const std::vector<std::unique_ptr<CQORPProp>>& GetProperties() const noexcept { return Items; }
-  // Said below the list while it is empty.
+  // Shown below the list while it is empty.
   void SetHint(const std::wstring& hint);
 
-  // The user changed a value, which the item holds by then.
+  // The user changed the value of the item.
   std::function<void(CQORPProp& item)> OnChange;
 
-  // The first item is selected where none is.
+  // Selects the first item if none is selected.
   void SetFocus() override;
 
  private:
@@ -115,11 +115,11 @@ class TOOLKIT_EXPORT CQORPPropList : public wxPanel {
   std::vector<std::unique_ptr<CQORPProp>> Items;
 };
 
-// What a property list edits an item with: a property of wxWidgets for each kind of value.
+// The editors of a property list: a property of wxWidgets for each type of value.
 
-// A property that shows the item, without those below it. The item outlives it.
+// The editor of an item without its sub-items. The item must outlive it.
 std::unique_ptr<wxPGProperty> MakeEditor(CQORPProp& item);
-// The item that it was made for; of a part of a value, as the size of a font, that of the whole. Null for none.
+// The item of the editor; the editor may be a part, such as the size of a font. Null for none.
 CQORPProp* ItemOf(const wxPGProperty* editor);
-// Puts the value that the user chose into the item, and gives it; null where it is the one that the item has.
+// Writes the value of the editor to its item and returns the item; null if the value is the same.
 CQORPProp* TakeChange(const wxPGProperty* editor);

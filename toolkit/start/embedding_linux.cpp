@@ -1,6 +1,6 @@
-// GTK's windows and wxWidgets' own queue are sources of the GLib main context: whatever loop runs that serves them. One
-// thing does not fit: with the end of a modal dialog wxWidgets ends the gtk_main around it as well, which it takes for
-// a loop of its own that starts again. Around ours there is the process's, and the process would end with the dialog.
+// Windows of GTK and the event queue of wxWidgets are sources of the GLib main context, so any loop of it serves them.
+// One exception: at the end of a modal dialog, wxWidgets also quits the gtk_main around it and expects that its own
+// loop restarts. Here that is the loop of the process, and the process would end with the dialog.
 #include "toolkit/start/toolkit_start.h"
 
 #include <dlfcn.h>
@@ -14,13 +14,13 @@
 
 namespace {
 
-// wxWidgets has loaded GTK; its headers are not needed for three functions.
+// wxWidgets has loaded GTK; three functions do not need its headers.
 template <typename Function>
 Function* Gtk(const char* name) {
   return reinterpret_cast<Function*>(dlsym(RTLD_DEFAULT, name));
 }
 
-// Puts one more gtk_main between the process's and the dialog's, for the dialog to end.
+// Runs another gtk_main between that of the process and that of the dialog, which the dialog may quit.
 class LoopShield : public wxModalDialogHook {
  protected:
   int Enter(wxDialog* dialog) override {
@@ -41,13 +41,13 @@ class LoopShield : public wxModalDialogHook {
     Call& call = *static_cast<Call*>(pointer);
     call.Shield->Shielded = call.Dialog;
     call.Result = call.Dialog->ShowModal();
-    Gtk<void()>("gtk_main_quit")();  // a dialog of GTK's own ended no loop
+    Gtk<void()>("gtk_main_quit")();  // a native dialog of GTK quits no loop
     return 0;
   }
-  wxDialog* Shielded = nullptr;  // the one that is about to show behind the shield
+  wxDialog* Shielded = nullptr;  // is about to be shown inside the extra loop
 };
 
-// A plain pointer: at the end of a process that did not stop the toolkit nothing is to be torn down any more.
+// Intentional: leaked if the process ends without StopToolkit, as wxWidgets is no longer usable then.
 LoopShield* shield = nullptr;
 
 }  // namespace

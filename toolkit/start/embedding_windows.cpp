@@ -1,6 +1,6 @@
-// The process's own GetMessage loop dispatches to wxWidgets' windows by itself. What it does not know of, a hook on the
-// thread's messages adds: accelerators and Tab before the dispatch, wxWidgets' queue after it, and idle work whenever
-// no message is left, by a message that the hook posts to a window of ours.
+// The GetMessage loop of the process dispatches messages to the windows of wxWidgets. A message hook of the thread adds
+// accelerators and Tab before the dispatch, the event queue of wxWidgets after it, and idle events when the message
+// queue is empty, by a message to a hidden window.
 #include "toolkit/start/toolkit_start.h"
 
 #include <windows.h>
@@ -19,7 +19,7 @@ namespace {
 constexpr UINT kIdleMessage = WM_APP + 7;
 constexpr wchar_t kIdleClass[] = L"CQORPToolkitIdle";
 
-// While a modal window of the toolkit is up, the process's own windows take no input.
+// Disables the windows of the process while a modal dialog of the toolkit is shown.
 class HostWindowsBlocker : public wxModalDialogHook {
  protected:
   int Enter(wxDialog* /*dialog*/) override {
@@ -41,10 +41,10 @@ class HostWindowsBlocker : public wxModalDialogHook {
     }
     return TRUE;
   }
-  std::vector<std::vector<HWND>> Blocked;  // one list for each dialog on top of another
+  std::vector<std::vector<HWND>> Blocked;  // a list for each nested dialog
 };
 
-// Plain pointers: at the end of a process that did not stop the toolkit nothing is to be torn down any more.
+// Intentional: leaked if the process ends without StopToolkit, as wxWidgets is no longer usable then.
 wxGUIEventLoop* loop = nullptr;
 HostWindowsBlocker* blocker = nullptr;
 HHOOK hook = nullptr;
@@ -83,7 +83,7 @@ void ServeMessage(MSG& message) {
 }
 
 LRESULT CALLBACK OnGetMessage(int code, WPARAM removed, LPARAM message) {
-  // A nested loop, as of a modal dialog, is wxWidgets' own and serves itself.
+  // A nested loop, such as that of a modal dialog, belongs to wxWidgets and needs no help.
   if (code == HC_ACTION && removed == PM_REMOVE && wxTheApp != nullptr && wxEventLoopBase::GetActive() == loop)
     ServeMessage(*reinterpret_cast<MSG*>(message));
   return CallNextHookEx(nullptr, code, removed, message);
@@ -116,7 +116,7 @@ void UntieFromLoop() {
 }  // namespace
 
 bool StartEmbedding() {
-  // Window procedures of this library outlive the module that brought it: it stays in the process.
+  // Pins this library, as its window procedures outlive the module that loaded it.
   const HINSTANCE library = ThisLibrary(GET_MODULE_HANDLE_EX_FLAG_PIN);
   if (!wxEntryStart(library)) return false;
   TieToLoop(library);

@@ -1,4 +1,4 @@
-// What the system's own list boxes need beyond wxWidgets.
+// Functions of the system that wxWidgets lacks: list boxes, names for screen readers, clipboard.
 #pragma once
 
 #include <wx/dataobj.h>
@@ -8,19 +8,17 @@
 #include <memory>
 #include <string>
 
-// From where the keys go on: selecting an item does not move this everywhere.
+// Sets the item from which arrow keys move. Selecting an item does not do this on every system.
 void MoveListCursor(wxListBox& list, int item);
 
-// The name under which a screen reader finds the list.
+// Sets the name that screen readers say for the list.
 void SetListName(wxListBox& list, const std::wstring& name);
 
-// The name under which a screen reader finds a window that paints its own text.
+// The same for a window that paints its own text.
 void SetAccessibleName(wxWindow& window, const std::wstring& name);
 
-// What of the clipboard differs from system to system.
-
-// HTML in UTF-8 as the programs of this system expect it on the clipboard.
+// Clipboard data of HTML in UTF-8, as the programs of this system expect it.
 std::unique_ptr<wxDataObjectSimple> HtmlForClipboard(const std::string& html);
 
-// What was just put onto the clipboard stays there when the program ends.
+// Keeps the present clipboard data after the end of the program.
 void KeepClipboardAfterEnd();

@@ -4,7 +4,7 @@
 
 namespace {
 
-// wxWidgets has loaded GTK; its headers are not needed for a few functions.
+// wxWidgets has loaded GTK; a few functions do not need its headers.
 template <typename Function>
 Function* LoadedFunction(const char* name) {
   return reinterpret_cast<Function*>(dlsym(RTLD_DEFAULT, name));
@@ -22,7 +22,7 @@ void MoveListCursor(wxListBox& list, int item) {
   freePath(path);
 }
 
-// The widget with the focus lies within the one that wxWidgets calls the list's.
+// The focused widget is inside the one that wxWidgets returns as the handle of the list.
 void SetListName(wxListBox& list, const std::wstring& name) {
   static const auto accessibleOf = LoadedFunction<void*(void*)>("gtk_widget_get_accessible");
   static const auto setName = LoadedFunction<void(void*, const char*)>("atk_object_set_name");
@@ -39,8 +39,8 @@ void SetAccessibleName(wxWindow& window, const std::wstring& name) {
     setName(accessible, wxString(name).utf8_str());
 }
 
-// Some programs take HTML without a word about its bytes for Latin-1. wxGTK 3.2: wxHTMLDataObject writes one byte past
-// the end, which plain bytes under the same format do not; drop when 3.4 is the floor.
+// Some programs read HTML without a charset as Latin-1. wxGTK 3.2: wxHTMLDataObject writes one byte past the end, so
+// this is a custom object with the same format; drop when 3.4 is the floor.
 std::unique_ptr<wxDataObjectSimple> HtmlForClipboard(const std::string& html) {
   const std::string told = "<meta http-equiv=\"content-type\" content=\"text/html; charset=utf-8\">" + html;
   auto data = std::make_unique<wxCustomDataObject>(wxDataFormat(wxDF_HTML));
@@ -48,5 +48,5 @@ std::unique_ptr<wxDataObjectSimple> HtmlForClipboard(const std::string& html) {
   return data;
 }
 
-// The desktop's clipboard manager does so, where one runs. To hand over to it at once would serve events within a copy.
+// The clipboard manager of the desktop does this, if one runs. Flushing would process events during a copy.
 void KeepClipboardAfterEnd() {}

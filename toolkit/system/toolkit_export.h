@@ -1,4 +1,4 @@
-// What the toolkit's library shows to the terminal and to the module.
+// TOOLKIT_EXPORT marks what the toolkit's library exports to the terminal and the module.
 #pragma once
 
 #include "platform/modules.h"
