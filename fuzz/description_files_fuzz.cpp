@@ -8,7 +8,7 @@
 
 namespace {
 
-// The lines of a file cut at commas, character by character; a return before a line's end is none of it.
+// The lines of a file cut at commas, character by character, without the return before a line end.
 std::vector<std::vector<std::string>> PartsOfLines(std::string_view text) {
   std::vector<std::vector<std::string>> lines(1, {""});
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -43,7 +43,7 @@ DescriptionList SlowBookExport(std::string_view text) {
   return entries;
 }
 
-// What the names that are no columns write for the sample trade.
+// What the names that are not columns write for the sample trade.
 std::string SlowNamedField(const std::string& name, bool isCash) {
   if (name == "Security name") return "ABCD 2450.5 CE           ,";
   if (name == "Book Type") return isCash ? "0 ,3 ," : "2 ,SL ,";

@@ -47,7 +47,7 @@ struct GridHost {
 
 class CVELDSGridCtrl : public CQORPGridCtrl {
  public:
-  // The type code stands for the grid's name in titles: grid_folders.h. The grid name is its node and folder, the
+  // The type code stands for the grid's name in titles: grid_types.h. The grid name is its node and folder, the
   // profile name the root of its file.
   CVELDSGridCtrl(int gridTypeCode, const std::string& gridName, const std::wstring& profileName, const GridHost& host);
 

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "grid_base/settings/grid_folders.h"
+#include "grid_base/settings/grid_types.h"
 #include "grid_base/windows/base_grid.h"
 
 namespace {

@@ -141,7 +141,7 @@ TEST_F(XmlSettingsFile, KeepsTheTreeInAFile) {
   settings.CreatePath(L"A");
   settings.Write(L"B", std::wstring(L"line\nbreak"));
   ASSERT_TRUE(settings.SaveToFile(file));
-  EXPECT_EQ(BytesOf(file), "<ColumnProfile>\r\n<A>\r\n<B>\"line\r\nbreak\"</B>\r\n</A>\r\n</ColumnProfile>\r\n");
+  EXPECT_EQ(ReadFile(file), "<ColumnProfile>\r\n<A>\r\n<B>\"line\r\nbreak\"</B>\r\n</A>\r\n</ColumnProfile>\r\n");
   CVELDPXMLSettings loaded;
   ASSERT_TRUE(loaded.LoadFromFile(file));
   EXPECT_EQ(loaded.UserRoot().Name, L"ColumnProfile");

@@ -154,7 +154,7 @@ TEST(TradeCacheTest, KeepsWhatEarlierAmendmentsLeft) {
   expected.ProductType = 3;
   expected.Quantity = 80;
   std::strcpy(expected.ExchangeOrderNo, "order 2");
-  // A shorter text ends with its NUL; what stood behind stays.
+  // A shorter text ends with its NUL; the bytes after it stay.
   std::memcpy(expected.ClientID, "other\0", 6);
   EXPECT_TRUE(BytesOfValue(*live.Find(8)) == BytesOfValue(expected));
   // The known trade 1 replaces all of it.

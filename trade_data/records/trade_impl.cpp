@@ -8,8 +8,7 @@
 
 namespace {
 
-// Intentional: values of unknown tags are not skipped, unlike in every other section; a field inside one counts, and
-// terminals depend on it.
+// Intentional: values of unknown tags are not skipped, unlike in every other section, so a field inside one is read.
 constexpr SectionRules kTradeKeySection{true, false};
 
 // The order of the fields on the wire. The decoders do not depend on it, but stored files and other readers do.
