@@ -56,7 +56,7 @@ class CQORString {
   //   ##        one #                        #i #l #s #t   signed, 32, 64, 16 and 8 bits
   //   #C #W #c  narrow text, wide text       #I #L #S #T   unsigned, 32, 64, 16 and 8 bits; #Z is #L
   //             through the code page, char  #D #d #F #f   double and float, two decimals or as many as the digit
-  //                                                        behind the letter says, 0 to 8; 9 writes nothing
+  //                                                        after the letter says, 0 to 8; 9 writes nothing
   // False at the first unknown directive, missing argument, argument of another kind or failed growth; what comes
   // before it is appended. Surplus arguments are ignored.
   template <typename... Values>

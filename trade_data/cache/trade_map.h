@@ -105,7 +105,7 @@ class TradeNumberMap {
   std::size_t Size() const noexcept { return Records.size(); }
   void Clear() noexcept { Records.clear(); }
 
-  // The newest trade. Requires: not empty.
+  // The newest trade. Requires a record.
   TradeRecord* LowestRecord() const noexcept { return Records.back(); }
   void RemoveLowest() noexcept { Records.pop_back(); }
 
