@@ -1,6 +1,5 @@
-// Runs the benchmarks and prints, for each figure that the project holds itself to, what was measured beside its floor
-// or peer of the same run. A figure that is missed is marked; the program's exit code does not depend on it, as
-// machines are noisy and this is no test.
+// Runs the benchmarks and prints each figure with its limit, together with a lower bound or another program measured in
+// the same run. Missed limits are marked but do not change the exit code, because machines are noisy.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
@@ -10,7 +9,7 @@
 
 namespace {
 
-// Median processor time of one item, in nanoseconds, and the counter of bytes a trade, by benchmark name.
+// The median processor time of one item and the bytes per trade, by benchmark name.
 struct Measured {
   double NanosecondsPerItem = 0;
   double BytesPerTrade = 0;
@@ -34,7 +33,7 @@ class MedianCollector : public benchmark::ConsoleReporter {
   Results Medians;
 };
 
-// Name against Beside must be a ratio of at most Limit, or, where AtLeast is set, of at least that.
+// The limit of the ratio of Name to Beside: an upper one, or with AtLeast a lower one.
 struct Figure {
   const char* What;
   const char* Name;
@@ -70,7 +69,7 @@ constexpr double kMostBytesPerTrade = 975;
 constexpr double kBeatMs = 250;
 constexpr const char* kBeatOfTenBooks = "TenBooksOnScreen/1250/iterations:40/repeats:3";
 
-// Name must take at most that long, however long Beside takes.
+// The limit of the time of Name; Beside is only printed.
 struct TimeLimit {
   const char* What;
   const char* Name;

@@ -1,6 +1,5 @@
-// What a dealer does in a book of a million trades: a letter typed into the filter bar, a click on a header, the copy
-// of as many rows as may be copied, columns sized to their texts. Processor time. Needs a display; without one these
-// figures are left out.
+// Commands in a book of a million trades: a letter in the filter bar, a header click, the largest copy, "Size To Fit".
+// Measures processor time. Skipped without a display.
 #include <benchmark/benchmark.h>
 #include <wx/dcclient.h>
 #include <wx/textctrl.h>
@@ -18,7 +17,7 @@ namespace {
 constexpr int kSymbol = 12, kPrice = 20;
 constexpr int kMeasuredRows = 1000;
 
-// One day for all of these figures; null without a display.
+// One day for all figures here; null without a display.
 DayOfBooks* OpenDay(benchmark::State& state) {
   static std::unique_ptr<DayOfBooks> day;
   if (!StartWindows()) {
@@ -52,7 +51,7 @@ void TypeFilterLetter(benchmark::State& state) {
 }
 BENCHMARK(TypeFilterLetter)->Iterations(10)->Unit(benchmark::kMillisecond);
 
-// A click that sorts by price; the one that goes back is not counted.
+// A click that sorts by price; the click that ends the sort is not measured.
 void ClickHeader(benchmark::State& state) {
   DayOfBooks* day = OpenDay(state);
   if (day == nullptr) return;
@@ -71,7 +70,7 @@ void ClickHeader(benchmark::State& state) {
 }
 BENCHMARK(ClickHeader)->Iterations(10)->Unit(benchmark::kMillisecond);
 
-// The first rows of the newest book, as many as may be copied.
+// The first rows of the newest book, as many as a copy may have.
 void SelectMost(CTradeBookGrid& grid) {
   grid.ShowAllColumns();
   grid.SetCurSel(kMostCopiedRows - 1);
@@ -95,7 +94,7 @@ void CopyMostRows(benchmark::State& state) {
 }
 BENCHMARK(CopyMostRows)->Iterations(5)->Unit(benchmark::kMillisecond);
 
-// The texts of the same cells alone.
+// Only the texts of the same cells.
 void ShowMostRows(benchmark::State& state) {
   DayOfBooks* day = OpenDay(state);
   if (day == nullptr) return;
@@ -122,7 +121,7 @@ void SizeToFit(benchmark::State& state) {
 }
 BENCHMARK(SizeToFit)->Iterations(1)->Unit(benchmark::kMillisecond);
 
-// What measuring costs: a thousandth of the rows.
+// The cost of measuring, with a thousandth of the rows.
 void MeasureThousandRows(benchmark::State& state) {
   DayOfBooks* day = OpenDay(state);
   if (day == nullptr) return;

@@ -1,6 +1,5 @@
-// Real books on the screen: their repaint, the beat that brings them up to date, a day's rush into ten of them, and the
-// opening of one. Counted is processor time: waits for the screen's beat and the window manager are none. Needs a
-// display; without one these figures are left out.
+// Real books on the screen: repaint, refresh beat, many trades into ten books, opening a book. Measures processor time,
+// so that waits for screen and window manager do not count. Skipped without a display.
 #include <benchmark/benchmark.h>
 #include <wx/dcmemory.h>
 #include <wx/frame.h>
@@ -21,7 +20,7 @@ constexpr std::size_t kNewTrades = 1000;
 constexpr std::size_t kBooks = 10;
 constexpr int kBeats = 40;  // ten seconds
 
-// The day is kept from one figure to the next: a million trades take seconds. Null without a display.
+// Kept from one figure to the next, because a million trades take seconds. Null without a display.
 DayOfBooks* DayOf(benchmark::State& state, std::size_t trades) {
   static std::unique_ptr<DayOfBooks> day;
   if (!StartWindows()) {
@@ -52,7 +51,7 @@ void RepaintBook(benchmark::State& state) {
     cells = 0;
     day->Paint();
   }
-  // The system may ask for a row more than it shows.
+  // The system may request one row more than it shows.
   if (cells < kRowsInView * kColumns || cells > (kRowsInView + 1) * kColumns)
     state.SkipWithError("other cells were painted than those in view");
   day->CloseBooks();
@@ -60,7 +59,7 @@ void RepaintBook(benchmark::State& state) {
 }
 BENCHMARK(RepaintBook)->Arg(1000)->Arg(kMillion)->Iterations(40)->Unit(benchmark::kMillisecond);
 
-// The texts of such a book alone, drawn by the same library.
+// Only the texts of such a book, drawn by the same library.
 void DrawBookTexts(benchmark::State& state) {
   DayOfBooks* day = DayOf(state, kMillion);
   if (day == nullptr) return;
@@ -83,7 +82,7 @@ void DrawBookTexts(benchmark::State& state) {
 }
 BENCHMARK(DrawBookTexts)->Iterations(40)->Unit(benchmark::kMillisecond);
 
-// From the command until the book stands painted on the screen.
+// From the command until the book is painted.
 void OpenBookWindow(benchmark::State& state) {
   DayOfBooks* day = DayOf(state, kMillion);
   if (day == nullptr) return;
@@ -101,7 +100,7 @@ void OpenBookWindow(benchmark::State& state) {
 }
 BENCHMARK(OpenBookWindow)->Iterations(10)->Unit(benchmark::kMillisecond);
 
-// A window of that size with nothing in it.
+// An empty window of that size.
 void OpenEmptyWindow(benchmark::State& state) {
   if (!StartWindows()) {
     state.SkipWithError("there is no display");
@@ -123,7 +122,7 @@ void OpenEmptyWindow(benchmark::State& state) {
 }
 BENCHMARK(OpenEmptyWindow)->Iterations(10)->Unit(benchmark::kMillisecond);
 
-// Ten books as they open; at each beat so many trades have come in, are taken by all of them and painted.
+// Ten new books; at each beat that many trades have arrived in all of them and are painted.
 void TenBooksOnScreen(benchmark::State& state) {
   DayOfBooks* day = DayOf(state, kMillion);
   if (day == nullptr) return;
@@ -143,7 +142,7 @@ void TenBooksOnScreen(benchmark::State& state) {
 }
 BENCHMARK(TenBooksOnScreen)->Arg(0)->Arg(1250)->Iterations(kBeats)->Repetitions(3)->Unit(benchmark::kMillisecond);
 
-// The beat without the painting that it asks for, a thousand trades after the last one, with the book scrolled down.
+// The beat without its repaint, a thousand trades after the last one, with the book scrolled down.
 void BeatOfBook(benchmark::State& state) {
   const auto trades = static_cast<std::size_t>(state.range(0));
   DayOfBooks* day = DayOf(state, trades);

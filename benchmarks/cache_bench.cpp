@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "benchmarks/process_memory.h"
+#include "benchmarks/bench_process.h"
 #include "benchmarks/sample_messages.h"
 #include "trade_data/cache/trade_cache.h"
 
@@ -21,14 +21,14 @@ void PlayDownload(TradeCache& cache, const std::uint8_t* messages, std::size_t c
   cache.OnDownloadEnd();
 }
 
-// A million trades, in caches of the given size that all stay: whatever the size, the messages come from the same
-// memory and the records go into as much fresh memory, so that only the size of the maps differs.
+// A million trades in caches of the given size, all kept: any size reads the same messages and fills as much fresh
+// memory, so that only the size of the maps differs.
 void Download(benchmark::State& state) {
   const auto size = static_cast<std::size_t>(state.range(0));
   const std::vector<std::uint8_t>& messages = SampleMessages(kTrades, 8111);
   CQORTradeImpl decoder;
   const TradeBooks noBooks;
-  double bytesPerTrade = 0;  // of the first run: later ones reuse what the allocator kept
+  double bytesPerTrade = 0;  // of the first run; later runs reuse memory of the allocator
   for (auto _ : state) {
     state.PauseTiming();
     std::vector<std::unique_ptr<TradeCache>> caches;

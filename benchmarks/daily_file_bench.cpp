@@ -1,69 +1,32 @@
-// Live trades with the daily file on, beside writing the same lines with one call of the system each.
+// Live trades with the daily file on, compared with one system call per line.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <stdexcept>
 #include <string>
 
+#include "benchmarks/bench_process.h"
 #include "benchmarks/sample_messages.h"
 #include "trade_data/cache/trade_cache.h"
 
 namespace {
 
 constexpr std::size_t kTrades = 100'000;
-constexpr const char* kAllColumns[] = {"Server",
-                                       "UserID",
-                                       "VELDTradeID",
-                                       "VELDOrderID",
-                                       "OrderID",
-                                       "ExchangeOrderID",
-                                       "ExchangeTradeID",
-                                       "OrderTime",
-                                       "ExchangeOrderTime",
-                                       "ExchangeTradeTime",
-                                       "Exchange",
-                                       "SecurityID",
-                                       "Symbol",
-                                       "ExpiryDate",
-                                       "SecurityType",
-                                       "Side",
-                                       "OrderType",
-                                       "Quantity",
-                                       "PendingQuantity",
-                                       "Price",
-                                       "StrikePrice",
-                                       "CTCLId",
-                                       "ClientID",
-                                       "ReferenceText",
-                                       "MemberID",
-                                       "StrategyID",
-                                       "OptionType",
-                                       "ProductType",
-                                       "OpenClose",
-                                       "ManagerID",
-                                       "Pancard",
-                                       "TerminalInfo",
-                                       "Multiplier",
-                                       "AlgoID"};
-static_assert(std::size(kAllColumns) == 34);
+constexpr const char* kHeaderFile =
+    "Server\nUserID\nVELDTradeID\nVELDOrderID\nOrderID\nExchangeOrderID\nExchangeTradeID\nOrderTime\nExchangeOrderTime"
+    "\n"
+    "ExchangeTradeTime\nExchange\nSecurityID\nSymbol\nExpiryDate\nSecurityType\nSide\nOrderType\nQuantity\n"
+    "PendingQuantity\nPrice\nStrikePrice\nCTCLId\nClientID\nReferenceText\nMemberID\nStrategyID\nOptionType\n"
+    "ProductType\nOpenClose\nManagerID\nPancard\nTerminalInfo\nMultiplier\nAlgoID\n";
 
-// A working folder of its own, gone with the program.
-class BenchFolder {
- public:
-  BenchFolder() : Path(std::filesystem::temp_directory_path() / ("tradebook_bench_" + std::to_string(getpid()))) {
-    std::filesystem::create_directories(Path);
-    std::ofstream names(Path / "TradeHeaderFile.txt");
-    for (const char* name : kAllColumns) names << name << '\n';
-  }
-  ~BenchFolder() { std::filesystem::remove_all(Path); }
-  const std::filesystem::path Path;
-};
-
+// Has a header file with all 34 columns.
 const std::filesystem::path& Folder() {
-  static const BenchFolder folder;
+  static const BenchFolder folder("bench_");
+  static const bool written = static_cast<bool>(std::ofstream(folder.Path / "TradeHeaderFile.txt") << kHeaderFile);
+  if (!written) throw std::runtime_error("the header file cannot be written");
   return folder.Path;
 }
 
@@ -76,7 +39,7 @@ void PlayLive(TradeCache& cache) {
   }
 }
 
-// The lines that the live trades leave in the daily file.
+// The lines of the live trades in the daily file.
 std::vector<std::string> DailyLines() {
   CQORTradeImpl decoder;
   const TradeBooks noBooks;

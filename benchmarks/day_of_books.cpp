@@ -13,7 +13,7 @@ namespace {
 constexpr double kMostGrowth = 1.5;
 constexpr int kRoundsToFit = 50;
 
-// All of the terminal that a book needs.
+// The functions of the terminal that a book needs.
 std::uint32_t GiveBarId(const char*, const char*) {
   static std::uint32_t last = 0;
   return ++last;

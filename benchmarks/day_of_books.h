@@ -1,6 +1,5 @@
-// DayOfBooks: real books on the screen over a day of many trades: a terminal's frame, the plug-in's objects behind it,
-// and trades that come in as messages. Not a figure: book_windows_bench.cpp. Needs StartWindows(). Used on the one
-// thread of the program.
+// DayOfBooks: real books on the screen over a day of many trades: the frame of a terminal, the objects of the plug-in,
+// and trades as messages. Requires StartWindows().
 #pragma once
 
 #include <wx/eventfilter.h>
@@ -14,7 +13,7 @@
 #include "book_windows/windows/trade_book_bar.h"
 #include "toolkit/bars/frame.h"
 
-// Which windows have been painted. wxWidgets 3.2 does not stand handlers that come and go.
+// Records the painted windows. A global filter, because wxWidgets 3.2 fails with handlers that come and go.
 class PaintWatch : public wxEventFilter {
  public:
   PaintWatch() { wxEvtHandler::AddFilter(this); }
@@ -28,7 +27,7 @@ class PaintWatch : public wxEventFilter {
   std::set<const wxObject*> Painted;
 };
 
-// While it lives the current folder is an empty one of its own: books keep their settings there.
+// Makes an empty folder current, for the settings of books, and restores the former one.
 class OwnFolder {
  public:
   OwnFolder();
@@ -50,22 +49,22 @@ class DayOfBooks {
   DayOfBooks& operator=(const DayOfBooks&) = delete;
 
   std::size_t Count() const { return State.TradeStore.TradeNumbers.All().size(); }
-  // The day was made for that many trades, and has not become much longer since.
+  // The day was created for that many trades and is not much longer now.
   bool Fits(std::size_t trades) const;
-  // Down to the trades that it was made for.
+  // Returns to the trades that it was created with.
   void BeginAnew();
 
-  // The messages of so many trades that the day does not have yet.
+  // The messages of that many new trades.
   Messages NewTrades(std::size_t count);
   void Play(const Messages& messages);
 
   CTradeBookBar& NewestBook() { return *List.BarsById.rbegin()->second; }
   void OpenBooks(std::size_t count);
   void CloseBooks();
-  // So many columns and rows in view in the newest book.
+  // Resizes the newest book to that many columns and rows in view.
   void FitNewestBook(int columns, int rows);
 
-  // These return when the rows of every book have been painted: as they are, or after a beat.
+  // Return after the rows of every book are painted: now, or after a beat.
   void Paint();
   void PaintBeat();
 

@@ -1,6 +1,5 @@
-// Exports of a million trades: the CSV of all columns beside the SQLite shell writing the same columns, and the two
-// exchange trade files; each beside writing the same bytes in blocks of the same size. All times are of the clock, as
-// most of them is the system's.
+// Exports of a million trades: the CSV of all columns, compared with the SQLite shell, and the two exchange trade
+// files; each compared with writing the same bytes in blocks. Measures real time, because the system takes most of it.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <unistd.h>
@@ -9,9 +8,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 
+#include "benchmarks/bench_process.h"
 #include "benchmarks/million_trades.h"
 #include "benchmarks/sqlite_peer.h"
 #include "grid_ops/columns/trade_columns.h"
@@ -28,19 +27,8 @@ constexpr const char* kLayout =
     "OptionType\r\nStrikePrice\r\nExpiryDate\r\nUserID\r\nBranch No\r\nSide\r\nQuantity\r\nPrice\r\nPro/Client\r\n"
     "ClientID\r\nMemberID\r\nOpenClose\r\nExchangeTradeTime";
 
-// A folder of its own with a layout of twenty fields, gone with the program.
-class BenchFolder {
- public:
-  BenchFolder() : Path(fs::temp_directory_path() / ("tradebook_export_bench_" + std::to_string(getpid()))) {
-    fs::create_directories(Path);
-    std::ofstream(Path / "EXCHANGETRADEFORMAT.TXT", std::ios::binary) << kLayout;
-  }
-  ~BenchFolder() { fs::remove_all(Path); }
-  const fs::path Path;
-};
-
 const fs::path& Folder() {
-  static const BenchFolder folder;
+  static const BenchFolder folder("export_bench_");
   return folder.Path;
 }
 
@@ -51,7 +39,7 @@ GridColumns AllColumns() {
   return columns;
 }
 
-// Runs the export with the time of removing what it made left out, and says how large that was.
+// Runs the export and counts its megabytes; the removal of its files is not measured.
 template <typename Export>
 void MeasureExport(benchmark::State& state, const fs::path& made, Export run) {
   for (auto _ : state) {
@@ -75,14 +63,8 @@ void ExportAllColumns(const fs::path& file) {
 void ExportExchangeFiles() {
   static const GridColumns columns = AllColumns();
   static const PriceDivisors noDivisors;
+  std::ofstream(Folder() / "EXCHANGETRADEFORMAT.TXT", std::ios::binary) << kLayout;
   WriteExchangeTradeFiles({columns, MillionTrades().LiveTrades, noDivisors, Folder(), {}, 0});
-}
-
-std::string BytesOf(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  std::string bytes(fs::file_size(file), '\0');
-  stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  return bytes;
 }
 
 void WriteBlocks(benchmark::State& state, const fs::path& path, const std::string& bytes) {

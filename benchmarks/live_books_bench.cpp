@@ -1,5 +1,5 @@
-// What a live trade costs with ten books open, one of them sorted and one filtered, beside the same with none: decoded,
-// stored, offered to the books and added to their totals, without the daily file.
+// A live trade with ten open books, one of them sorted and one filtered, compared with no book: decoded, stored,
+// offered to the books and added to their totals, without the daily file.
 #include <benchmark/benchmark.h>
 
 #include <memory>

@@ -21,7 +21,7 @@ void Print(char (&field)[Size], const char* format, Values... values) {
   std::snprintf(field, Size, format, values...);
 }
 
-// A well-mixed number that follows from its place.
+// A well-mixed number, always the same for its index.
 std::uint32_t Mixed(std::uint32_t i) {
   i = (i ^ (i >> 16)) * 0x7FEB352Du;
   i = (i ^ (i >> 15)) * 0x846CA68Bu;

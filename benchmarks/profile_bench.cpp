@@ -1,31 +1,19 @@
-// The column profile of the trade grid: what a click on Save costs, and what opening a book costs, beside writing and
-// reading the same bytes.
+// Save and load of the column profile, compared with writing and reading the same bytes.
 #include <benchmark/benchmark.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 
+#include "benchmarks/bench_process.h"
 #include "foundations/text_tools.h"
 #include "grid_base/settings/column_profile.h"
 #include "grid_ops/columns/trade_columns.h"
 
 namespace {
 
-// A working folder of its own, gone with the program.
-class BenchFolder {
- public:
-  BenchFolder() : Path(std::filesystem::temp_directory_path() / ("tradebook_profile_" + std::to_string(getpid()))) {
-    std::filesystem::create_directories(Path);
-  }
-  ~BenchFolder() { std::filesystem::remove_all(Path); }
-  const std::filesystem::path Path;
-};
-
 const std::filesystem::path& Folder() {
-  static const BenchFolder folder;
+  static const BenchFolder folder("profile_");
   return folder.Path;
 }
 
@@ -60,18 +48,13 @@ void SaveAndLoadProfile(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations());
 }
 
-std::string ReadBytes(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
 void WriteAndReadSameBytes(benchmark::State& state) {
   SaveProfile();
-  const std::string bytes = ReadBytes(Folder() / "ColumnProfile" / "Trade Book" / "ColumnProfile.xml");
+  const std::string bytes = BytesOf(Folder() / "ColumnProfile" / "Trade Book" / "ColumnProfile.xml");
   const std::filesystem::path path = Folder() / "same_bytes.xml";
   for (auto _ : state) {
     std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (ReadBytes(path) != bytes) state.SkipWithError("the bytes did not come back");
+    if (BytesOf(path) != bytes) state.SkipWithError("the bytes did not come back");
   }
   state.SetItemsProcessed(state.iterations());
 }

@@ -6,8 +6,8 @@
 
 namespace {
 
-// The body's fields as tag=value: the same texts and numbers as the sample trade message carries, under the standard's
-// tags where it has one and user-defined tags where it has none.
+// The body as tag=value, with the texts and numbers of the sample trade message under standard tags, or user-defined
+// tags if there is none.
 std::string ReportBody(unsigned i) {
   char body[1024];
   std::snprintf(

@@ -1,4 +1,4 @@
-// QuickFIX as the peer of the decoder: FIX 4.4 execution reports with the fields of a sample trade.
+// QuickFIX, to compare with the decoder: FIX 4.4 execution reports with the fields of a sample trade.
 #pragma once
 
 #include <cstddef>
@@ -7,9 +7,9 @@
 
 class FixReports {
  public:
-  // Reports 0 to count - 1, every one a different trade.
+  // Reports 0 to count - 1, each of a different trade.
   explicit FixReports(std::size_t count);
-  // Parses report i into a message of its own and counts its fields, header and trailer included.
+  // Parses report i into a new message and counts its fields with header and trailer.
   std::size_t ParseAndCountFields(std::size_t i) const;
 
  private:

@@ -1,5 +1,5 @@
-// Repaint of the toolkit's grid: 45 rows of 20 columns on the screen, of a thousand rows and of a million. Counted is
-// processor time: the wait for the screen's beat is none. Needs a display; without one these figures are left out.
+// Repaint of the toolkit's grid: 45 rows of 20 columns on the screen, of a thousand rows and of a million. Measures
+// processor time, so that waits for the screen do not count. Skipped without a display.
 #include <benchmark/benchmark.h>
 #include <wx/dcmemory.h>
 #include <wx/frame.h>
@@ -16,7 +16,7 @@ constexpr int kRowsInView = 45;
 constexpr int kColumns = 20;
 constexpr int kColumnWidth = 70;
 
-// As long for any row, so that the number of rows plays no part in it.
+// Of the same length for any row, so that the number of rows has no effect.
 std::wstring CellText(int row, int column) {
   return std::to_wstring(100'000 + (row * 37 + column * 101) % 100'000);
 }
@@ -51,7 +51,7 @@ class GridOnScreen {
   GridOnScreen(const GridOnScreen&) = delete;
   GridOnScreen& operator=(const GridOnScreen&) = delete;
 
-  // The cells that were painted.
+  // The painted cells.
   int Repaint() {
     CellsAsked = 0;
     Painted = false;
@@ -61,7 +61,7 @@ class GridOnScreen {
   }
 
  private:
-  // Gives the rows' window the size of the cells that are to be in view; the last row is cut by nothing.
+  // Sizes the window of the rows to the cells in view; the last row is whole.
   void Fit(int rows) {
     for (int round = 0; round < 50; ++round) {
       const wxSize wanted(kColumns * kColumnWidth, kRowsInView * std::max(Grid->CellRect(0, 0).height, 1));
@@ -87,14 +87,14 @@ void RepaintGrid(benchmark::State& state) {
   GridOnScreen screen(static_cast<int>(state.range(0)));
   int cells = 0;
   for (auto _ : state) cells = screen.Repaint();
-  // The system may ask for a row more than it shows.
+  // The system may request one row more than it shows.
   if (cells < kRowsInView * kColumns || cells > (kRowsInView + 1) * kColumns)
     state.SkipWithError("other cells were painted than those in view");
   state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(RepaintGrid)->Arg(1000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
-// The texts alone, drawn by the same library.
+// Only the texts, drawn by the same library.
 void DrawTexts(benchmark::State& state) {
   if (!StartWindows()) {
     state.SkipWithError("there is no display");

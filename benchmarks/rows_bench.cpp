@@ -1,5 +1,5 @@
-// Filter, sort and totals of a book at a million trades, beside the same in SQLite and beside a walk that only touches
-// the fields in question.
+// Filter, sort and totals of a book of a million trades, compared with SQLite and with a walk that only reads the
+// fields.
 #include <benchmark/benchmark.h>
 
 #include "benchmarks/million_trades.h"
@@ -17,7 +17,7 @@ BookRows& Book() {
   return book;
 }
 
-// An item is one walk over the whole book.
+// An item is a walk over the whole book.
 void SetWalks(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations());
 }
@@ -53,7 +53,7 @@ void AskSqlite(benchmark::State& state, const char* query) {
   SetWalks(state);
 }
 
-// The floor of a filter and of a sort: every record's field is touched once, fetched ahead.
+// The lower bound of filter and sort: reads the field of each record once, prefetched.
 void WalkField(benchmark::State& state, const ColumnField& field) {
   const std::vector<TradeRecord*>& trades = MillionTrades().TradeNumbers.All();
   std::uint64_t sum = 0;
@@ -83,8 +83,8 @@ void RecountTotals(benchmark::State& state) {
   SetWalks(state);
 }
 
-// The rows around one at the beginning, in the middle or at the end: a thousand of them, as the place of a record
-// within its page tells on the copy.
+// A thousand rows at the beginning, in the middle or at the end, because the place of a record in its page affects the
+// copy.
 void CopyRecord(benchmark::State& state, std::size_t firstRow) {
   constexpr std::size_t kAround = 1000;
   BookRows& book = Book();

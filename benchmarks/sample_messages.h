@@ -1,4 +1,4 @@
-// Trade messages to measure with: 450 bytes, 44 fields, every one a different trade, one behind the other in memory.
+// Trade messages for benchmarks: 450 bytes, 44 fields, each of a different trade, consecutive in memory.
 #pragma once
 
 #include <cstddef>
@@ -11,13 +11,13 @@
 inline constexpr std::size_t kSampleMessageSize = 450;
 inline constexpr std::size_t kSampleFieldCount = 44;
 
-// The record that message i carries.
+// The record of message i.
 TradeRecord SampleRecord(std::uint32_t i);
 
-// Messages 0 to count - 1 with that message number. The same count and number give the same memory again.
+// Messages 0 to count - 1 with that message number. The same arguments return the same memory.
 const std::vector<std::uint8_t>& SampleMessages(std::size_t count, std::uint16_t messageNumber);
 
-// A reader that stands where the terminal hands it over: header parsed, behind tag 10002.
+// Puts a reader where the terminal passes it on: header parsed, after tag 10002.
 inline void OpenSample(CQORPacketReader& reader, std::uint16_t messageNumber) noexcept {
   reader.MessageNumber = messageNumber;
   reader.Tag = 10002;

@@ -40,8 +40,9 @@ void Bind(sqlite3_stmt* insert, int at, const TradeRecord& record, const ColumnF
   } else if (field.Form == Kind::Double) {
     sqlite3_bind_double(insert, at, FieldAs<double>(record, field));
   } else {
-    CellScratch scratch;
-    const std::string_view text = FieldText("Default", record, field, scratch);
+    const std::string_view text = field.Form == Kind::Text     ? TextOfField(record, field)
+                                  : field.Form == Kind::Server ? "Default"
+                                                               : CodeName(record, field.Form);
     sqlite3_bind_text(insert, at, text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
   }
 }

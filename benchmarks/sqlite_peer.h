@@ -1,4 +1,4 @@
-// The peer of filter, sort, totals and export: the same million trades as a table of 37 columns in SQLite, in memory.
+// SQLite, to compare with filter, sort, totals and export: the same million trades in a table of 37 columns, in memory.
 #pragma once
 
 #include <cstddef>
@@ -7,12 +7,12 @@
 
 class SqlitePeer {
  public:
-  // The table, made once.
+  // The table, created once.
   static SqlitePeer& Get();
 
-  // Steps through the query and takes the first column of every row, a row number, into memory; the count of rows.
+  // Runs the query, stores the first column of every row, a row number, and returns the count of rows.
   std::size_t TakeRows(const std::string& query);
-  // The database as a file, for the command-line shell.
+  // Saves the database for the command-line shell.
   void SaveTo(const std::filesystem::path& file);
 
  private:

@@ -1,6 +1,6 @@
 # `cmake --install` and the target `archive`: one folder that may lie anywhere, packed as .tar.gz for Linux and as .zip
 # for Windows. bin/ has the programs with all that they look for beside themselves, doc/ the pages and the licences.
-set(package_licences libsimpleini-dev)
+set(package_licences libcli11-dev libsimpleini-dev)
 if(WIN32)
   list(APPEND package_licences wx3.2-headers gcc-mingw-w64-x86-64-posix-runtime mingw-w64-x86-64-dev libz-mingw-w64-dev)
 endif()

@@ -78,7 +78,7 @@ bool CTradeBookGrid::ShowCell(int row, int column, CQORPGridCell& cell) const {
   if (column < 0) return true;
   TradeRecord record;
   if (row < 0 || !Rows.GetRecordCopy(static_cast<std::size_t>(row), record)) return false;
-  cell.Text = TextOfCell(TradeCellValue(List.State().TradeStore.ServerName, record, column));
+  SetShownText(cell.Text, List.State().TradeStore.ServerName, record, column);
   const GridSettings& colors = Properties.Settings;
   if (record.Side == kBuy) cell.Background = colors.BuyColor, cell.TextColor = colors.FontBuyColor;
   if (record.Side == kSell) cell.Background = colors.SellColor, cell.TextColor = colors.FontSellColor;

@@ -3,12 +3,13 @@
 #include <wx/clipbrd.h>
 #include <wx/dataobj.h>
 
-#include <memory>
+#include <utility>
 
 #include "foundations/paths.h"
 #include "grid_base/windows/field_choose.h"
 #include "host_link/messages/packet_reader.h"
 #include "toolkit/dialogs/dialog.h"
+#include "toolkit/system/make_child.h"
 
 CVELDSGridCtrl::CVELDSGridCtrl(int gridTypeCode, const std::string& gridName, const std::wstring& profileName,
                                const GridHost& host)
@@ -161,9 +162,9 @@ void PrivateClipboard::Commit() {
   const std::vector<std::uint8_t> bytes = std::exchange(Collected, {});
   const wxClipboardLocker clipboard;
   if (!clipboard) return;
-  auto data = std::make_unique<wxCustomDataObject>(wxDataFormat(kFormatName));
-  data->SetData(bytes.size(), bytes.data());
-  wxTheClipboard->SetData(data.release());
+  auto& data = MakeChild<wxCustomDataObject>(wxDataFormat(kFormatName));
+  data.SetData(bytes.size(), bytes.data());
+  wxTheClipboard->SetData(&data);
 }
 
 std::vector<std::uint8_t> PrivateClipboard::Take() {

@@ -3,10 +3,9 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
-#include <memory>
-
 #include "grid_base/settings/grid_types.h"
 #include "grid_base/windows/base_grid.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
@@ -27,12 +26,6 @@ constexpr int kListHeight = 140;
 constexpr int kMarginPx = 10;
 constexpr int kGapPx = 6;
 
-// A child window belongs to its parent, a sizer to its window.
-template <typename Control, typename... Arguments>
-Control* MakeChild(Arguments&&... arguments) {
-  return std::make_unique<Control>(std::forward<Arguments>(arguments)...).release();
-}
-
 }  // namespace
 
 bool CFieldChoose::CreateOverGrid() {
@@ -44,10 +37,10 @@ bool CFieldChoose::CreateOverGrid() {
 
 // In the order of the Tab key.
 void CFieldChoose::MakeControls() {
-  wxSizer* all = MakeChild<wxBoxSizer>(wxVERTICAL);
-  all->Add(MakeLists(), wxSizerFlags(1).Expand().Border(wxALL, kMarginPx));
-  all->Add(MakeEndButtons(), wxSizerFlags().Right().Border(wxLEFT | wxRIGHT | wxBOTTOM, kMarginPx));
-  SetSizer(all);
+  wxSizer& all = MakeChild<wxBoxSizer>(wxVERTICAL);
+  all.Add(MakeLists(), wxSizerFlags(1).Expand().Border(wxALL, kMarginPx));
+  all.Add(MakeEndButtons(), wxSizerFlags().Right().Border(wxLEFT | wxRIGHT | wxBOTTOM, kMarginPx));
+  SetSizer(&all);
   FitWindow();
   ShownList->OnCheckChange = [this] { Do(&FieldOrder::Hide); };
   HiddenList->OnCheckChange = [this] { Do(&FieldOrder::Show); };
@@ -55,28 +48,28 @@ void CFieldChoose::MakeControls() {
 }
 
 wxSizer* CFieldChoose::MakeLists() {
-  wxSizer* row = MakeChild<wxBoxSizer>(wxHORIZONTAL);
-  row->Add(MakeList(kShownList, L"Sho&wn columns", ShownList), wxSizerFlags(1).Expand());
-  row->Add(MakeMoveButtons(), wxSizerFlags().Centre().Border(wxLEFT | wxRIGHT, kGapPx));
-  row->Add(MakeList(kHiddenList, L"&Hidden columns", HiddenList), wxSizerFlags(1).Expand());
-  return row;
+  wxSizer& row = MakeChild<wxBoxSizer>(wxHORIZONTAL);
+  row.Add(MakeList(kShownList, L"Sho&wn columns", ShownList), wxSizerFlags(1).Expand());
+  row.Add(MakeMoveButtons(), wxSizerFlags().Centre().Border(wxLEFT | wxRIGHT, kGapPx));
+  row.Add(MakeList(kHiddenList, L"&Hidden columns", HiddenList), wxSizerFlags(1).Expand());
+  return &row;
 }
 
 wxSizer* CFieldChoose::MakeList(int id, const wchar_t* label, CQORPCheckListBox*& list) {
-  wxSizer* column = MakeChild<wxBoxSizer>(wxVERTICAL);
-  column->Add(MakeChild<wxStaticText>(this, wxID_ANY, label), wxSizerFlags().Border(wxBOTTOM, kGapPx));
-  list = MakeChild<CQORPCheckListBox>(this, id, wxControl::RemoveMnemonics(label).ToStdWstring());
+  wxSizer& column = MakeChild<wxBoxSizer>(wxVERTICAL);
+  column.Add(&MakeChild<wxStaticText>(this, wxID_ANY, label), wxSizerFlags().Border(wxBOTTOM, kGapPx));
+  list = &MakeChild<CQORPCheckListBox>(this, id, wxControl::RemoveMnemonics(label).ToStdWstring());
   list->SetMinSize(ConvertDialogToPixels(wxSize(kListWidth, kListHeight)));
-  column->Add(list, wxSizerFlags(1).Expand());
-  return column;
+  column.Add(list, wxSizerFlags(1).Expand());
+  return &column;
 }
 
 wxSizer* CFieldChoose::MakeMoveButtons() {
-  wxSizer* column = MakeChild<wxBoxSizer>(wxVERTICAL);
-  column->Add(MakeChild<CQORPButton>(this, kUp, L"&Up", [this] { Do(&FieldOrder::MoveUp); }),
-              wxSizerFlags().Border(wxBOTTOM, kGapPx));
-  column->Add(MakeChild<CQORPButton>(this, kDown, L"&Down", [this] { Do(&FieldOrder::MoveDown); }));
-  return column;
+  wxSizer& column = MakeChild<wxBoxSizer>(wxVERTICAL);
+  column.Add(&MakeChild<CQORPButton>(this, kUp, L"&Up", [this] { Do(&FieldOrder::MoveUp); }),
+             wxSizerFlags().Border(wxBOTTOM, kGapPx));
+  column.Add(&MakeChild<CQORPButton>(this, kDown, L"&Down", [this] { Do(&FieldOrder::MoveDown); }));
+  return &column;
 }
 
 wxSizer* CFieldChoose::MakeEndButtons() {
@@ -84,13 +77,13 @@ wxSizer* CFieldChoose::MakeEndButtons() {
     Grid.SaveColumnProfile();
     OnOK();
   };
-  wxSizer* row = MakeChild<wxBoxSizer>(wxHORIZONTAL);
-  row->Add(MakeChild<CQORPButton>(this, kSave, L"&Save", save));
-  OkButton = MakeChild<CQORPButton>(this, kOk, L"OK", [this] { OnOK(); });
-  row->Add(OkButton, wxSizerFlags().Border(wxLEFT, kGapPx));
-  row->Add(MakeChild<CQORPButton>(this, kCancel, L"Cancel", [this] { OnCancel(); }),
-           wxSizerFlags().Border(wxLEFT, kGapPx));
-  return row;
+  wxSizer& row = MakeChild<wxBoxSizer>(wxHORIZONTAL);
+  row.Add(&MakeChild<CQORPButton>(this, kSave, L"&Save", save));
+  OkButton = &MakeChild<CQORPButton>(this, kOk, L"OK", [this] { OnOK(); });
+  row.Add(OkButton, wxSizerFlags().Border(wxLEFT, kGapPx));
+  row.Add(&MakeChild<CQORPButton>(this, kCancel, L"Cancel", [this] { OnCancel(); }),
+          wxSizerFlags().Border(wxLEFT, kGapPx));
+  return &row;
 }
 
 void CFieldChoose::OnInitDialog() {

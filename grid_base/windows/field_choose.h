@@ -7,7 +7,6 @@
 #include "grid_base/windows/field_order.h"
 #include "toolkit/dialogs/controls.h"
 #include "toolkit/dialogs/dialog.h"
-#include "toolkit/grid/check_list_box.h"
 
 class CVELDSGridCtrl;
 

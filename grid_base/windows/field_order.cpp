@@ -4,7 +4,7 @@
 
 namespace {
 
-// Takes the selected item out; its successor, or the new last item, is selected then.
+// Removes the selected item and selects its successor, or the new last item.
 std::wstring TakeSelected(CheckList& list) {
   const int selected = list.GetCurSel();
   std::wstring text = list.GetItemText(selected);
@@ -19,7 +19,7 @@ FieldOrder::FieldOrder(CQORPGridColumnsInfo& columns, const ColumnTable& table, 
     : Columns(columns), Table(table), Shown(shown), Unshown(hidden), SavedOrder(columns.GetColumnOrderArray()) {}
 
 void FieldOrder::Fill() {
-  std::map<int, std::wstring> shown;  // by order; the later of two equals stands
+  std::map<int, std::wstring> shown;  // by order; of two equals the later one counts
   for (int column = 0; column < Columns.GetColumnCount(); ++column) {
     const int order = Columns.GetColumnOrder(column);
     if (order == -1) {
@@ -27,7 +27,6 @@ void FieldOrder::Fill() {
       continue;
     }
     shown[order] = Columns.GetColumnName(column);
-    ++LastVisible;
   }
   for (const auto& [order, header] : shown) {
     Shown.InsertItem(order, header);
@@ -35,7 +34,7 @@ void FieldOrder::Fill() {
   }
 }
 
-// The list moves its item in any case; locked columns stand before the others in the grid whatever the list says.
+// The item moves in any case; in the grid, locked columns precede the others whatever the list says.
 bool FieldOrder::MoveBy(int by) {
   const int from = Shown.GetCurSel();
   const int to = from + by;
@@ -54,13 +53,12 @@ bool FieldOrder::Hide() {
   if (Shown.GetCurSel() < 0) return false;
   const std::wstring header = TakeSelected(Shown);
   const int bottom = Unshown.GetItemCount();
-  // The item comes in at the top and the check is cleared at the bottom: meant so.
+  // Intentional: inserts at the top, but clears the check at the bottom.
   Unshown.InsertItem(0, header);
   Unshown.SetCheck(bottom, false);
   const int column = FindColumn(header, Wanted::Visible);
   if (column < 0) return false;
   Columns.SetColumnVisible(column, false);
-  --LastVisible;
   return true;
 }
 
@@ -73,7 +71,7 @@ bool FieldOrder::Show() {
   const int column = FindColumn(header, Wanted::Hidden);
   if (column < 0) return false;
   Columns.SetColumnVisible(column, true);
-  Columns.SetColumnDisplayPos(++LastVisible, column);
+  Columns.SetColumnDisplayPos(Columns.GetColumnCount(), column);
   return true;
 }
 

@@ -1,7 +1,7 @@
-// FieldOrder: what the field chooser's commands do to its two lists and to the columns behind them.
+// FieldOrder: the commands of the field chooser on its two lists and on the columns of the grid.
 //
-// The lists hold headers. A header stands for the first column of the column table that bears it and fits the command,
-// so of two columns with one header the first is meant.
+// The lists hold headers. A header means the first column of the column table that has it and suits the command, so of
+// two columns with one header it is the first.
 #pragma once
 
 #include <map>
@@ -16,19 +16,19 @@ class FieldOrder {
  public:
   using ColumnTable = std::map<int, ColumnDefaults>;  // by column index
 
-  // Keeps references; the order at this moment is what Restore comes back to.
+  // Keeps references. Restore brings back the order that the columns have now.
   FieldOrder(CQORPGridColumnsInfo& columns, const ColumnTable& table, CheckList& shown, CheckList& hidden);
 
-  // Fills the empty lists: columns on show in display order and checked, the others by index and unchecked.
+  // Fills the empty lists: visible columns in display order and checked, hidden ones by index and unchecked.
   void Fill();
 
-  // On the selected item; true when the grid is to be laid out anew. Without a selection nothing changes. A moved item
-  // stays selected; after one that left a list, its successor there is selected.
+  // Act on the selected item; true if the grid needs a new layout. A no-op without a selection. A moved item stays
+  // selected; if it leaves its list, its successor is selected. A shown column follows all visible ones.
   bool MoveUp() { return MoveBy(-1); }
   bool MoveDown() { return MoveBy(1); }
   bool Hide();
   bool Show();
-  // The order alone: what was shown or hidden in the meantime stays so.
+  // Restores the order only, not which columns are visible.
   bool Restore();
 
  private:
@@ -40,6 +40,5 @@ class FieldOrder {
   const ColumnTable& Table;
   CheckList& Shown;
   CheckList& Unshown;
-  int LastVisible = -1;
   std::vector<int> SavedOrder;
 };

@@ -1,5 +1,5 @@
-// What a book's grid shows in a cell, and what the CSV exports print of it. Column indexes are those of kTradeColumns;
-// any other index is an empty cell.
+// The cells of a book: the value and text that the grid shows, filters and measures, and the text of a CSV cell.
+// Columns are indexes into kTradeColumns; the cell of any other index is empty.
 #pragma once
 
 #include <algorithm>
@@ -12,24 +12,27 @@
 #include "grid_ops/columns/trade_columns.h"
 #include "trade_data/daily_file/line_buffer.h"
 
-// Nothing, a whole number, a number, or text: the forms that a grid cell can have.
-using CellValue = std::variant<std::monostate, std::int32_t, double, std::wstring>;
+// Nothing, a whole number, a number, or text.
+using CellValue = std::variant<std::monostate, std::int32_t, double, std::string_view>;
 
-// The value that the grid shows. serverName is what the column "Server" shows.
-CellValue TradeCellValue(std::string_view serverName, const TradeRecord& record, int column);
+// The value of a grid cell. serverName is the cell of the column "Server"; texts are views of it or of the record.
+CellValue TradeCellValue(std::string_view serverName, const TradeRecord& record, int column) noexcept;
 
-// What the grid paints of that value, in single bytes, numbers printed into scratch, which must outlive the result.
+// The text of that value, the only one for painting, filtering and measuring. No allocation: a number is printed into
+// the scratch, any other text is a view as above.
 using CellScratch = char[kLongestFixed];
 std::string_view ShownText(std::string_view serverName, const TradeRecord& record, int column,
                            CellScratch& scratch) noexcept;
+// The same as wide text for a window. Reuses the memory of the text.
+void SetShownText(std::wstring& text, std::string_view serverName, const TradeRecord& record, int column);
 
-// The text of a CSV cell. dateFormat is a pattern of foundations/date_time.h for the column "ExchangeTradeTime" alone,
-// printed in local time; empty leaves the time as it is stored.
+// The text of a CSV cell. dateFormat is a pattern of foundations/date_time.h, in local time, for the column
+// "ExchangeTradeTime" alone; empty leaves the time as stored.
 std::string TradeCellText(std::string_view server, const TradeRecord& record, int column,
                           const std::string& dateFormat);
 
-// The same without a date format, printed to a place that has room for LongestTradeCell characters: returns its end.
-// Files of a million trades ask once for the printer of each column. An index that is no column prints nothing.
+// Prints a CSV cell without a date format and returns the end. Requires room for LongestTradeCell characters. A writer
+// of many lines gets the printer of each column once; the printer of an unknown column prints nothing.
 using CellPrinter = char* (*)(char* to, std::string_view server, const TradeRecord& record) noexcept;
 CellPrinter TradeCellPrinter(int column) noexcept;
 void AppendTradeCell(LineBuffer& line, std::string_view server, const TradeRecord& record, int column) noexcept;
@@ -37,7 +40,7 @@ constexpr std::size_t LongestTradeCell(std::string_view server) {
   return std::max(kLongestFixed, server.size());
 }
 
-// Where a field stands in the record, and its number.
+// The address of a field in a record, and its number.
 inline const char* FieldPlace(const TradeRecord& record, const ColumnField& field) noexcept {
   return reinterpret_cast<const char*>(&record) + field.Offset;
 }
@@ -47,14 +50,20 @@ Number FieldAs(const TradeRecord& record, const ColumnField& field) noexcept {
   std::memcpy(&number, FieldPlace(record, field), sizeof number);
   return number;
 }
-// The text of a field: up to its NUL, or the whole field where it has none.
+
+// The text at an address: up to its NUL, or the whole field.
+inline std::string_view TextAt(const char* place, const ColumnField& field) noexcept {
+  const void* end = std::memchr(place, 0, field.Size);
+  return {place, end == nullptr ? field.Size : static_cast<std::size_t>(static_cast<const char*>(end) - place)};
+}
 inline std::string_view TextOfField(const TradeRecord& record, const ColumnField& field) noexcept {
-  const char* text = FieldPlace(record, field);
-  const void* end = std::memchr(text, 0, field.Size);
-  return {text, end == nullptr ? field.Size : static_cast<std::size_t>(static_cast<const char*>(end) - text)};
+  return TextAt(FieldPlace(record, field), field);
 }
 
-// "HH:mm:ss" of "yyyyMMdd-HH:mm:ss"; a shorter text whole.
+// The name of the code in a field of kind Side, OrderType, ProductType or OpenClose; empty for other kinds.
+std::string_view CodeName(const TradeRecord& record, ColumnField::Kind kind) noexcept;
+
+// "HH:mm:ss" of "yyyyMMdd-HH:mm:ss"; a shorter text unchanged.
 inline std::string_view ClockOf(std::string_view time) noexcept {
   return time.size() >= kClockPlace + kClockLength ? time.substr(kClockPlace, kClockLength) : time;
 }
@@ -66,28 +75,20 @@ inline std::string_view WithoutTrailingBlanks(std::string_view text) noexcept {
 // The pattern of a record's times.
 inline constexpr const char* kStoredTime = "yyyyMMdd-HH:mm:ss";
 
-// The value of a field as single-byte text: a text or a coded field's name without a copy, numbers printed into
-// scratch, which must outlive the result; doubles with two decimals.
-std::string_view FieldText(std::string_view server, const TradeRecord& record, const ColumnField& field,
-                           CellScratch& scratch) noexcept;
-
-// The value of a column, printed to a place with room as for a cell: returns the end.
+// Prints the value of a column for a file, doubles with two decimals, and returns the end. Requires the room of a cell.
 template <std::size_t kColumn>
 char* PrintValue(char* to, std::string_view server, const TradeRecord& record) noexcept {
+  using Kind = ColumnField::Kind;
   constexpr const ColumnField& kField = kTradeColumns[kColumn].Value;
-  if constexpr (kField.Form == ColumnField::Kind::Text) {
+  if constexpr (kField.Form == Kind::Text) {
     return PrintField(to, FieldPlace(record, kField), kField.Size);
-  } else if constexpr (kField.Form == ColumnField::Kind::Integer) {
+  } else if constexpr (kField.Form == Kind::Integer) {
     return PrintSigned(to, FieldAs<std::int32_t>(record, kField));
+  } else if constexpr (kField.Form == Kind::Short) {
+    return PrintSigned(to, FieldAs<std::int16_t>(record, kField));
+  } else if constexpr (kField.Form == Kind::Double) {
+    return PrintFixed(to, FieldAs<double>(record, kField), Decimals::Two);
   } else {
-    CellScratch scratch;
-    return PrintText(to, FieldText(server, record, kField, scratch));
+    return PrintText(to, kField.Form == Kind::Server ? server : CodeName(record, kField.Form));
   }
 }
-
-// A number as grid and filter show it: up to fifteen digits, no zeros behind the point, an exponent where it is
-// shorter; no sign before a zero. Writes at most kLongestFixed characters.
-char* PrintShown(char* to, double value) noexcept;
-
-// What the grid paints of a value; the filter compares the same text.
-std::wstring TextOfCell(const CellValue& value);

@@ -1,4 +1,4 @@
-// FilterKey: a security on an exchange, as a book of one security knows it. Plain data.
+// FilterKey: the exchange and security of a book of one security.
 #pragma once
 
 #include <cstring>
@@ -9,12 +9,12 @@ struct FilterKey {
   char Exchange[49];
   char SecurityID[49];
 
-  // Byte by byte, case included, up to the NUL; a linked master does not count.
+  // Compares bytes up to the NUL, case-sensitive; ignores a linked master.
   bool Matches(const TradeRecord& record) const noexcept {
     return std::strncmp(record.Exchange, Exchange, sizeof Exchange) == 0 &&
            std::strncmp(record.SecurityID, SecurityID, sizeof SecurityID) == 0;
   }
-  // Both parts are there.
+  // Both parts are non-empty.
   bool Complete() const noexcept { return Exchange[0] != '\0' && SecurityID[0] != '\0'; }
 };
 static_assert(sizeof(FilterKey) == 98);

@@ -1,5 +1,5 @@
-// The 37 columns of a book, one row each: what display, filter, sort, column profile, CSV exports and trade files know
-// of a column stands here and nowhere else. Constant.
+// The 37 columns of a book, one row each: the only source of the rules of a column for display, filter, sort, column
+// profile, CSV exports and trade files.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 #include "trade_data/records/trade_record.h"
 
-// A value of a record: its form and place.
+// A value in a record: its form and place.
 struct ColumnField {
   enum class Kind : std::uint8_t {
     None,
@@ -28,21 +28,21 @@ struct ColumnField {
   Kind Form = Kind::None;
   std::uint16_t Offset = 0;                // in the record
   std::uint16_t Size = 0;                  // bytes, the NUL of a text included
-  std::uint16_t MasterOffset = kNoMaster;  // of the field of a linked master that stands in for it in trade files
+  std::uint16_t MasterOffset = kNoMaster;  // of the field of a linked master that replaces it in trade files
 };
 
 // The place of "HH:mm:ss" in "yyyyMMdd-HH:mm:ss".
 inline constexpr std::uint16_t kClockPlace = 9, kClockLength = 8;
 
-// Titles stand over their cells.
+// Titles are aligned like their cells.
 enum class ColumnAlign : std::uint8_t { Left = 0, Right = 1, Centre = 2 };
 
-// What grid and filter bar make of a column.
+// How the grid shows a column and the filter bar compares it.
 enum class GridCell : std::uint8_t {
-  Shown,        // the value; filtered as text
-  WholeNumber,  // the value; filtered by comparing whole numbers
-  Clock,        // the time of day within a date and time; filtered as text
-  Blank,        // nothing: every filter accepts it
+  Shown,        // the value, filtered as text
+  WholeNumber,  // the value, filtered as a whole number
+  Clock,        // the time of day of a date and time, filtered as text
+  Blank,        // nothing; every filter accepts it
 };
 
 // How the CSV exports print the value.
@@ -51,19 +51,19 @@ enum class PlainCell : std::uint8_t { Value, Decimals6, Dated, Trimmed, Quoted, 
 // How a trade file prints the value.
 struct FixedCell {
   enum class Rule : std::uint8_t {
-    Value,       // as it stands, blanks added at the end up to Width
-    Time,        // date and time in words, in upper case, as wide as Width
-    Expiry,      // a linked master's where the caller gives a fallback
-    Symbol,      // without blanks at its end; a linked master's filled up to Width
-    OptionType,  // "XX" is one blank; filled up to Width
+    Value,       // unchanged, padded with trailing blanks to Width
+    Time,        // date and time in words, in upper case, padded to Width
+    Expiry,      // the linked master's if the caller gives a fallback
+    Symbol,      // without trailing blanks; a linked master's is padded to Width
+    OptionType,  // "XX" becomes one blank; padded to Width
     SideDigit,
-    Price,   // two decimals, blanks in front up to Width; a longer number stands whole
-    Strike,  // the same, and no strike is one blank
+    Price,   // two decimals, padded with leading blanks to Width; a longer number is not cut
+    Strike,  // the same; no strike becomes one blank
     Quoted,
     OpenOrClose,
     AlwaysN,
     Empty,
-    Pancard,  // runs on into the rule of the column behind
+    Pancard,  // the value of the next column
     Fallback,
   };
   Rule How = Rule::Value;
@@ -72,12 +72,12 @@ struct FixedCell {
 
 struct TradeColumn {
   std::string_view Key;    // in the column profile
-  std::string_view Title;  // over the column, in the first line of exports, and in description files
+  std::string_view Title;  // in the grid, in the header of exports, and in description files
   int WidthPx;
   ColumnAlign Align;
-  bool Visible;  // until a stored profile says otherwise
+  bool Visible;  // without a stored profile
   ColumnField Value;
-  ColumnField Order;  // what a sort by this column compares
+  ColumnField Order;  // compared by a sort
   GridCell Grid;
   PlainCell Plain;
   FixedCell FO;  // derivatives trade file
@@ -125,7 +125,7 @@ inline constexpr bool kShown = true, kHidden = false;
 inline constexpr GridCell kText = GridCell::Shown, kNumber = GridCell::WholeNumber, kClock = GridCell::Clock,
                           kBlank = GridCell::Blank;
 inline constexpr PlainCell kValue = PlainCell::Value, kDecimals6 = PlainCell::Decimals6;
-inline constexpr FixedCell kSame{};  // the trade files print the value as it stands
+inline constexpr FixedCell kSame{};  // the value unchanged
 inline constexpr ColumnField kNothing{}, kServer{.Form = ColumnField::Kind::Server};
 inline constexpr ColumnField kClockOfOrder{ColumnField::Kind::Text, offsetof(TradeRecord, OrderTime) + kClockPlace,
                                            kClockLength};
@@ -141,13 +141,13 @@ inline constexpr TradeColumn kTable[] = {
     {"colOrderID", "OrderID", 70, Right, kShown, FIELD(OrderID), FIELD(OrderID), kText, kValue, kSame, kSame},
     {"colExchangeOrderNo", "ExchangeOrderNo", 60, Right, kShown, FIELD(ExchangeOrderNo), FIELD(ExchangeOrderNo), kText,
      kValue, Pad(16), Pad(16)},
-    // Sorted by the order number, not by the trade's: meant so.
+    // Intentional: sorts by the order number, not the trade's.
     {"colExchangeTradeID", "ExchangeTradeID", 60, Right, kShown, FIELD(ExchangeTradeID), FIELD(ExchangeOrderNo), kText,
      kValue, Pad(8), Pad(16)},
     {"colOrderTime", "OrderTime", 60, Left, kShown, FIELD(OrderTime), FIELD(OrderTime), kText, kValue, kSame, kSame},
     {"colExchangeOrderTime", "ExchangeOrderTime", 60, Right, kShown, FIELD(ExchangeOrderTime), FIELD(ExchangeOrderTime),
      kText, kValue, As(Time, 20), As(Time, 20)},
-    // Sorted by the time of the order, not of the trade: meant so.
+    // Intentional: sorts by the order's time, not the trade's.
     {"colExchangeTradeTime", "ExchangeTradeTime", 150, Right, kShown, FIELD(ExchangeTradeTime),
      FIELD(ExchangeOrderTime), kText, PlainCell::Dated, As(Time, 20), As(Time, 20)},
     {"colExchange", "Exchange", 48, Left, kShown, MASTERED(Exchange), FIELD(Exchange), kText, kValue, kSame, kSame},
@@ -175,7 +175,7 @@ inline constexpr TradeColumn kTable[] = {
      PlainCell::Quoted, As(Quoted), As(Quoted)},
     {"colManagerID", "ManagerID", 150, Left, kShown, FIELD(ManagerID), FIELD(ManagerID), kText, kValue, kSame, kSame},
     {"colMemberID", "MemberID", 150, Left, kShown, FIELD(MemberID), FIELD(MemberID), kText, kValue, Pad(12), Pad(12)},
-    // The title is the key: meant so, and files carry it.
+    // Intentional: the title is the key; the headers of all exports repeat it.
     {"colStrategyID", "colStrategyID", 150, Left, kShown, FIELD(StrategyID), FIELD(StrategyID), kText, kValue, kSame,
      kSame},
     {"colCTCLID", "CTCLID", 150, Left, kShown, FIELD(CTCLID), FIELD(CTCLID), kText, kValue, Pad(5), Pad(5)},
@@ -189,7 +189,7 @@ inline constexpr TradeColumn kTable[] = {
     {"colTerminalInfo", "TerminalInfo", 150, Right, kShown, FIELD(TerminalInfo), FIELD(TerminalInfo), kText, kValue,
      kSame, kSame},
     {"colAlgoID", "AlgoID", 150, Left, kShown, FIELD(AlgoID), FIELD(AlgoID), kText, kValue, kSame, kSame},
-    // The grid shows neither of these two, files do: meant so.
+    // Intentional: the grid shows neither of these two columns, files do.
     {"colAlgoCategory", "AlgoCategory", 120, Left, kShown, FIELD(AlgoCategory), FIELD(AlgoCategory), kBlank, kValue,
      kSame, kSame},
     {"colParticipantID", "ParticipantID", 150, Left, kShown, FIELD(ParticipantID), FIELD(ParticipantID), kBlank, kValue,
@@ -212,7 +212,7 @@ constexpr bool IsTradeColumn(int column) {
   return column >= 0 && column < kTradeColumnCount;
 }
 
-// The index of a column that the code itself names.
+// The index of a column by its key, at compile time.
 consteval int TradeColumnIndex(std::string_view key) {
   for (int i = 0; i < kTradeColumnCount; ++i)
     if (kTradeColumns[i].Key == key) return i;

@@ -8,22 +8,25 @@
 #include "foundations/date_time.h"
 #include "grid_ops/columns/cell_text.h"
 
+namespace fs = std::filesystem;
+
 namespace {
 
-// What stands in a line for a column, and whether a comma follows.
+// A cell of a line.
 struct Cell {
   CellPrinter Print;
-  bool Comma;
+  bool Comma;  // follows
 };
 using Cells = std::vector<Cell>;
 
 constexpr std::string_view kLineEnd = "\r\n";
+constexpr fs::path::value_type kSeparators[] = {'\\', '/', 0};
 
 int CountOf(std::span<const GridColumn> columns) {
   return static_cast<int>(columns.size());
 }
 
-// Column indexes by their place on the screen. Where two claim one place the later index has it.
+// Column indexes by their place on the screen. Of two columns with the same place the higher index wins.
 template <typename Chosen>
 std::map<int, int> ByOrder(std::span<const GridColumn> columns, Chosen chosen) {
   std::map<int, int> indexes;
@@ -34,7 +37,7 @@ std::map<int, int> ByOrder(std::span<const GridColumn> columns, Chosen chosen) {
 
 class CsvFile {
  public:
-  CsvFile(const std::filesystem::path& path, const CsvSource& source) : Source(source), File(path) {}
+  CsvFile(const fs::path& path, const CsvSource& source) : Source(source), File(path) {}
 
   void AddTitle(int column, bool comma) {
     const std::string& name = Source.Columns[static_cast<std::size_t>(column)].Name;
@@ -67,18 +70,13 @@ void WriteAllColumns(CsvFile& file, const ExportProgress& progress) {
     file.AddTitle(column, column != count - 1);
     cells.push_back({TradeCellPrinter(column), column != count - 1});
   }
-  std::size_t rowsInAll = 0;
-  for (const auto& [server, trades] : file.Source.Trades) rowsInAll += trades.Size();
-  ProgressTeller teller(progress, rowsInAll);
-  for (const auto& [server, trades] : file.Source.Trades)
-    for (const TradeMap::Entry trade : trades) {
-      file.AddLine(cells, server, *trade.Record);
-      teller.RowDone();
-    }
+  VisitTrades(file.Source.Trades, progress, [&](std::string_view server, const TradeMap::Entry& trade) {
+    file.AddLine(cells, server, *trade.Record);
+  });
 }
 
-// No comma behind the column whose place is the count of visible columns less 1, wherever it stands: meant so. With a
-// hidden column between, that is not the last.
+// Intentional: the comma is missing after the column whose place is the count of visible columns minus 1. Behind a
+// hidden column that is not the last one.
 void WriteVisibleColumns(CsvFile& file, const ExportProgress& progress) {
   const auto indexes = ByOrder(file.Source.Columns, [](const GridColumn& column) { return column.Visible; });
   const int last = static_cast<int>(indexes.size()) - 1;
@@ -99,8 +97,8 @@ std::size_t RowsIn(const GridRowRange& range, std::size_t rows) {
   return std::min(static_cast<std::size_t>(range.Bottom) + 1, rows) - static_cast<std::size_t>(range.Top);
 }
 
-// The header has the order of the screen and a comma behind every title, the lines have the order of the indexes and
-// none behind the grid's last column: meant so.
+// Intentional: the header is in screen order with a comma after every title, the lines are in index order without a
+// comma after the last column of the grid.
 void WriteSelectedColumns(CsvFile& file, const ExportProgress& progress) {
   const CsvSource& source = file.Source;
   for (const auto& [order, column] : ByOrder(source.Columns, [](const GridColumn& each) { return each.Selected; }))
@@ -129,26 +127,11 @@ constexpr Mode kModes[] = {
     {"Selected Columns", WriteSelectedColumns},
 };
 
-}  // namespace
-
-void ExportGridCsv(std::string_view mode, const std::filesystem::path& path, const CsvSource& source,
-                   const ExportProgress& progress) {
-  CsvFile file(path, source);
-  for (const Mode& known : kModes)
-    if (known.Name == mode) known.Write(file, progress);
-}
-
-namespace fs = std::filesystem;
-
-namespace {
-
-constexpr fs::path::value_type kSeparators[] = {'\\', '/', 0};
-
 fs::path& LastOf(const CsvCommand& command, ExportFolders& folders) {
   return folders.Last[static_cast<std::size_t>(&command - kCsvCommands)];
 }
 
-// Joins texts: an empty folder leaves the separator in front of the name, meant so.
+// Intentional: an empty folder leaves the separator in front of the name.
 fs::path Joined(fs::path folder, const fs::path& name) {
   folder += fs::path::preferred_separator;
   folder += name;
@@ -157,10 +140,11 @@ fs::path Joined(fs::path folder, const fs::path& name) {
 
 }  // namespace
 
-const CsvCommand* FindCsvCommand(int id) noexcept {
-  const auto* command = std::find_if(std::begin(kCsvCommands), std::end(kCsvCommands),
-                                     [id](const CsvCommand& each) { return each.Id == id; });
-  return command == std::end(kCsvCommands) ? nullptr : command;
+void ExportGridCsv(std::string_view mode, const fs::path& path, const CsvSource& source,
+                   const ExportProgress& progress) {
+  CsvFile file(path, source);
+  for (const Mode& known : kModes)
+    if (known.Name == mode) known.Write(file, progress);
 }
 
 fs::path ProposeCsvPath(const CsvCommand& command, ExportFolders& folders, const fs::path& gridFolder,

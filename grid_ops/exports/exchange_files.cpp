@@ -13,19 +13,7 @@ namespace {
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::size_t kDateLength = 4;  // cuts the year off
 
-template <typename Visit>
-void VisitTrades(const ServerTrades& servers, const ExportProgress& progress, Visit visit) {
-  std::size_t rowsInAll = 0;
-  for (const auto& [server, trades] : servers) rowsInAll += trades.Size();
-  ProgressTeller teller(progress, rowsInAll);
-  for (const auto& [server, trades] : servers)
-    for (const TradeMap::Entry trade : trades) {
-      visit(std::string_view(server), trade);
-      teller.RowDone();
-    }
-}
-
-// The two files: both are made, whichever gets trades.
+// The two files. Both are created, even if only one gets trades.
 struct FilePair {
   FilePair(const fs::path& folder, const std::string& name)
       : FO(BuildFolderPath("ExchangeTradeFormat\\FO\\", name, folder)),

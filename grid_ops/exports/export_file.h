@@ -1,51 +1,73 @@
-// ExportFile: a file of a million lines, written in large blocks. Every failure is silent: what cannot be opened or
-// written is left away. One thread at a time.
+// ExportFile: a text file of many lines, written in large blocks. VisitTrades: a walk over all trades with progress.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <string_view>
 
+#include "trade_data/cache/trade_cache.h"
 #include "trade_data/daily_file/line_buffer.h"
 
+// Failures are silent: a file that cannot be opened or written loses its text.
 class ExportFile {
  public:
-  // Empties the file or makes it. Written in binary: line ends are what the caller makes them.
-  explicit ExportFile(const std::filesystem::path& path);
-  ~ExportFile();
+  // Creates or truncates the file. Binary: the caller writes the line ends.
+  explicit ExportFile(const std::filesystem::path& path) : Stream(path, std::ios::binary | std::ios::trunc) {
+    Block.Start(Size);
+  }
+  ~ExportFile() { WriteBlock(); }
   ExportFile(const ExportFile&) = delete;
   ExportFile& operator=(const ExportFile&) = delete;
 
-  // The block's text to go on behind, with room for that many characters; before that it may go to the file.
+  // The block to append to, with room for that many characters. Writes the block to the file first if it is full.
   LineBuffer& Room(std::size_t characters) {
     if (Block.Text().size() + characters > Size) MakeRoom(characters);
     return Block;
   }
 
  private:
-  void MakeRoom(std::size_t characters);
-  void WriteBlock();
+  void MakeRoom(std::size_t characters) {
+    WriteBlock();
+    Size = std::max(Size, characters);
+    Block.Start(Size);
+  }
+  void WriteBlock() { Stream.write(Block.Text().data(), static_cast<std::streamsize>(Block.Text().size())); }
 
   std::ofstream Stream;
   LineBuffer Block;
-  std::size_t Size;
+  std::size_t Size = 256 * 1024;
 };
 
-// Told now and then how many rows are written of how many. It may show that, and must let no trade come in meanwhile:
-// the rows are references into the cache.
+// Called after every so many rows. Must not let trades arrive: the rows are references into the cache.
 using ExportProgress = std::function<void(std::size_t rowsDone, std::size_t rowsInAll)>;
 
 class ProgressTeller {
  public:
+  static constexpr std::size_t kInterval = 20'000;
+
   ProgressTeller(const ExportProgress& tell, std::size_t rowsInAll) : Tell(tell), InAll(rowsInAll) {}
   void RowDone() {
     if (++Done % kInterval == 0 && Tell) Tell(Done, InAll);
   }
 
  private:
-  static constexpr std::size_t kInterval = 20'000;
   const ExportProgress& Tell;
   std::size_t InAll;
   std::size_t Done = 0;
 };
+
+// Calls visit(server, trade) for every trade of the cache, by server and id.
+template <typename Visit>
+void VisitTrades(const ServerTrades& servers, const ExportProgress& progress, Visit visit) {
+  std::size_t rowsInAll = 0;
+  for (const auto& [server, trades] : servers) rowsInAll += trades.Size();
+  ProgressTeller teller(progress, rowsInAll);
+  for (const auto& [server, trades] : servers)
+    for (const TradeMap::Entry trade : trades) {
+      visit(std::string_view(server), trade);
+      teller.RowDone();
+    }
+}

@@ -7,7 +7,7 @@
 #include <type_traits>
 
 #define SI_NO_CONVERSION   // bytes in, bytes out
-#define SI_IMPLEMENTATION  // the bodies too: Debian keeps them out of the header, in a library of its own
+#define SI_IMPLEMENTATION  // Debian's header lacks the function bodies; they are in a separate library.
 #include <SimpleIni.h>
 
 #include "foundations/text_tools.h"
@@ -24,7 +24,7 @@ struct Setting {
 constexpr Setting kExchangeFormat{"TRADECSV", "ExchangeFormatCSV"};
 constexpr Setting kTradePath{"PATH", "Trade"};
 
-// SimpleIni drops comments behind the last entry. This section holds them while the file is in memory.
+// SimpleIni drops comments after the last entry. This section keeps them while the file is in memory.
 constexpr std::string_view kEndSection = "[\x01]";
 
 class ConfigFile {
@@ -35,7 +35,7 @@ class ConfigFile {
     if (Text) Ini.LoadData(*Text + "\n" + std::string(kEndSection) + "\n");
   }
 
-  // As the Windows functions give it: a pair of quotes around the value does not belong to it.
+  // Without a pair of quotes around it, as the Windows functions return it.
   std::string Value(const Setting& setting) const {
     const std::string value = Ini.GetValue(setting.Section, setting.Key, "");
     const bool quoted = value.size() > 1 && value.front() == value.back() && (value[0] == '"' || value[0] == '\'');
@@ -52,7 +52,7 @@ class ConfigFile {
   }
 
  private:
-  // Nothing for a file that is there and not to be read and written; empty for one that is not there.
+  // Empty for a missing file; nothing for one that cannot be read and written.
   static std::optional<std::string> Read(const fs::path& path) {
     std::error_code error;
     if (!fs::exists(path, error) && !error) return std::string();
@@ -63,7 +63,7 @@ class ConfigFile {
     return text.str();
   }
 
-  // Without the end section, with CR LF as the Windows functions leave a file, and with single empty lines.
+  // Without the end section, with CR LF like the Windows functions, and with single empty lines.
   static std::string FileForm(const std::string& text) {
     std::string lines;
     std::istringstream stream(text);

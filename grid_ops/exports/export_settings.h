@@ -1,20 +1,20 @@
-// config.ini: the two settings of the exports, in the form of the Windows private profile. What else the file holds
-// stays; a file that cannot be read or written is left as it is, and nothing is reported. One thread at a time.
+// The two settings of the exports in config.ini, a private profile of Windows. All other content is kept. Failures are
+// silent: a file that cannot be read or written stays unchanged.
 #pragma once
 
 #include <filesystem>
 #include <string>
 
-// In the folder that is current when it is used.
+// In the current folder at the time of each call.
 inline constexpr const char* kConfigFile = "config.ini";
 
-// [TRADECSV] ExchangeFormatCSV: the flag is set by exactly "TRUE" and stays as it is with any other value. Where the
-// value is missing or empty, "FALSE" is written and the flag cleared.
+// [TRADECSV] ExchangeFormatCSV: exactly "TRUE" sets the flag. A missing or empty value clears it and writes "FALSE".
+// Any other value leaves it unchanged.
 void ReadExchangeFormatFlag(const std::filesystem::path& configFile, bool& flag);
 
-// [PATH] Trade: both folders turn to upper case in place, and where they differ the new one is written and remembered.
-// The plug-in never reads it back.
+// [PATH] Trade: converts both folders to upper case in place and, if they differ, writes and remembers the new one. The
+// plug-in never reads the setting.
 void SaveTradePath(const std::filesystem::path& configFile, std::string& newFolder, std::string& rememberedFolder);
 
-// A folder as SaveTradePath takes it: in the bytes of file names on Linux, in the code page on Windows.
+// A folder as text for SaveTradePath: the bytes of the name on Linux, the code page on Windows.
 std::string FolderText(const std::filesystem::path& folder);

@@ -9,6 +9,18 @@ namespace {
 
 constexpr std::size_t kSecurityNameWidth = 25;
 
+// The parts between the commas: one more than there are commas.
+std::vector<std::string_view> PartsOf(std::string_view line) {
+  std::vector<std::string_view> parts;
+  const auto commas = std::count(line.begin(), line.end(), ',');
+  for (auto i = commas; i >= 0; --i) parts.push_back(TakeUntil(line, ','));
+  return parts;
+}
+
+bool IsEmpty(std::string_view part) {
+  return part.empty();
+}
+
 const NamedField* FindNamedField(std::string_view name) {
   const auto* field = std::find_if(std::begin(kNamedFields), std::end(kNamedFields),
                                    [name](const NamedField& each) { return each.Name == name; });
@@ -46,59 +58,6 @@ char* PrintNamedField(char* to, const NamedField& field, bool isCash, const Trad
 
 }  // namespace
 
-ColumnIndexes IndexColumns(std::span<const GridColumn> columns, bool visibleOnly) {
-  ColumnIndexes indexes;
-  for (std::size_t i = 0; i < columns.size(); ++i)
-    if (columns[i].Visible || !visibleOnly) indexes[columns[i].Name] = static_cast<int>(i);
-  return indexes;
-}
-
-TradeFileLines::TradeFileLines(const DescriptionList& entries, const ColumnIndexes& columns,
-                               const PriceDivisors& divisors)
-    : Divisors(divisors) {
-  for (const DescriptionEntry& entry : entries) {
-    if (entry.Name.empty()) continue;
-    // The last entry has no comma behind its cell, whether or not the entries before it wrote anything.
-    const bool comma = &entry != &entries.back();
-    if (const auto column = columns.find(entry.Name); column != columns.end())
-      Steps.push_back({nullptr, TradeCellPrinterFO(column->second), TradeCellPrinterCM(column->second), comma});
-    else if (const NamedField* named = FindNamedField(entry.Name); named != nullptr)
-      Steps.push_back({named, nullptr, nullptr, false});
-  }
-}
-
-// In the cash market an empty cell takes its comma with it, so that the fields behind move up: meant so.
-void TradeFileLines::Append(LineBuffer& line, bool isCash, std::string_view server, const TradeRecord& record) {
-  const TradeFileSource source{Divisors, server, {}, Times};
-  char* to = line.Tail();
-  for (const Step& step : Steps) {
-    if (step.Named != nullptr) {
-      to = PrintNamedField(to, *step.Named, isCash, record);
-      continue;
-    }
-    char* end = (isCash ? step.CM : step.FO)(to, source, record);
-    if (step.Comma && !(isCash && end == to)) *end++ = ',';
-    to = end;
-  }
-  line.EndAt(to);
-}
-
-namespace {
-
-// What stands between commas: one part more than there are commas.
-std::vector<std::string_view> PartsOf(std::string_view line) {
-  std::vector<std::string_view> parts;
-  const auto commas = std::count(line.begin(), line.end(), ',');
-  for (auto i = commas; i >= 0; --i) parts.push_back(TakeUntil(line, ','));
-  return parts;
-}
-
-bool IsEmpty(std::string_view part) {
-  return part.empty();
-}
-
-}  // namespace
-
 DescriptionList ParseExchangeFormat(std::string_view text) {
   DescriptionList entries;
   text = WithoutByteOrderMark(text);
@@ -129,4 +88,41 @@ DescriptionList ReadExchangeFormat(const std::filesystem::path& folder) {
 
 DescriptionList ReadBookExport(const std::filesystem::path& folder) {
   return ParseBookExport(ReadWholeFile(folder / "TRADEBOOKEXPORT.TXT"));
+}
+
+ColumnIndexes IndexColumns(std::span<const GridColumn> columns, bool visibleOnly) {
+  ColumnIndexes indexes;
+  for (std::size_t i = 0; i < columns.size(); ++i)
+    if (columns[i].Visible || !visibleOnly) indexes[columns[i].Name] = static_cast<int>(i);
+  return indexes;
+}
+
+TradeFileLines::TradeFileLines(const DescriptionList& entries, const ColumnIndexes& columns,
+                               const PriceDivisors& divisors)
+    : Divisors(divisors) {
+  for (const DescriptionEntry& entry : entries) {
+    if (entry.Name.empty()) continue;
+    // The cell of the last entry has no comma, even if the entries before it wrote nothing.
+    const bool comma = &entry != &entries.back();
+    if (const auto column = columns.find(entry.Name); column != columns.end())
+      Steps.push_back({nullptr, TradeCellPrinterFO(column->second), TradeCellPrinterCM(column->second), comma});
+    else if (const NamedField* named = FindNamedField(entry.Name); named != nullptr)
+      Steps.push_back({named, nullptr, nullptr, false});
+  }
+}
+
+// Intentional: an empty cell of the cash market drops its comma, so that the next fields move up.
+void TradeFileLines::Append(LineBuffer& line, bool isCash, std::string_view server, const TradeRecord& record) {
+  const TradeFileSource source{Divisors, server, {}, Times};
+  char* to = line.Tail();
+  for (const Step& step : Steps) {
+    if (step.Named != nullptr) {
+      to = PrintNamedField(to, *step.Named, isCash, record);
+      continue;
+    }
+    char* end = (isCash ? step.CM : step.FO)(to, source, record);
+    if (step.Comma && !(isCash && end == to)) *end++ = ',';
+    to = end;
+  }
+  line.EndAt(to);
 }

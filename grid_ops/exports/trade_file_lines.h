@@ -1,4 +1,10 @@
-// The lines of the exchange trade files: what a description file's names write for one trade. One thread at a time.
+// The two description files in which users lay out exports, and the lines of the exchange trade files that one of them
+// describes.
+//
+//   EXCHANGETRADEFORMAT.TXT: line := Name ( "," DateFormat ( "," more )? )?
+//   TRADEBOOKEXPORT.TXT:     line := Name "," Title ( "," DateFormat )?
+//
+// Lines end in LF or CR LF; a byte order mark at the start is skipped.
 #pragma once
 
 #include <filesystem>
@@ -12,11 +18,6 @@
 #include "grid_ops/exports/csv_export.h"
 #include "grid_ops/exports/trade_file_text.h"
 
-// The two text files in which users lay out exports, as lists of entries: EXCHANGETRADEFORMAT.TXT and
-// TRADEBOOKEXPORT.TXT. Lines end in LF or CR LF; a byte order mark ahead is passed over.
-//
-//   EXCHANGETRADEFORMAT.TXT: line := Name ( "," DateFormat ( "," more )? )?
-//   TRADEBOOKEXPORT.TXT:     line := Name "," Title ( "," DateFormat )?
 struct DescriptionEntry {
   std::string Name;
   std::string Title;
@@ -25,22 +26,22 @@ struct DescriptionEntry {
 };
 using DescriptionList = std::vector<DescriptionEntry>;
 
-// An empty line is no entry; a line that starts with a comma is one without a name. The date format is read and has no
-// effect: meant so. The title stays empty.
+// Ignores empty lines; a line that starts with a comma is an entry without a name. The title stays empty. Intentional:
+// the date format is read and has no effect.
 DescriptionList ParseExchangeFormat(std::string_view text);
 
-// Only lines of two or three parts, none of them empty, are entries.
+// Ignores all lines but those of two or three non-empty parts.
 DescriptionList ParseBookExport(std::string_view text);
 
-// From the file of the folder; a file that cannot be read is an empty list.
+// Reads the file in the folder; empty if it cannot be read.
 DescriptionList ReadExchangeFormat(const std::filesystem::path& folder);
 DescriptionList ReadBookExport(const std::filesystem::path& folder);
 
-// Column indexes by the titles of a grid, case-sensitive: of all columns, or of those that are visible.
+// Column indexes by title, case-sensitive: of all columns, or of the visible ones.
 using ColumnIndexes = std::map<std::string, int, std::less<>>;
 ColumnIndexes IndexColumns(std::span<const GridColumn> columns, bool visibleOnly);
 
-// A name of a description file that is no column. Its text ends in a comma, also at the end of a line: meant so.
+// A name in a description file that is not a column. Intentional: its text ends in a comma, even at the end of a line.
 struct NamedField {
   enum class Kind : std::uint8_t { Fixed, SecurityName, BookType, Client };
   std::string_view Name;
@@ -50,16 +51,16 @@ struct NamedField {
 };
 inline constexpr NamedField kNamedFields[] = {
     {"Security name", NamedField::Kind::SecurityName, {}, {}},  // padded to 25
-    {"Book Type", NamedField::Kind::BookType, {}, {}},          // by order type: kBookTypes
+    {"Book Type", NamedField::Kind::BookType, {}, {}},          // see kBookTypes
     {"Market Type", NamedField::Kind::Fixed, "1 ,", "1 ,"},
-    {"Pro/Client", NamedField::Kind::Client, {}, {}},  // the client "OWN" or any other
+    {"Pro/Client", NamedField::Kind::Client, {}, {}},  // the client is "OWN" or another
     {"Branch No", NamedField::Kind::Fixed, "1  ,", "1  ,"},
     {"Trade Status", NamedField::Kind::Fixed, "11,", "11,"},
     {"Opposite Broker Id", NamedField::Kind::Fixed, "Nil  ,", "Nil  ,"},
     {"Cover/Uncover Flag", NamedField::Kind::Fixed, "UNCOVER,", "0   ,7 ,"},
 };
 
-// Two fields at once; an order type that is not here writes neither.
+// Two fields in one. An unlisted order type writes neither.
 struct BookType {
   std::string_view OrderType;
   std::string_view FO;
@@ -71,18 +72,18 @@ inline constexpr BookType kBookTypes[] = {
     {"StopMarket", "3 ,ST ,", "0 ,3 ,"}, {"NegotiatedDealOrder", "4 ,NT ,", "0 , ,"},
 };
 
-// Trades of these exchanges go to the file of the cash market, all others to that of derivatives.
+// True for the exchanges of the cash-market file; all others go to the file of derivatives.
 constexpr bool IsCash(std::string_view exchange) {
   return exchange == "NSECM" || exchange == "BSECM";
 }
 
-// Promises: the line of each trade as the entries say. Works by looking up every name once: what is left of an entry is
-// a step, and a name that is neither a column nor a named field leaves none.
+// Writes the line of a trade as the entries describe it. The constructor looks up every name once and turns the entry
+// into a step; a name that is neither a column nor a named field gives none.
 class TradeFileLines {
  public:
   TradeFileLines(const DescriptionList& entries, const ColumnIndexes& columns, const PriceDivisors& divisors);
 
-  // The trade's fields at the end of the line, without a line end. The line has room for Longest characters.
+  // Appends the fields of the trade, without a line end. Requires room for Longest characters.
   void Append(LineBuffer& line, bool isCash, std::string_view server, const TradeRecord& record);
   std::size_t Longest(std::string_view server) const noexcept {
     return Steps.size() * (LongestTradeFileCell(server, {}) + 1);
@@ -92,7 +93,7 @@ class TradeFileLines {
   struct Step {
     const NamedField* Named;  // null for a column
     FileCellPrinter FO, CM;   // of a column
-    bool Comma;               // behind a column's cell
+    bool Comma;               // after a column's cell
   };
 
   const PriceDivisors& Divisors;

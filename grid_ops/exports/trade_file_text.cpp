@@ -3,6 +3,9 @@
 #include <array>
 #include <utility>
 
+#include "foundations/date_time.h"
+#include "foundations/text_tools.h"
+
 namespace {
 
 using Rule = FixedCell::Rule;
@@ -16,14 +19,10 @@ bool HasMaster(const TradeRecord& record, const ColumnField& field) noexcept {
   return record.MasterRecord != nullptr && field.MasterOffset != ColumnField::kNoMaster;
 }
 
-// Where the value stands: in the linked master, where it has such a field, or in the record.
+// The address of the value: in the linked master if it has that field, else in the record.
 const char* PlaceOf(const TradeRecord& record, const ColumnField& field) noexcept {
   return HasMaster(record, field) ? reinterpret_cast<const char*>(record.MasterRecord) + field.MasterOffset
                                   : FieldPlace(record, field);
-}
-std::string_view TextAt(const char* place, const ColumnField& field) noexcept {
-  const void* end = std::memchr(place, 0, field.Size);
-  return {place, end == nullptr ? field.Size : static_cast<std::size_t>(static_cast<const char*>(end) - place)};
 }
 double DoubleAt(const char* place) noexcept {
   double value;
@@ -39,7 +38,7 @@ char* PrintFileValue(char* to, std::string_view server, const TradeRecord& recor
   return PrintFixed(to, DoubleAt(PlaceOf(record, kField)), Decimals::Two);
 }
 
-// Blanks in front up to the width. A longer text stands as it is: no count of blanks would be right for it.
+// Pads with leading blanks to the width. A longer text is printed whole.
 char* PrintInFront(char* to, std::string_view number, std::size_t width) noexcept {
   if (number.size() < width) to = PrintBlanks(to, width - number.size());
   return PrintText(to, number);
@@ -73,15 +72,15 @@ char* PrintOptionType(char* to, const TradeRecord& record, const ColumnField& fi
   return FillUp(to, PrintText(to, type == "XX" ? " " : type), width);
 }
 
-// "CLOSE" for every position but none, "Open" too, and the blanks are counted from the name that stands no longer:
-// meant so.
+// Intentional: every position but "NONE" prints "CLOSE", "Open" too, and the count of blanks follows from the length of
+// the replaced name.
 char* PrintOpenClose(char* to, std::uint8_t openClose, std::size_t width) noexcept {
   const std::string_view name = OpenCloseText(openClose);
   to = PrintText(to, name == "NONE" ? "OPEN" : "CLOSE");
   return name.size() < width ? PrintBlanks(to, width - name.size()) : to;
 }
 
-// One function for each column and file, so that what the table says of it is known to the compiler.
+// A function template, so that the compiler evaluates the row of the table.
 template <std::size_t kColumn, FixedCell TradeColumn::*kFile>
 char* PrintFileCell(char* to, const TradeFileSource& source, const TradeRecord& record) {
   constexpr const ColumnField& kField = kTradeColumns[kColumn].Value;
@@ -136,6 +135,21 @@ constexpr auto PrintersOf(std::index_sequence<kColumns...>) {
 constexpr auto kPrintersFO = PrintersOf<&TradeColumn::FO>(std::make_index_sequence<kTradeColumnCount>());
 constexpr auto kPrintersCM = PrintersOf<&TradeColumn::CM>(std::make_index_sequence<kTradeColumnCount>());
 
+constexpr std::size_t kStoredLength = kClockPlace + kClockLength;
+constexpr std::size_t kDayTextLength = 12;  // "01 MAR 2026 "
+constexpr std::size_t kWidth = kDayTextLength + kClockLength;
+
+bool IsTwoDigitsBelow(std::string_view text, char firstEnd) {
+  return text[0] >= '0' && text[0] < firstEnd && text[1] >= '0' && text[1] <= '9';
+}
+
+// Hour, minute and second are in range, so that the clock is printed unchanged.
+bool IsPlainClock(std::string_view clock) {
+  const bool hour = IsTwoDigitsBelow(clock, '2') || (clock[0] == '2' && clock[1] >= '0' && clock[1] < '4');
+  return hour && clock[2] == ':' && IsTwoDigitsBelow(clock.substr(3), '6') && clock[5] == ':' &&
+         IsTwoDigitsBelow(clock.substr(6), '6');
+}
+
 std::string TextOf(FileCellPrinter print, const PriceDivisors& divisors, std::string_view server,
                    const TradeRecord& record, std::string_view fallback) {
   StoredTimeText times;
@@ -146,6 +160,38 @@ std::string TextOf(FileCellPrinter print, const PriceDivisors& divisors, std::st
 }
 
 }  // namespace
+
+std::string_view StoredTimeText::Of(std::string_view stored) {
+  stored = stored.size() < kStoredLength ? std::string_view() : stored.substr(0, kStoredLength);
+  if (KnowsDay(stored)) {
+    ClockOf(stored).copy(DayText.data() + kDayTextLength, kClockLength);
+    return DayText;
+  }
+  if (stored != Stored) {
+    Stored = stored;
+    Text = Convert(stored);
+  }
+  return Text;
+}
+
+// Caches the day of the text, unless the day is before 1970 and so has no clock in its result.
+bool StoredTimeText::KnowsDay(std::string_view stored) {
+  if (stored.empty() || !IsPlainClock(ClockOf(stored))) return false;
+  if (stored.substr(0, kClockPlace) == Day) return true;
+  std::string text = Convert(stored);
+  if (!text.ends_with(ClockOf(stored))) return false;
+  Day = stored.substr(0, kClockPlace);
+  DayText = std::move(text);
+  return true;
+}
+
+std::string StoredTimeText::Convert(std::string_view stored) {
+  const std::int64_t instant = ParseTimeText(std::string(stored), kStoredTime);
+  std::string text =
+      ToUpperText(FormatTimeText(instant, "dd MMM yyyy", true) + ' ' + FormatTimeText(instant, "HH:mm:ss", true));
+  if (text.size() < kWidth) text.resize(kWidth, ' ');
+  return text;
+}
 
 FileCellPrinter TradeCellPrinterFO(int column) noexcept {
   return IsTradeColumn(column) ? kPrintersFO[static_cast<std::size_t>(column)] : PrintFallback;

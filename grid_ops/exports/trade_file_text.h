@@ -1,6 +1,5 @@
-// The fixed fields of the exchange trade files: what a column of a trade prints in the file of derivatives (FO) and in
-// that of the cash market (CM), by the rules of kTradeColumns. A field never cuts its value: a number that is wider
-// than its field stands whole, without blanks in front. Pure; one thread at a time.
+// The fixed-width cells of the exchange trade files: the text of a column in the file of derivatives (FO) and in that
+// of the cash market (CM), by the rules of kTradeColumns. A text that is wider than its cell is printed whole.
 #pragma once
 
 #include <algorithm>
@@ -9,31 +8,42 @@
 #include <string_view>
 
 #include "grid_ops/columns/cell_text.h"
-#include "grid_ops/columns/stored_time.h"
 
-// What prices are divided by, by the alias of a linked master, or by its symbol where it has no alias. Each grid has
-// such a map; the plug-in leaves it empty.
+// The divisors of prices, by the alias of a linked master, or by its symbol if the alias is empty. Always empty in this
+// plug-in.
 using PriceDivisors = std::map<std::string, double, std::less<>>;
 
-// What the cells of one file run share.
+// StoredTimeText: "20260301-09:15:30" as "01 MAR 2026 09:15:30", for many times of few days.
+//
+// The result of ParseTimeText and FormatTimeText in upper case, for any text. It caches one day, because the times of a
+// day differ in the clock alone, which text and result share; other texts are converted if they differ from the one
+// before.
+class StoredTimeText {
+ public:
+  // 20 characters, all blanks for a time before 1970. Valid until the next call.
+  std::string_view Of(std::string_view stored);
+
+ private:
+  bool KnowsDay(std::string_view stored);
+  static std::string Convert(std::string_view stored);
+
+  std::string Stored, Text = Convert({});  // the last text and its result
+  std::string Day, DayText;                // "yyyyMMdd-" of the cached day, and a result of that day
+};
+
+// The inputs that all cells of a file share.
 struct TradeFileSource {
   const PriceDivisors& Divisors;
   std::string_view Server;
-  std::string_view Fallback;  // the text of an index without a rule; the two files have none
+  std::string_view Fallback;  // the text of an index without a rule; empty in both files
   StoredTimeText& Times;
 };
 
-// Prints to a place with room for LongestTradeFileCell characters and returns the end. Files of a million trades ask
-// once for the printer of each column; an index that is no column prints the fallback.
+// Prints a cell and returns the end. Requires room for LongestTradeFileCell characters. A writer of many lines gets the
+// printer of each column once; the printer of an unknown column prints the fallback.
 using FileCellPrinter = char* (*)(char* to, const TradeFileSource& source, const TradeRecord& record);
 FileCellPrinter TradeCellPrinterFO(int column) noexcept;
 FileCellPrinter TradeCellPrinterCM(int column) noexcept;
-inline void AppendTradeCellFO(LineBuffer& line, const TradeFileSource& source, const TradeRecord& record, int column) {
-  line.EndAt(TradeCellPrinterFO(column)(line.Tail(), source, record));
-}
-inline void AppendTradeCellCM(LineBuffer& line, const TradeFileSource& source, const TradeRecord& record, int column) {
-  line.EndAt(TradeCellPrinterCM(column)(line.Tail(), source, record));
-}
 constexpr std::size_t LongestTradeFileCell(std::string_view server, std::string_view fallback) {
   return std::max(LongestTradeCell(server), fallback.size());
 }

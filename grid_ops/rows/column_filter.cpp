@@ -130,7 +130,7 @@ void ColumnFilter::PrepareCodes() {
   CellScratch scratch;
   for (std::size_t code = 0; code < AcceptedCodes.size(); ++code) {
     reinterpret_cast<std::uint8_t*>(&record)[Field.Offset] = static_cast<std::uint8_t>(code);
-    AcceptedCodes[code] = AcceptsText(FieldText({}, record, Field, scratch));
+    AcceptedCodes[code] = AcceptsText(ShownText({}, record, Column, scratch));
   }
   Compare = Test::Code;
 }

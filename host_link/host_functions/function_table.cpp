@@ -8,7 +8,7 @@
 
 CQORDLLComman::CQORDLLComman(Resolver resolve) noexcept {
   if (resolve == nullptr) resolve = [](const char* name) { return MainProgramSymbol(name); };
-  for (std::size_t i = 0; i < kTerminalFunctionCount; ++i) Functions[i] = resolve(kTerminalFunctionNames[i]);
+  for (std::size_t i = 0; i < kTerminalFunctionCount; ++i) Functions[i] = resolve(kTerminalFunctions[i].Name);
 }
 
 int CQORDLLComman::ShowMessageWithCheck(void* parent, const std::wstring& caption, const std::wstring& text,
@@ -27,11 +27,11 @@ int CQORDLLComman::ShowMessage(void* parent, const std::wstring& caption, const 
 }
 
 void CQORDLLComman::PluginDataSend(CQORPacketWriter& message) const noexcept {
-  if (auto send = Function<PluginDataSendFunction>(TerminalFunction::PluginDataSend)) send(&message);
+  if (auto send = Function<TerminalFunction::PluginDataSend, PluginDataSendFunction>()) send(&message);
 }
 
 bool CQORDLLComman::GetMasterRequest(const char* exchange, const char* securityId, SecurityMasterData& data) const {
-  const auto ask = Function<GetMasterRequestFunction>(TerminalFunction::GetMasterRequest);
+  const auto ask = Function<TerminalFunction::GetMasterRequest, GetMasterRequestFunction>();
   if (ask == nullptr) return false;
   const std::u16string exchangeText = WideToUtf16(NarrowToWide(std::string(exchange)));
   const std::u16string securityText = WideToUtf16(NarrowToWide(std::string(securityId)));
@@ -48,23 +48,24 @@ bool CQORDLLComman::GetMasterRequest(const char* exchange, const char* securityI
 }
 
 void CQORDLLComman::ApplicationFocus(void* window, bool closed) const noexcept {
-  if (auto tell = Function<ApplicationFocusFunction>(TerminalFunction::ApplicationFocus)) tell(window, closed ? 1 : 0);
+  if (auto tell = Function<TerminalFunction::ApplicationFocus, ApplicationFocusFunction>())
+    tell(window, closed ? 1 : 0);
 }
 
 std::uint32_t CQORDLLComman::GetPluginBarID(const char* bookName) const noexcept {
-  const auto ask = Function<GetPluginBarIDFunction>(TerminalFunction::GetPluginBarID);
+  const auto ask = Function<TerminalFunction::GetPluginBarID, GetPluginBarIDFunction>();
   return ask == nullptr ? 0 : ask(kPluginName, bookName);
 }
 
 void CQORDLLComman::PluginRemoveBarID(std::uint32_t barId) const noexcept {
-  if (auto give = Function<PluginRemoveBarIDFunction>(TerminalFunction::PluginRemoveBarID)) give(barId, kPluginName);
+  if (auto give = Function<TerminalFunction::PluginRemoveBarID, PluginRemoveBarIDFunction>()) give(barId, kPluginName);
 }
 
 namespace {
 
 ModuleHandle selectedResources = nullptr;
 
-// The module that this code stands in.
+// The module that holds this code.
 ModuleHandle OwnModule() noexcept {
   static const ModuleHandle module = ModuleOfAddress(&selectedResources);
   return module;

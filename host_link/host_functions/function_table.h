@@ -1,6 +1,5 @@
-// CQORDLLComman: the plug-in's table of the terminal's functions, and its message box wrapper. Every call into the
-// terminal goes through here, where the pointer is tested: what the running terminal lacks silently does nothing.
-// Filled once, before any other call; after that read only, on the terminal's calling thread.
+// CQORDLLComman: the addresses of the terminal's functions, the plug-in's only way to call them, and its message boxes.
+// A function that the terminal does not export is a no-op. Filled once, when the module is loaded.
 #pragma once
 
 #include <algorithm>
@@ -11,7 +10,7 @@
 #include "host_link/host_functions/terminal_functions.h"
 #include "platform/modules.h"
 
-// Shows a message box; the windows of the plug-in bring one. Null while there are none: a box then answers 0.
+// Shows message boxes; implemented by the plug-in's windows.
 class MessageBoxes {
  public:
   struct Request {
@@ -19,7 +18,7 @@ class MessageBoxes {
     std::wstring Caption;
     std::wstring Text;
     std::uint32_t Style = 0;
-    std::array<std::wstring, 2> ButtonCaptions;  // of the buttons with ids 1000 and 1001, where the style asks for them
+    std::array<std::wstring, 2> ButtonCaptions;  // of the buttons with ids 1000 and 1001, if the style has them
     bool WithCheck = false;
     bool Checked = false;  // initial state of the check box
     std::wstring CheckCaption;
@@ -28,12 +27,12 @@ class MessageBoxes {
   virtual int Show(const Request& request) = 0;
 };
 
-// The name and the multiplier of a security as the terminal's master record has them.
+// A security's name and multiplier from the terminal's master record.
 struct SecurityMasterData {
   std::array<char, kMasterNameSize> Name{};
   double Multiplier = 0;
 
-  // The name up to its NUL, which the terminal need not have put there.
+  // The name up to its NUL; a name of full length has none.
   std::string NameText() const { return {Name.begin(), std::find(Name.begin(), Name.end(), '\0')}; }
 };
 
@@ -41,13 +40,13 @@ class CQORDLLComman {
  public:
   using Resolver = void* (*)(const char* name);
 
-  // Looks every function up by its name; without a resolver among the exports of the process's main program.
+  // Looks up every function by name, by default among the exports of the process's main program.
   explicit CQORDLLComman(Resolver resolve = nullptr) noexcept;
   virtual ~CQORDLLComman() = default;
   CQORDLLComman(const CQORDLLComman&) = delete;
   CQORDLLComman& operator=(const CQORDLLComman&) = delete;
 
-  // Button and icon codes are those of terminal_functions.h. Both return the dialog's result.
+  // Button and icon codes: see terminal_functions.h. Both return the dialog's result, or 0 without Boxes.
   virtual int ShowMessageWithCheck(void* parent, const std::wstring& caption, const std::wstring& text,
                                    std::uint32_t button, std::uint32_t icon, std::uint32_t extraStyle, bool checked);
   virtual int ShowMessage(void* parent, const std::wstring& caption, const std::wstring& text, std::uint32_t button,
@@ -56,19 +55,19 @@ class CQORDLLComman {
   bool Has(TerminalFunction function) const noexcept { return Address(function) != nullptr; }
 
   void PluginDataSend(CQORPacketWriter& message) const noexcept;
-  // Asks for the master record of a security; false when there is none.
+  // Asks for a security's master record; false, with data unchanged, if there is none.
   bool GetMasterRequest(const char* exchange, const char* securityId, SecurityMasterData& data) const;
   void ApplicationFocus(void* window, bool closed) const noexcept;
-  // The control id for a new bar; 0 when the terminal gives none.
+  // The control id for a new bar; 0 if the terminal assigns none.
   std::uint32_t GetPluginBarID(const char* bookName) const noexcept;
   void PluginRemoveBarID(std::uint32_t barId) const noexcept;
 
-  MessageBoxes* Boxes = nullptr;
+  MessageBoxes* Boxes = nullptr;               // null without windows
   std::array<std::wstring, 2> ButtonCaptions;  // of the two custom buttons
   bool RightToLeft = false;                    // of message boxes
 
-  // The colours that the class has always carried, as COLORREF values; nothing reads them. The first three slots of its
-  // layout hold kNoColor.
+  // The class's default colours as COLORREF values; nothing reads them. The first three slots of its layout hold
+  // kNoColor.
   static constexpr std::int64_t kNoColor = -1;
   static constexpr std::array<std::uint32_t, 12> kDefaultColors = {0xFF875F, 0, 0xFF0000, 0xDAD4A4, 0xE6ECCA, 0x787878,
                                                                    0x9B82FF, 0, 0xFF,     0xDAD4A4, 0xE6ECCA, 0x787878};
@@ -77,19 +76,19 @@ class CQORDLLComman {
 
  private:
   void* Address(TerminalFunction function) const noexcept { return Functions[static_cast<std::size_t>(function)]; }
-  template <typename Signature>
-  Signature Function(TerminalFunction function) const noexcept {
+  template <TerminalFunction function, typename Signature>
+  Signature Function() const noexcept {
+    static_assert(kTerminalFunctions[static_cast<std::size_t>(function)].IsCalled, "the table says that it is not");
     return reinterpret_cast<Signature>(Address(function));
   }
 
   std::array<void*, kTerminalFunctionCount> Functions{};
 };
 
-// CQORDLLResource: for as long as it lives, dialogs, menus and windows take their resources from the plug-in's module;
-// after it from the one selected before. Every entry that can reach a window holds one for the call. The selection is
-// the process's and belongs to the terminal's calling thread.
+// CQORDLLResource: a scope in which dialogs, menus and windows take their resources from the plug-in's module. Its end
+// restores the former selection, which is per process. Every entry point that can reach a window opens one.
 
-// The module whose resources are selected now; null stands for the terminal's own.
+// The module whose resources are selected; null for the terminal's own.
 ModuleHandle SelectedResources() noexcept;
 
 class CQORDLLResource {

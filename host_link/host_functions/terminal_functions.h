@@ -8,8 +8,7 @@
 
 class CQORPacketWriter;
 
-// The functions in the order in which they are looked up. The plug-in calls five of them; the others are looked up all
-// the same, and their signatures are the terminal's business.
+// The functions in the order in which they are looked up.
 enum class TerminalFunction : std::uint8_t {
   GetMasterRequest,
   SendToAccess,
@@ -32,29 +31,41 @@ enum class TerminalFunction : std::uint8_t {
   M2MDisplay,
 };
 
-inline constexpr const char* kTerminalFunctionNames[] = {
-    "GetMasterRequest",
-    "SendToAccess",
-    "PluginDataSend",
-    "SendToDataFeed",
-    "SendDepthBroadCastRequest",
-    "SendWatchBroadCastRequest",
-    "SendIndexBroadCastRequest",
-    "GetOrderNo",
-    "GetDepth",
-    "ApplicationFocus",
-    "OnMessage",
-    "IsVELDSLogin",
-    "GetPluginBarID",
-    "SetPluginBarName",
-    "PluginRemoveBarID",
-    "TERBCastRequest",
-    "PasswordVerification",
-    "ModifyOrderQtyCheck",
-    "M2MDisplay",
+struct TerminalFunctionRow {
+  TerminalFunction Function;
+  const char* Name;
+  bool IsCalled = false;  // the plug-in looks the others up and leaves their signatures to the terminal
 };
-inline constexpr std::size_t kTerminalFunctionCount = sizeof kTerminalFunctionNames / sizeof *kTerminalFunctionNames;
-static_assert(kTerminalFunctionCount == 19 && static_cast<int>(TerminalFunction::M2MDisplay) == 18);
+
+inline constexpr TerminalFunctionRow kTerminalFunctions[] = {
+    {TerminalFunction::GetMasterRequest, "GetMasterRequest", true},
+    {TerminalFunction::SendToAccess, "SendToAccess"},
+    {TerminalFunction::PluginDataSend, "PluginDataSend", true},
+    {TerminalFunction::SendToDataFeed, "SendToDataFeed"},
+    {TerminalFunction::SendDepthBroadCastRequest, "SendDepthBroadCastRequest"},
+    {TerminalFunction::SendWatchBroadCastRequest, "SendWatchBroadCastRequest"},
+    {TerminalFunction::SendIndexBroadCastRequest, "SendIndexBroadCastRequest"},
+    {TerminalFunction::GetOrderNo, "GetOrderNo"},
+    {TerminalFunction::GetDepth, "GetDepth"},
+    {TerminalFunction::ApplicationFocus, "ApplicationFocus", true},
+    {TerminalFunction::OnMessage, "OnMessage"},
+    {TerminalFunction::IsVELDSLogin, "IsVELDSLogin"},
+    {TerminalFunction::GetPluginBarID, "GetPluginBarID", true},
+    {TerminalFunction::SetPluginBarName, "SetPluginBarName"},
+    {TerminalFunction::PluginRemoveBarID, "PluginRemoveBarID", true},
+    {TerminalFunction::TERBCastRequest, "TERBCastRequest"},
+    {TerminalFunction::PasswordVerification, "PasswordVerification"},
+    {TerminalFunction::ModifyOrderQtyCheck, "ModifyOrderQtyCheck"},
+    {TerminalFunction::M2MDisplay, "M2MDisplay"},
+};
+inline constexpr std::size_t kTerminalFunctionCount = std::size(kTerminalFunctions);
+
+constexpr bool TerminalFunctionsAreInOrder() {
+  for (std::size_t i = 0; i < kTerminalFunctionCount; ++i)
+    if (static_cast<std::size_t>(kTerminalFunctions[i].Function) != i) return false;
+  return kTerminalFunctionCount == static_cast<std::size_t>(TerminalFunction::M2MDisplay) + 1;
+}
+static_assert(TerminalFunctionsAreInOrder());
 
 // The request block of GetMasterRequest: two slots, then nine 16-bit texts, each a pointer to characters ended by a NUL
 // (never null). The terminal puts the address of the security's master record into MasterRecord, or leaves it 0.

@@ -1,5 +1,8 @@
 #include "host_link/module/message_router.h"
 
+#include <algorithm>
+#include <array>
+
 #include "host_link/host_functions/function_table.h"
 #include "host_link/messages/packet_writer.h"
 #include "host_link/messages/wire_fields.h"
@@ -13,9 +16,9 @@ constexpr WireField kSelectionFields[] = {
     {55010, Field::Text, offsetof(FilterKey, Exchange), kKeyTextLimit},
     {55104, Field::Text, offsetof(FilterKey, SecurityID), kKeyTextLimit},
 };
-static_assert(FieldsFit(kSelectionFields, sizeof(FilterKey)));
+static_assert(FieldsFit(kSelectionFields, sizeof(FilterKey)) && ReadsSection(32023, 0, kSelectionFields));
 
-// Two numbered values of a message, each 0 where the message has none.
+// Fields 30001 and 30002 of a message; 0 if it has no such field.
 struct AddressPair {
   std::uint64_t First = 0;
   std::uint64_t Second = 0;
@@ -25,7 +28,8 @@ constexpr WireField kSelectionRequestFields[] = {
     {30001, Field::U64, offsetof(AddressPair, First)},
     {30002, Field::U64, offsetof(AddressPair, Second)},
 };
-static_assert(FieldsFit(kSelectionRequestFields, sizeof(AddressPair)));
+static_assert(FieldsFit(kSelectionRequestFields, sizeof(AddressPair)) &&
+              ReadsSection(32022, 0, kSelectionRequestFields));
 
 struct RestoreValues {
   std::uint64_t Address;
@@ -36,7 +40,7 @@ constexpr WireField kRestoreFields[] = {
     {20128, Field::U32, offsetof(RestoreValues, Number)},
     {30002, Field::U64, offsetof(RestoreValues, Address)},
 };
-static_assert(FieldsFit(kRestoreFields, sizeof(RestoreValues)));
+static_assert(FieldsFit(kRestoreFields, sizeof(RestoreValues)) && ReadsSection(30026, 0, kRestoreFields));
 
 constexpr FieldIndex kSelectionIndex(kSelectionFields);
 constexpr FieldIndex kSelectionRequestIndex(kSelectionRequestFields);
@@ -49,33 +53,53 @@ std::uint8_t* BytesOf(Record& record) noexcept {
 
 }  // namespace
 
-const MessageRouter::Route MessageRouter::kMessageRoutes[] = {
-    {8111, &MessageRouter::Trade},      {9101, &MessageRouter::Trade},          {8112, &MessageRouter::DownloadEnd},
-    {9112, &MessageRouter::TradeAmend}, {30026, &MessageRouter::RestoreLayout},
+// A handler and the entry point that the table of messages names for its number; no row, no build.
+struct MessageRouter::Route {
+  using Handler = void (MessageRouter::*)(CQORPacketReader&);
+  consteval Route(std::uint16_t number, Handler handle)
+      : Number(number), Way(FindMessage(number)->ToPlugin), Handle(handle) {}
+
+  std::uint16_t Number;
+  MessageWay Way;
+  Handler Handle;
 };
 
-const MessageRouter::Route MessageRouter::kPluginMessageRoutes[] = {
-    {30020, &MessageRouter::ReapplyFilters}, {30021, &MessageRouter::SaveLayout},
-    {30022, &MessageRouter::ClearTrades},    {30025, &MessageRouter::RegisterRefresh},
-    {32022, &MessageRouter::TellSelection},  {32023, &MessageRouter::TakeSelection},
-};
+// Trades first: routes are searched in order.
+constexpr auto MessageRouter::Routes() {
+  return std::to_array<Route>({
+      {9101, &MessageRouter::Trade},
+      {8111, &MessageRouter::Trade},
+      {8112, &MessageRouter::DownloadEnd},
+      {9112, &MessageRouter::TradeAmend},
+      {30026, &MessageRouter::RestoreLayout},
+      {30020, &MessageRouter::ReapplyFilters},
+      {30021, &MessageRouter::SaveLayout},
+      {30022, &MessageRouter::ClearTrades},
+      {30025, &MessageRouter::RegisterRefresh},
+      {32022, &MessageRouter::TellSelection},
+      {32023, &MessageRouter::TakeSelection},
+  });
+}
 
-template <std::size_t Count>
-void MessageRouter::Deliver(const Route (&routes)[Count], CQORPacketReader& message) {
-  for (const Route& route : routes)
-    if (route.Number == message.MessageNumber) return (this->*route.Handle)(message);
+void MessageRouter::Deliver(MessageWay way, CQORPacketReader& message) {
+  static constexpr auto kRoutes = Routes();
+  static_assert(std::ranges::all_of(kMessages, [](const MessageRow& row) {
+    return std::ranges::count(kRoutes, row.Number, &Route::Number) == (row.ToPlugin == MessageWay::None ? 0 : 1);
+  }));
+  for (const Route& route : kRoutes)
+    if (route.Number == message.MessageNumber && route.Way == way) return (this->*route.Handle)(message);
   message.SkipValue();
 }
 
 void MessageRouter::OnMessage(CQORPacketReader& message) {
-  Deliver(kMessageRoutes, message);
+  Deliver(MessageWay::OnMessage, message);
 }
 
 void MessageRouter::OnPluginMessage(CQORPacketReader& message) {
   std::uint16_t needed = 0;
   std::uint16_t consumed = 0;
   message.ParseHeader(needed, consumed);
-  Deliver(kPluginMessageRoutes, message);
+  Deliver(MessageWay::OnPluginMessage, message);
 }
 
 void MessageRouter::OnRefresh() {
@@ -98,7 +122,7 @@ void MessageRouter::DownloadEnd(CQORPacketReader&) {
 void MessageRouter::TradeAmend(CQORPacketReader& message) {
   State.TradeStore.OnTradeAmend(message);
 }
-// The cache clears the books that it knows; a restored one whose key another took is none of those.
+// The cache clears the books in its list only, which lacks a restored book whose key another one took.
 void MessageRouter::ClearTrades(CQORPacketReader&) {
   if (State.Windows != nullptr) State.Windows->ForgetTrades();
   State.TradeStore.OnClearTrades();
@@ -121,13 +145,12 @@ void MessageRouter::SaveLayout(CQORPacketReader&) {
   if (State.Windows != nullptr) State.Windows->SaveLayout();
 }
 
-// Nothing guards against a second registration. The message goes out unfinished, as all that PluginDataSend takes.
+// Intentional: each request registers again. PluginDataSend takes the message unfinished, as it takes every message.
 void MessageRouter::RegisterRefresh(CQORPacketReader&) {
   CQORPacketWriter registration(0);
   registration.AddU16(10002, 32005);
   registration.AddU64(30002, Addresses.OnRefresh);
-  // The one field off the skip rule: a plain u32 under a tag of the counted range.
-  registration.AddU32(60003, kRefreshPeriodMs);
+  registration.AddU32(message_fields::kPeriodTag, kRefreshPeriodMs);
   Terminal.PluginDataSend(registration);
 }
 

@@ -1,10 +1,10 @@
 #include "host_link/module/plugin_info.h"
 
 #include <array>
-#include <initializer_list>
 #include <string_view>
 
 #include "host_link/host_functions/function_table.h"
+#include "host_link/messages/message_table.h"
 #include "host_link/messages/packet_writer.h"
 
 namespace {
@@ -23,19 +23,21 @@ void AddTextUnlessEmpty(CQORPacketWriter& message, std::uint16_t tag, std::strin
   if (!text.empty()) message.AddBytes(tag, text.data(), static_cast<std::uint16_t>(text.size()));
 }
 
-// Always 128 bytes: 16-bit characters and their terminator, then zeros.
+// 128 bytes: UTF-16, padded with zeros, of which the first ends the text.
 void AddMenuText(CQORPacketWriter& message, std::uint16_t tag, std::u16string_view text) noexcept {
   std::array<char16_t, kMenuTextSize / sizeof(char16_t)> field{};
   text.copy(field.data(), field.size() - 1);
   message.AddBytes(tag, field.data(), kMenuTextSize);
 }
 
-void AddNumbers(CQORPacketWriter& message, std::initializer_list<std::uint16_t> numbers) noexcept {
-  for (const std::uint16_t number : numbers) message.AddU16(11122, number);
+// The numbers that the plug-in asks the terminal to send to that entry point.
+void AddListedNumbers(CQORPacketWriter& message, MessageWay way) noexcept {
+  for (const MessageRow& row : kMessages)
+    if (row.IsListed && row.ToPlugin == way) message.AddU16(11122, row.Number);
   message.AddTerminator();
 }
 
-// No terminator closes this message.
+// Intentional: no terminator; this message ends with its last field.
 void AppendIdentity(HostReplyBuffer& reply) noexcept {
   CQORPacketWriter message(0);
   message.AddU16(10002, 30004);
@@ -64,12 +66,12 @@ void AppendMenuEntry(HostReplyBuffer& reply, std::uint64_t command) noexcept {
   Append(reply, message);
 }
 
-// The second section names the request that starts a download and the number that ends it.
+// The second section: the request that starts a download and the number that ends it.
 void AppendTradeRoutes(HostReplyBuffer& reply, std::uint64_t onMessage) noexcept {
   CQORPacketWriter message(0);
   message.AddU16(10002, 30006);
   message.AddU64(30001, onMessage);
-  AddNumbers(message, {9101, 8111, 8112, 9112});
+  AddListedNumbers(message, MessageWay::OnMessage);
   message.AddU16(11120, 8110);
   message.AddU16(11121, 8112);
   message.AddTerminator();
@@ -80,7 +82,7 @@ void AppendPluginRoutes(HostReplyBuffer& reply, std::uint64_t onPluginMessage) n
   CQORPacketWriter message(0);
   message.AddU16(10002, 30007);
   message.AddU64(30001, onPluginMessage);
-  AddNumbers(message, {30025, 30022, 30020, 30021});
+  AddListedNumbers(message, MessageWay::OnPluginMessage);
   Append(reply, message);
 }
 

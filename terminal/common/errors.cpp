@@ -16,7 +16,7 @@ void ThrowFileError(const std::filesystem::path& path, const std::string& what, 
   ThrowFileError(path, what, std::error_code(errorNumber, std::generic_category()));
 }
 
-bool CBadLines::IsNew(const std::filesystem::path& file) {
+bool BadLineReport::IsNew(const std::filesystem::path& file) {
   FileReports& reports = Files[file];
   if (++reports.Read <= reports.Given) return false;
   ++reports.Given;
@@ -24,15 +24,15 @@ bool CBadLines::IsNew(const std::filesystem::path& file) {
   return true;
 }
 
-void CBadLines::AtLine(const std::filesystem::path& file, std::uint64_t line, const std::string& reason) {
+void BadLineReport::AtLine(const std::filesystem::path& file, std::uint64_t line, const std::string& reason) {
   if (IsNew(file)) Out << PathText(file) << ':' << line << ": " << reason << '\n';
 }
 
-void CBadLines::AtCommand(const std::filesystem::path& file, std::uint64_t line, const std::string& reason) {
+void BadLineReport::AtCommand(const std::filesystem::path& file, std::uint64_t line, const std::string& reason) {
   ++Failed;
   Out << PathText(file) << ':' << line << ": " << reason << '\n';
 }
 
-void CBadLines::AtByte(const std::filesystem::path& file, std::uint64_t offset, const std::string& reason) {
+void BadLineReport::AtByte(const std::filesystem::path& file, std::uint64_t offset, const std::string& reason) {
   if (IsNew(file)) Out << PathText(file) << ": byte " << offset << ": " << reason << '\n';
 }

@@ -33,12 +33,12 @@ std::string PathText(const std::filesystem::path& path);
 // The same with the reason that errno has.
 [[noreturn]] void ThrowFileError(const std::filesystem::path& path, const std::string& what, int errorNumber);
 
-// CBadLines: tells the user of each line or message of a file that could not be taken, and counts them. Reading goes on
-// behind each. A file that is read once more is not reported once more. Commands of a script that failed are told in
-// the same way and counted apart.
-class CBadLines {
+// BadLineReport: tells the user of each line or message of a file that could not be taken, and counts them. Reading
+// goes on behind each. A file that is read once more is not reported once more. Commands of a script that failed are
+// told in the same way and counted apart.
+class BadLineReport {
  public:
-  explicit CBadLines(std::ostream& out) : Out(out) {}
+  explicit BadLineReport(std::ostream& out) : Out(out) {}
 
   // "FILE:LINE: reason", lines counted from 1.
   void AtLine(const std::filesystem::path& file, std::uint64_t line, const std::string& reason);

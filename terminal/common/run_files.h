@@ -1,13 +1,12 @@
-// RunFiles: every file of a run, in full.
+// RunFiles: every file of a run of the terminal, as absolute paths.
 #pragma once
 
 #include <filesystem>
 
-#include "terminal/program/options.h"
-
 struct RunFiles {
-  explicit RunFiles(const Options& options);
-  // The same run with another day: securities and desk are those beside it, else the sample's.
+  // The day with securities and desk beside it, where they lack there the sample's; an empty path is the sample day.
+  static RunFiles OfDay(const std::filesystem::path& day);
+  // The same run with another day.
   RunFiles WithDay(const std::filesystem::path& day) const;
   // The day is the one that comes with the program.
   bool IsSampleDay() const;

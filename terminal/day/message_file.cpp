@@ -48,10 +48,10 @@ std::size_t FindMessageHeader(std::string_view bytes, std::size_t from) noexcept
   return std::string_view::npos;
 }
 
-CMessageFile::CMessageFile(std::filesystem::path path, CBadLines& badLines)
+MessageFile::MessageFile(std::filesystem::path path, BadLineReport& badLines)
     : Bytes(std::move(path)), BadLines(badLines) {}
 
-bool CMessageFile::Next(WireFrame& frame) {
+bool MessageFile::Next(WireFrame& frame) {
   while (FindHeader()) {
     if (!TakeFrame()) continue;
     frame = Frame;
@@ -61,7 +61,7 @@ bool CMessageFile::Next(WireFrame& frame) {
 }
 
 // Drops what stands ahead of the next header; false at the end of the file.
-bool CMessageFile::FindHeader() {
+bool MessageFile::FindHeader() {
   for (;;) {
     const std::string_view window = Bytes.Peek(kWindowSize);
     const std::size_t at = FindMessageHeader(window, 0);
@@ -77,7 +77,7 @@ bool CMessageFile::FindHeader() {
   }
 }
 
-void CMessageFile::ReportGarbage() {
+void MessageFile::ReportGarbage() {
   if (GarbageSize != 0 && !GarbageTold)
     BadLines.AtByte(Bytes.Path(), Bytes.Offset() - GarbageSize,
                     WithThousands(GarbageSize) + " bytes that belong to no message");
@@ -86,7 +86,7 @@ void CMessageFile::ReportGarbage() {
 }
 
 // The window stands at a header. False when its message has been refused.
-bool CMessageFile::TakeFrame() {
+bool MessageFile::TakeFrame() {
   const std::string_view window = Bytes.Peek(kWindowSize);
   const std::size_t size = std::size_t{WordAt(window, kLengthOffset)} + kHeaderSize;
   Frame.Offset = Bytes.Offset();
@@ -114,7 +114,7 @@ bool CMessageFile::TakeFrame() {
   return true;
 }
 
-void CMessageFile::RefuseFrame(const std::string& reason, std::size_t size) {
+void MessageFile::RefuseFrame(const std::string& reason, std::size_t size) {
   Report(reason);
   Bytes.Drop(size);
   GarbageTold = size == 1;
@@ -124,18 +124,18 @@ namespace {
 constexpr std::size_t kReadSize = std::size_t{1} << 20;
 }
 
-CFileBytes::CFileBytes(std::filesystem::path path) : FilePath(std::move(path)) {
+FileBytes::FileBytes(std::filesystem::path path) : FilePath(std::move(path)) {
   errno = 0;
   Stream.open(FilePath, std::ios::binary);
   if (!Stream) ThrowFileError(FilePath, "cannot be opened", errno);
 }
 
-std::string_view CFileBytes::Peek(std::size_t wanted) {
+std::string_view FileBytes::Peek(std::size_t wanted) {
   while (Filled - Begin < wanted && Stream.good()) Fill();
   return {Block.data() + Begin, Filled - Begin};
 }
 
-void CFileBytes::Fill() {
+void FileBytes::Fill() {
   std::copy(Block.data() + Begin, Block.data() + Filled, Block.data());
   FileOffset += Begin;
   Filled -= Begin;

@@ -1,4 +1,4 @@
-// CMessageFile: a file of wire messages one after the other, one frame at a time.
+// MessageFile: a file of wire messages one after the other, one frame at a time.
 #pragma once
 
 #include <cstdint>
@@ -10,15 +10,15 @@
 
 #include "terminal/common/errors.h"
 
-// CFileBytes: a file read from its begin to its end through a window, so that a day of any length takes the same
+// FileBytes: a file read from its begin to its end through a window, so that a day of any length takes the same
 // memory.
 
 // Promises: every byte is read once; the window starts at the first byte not yet dropped and has at least the size
 // asked for unless the file ends before. Throws TerminalError with file and reason when the system refuses to open or
 // read. Reads blocks of a megabyte behind what is left of the window, which is moved to the front first.
-class CFileBytes {
+class FileBytes {
  public:
-  explicit CFileBytes(std::filesystem::path path);
+  explicit FileBytes(std::filesystem::path path);
 
   // Valid until the next Peek; Drop leaves the bytes where they are.
   std::string_view Peek(std::size_t wanted);
@@ -51,9 +51,9 @@ struct WireFrame {
 // A header that asks for more than a message can have, or for more than the file has left, or whose body holds the next
 // header while none stands at its end, is taken for a message that was cut: the search goes on one byte behind its
 // begin, so that a damaged length costs one message and not the rest of the file.
-class CMessageFile {
+class MessageFile {
  public:
-  CMessageFile(std::filesystem::path path, CBadLines& badLines);
+  MessageFile(std::filesystem::path path, BadLineReport& badLines);
 
   // The frame lives until the next call; false at the end of the file.
   bool Next(WireFrame& frame);
@@ -67,8 +67,8 @@ class CMessageFile {
   // Reports the message at the window and drops so much of it.
   void RefuseFrame(const std::string& reason, std::size_t size);
 
-  CFileBytes Bytes;
-  CBadLines& BadLines;
+  FileBytes Bytes;
+  BadLineReport& BadLines;
   std::vector<std::uint8_t> Copy;
   WireFrame Frame;
   std::uint64_t GarbageSize = 0;

@@ -29,13 +29,14 @@ bool CopyBody(const CQORPacketReader& message, CQORPacketWriter& writer) {
 
 }  // namespace
 
-CMessageRecord::CMessageRecord(std::filesystem::path path, std::uint16_t mode) : FilePath(std::move(path)), Mode(mode) {
+MessageRecorder::MessageRecorder(std::filesystem::path path, std::uint16_t mode)
+    : FilePath(std::move(path)), Mode(mode) {
   errno = 0;
   Stream.open(FilePath, std::ios::binary | std::ios::trunc);
   if (!Stream) ThrowFileError(FilePath, "cannot be written", errno);
 }
 
-bool CMessageRecord::Write(const CQORPacketReader& message) {
+bool MessageRecorder::Write(const CQORPacketReader& message) {
   CQORPacketWriter writer(Mode);
   if (!CopyBody(message, writer)) return false;
   errno = 0;
@@ -44,7 +45,7 @@ bool CMessageRecord::Write(const CQORPacketReader& message) {
   return true;
 }
 
-void CMessageRecord::Close() {
+void MessageRecorder::Close() {
   errno = 0;
   Stream.close();
   if (!Stream) ThrowFileError(FilePath, "cannot be written", errno);
@@ -68,7 +69,7 @@ bool IsRecordFile(const std::filesystem::path& file) {
   return extension == ".ada";
 }
 
-CRecordFile::CRecordFile(std::filesystem::path path, std::uint16_t mode) : FilePath(std::move(path)), Mode(mode) {
+TradeRecorder::TradeRecorder(std::filesystem::path path, std::uint16_t mode) : FilePath(std::move(path)), Mode(mode) {
   EmptyFile(FilePath);
   Trades.SetName(FilePath.parent_path(), FilePath.stem(), FilePath.extension());
   if (const std::error_code error = Trades.Open(); error) ThrowFileError(FilePath, "cannot be written", error);
@@ -76,7 +77,7 @@ CRecordFile::CRecordFile(std::filesystem::path path, std::uint16_t mode) : FileP
   Trades.SetWriterHandle(Writer.get());
 }
 
-bool CRecordFile::Write(CQORPacketReader& message) {
+bool TradeRecorder::Write(CQORPacketReader& message) {
   const std::uint16_t number = message.MessageNumber;
   if (number != 8111 && number != 9101) return false;
   TradeRecord record{};
@@ -85,14 +86,14 @@ bool CRecordFile::Write(CQORPacketReader& message) {
   return true;
 }
 
-void CRecordFile::Close() {
+void TradeRecorder::Close() {
   if (!Writer->Close()) ThrowFailure();
   if (!Trades.Close())
     ThrowFileError(FilePath, "cannot be written",
                    std::error_code(static_cast<int>(LastSystemError()), std::system_category()));
 }
 
-void CRecordFile::ThrowFailure() {
+void TradeRecorder::ThrowFailure() {
   Writer->Close();
   ThrowFileError(FilePath, "cannot be written",
                  std::error_code(static_cast<int>(Writer->Error()), std::system_category()));

@@ -1,4 +1,4 @@
-// CMessageRecord: writes the messages of a day one after the other into a file, plain or compressed.
+// MessageRecorder: writes the messages of a day one after the other into a file, plain or compressed.
 #pragma once
 
 #include <cstdint>
@@ -10,10 +10,10 @@
 #include "trade_data/record_files/ada_write_async.h"
 #include "trade_data/records/trade_impl.h"
 
-class CMessageRecord {
+class MessageRecorder {
  public:
   // mode is that of the messages written. Throws TerminalError when the file cannot be made.
-  CMessageRecord(std::filesystem::path path, std::uint16_t mode);
+  MessageRecorder(std::filesystem::path path, std::uint16_t mode);
 
   // Writes a message whose header has been parsed, with the number that its bytes have. False for one that does not fit
   // the writer's limit; a failed write is a TerminalError.
@@ -27,16 +27,16 @@ class CMessageRecord {
   std::ofstream Stream;
 };
 
-// CRecordFile: writes the trades of a day into a record file, the form in which the trade store keeps its records. One
-// thread; the writing has its own.
+// TradeRecorder: writes the trades of a day into a record file, the form in which the trade store keeps its records.
+// One thread; the writing has its own.
 
 // Whether a file of that name is a record file: by its extension .ada.
 bool IsRecordFile(const std::filesystem::path& file);
 
-class CRecordFile {
+class TradeRecorder {
  public:
   // Makes the file anew; mode is that of its messages. Throws TerminalError when the file cannot be made.
-  CRecordFile(std::filesystem::path path, std::uint16_t mode);
+  TradeRecorder(std::filesystem::path path, std::uint16_t mode);
 
   // Writes the trade of a message 8111 or 9101 whose header has been parsed, under its number; false for any other
   // message. The reader is moved. A failed write is a TerminalError, here or in Close.

@@ -60,7 +60,7 @@ void AddDesk(CQORPacketWriter& writer, const DeskLine& desk) {
 
 }  // namespace
 
-void CTradeMessages::Write(const DayTrade& trade, std::uint16_t number, CQORPacketWriter& writer) {
+void TradeMessages::Write(const DayTrade& trade, std::uint16_t number, CQORPacketWriter& writer) {
   const Order& order = OrderOf(trade);
   const DeskLine& desk = Desk.LineOf(trade.ExchangeOrderNo);
   writer.AddU16(10002, number);
@@ -75,7 +75,7 @@ void CTradeMessages::Write(const DayTrade& trade, std::uint16_t number, CQORPack
   AddDesk(writer, desk);
 }
 
-const CTradeMessages::Order& CTradeMessages::OrderOf(const DayTrade& trade) {
+const TradeMessages::Order& TradeMessages::OrderOf(const DayTrade& trade) {
   const auto [order, isNew] = Orders.try_emplace(trade.ExchangeOrderNo);
   if (isNew) order->second = {static_cast<std::uint32_t>(Orders.size()), trade.ExchangeTradeTime.Text};
   return order->second;

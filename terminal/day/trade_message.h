@@ -1,4 +1,4 @@
-// CTradeMessages: makes the wire message of each trade of a day, with the numbers that the terminal gives.
+// TradeMessages: makes the wire message of each trade of a day, with the numbers that the terminal gives.
 //
 //   trade message := 10002 key-section body-section
 //   key-section   := 55001 20008 20009 55101 55100 65535
@@ -11,15 +11,14 @@
 
 #include "host_link/messages/packet_reader.h"
 #include "host_link/messages/packet_writer.h"
-#include "terminal/day/reference_data.h"
-#include "terminal/day/trade_file.h"
+#include "terminal/day/csv_tables.h"
 
 // Promises: trades and orders are numbered from 1 as they come; all fills of one exchange order carry the same numbers,
 // the time of the first of them as their order time, and the same line of the desk. Texts go out at their own length.
 // Keeps one entry per exchange order.
-class CTradeMessages {
+class TradeMessages {
  public:
-  CTradeMessages(const CDesk& desk, const CSecurities& securities) : Desk(desk), Securities(securities) {}
+  TradeMessages(const OrderDesk& desk, const SecurityList& securities) : Desk(desk), Securities(securities) {}
 
   // Adds every field of the trade's message to an empty writer; number is its message number.
   void Write(const DayTrade& trade, std::uint16_t number, CQORPacketWriter& writer);
@@ -31,8 +30,8 @@ class CTradeMessages {
   };
   const Order& OrderOf(const DayTrade& trade);
 
-  const CDesk& Desk;
-  const CSecurities& Securities;
+  const OrderDesk& Desk;
+  const SecurityList& Securities;
   std::unordered_map<std::string, Order> Orders;  // by exchange order number
   std::uint32_t LastTradeID = 0;
 };

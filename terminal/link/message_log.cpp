@@ -1,6 +1,5 @@
 #include "terminal/link/message_log.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstring>
@@ -9,23 +8,12 @@
 #include <ostream>
 
 #include "foundations/date_time.h"
+#include "host_link/messages/message_table.h"
 #include "host_link/messages/packet_reader.h"
 
 namespace {
 
 constexpr std::uint16_t kFirstDecimalTag = 40001;
-
-struct Meaning {
-  std::uint16_t Number;
-  const char* Text;
-};
-constexpr Meaning kMeanings[] = {
-    {8111, "downloaded trade"},   {8112, "end of the download"},    {9101, "live trade"},
-    {9112, "amended trade"},      {30020, "apply filters again"},   {30021, "save the layout"},
-    {30022, "forget the trades"}, {30025, "register for the beat"}, {30026, "bring books back"},
-    {32003, "show properties"},   {32004, "properties are filled"}, {32005, "register the beat"},
-    {32021, "a book is open"},    {32022, "what is selected?"},     {32023, "this is selected"},
-};
 
 template <typename Value>
 std::string NumberText(const std::uint8_t* bytes) {
@@ -86,12 +74,12 @@ std::string TimeText(std::chrono::system_clock::time_point time) {
 
 }  // namespace
 
-void CMessageLog::Add(bool toPlugin, std::uint16_t number, std::span<const std::uint8_t> fields) {
+void MessageLog::Add(bool toPlugin, std::uint16_t number, std::span<const std::uint8_t> fields) {
   if (Messages.size() == kMost) Messages.pop_front();
   Messages.push_back({++Taken, std::chrono::system_clock::now(), toPlugin, number, {fields.begin(), fields.end()}});
 }
 
-void CMessageLog::Add(bool toPlugin, const CQORPacketWriter& message) {
+void MessageLog::Add(bool toPlugin, const CQORPacketWriter& message) {
   if (message.Buffer == nullptr) return;
   CQORPacketReader reader(message.Buffer, message.Cursor);
   reader.Cursor = message.HeaderSize;
@@ -101,17 +89,15 @@ void CMessageLog::Add(bool toPlugin, const CQORPacketWriter& message) {
 }
 
 const char* MeaningOf(std::uint16_t number) noexcept {
-  const auto* found = std::ranges::find(kMeanings, number, &Meaning::Number);
-  return found == std::end(kMeanings) ? "" : found->Text;
+  const MessageRow* row = FindMessage(number);
+  return row == nullptr ? "" : row->Meaning;
 }
 
 namespace {
 
-// The period of the beat is the one value of its range that comes without a count.
-constexpr std::uint16_t kPeriodTag = 60003;
-
+// The period of the beat breaks the rule of its range: it has no count.
 std::uint16_t WidthInLog(std::uint16_t tag) {
-  return tag == kPeriodTag ? sizeof(std::uint32_t) : ValueWidth(tag);
+  return tag == message_fields::kPeriodTag ? sizeof(std::uint32_t) : ValueWidth(tag);
 }
 
 }  // namespace
@@ -153,7 +139,7 @@ std::string LogText(const LoggedMessage& message, LogColumn column) {
   return {};
 }
 
-void WriteLog(std::ostream& file, const CMessageLog& log, std::span<const std::size_t> rows) {
+void WriteLog(std::ostream& file, const MessageLog& log, std::span<const std::size_t> rows) {
   constexpr std::size_t kColumns = std::size(kLogTitles);
   for (std::size_t i = 0; i < kColumns; ++i) {
     const std::wstring title = kLogTitles[i];

@@ -1,4 +1,4 @@
-// CMessageLog: the latest messages between terminal and plug-in, in both directions, as text for a list and for a file.
+// MessageLog: the latest messages between terminal and plug-in, in both directions, as text for a list and for a file.
 // The terminal's calling thread only.
 #pragma once
 
@@ -23,7 +23,7 @@ struct LoggedMessage {
 
 // Promises: taking a message costs a copy of its bytes; texts are made when they are asked for. Beyond kMost the oldest
 // goes.
-class CMessageLog {
+class MessageLog {
  public:
   static constexpr std::size_t kMost = 10'000;
 
@@ -53,4 +53,4 @@ const char* MeaningOf(std::uint16_t number) noexcept;
 std::string FieldsText(std::span<const std::uint8_t> fields);
 std::string LogText(const LoggedMessage& message, LogColumn column);
 // The rows as CSV with a line of titles, texts quoted.
-void WriteLog(std::ostream& file, const CMessageLog& log, std::span<const std::size_t> rows);
+void WriteLog(std::ostream& file, const MessageLog& log, std::span<const std::size_t> rows);

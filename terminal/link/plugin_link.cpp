@@ -8,19 +8,19 @@
 namespace {
 
 // The terminal's side of a HostReplyBuffer: empty, growable, released at the end.
-class CReply {
+class GrowingReply {
  public:
-  CReply() {
+  GrowingReply() {
     Buffer.Growable = 1;
     if (InitializeLock(Buffer.Lock, 0) != 0)
       throw TerminalError(ExitCode::Plugin, "the reply buffer's lock cannot be made");
   }
-  ~CReply() {
+  ~GrowingReply() {
     DestroyLock(Buffer.Lock);
     delete[] Buffer.Data;
   }
-  CReply(const CReply&) = delete;
-  CReply& operator=(const CReply&) = delete;
+  GrowingReply(const GrowingReply&) = delete;
+  GrowingReply& operator=(const GrowingReply&) = delete;
 
   HostReplyBuffer Buffer{};
 };
@@ -32,7 +32,7 @@ MessageFunction FunctionOf(const MessageRoute& route, MessageFunction exported) 
 
 }  // namespace
 
-CPluginLink::CPluginLink(const std::filesystem::path& module) {
+PluginLink::PluginLink(const std::filesystem::path& module) {
   std::string reason;
   Module = LoadModule(module, reason);
   if (Module == nullptr)
@@ -46,11 +46,11 @@ CPluginLink::CPluginLink(const std::filesystem::path& module) {
   }
 }
 
-CPluginLink::~CPluginLink() {
+PluginLink::~PluginLink() {
   UnloadModule(Module);
 }
 
-void CPluginLink::Resolve(const std::filesystem::path& path) {
+void PluginLink::Resolve(const std::filesystem::path& path) {
   const auto find = [&](const char* name) {
     void* function = ModuleSymbol(Module, name);
     if (function == nullptr)
@@ -62,19 +62,19 @@ void CPluginLink::Resolve(const std::filesystem::path& path) {
   OnPluginMessage = reinterpret_cast<MessageFunction>(find("OnPluginMessage"));
 }
 
-void CPluginLink::Describe() {
+void PluginLink::Describe() {
   const std::uint8_t infoOnly = 0;
-  CReply reply;
+  GrowingReply reply;
   GetDllInfo(&reply.Buffer, &infoOnly);
   Told = ReadPluginDescription({reply.Buffer.Data, reply.Buffer.Used});
 }
 
-void CPluginLink::Call(MessageFunction function, CQORPacketReader& message) {
+void PluginLink::Call(MessageFunction function, CQORPacketReader& message) {
   Run([&] { function(&message); });
 }
 
 // Each function gets a reader of its own state: OnPluginMessage parses its header itself.
-bool CPluginLink::Deliver(CQORPacketReader& message, const WireFrame& raw) {
+bool PluginLink::Deliver(CQORPacketReader& message, const WireFrame& raw) {
   const std::uint16_t number = message.MessageNumber;
   const bool toOnMessage = Told.ToOnMessage.Numbers.contains(number);
   const bool toOnPluginMessage = Told.ToOnPluginMessage.Numbers.contains(number);
@@ -88,7 +88,7 @@ bool CPluginLink::Deliver(CQORPacketReader& message, const WireFrame& raw) {
   return toOnMessage || toOnPluginMessage;
 }
 
-void CPluginLink::SendRestore() {
+void PluginLink::SendRestore() {
   CQORPacketWriter writer(kModePlain);
   writer.AddU16(10002, 30026);
   writer.AddU32(20128, 0);
@@ -101,7 +101,7 @@ void CPluginLink::SendRestore() {
   if (reader.ParseHeader(needed, consumed)) Call(OnMessage, reader);
 }
 
-void CPluginLink::AskSelection(std::uint64_t window, MessageFunction answer) {
+void PluginLink::AskSelection(std::uint64_t window, MessageFunction answer) {
   CQORPacketWriter writer(kModePlain);
   writer.AddU16(10002, 32022);
   writer.AddU64(30001, window);
@@ -112,12 +112,12 @@ void CPluginLink::AskSelection(std::uint64_t window, MessageFunction answer) {
   Call(FunctionOf(Told.ToOnPluginMessage, OnPluginMessage), reader);
 }
 
-void CPluginLink::RunMenuCommand() {
+void PluginLink::RunMenuCommand() {
   if (Told.MenuCommand == 0) return;
   Run(reinterpret_cast<CommandFunction>(Told.MenuCommand));
 }
 
-std::uint64_t SendStart(CPluginLink& plugin, bool withWindows) {
+std::uint64_t SendStart(PluginLink& plugin, bool withWindows) {
   std::uint64_t sent = plugin.Send(30025) ? 1 : 0;
   if (withWindows) {
     plugin.SendRestore();

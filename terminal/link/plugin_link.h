@@ -1,4 +1,4 @@
-// CPluginLink: a loaded plug-in module, its description and the calls into it.
+// PluginLink: a loaded plug-in module, its description and the calls into it.
 #pragma once
 
 #include <cstdint>
@@ -24,19 +24,19 @@ class MessageTarget {
 
 // Promises: a message number that the module did not ask for does not reach it, but for 30026. The module is unloaded
 // with the object.
-class CPluginLink : public MessageTarget {
+class PluginLink : public MessageTarget {
  public:
   // Loads the module and asks it what it is. Throws TerminalError with ExitCode::Plugin when it cannot be loaded or
   // lacks an entry point.
-  explicit CPluginLink(const std::filesystem::path& module);
-  ~CPluginLink() override;
-  CPluginLink(const CPluginLink&) = delete;
-  CPluginLink& operator=(const CPluginLink&) = delete;
+  explicit PluginLink(const std::filesystem::path& module);
+  ~PluginLink() override;
+  PluginLink(const PluginLink&) = delete;
+  PluginLink& operator=(const PluginLink&) = delete;
 
   const PluginDescription& Description() const noexcept { return Told; }
 
   // Where messages to the module are logged; null, as at the begin, for nowhere.
-  void LogTo(CMessageLog* log) { Log = log; }
+  void LogTo(MessageLog* log) { Log = log; }
   bool Deliver(CQORPacketReader& message, const WireFrame& raw) override;
   // Sends 30026, which restores the books, to OnMessage whatever the module asked for.
   void SendRestore();
@@ -65,7 +65,7 @@ class CPluginLink : public MessageTarget {
   MessageFunction OnMessage = nullptr;
   MessageFunction OnPluginMessage = nullptr;
   PluginDescription Told;
-  CMessageLog* Log = nullptr;
+  MessageLog* Log = nullptr;
   int CallDepth = 0;
 };
 
@@ -73,4 +73,4 @@ class CPluginLink : public MessageTarget {
 
 // Sends 30025, 30026 and 30022; gives how many of them the plug-in takes. 30026 only where there are windows: the
 // plug-in would open its books in a frame of its own otherwise.
-std::uint64_t SendStart(CPluginLink& plugin, bool withWindows);
+std::uint64_t SendStart(PluginLink& plugin, bool withWindows);

@@ -116,7 +116,7 @@ constexpr std::uint16_t kLongestText = 48;
 }
 
 void AnswerSelection(MessageFunction answer, const std::string& exchange, const std::string& securityId,
-                     CMessageLog& log) {
+                     MessageLog& log) {
   CQORPacketWriter writer(kModePlain);
   writer.AddU16(10002, 32023);
   if (!exchange.empty() && !securityId.empty()) {

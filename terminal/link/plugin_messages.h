@@ -64,4 +64,4 @@ PropertyRequest ReadPropertyRequest(CQORPacketReader& message);
 
 // Calls the function with the answer; nothing selected, which an empty text stands for, answers with the number alone.
 void AnswerSelection(MessageFunction answer, const std::string& exchange, const std::string& securityId,
-                     CMessageLog& log);
+                     MessageLog& log);

@@ -9,7 +9,7 @@
 
 namespace {
 
-CTerminalHost* Running = nullptr;
+TerminalHost* Running = nullptr;
 
 std::string NarrowText(const char16_t* text) {
   return text == nullptr ? std::string() : WideToNarrow(Utf16ToWide(std::u16string_view(text)));
@@ -22,7 +22,7 @@ std::uint32_t BarIdOf(std::string_view name) {
   return 1 + (hash >> 2);
 }
 
-void RegisterBeat(CQORPacketReader& message, CBeat& beat) {
+void RegisterBeat(CQORPacketReader& message, RefreshBeat& beat) {
   std::uint64_t callback = 0;
   std::uint32_t periodMs = 0;
   while (message.NextTag()) {
@@ -57,7 +57,7 @@ void PassQuestion(CQORPacketReader& message, TerminalWindows& windows) {
 
 }  // namespace
 
-void CTerminalHost::GetMasterRequest(MasterRequest* request, const std::uint16_t* requestNumber) const {
+void TerminalHost::GetMasterRequest(MasterRequest* request, const std::uint16_t* requestNumber) const {
   if (request == nullptr || requestNumber == nullptr || *requestNumber != MasterRequest::kRequestNumber) return;
   const Security* security = Securities->Find(NarrowText(request->Texts[MasterRequest::kExchange]),
                                               NarrowText(request->Texts[MasterRequest::kSecurityID]));
@@ -65,7 +65,7 @@ void CTerminalHost::GetMasterRequest(MasterRequest* request, const std::uint16_t
 }
 
 // The writer is open: its length word still holds 0, so it is walked from behind its header up to its cursor.
-void CTerminalHost::PluginDataSend(const CQORPacketWriter* message) {
+void TerminalHost::PluginDataSend(const CQORPacketWriter* message) {
   if (message == nullptr || message->Buffer == nullptr) return;
   CQORPacketReader reader(message->Buffer, message->Cursor);
   reader.Cursor = message->HeaderSize;
@@ -79,36 +79,36 @@ void CTerminalHost::PluginDataSend(const CQORPacketWriter* message) {
   if (reader.MessageNumber == 32022) PassQuestion(reader, *Windows);
 }
 
-void CTerminalHost::ApplicationFocus(const void* window, bool closed) {
+void TerminalHost::ApplicationFocus(const void* window, bool closed) {
   if (Windows != nullptr) Windows->FocusMoved(window, closed);
 }
 
-std::uint32_t CTerminalHost::GetPluginBarID(const char* bookName) {
+std::uint32_t TerminalHost::GetPluginBarID(const char* bookName) {
   const std::string name = bookName == nullptr ? "" : bookName;
   std::uint32_t id = BarIdOf(name);
   while (!BarNames.emplace(id, name).second) ++id;
   return id;
 }
 
-CTerminalHost* RunningHost() noexcept {
+TerminalHost* RunningHost() noexcept {
   return Running;
 }
 
-CRunningHostScope::CRunningHostScope(CTerminalHost& host) noexcept {
+RunningHostScope::RunningHostScope(TerminalHost& host) noexcept {
   Running = &host;
 }
-CRunningHostScope::~CRunningHostScope() {
+RunningHostScope::~RunningHostScope() {
   Running = nullptr;
 }
 
-void CBeat::Register(CommandFunction callback, std::chrono::milliseconds period) {
+void RefreshBeat::Register(CommandFunction callback, std::chrono::milliseconds period) {
   Callback = callback;
   Period = std::max(period, std::chrono::milliseconds(1));
   Due = Clock.Now() + Period;
 }
 
 // A beat that comes late moves those behind it: none is made up for.
-void CBeat::CallIfDue() {
+void RefreshBeat::CallIfDue() {
   if (Callback == nullptr) return;
   const PlayClock::Time now = Clock.Now();
   if (now < Due) return;
@@ -117,7 +117,7 @@ void CBeat::CallIfDue() {
   Callback();
 }
 
-void CBeat::WaitUntil(PlayClock::Time time) {
+void RefreshBeat::WaitUntil(PlayClock::Time time) {
   CallIfDue();
   while (Clock.Now() < time) {
     Clock.SleepUntil(Callback == nullptr ? time : std::min(time, Due));
@@ -125,6 +125,6 @@ void CBeat::WaitUntil(PlayClock::Time time) {
   }
 }
 
-std::optional<PlayClock::Time> CBeat::NextCall() const {
+std::optional<PlayClock::Time> RefreshBeat::NextCall() const {
   return Callback == nullptr ? std::nullopt : std::optional(Due);
 }

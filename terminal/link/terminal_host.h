@@ -1,4 +1,4 @@
-// CTerminalHost: what the terminal answers when a plug-in calls its exported functions.
+// TerminalHost: what the terminal answers when a plug-in calls its exported functions.
 #pragma once
 
 #include <chrono>
@@ -11,7 +11,7 @@
 #include "host_link/host_functions/terminal_functions.h"
 #include "host_link/messages/packet_writer.h"
 #include "host_link/module/message_router.h"
-#include "terminal/day/reference_data.h"
+#include "terminal/day/csv_tables.h"
 #include "terminal/link/message_log.h"
 #include "terminal/link/plugin_messages.h"
 
@@ -25,16 +25,16 @@ class PlayClock {
   virtual void SleepUntil(Time time) = 0;
 };
 
-class CWallClock : public PlayClock {
+class WallClock : public PlayClock {
  public:
   Time Now() override { return std::chrono::steady_clock::now(); }
   void SleepUntil(Time time) override { std::this_thread::sleep_until(time); }
 };
 
-// CBeat: the refresh callback that a plug-in registers, called at its period.
-class CBeat {
+// RefreshBeat: the refresh callback that a plug-in registers, called at its period.
+class RefreshBeat {
  public:
-  explicit CBeat(PlayClock& clock) : Clock(clock) {}
+  explicit RefreshBeat(PlayClock& clock) : Clock(clock) {}
 
   // The last registration holds. Null ends the calls.
   void Register(CommandFunction callback, std::chrono::milliseconds period);
@@ -70,16 +70,16 @@ class TerminalWindows {
   virtual void FocusMoved(const void* window, bool closed) = 0;
 };
 
-class CTerminalHost {
+class TerminalHost {
  public:
-  CTerminalHost(const CSecurities& securities, CBeat& beat) : Securities(&securities), Beat(beat) {}
+  TerminalHost(const SecurityList& securities, RefreshBeat& beat) : Securities(&securities), Beat(beat) {}
 
   // From now on it answers about these.
-  void UseSecurities(const CSecurities& securities) { Securities = &securities; }
+  void UseSecurities(const SecurityList& securities) { Securities = &securities; }
   // Null, as at the begin, for a terminal without windows: then nothing comes of their messages.
   void UseWindows(TerminalWindows* windows) { Windows = windows; }
   // Where the plug-in's messages are logged; null, as at the begin, for nowhere.
-  void LogTo(CMessageLog* log) { Log = log; }
+  void LogTo(MessageLog* log) { Log = log; }
 
   // Fills the second slot with the master record of the security, if there is one.
   void GetMasterRequest(MasterRequest* request, const std::uint16_t* requestNumber) const;
@@ -98,22 +98,22 @@ class CTerminalHost {
   const std::map<std::uint16_t, std::uint64_t>& Received() const noexcept { return ReceivedCounts; }
 
  private:
-  const CSecurities* Securities;
-  CBeat& Beat;
+  const SecurityList* Securities;
+  RefreshBeat& Beat;
   TerminalWindows* Windows = nullptr;
-  CMessageLog* Log = nullptr;
+  MessageLog* Log = nullptr;
   std::map<std::uint16_t, std::uint64_t> ReceivedCounts;
   std::map<std::uint32_t, std::string> BarNames;
 };
 
 // The host that the exported functions forward to: the one of the run, null before and after it.
-CTerminalHost* RunningHost() noexcept;
+TerminalHost* RunningHost() noexcept;
 
 // Makes a host the running one for as long as this lives.
-class CRunningHostScope {
+class RunningHostScope {
  public:
-  explicit CRunningHostScope(CTerminalHost& host) noexcept;
-  ~CRunningHostScope();
-  CRunningHostScope(const CRunningHostScope&) = delete;
-  CRunningHostScope& operator=(const CRunningHostScope&) = delete;
+  explicit RunningHostScope(TerminalHost& host) noexcept;
+  ~RunningHostScope();
+  RunningHostScope(const RunningHostScope&) = delete;
+  RunningHostScope& operator=(const RunningHostScope&) = delete;
 };

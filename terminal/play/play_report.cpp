@@ -7,7 +7,7 @@
 #include <string>
 
 #include "terminal/common/errors.h"
-#include "terminal/day/csv_file.h"
+#include "terminal/day/csv_reader.h"
 
 namespace {
 constexpr std::chrono::seconds kRateTime{2};
@@ -49,10 +49,10 @@ namespace {
 constexpr std::size_t kLineWidth = 40;
 }
 
-CProgress::CProgress(std::ostream& out, PlayClock& clock)
+PlayProgress::PlayProgress(std::ostream& out, PlayClock& clock)
     : Out(out), Clock(clock), Next(clock.Now() + std::chrono::seconds(1)) {}
 
-void CProgress::Tell(std::uint64_t trades) {
+void PlayProgress::Tell(std::uint64_t trades) {
   const PlayClock::Time now = Clock.Now();
   if (now < Next) return;
   Next = now + std::chrono::milliseconds(500);
@@ -62,7 +62,7 @@ void CProgress::Tell(std::uint64_t trades) {
   Shown = true;
 }
 
-void CProgress::Finish() {
+void PlayProgress::Finish() {
   if (Shown) Out << std::string(kLineWidth, ' ') << '\r' << std::flush;
   Shown = false;
 }

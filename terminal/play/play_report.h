@@ -29,13 +29,13 @@ class TradeRate {
   std::deque<Sample> Samples;
 };
 
-// CProgress: one line on a screen that tells how far a long day is.
+// PlayProgress: one line on a screen that tells how far a long day is.
 
 // Promises: nothing in the first second, then at most two lines a second, each over the one before; Finish wipes the
 // last.
-class CProgress {
+class PlayProgress {
  public:
-  CProgress(std::ostream& out, PlayClock& clock);
+  PlayProgress(std::ostream& out, PlayClock& clock);
 
   void Tell(std::uint64_t trades);
   void Finish();

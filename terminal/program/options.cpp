@@ -1,10 +1,13 @@
 #include "terminal/program/options.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <iterator>
+#include <utility>
 
+#include "platform/modules.h"
 #include "terminal/common/errors.h"
 #include "terminal/script/window_script.h"
 
@@ -119,49 +122,80 @@ constexpr ExitCodeRow kExitCodes[] = {
     {ExitCode::Display, "there is no display for the windows"},
 };
 
-constexpr std::size_t kHelpColumn = 26;
-
-const OptionRow* FindOption(const Path& name) {
-  for (const OptionRow& row : kOptions)
-    if (name == row.Name) return &row;
-  return nullptr;
-}
-
 [[noreturn]] void Refuse(const std::string& sentence) {
   throw TerminalError(ExitCode::CommandLine, sentence + "; --help lists the options");
 }
 
-void TakeOption(const OptionRow& row, const Path& value, Options& options) {
-  const Fault expected = row.Take(value, options);
-  if (expected != nullptr) Refuse("the value \"" + PathText(value) + "\" of " + row.Name + " is not " + expected);
-}
-
 // Another option's name is no value: a value has been forgotten.
-bool IsValue(const Path& argument) {
-  return FindOption(argument) == nullptr;
+void TakeOption(const CLI::App& app, const OptionRow& row, const std::string& value, Options& options) {
+  if (value.starts_with("--") && app.get_option_no_throw(value) != nullptr)
+    Refuse(std::string(row.Name) + " needs a value");
+  const Fault expected = row.Take(Path(std::u8string(value.begin(), value.end())), options);
+  if (expected != nullptr) Refuse("the value \"" + value + "\" of " + row.Name + " is not " + expected);
 }
 
-std::string HelpLine(std::string head, const char* text) {
-  head.resize(std::max(head.size() + 1, kHelpColumn), ' ');
-  return "  " + head + text + "\n";
+std::string ExitCodesText() {
+  std::string text = "Exit codes:\n";
+  for (const ExitCodeRow& row : kExitCodes)
+    text += "  " + std::to_string(static_cast<int>(row.Code)) + "  " + row.Help + "\n";
+  return text;
 }
+
+// The library's sentences of a missing value and of one too many in the words of the others.
+std::string OurWords(const std::string& sentence) {
+  const std::size_t missing = sentence.find(": 1 required");
+  if (missing != std::string::npos) return sentence.substr(0, missing) + " needs a value";
+  const std::size_t given = sentence.find(" was given a disallowed flag override");
+  return given == std::string::npos ? sentence : "--" + sentence.substr(0, given) + " takes no value";
+}
+
+// The command line, which fills the options.
+class CommandLine {
+ public:
+  explicit CommandLine(Options& options) {
+    constexpr std::size_t kHelpColumn = 30;
+    App.set_help_flag();
+    App.allow_windows_style_options(false);
+    App.allow_extras();
+    App.get_formatter()->column_width(kHelpColumn);
+    for (const OptionRow& row : kOptions) Add(row, options);
+    App.footer("Commands of a --script file, one a line; # begins a remark:\n" + ScriptHelpText() + "\n" +
+               ExitCodesText());
+  }
+  void Parse(std::vector<std::string> words) {
+    std::reverse(words.begin(), words.end());  // as the library takes a vector
+    try {
+      App.parse(std::move(words));
+    } catch (const CLI::ParseError& error) {
+      Refuse(OurWords(error.what()));
+    }
+    if (const std::vector<std::string> unknown = App.remaining(); !unknown.empty())
+      Refuse("there is no option " + unknown.front());
+  }
+  std::string Help() const { return App.help(); }
+
+ private:
+  void Add(const OptionRow& row, Options& options) {
+    if (row.Value == nullptr) {
+      App.add_flag_function(
+             row.Name, [&](std::int64_t) { row.Take({}, options); }, row.Help)
+          ->disable_flag_override();
+      return;
+    }
+    const auto take = [this, &row, &options](const std::string& value) { TakeOption(App, row, value, options); };
+    App.add_option_function<std::string>(row.Name, take, row.Help)->type_name(row.Value)->take_last();
+  }
+
+  CLI::App App{"terminal: plays a day of trades to the Trade Book plug-in", "terminal"};
+};
 
 }  // namespace
 
 Options ParseOptions(const std::vector<Path>& arguments) {
   Options options;
-  for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-    const OptionRow* row = FindOption(*argument);
-    if (row == nullptr) Refuse("there is no option " + PathText(*argument));
-    if (row->Value == nullptr) {
-      TakeOption(*row, {}, options);
-      continue;
-    }
-    const auto value = std::next(argument);
-    if (value == arguments.end() || !IsValue(*value)) Refuse(std::string(row->Name) + " needs a value");
-    TakeOption(*row, *value, options);
-    argument = value;
-  }
+  std::vector<std::string> words;
+  for (const Path& argument : arguments) words.push_back(PathText(argument));
+  CommandLine(options).Parse(std::move(words));
   if (options.RecordMode && options.Record.empty()) Refuse("--record-mode says something only with --record");
   const bool ofWindows = options.ExitAfter || !options.Screenshot.empty() || !options.Script.empty();
   if (ofWindows && (options.Headless || !options.Record.empty()))
@@ -169,12 +203,21 @@ Options ParseOptions(const std::vector<Path>& arguments) {
   return options;
 }
 
+RunFiles FilesOf(const Options& options) {
+  const auto full = [](const Path& given) { return given.empty() ? given : std::filesystem::absolute(given); };
+  RunFiles files = RunFiles::OfDay(options.Day);
+  if (!options.Securities.empty()) files.Securities = full(options.Securities);
+  if (!options.Desk.empty()) files.Desk = full(options.Desk);
+  files.Plugin =
+      options.Plugin.empty() ? ProgramFolder() / (std::string("tradebook") + ModuleSuffix()) : full(options.Plugin);
+  files.Work = full(options.Work.empty() ? "trade_book_work" : options.Work);
+  files.Record = full(options.Record);
+  files.Screenshot = full(options.Screenshot);
+  files.Script = full(options.Script);
+  return files;
+}
+
 std::string HelpText() {
-  std::string text = "terminal: plays a day of trades to the Trade Book plug-in\n\nOptions:\n";
-  for (const OptionRow& row : kOptions)
-    text += HelpLine(row.Value == nullptr ? row.Name : std::string(row.Name) + " " + row.Value, row.Help);
-  text += "\nCommands of a --script file, one a line; # begins a remark:\n" + ScriptHelpText();
-  text += "\nExit codes:\n";
-  for (const ExitCodeRow& row : kExitCodes) text += HelpLine(std::to_string(static_cast<int>(row.Code)), row.Help);
-  return text;
+  Options ignored;
+  return CommandLine(ignored).Help();
 }

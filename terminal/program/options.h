@@ -8,12 +8,17 @@
 #include <string>
 #include <vector>
 
-#include "terminal/day/day_source.h"
+#include "terminal/common/run_files.h"
+#include "terminal/day/numbered_day.h"
 
 // When the windows close by themselves.
 struct ExitAfter {
   bool Played = false;                          // once the day has been played
   std::optional<std::chrono::seconds> Seconds;  // of the wall
+
+  bool HasCome(bool dayHasEnded, std::chrono::steady_clock::duration sinceBegin) const noexcept {
+    return Played ? dayHasEnded : sinceBegin >= *Seconds;
+  }
 };
 
 struct Options {
@@ -38,5 +43,8 @@ struct Options {
 // Throws TerminalError with ExitCode::CommandLine for an option that does not exist, lacks its value or has a bad one.
 // An option given twice keeps its last value.
 Options ParseOptions(const std::vector<std::filesystem::path>& arguments);
+
+// The files that the options name, and the defaults of the help for the others.
+RunFiles FilesOf(const Options& options);
 
 std::string HelpText();

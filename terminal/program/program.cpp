@@ -8,18 +8,18 @@
 
 #include "platform/modules.h"
 #include "terminal/common/errors.h"
-#include "terminal/day/day_script.h"
+#include "terminal/day/numbered_day.h"
 #include "terminal/day/recordings.h"
 #include "terminal/link/plugin_link.h"
 #include "terminal/link/terminal_host.h"
-#include "terminal/play/day_run.h"
+#include "terminal/play/player.h"
 
 namespace {
 
 using Path = std::filesystem::path;
 
-std::string RecordMessages(CDayScript& script, const Path& file, std::uint16_t mode) {
-  CMessageRecord record(file, mode);
+std::string RecordMessages(NumberedDay& script, const Path& file, std::uint16_t mode) {
+  MessageRecorder record(file, mode);
   std::uint64_t messages = 0;
   while (script.Next()) {
     if (record.Write(script.Message()))
@@ -32,8 +32,8 @@ std::string RecordMessages(CDayScript& script, const Path& file, std::uint16_t m
 }
 
 // The end of a download is left out without a word: it is told by the numbers of the trades.
-std::string RecordTrades(CDayScript& script, const Path& file, std::uint16_t mode) {
-  CRecordFile record(file, mode);
+std::string RecordTrades(NumberedDay& script, const Path& file, std::uint16_t mode) {
+  TradeRecorder record(file, mode);
   std::uint64_t trades = 0;
   std::uint64_t others = 0;
   while (script.Next()) {
@@ -48,31 +48,31 @@ std::string RecordTrades(CDayScript& script, const Path& file, std::uint16_t mod
   return WithThousands(trades) + " trades" + rest;
 }
 
-void RecordDay(const RunFiles& files, const Options& options, CBadLines& badLines, std::ostream& out) {
+void RecordDay(const RunFiles& files, const Options& options, BadLineReport& badLines, std::ostream& out) {
   std::error_code error;
   if (std::filesystem::equivalent(files.Day, files.Record, error))
     throw TerminalError(ExitCode::CommandLine, "--record would write over the day, " + PathText(files.Day));
-  CDayInput input(files, options.Live, badLines);
+  DayInput input(files, options.Live, badLines);
   const auto record = IsRecordFile(files.Record) ? RecordTrades : RecordMessages;
   out << PathText(files.Record) << ": " << record(input.Open(), files.Record, options.RecordMode.value_or(0)) << '\n';
 }
 
-void PlayDay(const RunFiles& files, const Options& options, CBadLines& badLines, std::ostream& out,
+void PlayDay(const RunFiles& files, const Options& options, BadLineReport& badLines, std::ostream& out,
              std::ostream& errors) {
-  CDayInput input(files, options.Live, badLines);
-  CDayScript& script = input.Open();
+  DayInput input(files, options.Live, badLines);
+  NumberedDay& script = input.Open();
   EnterWorkingFolder(files.Work, ProgramFolder() / "working_folder");
-  CWallClock clock;
-  CBeat beat(clock);
-  CTerminalHost host(input.Securities, beat);
-  const CRunningHostScope running(host);
-  CPluginLink plugin(files.Plugin);
+  WallClock clock;
+  RefreshBeat beat(clock);
+  TerminalHost host(input.Securities, beat);
+  const RunningHostScope running(host);
+  PluginLink plugin(files.Plugin);
   DaySummary summary;
   summary.PluginName = plugin.Description().Name;
   summary.ControlMessages = SendStart(plugin, false);
-  CProgress progress(errors, clock);
+  PlayProgress progress(errors, clock);
   const PlayClock::Time start = clock.Now();
-  summary.Played = CDayPlayer(plugin, beat, clock, progress, options.Speed).Play(script);
+  summary.Played = DayPlayer(plugin, beat, clock, progress, options.Speed).Play(script);
   summary.Time = clock.Now() - start;
   progress.Finish();
   summary.ControlMessages += plugin.Send(30021) ? 1 : 0;
@@ -88,8 +88,8 @@ ExitCode Run(const Options& options, PlayInWindowsFunction playInWindows, std::o
     out << (options.Help ? HelpText() : std::string("terminal ") + kTerminalVersion + "\n");
     return ExitCode::Played;
   }
-  CBadLines badLines(errors);
-  const RunFiles files(options);
+  BadLineReport badLines(errors);
+  const RunFiles files = FilesOf(options);
   if (!options.Record.empty())
     RecordDay(files, options, badLines, out);
   else if (options.Headless)

@@ -12,14 +12,14 @@
 
 #include "terminal/common/errors.h"
 #include "terminal/common/run_files.h"
-#include "terminal/play/day_run.h"
+#include "terminal/play/player.h"
 #include "terminal/program/options.h"
 
 inline constexpr const char* kTerminalVersion = TERMINAL_VERSION;
 
 // Plays the day in windows until the user closes them; bad lines go to the object, the summary to out. Throws
 // TerminalError.
-using PlayInWindowsFunction = void (*)(const RunFiles& files, const Options& options, CBadLines& badLines,
+using PlayInWindowsFunction = void (*)(const RunFiles& files, const Options& options, BadLineReport& badLines,
                                        std::ostream& out);
 
 // Writes results to out, errors and bad lines to errors. Windows are used only where the command line asks for them.

@@ -191,7 +191,7 @@ ScriptCommand ParseLine(const std::filesystem::path& file, std::uint64_t number,
 
 std::vector<ScriptCommand> ReadWindowScript(const std::filesystem::path& file) {
   std::vector<ScriptCommand> commands;
-  CFileBytes bytes(file);
+  FileBytes bytes(file);
   std::string line;
   std::uint64_t number = 0;
   const auto endLine = [&] {

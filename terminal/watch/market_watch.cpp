@@ -26,7 +26,7 @@ Trend WatchRow::ChangeTrend() const noexcept {
   return TrendOf(First, Last);
 }
 
-void MarketWatch::Fill(const CSecurities& securities) {
+void MarketWatch::Fill(const SecurityList& securities) {
   Securities.clear();
   Order.clear();
   ByKey.clear();

@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "terminal/day/reference_data.h"
+#include "terminal/day/csv_tables.h"
 #include "terminal/day/trade_message.h"
 
 enum class Trend : std::uint8_t { None, Up, Down };
@@ -36,10 +36,10 @@ struct WatchRow {
 // listed adds its row at the end. A trade costs one hash; a sort n log n.
 class MarketWatch : public TradeListener {
  public:
-  explicit MarketWatch(const CSecurities& securities) { Fill(securities); }
+  explicit MarketWatch(const SecurityList& securities) { Fill(securities); }
 
   // Begins anew with these securities and no trades.
-  void Fill(const CSecurities& securities);
+  void Fill(const SecurityList& securities);
   // Forgets the trades; the rows stay where they are.
   void ForgetTrades();
   void OnTradeSent(const TradePrint& print) override;

@@ -1,4 +1,4 @@
-// The architecture's page names files and functions that there are, and what it tells of one trade is so.
+// The architecture page names files and functions that exist and follows one trade as the code does.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -10,13 +10,14 @@
 #include "host_link/messages/packet_writer.h"
 #include "platform/modules.h"
 #include "tests/documents/page.h"
+#include "tests/support/files.h"
 #include "tests/support/plain_book.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-TEST(ArchitecturePage, NamesWhatThereIs) {
+TEST(ArchitecturePage, NamesFilesAndFunctionsThatExist) {
   const std::string page = SourceText("docs/architecture.md");
   std::set<std::string> files;
   std::string sources;
@@ -36,21 +37,17 @@ TEST(ArchitecturePage, NamesWhatThereIs) {
   for (const Match& name : functions) EXPECT_NE(sources.find(name[1] + "("), std::string::npos) << name[1];
 }
 
-std::string ContentOf(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
 std::string Narrow(const std::wstring& text) {
   return {text.begin(), text.end()};
 }
 
-// What the page quotes comes out of the functions that it names.
-TEST(ArchitecturePage, OneTradeLeavesWhatIsTold) {
+// The functions that the page names make the texts that it quotes.
+TEST(ArchitecturePage, QuotesWhatOneTradeLeaves) {
   const fs::path folder = ProgramFolder() / "life of a trade";
   fs::remove_all(folder);
   fs::create_directories(folder);
-  std::ofstream(folder / "TradeHeaderFile.txt") << "SecurityID\nSide\nQuantity\nPrice";
-  std::ofstream(folder / "EXCHANGETRADEFORMAT.TXT") << "Trade Status\nSide\nQuantity\nPrice";
+  WriteFile(folder / "TradeHeaderFile.txt", "SecurityID\nSide\nQuantity\nPrice");
+  WriteFile(folder / "EXCHANGETRADEFORMAT.TXT", "Trade Status\nSide\nQuantity\nPrice");
   CQORTradeImpl decoder;
   TradeBooks books;
   TradeCache cache(decoder, books, folder);
@@ -77,7 +74,7 @@ TEST(ArchitecturePage, OneTradeLeavesWhatIsTold) {
   told.push_back(Narrow(book.Line.TextOf(SummaryValue::NetAmt)));
   for (const auto& entry : fs::directory_iterator(folder))
     if (entry.path().extension() == ".CSV")
-      told.push_back(ContentOf(entry.path()).substr(std::string("SecurityID,Side,Quantity,Price,\r\n").size()));
+      told.push_back(ReadFile(entry.path()).substr(std::string("SecurityID,Side,Quantity,Price,\r\n").size()));
   GridColumns columns;
   for (const TradeColumn& column : kTradeColumns) {
     const std::string name(column.Title);
@@ -90,11 +87,11 @@ TEST(ArchitecturePage, OneTradeLeavesWhatIsTold) {
   const std::vector<TradeRecord*> rows = book.Rows.RowRecords();
   const std::vector<const TradeRecord*> shown(rows.begin(), rows.end());
   ExportGridCsv("Visible Columns", folder / "visible", {columns, shown, {}, cache.ServerName, cache.LiveTrades});
-  const std::string visible = ContentOf(folder / "visible");
+  const std::string visible = ReadFile(folder / "visible");
   told.push_back(visible.substr(visible.rfind('\n') + 1));
   WriteExchangeTradeFiles({columns, cache.LiveTrades, {}, folder, folder, 0});
   for (const auto& entry : fs::directory_iterator(folder / "ExchangeTradeFormat" / "FO"))
-    told.push_back(ContentOf(entry.path()));
+    told.push_back(ReadFile(entry.path()));
   ASSERT_EQ(told.size(), 8U);
   std::erase(told.back(), '\r'), std::erase(told.back(), '\n');
   std::string page = SourceText("docs/architecture.md");

@@ -1,4 +1,4 @@
-// The commands on the pages are ones that the programs take, and the terminal's page has all that its tables have.
+// The programs take the commands on the pages, and the terminal's page has all of its options.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -23,8 +23,8 @@ std::set<std::string> Firsts(const std::string& text, const char* pattern) {
   return firsts;
 }
 
-// Lines of blocks, and commands within a text.
-TEST(CommandLines, TheTerminalTakesThem) {
+// In blocks and within a text.
+TEST(CommandLines, AreOptionsOfTheTerminal) {
   int count = 0;
   for (const char* page : kPages)
     for (const Match& line :
@@ -40,8 +40,7 @@ TEST(CommandLines, TheTerminalTakesThem) {
   EXPECT_GE(count, 6);
 }
 
-// Presets and targets are those of the build.
-TEST(CommandLines, TheBuildKnowsThem) {
+TEST(CommandLines, ArePresetsAndTargetsOfTheBuild) {
   const std::string presets = SourceText("CMakePresets.json");
   const std::string targets = SourceText("cmake/package.cmake");
   int count = 0;
@@ -59,7 +58,7 @@ TEST(CommandLines, TheBuildKnowsThem) {
   EXPECT_GE(count, 4);
 }
 
-TEST(CommandLines, TheTerminalsPageHasEveryOptionCommandAndExitCode) {
+TEST(CommandLines, TerminalPageHasEveryOptionCommandAndExitCode) {
   const std::string page = SourceText("docs/terminal.md");
   const std::string help = HelpText();
   const std::set<std::string> options = Firsts(help, R"(\n  (--[a-z-]+))");

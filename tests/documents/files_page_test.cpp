@@ -10,17 +10,17 @@
 #include "grid_ops/exports/trade_file_lines.h"
 #include "platform/modules.h"
 #include "tests/documents/page.h"
+#include "tests/support/files.h"
 #include "toolkit/model/bar_place.h"
 #include "trade_data/daily_file/daily_file.h"
 
 namespace {
 
 std::string Shipped(const std::string& name) {
-  std::ifstream file(TRADEBOOK_SOURCE_FOLDER "/terminal/data/working_folder/" + name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
+  return ReadFile(TRADEBOOK_SOURCE_FOLDER "/terminal/data/working_folder/" + name);
 }
 
-// The sample of the header file names every column once, and the file that ships is that sample.
+// The sample header file names every column once and is the file that ships.
 TEST(FilesPage, SampleHeaderFileNamesEveryColumn) {
   const std::vector<std::string> names = FencedBlock("files.md", "`TradeHeaderFile.txt`", "text");
   std::set<const DailyColumn*> columns;
@@ -34,8 +34,8 @@ TEST(FilesPage, SampleHeaderFileNamesEveryColumn) {
   EXPECT_EQ(SplitText(Shipped("TradeHeaderFile.txt"), '\n'), names);
 }
 
-// The samples of the exports' files stand on the page as they ship, and all that they name is known.
-TEST(FilesPage, SamplesOfTheExports) {
+// The page has the export files as they ship; every name in them is known.
+TEST(FilesPage, SamplesOfExportsNameKnownFields) {
   for (const auto& [name, language] :
        {std::pair{"EXCHANGETRADEFORMAT.TXT", "text"}, {"TRADEBOOKEXPORT.TXT", "text"}, {"config.ini", "ini"}})
     EXPECT_EQ(SplitText(Shipped(name), '\n'), FencedBlock("files.md", "## `" + std::string(name) + "`", language));
@@ -63,8 +63,8 @@ std::wstring SampleSettings(const std::string& behind) {
   return text;
 }
 
-// The samples of settings read as what the page says of them.
-TEST(FilesPage, SamplesOfSettings) {
+// The samples of settings parse to what the page says.
+TEST(FilesPage, SamplesOfSettingsParse) {
   CVELDPXMLSettings settings;
   ASSERT_TRUE(ParseNode(settings.UserRoot(), SampleSettings("## `TradeBookSettings.xml`")));
   std::int32_t number = 0;
@@ -78,12 +78,11 @@ TEST(FilesPage, SamplesOfSettings) {
   const std::optional<BarPlace> bar = ParseBarPlace(place);
   ASSERT_TRUE(bar);
   EXPECT_EQ(BarPlaceText(*bar), place);
-  const std::vector<std::string> profile = FencedBlock("files.md", "## `ColumnProfile/", "xml");
+  std::string text;
+  for (const std::string& line : FencedBlock("files.md", "## `ColumnProfile/", "xml")) text += line + '\n';
   const auto folder = ProgramFolder() / "sample profile";
   std::filesystem::create_directories(folder / "ColumnProfile" / "Trade Book");
-  std::ofstream file(folder / "ColumnProfile" / "Trade Book" / "ColumnProfile.xml");
-  for (const std::string& line : profile) file << line << '\n';
-  file.close();
+  WriteFile(folder / "ColumnProfile" / "Trade Book" / "ColumnProfile.xml", text);
   ColumnProfile columns("Trade Book", L"ColumnProfile", folder);
   columns.LoadColumnProfileFile();
   EXPECT_EQ(columns.LoadMultipleSort(), 1);
@@ -93,8 +92,8 @@ TEST(FilesPage, SamplesOfSettings) {
   EXPECT_EQ(server.Visible, 0);
 }
 
-// A file that was cut gives nothing, whatever was cut off.
-TEST(FilesPage, CutSamplesOfSettingsGiveNothing) {
+// A truncated file parses to nothing, at every length.
+TEST(FilesPage, RejectsTruncatedSettings) {
   for (const char* behind : {"## `TradeBookSettings.xml`", "## `ColumnProfile/"}) {
     const std::wstring sample = SampleSettings(behind);
     for (std::size_t size = 0; size < sample.size(); ++size) {

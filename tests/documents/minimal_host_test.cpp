@@ -1,4 +1,4 @@
-// The example of the host guide is run, and does what the guide says.
+// The example of the host guide does what the guide says.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -7,17 +7,13 @@
 #include "foundations/text_tools.h"
 #include "platform/modules.h"
 #include "tests/documents/page.h"
+#include "tests/support/files.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
 constexpr bool kWindows = fs::path::preferred_separator == '\\';
-
-std::string Content(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 std::string WithoutReturns(std::string text) {
   std::erase(text, '\r');
@@ -33,7 +29,7 @@ int RunProgram(const fs::path& program, const std::string& arguments) {
 
 class MinimalHost : public testing::Test {
  protected:
-  // Each test has a folder of its own: the shell of the former one may hold that a while longer.
+  // One folder per test: the former test's shell may still hold its own.
   MinimalHost()
       : FormerFolder(fs::current_path()),
         Folder(ProgramFolder() / "minimal host test" / testing::UnitTest::GetInstance()->current_test_info()->name()) {
@@ -52,22 +48,22 @@ class MinimalHost : public testing::Test {
   fs::path Program = ProgramFolder() / ".." / "bin" / (kWindows ? "minimal_host.exe" : "minimal_host");
 };
 
-TEST_F(MinimalHost, PrintsWhatTheGuideShowsAndLeavesADailyFile) {
-  ASSERT_EQ(RunProgram(Program, ""), 0) << Content("out");
+TEST_F(MinimalHost, PrintsWhatTheGuideShowsAndWritesADailyFile) {
+  ASSERT_EQ(RunProgram(Program, ""), 0) << ReadFile("out");
   std::string expected;
   for (const std::string& line : FencedBlock("host_guide.md", "The example prints", "text")) expected += line + "\n";
-  EXPECT_EQ(WithoutReturns(Content("out")), expected);
+  EXPECT_EQ(WithoutReturns(ReadFile("out")), expected);
   std::string daily;
   for (const auto& entry : fs::directory_iterator("minimal_host"))
-    if (entry.path().extension() == ".CSV") daily += Content(entry.path());
+    if (entry.path().extension() == ".CSV") daily += ReadFile(entry.path());
   EXPECT_EQ(daily,
             "VELDTradeID,SecurityID,Side,Quantity,Price,\r\n1,GC201312,Buy,2,1313.25,\r\n2,GC201312,Buy,2,1313.4,");
 }
 
-TEST_F(MinimalHost, SaysWhyItCannotUseAModule) {
+TEST_F(MinimalHost, ReportsAModuleThatCannotBeUsed) {
   EXPECT_NE(RunProgram(Program, "no_such_module"), 0);
-  EXPECT_TRUE(Content("out").starts_with("the module cannot be used: ")) << Content("out");
-  EXPECT_GT(Content("out").size(), 35U);
+  EXPECT_TRUE(ReadFile("out").starts_with("the module cannot be used: ")) << ReadFile("out");
+  EXPECT_GT(ReadFile("out").size(), 35U);
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 
 namespace {
 
-TEST(WireFormatPage, ExampleDecodesToWhatStandsBesideIt) {
+TEST(WireFormatPage, ExampleDecodesToItsRemarks) {
   const std::vector<std::uint8_t> bytes = HexBlock("wire_format.md", "## A trade");
   CQORPacketReader reader(bytes.data(), static_cast<std::uint16_t>(bytes.size()));
   std::uint16_t needed = 0;
@@ -26,6 +26,17 @@ TEST(WireFormatPage, ExampleDecodesToWhatStandsBesideIt) {
   EXPECT_EQ(record.Side, 1);
   EXPECT_EQ(std::uint32_t{record.Quantity}, 2U);
   EXPECT_EQ(double{record.Price}, 1313.25);
+}
+
+TEST(WireFormatPage, HasTheWidthsOfAllTags) {
+  std::vector<std::pair<int, int>> page, rules;  // last tag of a range, width
+  for (const Match& row : Matches(PageSection(SourceText("docs/wire_format.md"), "\n## Body"),
+                                  R"(\n\| (?:\d+ to )?(\d+) \| (none|a 16-bit count|\d+)\b[^|]* \|)"))
+    page.emplace_back(std::stoi(row[1]), row[2] == "none"             ? 0
+                                         : row[2] == "a 16-bit count" ? kCountedWidth
+                                                                      : std::stoi(row[2]));
+  for (const SkipRule& rule : kSkipRules) rules.emplace_back(rule.LastTag, rule.Width);
+  EXPECT_EQ(page, rules);
 }
 
 }  // namespace

@@ -9,15 +9,6 @@
 
 namespace {
 
-constexpr int kMostTicks = 1000;
-
-bool TickUntil(const std::function<bool()>& condition) {
-  bool holds = false;
-  int ticks = 0;
-  RunForeignLoop([&] { return !(holds = condition()) && ++ticks < kMostTicks; });
-  return holds;
-}
-
 TEST(BookListEnd, StopsTheToolkit) {
   if (!OpenForeignWindow()) GTEST_SKIP() << "there is no display to make windows on";
   for (const bool barsGoFirst : {false, true}) {

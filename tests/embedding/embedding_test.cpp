@@ -1,73 +1,92 @@
+// The toolkit in a program whose main loop is not that of wxWidgets.
 #include <gtest/gtest.h>
+#include <wx/app.h>
+#include <wx/dialog.h>
+#include <wx/textctrl.h>
+#include <wx/uiaction.h>
 
-#include "platform/modules.h"
-#include "tests/embedding/bar_module.h"
 #include "tests/embedding/foreign_loop.h"
+#include "toolkit/bars/docking_control_bar.h"
+#include "toolkit/dialogs/message_box.h"
+#include "toolkit/start/toolkit_start.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
-constexpr int kMostTicks = 4000;
-
-struct LoadedModule {
-  LoadedModule() : Handle(LoadModule(ProgramFolder() / (std::string("bar_module") + ModuleSuffix()), Error)) {}
-  template <typename Function>
-  Function* Get(const char* name) const {
-    return reinterpret_cast<Function*>(ModuleSymbol(Handle, name));
+class EditBar : public CQORPDockingControlBar {
+ public:
+  bool PreTranslateMessage(wxKeyEvent& event) override {
+    ++KeyCount;
+    return event.GetKeyCode() == WXK_F8;
   }
-  std::string Error;
-  ModuleHandle Handle;
+  wxTextCtrl* First = nullptr;
+  wxTextCtrl* Second = nullptr;
+  int KeyCount = 0, LaterCount = 0, IdleCount = 0;
 };
 
-// Runs the module's steps from within the program's loop and gives the number of the one that did not get done; -1 for
-// none.
-int RunSteps(const LoadedModule& module, int count) {
-  const auto runStep = module.Get<StepFunction>("RunStep");
-  int step = 0, ticks = 0;
-  RunForeignLoop([&] {
-    const Answer answer = runStep(step);
-    if (answer == Answer::Done) ++step, ticks = 0;
-    return answer != Answer::Failed && ++ticks < kMostTicks && step < count;
-  });
-  return step < count ? step : -1;
-}
-
-// In this order: a program gets its display, loads the module, and loads it once more.
+// In this order: the program has no display at first, then opens its window.
 TEST(Embedding, IsSilentWithoutADisplay) {
   if (!HideDisplay()) GTEST_SKIP() << "the platform always has a display";
-  const LoadedModule module;
-  ASSERT_NE(module.Handle, nullptr) << module.Error;
   testing::internal::CaptureStderr();
-  EXPECT_FALSE(module.Get<StartFunction>("Start")());
-  EXPECT_FALSE(module.Get<StartFunction>("Start")());
+  EXPECT_FALSE(StartToolkit());
+  EXPECT_FALSE(StartToolkit());
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-  UnloadModule(module.Handle);
   ShowDisplay();
 }
 
-TEST(Embedding, AForeignLoopServesABarUntilItsModuleIsUnloaded) {
+EditBar& OpenBar() {
+  EditBar& bar = MakeChild<EditBar>();
+  EXPECT_TRUE(bar.CreateBar(*CQORPDockingManager::ForProcess(), L"Book", wxRect(300, 200, 300, 200), 1));
+  bar.First = &MakeChild<wxTextCtrl>(&bar, wxID_ANY, wxEmptyString, wxPoint(10, 10), wxSize(200, 40));
+  bar.Second = &MakeChild<wxTextCtrl>(&bar, wxID_ANY, wxEmptyString, wxPoint(10, 60), wxSize(200, 40));
+  bar.Bind(wxEVT_IDLE, [&bar](wxIdleEvent&) { ++bar.IdleCount; });
+  bar.CallAfter([&bar] { ++bar.LaterCount; });
+  bar.ShowControlBar(true);
+  return bar;
+}
+
+bool HasRealFocus(EditBar& bar) {
+  bar.First->SetFocus();
+  auto* frame = dynamic_cast<wxTopLevelWindow*>(wxGetTopLevelParent(&bar));
+  return wxWindow::FindFocus() == bar.First && frame != nullptr && frame->IsActive();
+}
+
+// A modal box runs a loop within that of the program; a deferred call closes the box.
+void ShowBox(EditBar& bar) {
+  const auto isHostEnabled = ForeignWindowCheck();
+  bool blocked = isHostEnabled == nullptr;
+  wxTheApp->CallAfter([&] {
+    if (isHostEnabled != nullptr) blocked = !isHostEnabled();
+    for (wxWindow* window : wxTopLevelWindows)
+      if (auto* dialog = dynamic_cast<wxDialog*>(window); dialog != nullptr && dialog->IsModal()) dialog->Close();
+  });
+  CQORPMessageBox box({.Parent = &bar, .Caption = L"Book", .Text = L"Close?", .Style = 1});
+  EXPECT_EQ(box.ShowModal(), 2);
+  EXPECT_TRUE(blocked) << "the program's own window takes no input meanwhile";
+  EXPECT_TRUE(isHostEnabled == nullptr || isHostEnabled());
+}
+
+TEST(Embedding, AForeignLoopServesABarEachTimeTheToolkitStarts) {
   if (!OpenForeignWindow()) GTEST_SKIP() << "there is no display to make windows on";
   for (int time = 0; time < 2; ++time) {
     SCOPED_TRACE(time);
-    const LoadedModule module;
-    ASSERT_NE(module.Handle, nullptr) << module.Error;
-    module.Get<SetWindowCheckFunction>("SetWindowCheck")(ForeignWindowCheck());
-    ASSERT_EQ(RunSteps(module, module.Get<CountFunction>("StepCount")()), -1);
-    bool unloaded = false;
-    module.Get<SetUnloadFlagFunction>("SetUnloadFlag")(&unloaded);
-    UnloadModule(module.Handle);
-    EXPECT_TRUE(unloaded);
-    int ticks = 0;
-    RunForeignLoop([&ticks] { return ++ticks < 20; });  // the program goes on
+    ASSERT_TRUE(StartToolkit());
+    EditBar& bar = OpenBar();
+    EXPECT_TRUE(TickUntil([&] { return bar.IsShownOnScreen() && bar.LaterCount == 1 && bar.IdleCount > 0; }));
+    EXPECT_TRUE(TickUntil([&] { return HasRealFocus(bar); }));
+    wxUIActionSimulator keys;
+    for (const int key : {int{'a'}, int{'b'}, int{WXK_F8}, int{WXK_TAB}}) EXPECT_TRUE(keys.Char(key));
+    EXPECT_TRUE(TickUntil([&] { return bar.First->GetValue() == L"ab" && wxWindow::FindFocus() == bar.Second; }));
+    EXPECT_GE(bar.KeyCount, 4);
+    bar.DockControlBar(DockSide::Left);
+    EXPECT_TRUE(TickUntil([&] { return bar.IsDocked() && bar.IsShownOnScreen(); }));
+    EXPECT_TRUE(TickUntil([&] { return ShowBox(bar), true; }));
+    bar.TabControlBar();
+    EXPECT_TRUE(TickUntil([&] { return bar.GetParentMDIChild()->IsShownOnScreen(); }));
+    StopToolkit();
+    EXPECT_EQ(wxTheApp, nullptr);
+    Tick();
   }
-}
-
-// The program ends as programs do, with the toolkit still running in it.
-TEST(Embedding, AProcessMayEndWithTheToolkitRunning) {
-  if (!OpenForeignWindow()) GTEST_SKIP() << "there is no display to make windows on";
-  const LoadedModule module;
-  ASSERT_NE(module.Handle, nullptr) << module.Error;
-  module.Get<SetWindowCheckFunction>("SetWindowCheck")(ForeignWindowCheck());
-  EXPECT_EQ(RunSteps(module, module.Get<CountFunction>("StepCount")() - 1), -1);
 }
 
 }  // namespace

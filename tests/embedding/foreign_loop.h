@@ -1,19 +1,36 @@
-// A program that has windows and a main loop and knows nothing of wxWidgets: GTK's own loop on Linux, a plain message
-// loop on Windows. Used on the main thread only.
+// A program with its own window and main loop, without wxWidgets: the loop of GTK on Linux, a message loop on Windows.
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <string>
 
-// Without a display, where that can be: false when the platform always has one.
+// Takes the display away; false if the platform always has one.
 bool HideDisplay();
 void ShowDisplay();
 
-// Opens a window of the program's own; false without a display.
+// Opens the window of the program; false without a display.
 bool OpenForeignWindow();
-// A function that says whether the program's own window takes input; null where the system keeps input from it itself.
+// A function that tells whether the program's window takes input; null if the system itself keeps input from it.
 bool (*ForeignWindowCheck())();
-// Runs the program's loop and calls tick every few milliseconds until it says false.
+// Runs the loop of the program and calls tick every few milliseconds until it returns false.
 void RunForeignLoop(const std::function<bool()>& tick);
-// True while a top-level window of the process with that title, in ASCII, is on the screen.
+// True if a top-level window of the process with that title, in ASCII, is on the screen.
 bool ShowsWindow(const std::string& title);
+// True if the process has loaded that module.
+bool HasLoaded(const std::filesystem::path& module);
+
+// Runs the loop until the condition holds; false after many rounds.
+inline bool TickUntil(const std::function<bool()>& condition) {
+  constexpr int kMostTicks = 2000;
+  bool holds = false;
+  int ticks = 0;
+  RunForeignLoop([&] { return !(holds = condition()) && ++ticks < kMostTicks; });
+  return holds;
+}
+
+// Some rounds of the loop.
+inline void Tick() {
+  int ticks = 0;
+  TickUntil([&ticks] { return ++ticks == 20; });
+}

@@ -10,7 +10,7 @@ namespace {
 constexpr unsigned kTickMs = 5;
 constexpr int kActivationTicks = 400;
 
-// GTK as it is on the machine; a handful of functions needs no headers.
+// The GTK of the machine, without its headers.
 template <typename Function>
 Function* Gtk(const char* name) {
   static void* const library = dlopen("libgtk-3.so.0", RTLD_NOW | RTLD_GLOBAL);
@@ -47,13 +47,13 @@ bool OpenForeignWindow() {
   void* window = Gtk<void*(int)>("gtk_window_new")(0);
   Gtk<void(void*, void*)>("gtk_container_add")(window, Gtk<void*()>("gtk_entry_new")());
   Gtk<void(void*)>("gtk_widget_show_all")(window);
-  // A window manager makes it the active one late; a bar that opens before would lose the focus to it.
+  // A window manager activates it late, which would take the focus from a bar that opens before.
   int ticks = 0;
   RunForeignLoop([&] { return Gtk<int(void*)>("gtk_window_is_active")(window) == 0 && ++ticks < kActivationTicks; });
   return true;
 }
 
-// GTK keeps events from a window behind a modal one by itself.
+// GTK itself keeps events from the windows behind a modal one.
 bool (*ForeignWindowCheck())() {
   return nullptr;
 }
@@ -77,4 +77,10 @@ bool ShowsWindow(const std::string& title) {
   }
   Gtk<void(List*)>("g_list_free")(windows);
   return shows;
+}
+
+bool HasLoaded(const std::filesystem::path& module) {
+  void* const found = dlopen(module.c_str(), RTLD_LAZY | RTLD_NOLOAD);
+  if (found != nullptr) dlclose(found);
+  return found != nullptr;
 }

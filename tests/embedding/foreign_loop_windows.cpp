@@ -12,7 +12,7 @@ HWND foreignWindow = nullptr;
 const std::function<bool()>* currentTick = nullptr;
 
 LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  // A modal dialog serves the timer too: a tick does not run within a tick.
+  // The loop of a modal dialog runs the timer too; a tick does not run within a tick.
   if (const auto* tick = std::exchange(currentTick, nullptr); message == WM_TIMER && tick != nullptr && !(*tick)()) {
     PostQuitMessage(0);
   } else {
@@ -63,4 +63,8 @@ void RunForeignLoop(const std::function<bool()>& tick) {
 
 bool ShowsWindow(const std::string& title) {
   return EnumThreadWindows(GetCurrentThreadId(), IsNotShown, reinterpret_cast<LPARAM>(&title)) == 0;
+}
+
+bool HasLoaded(const std::filesystem::path& module) {
+  return GetModuleHandleW(module.filename().c_str()) != nullptr;
 }

@@ -1,5 +1,5 @@
-// The real module in a terminal that knows nothing of wxWidgets. This program is the terminal; the module's file is its
-// argument.
+// The real module in a terminal without wxWidgets. This program is the terminal; its argument is the file of the
+// module.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -19,7 +19,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int kMostTicks = 1000;
 constexpr const char* kBookTitle = "Trade Book : All";
 fs::path moduleFile;
 std::uint64_t refreshCallback = 0;
@@ -28,7 +27,7 @@ std::vector<std::string> selectedSecurities;
 
 }  // namespace
 
-// Of what the module sends only 32005 matters: the callback stands behind header, number and the head of its field.
+// Takes the callback from message 32005; it follows header, number and the head of its field.
 TRADEBOOK_EXPORT void PluginDataSend(CQORPacketWriter* message) {
   const Bytes bytes = BytesOf(*message);
   if (Part(bytes, 13, 15) == Word(32005)) std::memcpy(&refreshCallback, &bytes.at(18), sizeof refreshCallback);
@@ -62,7 +61,7 @@ class LoadedModule {
     ReplyForTest reply(0, true);
     const std::uint8_t everything = 0;
     Symbol<GetDllInfoFunction>("GetDllInfo")(&reply.Buffer, &everything);
-    // Message 30005 follows the identity; the address stands behind header, number and menu text.
+    // Message 30005 follows the identity; the address follows header, number and menu text.
     std::memcpy(&Command, &reply.Content().at(131 + 10 + 5 + 133 + 3), sizeof Command);
     refreshCallback = 0;
     ToPlugin(Hex("23 1227") + Word(30025));
@@ -124,20 +123,7 @@ std::string DailyFile() {
   return "none";
 }
 
-bool TickUntil(const std::function<bool()>& condition) {
-  bool holds = false;
-  int ticks = 0;
-  RunForeignLoop([&] { return !(holds = condition()) && ++ticks < kMostTicks; });
-  return holds;
-}
-
-// Some rounds of the program's loop.
-void Tick() {
-  int ticks = 0;
-  EXPECT_TRUE(TickUntil([&ticks] { return ++ticks == 20; }));
-}
-
-// A book on the screen that has taken a live trade: it is the current row of the book.
+// Opens a book, which makes a live trade its current row.
 void PlayWithBook(const LoadedModule& module) {
   module.EndDownload();
   module.OpenBook();
@@ -149,7 +135,7 @@ void PlayWithBook(const LoadedModule& module) {
   Tick();
 }
 
-// In this order: a program gets its display, loads the module, and loads it once more.
+// In this order: the program has no display at first, then opens its window.
 TEST(ForeignTerminal, TradesGoOnWithoutADisplay) {
   if (!HideDisplay()) GTEST_SKIP() << "the platform always has a display";
   const LoadedModule module;
@@ -172,9 +158,11 @@ TEST(ForeignTerminal, ABookHasAFrameOfItsOwnUntilTheModuleIsUnloaded) {
     const LoadedModule module;
     PlayWithBook(module);
     EXPECT_TRUE(ShowsWindow(kBookTitle));
+    EXPECT_TRUE(HasLoaded(moduleFile));
     module.Unload();
     EXPECT_FALSE(ShowsWindow(kBookTitle));
-    Tick();  // the program goes on
+    EXPECT_FALSE(HasLoaded(moduleFile));
+    Tick();
   }
 }
 

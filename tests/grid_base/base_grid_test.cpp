@@ -1,13 +1,9 @@
 #include "grid_base/windows/base_grid.h"
 
-#include <wx/button.h>
-#include <wx/dialog.h>
-
-#include <filesystem>
-
 #include "grid_base/windows/window_boxes.h"
 #include "host_link/messages/packet_reader.h"
 #include "tests/toolkit/gui_test.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
@@ -48,48 +44,48 @@ class BaseGridTest : public GuiTest {};
 TEST_F(BaseGridTest, KeysReachTheClipboardWithControlAlone) {
   int focused = 0;
   const GridHost host{[&](void*, bool closed) { focused += closed ? 100 : 1; }};
-  auto grid = new PasteGrid(host);
-  ASSERT_TRUE(grid->Create(Frame, 1));
+  PasteGrid& grid = MakeChild<PasteGrid>(host);
+  ASSERT_TRUE(grid.Create(Frame, 1));
   Pump();
-  grid->ClipboardAppend(RecordOf(3));
-  grid->ClipboardAppend(RecordOf(7));
-  grid->ClipboardCommit();
-  Press(*grid->GetRowsWindow(), 'V', kControl);
-  EXPECT_EQ(grid->Pasted, (std::vector<int>{13, 17}));
-  Press(*grid->GetRowsWindow(), 'C', kControl);
-  Press(*grid->GetRowsWindow(), 'X', kControl);
-  Press(*grid->GetRowsWindow(), 'C', kControl | kShift);
-  Press(*grid->GetRowsWindow(), 'C', kControl | kAlt);
-  EXPECT_EQ(grid->Copied, "cx");
-  grid->OnGridFocus();
+  grid.ClipboardAppend(RecordOf(3));
+  grid.ClipboardAppend(RecordOf(7));
+  grid.ClipboardCommit();
+  Press(*grid.GetRowsWindow(), 'V', kControl);
+  EXPECT_EQ(grid.Pasted, (std::vector<int>{13, 17}));
+  Press(*grid.GetRowsWindow(), 'C', kControl);
+  Press(*grid.GetRowsWindow(), 'X', kControl);
+  Press(*grid.GetRowsWindow(), 'C', kControl | kShift);
+  Press(*grid.GetRowsWindow(), 'C', kControl | kAlt);
+  EXPECT_EQ(grid.Copied, "cx");
+  grid.OnGridFocus();
   EXPECT_GE(focused, 1);
   EXPECT_LT(focused, 100);
 }
 
 TEST_F(BaseGridTest, FilterCommands) {
   const GridHost host{{}};
-  auto grid = new PasteGrid(host);
-  ASSERT_TRUE(grid->Create(Frame, 1));
-  grid->InsertColumn(0, L"Server", 80);
-  grid->SetVirtualRows(3);
+  PasteGrid& grid = MakeChild<PasteGrid>(host);
+  ASSERT_TRUE(grid.Create(Frame, 1));
+  grid.InsertColumn(0, L"Server", 80);
+  grid.SetVirtualRows(3);
   for (const wchar_t* text : {L"Show Filter", L"Hide Filter", L"Show Filter"}) {
     wxUpdateUIEvent update(30023);
     update.Enable(false);
-    grid->UpdateFilterMenuText(update);
-    grid->EnableCommand(update);
+    grid.UpdateFilterMenuText(update);
+    grid.EnableCommand(update);
     EXPECT_EQ(update.GetText(), text);
     EXPECT_TRUE(update.GetEnabled());
-    grid->ToggleFilterBar();
+    grid.ToggleFilterBar();
   }
-  grid->SetCurSel(1);
-  grid->SetFilterText(0, L"A*");
-  grid->ResetFilter();
-  EXPECT_EQ(grid->GetCurSel(), -1);
-  EXPECT_EQ(grid->GetFilterText(0), L"");
-  EXPECT_TRUE(grid->IsFilterBarEnabled());
+  grid.SetCurSel(1);
+  grid.SetFilterText(0, L"A*");
+  grid.ResetFilter();
+  EXPECT_EQ(grid.GetCurSel(), -1);
+  EXPECT_EQ(grid.GetFilterText(0), L"");
+  EXPECT_TRUE(grid.IsFilterBarEnabled());
 }
 
-TEST_F(BaseGridTest, APopupIsUpWhenTheCallReturns) {
+TEST_F(BaseGridTest, ShowsAPopupAtOnce) {
   const std::size_t before = wxTopLevelWindows.size();
   ShowPopupMessage("0601TRD.txt Successfully exported..!!");
   ASSERT_EQ(wxTopLevelWindows.size(), before + 1);
@@ -99,13 +95,7 @@ TEST_F(BaseGridTest, APopupIsUpWhenTheCallReturns) {
   popup->Close(true);
 }
 
-wxDialog* ModalDialog() {
-  for (wxWindow* window : wxTopLevelWindows)
-    if (auto* dialog = dynamic_cast<wxDialog*>(window); dialog != nullptr && dialog->IsModal()) return dialog;
-  return nullptr;
-}
-
-// What the box is made of in the order of the screen.
+// The labels of the box from top left to bottom right.
 std::wstring PartsOf(wxDialog& dialog) {
   std::wstring text;
   for (wxWindow* part : dialog.GetChildren())
@@ -114,50 +104,48 @@ std::wstring PartsOf(wxDialog& dialog) {
 }
 
 TEST_F(BaseGridTest, ButtonCodesBecomeButtons) {
-  auto other = new wxFrame(Frame, wxID_ANY, L"Other");
-  other->Show();
-  auto inOther = new wxWindow(other, wxID_ANY);
+  wxFrame& other = MakeChild<wxFrame>(Frame, wxID_ANY, L"Other");
+  other.Show();
+  wxWindow& inOther = MakeChild<wxWindow>(&other, wxID_ANY);
   WindowBoxes boxes;
   CQORDLLComman terminal([](const char*) -> void* { return nullptr; });
   terminal.Boxes = &boxes;
   terminal.ButtonCaptions = {L"Left", L"Right"};
-  struct Row {
-    std::uint32_t Code;
+  const struct {
     const wchar_t* Parts;
-    std::vector<int> Ids;
+    std::size_t Pressed;
+    int Id;
+  } rows[] = {
+      {L"OK", 0, 1},
+      {L"Yes|No", 1, 7},
+      {L"OK|Cancel", 1, 2},
+      {L"Retry|Cancel", 0, 4},
+      {L"Abort|Retry|Ignore", 2, 5},
+      {L"Cancel|Try Again|Continue", 1, 10},
+      {L"Yes|No|Cancel", 0, 6},
+      {L"Left|Right", 1, 1001},
   };
-  const Row rows[] = {
-      {0, L"OK", {1}},
-      {1, L"Yes|No", {6, 7}},
-      {2, L"OK|Cancel", {1, 2}},
-      {3, L"Retry|Cancel", {4, 2}},
-      {4, L"Abort|Retry|Ignore", {3, 4, 5}},
-      {5, L"Cancel|Try Again|Continue", {2, 10, 11}},
-      {6, L"Yes|No|Cancel", {6, 7, 2}},
-      {7, L"Left|Right", {1000, 1001}},
-  };
-  for (const Row& row : rows) {
-    for (std::size_t pressed = 0; pressed < row.Ids.size(); ++pressed) {
-      const bool withCheck = pressed == 1;
-      SCOPED_TRACE(testing::Message() << row.Code << " button " << pressed);
-      Frame->CallAfter([&] {
-        ASSERT_TRUE(PumpUntil([] { return ModalDialog() != nullptr; }));
-        EXPECT_TRUE(wxIsBusy());
-        EXPECT_EQ(PartsOf(*ModalDialog()),
-                  std::wstring(L"Sure?|") + (withCheck ? L" Don't Ask Again|" : L"") + row.Parts);
-        if (withCheck) {
-          EXPECT_EQ(ModalDialog()->GetParent(), other);
-        }
-        wxWindow* button = ModalDialog()->GetChildren()[(withCheck ? 2 : 1) + pressed];
-        wxCommandEvent click(wxEVT_BUTTON, button->GetId());
-        button->GetEventHandler()->ProcessEvent(click);
-      });
-      // A pointer that is no window of ours is passed over.
-      const int answer = withCheck ? terminal.ShowMessageWithCheck(inOther, L"Book", L"Sure?", row.Code, 5, 0, true)
-                                   : terminal.ShowMessage(&boxes, L"Book", L"Sure?", row.Code, 5, 0);
-      EXPECT_EQ(answer, row.Ids[pressed]);
-      EXPECT_FALSE(wxIsBusy());
-    }
+  for (std::uint32_t code = 0; code < std::size(rows); ++code) {
+    SCOPED_TRACE(code);
+    const auto& row = rows[code];
+    const bool withCheck = code % 2 == 1;
+    Frame->CallAfter([&] {
+      ASSERT_TRUE(PumpUntil([] { return ModalDialog() != nullptr; }));
+      EXPECT_TRUE(wxIsBusy());
+      EXPECT_EQ(PartsOf(*ModalDialog()),
+                std::wstring(L"Sure?|") + (withCheck ? L" Don't Ask Again|" : L"") + row.Parts);
+      if (withCheck) {
+        EXPECT_EQ(ModalDialog()->GetParent(), &other);
+      }
+      wxWindow* button = ModalDialog()->GetChildren()[(withCheck ? 2 : 1) + row.Pressed];
+      wxCommandEvent click(wxEVT_BUTTON, button->GetId());
+      button->GetEventHandler()->ProcessEvent(click);
+    });
+    // A pointer that is no window of the toolkit counts as none.
+    const int answer = withCheck ? terminal.ShowMessageWithCheck(&inOther, L"Book", L"Sure?", code, 5, 0, true)
+                                 : terminal.ShowMessage(&boxes, L"Book", L"Sure?", code, 5, 0);
+    EXPECT_EQ(answer, row.Id);
+    EXPECT_FALSE(wxIsBusy());
   }
 }
 
@@ -168,7 +156,7 @@ class MinimizedBox : public CQORPMessageBoxXML {
   int Minimized = 0;
 };
 
-TEST_F(BaseGridTest, TheNumberMinimizesAndTheEscapeKeyAnswers) {
+TEST_F(BaseGridTest, MessageNumber27MinimizesAndEscapeAnswers) {
   MinimizedBox box({.Parent = Frame, .Text = L"Sure?", .Style = 1});
   for (const CQORPMessage& message : {CQORPMessage{0x100, 27}, {0x101, 27}, {26, 0}, {28, 27}})
     EXPECT_FALSE(box.PreTranslateMessage(message));

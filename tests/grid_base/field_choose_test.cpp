@@ -3,33 +3,13 @@
 #include <wx/dialog.h>
 #include <wx/uiaction.h>
 
-#include <filesystem>
-
 #include "grid_base/windows/base_grid.h"
 #include "tests/toolkit/gui_test.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
-class FakeList : public CheckList {
- public:
-  int GetItemCount() const override { return static_cast<int>(Items.size()); }
-  std::wstring GetItemText(int index) const override { return At(index) ? At(index)->first : L""; }
-  bool GetCheck(int index) const override { return At(index) && At(index)->second; }
-  void SetCheck(int index, bool checked) override { Items.at(static_cast<std::size_t>(index)).second = checked; }
-  void DeleteItem(int index) override { Items.erase(Items.begin() + index), Selected = -1; }
-  void InsertItem(int index, const std::wstring& text) override { Items.insert(Items.begin() + index, {text, false}); }
-  int GetCurSel() const override { return Selected; }
-  void SetCurSel(int index) override { Selected = index; }
-
- private:
-  const std::pair<std::wstring, bool>* At(int index) const {
-    return index >= 0 && index < GetItemCount() ? &Items[static_cast<std::size_t>(index)] : nullptr;
-  }
-  std::vector<std::pair<std::wstring, bool>> Items;
-  int Selected = -1;
-};
-
-// Checked items bear a +, the selected one stands in brackets.
+// A + follows a checked item, brackets enclose the selected one.
 std::wstring TextOf(const CheckList& list) {
   std::wstring text;
   for (int i = 0; i < list.GetItemCount(); ++i) {
@@ -37,68 +17,6 @@ std::wstring TextOf(const CheckList& list) {
     text += (i == 0 ? L"" : L" ") + (i == list.GetCurSel() ? L"[" + item + L"]" : item);
   }
   return text;
-}
-
-// On show stand D A B; hidden are C, a second B, and E, of which the column table knows nothing.
-void FillColumns(CQORPGridColumnsInfo& columns) {
-  for (int column = 0; column < 6; ++column) columns.InsertColumn(column, std::wstring(1, L"ABCBDE"[column]), 50);
-  for (const int hidden : {2, 3, 5}) columns.SetColumnVisible(hidden, false);
-  columns.SetColumnDisplayPos(0, 4);
-}
-
-TEST(FieldOrderTest, CommandsMoveItemsAndColumns) {
-  struct Row {
-    const char* Commands;  // 0 to 9 and a to i select; + checks what is hidden, - clears the selected; else as below
-    const wchar_t *Shown, *Hidden;
-    std::vector<int> Columns;
-  };
-  const Row rows[] = {
-      {"", L"D+ A+ B+", L"C B E", {4, 0, 1}},
-      {"udhs", L"D+ A+ B+", L"C B E", {4, 0, 1}},
-      {"0u", L"[D+] A+ B+", L"C B E", {4, 0, 1}},
-      {"2d", L"D+ A+ [B+]", L"C B E", {4, 0, 1}},
-      {"1u", L"[A+] D+ B+", L"C B E", {0, 4, 1}},
-      {"1-u", L"[A] D+ B+", L"C B E", {0, 4, 1}},
-      {"0dd", L"A+ B+ [D+]", L"C B E", {0, 1, 4}},
-      {"2h", L"D+ [A+]", L"B C B E", {4, 0}},
-      {"+0h", L"[A+] B+", L"D C+ B+ E", {0, 1}},  // in at the top, cleared at the bottom
-      {"0hhhh", L"", L"B A D C B E", {}},
-      {"as", L"D+ A+ B+ C+", L"[B] E", {4, 0, 1, 2}},
-      {"0hbs", L"[A+] B+ C+", L"D [B] E", {0, 1, 2}},
-      {"bs", L"D+ A+ B+ B+", L"C [E]", {4, 0, 1, 3}},
-      {"bs3u", L"D+ A+ [B+] B+", L"C [E]", {4, 0, 1, 3}},  // the first of two equal headers is meant, not the fourth
-      {"bs3uu", L"D+ [B+] A+ B+", L"C [E]", {4, 1, 0, 3}},
-      {"bs3h", L"D+ A+ [B+]", L"B [C] E", {4, 0, 3}},
-      {"csbs", L"D+ A+ B+ E+ B+", L"[C]", {4, 0, 1, 3}},
-      {"1ur", L"[A+] D+ B+", L"C B E", {4, 0, 1}},
-      {"1uhr", L"[D+] B+", L"A C B E", {4, 1}},
-      {"as3uuur", L"[C+] D+ A+ B+", L"[B] E", {4, 0, 1, 2}},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.Commands);
-    CQORPGridColumnsInfo columns;
-    FillColumns(columns);
-    FieldOrder::ColumnTable table;
-    for (int column = 0; column < 5; ++column) table[column].Header = columns.GetColumnName(column);
-    FakeList shown, hidden;
-    FieldOrder order(columns, table, shown, hidden);
-    order.Fill();
-    for (const char command : std::string(row.Commands)) {
-      if (command == 'u') order.MoveUp();
-      if (command == 'd') order.MoveDown();
-      if (command == 'h') order.Hide();
-      if (command == 's') order.Show();
-      if (command == 'r') order.Restore();
-      if (command == '-') shown.SetCheck(shown.GetCurSel(), false);
-      if (command == '+')
-        for (int i = 0; i < hidden.GetItemCount(); ++i) hidden.SetCheck(i, true);
-      if (command >= '0' && command <= '9') shown.SetCurSel(command - '0');
-      if (command >= 'a' && command <= 'c') hidden.SetCurSel(command - 'a');
-    }
-    EXPECT_EQ(TextOf(shown), row.Shown);
-    EXPECT_EQ(TextOf(hidden), row.Hidden);
-    EXPECT_EQ(columns.DisplayColumns(), row.Columns);
-  }
 }
 
 class ChooserGrid : public CVELDSGridCtrl {
@@ -113,7 +31,7 @@ class FieldChooseTest : public GuiTest {
   void SetUp() override {
     GuiTest::SetUp();
     if (Frame == nullptr) return;
-    Grid = new ChooserGrid(Host);
+    Grid = &MakeChild<ChooserGrid>(Host);
     ASSERT_TRUE(Grid->Create(Frame, 1));
     Grid->SetSize(Frame->GetClientSize());
     for (int column = 0; column < 5; ++column) {
@@ -123,7 +41,7 @@ class FieldChooseTest : public GuiTest {
     Grid->AdjustLayout();
   }
 
-  // Runs the chooser and has the user do that once it is up and has the focus.
+  // Runs the chooser, and that as soon as it is up and has the focus.
   void Choose(const std::function<void(wxDialog&)>& user) {
     Frame->CallAfter([&] {
       ASSERT_TRUE(PumpUntil([] { return wxWindow::FindWindowById(27014) != nullptr; }));
@@ -146,7 +64,7 @@ CQORPCheckListBox& ListOf(wxDialog& dialog, int id) {
   return dynamic_cast<CQORPCheckListBox&>(*dialog.FindWindow(id));
 }
 
-// With the display's own pointer.
+// With the pointer of the display.
 void ClickCheck(CQORPCheckListBox& list, int item) {
   wxPoint point(list.FromDIP(10), 0);
   while (list.HitTest(point) != item && point.y < list.GetSize().y) ++point.y;
@@ -163,13 +81,13 @@ void Key(int code, int modifiers = wxMOD_NONE) {
   Pump();
 }
 
-TEST_F(FieldChooseTest, MouseAndKeysChangeTheLiveGrid) {
+TEST_F(FieldChooseTest, MouseAndKeysChangeTheGridAtOnce) {
   Choose([this](wxDialog& dialog) {
     CQORPCheckListBox &shown = ListOf(dialog, 27014), &hidden = ListOf(dialog, 27015);
     EXPECT_EQ(dialog.GetTitle(), L"Trade - FieldChoose");
     EXPECT_EQ(TextOf(shown) + L" | " + TextOf(hidden), L"A+ B+ C+ | D E");
     shown.SetCurSel(0);
-    // Not the selected one. Where the dialog is still being moved to its place the click misses the window.
+    // Another item than the selected one. The click misses while a window manager still moves the dialog.
     const auto isTaken = [&] { return TextOf(shown) == L"A+ [C+]"; };
     for (int attempt = 0; attempt < 3 && TextOf(shown) == L"[A+] B+ C+"; ++attempt) {
       ClickCheck(shown, 1);
@@ -196,10 +114,10 @@ TEST_F(FieldChooseTest, MouseAndKeysChangeTheLiveGrid) {
   EXPECT_TRUE(PumpUntil([this] { return Grid->IsDescendant(wxWindow::FindFocus()); }));
 }
 
-TEST_F(FieldChooseTest, ATitleWithoutANameBeginsWithTheSeparator) {
+TEST_F(FieldChooseTest, StartsTheTitleOfAnUnnamedGridWithTheSeparator) {
   for (const int type : {50, -1}) {
     SCOPED_TRACE(type);
-    Grid = new ChooserGrid(Host, type);
+    Grid = &MakeChild<ChooserGrid>(Host, type);
     ASSERT_TRUE(Grid->Create(Frame, wxID_ANY));
     Choose([](wxDialog& dialog) {
       EXPECT_EQ(dialog.GetTitle(), L" - FieldChoose");
@@ -208,7 +126,7 @@ TEST_F(FieldChooseTest, ATitleWithoutANameBeginsWithTheSeparator) {
   }
 }
 
-TEST_F(FieldChooseTest, TheWayOutDecidesWhatStays) {
+TEST_F(FieldChooseTest, KeepsOrRestoresTheOrderByTheWayItIsLeft) {
   struct Row {
     const char* Way;
     std::function<void(wxDialog&)> Leave;

@@ -9,8 +9,8 @@
 
 namespace {
 
-// The averages are by the multiplier of the last buy that the walk meets, of a master, or of the record that came in.
-TEST(BookTotalsTest, TellsTheLine) {
+// An average divides by the multiplier of the last buy, of the master, or of the record that came in.
+TEST(BookTotalsTest, WritesChangedControlsOnly) {
   Desk desk;
   TwinBook& book = desk.Open("book");
   const auto trade = [&](unsigned side, std::uint32_t quantity, double price, double multiplier) {
@@ -21,9 +21,9 @@ TEST(BookTotalsTest, TellsTheLine) {
   // clang-format off
   const struct {
     std::function<void()> Action;
-    const char* Line;  // texts, + or - as painted, * where changed
+    const char* Line;  // texts, + or - for the colour, * if changed
   } kRows[] = {
-      // A net amount of -1 counts as shown from the start.
+      // Intentional: the line starts as if it showed -1, so a first net amount of -1 is not written.
       {[&] { desk.Play(8112); trade(1, 1, 1, 1); }, "1* 1.00* +* 0* 0.00* -* 1+*  "},
       {[&] { desk.Play(30022); desk.Play(8112); book.CountTotals(false); }, "0* 0.00* + 0 0.00 - 0+* 0.00+* "},
       {[&] { trade(1, 10, 2.5, 4); }, "10* 100.00* + 0 0.00 - 10+* -100.00-* "},
@@ -43,12 +43,12 @@ TEST(BookTotalsTest, TellsTheLine) {
   // clang-format on
   for (const auto& row : kRows) {
     row.Action();
-    EXPECT_EQ(book.LineText(), row.Line);
+    EXPECT_EQ(book.TakeLine(), row.Line);
     EXPECT_EQ(book.Difference(), "");
   }
 }
 
-TEST(SummaryLineTest, TellsAllTotals) {
+TEST(SummaryLineTest, ListsAllTotals) {
   SummaryLine line;
   for (int i = 0; i < 8; ++i) line.Show(static_cast<SummaryValue>(i), -1234567890.5 + i);
   EXPECT_EQ(line.AllTotals(true),

@@ -5,21 +5,17 @@
 #include <limits>
 
 #include "tests/grid_ops/slow_book.h"
+#include "tests/support/wire_bytes.h"
 
 namespace {
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-template <typename Value>
-std::string BytesOf(Value value) {
-  return std::string(reinterpret_cast<const char*>(&value), sizeof value);
-}
-
 struct Row {
   int Column;
   std::wstring Filter;
-  std::vector<std::string> Accepted, Refused;  // cells as they stand in the record
+  std::vector<std::string> Accepted, Refused;  // bytes in the record
 };
 
 void Check(int column, const std::wstring& filter, const std::string& cell, bool matches) {
@@ -30,32 +26,34 @@ void Check(int column, const std::wstring& filter, const std::string& cell, bool
   EXPECT_EQ(SlowMatch("Default", record, column, filter), matches);
 }
 
-TEST(ColumnFilterTest, Texts) {
+TEST(ColumnFilterTest, ComparesTexts) {
   // clang-format off
   const Row kRows[] = {
       {12, L"BAn", {"XBANKX", "xbankx"}, {"", "ba n"}}, {12, L" bank x ", {"bank x"}, {"bankx"}},
       {12, L"", {"", "x"}, {}}, {12, L"  ", {"", "x"}, {}},
-      // The first word keeps rows out.
+      // Intentional: the first word excludes rows.
       {12, L"abc OR def", {"def", "DEF"}, {"abc def", "abc", ""}},
       {12, L"ab or cd or ef", {"ef"}, {"cd ef", "ab ef", "ab", "cd"}},
       {12, L"\tab\xA0or \x85 cd\n", {"cd"}, {"ab cd", "ab"}},
-      // Within a word too.
+      // "or" inside a word counts.
       {12, L"order", {"der", "order"}, {"or", "ord"}}, {12, L"border", {"der"}, {"border", "b"}},
       {12, L"oorx", {"x"}, {"ox", "oorx"}}, {12, L"oror x", {"x"}, {"or", ""}},
-      // What ends with it.
+      // A filter that ends in "or".
       {12, L"or", {}, {"", "or"}}, {12, L"abc or ", {}, {"", "x", "abc"}}, {12, L"ooor", {}, {"", "o", "x"}},
       {16, L"buy or sell", {"\2"}, {"\1", "\7"}}, {16, L"B", {"\1", "\7", std::string(1, '\0')}, {"\2"}},
       {16, L"b or ", {}, {"\1", "\2"}}, {17, L"limit", {"\2", "\x52"}, {"\3", "\5"}}, {17, L" ", {"\3", "\5"}, {}},
-      {28, L"delivery", {BytesOf(2)}, {BytesOf(0x102), BytesOf(1)}},
-      {28, L"*", {BytesOf(0), BytesOf(4)}, {BytesOf(3)}}, {29, L"none", {"\x8"}, {"\7"}},
-      // Letters beyond ASCII, and such as no cell can hold.
+      {28, L"delivery", {BytesOfValue(2)}, {BytesOfValue(0x102), BytesOfValue(1)}},
+      {28, L"*", {BytesOfValue(0), BytesOfValue(4)}, {BytesOfValue(3)}}, {29, L"none", {"\x8"}, {"\7"}},
+      // Letters outside ASCII, and outside the code page.
       {12, L"m\xFCL", {"M\xDCLLER", "m\xFCl"}, {"mull"}}, {12, L"\xD7", {"\xD7"}, {"\xF7"}},
       {12, L"\x178", {"\x9F", "\xFF"}, {}}, {12, L"\x416", {}, {"a", "\xC6"}}, {12, L"\x416 or a", {"a"}, {"b"}},
       {12, L"\xE4 or a", {"a"}, {"\xC4\x61"}}, {0, L"FAU", {""}, {}}, {0, L"x", {}, {""}},
       {7, L"29-", {"20240229-10:15:00"}, {}}, {36, L"29-", {"20240229-10:15:0"}, {"20240229-10:15:00"}},
       {36, L"10:15:00", {"20240229-10:15:009"}, {"20240229-10:15"}},
       {23, std::wstring(64, L'r'), {std::string(64, 'R')}, {std::string(63, 'R')}},
-      // What no grid shows.
+      {18, L"50", {BytesOfValue(1500)}, {BytesOfValue(1600)}}, {18, L"0x", {}, {BytesOfValue(1500)}},
+      {18, L"-1", {BytesOfValue(0xFFFFFFFFu)}, {BytesOfValue(1)}}, {2, L"-2147483648", {BytesOfValue(0x80000000u)}, {}},
+      // Columns that no grid shows.
       {34, L"x", {"\1\2"}, {}}, {35, L"or", {"abc"}, {}}, {37, L"x", {""}, {}}, {-1, L"x", {""}, {}},
   };
   // clang-format on
@@ -65,14 +63,7 @@ TEST(ColumnFilterTest, Texts) {
   }
 }
 
-TEST(ColumnFilterTest, WholeNumbers) {
-  Check(18, L"50", BytesOf(1500), true);
-  Check(18, L"0x", BytesOf(1500), false);
-  Check(18, L"-1", BytesOf(0xFFFFFFFFu), true);
-  Check(2, L"-2147483648", BytesOf(0x80000000u), true);
-}
-
-TEST(ColumnFilterTest, Doubles) {
+TEST(ColumnFilterTest, ComparesNumbers) {
   // clang-format off
   const struct {
     int Column;
@@ -85,7 +76,7 @@ TEST(ColumnFilterTest, Doubles) {
       {20, L"1E+20", {1e20}, {1e14}}, {20, L"1e-05", {1e-5}, {1e-4}},
       {20, L"0.05", {0.05, 100.05, 0.0512}, {0.5, 0.005}}, {20, L"99.7", {9999999999.7}, {9999999999.07}},
       {20, L"01", {}, {9999999999.7, 9876543210.1}},
-      // No sign tells zeros apart, nor what is no number.
+      // Zero and NaN have no sign.
       {20, L"-", {-3.5, -1e-300}, {-0.0, 0.0, -kNaN}}, {20, L"0", {-0.0, 0.0}, {kNaN}},
       {20, L"nan", {kNaN, -kNaN}, {kInfinity}}, {30, L"0.2 or 0.5", {0.5}, {0.25, 0.2}},
       {21, L"100", {99.6, 100, 100.5}, {99.4, 100.6, -100, 101}}, {21, L"102", {101.5, 102.5}, {100.5}},
@@ -93,53 +84,17 @@ TEST(ColumnFilterTest, Doubles) {
       {21, L" <>= ", {0, 5, kNaN}, {}}, {21, L"<100", {99, -5}, {99.6, 100, 101}}, {21, L"<=100", {99}, {100, 101}},
       {21, L">=100", {101}, {99, 100}}, {21, L"100>", {101}, {99, 100}}, {21, L"<>100", {99}, {100, 101}},
       {21, L">!100", {1}, {0}},
-      // A mark in front leaves a number of 0.
+      // A leading ! leaves the number 0.
       {21, L"!100", {100, 1}, {0, 0.4}}, {21, L"100!", {0, 99}, {100}}, {21, L"abc", {0}, {1}},
       {21, L"99999999999", {2147483647.4}, {2147483647.5, 0}}, {21, L"-2147483648", {-2147483648.5}, {-2147483648.6}},
-      // What 32 bits do not hold is 0.
+      // Values outside 32 bits count as 0.
       {21, L"0", {2147483647.5, -1e20, kNaN, -kInfinity}, {1}},
   };
   // clang-format on
   for (const auto& row : kRows) {
-    for (const double value : row.Accepted) Check(row.Column, row.Filter, BytesOf(value), true);
-    for (const double value : row.Refused) Check(row.Column, row.Filter, BytesOf(value), false);
+    for (const double value : row.Accepted) Check(row.Column, row.Filter, BytesOfValue(value), true);
+    for (const double value : row.Refused) Check(row.Column, row.Filter, BytesOfValue(value), false);
   }
-}
-
-TEST(FilterBarTest, Changes) {
-  FilterBar bar;
-  // clang-format off
-  const struct {
-    int Column;
-    const wchar_t* Text;
-    bool Changes, Active;
-    const wchar_t* Kept;
-  } kRows[] = {
-      {12, L"", false, false, L""}, {-1, L"x", false, false, L""}, {38, L"x", false, false, L""},
-      {37, L"x", true, true, L"x"}, {37, L"X", false, true, L"x"}, {12, L"\xC4\x42", true, true, L"\xE4\x62"},
-      {12, L"\xE4\x62", false, true, L"\xE4\x62"}, {37, L"", true, true, L""}, {12, L" ", true, true, L" "},
-      {12, L"", true, false, L""}, {12, L"", false, false, L""},
-  };
-  // clang-format on
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(testing::Message() << row.Column << testing::PrintToString(row.Text));
-    EXPECT_EQ(bar.Change(row.Column, row.Text), row.Changes);
-    EXPECT_EQ(bar.Active(), row.Active);
-    EXPECT_EQ(bar.TextOf(row.Column), row.Kept);
-  }
-  // Every field has its say, also after another has changed.
-  TradeRecord record{};
-  PutCell(record, 12, "abc");
-  PutCell(record, 16, "\1");
-  bar.Change(12, L"b");
-  bar.Change(16, L"sell");
-  EXPECT_FALSE(bar.Accepts("Default", record));
-  bar.Change(16, L"buy");
-  EXPECT_TRUE(bar.Accepts("Default", record));
-  bar.Change(12, L"x");
-  EXPECT_FALSE(bar.Accepts("Default", record));
-  bar.Clear();
-  EXPECT_TRUE(bar.Accepts("Default", record) && !bar.Active());
 }
 
 }  // namespace

@@ -2,14 +2,14 @@
 
 #include <algorithm>
 
-#include "tests/support/own_folder.h"
 #include "tests/grid_ops/export_sample.h"
+#include "tests/support/own_folder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-// Columns of a grid as "index" or "index*" for a selected one, in the order shown; "-" is a hidden one's place.
+// Columns in the order shown: "index", "index*" for a selected one, "-" for the place of a hidden one.
 GridColumns ColumnsShown(int count, const std::vector<std::string>& shown) {
   GridColumns columns = ColumnsOfGrid(count);
   for (GridColumn& column : columns) column.Visible = false;
@@ -32,7 +32,8 @@ struct CsvCase {
   std::string Bytes;
 };
 
-// Server, UserID, VELDTradeID, VELDOrderID. The cache has trades 7 and -3 of server A and 5 of server B.
+// The columns are Server, UserID, VELDTradeID and VELDOrderID; the cache has trades 7 and -3 of server A, 5 of server
+// B.
 // clang-format off
 const CsvCase kCases[] = {
     {"whole cache, by server and signed id, columns by index", "All Columns", {"3", "1"}, {1}, {},
@@ -56,7 +57,7 @@ const CsvCase kCases[] = {
 
 class CsvExport : public OwnFolder {};
 
-TEST_F(CsvExport, Modes) {
+TEST_F(CsvExport, WritesColumnsAndRowsOfItsMode) {
   SampleTrades trades;
   PutText(trades.Add("A", 7).UserID, "a,b");
   trades.Add("A", -3);
@@ -72,31 +73,37 @@ TEST_F(CsvExport, Modes) {
   }
 }
 
-// Every column, across many blocks, with the progress that is told.
-TEST_F(CsvExport, LongFile) {
+TEST_F(CsvExport, WritesManyBlocksAndTellsProgress) {
   SampleTrades trades;
-  for (int id = 1; id <= 45'000; ++id) trades.Add("Default", id);
-  std::vector<std::size_t> told;
-  const GridColumns columns = ColumnsOfGrid();
-  const auto tell = [&](std::size_t done, std::size_t all) { told.insert(told.end(), {done, all}); };
-  ExportGridCsv("All Columns", Folder / "out.csv", {columns, {}, {}, "", trades.ByServer}, tell);
-  EXPECT_EQ(told, (std::vector<std::size_t>{20'000, 45'000, 40'000, 45'000}));
-  const std::string bytes = BytesOf(Folder / "out.csv");
-  std::size_t at = bytes.find("\r\n");
-  EXPECT_EQ(std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(at), ','), 36);
-  for (int id = 1; id <= 45'000; ++id) {
-    const std::string line = "\r\nDefault,USER1," + std::to_string(id) +
-                             ",16910597,4711,1100000000012345,XTRADE-77,20240229-10:15:00,20240229-10:15:01,"
-                             "20240229-10:15:02,NSEFO,35001,ABCD,29FEB2024,OPTSTK,CE,Sell,StopLimit,150,50,101.750000,"
-                             "2450.500000,CLIENT07,\"ref, first\",MGR,MEM12,68,400123456789,INTRADAY,CloseYesterday,"
-                             "0.25,PANCD1234F,T-24,ALGO9,515,PART01,";
-    ASSERT_EQ(bytes.substr(at, line.size()), line);
-    at += line.size();
+  std::vector<TradeRecord*> rows;
+  std::string lines;
+  for (int id = 1; id <= 20'001; ++id) {
+    rows.push_back(&trades.Add("Default", id));
+    lines += "\r\nDefault,USER1," + std::to_string(id) + ",16910597";
   }
-  EXPECT_EQ(at, bytes.size());
+  const std::vector<GridRowRange> selections = {{0, 9'999}, {-1, 5}, {10'000, 30'000}, {7, 7}};
+  GridColumns columns = ColumnsOfGrid(4);
+  for (GridColumn& column : columns) column.Selected = true;
+  const struct {
+    const char *Mode, *AfterHeader, *AfterLines;
+    std::size_t RowsInAll;
+  } modes[] = {{"All Columns", "", "", 20'001},
+               {"Visible Columns", "", "", 20'001},
+               {"Selected Columns", ",", "\r\nDefault,USER1,8,16910597", 20'002}};
+  for (const auto& mode : modes) {
+    SCOPED_TRACE(mode.Mode);
+    std::vector<std::size_t> told;
+    ExportGridCsv(mode.Mode, Folder / "out.csv", {columns, rows, selections, "Default", trades.ByServer},
+                  [&](std::size_t done, std::size_t all) {
+                    told.insert(told.end(), {done, all});
+                  });
+    EXPECT_EQ(told, (std::vector<std::size_t>{20'000, mode.RowsInAll}));
+    EXPECT_TRUE(BytesOf(Folder / "out.csv") ==
+                std::string("Server,UserID,VELDTradeID,VELDOrderID") + mode.AfterHeader + lines + mode.AfterLines);
+  }
 }
 
-TEST_F(CsvExport, FailuresAreSilent) {
+TEST_F(CsvExport, IgnoresFilesThatCannotBeWritten) {
   SampleTrades trades;
   for (int id = 1; id <= 3000; ++id) trades.Add("Default", id);
   const GridColumns columns = ColumnsOfGrid();
@@ -114,7 +121,7 @@ std::string ProposalText(const fs::path& proposal) {
   return text;
 }
 
-TEST(CsvCommands, ProposalsAndRememberedFolders) {
+TEST(CsvCommands, ProposeTheRememberedFolder) {
   constexpr std::int64_t kNoon = 1772884800;  // 2026-03-07 12:00:00 UTC
   ExportFolders folders;
   const auto propose = [&](int id) {
@@ -138,7 +145,7 @@ TEST(CsvCommands, ProposalsAndRememberedFolders) {
   EXPECT_EQ(propose(30010), "grid/CSV/TradeBook_All20260307.CSV");
   EXPECT_EQ(propose(30012).substr(0, 33), "by/hand/TradeBook_Manual20260307_");
   EXPECT_EQ(FindCsvCommand(30015), nullptr);
-  std::string savers;  // of their folders to config.ini
+  std::string savers;  // of the folder in config.ini
   for (const CsvCommand& command : kCsvCommands)
     if (command.SavesPath) savers.append(command.MenuText).append("|");
   EXPECT_EQ(savers, "Visible Columns|Manual Export|");

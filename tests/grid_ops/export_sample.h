@@ -1,4 +1,5 @@
-// What the tests of the writers write: a trade with a value in every field, a grid's columns, a cache's trades.
+// Samples for the tests of the writers: a trade with a value in every field, the columns of a grid, the trades of a
+// cache.
 #pragma once
 
 #include <cstring>
@@ -8,6 +9,7 @@
 
 #include "grid_ops/columns/trade_columns.h"
 #include "grid_ops/exports/csv_export.h"
+#include "grid_ops/exports/trade_file_text.h"
 #include "tests/support/sample_trade.h"
 #include "trade_data/cache/trade_cache.h"
 
@@ -17,7 +19,7 @@ void PutText(char (&field)[kSize], std::string_view text) {
   text.copy(field, kSize - 1);
 }
 
-// The sample of the wire with dates in its times and blanks behind its symbol.
+// The wire sample with dates in its times and blanks after its symbol.
 inline TradeRecord FullTrade() {
   TradeRecord record = SampleRecord();
   PutText(record.OrderTime, "20240229-10:15:00");
@@ -32,6 +34,8 @@ inline GridColumns ColumnsOfGrid(int count = kTradeColumnCount) {
   for (int i = 0; i < count; ++i) columns.push_back({std::string(kTradeColumns[i].Title), true, i, false});
   return columns;
 }
+
+inline const PriceDivisors kNoDivisors;
 
 struct SampleTrades {
   TradeRecord& Add(const char* server, std::int32_t id, const TradeRecord& record = FullTrade()) {

@@ -11,7 +11,7 @@ class ExportSettings : public OwnFolder {
   fs::path File() const { return Folder / "config.ini"; }
 };
 
-TEST_F(ExportSettings, ExchangeFormatFlag) {
+TEST_F(ExportSettings, ReadsTheFlagOrWritesIt) {
   const char* const created = "[TRADECSV]\r\nExchangeFormatCSV=FALSE\r\n";
   const struct {
     const char *What, *Before;
@@ -40,7 +40,7 @@ TEST_F(ExportSettings, ExchangeFormatFlag) {
     }
 }
 
-TEST_F(ExportSettings, SavesThePathAmongWhatIsThere) {
+TEST_F(ExportSettings, SavesThePathAndKeepsTheRest) {
   WriteBytes(File(),
              "; of the desk\n\n; exports\n[TRADECSV]\nExchangeFormatCSV=TRUE\n; twice\nUser=a\nUser=b\n\xE9=\"c\"\n"
              "[PATH]\n; last\nTrade=OLD\n; the end\n");
@@ -60,7 +60,7 @@ TEST_F(ExportSettings, SavesThePathAmongWhatIsThere) {
   EXPECT_EQ(FolderText(fs::path("a")), "a");
 }
 
-TEST_F(ExportSettings, FileThatCannotBeWrittenStaysAndTheRestGoesOn) {
+TEST_F(ExportSettings, KeepsFilesThatCannotBeWritten) {
   std::string folder = "new", remembered;
   SaveTradePath(Folder / "missing" / "config.ini", folder, remembered);
   EXPECT_EQ(remembered, "NEW");
@@ -77,7 +77,7 @@ TEST_F(ExportSettings, FileThatCannotBeWrittenStaysAndTheRestGoesOn) {
   ReadExchangeFormatFlag(File(), flag);
   const std::string bytes = BytesOf(File());
   fs::permissions(File(), fs::perms::all);
-  if (isWritable) GTEST_SKIP() << "this user writes any file";
+  if (isWritable) GTEST_SKIP() << "this user can write any file";
   EXPECT_EQ(bytes, "[PATH]\n");
 }
 

@@ -1,15 +1,15 @@
-// A day is played again and again, and each time another allocation fails: the first, the second and so on, until a day
-// asks for no more. What failed is done once more, as a terminal sends a message again, and the day must end as if
-// nothing had happened.
+// Plays a day once for each of its allocations and lets that allocation fail. The failed step is repeated, like a
+// message that the terminal sends again, and the day must end as if nothing had happened.
 #include <gtest/gtest.h>
 
 #include <functional>
 
 #include "grid_ops/exports/csv_export.h"
 #include "grid_ops/exports/exchange_files.h"
-#include "tests/support/own_folder.h"
 #include "tests/grid_ops/export_sample.h"
+#include "tests/grid_ops/twin_book.h"
 #include "tests/support/failing_memory.h"
+#include "tests/support/own_folder.h"
 #include "tests/support/plain_book.h"
 #include "tests/support/wire_bytes.h"
 
@@ -34,16 +34,7 @@ struct Day {
 using Step = std::function<void(Day&)>;
 
 Step Message(unsigned number, const std::string& fields = {}) {
-  return [bytes = WireMessage(number, fields), number](Day& day) {
-    CQORPacketReader reader(reinterpret_cast<const std::uint8_t*>(bytes.data()),
-                            static_cast<std::uint16_t>(bytes.size()));
-    std::uint16_t needed = 0, consumed = 0;
-    reader.ParseHeader(needed, consumed);
-    if (number == 8111 || number == 9101) day.Cache.OnTrade(reader);
-    if (number == 9112) day.Cache.OnTradeAmend(reader);
-    if (number == 8112) day.Cache.OnDownloadEnd();
-    if (number == 30022) day.Cache.OnClearTrades();
-  };
+  return [bytes = WireMessage(number, fields)](Day& day) { DeliverMessage(day.Cache, bytes); };
 }
 
 Step Trade(unsigned number, unsigned id, unsigned execution) {
@@ -69,12 +60,12 @@ void Export(Day& day) {
   WriteManualExport({columns, day.Cache.LiveTrades, {}, day.Folder, day.Folder, 0}, false, day.Folder / "manual", {});
 }
 
-// Rows that have just been copied have no room for another.
+// Leaves no room for another row.
 void CopyRows(Day& day) {
   for (PlainBook* book : {&day.All, &day.Security, &day.Sorted}) book->Rows.CopyAllRows();
 }
 
-// Enough trades for each table to grow and for blocks of trades to be split.
+// Enough trades to grow each table and to split blocks of trades.
 std::vector<Step> LongDay() {
   constexpr unsigned kColSymbol = 12, kColSide = 16, kColQuantity = 18;
   std::vector<Step> steps;
@@ -123,7 +114,7 @@ std::string TextOf(const PlainBook& book) {
   return text + " bought " + std::to_string(book.Totals.BuyQty) + " sold " + std::to_string(book.Totals.SellAmt);
 }
 
-// What a day leaves in memory and on the disk, piece by piece.
+// The state in memory and the files after a day, piece by piece.
 std::vector<std::string> Outcome(Day& day) {
   std::vector<std::string> pieces{TextOf(day.Cache.LiveTrades), TextOf(day.Cache.PendingTrades),
                                   std::to_string(day.Cache.NextTradeNumber),
@@ -143,7 +134,7 @@ struct Played {
   bool Failed;
 };
 
-// A day whose count-th allocation fails; what fails is done again.
+// A day whose count-th allocation fails; repeats the failed step.
 Played PlayDay(const std::vector<Step>& steps, const fs::path& folder, int count) {
   fs::remove_all(folder);
   fs::create_directories(folder);
@@ -166,7 +157,7 @@ Played PlayDay(const std::vector<Step>& steps, const fs::path& folder, int count
 
 class MemoryTest : public OwnFolder {};
 
-TEST_F(MemoryTest, WhatFailsForWantOfMemoryCanBeDoneAgain) {
+TEST_F(MemoryTest, RepeatedStepLeavesTheSameDay) {
   for (const auto& steps : {LongDay(), DayOfExports()}) {
     const std::vector<std::string> expected = PlayDay(steps, Folder, 0).Pieces;
     int count = 0;

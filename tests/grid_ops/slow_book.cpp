@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <cwchar>
+#include <set>
 
 #include "foundations/text_tools.h"
 
@@ -29,8 +31,6 @@ constexpr Cell kCells[] = {
 #undef CELL
 constexpr int kColumns = 37;
 static_assert(std::size(kCells) == kColumns);
-
-constexpr const char* kTotals[] = {"BuyQty", "BuyAmt", "BuyAvg", "SellQty", "SellAmt", "SellAvg", "NetQty", "NetAmt"};
 
 std::string TextIn(const TradeRecord& record, std::size_t offset, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(&record) + offset, size);
@@ -95,21 +95,15 @@ bool MatchText(const std::wstring& filter, const std::wstring& cell) {
   return !(last.empty() && pos > 0) && holds(last);
 }
 
+// Halves go to the even number.
 std::int32_t WholeNumber(double value) {
-  if (!(value >= -2147483648.5 && value < 2147483647.5)) return 0;
-  const double low = std::floor(value), over = value - low;
-  const bool up = over > 0.5 || (over == 0.5 && std::fmod(low, 2) != 0);
-  return static_cast<std::int32_t>(up ? low + 1 : low);
+  const bool fits = value >= -2147483648.5 && value < 2147483647.5;
+  return fits ? static_cast<std::int32_t>(value - std::remainder(value, 1.0)) : 0;
 }
 
 std::int32_t NumberOf(const std::wstring& text) {
-  std::size_t at = text.find_first_not_of(L" \t\n\v\f\r");
-  const bool negative = at < text.size() && text[at] == L'-';
-  if (at < text.size() && (negative || text[at] == L'+')) ++at;
-  std::int64_t number = 0;
-  for (; at < text.size() && text[at] >= L'0' && text[at] <= L'9'; ++at)
-    number = std::min<std::int64_t>(number * 10 + (text[at] - L'0'), 1LL << 40);
-  return static_cast<std::int32_t>(std::clamp<std::int64_t>(negative ? -number : number, -0x80000000LL, 0x7FFFFFFFLL));
+  return static_cast<std::int32_t>(
+      std::clamp<long long>(std::wcstoll(text.c_str(), nullptr, 10), -0x80000000LL, 0x7FFFFFFFLL));
 }
 
 bool MatchStrike(const std::wstring& filter, double strike) {
@@ -129,7 +123,7 @@ int Order(const Value& first, const Value& second) {
 
 int CompareColumn(const TradeRecord& a, const TradeRecord& b, int column) {
   if (column < 0 || column >= kColumns || kCells[column].Kind == 's') return 0;
-  // The order's number and time in place of the trade's.
+  // Columns 6 and 9 compare the number and time of the order, not of the trade.
   const Cell& cell = kCells[column == 6 || column == 9 ? column - 1 : column];
   const std::size_t offset = cell.Offset + (cell.Kind == 'c' ? 9 : 0), size = cell.Kind == 'c' ? 8 : cell.Size;
   if (cell.Kind == 't' || cell.Kind == 'c') return Order(TextIn(a, offset, size), TextIn(b, offset, size));
@@ -241,6 +235,8 @@ void SlowBook::Add(const TradeRecord& record) {
   const auto quantity = static_cast<std::int32_t>(+record.Quantity);
   Totals[side + "Qty"] = static_cast<std::int32_t>(static_cast<std::int64_t>(Totals[side + "Qty"]) + quantity);
   Totals[side + "Amt"] += quantity * record.Price * record.Multiplier;
+  Totals["NetAmt"] = Totals["SellAmt"] - Totals["BuyAmt"];
+  Totals["NetQty"] = static_cast<std::int32_t>(static_cast<std::int64_t>(Totals["BuyQty"] - Totals["SellQty"]));
 }
 
 void SlowBook::Average(double multiplier) {
@@ -250,7 +246,7 @@ void SlowBook::Average(double multiplier) {
   }
 }
 
-void SlowBook::CountTotals(bool showAll) {
+void SlowBook::CountTotals() {
   Totals.clear();
   for (const auto& [key, record] : Rows) {
     Add(*record);
@@ -258,43 +254,10 @@ void SlowBook::CountTotals(bool showAll) {
     Totals["SellAvg"] = 0;
   }
   const auto master = Market.Multipliers.find(IsSecuritySelected() ? Market.Selected : Market.Restored);
-  const bool known = Filtered && master != Market.Multipliers.end();
-  if (known) Average(master->second);
-  if (known || showAll)
-    for (const char* name : {"BuyAvg", "SellAvg"}) Write(name);
-  TellLine(showAll);
+  if (Filtered && master != Market.Multipliers.end()) Average(master->second);
 }
 
 void SlowBook::UpdateTotals(const TradeRecord& record) {
   Add(record);
-  if (IsSecuritySelected()) {
-    Average(record.Multiplier);
-    for (const char* name : {"BuyAvg", "SellAvg"}) Write(name);
-  }
-  TellLine(false);
-}
-
-void SlowBook::Write(const std::string& name) {
-  Texts[name] = Printed(name.find("Qty") != std::string::npos ? "%.0f" : "%.2f", Totals[name]);
-  Shown[name] = Totals[name];
-  Changed.insert(name);
-}
-
-void SlowBook::TellLine(bool all) {
-  Totals["NetAmt"] = Totals["SellAmt"] - Totals["BuyAmt"];
-  Totals["NetQty"] = static_cast<std::int32_t>(static_cast<std::int64_t>(Totals["BuyQty"] - Totals["SellQty"]));
-  for (const std::string name : kTotals) {
-    const bool average = name.ends_with("Avg");
-    const bool written = !average && (all || Shown.try_emplace(name, -1).first->second != Totals[name]);
-    if (written) Write(name);
-    if (!all && !average && name != "NetQty" && !(name == "NetAmt" && written)) continue;
-    const std::string sign = name[0] == 'S' || (name[0] == 'N' && Totals[name] < 0) ? "-" : "+";
-    if (std::exchange(Signs[name], sign) != sign) Changed.insert(name);
-  }
-}
-
-std::string SlowBook::LineText() {
-  std::string text;
-  for (const char* name : kTotals) text += Texts[name] + Signs[name] + (Changed.contains(name) ? "* " : " ");
-  return text;
+  if (IsSecuritySelected()) Average(record.Multiplier);
 }

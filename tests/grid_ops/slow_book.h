@@ -1,9 +1,8 @@
-// SlowBook: the rules of a book's rows, filters, sort and totals once more, on an ordered map and with tables of its
-// own. It shares nothing with grid_ops and is there to be compared with it. Not fast. One thread.
+// SlowBook: a second implementation of a book's rows, filter bar, sort and totals on ordered maps, for comparison. It
+// shares no code with grid_ops.
 #pragma once
 
 #include <map>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,13 +12,13 @@
 using SlowSort = std::vector<std::pair<int, int>>;    // column and state
 using SlowKey = std::pair<std::string, std::string>;  // exchange and security
 
-// What the averages of all books depend on.
+// The inputs of the averages of all books.
 struct SlowMarket {
   SlowKey Selected, Restored;
   std::map<SlowKey, double> Multipliers;  // of the masters
 };
 
-// Bytes into the record's field of a column, cut at its size; a column without a field takes none.
+// Writes bytes to the field of a column, cut to its size; a no-op for a column without a field.
 void PutCell(TradeRecord& record, int column, std::string_view bytes);
 bool SlowMatch(const std::string& server, const TradeRecord& record, int column, const std::wstring& filter);
 int SlowCompare(const TradeRecord& first, const TradeRecord& second, const SlowSort& sort);
@@ -38,21 +37,15 @@ class SlowBook {
   void OnFilterBarUpdate();
   void ResortRows(const SlowSort& sort);
 
-  void CountTotals(bool showAll);
+  void CountTotals();
   void UpdateTotals(const TradeRecord& record);
-  // The eight controls in order: text, + or - where painted, * where changed.
-  std::string LineText();
 
   bool Filtered = false;
   SlowKey Security;
   std::vector<std::pair<int, std::wstring>> Filters;
   std::map<std::int32_t, TradeRecord*> Rows;
   std::int32_t NextRowKey = 0x7FFFFFFF;
-  // By name, BuyQty to NetAmt: totals, and the summary line's texts, colours as signs, and what has changed since it
-  // was read.
-  std::map<std::string, double> Totals, Shown;
-  std::map<std::string, std::string> Texts, Signs;
-  std::set<std::string> Changed;
+  std::map<std::string, double> Totals;  // by name, BuyQty to NetAmt
 
  private:
   std::map<std::int32_t, TradeRecord*> Trades() const;
@@ -64,8 +57,6 @@ class SlowBook {
   bool IsSecuritySelected() const { return !Market.Selected.first.empty() && !Market.Selected.second.empty(); }
   void Add(const TradeRecord& record);
   void Average(double multiplier);
-  void Write(const std::string& name);
-  void TellLine(bool all);
 
   const TradeCache& Cache;
   const SlowMarket& Market;

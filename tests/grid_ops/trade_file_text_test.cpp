@@ -17,7 +17,7 @@ struct Edge {
 constexpr int kStrike = TradeColumnIndex("colStrikePrice"), kPrice = TradeColumnIndex("colPrice"),
               kOption = TradeColumnIndex("colOptionType"), kOpenClose = TradeColumnIndex("colOpenClose"),
               kSide = TradeColumnIndex("colSide"), kTime = TradeColumnIndex("colExchangeTradeTime"),
-              kSymbol = TradeColumnIndex("colSymbol");
+              kSymbol = TradeColumnIndex("colSymbol"), kExpiry = TradeColumnIndex("colExpiryDate");
 
 const Edge kEdges[] = {
     {"no strike", [](TradeRecord& r) { r.StrikePrice = 0; }, kStrike, "          ", ""},
@@ -45,7 +45,7 @@ const Edge kEdges[] = {
      "                    ", "                    "},
 };
 
-TEST(TradeFileText, Edges) {
+TEST(TradeFileText, KeepsTheWidthRulesAtTheirEdges) {
   for (const Edge& edge : kEdges) {
     SCOPED_TRACE(edge.What);
     TradeRecord record = FullTrade();
@@ -55,14 +55,14 @@ TEST(TradeFileText, Edges) {
   }
 }
 
-TEST(TradeFileText, NumberKeepsTheDigitsOfItsBuffer) {
+TEST(TradeFileText, CutsANumberAfter127Characters) {
   TradeRecord record{};
   record.Price = record.StrikePrice = 1e300;
   EXPECT_EQ(TradeCellTextFO({}, "", record, kPrice, "").size(), 127U);
   EXPECT_EQ(TradeCellTextFO({}, "", record, kStrike, "").substr(0, 17), "10000000000000000");
 }
 
-TEST(TradeFileText, LinkedMasterStandsIn) {
+TEST(TradeFileText, PrintsTheLinkedMaster) {
   SecurityMaster master{};
   PutText(master.Exchange, "MCX");
   PutText(master.SecurityID, "77");
@@ -75,39 +75,43 @@ TEST(TradeFileText, LinkedMasterStandsIn) {
   TradeRecord record = FullTrade();
   record.MasterRecord = &master;
   const struct {
-    const char* Key;
-    const char *FO, *FOElse, *CM;
+    int Column;
+    const char *FO, *CM;
   } rows[] = {
-      {"colExchange", "MCX", "MCX", "MCX"},
-      {"colSecurityID", "77", "77", "77"},
-      {"colSymbol", "GOLD      ", "GOLD      ", "GOLD      "},
-      {"colExpiryDate", "29FEB2024", "05DEC2024", "05DEC2024"},  // in FO only a fallback selects the master's
-      {"colSecurityType", "F     ", "F     ", ""},
-      {"colOptionType", "  ", "  ", ""},
-      {"colStrikePrice", "      3.00", "      3.00", ""},
-      {"colMultiplier", "100.00", "100.00", "100.00"},
-      {"colClientID", "CLIENT07  ", "CLIENT07  ", "CLIENT07  "},
+      {TradeColumnIndex("colExchange"), "MCX", "MCX"},
+      {TradeColumnIndex("colSecurityID"), "77", "77"},
+      {kSymbol, "GOLD      ", "GOLD      "},
+      {kExpiry, "29FEB2024", "05DEC2024"},
+      {TradeColumnIndex("colSecurityType"), "F     ", ""},
+      {kOption, "  ", ""},
+      {kStrike, "      3.00", ""},
+      {TradeColumnIndex("colMultiplier"), "100.00", "100.00"},
+      {TradeColumnIndex("colClientID"), "CLIENT07  ", "CLIENT07  "},
   };
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.Key);
-    int column = 0;
-    while (kTradeColumns[column].Key != row.Key) ++column;
-    EXPECT_EQ(TradeCellTextFO({}, "", record, column, ""), row.FO);
-    EXPECT_EQ(TradeCellTextFO({}, "", record, column, "else"), row.FOElse);
-    EXPECT_EQ(TradeCellTextCM({}, "", record, column, ""), row.CM);
+    SCOPED_TRACE(row.Column);
+    EXPECT_EQ(TradeCellTextFO({}, "", record, row.Column, ""), row.FO);
+    EXPECT_EQ(TradeCellTextFO({}, "", record, row.Column, "else"), row.Column == kExpiry ? "05DEC2024" : row.FO);
+    EXPECT_EQ(TradeCellTextCM({}, "", record, row.Column, ""), row.CM);
   }
+}
+
+TEST(TradeFileText, DividesThePriceByAliasOrSymbolOfTheMaster) {
   const PriceDivisors divisors = {{"GOLD ", 10}, {"ALIAS", 100}, {"ABCD  ", 7}};
+  SecurityMaster master{};
+  PutText(master.Symbol, "GOLD ");
+  TradeRecord record = FullTrade();
+  EXPECT_EQ(TradeCellTextFO(divisors, "", record, kPrice, ""), "      101.75");
+  record.MasterRecord = &master;
   EXPECT_EQ(TradeCellTextFO(divisors, "", record, kPrice, ""), "       10.18");
   PutText(master.Alias, "ALIAS");
   EXPECT_EQ(TradeCellTextCM(divisors, "", record, kPrice, ""), "        1.02");
   PutText(master.Alias, "other");
   EXPECT_EQ(TradeCellTextFO(divisors, "", record, kPrice, ""), "      101.75");
-  record.MasterRecord = nullptr;
-  EXPECT_EQ(TradeCellTextFO(divisors, "", record, kPrice, ""), "      101.75");
 }
 
-// One object for all rows, so that each result comes after what is remembered of the rows before.
-TEST(StoredTimeText, RemembersAndNeverMixesUp) {
+// One object for all rows and two rounds, so that each result meets the cache of others.
+TEST(StoredTimeText, ConvertsAnyTimeAfterAnyOther) {
   const struct {
     const char *Stored, *Text;
   } rows[] = {

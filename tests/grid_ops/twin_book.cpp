@@ -51,7 +51,7 @@ void TwinBook::CountTotals(bool showAll) {
   Total([&](const AverageBasis& basis) {
     showAll ? Totals.RecountTotals(Fast.Rows, basis, Line) : Totals.ResumTotals(Fast.Rows, basis, Line);
   });
-  Slow.CountTotals(showAll);
+  Slow.CountTotals();
 }
 
 void TwinBook::ClearFilters() {
@@ -89,10 +89,9 @@ std::string TwinBook::Difference() {
       {"SellAmt", Totals.SellAmt}, {"SellAvg", Totals.SellAvg}, {"NetQty", Totals.NetQty}, {"NetAmt", Totals.NetAmt}};
   for (const auto& [name, total] : totals)
     if (!SameBits(total, Slow.Totals[name])) return name;
-  const std::string line = LineText(), expected = Slow.LineText();
-  if (line != expected) return "the line: " + line + ", not " + expected;
-  Line.ClearChanged();
-  Slow.Changed.clear();
+  const std::map<int, std::wstring> filters(Slow.Filters.begin(), Slow.Filters.end());
+  for (int column = -1; column <= 38; ++column)
+    if (Fast.Filters.TextOf(column) != (filters.contains(column) ? filters.at(column) : L"")) return "filter text";
   return "";
 }
 
@@ -106,17 +105,17 @@ std::string TwinBook::RowText() const {
   return text + "next " + name(Fast.NextRowKey);
 }
 
-std::string TwinBook::LineText() const {
+std::string TwinBook::TakeLine() {
   std::string text;
-  for (const SummaryValue value :
-       {SummaryValue::BuyQty, SummaryValue::BuyAmt, SummaryValue::BuyAvg, SummaryValue::SellQty, SummaryValue::SellAmt,
-        SummaryValue::SellAvg, SummaryValue::NetQty, SummaryValue::NetAmt}) {
+  for (int i = 0; i < 8; ++i) {
+    const auto value = static_cast<SummaryValue>(i);
     const SummaryLine::Control& control = Line.Of(value);
     const std::wstring wide = Line.TextOf(value);
     text.append(wide.begin(), wide.end());
     if (control.Color) text += *control.Color == TradeColor::Buy ? "+" : "-";
     text += control.Changed ? "* " : " ";
   }
+  Line.ClearChanged();
   return text;
 }
 
@@ -126,15 +125,16 @@ TwinBook& Desk::Open(const std::string& key) {
   return *Twins.back();
 }
 
-void Desk::Play(unsigned number, const std::string& fields) {
-  const ExactBytes bytes(WireMessage(number, fields));
-  CQORPacketReader reader(bytes.Data(), bytes.Size());
+void DeliverMessage(TradeCache& cache, std::string_view message) {
+  CQORPacketReader reader(reinterpret_cast<const std::uint8_t*>(message.data()),
+                          static_cast<std::uint16_t>(message.size()));
   std::uint16_t needed = 0, consumed = 0;
   ASSERT_TRUE(reader.ParseHeader(needed, consumed));
-  if (number == 9101) Cache.OnTrade(reader);
-  if (number == 9112) Cache.OnTradeAmend(reader);
-  if (number == 8112) Cache.OnDownloadEnd();
-  if (number == 30022) Cache.OnClearTrades();
+  const unsigned number = reader.MessageNumber;
+  if (number == 8111 || number == 9101) cache.OnTrade(reader);
+  if (number == 9112) cache.OnTradeAmend(reader);
+  if (number == 8112) cache.OnDownloadEnd();
+  if (number == 30022) cache.OnClearTrades();
 }
 
 void Desk::Trade(std::uint32_t id, const std::string& fields) {

@@ -1,5 +1,4 @@
-// TwinBook: a book and its slow twin, told the same by a test or by a trade cache, and Desk: a cache with such books.
-// Not the rules: those are in grid_ops and, once more, in SlowBook. One thread.
+// TwinBook: a book and its SlowBook, driven alike by a test or a trade cache. Desk: a cache with such books.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,8 +10,12 @@
 #include "grid_ops/rows/book_rows.h"
 #include "grid_ops/rows/book_totals.h"
 #include "tests/grid_ops/slow_book.h"
+#include "tests/support/wire_bytes.h"
 
 FilterKey KeyOf(const SlowKey& key);
+
+// Delivers a whole message to the cache: 8111, 8112, 9101, 9112 or 30022.
+void DeliverMessage(TradeCache& cache, std::string_view message);
 
 class TwinBook : public TradeBook {
  public:
@@ -40,26 +43,21 @@ class TwinBook : public TradeBook {
     act(Fast);
     act(Slow);
   }
-  void CollectSecurityRows() {
-    Both([](auto& book) { book.CollectSecurityRows(); });
-  }
-  void RebuildRows() {
-    Both([](auto& book) { book.RebuildRows(); });
-  }
   void Change(int column, const std::wstring& text) {
     EXPECT_EQ(Fast.OnFilterBarChanged(column, text), Slow.OnFilterBarChanged(column, text));
   }
   void ClearFilters();
   void Sort(const SlowSort& sort);
-  // No security: the book is not kept to one.
+  // An empty key makes it a book of all securities.
   void KeepTo(const SlowKey& security);
   void CountTotals(bool showAll);
 
-  // Empty, or the first difference; the line counts as read.
+  // The first difference, or empty.
   std::string Difference();
-  // Rows as key=id, keys near the highest as ^ and their distance from it, and the next key.
+  // Rows as key=id and the next key; a key near the highest is ^ and its distance from it.
   std::string RowText() const;
-  std::string LineText() const;
+  // The eight controls in order: text, + or - for the colour, * if changed since the last call.
+  std::string TakeLine();
 
  private:
   template <typename Act>
@@ -82,7 +80,7 @@ struct Desk {
 
   Desk() { Cache.AutoTradeWriteCSV = false; }
   TwinBook& Open(const std::string& key);
-  void Play(unsigned number, const std::string& fields = {});
-  // A live trade, each with an execution of its own.
+  void Play(unsigned number, const std::string& fields = {}) { DeliverMessage(Cache, WireMessage(number, fields)); }
+  // A live trade with a new execution.
   void Trade(std::uint32_t id, const std::string& fields);
 };

@@ -12,7 +12,7 @@ Bytes Apply(const Bytes& key, Bytes text) {
   return text;
 }
 
-TEST(CipherTest, GivesThePublishedVectors) {
+TEST(CipherTest, MatchesPublishedVectors) {
   const char* const kRows[][3] = {
       {"'Key'", "'Plaintext'", "BBF316E8D940AF0AD3"},
       {"'Wiki'", "'pedia'", "1021BF0420"},
@@ -26,7 +26,7 @@ TEST(CipherTest, GivesThePublishedVectors) {
 }
 
 // The key streams of RFC 6229 at their start and from byte 4096.
-TEST(CipherTest, GoesOnThroughALongBody) {
+TEST(CipherTest, MatchesKeyStreamsOfLongBodies) {
   const char* const kRows[][3] = {
       {"0102030405", "B2396305F03DC027CCC3524A0A1118A8", "FF25B58995996707E51FBDF08B34D875"},
       {"0102030405060708090A0B0C0D0E0F101112131415161718191A1B1C1D1E1F20", "EAA6BD25880BF93D3F5D1E4CA2611D91",
@@ -39,7 +39,7 @@ TEST(CipherTest, GoesOnThroughALongBody) {
   }
 }
 
-TEST(CipherTest, RefusesAnEmptyKeyAndAnEmptyBody) {
+TEST(CipherTest, RefusesEmptyKeysAndBodies) {
   const Bytes key = Hex("'Key'");
   const Bytes text = Hex("'Plaintext'");
   Bytes body = text;

@@ -2,79 +2,24 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <optional>
-
-#include "host_link/host_functions/terminal_functions.h"
-#include "host_link/messages/packet_writer.h"
-#include "tests/support/wire_bytes.h"
+#include "tests/support/fake_terminal.h"
 
 namespace {
 
-template <typename Function>
-void* AddressOf(Function* function) {
-  return reinterpret_cast<void*>(function);
-}
-
-// What a terminal sees of the calls.
-struct SeenRequest {
-  std::uint64_t FirstSlot;
-  std::uint64_t MasterRecord;
-  std::vector<std::u16string> Texts;
-  std::uint32_t Zero;
-  std::uint16_t Number;
+class FunctionTableTest : public testing::Test {
+ protected:
+  FunctionTableTest() { fakeTerminal = {}; }
 };
 
 std::string namesAsked;
-std::optional<SeenRequest> seenRequest;
-const std::uint8_t* masterRecord = nullptr;
-std::vector<std::string> seenCalls;
-
-void* RecordName(const char* name) {
+void* FindNothing(const char* name) {
   namesAsked += std::string(name) + ' ';
   return nullptr;
 }
 
-void AnswerMasterRequest(MasterRequest* request, std::uint32_t zero, std::uint16_t* number) {
-  seenRequest = {request->FirstSlot, request->MasterRecord, {}, zero, *number};
-  for (const char16_t* text : request->Texts) seenRequest->Texts.push_back(text);
-  request->MasterRecord = reinterpret_cast<std::uint64_t>(masterRecord);
-}
-
-void* OnlyMasterRequest(const char* name) {
-  return std::strcmp(name, "GetMasterRequest") == 0 ? AddressOf(AnswerMasterRequest) : nullptr;
-}
-
-void SeeFocus(void* window, std::uint32_t closed) {
-  seenCalls.push_back("focus " + std::to_string(window == &seenCalls) + ' ' + std::to_string(closed));
-}
-std::uint32_t GiveBarId(const char* pluginName, const char* bookName) {
-  seenCalls.push_back(std::string(pluginName) + '|' + bookName);
-  return 0x87654321;
-}
-void TakeBarId(std::uint32_t barId, const char* pluginName) {
-  seenCalls.push_back(std::to_string(barId) + '|' + pluginName);
-}
-
-void* BarFunctions(const char* name) {
-  if (std::strcmp(name, "ApplicationFocus") == 0) return AddressOf(SeeFocus);
-  if (std::strcmp(name, "GetPluginBarID") == 0) return AddressOf(GiveBarId);
-  if (std::strcmp(name, "PluginRemoveBarID") == 0) return AddressOf(TakeBarId);
-  return nullptr;
-}
-
-class FakeBoxes : public MessageBoxes {
- public:
-  int Show(const Request& request) override {
-    Shown = request;
-    return 1001;
-  }
-  Request Shown;
-};
-
-TEST(FunctionTableTest, LooksTheTerminalsFunctionsUpInOrder) {
+TEST_F(FunctionTableTest, LooksUpFunctionsInOrder) {
   namesAsked.clear();
-  const CQORDLLComman terminal(RecordName);
+  const CQORDLLComman terminal(FindNothing);
   EXPECT_EQ(namesAsked,
             "GetMasterRequest SendToAccess PluginDataSend SendToDataFeed SendDepthBroadCastRequest "
             "SendWatchBroadCastRequest SendIndexBroadCastRequest GetOrderNo GetDepth ApplicationFocus OnMessage "
@@ -82,67 +27,55 @@ TEST(FunctionTableTest, LooksTheTerminalsFunctionsUpInOrder) {
             "ModifyOrderQtyCheck M2MDisplay ");
 }
 
-// The test program exports none of them, so the lookup among its own exports finds nothing either.
-TEST(FunctionTableTest, WhatTheTerminalLacksDoesNothing) {
-  for (const CQORDLLComman::Resolver resolve : {CQORDLLComman::Resolver{RecordName}, CQORDLLComman::Resolver{}}) {
-    const CQORDLLComman terminal(resolve);
-    for (std::size_t i = 0; i < kTerminalFunctionCount; ++i)
-      EXPECT_FALSE(terminal.Has(static_cast<TerminalFunction>(i)));
-    CQORPacketWriter message(0);
-    terminal.PluginDataSend(message);
-    EXPECT_EQ(BytesOf(message), Hex("23 0100 0000 23 1127 0000"));
-    SecurityMasterData data{{"kept"}, 2.5};
-    EXPECT_FALSE(terminal.GetMasterRequest("ASX", "BHP", data));
-    EXPECT_STREQ(data.Name.data(), "kept");
-    EXPECT_EQ(data.Multiplier, 2.5);
-    terminal.ApplicationFocus(nullptr, true);
-    EXPECT_EQ(terminal.GetPluginBarID("book"), 0U);
-    terminal.PluginRemoveBarID(1);
-  }
+TEST_F(FunctionTableTest, MissingFunctionsAreNoOps) {
+  const CQORDLLComman terminal(FindNothing);
+  EXPECT_FALSE(terminal.Has(TerminalFunction::PluginDataSend));
+  CQORPacketWriter message(0);
+  terminal.PluginDataSend(message);
+  EXPECT_EQ(BytesOf(message), Hex("23 0100 0000 23 1127 0000"));
+  SecurityMasterData data{{"kept"}, 2.5};
+  EXPECT_FALSE(terminal.GetMasterRequest("ASX", "BHP", data));
+  EXPECT_STREQ(data.Name.data(), "kept");
+  EXPECT_EQ(data.Multiplier, 2.5);
+  terminal.ApplicationFocus(nullptr, true);
+  EXPECT_EQ(terminal.GetPluginBarID("book"), 0U);
+  terminal.PluginRemoveBarID(1);
 }
 
-TEST(FunctionTableTest, AsksForAMasterRecordByExchangeAndSecurity) {
-  // Name at 266 without a terminator, multiplier at 435: the record ends behind it.
-  const Bytes record = Bytes(266, 0xEE) + Hex("'BHP GROUP LIMITED 0123456789 0123456789 01234567' 58") +
-                       Bytes(120, 0xEE) + Hex("0000000000000440");
-  ASSERT_EQ(record.size(), 443U);
-  const auto block = ExactBlock(record);
-  masterRecord = block.get();
-  seenRequest.reset();
-  const CQORDLLComman terminal(OnlyMasterRequest);
-  EXPECT_TRUE(terminal.Has(TerminalFunction::GetMasterRequest));
-  EXPECT_FALSE(terminal.Has(TerminalFunction::SendToAccess));
+// This program is the main program and exports the five functions that are called.
+TEST_F(FunctionTableTest, FindsTheExportsOfTheMainProgram) {
+  const CQORDLLComman terminal;
+  for (const TerminalFunctionRow& row : kTerminalFunctions)
+    EXPECT_EQ(terminal.Has(row.Function), FakeTerminalFunction(row.Name) != nullptr) << row.Name;
+  EXPECT_EQ(terminal.GetPluginBarID("Trade Book : All"), 1U);
+  EXPECT_EQ(terminal.GetPluginBarID("Trade Book : GC"), 2U);
+  terminal.PluginRemoveBarID(77);
+  EXPECT_EQ(fakeTerminal.BarCalls, (std::vector<std::string>{"1 = Trade Book : All", "2 = Trade Book : GC", "-77"}));
+  int window = 0;
+  terminal.ApplicationFocus(&window, false);
+  terminal.ApplicationFocus(nullptr, true);
+  EXPECT_EQ(fakeTerminal.Focus, (std::vector<std::pair<void*, bool>>{{&window, false}, {nullptr, true}}));
+}
+
+TEST_F(FunctionTableTest, ReadsNameAndMultiplierOfAMasterRecord) {
+  // A name of 49 characters has no NUL; the multiplier is at 435, and the record ends behind it.
+  const std::string name = "BHP GROUP LIMITED 0123456789 0123456789 01234567X";
+  fakeTerminal.Masters["ASX|BHP.AX"] =
+      Bytes(266, 0xEE) + Bytes(name.begin(), name.end()) + Bytes(120, 0xEE) + Hex("0000000000000440");
+  const CQORDLLComman terminal(FakeTerminalFunction);
   SecurityMasterData data;
   EXPECT_TRUE(terminal.GetMasterRequest("ASX", "BHP.AX", data));
-  ASSERT_TRUE(seenRequest);
-  EXPECT_EQ(seenRequest->FirstSlot, 0U);
-  EXPECT_EQ(seenRequest->MasterRecord, 0U);
-  EXPECT_EQ(seenRequest->Texts, (std::vector<std::u16string>{u"ASX", u"", u"", u"", u"", u"", u"", u"BHP.AX", u""}));
-  EXPECT_EQ(seenRequest->Zero, 0U);
-  EXPECT_EQ(seenRequest->Number, 30);
-  EXPECT_EQ(std::string(data.Name.begin(), data.Name.end()), "BHP GROUP LIMITED 0123456789 0123456789 01234567X");
+  EXPECT_EQ(data.NameText(), name);
   EXPECT_EQ(data.Multiplier, 2.5);
-  EXPECT_EQ(data.NameText(), "BHP GROUP LIMITED 0123456789 0123456789 01234567X");
   data.Name[3] = '\0';
   EXPECT_EQ(data.NameText(), "BHP");
-
-  masterRecord = nullptr;
   EXPECT_FALSE(terminal.GetMasterRequest("ASX", "CBA", data));
+  EXPECT_EQ(data.NameText(), "BHP");
   EXPECT_EQ(data.Multiplier, 2.5);
+  EXPECT_EQ(fakeTerminal.MasterRequests, (std::vector<std::string>{"ASX|BHP.AX", "ASX|CBA"}));
 }
 
-TEST(FunctionTableTest, TellsTheTerminalOfBars) {
-  seenCalls.clear();
-  const CQORDLLComman terminal(BarFunctions);
-  terminal.ApplicationFocus(&seenCalls, false);
-  terminal.ApplicationFocus(&seenCalls, true);
-  EXPECT_EQ(terminal.GetPluginBarID("Trade Book : All"), 0x87654321);
-  terminal.PluginRemoveBarID(77);
-  EXPECT_EQ(seenCalls,
-            (std::vector<std::string>{"focus 1 0", "focus 1 1", "Trade Book|Trade Book : All", "77|Trade Book"}));
-}
-
-TEST(FunctionTableTest, ButtonAndIconCodesBecomeStyles) {
+TEST_F(FunctionTableTest, ButtonAndIconCodesBecomeStyles) {
   const struct {
     std::uint32_t Button;
     std::uint32_t Icon;
@@ -157,34 +90,53 @@ TEST(FunctionTableTest, ButtonAndIconCodesBecomeStyles) {
   }
 }
 
-TEST(FunctionTableTest, MessageBoxesAreAskedForWithEverything) {
-  CQORDLLComman terminal(RecordName);
+class FakeBoxes : public MessageBoxes {
+ public:
+  int Show(const Request& request) override {
+    Shown = request;
+    return 1001;
+  }
+  Request Shown;
+};
+
+TEST_F(FunctionTableTest, MessageBoxesGetTheWholeRequest) {
+  CQORDLLComman terminal(FindNothing);
   EXPECT_EQ(terminal.ShowMessage(nullptr, L"a", L"b", 0, 0, 0), 0);
   EXPECT_EQ(terminal.ShowMessageWithCheck(nullptr, L"a", L"b", 0, 0, 0, true), 0);
   FakeBoxes boxes;
+  const MessageBoxes::Request& shown = boxes.Shown;
   terminal.Boxes = &boxes;
   terminal.ButtonCaptions = {L"Keep", L"Drop"};
   EXPECT_EQ(terminal.ShowMessage(&boxes, L"Trade Book", L"Which?", 7, 2, 0x2000), 1001);
-  EXPECT_EQ(boxes.Shown.Parent, &boxes);
-  EXPECT_EQ(boxes.Shown.Caption, L"Trade Book");
-  EXPECT_EQ(boxes.Shown.Text, L"Which?");
-  EXPECT_EQ(boxes.Shown.Style, 0x2120U);
-  EXPECT_EQ(boxes.Shown.ButtonCaptions[0], L"Keep");
-  EXPECT_EQ(boxes.Shown.ButtonCaptions[1], L"Drop");
-  EXPECT_FALSE(boxes.Shown.WithCheck);
-  EXPECT_EQ(boxes.Shown.CheckCaption, L"");
+  EXPECT_EQ(shown.Parent, &boxes);
+  EXPECT_EQ(shown.Caption + L'|' + shown.Text + L'|' + shown.CheckCaption, L"Trade Book|Which?|");
+  EXPECT_EQ(shown.Style, 0x2120U);
+  EXPECT_EQ(shown.ButtonCaptions, terminal.ButtonCaptions);
+  EXPECT_FALSE(shown.WithCheck);
 
   terminal.RightToLeft = true;
   for (const bool checked : {true, false}) {
     EXPECT_EQ(terminal.ShowMessageWithCheck(nullptr, L"Trade Book", L"Sure?", 1, 3, 0, checked), 1001);
-    EXPECT_EQ(boxes.Shown.Parent, nullptr);
-    EXPECT_EQ(boxes.Shown.Text, L"Sure?");
-    EXPECT_EQ(boxes.Shown.Style, 0x80044U);
-    EXPECT_EQ(boxes.Shown.ButtonCaptions[1], L"Drop");
-    EXPECT_TRUE(boxes.Shown.WithCheck);
-    EXPECT_EQ(boxes.Shown.Checked, checked);
-    EXPECT_EQ(boxes.Shown.CheckCaption, L" Don't Ask Again");
+    EXPECT_EQ(shown.Parent, nullptr);
+    EXPECT_EQ(shown.Caption + L'|' + shown.Text + L'|' + shown.CheckCaption, L"Trade Book|Sure?| Don't Ask Again");
+    EXPECT_EQ(shown.Style, 0x80044U);
+    EXPECT_EQ(shown.ButtonCaptions, terminal.ButtonCaptions);
+    EXPECT_TRUE(shown.WithCheck);
+    EXPECT_EQ(shown.Checked, checked);
   }
+}
+
+TEST_F(FunctionTableTest, ResourceScopesSelectThisModuleAndRestoreTheFormerOne) {
+  const ModuleHandle own = ModuleOfAddress(&namesAsked);
+  ASSERT_NE(own, nullptr);
+  EXPECT_EQ(SelectedResources(), nullptr);
+  {
+    const CQORDLLResource outer;
+    EXPECT_EQ(SelectedResources(), own);
+    { const CQORDLLResource inner; }
+    EXPECT_EQ(SelectedResources(), own);
+  }
+  EXPECT_EQ(SelectedResources(), nullptr);
 }
 
 }  // namespace

@@ -2,40 +2,22 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <functional>
+#include <set>
 
 #include "host_link/host_functions/function_table.h"
-#include "tests/support/wire_bytes.h"
+#include "tests/support/fake_terminal.h"
 
 namespace {
 
 constexpr EntryAddresses kAddresses = {1, 2, 3, 0x4142434445464748};
 
-// What the terminal receives and answers, and what callbacks are called with.
-std::vector<Bytes> sentMessages;
-std::vector<std::u16string> askedSecurities;
-const std::uint8_t* masterRecord = nullptr;
+// What the callback of message 32022 gets.
 std::vector<Bytes> answers;
-
-void TakePluginData(CQORPacketWriter* message) {
-  EXPECT_EQ(message->OutputBuffer, nullptr);
-  sentMessages.push_back(BytesOf(*message));
-}
-void AnswerMasterRequest(MasterRequest* request, std::uint32_t, std::uint16_t*) {
-  askedSecurities.push_back(std::u16string(request->Texts[0]) + u"|" + request->Texts[7]);
-  request->MasterRecord = reinterpret_cast<std::uint64_t>(masterRecord);
-}
 void TakeAnswer(CQORPacketReader* answer) {
   EXPECT_EQ(answer->Cursor, 0);
   EXPECT_EQ(answer->MessageNumber, 0);
   answers.push_back(Bytes(answer->Data, answer->Data + answer->End));
-}
-
-void* Resolve(const char* name) {
-  if (std::strcmp(name, "PluginDataSend") == 0) return reinterpret_cast<void*>(TakePluginData);
-  if (std::strcmp(name, "GetMasterRequest") == 0) return reinterpret_cast<void*>(AnswerMasterRequest);
-  return nullptr;
 }
 
 // Notes each call, with a plus where the plug-in's resources are selected during it.
@@ -71,27 +53,15 @@ class MessageRouterTest : public testing::Test {
   MessageRouterTest() {
     State.TradeStore.AutoTradeWriteCSV = false;
     State.Windows = &Windows;
-    sentMessages.clear();
-    askedSecurities.clear();
+    fakeTerminal = {};
     answers.clear();
-    masterRecord = nullptr;
   }
 
-  // As the terminal delivers: parsed to OnMessage, raw to OnPluginMessage. The cursor at the end is returned.
   std::size_t ToMessage(std::uint16_t number, const Bytes& fields = {}) {
-    const Bytes message = Framed(Hex("23 1227") + Word(number) + fields);
-    CQORPacketReader reader(message.data(), static_cast<std::uint16_t>(message.size()));
-    std::uint16_t needed = 0;
-    std::uint16_t consumed = 0;
-    EXPECT_TRUE(reader.ParseHeader(needed, consumed));
-    Router.OnMessage(reader);
-    return reader.Cursor;
+    return Deliver(true, number, fields, [this](CQORPacketReader& reader) { Router.OnMessage(reader); });
   }
   std::size_t ToPluginMessage(std::uint16_t number, const Bytes& fields = {}) {
-    const Bytes message = Framed(Hex("23 1227") + Word(number) + fields);
-    CQORPacketReader reader(message.data(), static_cast<std::uint16_t>(message.size()));
-    Router.OnPluginMessage(reader);
-    return reader.Cursor;
+    return Deliver(false, number, fields, [this](CQORPacketReader& reader) { Router.OnPluginMessage(reader); });
   }
   std::size_t LiveTrades() const {
     const TradeMap* trades = State.TradeStore.LiveTradesOf("Default");
@@ -101,7 +71,7 @@ class MessageRouterTest : public testing::Test {
   CQORTradeImpl Decoder;
   PluginState State{Decoder};
   FakeWindows Windows;
-  CQORDLLComman Terminal{Resolve};
+  CQORDLLComman Terminal{FakeTerminalFunction};
   MessageRouter Router{State, Terminal, kAddresses};
 };
 
@@ -111,7 +81,12 @@ Bytes TradeFields(std::uint8_t id, std::uint8_t quantity) {
          Hex("23 2E4E") + Word(quantity, 4);
 }
 
-TEST_F(MessageRouterTest, TradesOfTheDownloadWaitForItsEnd) {
+Bytes SelectionRequest(std::uint64_t book, std::uint64_t callback) {
+  return Hex("23 3275") + Word(callback, 8) + Hex("23 6500 02") + Hex("23 3175") + Word(book, 8);
+}
+const std::uint64_t kCallback = reinterpret_cast<std::uint64_t>(&TakeAnswer);
+
+TEST_F(MessageRouterTest, KeepsDownloadedTradesUntilTheDownloadEnds) {
   TradeCache& store = State.TradeStore;
   ToMessage(8111, TradeFields(7, 100));
   ToMessage(9101, TradeFields(8, 50));
@@ -140,42 +115,45 @@ TEST_F(MessageRouterTest, TradesOfTheDownloadWaitForItsEnd) {
   EXPECT_EQ(Windows.Calls, Calls{"forget 4 trades"}) << "while the records are there";
 }
 
-TEST_F(MessageRouterTest, NumbersMeanNothingAtTheOtherEntry) {
-  for (const std::uint16_t number : Numbers{30020, 30021, 30022, 30025, 32022, 32023})
-    ToMessage(number,
-              Hex("23 3175") + Word(9, 8) + Hex("23 3275") + Word(reinterpret_cast<std::uint64_t>(&TakeAnswer), 8));
-  ToPluginMessage(8111, TradeFields(7, 100));
-  ToPluginMessage(9101, TradeFields(8, 100));
-  ToPluginMessage(8112);
-  ToPluginMessage(30026);
+// Behind header and number the message has 15 bytes, and 10002 is the tag last read: two bytes are skipped.
+TEST_F(MessageRouterTest, SkipsOneValueOfNumbersThatAnEntryPointDoesNotTake) {
+  const std::set<std::uint16_t> toMessage = {8111, 8112, 9101, 9112, 30026};
+  const std::set<std::uint16_t> toPluginMessage = {30020, 30021, 30022, 30025, 32022, 32023};
+  const Bytes fields = SelectionRequest(9, kCallback);
+  for (unsigned i = 0; i <= 65535; ++i) {
+    const auto number = static_cast<std::uint16_t>(i);
+    ASSERT_TRUE(toMessage.contains(number) || ToMessage(number, fields) == 17) << number;
+    ASSERT_TRUE(toPluginMessage.contains(number) || ToPluginMessage(number, fields) == 17) << number;
+  }
+  EXPECT_EQ(ToMessage(8110, Hex("23")), 15U);
+  EXPECT_EQ(ToPluginMessage(8110), 15U);
   EXPECT_EQ(Windows.Calls, Calls{});
-  EXPECT_EQ(sentMessages.size() + answers.size() + askedSecurities.size(), 0U);
+  EXPECT_EQ(fakeTerminal.Sent.size() + answers.size() + fakeTerminal.MasterRequests.size(), 0U);
   EXPECT_TRUE(State.TradeStore.PendingTrades.empty());
   EXPECT_FALSE(State.TradeStore.DownloadComplete);
 }
 
-// Behind the header and the number stand 15 bytes; the tag last read is 10002, so two bytes are stepped over.
-TEST_F(MessageRouterTest, AnUnknownNumberMovesTheCursorByOneValueAtMost) {
-  for (const std::uint16_t number : Numbers{0, 8110, 9100, 9113, 30024, 32021, 65535}) {
-    SCOPED_TRACE(number);
-    EXPECT_EQ(ToMessage(number, Hex("23 2E4E 01000000")), 17U);
-    EXPECT_EQ(ToPluginMessage(number, Hex("23 2E4E 01000000")), 17U);
-    EXPECT_EQ(ToMessage(number, Hex("23")), 15U);
-    EXPECT_EQ(ToPluginMessage(number), 15U);
-  }
-  EXPECT_EQ(Windows.Calls, Calls{});
-}
-
-TEST_F(MessageRouterTest, BooksAreToldOfFiltersAndLayout) {
-  ToPluginMessage(30020);
-  ToPluginMessage(30021);
-  EXPECT_EQ(Windows.Calls, (Calls{"filters", "save"}));
+// A plus: under the plug-in's resources.
+TEST_F(MessageRouterTest, TellsBooksOfFiltersLayoutAndTheMenuCommand) {
+  const auto tellAll = [this] {
+    ToPluginMessage(30020);
+    ToPluginMessage(30021);
+    ToMessage(30026, Hex("23 A04E 04030201 23 6500 02 23 3275 0807060504030201"));
+    Router.OnBookCommand();
+  };
+  tellAll();
+  EXPECT_EQ(Windows.Calls, (Calls{"filters", "save", "restore+", "open+"}));
+  EXPECT_EQ(SelectedResources(), nullptr);
+  EXPECT_EQ(State.RestoreNumber, 0x01020304U);
+  EXPECT_EQ(State.RestoreAddress, 0x0102030405060708U);
   State.Windows = nullptr;
-  ToPluginMessage(30020);
-  ToPluginMessage(30021);
+  tellAll();
+  ToMessage(30026);
+  EXPECT_EQ(State.RestoreNumber, 0x01020304U) << "a missing field changes nothing";
+  EXPECT_EQ(State.RestoreAddress, 0x0102030405060708U);
 }
 
-TEST_F(MessageRouterTest, RoutesByTheNumberHeldWhenTheHeaderDoesNotParse) {
+TEST_F(MessageRouterTest, RoutesByTheHeldNumberIfTheHeaderDoesNotParse) {
   const Bytes garbage = Hex("AABB 23 0100");
   CQORPacketReader reader(garbage.data(), static_cast<std::uint16_t>(garbage.size()));
   reader.MessageNumber = 30021;
@@ -183,7 +161,7 @@ TEST_F(MessageRouterTest, RoutesByTheNumberHeldWhenTheHeaderDoesNotParse) {
   EXPECT_EQ(Windows.Calls, Calls{"save"});
 }
 
-TEST_F(MessageRouterTest, RegistersTheRefreshCallbackEachTimeItIsAsked) {
+TEST_F(MessageRouterTest, RegistersTheRefreshCallbackAtEachRequest) {
   ToPluginMessage(30025);
   ToPluginMessage(30025);
   // Unfinished: the length word is 0. Tag 60003 has a plain u32 and no count.
@@ -192,37 +170,10 @@ TEST_F(MessageRouterTest, RegistersTheRefreshCallbackEachTimeItIsAsked) {
           "23 1227 057D"
           "23 3275 4847464544434241"
           "23 63EA FA000000");
-  EXPECT_EQ(sentMessages, (std::vector<Bytes>{registration, registration}));
-
-  const CQORDLLComman silent([](const char*) -> void* { return nullptr; });
-  MessageRouter lonely(State, silent, kAddresses);
-  const Bytes message = Framed(Hex("23 1227 4975"));
-  CQORPacketReader reader(message.data(), static_cast<std::uint16_t>(message.size()));
-  lonely.OnPluginMessage(reader);
-  EXPECT_EQ(sentMessages.size(), 2U);
+  EXPECT_EQ(fakeTerminal.Sent, (std::vector<Bytes>{registration, registration}));
 }
 
-TEST_F(MessageRouterTest, RestoresTheLayoutUnderThePluginsResources) {
-  ToMessage(30026, Hex("23 A04E 04030201 23 6500 02 23 3275 0807060504030201"));
-  EXPECT_EQ(State.RestoreNumber, 0x01020304U);
-  EXPECT_EQ(State.RestoreAddress, 0x0102030405060708U);
-  EXPECT_EQ(Windows.Calls, Calls{"restore+"});
-  EXPECT_EQ(SelectedResources(), nullptr);
-  State.Windows = nullptr;
-  ToMessage(30026);
-  EXPECT_EQ(State.RestoreNumber, 0x01020304U);
-  EXPECT_EQ(State.RestoreAddress, 0x0102030405060708U);
-}
-
-TEST_F(MessageRouterTest, TheMenuCommandOpensABookUnderThePluginsResources) {
-  Router.OnBookCommand();
-  EXPECT_EQ(Windows.Calls, Calls{"open+"});
-  EXPECT_EQ(SelectedResources(), nullptr);
-  State.Windows = nullptr;
-  Router.OnBookCommand();
-}
-
-TEST_F(MessageRouterTest, TheRefreshCallbackPaintsOnceForABurst) {
+TEST_F(MessageRouterTest, RefreshPaintsOnceForABurst) {
   Router.OnRefresh();
   EXPECT_EQ(Windows.Calls, Calls{"repaint"});
   EXPECT_TRUE(State.TradeStore.GridsRefreshed);
@@ -239,10 +190,6 @@ TEST_F(MessageRouterTest, TheRefreshCallbackPaintsOnceForABurst) {
   EXPECT_TRUE(State.TradeStore.GridsRefreshed);
 }
 
-Bytes SelectionRequest(std::uint64_t book, std::uint64_t callback) {
-  return Hex("23 3275") + Word(callback, 8) + Hex("23 6500 02") + Hex("23 3175") + Word(book, 8);
-}
-const std::uint64_t kCallback = reinterpret_cast<std::uint64_t>(&TakeAnswer);
 const Bytes kEmptyAnswer = Hex("23 0100 0000 23 1127 0500 23 1227 177D");
 
 TEST_F(MessageRouterTest, TellsTheSelectedSecurity) {
@@ -260,7 +207,7 @@ TEST_F(MessageRouterTest, TellsTheSelectedSecurity) {
                                 Hex("23 40D7 3000") + Bytes(48, 'z'));
 }
 
-TEST_F(MessageRouterTest, WithNothingToTellTheAnswerIsEmpty) {
+TEST_F(MessageRouterTest, AnswersWithoutFieldsIfNothingIsSelected) {
   const struct {
     bool HasWindows;
     bool HasSelection;
@@ -280,7 +227,7 @@ TEST_F(MessageRouterTest, WithNothingToTellTheAnswerIsEmpty) {
   }
 }
 
-TEST_F(MessageRouterTest, ASelectionRequestWithoutBookOrCallbackIsNotAnswered) {
+TEST_F(MessageRouterTest, IgnoresSelectionRequestsWithoutBookOrCallback) {
   ToPluginMessage(32022, Hex("23 3175 0900000000000000"));
   ToPluginMessage(32022, Hex("23 3275") + Word(kCallback, 8));
   ToPluginMessage(32022, SelectionRequest(0, kCallback));
@@ -290,21 +237,20 @@ TEST_F(MessageRouterTest, ASelectionRequestWithoutBookOrCallbackIsNotAnswered) {
 }
 
 TEST_F(MessageRouterTest, TakesTheSelectionOfAnotherWindow) {
-  const auto record = ExactBlock(Bytes(266) + Hex("'BHP GROUP' 00") + Bytes(159) + Hex("0000000000000440"));
-  masterRecord = record.get();
+  fakeTerminal.Masters["ASX|BHP.AX"] = MasterRecord("BHP GROUP", 2.5);
   ToPluginMessage(32023, Hex("23 40D7 0600 'BHP.AX' 23 6500 02 23 E2D6 0300 'ASX'"));
   EXPECT_STREQ(State.SelectedKey.Exchange, "ASX");
   EXPECT_STREQ(State.SelectedKey.SecurityID, "BHP.AX");
   EXPECT_STREQ(State.SelectedMaster.Name.data(), "BHP GROUP");
   EXPECT_EQ(State.SelectedMaster.Multiplier, 2.5);
 
-  // Without a record the name of the former one stays. Texts are cut at 48; what is missing stays.
-  masterRecord = nullptr;
+  // Texts are cut at 48 characters; a missing field or record changes nothing.
+  const std::string longest(48, 'z');
   ToPluginMessage(32023, Hex("23 40D7 3200") + Bytes(50, 'z') + Hex("23 6500 02"));
-  EXPECT_EQ(State.SelectedKey.SecurityID, std::string(48, 'z'));
+  EXPECT_EQ(State.SelectedKey.SecurityID, longest);
   EXPECT_STREQ(State.SelectedKey.Exchange, "ASX");
   EXPECT_STREQ(State.SelectedMaster.Name.data(), "BHP GROUP");
-  EXPECT_EQ(askedSecurities, (std::vector<std::u16string>{u"ASX|BHP.AX", u"ASX|" + std::u16string(48, u'z')}));
+  EXPECT_EQ(fakeTerminal.MasterRequests, (std::vector<std::string>{"ASX|BHP.AX", "ASX|" + longest}));
 }
 
 }  // namespace

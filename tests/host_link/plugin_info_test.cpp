@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/host_link/reply_for_test.h"
+#include "tests/support/fake_terminal.h"
 
 namespace {
 
@@ -55,15 +56,16 @@ TEST(PluginInfoTest, DescribesTheModuleInFourMessages) {
   ReplyForTest reply(0, true);
   AppendPluginInfo(reply.Buffer, false, kAddresses);
   EXPECT_EQ(reply.Content(), kIdentity + kMenuEntry + kTradeRoutes + kPluginRoutes);
+  for (const Bytes& message : {kIdentity, kMenuEntry, kTradeRoutes, kPluginRoutes}) ExpectFieldsOfTable(message);
 }
 
-TEST(PluginInfoTest, TheIdentityAloneIsOneMessage) {
+TEST(PluginInfoTest, IdentityAloneIsOneMessage) {
   ReplyForTest reply(0, true);
   AppendPluginInfo(reply.Buffer, true, kAddresses);
   EXPECT_EQ(reply.Content(), kIdentity);
 }
 
-TEST(PluginInfoTest, AMessageThatDoesNotFitIsLeftOutWhole) {
+TEST(PluginInfoTest, LeavesOutMessagesThatDoNotFit) {
   ReplyForTest reply(300, false);
   AppendPluginInfo(reply.Buffer, false, kAddresses);
   EXPECT_EQ(reply.Content(), kIdentity + kTradeRoutes + kPluginRoutes);

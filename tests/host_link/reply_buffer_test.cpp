@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <chrono>
 #include <thread>
 
 #include "tests/host_link/failing_new.h"
@@ -26,7 +25,7 @@ TEST(ReplyBufferTest, GrowsToExactlyWhatIsNeeded) {
   EXPECT_EQ(buffer.ReadPosition, 3U);
 }
 
-TEST(ReplyBufferTest, WhatMayNotGrowTakesWhatFits) {
+TEST(ReplyBufferTest, FixedBuffersTakeWhatFits) {
   ReplyForTest reply(4, false);
   EXPECT_TRUE(reply.Buffer.AppendBytes("abc", 3, true));
   EXPECT_FALSE(reply.Buffer.AppendBytes("de", 2, true));
@@ -36,7 +35,7 @@ TEST(ReplyBufferTest, WhatMayNotGrowTakesWhatFits) {
   EXPECT_EQ(reply.Buffer.Capacity, 4U);
 }
 
-TEST(ReplyBufferTest, RefusesNothingAndTooMuch) {
+TEST(ReplyBufferTest, RefusesEmptyAndOversizedData) {
   ReplyForTest reply(4, true);
   HostReplyBuffer& buffer = reply.Buffer;
   EXPECT_FALSE(buffer.AppendBytes(nullptr, 1, true));
@@ -55,8 +54,8 @@ TEST(ReplyBufferTest, RefusesNothingAndTooMuch) {
   buffer.Used = 0;
 }
 
-TEST(ReplyBufferTest, LocksOnlyWhereAsked) {
-  ReplyForTest reply(0, true);
+TEST(ReplyBufferTest, LocksOnlyIfAsked) {
+  ReplyForTest reply(2000, false);
   EnterLock(reply.Buffer.Lock);
   std::thread([&] { EXPECT_TRUE(reply.Buffer.AppendBytes("a", 1, false)); }).join();
   std::atomic<bool> started = false;
@@ -64,14 +63,12 @@ TEST(ReplyBufferTest, LocksOnlyWhereAsked) {
     started = true;
     EXPECT_TRUE(reply.Buffer.AppendBytes("c", 1, true));
   });
-  // Time for a thread that does not wait to show it; one that waits passes however long this takes.
+  // A thread that does not wait gets many turns to append between these; one that waits always appends last.
   while (!started) std::this_thread::yield();
-  std::this_thread::sleep_for(std::chrono::milliseconds(50));
-  EXPECT_TRUE(reply.Buffer.AppendBytes("b", 1, true));
+  for (int i = 0; i < 1000; ++i, std::this_thread::yield()) EXPECT_TRUE(reply.Buffer.AppendBytes("b", 1, true));
   LeaveLock(reply.Buffer.Lock);
   waiting.join();
-  EXPECT_EQ(reply.Content(), Hex("'abc'"));
-  // And it is free again.
+  EXPECT_EQ(reply.Content(), Hex("'a'") + Bytes(1000, 'b') + Hex("'c'"));
   std::thread([&] { EXPECT_TRUE(reply.Buffer.AppendBytes("d", 1, true)); }).join();
 }
 

@@ -1,6 +1,5 @@
-// The three exports, built into the test, when memory runs out: each message is sent again and again, and each time a
-// later one of its allocations fails, until it needs no more. Nothing may leave an export, and the daily file tells
-// whether each message had its effect once.
+// The three exports out of memory: each message is sent until it is served, and each time a later one of its
+// allocations fails. No exception leaves an export, and each message has its effect once: the daily file shows it.
 #include "host_link/module/message_router.h"
 
 #include <gtest/gtest.h>
@@ -51,14 +50,14 @@ void Trade(unsigned number, unsigned id) {
 
 void Answer(CQORPacketReader*) {}
 
-TEST(EntryPointsTest, MessagesThatFailForWantOfMemoryCanBeSentAgain) {
-  const fs::path folder = fs::current_path();  // which the module took when it came up
+TEST(EntryPointsTest, ServesAMessageAgainThatRanOutOfMemory) {
+  const fs::path folder = fs::current_path();  // as the module did when it was loaded
   const auto dailyFile = [&folder] {
     for (const auto& entry : fs::directory_iterator(folder))
       if (entry.path().extension() == ".CSV") return entry.path();
     return fs::path();
   };
-  while (!dailyFile().empty()) fs::remove(dailyFile());  // of a run before: the module keeps its own open to the end
+  while (!dailyFile().empty()) fs::remove(dailyFile());  // of an earlier run
   WriteBytes(folder / "TradeHeaderFile.txt", "VELDTradeID\r\nExchangeTradeTime\r\nQuantity\r\n");
   const std::uint8_t infoOnly = 0;
   ReplyForTest reply(16, true);

@@ -1,11 +1,10 @@
 #include "tests/module/export_table.h"
 
 #include <cstdint>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 #include "host_link/messages/message_header.h"
+#include "tests/support/files.h"
 
 namespace {
 
@@ -30,7 +29,7 @@ std::string Text(const Image& image, std::size_t offset) {
   return image.substr(offset, image.find('\0', offset) - offset);
 }
 
-// Every symbol of the dynamic symbol table that the file defines itself.
+// The dynamic symbols that the file defines.
 Names ElfNames(const Image& image) {
   constexpr std::size_t kDynamicSymbols = 11;
   constexpr std::size_t kSymbolSize = 24;
@@ -50,7 +49,7 @@ Names ElfNames(const Image& image) {
   return names;
 }
 
-// The place in the file of an address of the loaded image.
+// The file offset of an address of the loaded image.
 std::size_t PeOffset(const Image& image, std::size_t address) {
   constexpr std::size_t kSectionSize = 40;
   const std::size_t header = U32(image, 60);
@@ -65,11 +64,10 @@ std::size_t PeOffset(const Image& image, std::size_t address) {
 }
 
 Names PeNames(const Image& image) {
-  constexpr std::size_t kDirectories = 24 + 112;  // behind the header of a 64-bit image; the exports come first
+  constexpr std::size_t kDirectories = 24 + 112;  // after the header of a 64-bit image; exports are first
   const std::size_t exports = PeOffset(image, U32(image, U32(image, 60) + kDirectories));
   const std::size_t nameList = PeOffset(image, U32(image, exports + 32));
-  // More functions than names: some are exported by number alone.
-  if (U32(image, exports + 20) != U32(image, exports + 24)) throw std::runtime_error("an export without a name");
+  if (U32(image, exports + 20) != U32(image, exports + 24)) throw std::runtime_error("an export has a number only");
   Names names;
   for (std::size_t i = 0; i < U32(image, exports + 24); ++i)
     names.insert(Text(image, PeOffset(image, U32(image, nameList + 4 * i))));
@@ -79,8 +77,7 @@ Names PeNames(const Image& image) {
 }  // namespace
 
 std::multiset<std::string> ExportedNames(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  const Image image{std::istreambuf_iterator<char>(stream), {}};
+  const Image image = ReadFile(file);
   if (image.starts_with("\x7F"
                         "ELF\x02\x01"))
     return ElfNames(image);

@@ -1,10 +1,9 @@
-// The names that a module's file exports, read from the file itself: ELF and PE, 64 bits, told apart by their first
-// bytes. Any thread.
+// The names that a module exports, read from its file: 64-bit ELF or PE, by its first bytes.
 #pragma once
 
 #include <filesystem>
 #include <set>
 #include <string>
 
-// Throws std::out_of_range or std::runtime_error for a file that is neither or is damaged.
+// Throws std::out_of_range or std::runtime_error if the file is neither or is damaged.
 std::multiset<std::string> ExportedNames(const std::filesystem::path& file);

@@ -1,31 +1,17 @@
 // The built module as a terminal meets it. This program is the terminal: it exports a terminal's functions.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-
-#include "host_link/host_functions/terminal_functions.h"
-#include "host_link/messages/packet_reader.h"
-#include "host_link/module/message_router.h"
 #include "platform/modules.h"
 #include "tests/host_link/reply_for_test.h"
 #include "tests/module/export_table.h"
+#include "tests/support/fake_terminal.h"
+#include "tests/support/files.h"
 
 namespace {
-
-std::vector<Bytes> sentMessages;
-std::vector<std::u16string> askedSecurities;
 int terminalMessages = 0;
-
-}  // namespace
-
-TRADEBOOK_EXPORT void PluginDataSend(CQORPacketWriter* message) {
-  sentMessages.push_back(BytesOf(*message));
 }
-TRADEBOOK_EXPORT void GetMasterRequest(MasterRequest* request, std::uint32_t, std::uint16_t*) {
-  askedSecurities.push_back(std::u16string(request->Texts[0]) + u"|" + request->Texts[7]);
-}
-// A terminal has a function of this name as well: the module must neither call nor advertise it for its own.
+
+// A terminal may have a function of this name too: the module neither calls it nor sends its address as its own.
 TRADEBOOK_EXPORT void OnMessage(CQORPacketReader*) {
   ++terminalMessages;
 }
@@ -55,19 +41,11 @@ class LoadedModule {
   LoadedModule(const LoadedModule&) = delete;
   LoadedModule& operator=(const LoadedModule&) = delete;
 
-  // As the terminal delivers: parsed to OnMessage, raw to OnPluginMessage.
   void ToMessage(std::uint16_t number, const Bytes& fields = {}) const {
-    const Bytes message = Framed(Hex("23 1227") + Word(number) + fields);
-    CQORPacketReader reader(message.data(), static_cast<std::uint16_t>(message.size()));
-    std::uint16_t needed = 0;
-    std::uint16_t consumed = 0;
-    EXPECT_TRUE(reader.ParseHeader(needed, consumed));
-    OnMessage(&reader);
+    Deliver(true, number, fields, [this](CQORPacketReader& reader) { OnMessage(&reader); });
   }
   void ToPluginMessage(std::uint16_t number, const Bytes& fields = {}) const {
-    const Bytes message = Framed(Hex("23 1227") + Word(number) + fields);
-    CQORPacketReader reader(message.data(), static_cast<std::uint16_t>(message.size()));
-    OnPluginMessage(&reader);
+    Deliver(false, number, fields, [this](CQORPacketReader& reader) { OnPluginMessage(&reader); });
   }
 
   GetDllInfoFunction GetDllInfo;
@@ -93,9 +71,8 @@ class ModuleTest : public testing::Test {
     std::filesystem::remove_all(Folder);
     std::filesystem::create_directories(Folder);
     std::filesystem::current_path(Folder);
-    std::ofstream(Folder / "TradeHeaderFile.txt") << "VELDTradeID\nQuantity\nNoColumn\nPrice\n";
-    sentMessages.clear();
-    askedSecurities.clear();
+    WriteFile(Folder / "TradeHeaderFile.txt", "VELDTradeID\nQuantity\nNoColumn\nPrice\n");
+    fakeTerminal = {};
     terminalMessages = 0;
   }
   ~ModuleTest() override {
@@ -114,8 +91,7 @@ class ModuleTest : public testing::Test {
       if (content != "none" || name.size() != 17 || !name.starts_with("Trade") || !name.ends_with(".CSV") ||
           name.substr(5, 8).find_first_not_of("0123456789") != std::string::npos)
         return "unexpected " + name;
-      std::ifstream file(entry.path(), std::ios::binary);
-      content.assign(std::istreambuf_iterator<char>(file), {});
+      content = ReadFile(entry.path());
     }
     return content;
   }
@@ -130,23 +106,23 @@ Bytes TradeFields(std::uint8_t id, std::uint8_t quantity) {
          Hex("23 2E4E") + Word(quantity, 4) + Hex("23 429C 0000000000A04640");
 }
 
-TEST_F(ModuleTest, ExportsItsThreeEntryPointsAndNothingElse) {
+TEST_F(ModuleTest, ExportsItsThreeEntryPointsOnly) {
   EXPECT_EQ(ExportedNames(ModuleFile()), (std::multiset<std::string>{"GetDllInfo", "OnMessage", "OnPluginMessage"}));
 }
 
-TEST_F(ModuleTest, DescribesItselfWithTheAddressesOfItsOwnFunctions) {
+TEST_F(ModuleTest, SendsTheAddressesOfItsOwnFunctions) {
   const LoadedModule module;
   ReplyForTest reply(0, true);
   const std::uint8_t everything = 0;
   module.GetDllInfo(&reply.Buffer, &everything);
   const Bytes content = reply.Content();
   ASSERT_EQ(content.size(), 131U + 322U + 62U + 49U);
-  // Each time behind header, number and the head of field 30001.
+  // After header, number and the head of field 30001.
   EXPECT_EQ(Part(content, 131 + 322, 131 + 322 + 26),
             Hex("23 0100 0000 23 1127 3400 23 1227 3675 23 3175") + Word(AddressOf(module.OnMessage), 8));
   EXPECT_EQ(Part(content, 131 + 322 + 62, 131 + 322 + 62 + 26),
             Hex("23 0100 0000 23 1127 2700 23 1227 3775 23 3175") + Word(AddressOf(module.OnPluginMessage), 8));
-  // The menu command, without windows, does nothing.
+  // The menu command is a no-op without windows.
   const auto command = LoadValue<std::uint64_t>(content.data() + 131 + 10 + 5 + 133 + 3);
   reinterpret_cast<CommandFunction>(command)();
 
@@ -160,19 +136,16 @@ TEST_F(ModuleTest, DescribesItselfWithTheAddressesOfItsOwnFunctions) {
 TEST_F(ModuleTest, CallsTheTerminalsFunctions) {
   const LoadedModule module;
   module.ToPluginMessage(32023, Hex("23 E2D6 0300 'ASX' 23 40D7 0600 'BHP.AX'"));
-  EXPECT_EQ(askedSecurities, std::vector<std::u16string>{u"ASX|BHP.AX"});
-  EXPECT_TRUE(sentMessages.empty());
+  EXPECT_EQ(fakeTerminal.MasterRequests, std::vector<std::string>{"ASX|BHP.AX"});
+  EXPECT_TRUE(fakeTerminal.Sent.empty());
   module.ToPluginMessage(30025);
-  ASSERT_EQ(sentMessages.size(), 1U);
-  ASSERT_EQ(sentMessages[0].size(), 33U);
-  EXPECT_EQ(Part(sentMessages[0], 0, 18), Hex("23 0100 0000 23 1127 0000 23 1227 057D 23 3275"));
-  EXPECT_EQ(Part(sentMessages[0], 26, 33), Hex("23 63EA FA000000"));
-  // The refresh callback, without windows, does nothing.
-  const auto refresh = LoadValue<std::uint64_t>(sentMessages[0].data() + 18);
+  ASSERT_EQ(fakeTerminal.SentNumbers(), std::vector<std::uint16_t>{32005});
+  // The refresh callback is a no-op without windows.
+  const auto refresh = LoadValue<std::uint64_t>(&fakeTerminal.Sent[0].at(18));
   reinterpret_cast<CommandFunction>(refresh)();
 }
 
-TEST_F(ModuleTest, ADayMakesItsFileInTheFolderOfTheLoad) {
+TEST_F(ModuleTest, WritesTheDailyFileToTheFolderAtLoad) {
   const LoadedModule module;
   std::filesystem::current_path(FormerFolder);
   module.ToMessage(8111, TradeFields(7, 100));
@@ -186,19 +159,19 @@ TEST_F(ModuleTest, ADayMakesItsFileInTheFolderOfTheLoad) {
   EXPECT_EQ(DailyFile(), download + "\r\n9,3,45.25,");
 }
 
-TEST_F(ModuleTest, UnloadingClosesTheFileAndLoadingStartsAnew) {
+TEST_F(ModuleTest, UnloadClosesTheFileAndLoadStartsANewOne) {
   const std::string header = "VELDTradeID,Quantity,NoColumn,Price,";
   {
     const LoadedModule module;
     module.ToMessage(8112);
     module.ToPluginMessage(30022);
-    // Behind 30022 the download runs again, and its lines are not flushed one by one.
+    // After 30022 the download starts again; its lines are not flushed one by one.
     module.ToMessage(8111, TradeFields(7, 100));
     EXPECT_EQ(DailyFile(), header);
   }
   EXPECT_EQ(DailyFile(), header + "\r\n7,100,45.25,");
   {
-    // The same execution is new again, and the file begins anew.
+    // A loaded module knows no execution and starts a new file.
     const LoadedModule module;
     module.ToMessage(8111, TradeFields(7, 50));
     EXPECT_EQ(DailyFile(), header + "\r\n7,100,45.25,");
@@ -207,7 +180,7 @@ TEST_F(ModuleTest, UnloadingClosesTheFileAndLoadingStartsAnew) {
   EXPECT_EQ(DailyFile(), header + "\r\n7,50,45.25,");
 }
 
-TEST_F(ModuleTest, NullArgumentsDoNoHarm) {
+TEST_F(ModuleTest, IgnoresNullArguments) {
   const LoadedModule module;
   const std::uint8_t infoOnly = 1;
   module.GetDllInfo(nullptr, &infoOnly);
@@ -216,7 +189,7 @@ TEST_F(ModuleTest, NullArgumentsDoNoHarm) {
   ReplyForTest reply(0, true);
   module.GetDllInfo(&reply.Buffer, nullptr);
   EXPECT_EQ(reply.Content().size(), 564U);
-  EXPECT_TRUE(sentMessages.empty());
+  EXPECT_TRUE(fakeTerminal.Sent.empty());
 }
 
 }  // namespace

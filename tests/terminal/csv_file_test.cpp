@@ -1,4 +1,4 @@
-#include "terminal/day/csv_file.h"
+#include "terminal/day/csv_reader.h"
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,7 @@
 #include <sstream>
 
 #include "terminal/common/errors.h"
-#include "terminal/day/reference_data.h"
-#include "terminal/day/trade_file.h"
+#include "terminal/day/csv_tables.h"
 #include "tests/terminal/test_files.h"
 
 namespace {
@@ -45,8 +44,8 @@ TEST(CsvLine, SplitsAtCommasOutsideQuotes) {
 std::pair<std::string, std::string> ReadDay(const std::string& bytes) {
   const auto file = WriteTestFile("day.csv", bytes);
   std::ostringstream reports;
-  CBadLines badLines(reports);
-  CTradeDay day(file, badLines);
+  BadLineReport badLines(reports);
+  TradeDay day(file, badLines);
   std::string taken;
   for (DayTrade trade; day.Next(trade);) taken += trade.ExchangeTradeID + " ";
   return {taken, Without(reports.str(), PathText(file) + ":")};
@@ -99,23 +98,23 @@ TEST(TradeDay, TakesEveryLineEnd) {
 
 TEST(TradeDay, RefusesAnotherHeader) {
   std::ostringstream reports;
-  CBadLines badLines(reports);
+  BadLineReport badLines(reports);
   for (const std::string& header :
        {std::string(), std::string("exchange_trade_time,exchange\n"), std::string(kSecurityHeader)}) {
     const auto file = WriteTestFile("day.csv", header);
-    EXPECT_THROW(CTradeDay(file, badLines), TerminalError) << header;
+    EXPECT_THROW(TradeDay(file, badLines), TerminalError) << header;
   }
-  EXPECT_THROW(CTradeDay(TestFolder() / "missing.csv", badLines), TerminalError);
-  EXPECT_THROW(CTradeDay(TestFolder(), badLines), TerminalError);
+  EXPECT_THROW(TradeDay(TestFolder() / "missing.csv", badLines), TerminalError);
+  EXPECT_THROW(TradeDay(TestFolder(), badLines), TerminalError);
 }
 
 TEST(Securities, KeepsMasterRecordsAndTheFirstOfTwo) {
   std::ostringstream reports;
-  CBadLines badLines(reports);
+  BadLineReport badLines(reports);
   const std::string name(48, 'N');
   const auto file = WriteTestFile("securities.csv", kSecurityHeader + std::string("COMEX,GC,GC,") + name +
                                                         ",FUT,201312,XX,0,100\nCOMEX,GC,GC,OTHER,FUT,,XX,0,1\n");
-  const CSecurities securities(file, badLines);
+  const SecurityList securities(file, badLines);
   EXPECT_EQ(reports.str(), PathText(file) + ":3: GC of COMEX is listed already\n");
   const Security* gold = securities.Find("COMEX", "GC");
   ASSERT_NE(gold, nullptr);

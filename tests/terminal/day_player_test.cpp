@@ -1,4 +1,4 @@
-#include "terminal/play/day_run.h"
+#include "terminal/play/player.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@ namespace {
 using std::chrono::milliseconds;
 
 // Stands still but for sleeps and for what a test adds.
-class CTestClock : public PlayClock {
+class TestClock : public PlayClock {
  public:
   Time Now() override { return Current; }
   void SleepUntil(Time time) override { Current = std::max(Current, time); }
@@ -22,35 +22,35 @@ class CTestClock : public PlayClock {
   Time Current;
 };
 
-CTestClock* RefreshClock = nullptr;
+TestClock* RefreshClock = nullptr;
 std::string* RefreshTimes = nullptr;
 void NoteRefresh() {
   *RefreshTimes += RefreshClock->Elapsed() + " ";
 }
 
 // Notes each number with the time at which it came, and takes its time over it.
-class CTestTarget : public MessageTarget {
+class TestTarget : public MessageTarget {
  public:
-  CTestTarget(CTestClock& clock, milliseconds taken) : Clock(clock), Taken(taken) {}
+  TestTarget(TestClock& clock, milliseconds taken) : Clock(clock), Taken(taken) {}
   bool Deliver(CQORPacketReader& message, const WireFrame& /*raw*/) override {
     if (message.MessageNumber == 9112) return false;
     Notes += std::to_string(message.MessageNumber) + "@" + Clock.Elapsed() + " ";
     Clock.Current += Taken;
     return true;
   }
-  CTestClock& Clock;
+  TestClock& Clock;
   milliseconds Taken;
   std::string Notes;
 };
 
-class DayPlayer : public testing::Test {
+class DayPlayerTest : public testing::Test {
  protected:
   PlayCounts Play(const std::string& day, std::optional<double> speed, milliseconds taken = {}) {
-    CBadLines badLines(Screen);
-    CDayScript script(OpenMessageDay(WriteTestFile("day.bin", day), badLines), {});
-    CTestTarget target(Clock, taken);
-    CProgress progress(Screen, Clock);
-    const PlayCounts counts = CDayPlayer(target, Beat, Clock, progress, speed).Play(script);
+    BadLineReport badLines(Screen);
+    NumberedDay script(OpenMessageDay(WriteTestFile("day.bin", day), badLines), {});
+    TestTarget target(Clock, taken);
+    PlayProgress progress(Screen, Clock);
+    const PlayCounts counts = DayPlayer(target, Beat, Clock, progress, speed).Play(script);
     progress.Finish();
     Notes = target.Notes;
     return counts;
@@ -60,8 +60,8 @@ class DayPlayer : public testing::Test {
     RefreshTimes = &Refreshes;
   }
 
-  CTestClock Clock;
-  CBeat Beat{Clock};
+  TestClock Clock;
+  RefreshBeat Beat{Clock};
   std::ostringstream Screen;
   std::string Notes;
   std::string Refreshes;
@@ -75,7 +75,7 @@ std::string PacedDay() {
          WireMessage(9101, "20131008-09:00:01");
 }
 
-TEST_F(DayPlayer, WaitsForLiveTradesButNotOverADate) {
+TEST_F(DayPlayerTest, WaitsForLiveTradesButNotOverADate) {
   const PlayCounts counts = Play(PacedDay(), 2);
   EXPECT_EQ(Notes, "8111@0 8111@0 8112@0 30020@0 9101@0 9101@500 9101@1500 9101@1500 9101@2000 9101@2000 9101@2500 ");
   EXPECT_EQ(counts.Messages, 11U);
@@ -84,19 +84,19 @@ TEST_F(DayPlayer, WaitsForLiveTradesButNotOverADate) {
   EXPECT_EQ(counts.NotAsked, 1U);
 }
 
-TEST_F(DayPlayer, NeverWaitsAtFullSpeed) {
+TEST_F(DayPlayerTest, NeverWaitsAtFullSpeed) {
   Play(PacedDay(), std::nullopt);
   EXPECT_EQ(Clock.Elapsed(), "0");
 }
 
-TEST_F(DayPlayer, ASlowPluginDoesNotStretchTheGaps) {
+TEST_F(DayPlayerTest, ASlowPluginDoesNotStretchTheGaps) {
   Play(PacedDay(), 1, milliseconds(400));
   EXPECT_EQ(
       Notes,
       "8111@0 8111@400 8112@800 30020@1200 9101@1600 9101@2600 9101@4600 9101@5000 9101@6000 9101@6400 9101@7400 ");
 }
 
-TEST_F(DayPlayer, CallsTheRefreshAtItsPeriod) {
+TEST_F(DayPlayerTest, CallsTheRefreshAtItsPeriod) {
   Beat.Register(&NoteRefresh, milliseconds(250));
   Play(PacedDay(), 1, milliseconds(100));
   EXPECT_EQ(Refreshes.substr(0, 30), "400 650 900 1150 1400 1650 190");  // 400: between messages, then while it waits
@@ -107,7 +107,7 @@ TEST_F(DayPlayer, CallsTheRefreshAtItsPeriod) {
   EXPECT_EQ(Refreshes, before);
 }
 
-TEST_F(DayPlayer, TellsProgressTwiceASecondAfterTheFirst) {
+TEST_F(DayPlayerTest, TellsProgressTwiceASecondAfterTheFirst) {
   std::string day;
   for (int i = 0; i < 21; ++i) day += WireMessage(8111);
   Play(day, std::nullopt, milliseconds(100));

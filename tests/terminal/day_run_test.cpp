@@ -1,4 +1,4 @@
-#include "terminal/play/day_run.h"
+#include "terminal/play/player.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-class CTestClock : public PlayClock {
+class TestClock : public PlayClock {
  public:
   Time Now() override { return Current; }
   void SleepUntil(Time time) override { Current = std::max(Current, time); }
@@ -20,7 +20,7 @@ class CTestClock : public PlayClock {
 };
 
 // Notes what is sent, and takes a millisecond for each.
-class DayRun : public testing::Test, protected MessageTarget, protected TradeListener {
+class DayRunTest : public testing::Test, protected MessageTarget, protected TradeListener {
  protected:
   bool Deliver(CQORPacketReader& message, const WireFrame& /*raw*/) override {
     Notes += std::to_string(message.MessageNumber) + " ";
@@ -36,28 +36,27 @@ class DayRun : public testing::Test, protected MessageTarget, protected TradeLis
     return Notes;
   }
 
-  CTestClock Clock;
+  TestClock Clock;
   std::string Notes;
   std::int64_t Wait = 0;  // ms until there is more to send; -1 for nothing
   std::ostringstream Reports;
-  CBadLines BadLines{Reports};
-  CDayRun Run{*this, *this, Clock, 10};
-  std::optional<CDayInput> Input;
+  BadLineReport BadLines{Reports};
+  DayRun Run{*this, *this, Clock, 10};
+  std::optional<DayInput> Input;
 
   // Four trades at seconds 1, 2, 4 and 14 with a bad line, the first two of them download.
   void Begin() {
     WriteTestFile("securities.csv", std::string(kSecurityHeader) + "ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,2.5\n");
     WriteTestFile("desk.csv", std::string(kDeskHeader) + kDeskLine);
-    Options options;
-    options.Day = WriteTestFile(
+    const auto day = WriteTestFile(
         "day.csv", kTradeHeader + TradeLine("20131007-00:00:01", "1") + "bad\n" + TradeLine("20131007-00:00:02", "2") +
                        TradeLine("20131007-00:00:04", "3") + TradeLine("20131007-00:00:14", "4"));
-    Input.emplace(RunFiles(options), ParseLiveFrom("2"), BadLines);
+    Input.emplace(RunFiles::OfDay(day), ParseLiveFrom("2"), BadLines);
     Run.Begin(*Input);
   }
 };
 
-TEST_F(DayRun, PlaysInSlicesAtItsPace) {
+TEST_F(DayRunTest, PlaysInSlicesAtItsPace) {
   Begin();
   EXPECT_FALSE(Run.IsLive());
   EXPECT_EQ(Play(), "IBM:8111 IBM:8111 8112 30020 IBM:9101 ");
@@ -78,7 +77,7 @@ TEST_F(DayRun, PlaysInSlicesAtItsPace) {
   EXPECT_EQ(Run.Counts().Live, 2U);
 }
 
-TEST_F(DayRun, APauseHoldsLiveTradesAlone) {
+TEST_F(DayRunTest, APauseHoldsLiveTradesAlone) {
   Begin();
   Run.Pause();
   EXPECT_EQ(Play(), "IBM:8111 IBM:8111 8112 30020 ");
@@ -95,13 +94,11 @@ TEST_F(DayRun, APauseHoldsLiveTradesAlone) {
   EXPECT_EQ(Play(), "IBM:9101 ");
 }
 
-TEST_F(DayRun, ASliceEndsWithItsTime) {
+TEST_F(DayRunTest, ASliceEndsWithItsTime) {
   std::string day;
   for (int i = 0; i < 100; ++i) day += WireMessage(8111);
-  Options options;
   WriteTestFile("securities.csv", kSecurityHeader);
-  options.Day = WriteTestFile("day.bin", day);
-  Input.emplace(RunFiles(options), std::nullopt, BadLines);
+  Input.emplace(RunFiles::OfDay(WriteTestFile("day.bin", day)), std::nullopt, BadLines);
   Run.Begin(*Input);
   Play(milliseconds(8));
   EXPECT_EQ(Wait, 0);
@@ -109,7 +106,7 @@ TEST_F(DayRun, ASliceEndsWithItsTime) {
   EXPECT_GT(Run.DayTrades(), 0U);
 }
 
-TEST_F(DayRun, ANewLoginBringsTheDaySoFarAsADownload) {
+TEST_F(DayRunTest, ANewLoginBringsTheDaySoFarAsADownload) {
   Begin();
   Play();
   Notes.clear();

@@ -23,8 +23,8 @@ class MarketWatchTest : public testing::Test {
   }
 
   std::ostringstream Reports;
-  CBadLines BadLines{Reports};
-  CSecurities Securities{
+  BadLineReport BadLines{Reports};
+  SecurityList Securities{
       WriteTestFile("securities.csv", std::string(kSecurityHeader) + "ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,1\n"
                                                                      "NYSE,IBM,IBM,BIG BLUE,EQ,,XX,0,1\n"
                                                                      "ARCA,BAC,BAC,BANK,EQ,,XX,0,1\n"),

@@ -18,8 +18,8 @@ struct WireRead {
 WireRead ReadMessages(const std::string& bytes) {
   const auto file = WriteTestFile("day.bin", bytes);
   std::ostringstream reports;
-  CBadLines badLines(reports);
-  CMessageFile messages(file, badLines);
+  BadLineReport badLines(reports);
+  MessageFile messages(file, badLines);
   WireRead read;
   for (WireFrame frame; messages.Next(frame);) {
     read.Offsets += std::to_string(frame.Offset) + " ";
@@ -104,8 +104,8 @@ TEST(MessageFile, BlocksCutMessagesAnywhere) {
   std::size_t count = 0;
   for (; bytes.size() < (std::size_t{5} << 20); ++count) bytes += trade;
   std::ostringstream reports;
-  CBadLines badLines(reports);
-  CMessageFile messages(WriteTestFile("long.bin", bytes), badLines);
+  BadLineReport badLines(reports);
+  MessageFile messages(WriteTestFile("long.bin", bytes), badLines);
   std::size_t given = 0;
   for (WireFrame frame; messages.Next(frame); ++given) ASSERT_EQ(frame.Offset, given * trade.size());
   EXPECT_EQ(given, count);

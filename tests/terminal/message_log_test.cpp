@@ -47,17 +47,17 @@ TEST(MessageLog, ReadsThePeriodOfTheBeat) {
 }
 
 TEST(MessageLog, KeepsTheLatest) {
-  CMessageLog log;
-  for (std::size_t i = 0; i < CMessageLog::kMost + 5; ++i) log.Add(i % 2 == 0, static_cast<std::uint16_t>(i), {});
-  EXPECT_EQ(log.Size(), CMessageLog::kMost);
-  EXPECT_EQ(log.CountOfAll(), CMessageLog::kMost + 5);
-  EXPECT_EQ(log.At(0).Count, CMessageLog::kMost + 5);
-  EXPECT_EQ(log.At(CMessageLog::kMost - 1).Count, 6u);
+  MessageLog log;
+  for (std::size_t i = 0; i < MessageLog::kMost + 5; ++i) log.Add(i % 2 == 0, static_cast<std::uint16_t>(i), {});
+  EXPECT_EQ(log.Size(), MessageLog::kMost);
+  EXPECT_EQ(log.CountOfAll(), MessageLog::kMost + 5);
+  EXPECT_EQ(log.At(0).Count, MessageLog::kMost + 5);
+  EXPECT_EQ(log.At(MessageLog::kMost - 1).Count, 6u);
   EXPECT_EQ(LogText(log.At(0), LogColumn::Direction), "to plug-in");
 }
 
 TEST(MessageLog, WritesRowsAsCsv) {
-  CMessageLog log;
+  MessageLog log;
   log.Add(true, 9101, Sample());
   log.Add(false, 32003, {});
   std::ostringstream file;

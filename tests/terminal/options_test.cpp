@@ -36,6 +36,8 @@ TEST(Options, TakesEveryOption) {
   EXPECT_FALSE(windows.ExitAfter->Played);
   EXPECT_TRUE(ParseOptions({"--exit-after", "played"}).ExitAfter->Played);
   EXPECT_FALSE(ParseOptions({"--speed", "3", "--speed", "max"}).Speed);
+  EXPECT_EQ(ParseOptions({"--day=d e"}).Day, "d e");
+  EXPECT_EQ(ParseOptions({"--work", "-1"}).Work, "-1");
 }
 
 TEST(Options, RefusesWithOneSentence) {
@@ -46,7 +48,8 @@ TEST(Options, RefusesWithOneSentence) {
       {{"--headles"}, "there is no option --headles;"},
       {{"--Headless"}, "there is no option --Headless;"},
       {{"day.csv"}, "there is no option day.csv;"},
-      {{"--day=d"}, "there is no option --day=d;"},
+      {{"--headless=x"}, "--headless takes no value;"},
+      {{"/day", "d"}, "there is no option /day;"},
       {{"--day"}, "--day needs a value;"},
       {{"--day", "--headless"}, "--day needs a value;"},
       {{"--day", ""}, "the value \"\" of --day is not a path;"},

@@ -115,7 +115,7 @@ TEST(Program, TellsEachFailureByItsCode) {
 }
 
 TEST(Program, AFailedCommandOfAScriptGivesTheCodeOfBadLines) {
-  const auto play = [](const RunFiles& files, const Options&, CBadLines& badLines, std::ostream&) {
+  const auto play = [](const RunFiles& files, const Options&, BadLineReport& badLines, std::ostream&) {
     badLines.AtCommand(files.Script, 3, "there is no dialog");
   };
   const auto script = WriteTestFile("script.txt", "");

@@ -12,7 +12,7 @@
 
 namespace {
 
-class CStillClock : public PlayClock {
+class StillClock : public PlayClock {
  public:
   Time Now() override { return Current; }
   void SleepUntil(Time time) override { Current = time; }
@@ -24,19 +24,19 @@ void CountRefresh() {
   ++RefreshCount;
 }
 
-class TerminalHost : public testing::Test {
+class TerminalHostTest : public testing::Test {
  protected:
   std::ostringstream Reports;
-  CBadLines BadLines{Reports};
-  CSecurities Securities{
+  BadLineReport BadLines{Reports};
+  SecurityList Securities{
       WriteTestFile("securities.csv", std::string(kSecurityHeader) + "ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,1\n"), BadLines};
-  CStillClock Clock;
-  CBeat Beat{Clock};
-  CTerminalHost Host{Securities, Beat};
+  StillClock Clock;
+  RefreshBeat Beat{Clock};
+  TerminalHost Host{Securities, Beat};
 };
 
 // The period has no byte count, and the field behind it is still found. 250 is read where a count would be.
-TEST_F(TerminalHost, RegistersTheRefreshOfAnOpenWriter) {
+TEST_F(TerminalHostTest, RegistersTheRefreshOfAnOpenWriter) {
   CQORPacketWriter message(0);
   message.AddU16(10002, 32005);
   constexpr std::uint8_t kPeriod[] = {0x23, 0x63, 0xEA, 0xFA, 0x00, 0x00, 0x00};
@@ -54,7 +54,7 @@ TEST_F(TerminalHost, RegistersTheRefreshOfAnOpenWriter) {
   EXPECT_EQ(RefreshCount, 1);
 }
 
-TEST_F(TerminalHost, CountsWhatItDoesNotAnswer) {
+TEST_F(TerminalHostTest, CountsWhatItDoesNotAnswer) {
   constexpr std::uint16_t kNumbers[] = {32003, 32004, 32022, 32022};
   for (const std::uint16_t number : kNumbers) {
     CQORPacketWriter message(0);
@@ -68,7 +68,7 @@ TEST_F(TerminalHost, CountsWhatItDoesNotAnswer) {
 }
 
 // Keeps the order of what it is asked.
-struct CTestWindows : TerminalWindows {
+struct TestWindows : TerminalWindows {
   void TellSelection(std::uint64_t window, MessageFunction answer) override {
     Asked += std::to_string(window) + " ";
     AnswerSelection(answer, "ARCA", window == 7 ? "IBM" : "", Log);
@@ -82,7 +82,7 @@ struct CTestWindows : TerminalWindows {
     Asked += std::to_string(reinterpret_cast<std::uintptr_t>(window)) + (closed ? "- " : "+ ");
   }
   std::string Asked;
-  CMessageLog Log;
+  MessageLog Log;
 };
 
 std::vector<std::string> Answers;
@@ -91,8 +91,8 @@ void NoteAnswer(CQORPacketReader* message) {
   Answers.emplace_back(reinterpret_cast<const char*>(message->Data), message->End);
 }
 
-TEST_F(TerminalHost, PassesQuestionsToItsWindows) {
-  CTestWindows windows;
+TEST_F(TerminalHostTest, PassesQuestionsToItsWindows) {
+  TestWindows windows;
   Host.UseWindows(&windows);
   const auto ask = [this](std::uint64_t window, MessageFunction answer) {
     CQORPacketWriter question(0);
@@ -126,7 +126,7 @@ TEST_F(TerminalHost, PassesQuestionsToItsWindows) {
   EXPECT_EQ(Answers[1], head + std::string("\5\0", 2) + number);
 }
 
-TEST_F(TerminalHost, GivesEachBarAnIdOfItsOwn) {
+TEST_F(TerminalHostTest, GivesEachBarAnIdOfItsOwn) {
   const std::uint32_t first = Host.GetPluginBarID("TradeBook 1");
   const std::uint32_t second = Host.GetPluginBarID("TradeBook 2");
   EXPECT_EQ(Host.GetPluginBarID("TradeBook 1"), first + 1);
@@ -138,7 +138,7 @@ TEST_F(TerminalHost, GivesEachBarAnIdOfItsOwn) {
   EXPECT_EQ(Host.GetPluginBarID("TradeBook 1"), first);
 }
 
-TEST_F(TerminalHost, AnswersOnlyRequestThirtyForAKnownSecurity) {
+TEST_F(TerminalHostTest, AnswersOnlyRequestThirtyForAKnownSecurity) {
   const struct {
     const char16_t* Exchange;
     const char16_t* SecurityID;

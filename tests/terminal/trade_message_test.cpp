@@ -81,18 +81,18 @@ class TradeMessage : public testing::Test {
     return {reinterpret_cast<const char*>(writer.GetData()), writer.GetSize()};
   }
   DayTrade FirstTrade() {
-    CTradeDay day(WriteTestFile("day.csv", kTradeHeader + TradeLine("20131007-00:00:01", "700001")), BadLines);
+    TradeDay day(WriteTestFile("day.csv", kTradeHeader + TradeLine("20131007-00:00:01", "700001")), BadLines);
     DayTrade trade;
     EXPECT_TRUE(day.Next(trade));
     return trade;
   }
 
   std::ostringstream Reports;
-  CBadLines BadLines{Reports};
-  CDesk Desk{WriteTestFile("desk.csv", std::string(kDeskHeader) + kDeskLine), BadLines};
-  CSecurities Securities{
+  BadLineReport BadLines{Reports};
+  OrderDesk Desk{WriteTestFile("desk.csv", std::string(kDeskHeader) + kDeskLine), BadLines};
+  SecurityList Securities{
       WriteTestFile("securities.csv", std::string(kSecurityHeader) + "ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,1\n"), BadLines};
-  CTradeMessages Messages{Desk, Securities};
+  TradeMessages Messages{Desk, Securities};
 };
 
 TEST_F(TradeMessage, HasTheseBytes) {
@@ -125,7 +125,7 @@ TEST_F(TradeMessage, FillsOfOneOrderShareItsNumbers) {
 TEST_F(TradeMessage, AnOrderTakesTheSameDeskLineEverywhere) {
   std::string lines = kDeskHeader;
   for (const char* user : {"A", "B", "C", "D", "E"}) lines += user + std::string(",,,,,1,2,1,0,,,,0,,\n");
-  const CDesk desk(WriteTestFile("five.csv", lines), BadLines);
+  const OrderDesk desk(WriteTestFile("five.csv", lines), BadLines);
   // FNV-1a of "" is 0xCBF29CE484222325 and of "a" 0xAF63DC4C8601EC8C, as its authors publish them: 2 and 1 modulo 5.
   EXPECT_EQ(desk.LineOf("").UserID, "C");
   EXPECT_EQ(desk.LineOf("a").UserID, "B");

@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "terminal/common/errors.h"
+#include "terminal/common/png_file.h"
 #include "terminal/program/window_memory.h"
 #include "terminal/script/key_press.h"
-#include "terminal/script/png_file.h"
 #include "terminal/script/window_script.h"
 #include "tests/terminal/test_files.h"
 

@@ -26,7 +26,7 @@ void NoteAnswer(CQORPacketReader* message) {
   Answers.push_back(bytes.substr(15));  // behind header and number
 }
 
-class WindowSession : public GuiTest {
+class WindowSessionTest : public GuiTest {
  protected:
   void SetUp() override {
     GuiTest::SetUp();
@@ -52,7 +52,7 @@ class WindowSession : public GuiTest {
     GuiTest::TearDown();
   }
   void Open() {
-    Session = std::make_unique<CWindowSession>(RunFiles(Given), Given, BadLines);
+    Session = std::make_unique<WindowSession>(FilesOf(Given), Given, BadLines);
     Session->Open();
     ASSERT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded() || Session->GetDay().DayTrades() == 3; }));
   }
@@ -69,49 +69,49 @@ class WindowSession : public GuiTest {
   Options Given;
   std::filesystem::path Home;
   std::ostringstream Reports;
-  CBadLines BadLines{Reports};
-  std::unique_ptr<CWindowSession> Session;
+  BadLineReport BadLines{Reports};
+  std::unique_ptr<WindowSession> Session;
 };
 
 const std::string kDownload = "routed 8112\nmaster BIG BLUE 2.5\nbars 1\nraw 30020\n";
 
-TEST_F(WindowSession, PlaysTheDayAndLogsInAnew) {
+TEST_F(WindowSessionTest, PlaysTheDayAndLogsInAnew) {
   EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
   const std::string start = "raw 30025\nexported 30026\nraw 30022\nrouted 8111 1\nrouted 8111 2\n" + kDownload;
   const std::string day = start + "routed 9101 3\nrouted 9101 4\n";
   EXPECT_EQ(Log(), day);
-  Session->Run(TerminalCommand::NewLogin);
+  Session->Commands().Run(TerminalCommand::NewLogin);
   EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
   const std::string again = "raw 30022\nrouted 8111 1\nrouted 8111 2\nrouted 8111 3\nrouted 8111 4\n" + kDownload;
   EXPECT_EQ(Log(), day + again);
-  Session->Run(TerminalCommand::RefreshBooks);
+  Session->Commands().Run(TerminalCommand::RefreshBooks);
   EXPECT_EQ(Log(), day + again + "raw 30020\n");
-  Session->GetFrame()->Close();
+  Session->GetWindows().Frame()->Close();
   EXPECT_EQ(Log(), day + again + "raw 30020\nraw 30021\n");
   Pump();
-  EXPECT_EQ(Session->GetFrame(), nullptr);
+  EXPECT_EQ(Session->GetWindows().Frame(), nullptr);
   EXPECT_TRUE(std::filesystem::exists(Given.Work / "TerminalWindows.xml"));
 }
 
-TEST_F(WindowSession, RunsThePluginsEntryByMenuAndKey) {
+TEST_F(WindowSessionTest, RunsThePluginsEntryByMenuAndKey) {
   const auto commands = [this] {
     const std::string log = Log();
     std::size_t count = 0;
     for (std::size_t at = 0; (at = log.find("command\n", at)) != std::string::npos; ++at) ++count;
     return count;
   };
-  EXPECT_TRUE(Session->GetFrame()->RunMenu({L"Fakes", L"Fake Book"}));
-  EXPECT_FALSE(Session->GetFrame()->RunMenu({L"Fakes", L"Fake"}));
-  EXPECT_FALSE(Session->GetFrame()->RunMenu({L"Fakes"}));
+  EXPECT_TRUE(Session->GetWindows().Frame()->RunMenu({L"Fakes", L"Fake Book"}));
+  EXPECT_FALSE(Session->GetWindows().Frame()->RunMenu({L"Fakes", L"Fake"}));
+  EXPECT_FALSE(Session->GetWindows().Frame()->RunMenu({L"Fakes"}));
   EXPECT_EQ(commands(), 1U);
-  CMarketWatchBar& bar = Session->GetWatchBar();
+  MarketWatchBar& bar = Session->GetWindows().Watch();
   const struct {
     const char* Place;
-    void (*Put)(CMarketWatchBar& bar);
+    void (*Put)(MarketWatchBar& bar);
   } places[] = {
-      {"tab", [](CMarketWatchBar& moved) { moved.TabControlBar(); }},
-      {"docked", [](CMarketWatchBar& moved) { moved.DockControlBar(DockSide::Left); }},
-      {"floating", [](CMarketWatchBar& moved) { moved.FloatControlBar(wxRect(300, 300, 500, 300)); }},
+      {"tab", [](MarketWatchBar& moved) { moved.TabControlBar(); }},
+      {"docked", [](MarketWatchBar& moved) { moved.DockControlBar(DockSide::Left); }},
+      {"floating", [](MarketWatchBar& moved) { moved.FloatControlBar(wxRect(300, 300, 500, 300)); }},
   };
   for (const auto& row : places) {
     SCOPED_TRACE(row.Place);
@@ -133,8 +133,8 @@ TEST_F(WindowSession, RunsThePluginsEntryByMenuAndKey) {
   EXPECT_EQ(commands(), 6U);
 }
 
-TEST_F(WindowSession, AnswersWhatIsSelected) {
-  CMarketWatchBar& bar = Session->GetWatchBar();
+TEST_F(WindowSessionTest, AnswersWhatIsSelected) {
+  MarketWatchBar& bar = Session->GetWindows().Watch();
   const CQORPDockingControlBar* watch = &bar;
   Answers.clear();
   bar.Grid().SetCurSel(-1);
@@ -147,7 +147,7 @@ TEST_F(WindowSession, AnswersWhatIsSelected) {
   EXPECT_FALSE(bar.Grid().Select("ibm"));
 
   auto* book = std::make_unique<CQORPDockingControlBar>().release();  // the frame owns it
-  ASSERT_TRUE(book->CreateBar(Session->GetFrame()->GetDockingManager(), L"Book", wxRect(200, 200, 300, 200),
+  ASSERT_TRUE(book->CreateBar(Session->GetWindows().Frame()->GetDockingManager(), L"Book", wxRect(200, 200, 300, 200),
                               RunningHost()->GetPluginBarID("Book")));
   const std::string before = Log();
   Ask(book);
@@ -168,9 +168,10 @@ void ApplyItem(CQORPProp* item, void* grid) {
                   static_cast<wxWindow*>(grid)->GetName().ToStdString());
 }
 
-TEST_F(WindowSession, ShowsPropertiesWhileTheBookIsThere) {
+TEST_F(WindowSessionTest, ShowsPropertiesWhileTheBookIsThere) {
   auto* book = std::make_unique<CQORPDockingControlBar>().release();  // the frame owns it
-  ASSERT_TRUE(book->CreateBar(Session->GetFrame()->GetDockingManager(), L"Book", wxRect(200, 200, 300, 200), 77));
+  ASSERT_TRUE(
+      book->CreateBar(Session->GetWindows().Frame()->GetDockingManager(), L"Book", wxRect(200, 200, 300, 200), 77));
   book->DockControlBar(DockSide::Left);
   auto* grid = std::make_unique<wxTextCtrl>(book, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, 0,
                                             wxDefaultValidator, "grid")
@@ -180,7 +181,7 @@ TEST_F(WindowSession, ShowsPropertiesWhileTheBookIsThere) {
   request.AddU64(30002, reinterpret_cast<std::uint64_t>(&FillList));
   request.AddU64(30031, reinterpret_cast<std::uint64_t>(&ApplyItem));
   request.AddU64(30001, reinterpret_cast<std::uint64_t>(static_cast<wxWindow*>(grid)));
-  CPropertyPane& pane = Session->GetPropertyPane();
+  PropertyPane& pane = *Session->GetWindows().Properties();
   const auto inPane = [&pane] { return pane.GetDockingManager()->BarOf(wxWindow::FindFocus()) == &pane; };
   const auto number = [&pane](long value) {
     auto& list = dynamic_cast<wxPropertyGrid&>(*pane.List().GetChildren().front());
@@ -205,14 +206,14 @@ TEST_F(WindowSession, ShowsPropertiesWhileTheBookIsThere) {
     EXPECT_TRUE(pane.List().GetProperties().empty());
   }
   EXPECT_EQ(Calls, (std::vector<std::string>{"fill", "-2147483647grid", "7grid", "fill", "-2147483647grid", "7grid"}));
-  Session->Run(TerminalCommand::Properties);
+  Session->Commands().Run(TerminalCommand::Properties);
   EXPECT_FALSE(pane.IsBarShown());
-  Session->Run(TerminalCommand::Properties);
+  Session->Commands().Run(TerminalCommand::Properties);
   EXPECT_TRUE(pane.IsBarShown());
 }
 
-TEST_F(WindowSession, ShowsTradesAndRemembersItsPlaces) {
-  CMarketWatchGrid& grid = Session->GetWatchBar().Grid();
+TEST_F(WindowSessionTest, ShowsTradesAndRemembersItsPlaces) {
+  MarketWatchGrid& grid = Session->GetWindows().Watch().Grid();
   EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
   grid.ToggleSortColumn(5);  // a row with trades comes first
   EXPECT_EQ(grid.Select("IBM"), true);
@@ -222,26 +223,26 @@ TEST_F(WindowSession, ShowsTradesAndRemembersItsPlaces) {
   // A window manager may still be placing the new window.
   int equal = 0;
   ASSERT_TRUE(PumpUntil([this, &equal] {
-    const bool isWanted = Session->GetFrame()->GetSize() == wxSize(900, 640);
-    if (!isWanted) Session->GetFrame()->SetSize(40, 60, 900, 640);
+    const bool isWanted = Session->GetWindows().Frame()->GetSize() == wxSize(900, 640);
+    if (!isWanted) Session->GetWindows().Frame()->SetSize(40, 60, 900, 640);
     equal = isWanted ? equal + 1 : 0;
     return equal == 30;
   }));
   PaintNow(*grid.GetRowsWindow());
-  SavePicture(*Session->GetFrame(), TestFolder() / "windows.png");
+  SavePicture(*Session->GetWindows().Frame(), TestFolder() / "windows.png");
   EXPECT_EQ(ReadTestFile(TestFolder() / "windows.png").substr(0, 8), "\x89PNG\r\n\x1A\n");
-  Session->GetFrame()->Close();
+  Session->GetWindows().Frame()->Close();
   Session.reset();
   Open();
-  EXPECT_EQ(Session->GetFrame()->GetSize(), wxSize(900, 640));
-  EXPECT_EQ(Session->GetWatchBar().Grid().GetColumnsInfo().GetColumnWidth(3), 333);
-  EXPECT_EQ(Session->GetWatchBar().Grid().GetColumnsInfo().GetColumnState(5), 1);
+  EXPECT_EQ(Session->GetWindows().Frame()->GetSize(), wxSize(900, 640));
+  EXPECT_EQ(Session->GetWindows().Watch().Grid().GetColumnsInfo().GetColumnWidth(3), 333);
+  EXPECT_EQ(Session->GetWindows().Watch().Grid().GetColumnsInfo().GetColumnState(5), 1);
 }
 
-TEST_F(WindowSession, PlaysTheDayOfTheLastTime) {
+TEST_F(WindowSessionTest, PlaysTheDayOfTheLastTime) {
   const auto close = [this] {
     EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
-    Session->GetFrame()->Close();
+    Session->GetWindows().Frame()->Close();
     Session.reset();
     return Log();
   };
@@ -253,7 +254,7 @@ TEST_F(WindowSession, PlaysTheDayOfTheLastTime) {
   std::filesystem::create_directory(sample);
   for (const char* name : {"securities.csv", "desk.csv"}) std::filesystem::rename(TestFolder() / name, sample / name);
   std::filesystem::rename(day, sample / "trades.csv");
-  Session = std::make_unique<CWindowSession>(RunFiles(Given), Given, BadLines);
+  Session = std::make_unique<WindowSession>(FilesOf(Given), Given, BadLines);
   DialogAnswers answers;
   Session->Open();
   EXPECT_TRUE(PumpUntil([&answers] { return !answers.Said.empty(); }));
@@ -262,7 +263,7 @@ TEST_F(WindowSession, PlaysTheDayOfTheLastTime) {
   std::filesystem::remove_all(sample);
 }
 
-TEST_F(WindowSession, CountsFailedCommandsOfAScriptApart) {
+TEST_F(WindowSessionTest, CountsFailedCommandsOfAScriptApart) {
   Session.reset();
   std::filesystem::current_path(Home);
   Given.Script = WriteTestFile("script.txt", "wait played\nclose-book\nselect NONE\n");
@@ -273,27 +274,27 @@ TEST_F(WindowSession, CountsFailedCommandsOfAScriptApart) {
 }
 
 // Of the log: the column's texts of all its rows, from the top.
-std::vector<std::string> Shown(const CLogGrid& grid, LogColumn column) {
+std::vector<std::string> Shown(const LogGrid& grid, LogColumn column) {
   std::vector<std::string> texts;
   for (int row = 0; row < grid.GetVirtualRows(); ++row) texts.push_back(grid.CellText(row, column));
   return texts;
 }
 
-TEST_F(WindowSession, LogsMessagesOfBothDirections) {
+TEST_F(WindowSessionTest, LogsMessagesOfBothDirections) {
   using Texts = std::vector<std::string>;
-  CLogBar& bar = Session->GetLogBar();
-  CLogGrid& grid = bar.Grid();
+  LogBar& bar = Session->GetWindows().Messages();
+  LogGrid& grid = bar.Grid();
   EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
   EXPECT_FALSE(bar.IsBarShown());
-  EXPECT_TRUE(Session->GetFrame()->RunMenu({L"View", L"Messages"}));
+  EXPECT_TRUE(Session->GetWindows().Frame()->RunMenu({L"View", L"Messages"}));
   EXPECT_TRUE(bar.IsDocked());
   EXPECT_TRUE(PumpUntil([&grid] { return grid.GetVirtualRows() > 0; }));
   EXPECT_EQ(Shown(grid, LogColumn::Number),
             (Texts{"9101", "9101", "30020", "32022", "8112", "8111", "8111", "30022", "30026", "32005", "30025"}));
   grid.SetFilterText(static_cast<int>(LogColumn::Direction), L"FROM");
   EXPECT_EQ(Shown(grid, LogColumn::Meaning), (Texts{"what is selected?", "register the beat"}));
-  Ask(&Session->GetWatchBar());
-  Ask(&Session->GetWatchBar());
+  Ask(&Session->GetWindows().Watch());
+  Ask(&Session->GetWindows().Watch());
   EXPECT_TRUE(PumpUntil([&grid] { return grid.GetVirtualRows() == 4; }));
   grid.OnFilterBarClearAll();
   grid.SetFilterText(static_cast<int>(LogColumn::Number), L"81");
@@ -306,7 +307,7 @@ TEST_F(WindowSession, LogsMessagesOfBothDirections) {
   EXPECT_LT(saved.find(",8111,downloaded trade,"), saved.find(",8112,end of the download,"));
   EXPECT_TRUE(grid.RunContextMenu({L"Clear"}));
   EXPECT_EQ(grid.GetVirtualRows(), 0);
-  Session->Run(TerminalCommand::RefreshBooks);
+  Session->Commands().Run(TerminalCommand::RefreshBooks);
   EXPECT_TRUE(grid.RunContextMenu({L"Reset Filter"}));
   EXPECT_EQ(Shown(grid, LogColumn::Number), Texts{"30020"});
 }
@@ -370,8 +371,8 @@ class ScriptRun : public GuiTest, private ScriptTarget {
   std::string Run(const std::string& script) {
     const auto file = WriteTestFile("script.txt", script);
     std::ostringstream reports;
-    CBadLines badLines(reports);
-    CScriptRunner runner(file, *this, badLines);
+    BadLineReport badLines(reports);
+    ScriptRunner runner(file, *this, badLines);
     runner.Start();
     EXPECT_TRUE(PumpUntil([&runner] { return runner.HasEnded(); }));
     Pump();
@@ -382,7 +383,7 @@ class ScriptRun : public GuiTest, private ScriptTarget {
   bool Focus(ScriptFocus, const std::string&) override { return false; }
   bool HasFocus(ScriptFocus) override { return false; }
   bool Press(const KeyPress&) override { return false; }
-  bool RunMenu(const std::vector<std::string>&) override { return false; }
+  bool RunMenu(const std::vector<std::wstring>&) override { return false; }
   CQORPDockingControlBar* Book() override {
     if (--LooksUntilLess == 0) Grid->SetVirtualRows(299);
     return Bar;

@@ -1,8 +1,10 @@
-// clipboard_reader text|html FILE: writes what is on the clipboard, as it lies there, into the file in UTF-8. Exit code
-// 1 when the clipboard has nothing of the kind.
+// clipboard_reader text|html FILE: writes the unchanged clipboard data of that format into the file, in UTF-8. Exit
+// code 1 if the clipboard has no such format.
 #include <wx/app.h>
 #include <wx/clipbrd.h>
 #include <wx/file.h>
+
+#include "toolkit/system/make_child.h"
 
 namespace {
 
@@ -21,7 +23,7 @@ int Read(const wxString& kind, const wxString& path) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  wxApp::SetInstance(new wxApp);
+  wxApp::SetInstance(&MakeChild<wxApp>());
   if (!wxEntryStart(argc, argv) || argc != 3) return 2;
   const int outcome = Read(argv[1], argv[2]);
   wxEntryCleanup();

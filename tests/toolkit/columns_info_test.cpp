@@ -43,6 +43,26 @@ TEST(ColumnsInfo, PlacesKeepLockedColumnsBeforeTheOthers) {
   EXPECT_EQ(columns.GetColumnWidth(3), 13) << "a hidden column keeps its width";
 }
 
+TEST(ColumnsInfo, ADroppedColumnIsLockedAmongLockedOnes) {
+  const struct {
+    int Place, Column;
+    Places Expected;
+    bool Moves, Locked;
+  } cases[] = {
+      {2, 0, {3, 5, 0, 2}, false, false}, {3, 0, {3, 5, 0, 2}, false, false}, {4, 0, {3, 5, 2, 0}, true, false},
+      {1, 0, {3, 0, 5, 2}, true, true},   {0, 2, {2, 3, 5, 0}, true, true},   {2, 2, {3, 5, 2, 0}, true, false},
+      {2, 3, {5, 3, 0, 2}, true, true},   {3, 3, {5, 0, 3, 2}, true, false},  {4, 5, {3, 0, 2, 5}, true, false},
+      {2, 5, {3, 5, 0, 2}, false, true},  {0, 1, {3, 5, 0, 2}, false, false}, {0, 9, {3, 5, 0, 2}, false, false},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(testing::Message() << "column " << row.Column << " before place " << row.Place);
+    CQORPGridColumnsInfo columns = SixColumns();
+    EXPECT_EQ(columns.DropColumn(row.Place, row.Column), row.Moves);
+    EXPECT_EQ(columns.DisplayColumns(), row.Expected);
+    EXPECT_EQ(columns.GetColumnLocked(row.Column), row.Locked);
+  }
+}
+
 TEST(ColumnsInfo, AnOrderComesBackForWhatIsVisible) {
   const struct {
     Places Order, Expected, AllShown;

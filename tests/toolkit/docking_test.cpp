@@ -9,7 +9,7 @@
 #include "tests/toolkit/gui_test.h"
 #include "toolkit/bars/docking_control_bar.h"
 #include "toolkit/bars/frame.h"
-#include "toolkit/model/bar_place.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ class NotedBar : public CQORPDockingControlBar {
     CQORPDockingControlBar::OnPressCloseButton();
   }
   int OnTabCloseButton() override {
-    ++ClosePresses;
+    ++TabClosePresses;
     return TabGoes;
   }
   bool PreTranslateMessage(wxKeyEvent& event) override {
@@ -35,7 +35,7 @@ class NotedBar : public CQORPDockingControlBar {
   void OnBarMoved() override { ++MoveCount; }
 
   int& Living;
-  int ClosePresses = 0, TabGoes = 1, FocusCount = 0, MoveCount = 0;
+  int ClosePresses = 0, TabClosePresses = 0, TabGoes = 1, FocusCount = 0, MoveCount = 0;
   std::vector<int> Keys;
   wxTextCtrl* Edit = nullptr;
 };
@@ -45,7 +45,7 @@ class DockingTest : public GuiTest {
   void SetUp() override {
     GuiTest::SetUp();
     if (IsSkipped()) return;
-    Main = new CQORPFrame(nullptr, wxID_ANY, L"Terminal", wxRect(60, 40, 1000, 640));
+    Main = &MakeChild<CQORPFrame>(nullptr, wxID_ANY, L"Terminal", wxRect(60, 40, 1000, 640));
     Main->Show();
     ASSERT_TRUE(PumpUntil([this] { return Main->IsShownOnScreen(); }));
     Bar = MakeBar(L"Book 1");
@@ -57,11 +57,12 @@ class DockingTest : public GuiTest {
     std::filesystem::remove(SettingsFile);
     GuiTest::TearDown();
   }
-  NotedBar* MakeBar(const std::wstring& caption) {
-    auto* bar = new NotedBar(Living);
-    EXPECT_TRUE(bar->CreateBar(Main->GetDockingManager(), caption, kFloatRect, 30029));
-    bar->Edit = new wxTextCtrl(bar, wxID_ANY, wxEmptyString, wxPoint(5, 5));
-    return bar;
+  NotedBar* MakeBar(const std::wstring& caption) { return MakeBar(caption, Main->GetDockingManager()); }
+  NotedBar* MakeBar(const std::wstring& caption, CQORPDockingManager& manager) {
+    NotedBar& bar = MakeChild<NotedBar>(Living);
+    EXPECT_TRUE(bar.CreateBar(manager, caption, kFloatRect, 30029));
+    bar.Edit = &MakeChild<wxTextCtrl>(&bar, wxID_ANY, wxEmptyString, wxPoint(5, 5));
+    return &bar;
   }
   wxAuiNotebook& Tabs() {
     for (wxWindow* child : Main->GetChildren())
@@ -70,7 +71,7 @@ class DockingTest : public GuiTest {
     std::abort();
   }
   wxAuiPaneInfo& Pane(NotedBar* bar) { return wxAuiManager::GetManager(Main)->GetPane(bar); }
-  // What the frame shows of the bar: f, d with the side, t, or - for nothing.
+  // The state of the bar on the screen: f for floating, d with the side for docked, t for tabbed, - for hidden.
   std::string Standing(NotedBar* bar) {
     std::string text = bar->IsBarShown() ? "" : "-";
     if (bar->IsFloating()) text += "f";
@@ -81,6 +82,16 @@ class DockingTest : public GuiTest {
     EXPECT_EQ(bar->IsShownOnScreen(), bar->IsBarShown());
     EXPECT_EQ(bar->Edit->GetParent(), bar);
     return text;
+  }
+  // Moves the bar to the place that Standing tells as that text; + shows it.
+  static void Move(NotedBar* bar, const std::string& place) {
+    constexpr std::string_view kSides = "lrtb";
+    if (place == "-") bar->ShowControlBar(false);
+    if (place == "+") bar->ShowControlBar(true);
+    if (place == "f") bar->FloatControlBar(bar->GetFloatRect());
+    if (place == "t") bar->TabControlBar();
+    if (place[0] == 'd') bar->DockControlBar(static_cast<DockSide>(kSides.find(place[1])));
+    Pump();
   }
   char SideOnScreen(NotedBar* bar) {
     const wxRect middle = Tabs().GetScreenRect(), place = bar->GetScreenRect();
@@ -111,58 +122,41 @@ class DockingTest : public GuiTest {
   NotedBar* Bar = nullptr;
 };
 
-TEST_F(DockingTest, ABarGoesFromPlaceToPlaceAndComesBackWhereItWas) {
+TEST_F(DockingTest, MovesToEachPlaceAndComesBackToIt) {
   EXPECT_EQ(Standing(Bar), "-");
-  struct Row {
-    const char* Name;
-    std::function<void()> Move;
-    const char* Expected;
+  const std::pair<const char*, const char*> steps[] = {
+      {"+", "f"},  {"dl", "dl"}, {"-", "-"}, {"+", "dl"},  {"dr", "dr"}, {"dt", "dt"}, {"db", "db"}, {"t", "t"},
+      {"t", "t"},  {"-", "-"},   {"+", "t"}, {"dl", "dl"}, {"f", "f"},   {"t", "t"},   {"f", "f"},   {"-", "-"},
+      {"dt", "-"}, {"+", "dt"},  {"-", "-"}, {"t", "-"},   {"+", "t"},   {"f", "f"},
   };
-  const Row rows[] = {
-      {"a new bar floats", [this] { Bar->ShowControlBar(true); }, "f"},
-      {"left", [this] { Bar->DockControlBar(DockSide::Left); }, "dl"},
-      {"hidden", [this] { Bar->ShowControlBar(false); }, "-"},
-      {"back at the left", [this] { Bar->ShowControlBar(true, false); }, "dl"},
-      {"right", [this] { Bar->DockControlBar(DockSide::Right); }, "dr"},
-      {"top", [this] { Bar->DockControlBar(DockSide::Top); }, "dt"},
-      {"bottom", [this] { Bar->DockControlBar(DockSide::Bottom); }, "db"},
-      {"from a side to a tab", [this] { Bar->TabControlBar(); }, "t"},
-      {"tabbed once more", [this] { Bar->TabControlBar(); }, "t"},
-      {"hidden tab", [this] { Bar->ShowControlBar(false); }, "-"},
-      {"back as a tab", [this] { Bar->ShowControlBar(true); }, "t"},
-      {"from a tab to a side", [this] { Bar->DockControlBar(DockSide::Left); }, "dl"},
-      {"from a side", [this] { Bar->FloatControlBar(Bar->GetFloatRect()); }, "f"},
-      {"floating to tab", [this] { Bar->TabControlBar(); }, "t"},
-      {"tab to floating", [this] { Bar->FloatControlBar(Bar->GetFloatRect()); }, "f"},
-      {"hidden floating", [this] { Bar->ShowControlBar(false); }, "-"},
-      {"docked while hidden", [this] { Bar->DockControlBar(DockSide::Top); }, "-"},
-      {"then shown", [this] { Bar->ShowControlBar(true); }, "dt"},
-      {"tabbed while hidden",
-       [this] {
-         Bar->ShowControlBar(false);
-         Bar->TabControlBar();
-       },
-       "-"},
-      {"then shown too", [this] { Bar->ShowControlBar(true); }, "t"},
-      {"floats again", [this] { Bar->FloatControlBar(Bar->GetFloatRect()); }, "f"},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.Name);
+  for (const auto& [move, expected] : steps) {
+    SCOPED_TRACE(testing::Message() << move << " from " << Standing(Bar));
     Bar->MoveCount = 0;
-    row.Move();
-    Pump();
-    EXPECT_EQ(Standing(Bar), row.Expected);
+    Move(Bar, move);
+    EXPECT_EQ(Standing(Bar), expected);
     EXPECT_EQ(Bar->GetFloatRect(), kFloatRect);
     EXPECT_EQ(Main->GetDockingManager().BarOf(Bar->Edit), Bar);
-    EXPECT_TRUE(Tabs().GetPageCount() == (Bar->IsMDITabbed() ? 1U : 0U));
+    EXPECT_EQ(Tabs().GetPageCount(), Bar->IsMDITabbed() ? 1U : 0U);
   }
   EXPECT_GT(Bar->MoveCount, 0);
   EXPECT_TRUE(PumpUntil([this] { return Bar->GetParentMiniFrame()->GetScreenRect() == kFloatRect; }));
-  Bar->GetParentMiniFrame()->SetSize(140, 90);  // no smallest size is left over from docking
+  Bar->GetParentMiniFrame()->SetSize(140, 90);  // docking leaves no larger least size behind
   EXPECT_EQ(Bar->GetFloatRect().GetSize(), wxSize(140, 90));
 }
 
-TEST_F(DockingTest, TheTitleStandsWhereTheBarStands) {
+TEST_F(DockingTest, DocksBehindTheBarsOfASide) {
+  NotedBar* bars[] = {Bar, MakeBar(L"Second"), MakeBar(L"Third")};
+  for (NotedBar* bar : bars) {
+    bar->DockControlBar(DockSide::Left);
+    bar->ShowControlBar(true);
+  }
+  Pump();
+  EXPECT_LT(bars[0]->GetScreenPosition().y, bars[1]->GetScreenPosition().y);
+  EXPECT_LT(bars[1]->GetScreenPosition().y, bars[2]->GetScreenPosition().y);
+  EXPECT_EQ(Pane(bars[2]).dock_pos, 2);
+}
+
+TEST_F(DockingTest, ShowsItsTitleAtEachPlace) {
   NotedBar* other = MakeBar(L"Other");
   other->TabControlBar();
   other->ShowControlBar(true);
@@ -200,7 +194,8 @@ TEST_F(DockingTest, CloseButtonsAskTheBar) {
   Bar->TabGoes = 1;
   PressTabClose(Bar);
   EXPECT_EQ(Standing(Bar), "-");
-  EXPECT_EQ(Bar->ClosePresses, 4);
+  EXPECT_EQ(Bar->ClosePresses, 2);
+  EXPECT_EQ(Bar->TabClosePresses, 2);
 }
 
 TEST_F(DockingTest, KeysGoToTheBarWithTheFocusFirst) {
@@ -209,13 +204,10 @@ TEST_F(DockingTest, KeysGoToTheBarWithTheFocusFirst) {
   other->ShowControlBar(true, false);
   int atFrame = 0;
   Main->Bind(wxEVT_CHAR_HOOK, [&atFrame](wxKeyEvent& event) { ++atFrame, event.Skip(); });
-  const std::function<void()> moves[] = {[this] { Bar->DockControlBar(DockSide::Left); },
-                                         [this] { Bar->FloatControlBar(kFloatRect); },
-                                         [this] { Bar->TabControlBar(); }};
-  for (const auto& move : moves) {
-    move();
-    Bar->ShowControlBar(true);
-    SCOPED_TRACE(Standing(Bar));
+  Bar->ShowControlBar(true);
+  for (const char* place : {"dl", "f", "t"}) {
+    SCOPED_TRACE(place);
+    Move(Bar, place);
     ASSERT_TRUE(GiveRealFocus(*Bar->Edit));
     Bar->Keys.clear();
     atFrame = 0;
@@ -228,74 +220,48 @@ TEST_F(DockingTest, KeysGoToTheBarWithTheFocusFirst) {
   EXPECT_GE(Bar->FocusCount, 3);
 }
 
-TEST_F(DockingTest, StateIsKeptUnderTheSectionAndHostileTextIsRefused) {
+TEST_F(DockingTest, KeepsItsStateUnderTheSection) {
   const auto settings = RegistryStore::Make(SettingsFile)->Open(0, 0);
   const std::wstring section = L"Trade Book : AllTradeBook 1";
   EXPECT_FALSE(Bar->LoadState(*settings, section, 1, 7));
-  struct Row {
-    std::function<void()> Move;
-    const char* Standing;
-    const wchar_t* Start;
+  const std::pair<const char*, const wchar_t*> rows[] = {
+      {"f", L"1;floating;1;220;150;420;260;left;0;0;0;"},
+      {"db", L"1;docked;1;220;150;420;260;bottom;0;0;0;"},
+      {"t", L"1;tabbed;1;220;150;420;260;bottom;0;0;0;"},
+      {"-", L"1;tabbed;0;220;150;420;260;bottom;0;0;0;"},
   };
-  const Row rows[] = {
-      {[this] { Bar->ShowControlBar(true); }, "f", L"1;floating;1;220;150;420;260;left;0;0;0;"},
-      {[this] { Bar->DockControlBar(DockSide::Bottom); }, "db", L"1;docked;1;220;150;420;260;bottom;0;0;0;"},
-      {[this] { Bar->TabControlBar(); }, "t", L"1;tabbed;1;220;150;420;260;bottom;0;0;0;"},
-      {[this] { Bar->ShowControlBar(false); }, "-", L"1;tabbed;0;220;150;420;260;bottom;0;0;0;"},
-  };
+  Bar->ShowControlBar(true);
   NotedBar* other = MakeBar(L"Other");
   std::wstring text;
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.Standing);
-    row.Move();
-    Pump();
+  for (const auto& [place, line] : rows) {
+    SCOPED_TRACE(place);
+    Move(Bar, place);
     EXPECT_TRUE(Bar->SaveState(*settings, section, 1, 7));
     ASSERT_TRUE(settings->OpenPath(section) && settings->Read(L"Bar-1", text));
-    EXPECT_EQ(text.substr(0, std::wstring(row.Start).size()), row.Start);
+    EXPECT_TRUE(text.starts_with(line));
     other->FloatControlBar(wxRect(400, 300, 200, 100));
     ASSERT_TRUE(other->LoadState(*settings, section, 1, 7));
     Pump();
-    EXPECT_EQ(Standing(other), row.Standing);
+    EXPECT_EQ(Standing(other), place);
     EXPECT_EQ(other->GetFloatRect(), kFloatRect);
     EXPECT_FALSE(other->LoadState(*settings, section, 2, 7));
   }
-  const wchar_t* good = L"1;docked;1;220;150;420;260;bottom;0;0;0;0;300;200";
-  ASSERT_TRUE(ParseBarPlace(good) && BarPlaceText(*ParseBarPlace(good)) == good);
-  const wchar_t* hostile[] = {L"",
-                              L"1",
-                              L"2;docked;1;220;150;420;260;bottom;0;0;0;0;300;200",
-                              L"1;docked;1;220;150;420;260;bottom;0;0;0;0;300",
-                              L"1;docked;1;220;150;420;260;bottom;0;0;0;0;300;200;",
-                              L"1;docked;1;220;150;420;260;bottom;0;0;0;0;300;200;1",
-                              L"1;Docked;1;220;150;420;260;bottom;0;0;0;0;300;200",
-                              L"1;docked;2;220;150;420;260;bottom;0;0;0;0;300;200",
-                              L"1;docked;1;220;150;0;260;bottom;0;0;0;0;300;200",
-                              L"1;docked;1;220;150;-4;260;bottom;0;0;0;0;300;200",
-                              L"1;docked;1;40000;150;420;260;bottom;0;0;0;0;300;200",
-                              L"1;docked;1;220;-32768;420;260;bottom;0;0;0;0;300;200",
-                              L"1;docked;1;220;150;420;260;middle;0;0;0;0;300;200",
-                              L"1;docked;1;220;150;420;260;bottom;-1;0;0;0;300;200",
-                              L"1;docked;1;220;150;420;260;bottom;0;0;0;99999999999999999999;300;200",
-                              L"1;docked;1;;150;420;260;bottom;0;0;0;0;300;200",
-                              L"1;docked;1; 220;150;420;260;bottom;0;0;0;0;300;200",
-                              L"1;docked;1;-;150;420;260;bottom;0;0;0;0;300;200",
-                              L"1;docked;1;220;150;420;260;bottom;0;0;0;0;300;0x9"};
-  for (const wchar_t* line : hostile) {
-    SCOPED_TRACE(line);
-    ASSERT_TRUE(settings->CreatePath(section) && settings->Write(L"Bar-1", std::wstring(line)));
-    Bar->FloatControlBar(kFloatRect);
-    Bar->ShowControlBar(true);
-    EXPECT_FALSE(Bar->LoadState(*settings, section, 1, 7));
-    EXPECT_EQ(Standing(Bar), "f");
-  }
-  // Off every display: it comes to where it can be seen.
-  ASSERT_TRUE(
-      settings->CreatePath(section) &&
-      settings->Write(L"Bar-1", std::wstring(L"1;floating;1;20000;20000;420;260;left;32767;32767;32767;0;1;1")));
-  EXPECT_TRUE(Bar->LoadState(*settings, section, 1, 7));
-  EXPECT_EQ(Bar->GetFloatRect(), wxRect(100, 100, 420, 260));
-  Bar->DockControlBar(DockSide::Left);
+  const auto load = [&](const wchar_t* line) {
+    EXPECT_TRUE(settings->CreatePath(section) && settings->Write(L"Bar-1", std::wstring(line)));
+    return Bar->LoadState(*settings, section, 1, 7);
+  };
+  Bar->ShowControlBar(true);
+  EXPECT_FALSE(load(L"1;docked;1;220;150;420;260;middle;0;0;0;0;300;200"));
+  EXPECT_EQ(Standing(Bar), "t");
+  EXPECT_TRUE(load(L"1;floating;1;20000;20000;420;260;left;32767;32767;32767;0;1;1"));
+  EXPECT_EQ(Bar->GetFloatRect(), wxRect(100, 100, 420, 260)) << "it was off every display";
+  EXPECT_TRUE(load(L"1;docked;1;220;150;420;260;left;0;0;0;0;300;200"));
   EXPECT_EQ(Standing(Bar), "dl");
+  EXPECT_NEAR(Bar->GetSize().x, 300, 2);
+  Bar->EnableDocking(false);
+  Bar->FloatControlBar(kFloatRect);
+  EXPECT_TRUE(load(L"1;docked;1;220;150;420;260;left;0;0;0;0;300;200"));
+  EXPECT_EQ(Standing(Bar), "f");
 }
 
 TEST_F(DockingTest, BarsGoAloneOrWithTheirFrame) {
@@ -320,7 +286,7 @@ TEST_F(DockingTest, BarsGoAloneOrWithTheirFrame) {
   EXPECT_EQ(Living, 0);
 }
 
-TEST_F(DockingTest, TheProcessHasOneManager) {
+TEST_F(DockingTest, TheFrameOfAProcessGoesWithItsBars) {
   EXPECT_EQ(CQORPDockingManager::ForProcess(), &Main->GetDockingManager());
   Main->Destroy();
   Main = nullptr;
@@ -329,20 +295,24 @@ TEST_F(DockingTest, TheProcessHasOneManager) {
   ASSERT_NE(own, nullptr);
   EXPECT_EQ(CQORPDockingManager::ForProcess(), own);
   EXPECT_FALSE(own->Frame().IsShown());
-  auto* bar = new NotedBar(Living);
-  ASSERT_TRUE(bar->CreateBar(*own, L"Book", kFloatRect, 1));
-  bar->TabControlBar();
-  bar->ShowControlBar(true);
+  NotedBar* tabbed = MakeBar(L"Tabbed", *own);
+  NotedBar* docked = MakeBar(L"Docked", *own);
+  tabbed->TabControlBar();
+  docked->DockControlBar(DockSide::Left);
+  for (NotedBar* bar : {tabbed, docked}) bar->ShowControlBar(true);
   EXPECT_TRUE(own->Frame().IsShown());
-  bar->TabGoes = 0;
+  tabbed->TabGoes = 0;
   own->Frame().Close();
-  EXPECT_TRUE(own->Frame().IsShown());  // the bar did not go
-  bar->TabGoes = 1;
+  EXPECT_TRUE(own->Frame().IsShown() && tabbed->IsBarShown());
+  EXPECT_FALSE(docked->IsBarShown());
+  tabbed->TabGoes = 1;
   own->Frame().Close();
-  EXPECT_FALSE(own->Frame().IsShown());
-  EXPECT_FALSE(bar->IsBarShown());
-  EXPECT_EQ(bar->ClosePresses, 2);
-  bar->ShowControlBar(true);
+  EXPECT_FALSE(own->Frame().IsShown() || tabbed->IsBarShown());
+  EXPECT_EQ(tabbed->TabClosePresses, 2);
+  EXPECT_EQ(tabbed->ClosePresses, 0);
+  EXPECT_EQ(docked->ClosePresses, 1) << "a hidden bar is not asked again";
+  EXPECT_EQ(docked->TabClosePresses, 0);
+  tabbed->ShowControlBar(true);
   EXPECT_TRUE(own->Frame().IsShown());
   own->Frame().Destroy();
   Pump();

@@ -1,50 +1,19 @@
 #include "toolkit/grid/filter_fields.h"
 
-#include <wx/dcclient.h>
-#include <wx/dcmemory.h>
-#include <wx/image.h>
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
-#include "tests/toolkit/gui_test.h"
+#include "tests/toolkit/grid_fixture.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
-using Change = std::pair<int, std::wstring>;
-
-class ProbeGrid : public CQORPGridCtrl {
- public:
-  void OnFilterBarChanged(int column, const std::wstring& text) override {
-    Changes.emplace_back(column, text);
-    if (WhenChanged) WhenChanged();
-  }
-  void ToggleSortColumn(int column) override { Toggled.push_back(column); }
-  void OnShowContextMenu(const wxPoint&) override { ++Menus; }
-  bool PreTranslateMessage(wxKeyEvent& event) override { return Keys.push_back(event.GetKeyCode()), false; }
-  int OnGetColumnMinWidth(int column) const override { return column == 0 ? 30 : 12; }
-
-  std::function<void()> WhenChanged;
-  std::vector<Change> Changes;
-  std::vector<int> Toggled, Keys;
-  int Menus = 0;
-};
-
-// Six columns of 100 pixels, a thousand rows, an empty filter bar.
-class FilterBar : public GuiTest {
+class FilterBar : public GridFixture {
  protected:
   void SetUp() override {
-    GuiTest::SetUp();
-    if (Frame == nullptr) return;
-    Grid = new ProbeGrid;
-    ASSERT_TRUE(Grid->Create(Frame, 7));
-    for (int column = 0; column < 6; ++column) Grid->InsertColumn(column, L"Title " + std::to_wstring(column), 100);
-    Grid->EnableVirtualMode([](int row, int, CQORPGridCell& cell) { return cell.Text = std::to_wstring(row), true; });
-    Grid->SetVirtualRows(1000);
-    Grid->EnableFilterBar(true);
-    Frame->SendSizeEvent();
-    ASSERT_TRUE(PumpUntil([this] { return Grid->GetRowsWindow()->GetClientSize().y > 500; }));
+    GridFixture::SetUp();
+    if (Grid != nullptr) Grid->EnableFilterBar(true);
   }
-
   // What the grid does every beat.
   void Beat() {
     Grid->SetVirtualRows(Grid->GetVirtualRows() + 3, 3);
@@ -60,35 +29,23 @@ class FilterBar : public GuiTest {
     Edit()->GetSelection(&ends.first, &ends.second);
     return ends;
   }
-  void ClickAt(int column, const wxRect& rect) {
-    Click(*Grid->GetHeaderWindow(column), {rect.x + rect.width / 2, rect.y + rect.height / 2});
-  }
-  std::string HeaderPixels() const {
-    PaintNow(*Grid->GetHeaderWindow());
-    wxClientDC source(Grid->GetHeaderWindow());
-    wxBitmap bitmap(300, 15);
-    wxMemoryDC(bitmap).Blit(0, 0, 300, 15, &source, 0, 0);
-    return {reinterpret_cast<const char*>(bitmap.ConvertToImage().GetData()), 300 * 15 * 3};
-  }
-
-  ProbeGrid* Grid = nullptr;
 };
 
 TEST_F(FilterBar, TypingFiltersAtOnceAndKeepsTheCaret) {
   ASSERT_TRUE(Grid->EditFilter(2));
-  Grid->WhenChanged = [this] { Beat(); };
+  Grid->WhenFilterChanges = [this] { Beat(); };
   Edit()->WriteText(L"B");
   Edit()->WriteText(L"y");
   Edit()->SetInsertionPoint(1);
   Edit()->WriteText(L"u");
-  EXPECT_EQ(Grid->Changes, (std::vector<Change>{{2, L"B"}, {2, L"By"}, {2, L"Buy"}}));
+  EXPECT_EQ(Grid->FilterChanges, (std::vector<FilterChange>{{2, L"B"}, {2, L"By"}, {2, L"Buy"}}));
   EXPECT_EQ(Selection(), std::pair(2L, 2L));
   for (const int column : {2, 2, 3, 6}) Grid->SetFilterText(column, L"sell");
   EXPECT_EQ(Text(), L"sell");
-  EXPECT_EQ(Grid->Changes.size(), 5u) << "neither the same text again nor what is no column";
+  EXPECT_EQ(Grid->FilterChanges.size(), 5u) << "neither the same text again nor what is no column";
   Grid->OnFilterBarClearAll();
   EXPECT_EQ(Text() + Grid->GetFilterText(2) + Grid->GetFilterText(3), L"");
-  EXPECT_EQ(Grid->Changes.size(), 5u);
+  EXPECT_EQ(Grid->FilterChanges.size(), 5u);
 }
 
 TEST_F(FilterBar, TheEditGoesWithItsColumn) {
@@ -135,7 +92,7 @@ TEST_F(FilterBar, TheEditGoesWithItsColumn) {
   EXPECT_EQ(Grid->GetFilterText(4), L"text");
   EXPECT_FALSE(Grid->EditFilter(4));
   EXPECT_TRUE(Grid->EditFilter(5)) << "the window that the edit was in is gone";
-  EXPECT_EQ(Grid->Changes.size(), 1u);
+  EXPECT_EQ(Grid->FilterChanges.size(), 1u);
 }
 
 TEST_F(FilterBar, KeysMoveBetweenFieldsAndLeaveThem) {
@@ -175,8 +132,8 @@ TEST_F(FilterBar, KeysMoveBetweenFieldsAndLeaveThem) {
     EXPECT_EQ(Text(), L"4") << "the last one again";
     Grid->Keys.clear();
   }
-  EXPECT_EQ(Grid->Menus, 0);
-  EXPECT_EQ(Grid->Changes.size(), 6u);
+  EXPECT_TRUE(Grid->MenuPoints.empty());
+  EXPECT_EQ(Grid->FilterChanges.size(), 6u);
 }
 
 TEST_F(FilterBar, TheMouseEditsBelowTheTitlesOnly) {
@@ -190,10 +147,10 @@ TEST_F(FilterBar, TheMouseEditsBelowTheTitlesOnly) {
   EXPECT_EQ(Grid->Toggled, std::vector<int>{1});
   Drag(*Grid->GetHeaderWindow(), {Grid->FilterRect(0).GetRight(), Grid->FilterRect(0).y + 5}, {1, 5});
   EXPECT_EQ(Grid->GetColumnsInfo().GetColumnWidth(0), 30);
-  auto* other = new wxTextCtrl(Frame, wxID_ANY);
-  other->SetFocus();
+  wxTextCtrl& other = MakeChild<wxTextCtrl>(Frame, wxID_ANY);
+  other.SetFocus();
   EXPECT_TRUE(PumpUntil([this] { return Edit() == nullptr; }));
-  EXPECT_EQ(wxWindow::FindFocus(), other);
+  EXPECT_EQ(wxWindow::FindFocus(), &other);
 }
 
 TEST_F(FilterBar, AHiddenBarKeepsItsTextsAndMarks) {
@@ -203,10 +160,15 @@ TEST_F(FilterBar, AHiddenBarKeepsItsTextsAndMarks) {
   Grid->EnableFilterBar(false);
   EXPECT_TRUE(Text() == L"none" && Grid->FilterRect(1).IsEmpty() && !Grid->EditFilter(1));
   EXPECT_EQ(Grid->GetFilterText(1), L"x");
-  const std::string marked = HeaderPixels();
-  EXPECT_TRUE(HeaderPixels() == marked);
+  const wxRect header = Grid->HeaderRect(1);
+  const auto hasMark = [&] {
+    const wxImage picture = PictureOf(*Grid->GetHeaderWindow());
+    const int x = header.GetRight() - Grid->FromDIP(8), y = header.y + header.height / 2 - Grid->FromDIP(2);
+    return picture.GetRed(x, y) != picture.GetRed(header.x + 2, header.y + 2);
+  };
+  EXPECT_TRUE(hasMark());
   Grid->OnFilterBarClearAll();
-  EXPECT_FALSE(HeaderPixels() == marked);
+  EXPECT_FALSE(hasMark());
   Grid->EnableHeader(false);
   EXPECT_FALSE(Grid->GetHeaderWindow()->IsShown());
   Grid->EnableFilterBar(true);
@@ -216,7 +178,7 @@ TEST_F(FilterBar, AHiddenBarKeepsItsTextsAndMarks) {
 
 TEST_F(FilterBar, TheRealKeyboardTypesWhileRowsCome) {
   if (!GiveRealFocus(*Grid->GetRowsWindow()->GetParent())) GTEST_SKIP() << "the display gives no window the focus";
-  Grid->WhenChanged = [this] { Beat(); };
+  Grid->WhenFilterChanges = [this] { Beat(); };
   Grid->EditFilter(4);
   wxUIActionSimulator keys;
   const auto type = [&](int key, const std::wstring& expected) {

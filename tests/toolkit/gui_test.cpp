@@ -5,14 +5,13 @@
 #include <wx/dcmemory.h>
 #include <wx/eventfilter.h>
 #include <wx/evtloop.h>
-#include <wx/image.h>
 #include <wx/log.h>
 #include <wx/uiaction.h>
 
-#include <memory>
+#include "toolkit/system/make_child.h"
 
 #ifdef __SANITIZE_ADDRESS__
-// The font library keeps what it has read to the end of the process.
+// The font library frees nothing at the end of the process.
 extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions() {
   return "leak:libfontconfig\n";
 }
@@ -31,7 +30,7 @@ void ReportAssertion(const wxString& file, int line, const wxString& function, c
                 << ": " << condition.ToStdString() << ' ' << message.ToStdString();
 }
 
-// Sees the paint event of a window. It binds nothing to it: wxWidgets 3.2 does not stand handlers that come and go.
+// Sees the paint event of a window without binding a handler: wxWidgets 3.2 crashes if handlers come and go.
 class PaintWatch : public wxEventFilter {
  public:
   explicit PaintWatch(const wxWindow& window) : Watched(window) { wxEvtHandler::AddFilter(this); }
@@ -66,7 +65,7 @@ void SendMouse(wxWindow& window, wxEventType type, const wxPoint& point, int hel
   window.GetEventHandler()->ProcessEvent(event);
 }
 
-// True when somebody took the key.
+// True if a handler took the key.
 bool SendKey(wxWindow& window, wxEventType type, int keyCode, int held) {
   wxKeyEvent event(type);
   event.SetEventObject(&window);
@@ -84,7 +83,7 @@ bool SendKey(wxWindow& window, wxEventType type, int keyCode, int held) {
 
 void GuiTest::SetUp() {
   if (!displayIsThere) GTEST_SKIP() << "there is no display to make windows on";
-  Frame = new wxFrame(nullptr, wxID_ANY, L"Test", wxPoint(20, 20), wxSize(1200, 700));
+  Frame = &MakeChild<wxFrame>(nullptr, wxID_ANY, L"Test", wxPoint(20, 20), wxSize(1200, 700));
   Frame->Show();
   Frame->Raise();
   WaitForActivation(*Frame);
@@ -116,12 +115,18 @@ bool PumpUntil(const std::function<bool()>& condition) {
   return false;
 }
 
-// Some systems paint at the next beat of the screen and not before.
+// Some systems paint at the next refresh of the screen only.
 void PaintNow(wxWindow& window) {
   PaintWatch watch(window);
   window.Refresh();
   window.Update();
   EXPECT_TRUE(PumpUntil([&watch] { return watch.WasPainted(); }));
+}
+
+wxDialog* ModalDialog() {
+  for (wxWindow* window : wxTopLevelWindows)
+    if (auto* dialog = dynamic_cast<wxDialog*>(window); dialog != nullptr && dialog->IsModal()) return dialog;
+  return nullptr;
 }
 
 void Click(wxWindow& window, const wxPoint& point, int held) {
@@ -175,8 +180,8 @@ void DragRealPointer(wxWindow& window, const wxPoint& from, const wxPoint& to) {
   Pump();
 }
 
-// A window manager gives a new window its place and size before it makes it active. Where the first one is never made
-// active there is no window manager, and places and sizes are final at once.
+// A window manager places a new window before it activates it. If the first one never becomes active, there is no
+// window manager, and places and sizes are final at once.
 void WaitForActivation(wxWindow& window) {
   static bool isManaged = true;
   auto& top = dynamic_cast<wxTopLevelWindow&>(*wxGetTopLevelParent(&window));
@@ -191,23 +196,25 @@ bool GiveRealFocus(wxWindow& window) {
   return PumpUntil([&window] { return wxWindow::FindFocus() == &window; });
 }
 
-bool SavePicture(wxWindow& window, const std::wstring& path) {
+wxImage PictureOf(wxWindow& window) {
   PaintNow(window);
   Pump();
   const wxSize size = window.GetClientSize();
   wxClientDC source(&window);
   wxBitmap bitmap(size.x, size.y);
-  wxMemoryDC target(bitmap);
-  target.Blit(0, 0, size.x, size.y, &source, 0, 0);
-  target.SelectObject(wxNullBitmap);
-  return bitmap.SaveFile(path, wxBITMAP_TYPE_PNG);
+  wxMemoryDC(bitmap).Blit(0, 0, size.x, size.y, &source, 0, 0);
+  return bitmap.ConvertToImage();
+}
+
+bool SavePicture(wxWindow& window, const std::wstring& path) {
+  return PictureOf(window).SaveFile(path, wxBITMAP_TYPE_PNG);
 }
 
 int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
   wxSetAssertHandler(ReportAssertion);
-  wxApp::SetInstance(new wxApp);
-  wxLog::SetActiveTarget(new wxLogStderr);
+  wxApp::SetInstance(&MakeChild<wxApp>());
+  wxLog::SetActiveTarget(&MakeChild<wxLogStderr>());
   displayIsThere = wxEntryStart(argc, argv);
   if (!displayIsThere) return RUN_ALL_TESTS();
   wxTheApp->SetExitOnFrameDelete(false);

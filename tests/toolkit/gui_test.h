@@ -1,14 +1,15 @@
-// What tests with real windows share: a main program that starts wxWidgets, a frame for each test, events served until
-// none is left, and mouse and keys sent to a window. Without a display every such test is skipped. Not what is tested.
-// Used on the one thread of the tests.
+// For tests with real windows: a main program that starts wxWidgets, a frame per test, an event pump, and mouse and key
+// events. Without a display every such test is skipped.
 #pragma once
 
 #include <gtest/gtest.h>
+#include <wx/dialog.h>
 #include <wx/frame.h>
+#include <wx/image.h>
 
 #include <functional>
 
-// A frame of 1200 x 700, shown anew for each test and gone after it. An assertion of wxWidgets fails the test.
+// A new frame of 1200 x 700 for each test. An assertion of wxWidgets fails the test.
 class GuiTest : public ::testing::Test {
  protected:
   void SetUp() override;
@@ -20,29 +21,34 @@ class GuiTest : public ::testing::Test {
 // Bits for the held keys of Click, Drag and Press.
 enum HeldKey { kNoKey = 0, kShift = 1, kControl = 2, kAlt = 4 };
 
-// Serves what waits, pending and idle events too. Does not wait for anything to come.
+// Processes all queued, pending and idle events, without waiting for new ones.
 void Pump();
-// Serves events until the condition holds; false when it did not in a long while.
+// Processes events until the condition holds; false after a long while.
 bool PumpUntil(const std::function<bool()>& condition);
-// Serves events until the window's frame, which must be new or raised, is the active one. A focus that is set before is
-// lost again.
+// Processes events until the window's frame, which must be new or raised, is active. Set the focus afterwards: the
+// activation takes it.
 void WaitForActivation(wxWindow& window);
-// Returns when the window, which must be shown, has been painted anew.
+// Repaints the window, which must be shown.
 void PaintNow(wxWindow& window);
 
-// Events put straight into the window, then Pump(). Points are within the window.
+// The dialog that waits for its answer; null for none.
+wxDialog* ModalDialog();
+
+// Sends events to the window, then calls Pump(). Points are relative to the window.
 void Click(wxWindow& window, const wxPoint& point, int held = kNoKey);
 void DoubleClick(wxWindow& window, const wxPoint& point);
 void RightClick(wxWindow& window, const wxPoint& point);
-// Press at the first point, move by way of the middle, release at the last.
+// Presses at the first point, moves through the middle, releases at the last.
 void Drag(wxWindow& window, const wxPoint& from, const wxPoint& to, int held = kNoKey);
-// A key as the system sends it: first to whoever hooks keys, then down, then, where nobody took it, as a character.
+// A key as the system sends it: char hook, then key down, then char, until a handler takes it.
 void Press(wxWindow& window, int keyCode, int held = kNoKey);
 
-// The same through the display's own pointer and keyboard; the window must be shown and not covered.
+// The same with the pointer of the display; the window must be shown and not covered.
 void DragRealPointer(wxWindow& window, const wxPoint& from, const wxPoint& to);
-// True once the window has the system's focus; needs a window manager on some displays.
+// True if the window gets the focus of the system; some displays need a window manager for that.
 bool GiveRealFocus(wxWindow& window);
 
-// The window as painted, into a PNG file; for looking at, not for comparing.
+// The client area as painted now. Compare colours at a few places only: themes and fonts differ.
+wxImage PictureOf(wxWindow& window);
+// The same in a PNG file, for people to look at.
 bool SavePicture(wxWindow& window, const std::wstring& path);

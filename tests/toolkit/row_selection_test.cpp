@@ -2,113 +2,102 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <algorithm>
 
 namespace {
 
-using Ranges = std::vector<RowRange>;
+enum class Do { SelectOnly, Toggle, Extend, ExtendAndKeep, MoveCurrent, SelectAll, Clear, SetRows, InsertRows };
+
+struct Step {
+  Do What;
+  int Row = 0;
+  int Rows = 0;  // of InsertRows
+};
+
+void Apply(const Step& step, RowSelection& rows) {
+  switch (step.What) {
+    case Do::SelectOnly:
+      return rows.SelectOnly(step.Row);
+    case Do::Toggle:
+      return rows.Toggle(step.Row);
+    case Do::Extend:
+      return rows.Extend(step.Row, false);
+    case Do::ExtendAndKeep:
+      return rows.Extend(step.Row, true);
+    case Do::MoveCurrent:
+      return rows.MoveCurrent(step.Row);
+    case Do::SelectAll:
+      return rows.SelectAll();
+    case Do::Clear:
+      return rows.Clear();
+    case Do::SetRows:
+      return rows.SetRows(step.Row);
+    case Do::InsertRows:
+      return rows.InsertRows(step.Row, step.Rows);
+  }
+}
 
 struct Case {
   const char* What;
-  std::function<void(RowSelection&)> Change;
+  std::vector<Step> Steps;
   int Current;
-  Ranges Expected;
+  std::vector<RowRange> Expected;
 };
 
-// Each on ten rows, of which 3 was selected by a click, then 5 and 7 with Ctrl held.
+// On ten rows: a click has selected row 3, then clicks with Ctrl rows 5 and 7.
 const Case kCases[] = {
-    {"nothing", [](auto&) {}, 7, {{3, 3}, {5, 5}, {7, 7}}},
-    {"click", [](auto& rows) { rows.SelectOnly(1); }, 1, {{1, 1}}},
-    {"click beyond the rows", [](auto& rows) { rows.SelectOnly(10); }, 9, {{9, 9}}},
-    {"ctrl+click between joins", [](auto& rows) { rows.Toggle(4); }, 4, {{3, 5}, {7, 7}}},
-    {"ctrl+click again lets go", [](auto& rows) { rows.Toggle(5); }, 5, {{3, 3}, {7, 7}}},
-    {"shift+click", [](auto& rows) { rows.Extend(9, false); }, 9, {{7, 9}}},
-    {"ctrl+shift+click upwards", [](auto& rows) { rows.Extend(6, true); }, 6, {{3, 3}, {5, 7}}},
-    {"a longer drag grows, a shorter one shrinks",
-     [](auto& rows) {
-       rows.Extend(2, true);
-       rows.Extend(8, true);
-     },
-     8,
-     {{3, 3}, {5, 5}, {7, 8}}},
-    {"a hole in a range",
-     [](auto& rows) {
-       rows.SelectAll();
-       rows.Toggle(4);
-     },
-     4,
-     {{0, 3}, {5, 9}}},
-    {"select all keeps the current row", [](auto& rows) { rows.SelectAll(); }, 7, {{0, 9}}},
-    {"shift after select all starts at the anchor",
-     [](auto& rows) {
-       rows.SelectAll();
-       rows.Extend(8, false);
-     },
-     8,
-     {{7, 8}}},
-    {"rows on top", [](auto& rows) { rows.InsertRows(0, 4); }, 11, {{7, 7}, {9, 9}, {11, 11}}},
-    {"rows below the current one", [](auto& rows) { rows.InsertRows(8, 4); }, 7, {{3, 3}, {5, 5}, {7, 7}}},
-    {"rows at the current one", [](auto& rows) { rows.InsertRows(7, 4); }, 11, {{3, 3}, {5, 5}, {11, 11}}},
-    {"rows within a range",
-     [](auto& rows) {
-       rows.Extend(2, false);
-       rows.InsertRows(5, 4);
-     },
+    {"nothing", {}, 7, {{3, 3}, {5, 5}, {7, 7}}},
+    {"click", {{Do::SelectOnly, 1}}, 1, {{1, 1}}},
+    {"click beyond the rows", {{Do::SelectOnly, 10}}, 9, {{9, 9}}},
+    {"Ctrl joins neighbours", {{Do::Toggle, 4}}, 4, {{3, 5}, {7, 7}}},
+    {"Ctrl unselects", {{Do::Toggle, 5}}, 5, {{3, 3}, {7, 7}}},
+    {"Ctrl splits a range", {{Do::SelectAll}, {Do::Toggle, 4}}, 4, {{0, 3}, {5, 9}}},
+    {"Shift", {{Do::Extend, 9}}, 9, {{7, 9}}},
+    {"Ctrl and Shift upwards", {{Do::ExtendAndKeep, 6}}, 6, {{3, 3}, {5, 7}}},
+    {"a drag grows and shrinks", {{Do::ExtendAndKeep, 2}, {Do::ExtendAndKeep, 8}}, 8, {{3, 3}, {5, 5}, {7, 8}}},
+    {"an unselected row is not kept", {{Do::Toggle, 5}, {Do::ExtendAndKeep, 6}}, 6, {{3, 3}, {5, 7}}},
+    {"Shift drops what was kept", {{Do::Extend, 8}, {Do::ExtendAndKeep, 9}}, 9, {{7, 9}}},
+    {"a moved current row keeps all",
+     {{Do::Extend, 9}, {Do::MoveCurrent, 1}, {Do::ExtendAndKeep, 2}},
      2,
-     {{2, 4}, {9, 11}}},
-    {"rows on top move the anchor",
-     [](auto& rows) {
-       rows.InsertRows(0, 4);
-       rows.Extend(12, true);
-     },
+     {{1, 2}, {7, 9}}},
+    {"select all", {{Do::SelectAll}}, 7, {{0, 9}}},
+    {"select all keeps anchor, not ranges", {{Do::SelectAll}, {Do::ExtendAndKeep, 8}}, 8, {{7, 8}}},
+    {"select all without a current row", {{Do::Clear}, {Do::SelectAll}}, 0, {{0, 9}}},
+    {"cleared", {{Do::Clear}}, -1, {}},
+    {"clear drops what was kept", {{Do::Clear}, {Do::ExtendAndKeep, 2}}, 2, {{2, 2}}},
+    {"rows on top", {{Do::InsertRows, 0, 4}}, 11, {{7, 7}, {9, 9}, {11, 11}}},
+    {"rows below the current one", {{Do::InsertRows, 8, 4}}, 7, {{3, 3}, {5, 5}, {7, 7}}},
+    {"rows at the current one", {{Do::InsertRows, 7, 4}}, 11, {{3, 3}, {5, 5}, {11, 11}}},
+    {"rows within a range", {{Do::Extend, 2}, {Do::InsertRows, 5, 4}}, 2, {{2, 4}, {9, 11}}},
+    {"rows on top move anchor and kept ranges",
+     {{Do::InsertRows, 0, 4}, {Do::ExtendAndKeep, 12}},
      12,
      {{7, 7}, {9, 9}, {11, 12}}},
-    {"rows gone below the last selected", [](auto& rows) { rows.SetRows(8); }, 7, {{3, 3}, {5, 5}, {7, 7}}},
-    {"rows gone with a selected one", [](auto& rows) { rows.SetRows(7); }, 6, {{3, 3}, {5, 5}}},
-    {"rows gone within a range",
-     [](auto& rows) {
-       rows.Extend(2, false);
-       rows.SetRows(4);
-     },
-     2,
-     {{2, 3}}},
-    {"no rows", [](auto& rows) { rows.SetRows(0); }, -1, {}},
-    {"no rows, then all that a hand can do",
-     [](auto& rows) {
-       rows.SetRows(0);
-       rows.Toggle(0);
-       rows.Extend(1, true);
-       rows.SelectAll();
-       rows.SelectOnly(0);
-     },
+    {"rows gone below the selection", {{Do::SetRows, 8}}, 7, {{3, 3}, {5, 5}, {7, 7}}},
+    {"a selected row gone", {{Do::SetRows, 7}}, 6, {{3, 3}, {5, 5}}},
+    {"rows gone within a range", {{Do::Extend, 2}, {Do::SetRows, 4}}, 2, {{2, 3}}},
+    {"kept rows gone", {{Do::SetRows, 6}, {Do::ExtendAndKeep, 4}}, 4, {{3, 5}}},
+    {"gone rows do not come back", {{Do::SetRows, 6}, {Do::SetRows, 10}}, 5, {{3, 3}, {5, 5}}},
+    {"a negative count", {{Do::SetRows, -1}}, -1, {}},
+    {"no rows",
+     {{Do::SetRows, 0}, {Do::Toggle, 0}, {Do::ExtendAndKeep, 1}, {Do::SelectAll}, {Do::SelectOnly, 0}},
      -1,
      {}},
-    {"the current row alone", [](auto& rows) { rows.MoveCurrent(0); }, 0, {{3, 3}, {5, 5}, {7, 7}}},
-    {"cleared", [](auto& rows) { rows.Clear(); }, -1, {}},
-    {"extended from nothing",
-     [](auto& rows) {
-       rows.Clear();
-       rows.Extend(2, false);
-     },
-     2,
-     {{2, 2}}},
 };
 
-TEST(RowSelection, SelectsAsAHandDoes) {
+TEST(RowSelection, SelectsAsMouseAndKeysAsk) {
   for (const Case& test : kCases) {
     SCOPED_TRACE(test.What);
     RowSelection rows;
-    rows.SetRows(10);
-    rows.SelectOnly(3);
-    rows.Toggle(5);
-    rows.Toggle(7);
-    test.Change(rows);
+    for (const Step& step : {Step{Do::SetRows, 10}, {Do::SelectOnly, 3}, {Do::Toggle, 5}, {Do::Toggle, 7}})
+      Apply(step, rows);
+    for (const Step& step : test.Steps) Apply(step, rows);
     EXPECT_EQ(rows.GetCurrent(), test.Current);
     EXPECT_EQ(rows.GetRanges(), test.Expected);
     for (int row = -1; row <= rows.GetRows(); ++row) {
-      bool expected = false;
-      for (const RowRange& range : test.Expected) expected |= row >= range.First && row <= range.Last;
-      EXPECT_EQ(rows.Contains(row), expected) << row;
+      const auto holds = [row](const RowRange& range) { return row >= range.First && row <= range.Last; };
+      EXPECT_EQ(rows.Contains(row), std::any_of(test.Expected.begin(), test.Expected.end(), holds)) << row;
     }
   }
 }

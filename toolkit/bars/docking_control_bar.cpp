@@ -4,6 +4,7 @@
 #include <wx/settings.h>
 
 #include "toolkit/bars/docking_parts.h"
+#include "toolkit/system/make_child.h"
 
 CQORPMDIChildWnd::CQORPMDIChildWnd(wxWindow* parent) : wxPanel(parent) {}
 CQORPMDIChildWnd::~CQORPMDIChildWnd() = default;
@@ -143,7 +144,7 @@ bool CQORPDockingControlBar::LoadState(CQORPRegistry& settings, const std::wstri
 }
 
 CQORPMDIChildWnd* CQORPDockingControlBar::CreateTabbedFrame(wxWindow* parent) {
-  return std::make_unique<CQORPMDIChildWnd>(parent).release();
+  return &MakeChild<CQORPMDIChildWnd>(parent);
 }
 
 void CQORPDockingControlBar::SetFocus() {

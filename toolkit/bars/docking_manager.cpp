@@ -11,6 +11,7 @@
 
 #include "toolkit/bars/docking_parts.h"
 #include "toolkit/dialogs/controls.h"
+#include "toolkit/system/make_child.h"
 
 CQORPDockingManager::CQORPDockingManager(wxFrame& frame) : Parts(std::make_unique<Impl>(*this, frame)) {}
 CQORPDockingManager::~CQORPDockingManager() = default;
@@ -41,8 +42,7 @@ CQORPDockingManager::Impl::Impl(CQORPDockingManager& owner, wxFrame& frame)
     : Owner(owner), Frame(frame), Layout(frame) {
   constexpr long kTabStyle = wxAUI_NB_TOP | wxAUI_NB_TAB_MOVE | wxAUI_NB_TAB_SPLIT | wxAUI_NB_SCROLL_BUTTONS |
                              wxAUI_NB_CLOSE_ON_ACTIVE_TAB | wxAUI_NB_MIDDLE_CLICK_CLOSE;
-  // The frame owns its child windows.
-  Tabs = std::make_unique<wxAuiNotebook>(&frame, wxID_ANY, wxDefaultPosition, wxDefaultSize, kTabStyle).release();
+  Tabs = &MakeChild<wxAuiNotebook>(&frame, wxID_ANY, wxDefaultPosition, wxDefaultSize, kTabStyle);
   Layout.AddPane(Tabs, wxAuiPaneInfo().Name(L"tabs").CenterPane().PaneBorder(false));
   Layout.Update();
   BindEvents();
@@ -227,8 +227,7 @@ void DockingLayout::PlaceMiniFrame(const wxAuiPaneInfo& pane, const wxRect& rect
 }
 
 wxAuiFloatingFrame* DockingLayout::CreateFloatingFrame(wxWindow* parent, const wxAuiPaneInfo& pane) {
-  // The layout destroys it.
-  wxAuiFloatingFrame* frame = std::make_unique<MiniFrame>(parent, *this, pane).release();
+  wxAuiFloatingFrame* frame = &MakeChild<MiniFrame>(parent, *this, pane);
   // The smallest size is set behind this call.
   frame->CallAfter([frame] { frame->SetMinSize(kSmallestMiniFrame); });
   return frame;

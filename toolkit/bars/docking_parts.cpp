@@ -1,87 +1,18 @@
+// How a bar moves from one place to another; the event handlers of the manager are in docking_manager.cpp.
 #include "toolkit/bars/docking_parts.h"
 
-#include <wx/menu.h>
-
-#include <iterator>
-
-namespace {
-
-struct MenuRow {
-  BarCommand Command;
-  const wchar_t* Caption;
-};
-constexpr MenuRow kMenu[] = {
-    {BarCommand::Float, L"&Floating"},
-    {BarCommand::Dock, L"&Docking"},
-    {BarCommand::Tab, L"&Tabbed"},
-    {BarCommand::Hide, L"&Hide"},
-};
-constexpr int kFirstId = 1;
-
-void CloseBar(CQORPDockingControlBar& bar) {
-  if (!bar.IsMDITabbed()) {
-    bar.OnPressCloseButton();
-  } else if (bar.OnTabCloseButton() != 0) {
-    bar.ShowControlBar(false);
-  }
-}
-
-}  // namespace
-
-bool IsBarCommandChecked(const CQORPDockingControlBar& bar, BarCommand command) {
-  switch (command) {
-    case BarCommand::Float:
-      return bar.IsFloating();
-    case BarCommand::Dock:
-      return bar.IsDocked();
-    case BarCommand::Tab:
-      return bar.IsMDITabbed();
-    case BarCommand::Hide:
-      return !bar.IsBarShown();
-  }
-  return false;
-}
-
-void RunBarCommand(CQORPDockingControlBar& bar, BarCommand command, DockSide side) {
-  switch (command) {
-    case BarCommand::Float:
-      return bar.FloatControlBar(bar.GetFloatRect());
-    case BarCommand::Dock:
-      return bar.DockControlBar(side);
-    case BarCommand::Tab:
-      return bar.TabControlBar();
-    case BarCommand::Hide:
-      return CloseBar(bar);
-  }
-}
-
-void ShowBarMenu(CQORPDockingControlBar& bar, wxWindow& over, DockSide side, bool dockable) {
-  wxMenu menu;
-  for (const MenuRow& row : kMenu) {
-    const int id = kFirstId + static_cast<int>(row.Command);
-    const bool isState = row.Command != BarCommand::Hide;
-    menu.Append(id, row.Caption, wxEmptyString, isState ? wxITEM_CHECK : wxITEM_NORMAL);
-    if (isState) menu.Check(id, IsBarCommandChecked(bar, row.Command));
-    if (row.Command == BarCommand::Dock) menu.Enable(id, dockable);
-  }
-  const int chosen = over.GetPopupMenuSelectionFromUser(menu);
-  for (const MenuRow& row : kMenu)
-    if (chosen == kFirstId + static_cast<int>(row.Command) && !IsBarCommandChecked(bar, row.Command))
-      return RunBarCommand(bar, row.Command, side);
-}
-
-// How bars get from one place to another; the other half of the manager is docking_manager.cpp.
 #include <wx/display.h>
 #include <wx/sizer.h>
 
 #include <algorithm>
 #include <utility>
 
+#include "toolkit/bars/bar_menu.h"
+#include "toolkit/system/make_child.h"
+
 namespace {
 
-const wxRect kUsualFloatRect{100, 100, 530, 300};
 const wxSize kSmallestBar{60, 40};
-const wxSize kGrip{40, 24};
 
 struct SideRow {
   DockSide Side;
@@ -106,24 +37,16 @@ DockSide SideOf(int direction) {
   return DockSide::Left;
 }
 
-// Enough of the upper edge lies on the display for the mouse to take hold of it.
-bool CanBeHeld(const wxRect& rect, const wxRect& display) {
-  const wxRect grip = wxRect(rect.GetPosition(), wxSize(rect.width, kGrip.y)).Intersect(display);
-  return grip.width >= std::min(kGrip.x, rect.width) && grip.height >= kGrip.y / 2;
+ScreenRect FromWx(const wxRect& rect) {
+  return {rect.x, rect.y, rect.width, rect.height};
 }
 
-// A rectangle that can be seen and taken hold of: one with an area, not larger than all displays, on one that is there.
 wxRect UsableRect(const wxRect& rect) {
-  if (rect.width <= 0 || rect.height <= 0) return kUsualFloatRect;
-  wxRect all;
-  bool held = false;
-  for (unsigned i = 0; i < wxDisplay::GetCount(); ++i) {
-    all.Union(wxDisplay(i).GetGeometry());
-    held = held || CanBeHeld(rect, wxDisplay(i).GetClientArea());
-  }
-  wxSize size = rect.GetSize();
-  if (!all.IsEmpty()) size.DecTo(all.GetSize());
-  return {held ? rect.GetPosition() : kUsualFloatRect.GetPosition(), size};
+  std::vector<DisplayArea> displays;
+  for (unsigned i = 0; i < wxDisplay::GetCount(); ++i)
+    displays.push_back({FromWx(wxDisplay(i).GetGeometry()), FromWx(wxDisplay(i).GetClientArea())});
+  const ScreenRect usable = UsableFloatRect(FromWx(rect), displays);
+  return {usable.Left, usable.Top, usable.Width, usable.Height};
 }
 
 }  // namespace
@@ -264,9 +187,8 @@ void CQORPDockingManager::Impl::OpenPage(CQORPDockingControlBar& bar) {
   CQORPMDIChildWnd* page = bar.CreateTabbedFrame(Tabs);
   page->Bar = &bar;
   bar.Reparent(page);
-  auto sizer = std::make_unique<wxBoxSizer>(wxVERTICAL);
-  sizer->Add(&bar, wxSizerFlags(1).Expand());
-  page->SetSizer(sizer.release());
+  page->SetSizer(&MakeChild<wxBoxSizer>(wxVERTICAL));
+  page->GetSizer()->Add(&bar, wxSizerFlags(1).Expand());
   bar.Parts->Page = page;
   bar.Show();
   Tabs->AddPage(page, bar.GetBarTitle(), true);

@@ -3,7 +3,7 @@
 #include <wx/menu.h>
 #include <wx/window.h>
 
-#include <memory>
+#include "toolkit/system/make_child.h"
 
 namespace {
 
@@ -41,10 +41,9 @@ class ContextMenu {
         level.AppendSeparator();
         break;
       case CQORPMenuItem::Kind::Submenu: {
-        auto submenu = std::make_unique<wxMenu>();
-        wxMenu* inner = submenu.get();
-        level.AppendSubMenu(submenu.release(), item.Text);  // belongs to the menu
-        return inner;
+        wxMenu& submenu = MakeChild<wxMenu>();
+        level.AppendSubMenu(&submenu, item.Text);
+        return &submenu;
       }
       case CQORPMenuItem::Kind::Command:
         Update(*level.Append(id, item.Text), item.Id);

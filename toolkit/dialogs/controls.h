@@ -1,7 +1,8 @@
-// CQORPButton: a push button that does one thing.
+// The controls that dialogs are made of: push button, static text, check list box.
 #pragma once
 
 #include <wx/button.h>
+#include <wx/checklst.h>
 #include <wx/window.h>
 
 #include <cstdint>
@@ -10,8 +11,10 @@
 #include <string>
 
 #include "toolkit/model/cell_colors.h"
+#include "toolkit/model/check_list.h"
 #include "toolkit/system/toolkit_export.h"
 
+// A push button with one action.
 class TOOLKIT_EXPORT CQORPButton : public wxButton {
  public:
   // & stands before the letter that presses it.
@@ -42,4 +45,27 @@ class TOOLKIT_EXPORT CQORPStatic : public wxWindow {
   std::optional<ColorRef> Color;
   int PaintCount = 0;
   bool ToolTipLeft = false;
+};
+
+// A list of texts with check boxes, of which one item is selected.
+class TOOLKIT_EXPORT CQORPCheckListBox : public wxCheckListBox, public CheckList {
+ public:
+  // The name is what a screen reader says of the list.
+  CQORPCheckListBox(wxWindow* parent, int id, const std::wstring& name);
+
+  int GetItemCount() const override { return static_cast<int>(GetCount()); }
+  std::wstring GetItemText(int index) const override;
+  bool GetCheck(int index) const override;
+  void SetCheck(int index, bool checked) override;
+  void DeleteItem(int index) override;
+  void InsertItem(int index, const std::wstring& text) override;
+  int GetCurSel() const override { return GetSelection(); }
+  void SetCurSel(int index) override;
+
+  // The user checked or cleared an item, which is the selected one by then.
+  std::function<void()> OnCheckChange;
+
+ private:
+  void OnKey(wxKeyEvent& event);
+  bool IsItem(int index) const { return index >= 0 && index < GetItemCount(); }
 };

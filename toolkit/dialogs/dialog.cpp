@@ -5,7 +5,8 @@
 #include <wx/sizer.h>
 
 #include <algorithm>
-#include <memory>
+
+#include "toolkit/system/make_child.h"
 
 namespace {
 
@@ -39,7 +40,7 @@ bool CQORPDialog::CreateChild(wxWindow* parent, int id, int widthUnits, int heig
 bool CQORPDialog::CreateModal(wxWindow* parent, const std::wstring& caption, int widthUnits, int heightUnits,
                               std::span<const DialogControl> controls) {
   constexpr long kStyle = wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER;
-  Window = std::make_unique<wxDialog>(parent, wxID_ANY, caption, wxDefaultPosition, wxDefaultSize, kStyle).release();
+  Window = &MakeChild<wxDialog>(parent, wxID_ANY, caption, wxDefaultPosition, wxDefaultSize, kStyle);
   if (!CreateIn(Window, wxID_ANY, {widthUnits, heightUnits}, controls)) return false;
   Window->SetClientSize(GetSize());
   Window->SetMinSize(Window->GetSize());
@@ -78,8 +79,7 @@ bool CQORPDialog::CreateIn(wxWindow* parent, int id, const wxSize& units, std::s
   SetSize(ConvertDialogToPixels(units));
   for (const DialogControl& control : controls) {
     const wxRect place = FromDialogUnits({control.X, control.Y, control.Width, control.Height});
-    // The dialog owns its child windows.
-    Statics.push_back(std::make_unique<CQORPStatic>(this, control.Id, control.Text, place).release());
+    Statics.push_back(&MakeChild<CQORPStatic>(this, control.Id, control.Text, place));
   }
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     event.Skip();

@@ -11,10 +11,10 @@
 #include <wx/stattext.h>
 
 #include <cwctype>
-#include <memory>
 
 #include "toolkit/model/message_buttons.h"
 #include "toolkit/start/toolkit_start.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
@@ -35,12 +35,6 @@ constexpr IconRow kIcons[] = {
     {0x30, "wxART_WARNING"},
     {0x40, "wxART_INFORMATION"},
 };
-
-// A child window belongs to its parent.
-template <typename Control, typename... Arguments>
-Control* MakeChild(Arguments&&... arguments) {
-  return std::make_unique<Control>(std::forward<Arguments>(arguments)...).release();
-}
 
 class MessageDialog : public wxDialog {
  public:
@@ -71,10 +65,10 @@ MessageDialog::MessageDialog(CQORPMessageBox& box, MessageButtons buttons) : Box
                    WindowStyle(Shown));
   if ((box.Style & kRightToLeft) != 0) SetLayoutDirection(wxLayout_RightToLeft);
   SetEscapeId(wxID_NONE);
-  SetSizer(std::make_unique<wxBoxSizer>(wxVERTICAL).release());
+  SetSizer(&MakeChild<wxBoxSizer>(wxVERTICAL));
   GetSizer()->Add(MakeMessage(box), wxSizerFlags(1).Expand().Border(wxALL, kMarginPx));
   if (box.WithCheck) {
-    Check = MakeChild<wxCheckBox>(this, wxID_ANY, box.CheckCaption);
+    Check = &MakeChild<wxCheckBox>(this, wxID_ANY, box.CheckCaption);
     Check->SetValue(box.Checked);
     GetSizer()->Add(Check, wxSizerFlags().Border(wxLEFT | wxRIGHT | wxBOTTOM, kMarginPx));
   }
@@ -88,25 +82,25 @@ MessageDialog::MessageDialog(CQORPMessageBox& box, MessageButtons buttons) : Box
 }
 
 wxSizer* MessageDialog::MakeMessage(const CQORPMessageBox& box) {
-  auto row = std::make_unique<wxBoxSizer>(wxHORIZONTAL);
+  wxSizer& row = MakeChild<wxBoxSizer>(wxHORIZONTAL);
   if (const wxBitmap icon = IconOf(box); icon.IsOk())
-    row->Add(MakeChild<wxStaticBitmap>(this, wxID_ANY, icon), wxSizerFlags().Border(wxRIGHT, kMarginPx));
-  auto* text = MakeChild<wxStaticText>(this, wxID_ANY, wxString());
-  text->SetLabelText(box.Text);
-  text->Wrap(FromDIP(kTextWidthPx));
-  row->Add(text, wxSizerFlags(1).Centre());
-  return row.release();
+    row.Add(&MakeChild<wxStaticBitmap>(this, wxID_ANY, icon), wxSizerFlags().Border(wxRIGHT, kMarginPx));
+  wxStaticText& text = MakeChild<wxStaticText>(this, wxID_ANY, wxString());
+  text.SetLabelText(box.Text);
+  text.Wrap(FromDIP(kTextWidthPx));
+  row.Add(&text, wxSizerFlags(1).Centre());
+  return &row;
 }
 
 wxSizer* MessageDialog::MakeButtons() {
-  auto row = std::make_unique<wxBoxSizer>(wxHORIZONTAL);
+  wxSizer& row = MakeChild<wxBoxSizer>(wxHORIZONTAL);
   for (const MessageButton& shown : Shown.Buttons) {
-    auto* button = MakeChild<wxButton>(this, wxID_ANY, shown.Caption);
-    button->Bind(wxEVT_BUTTON, [this, id = shown.Id](wxCommandEvent&) { EndModal(id); });
-    row->Add(button, wxSizerFlags().Border(wxLEFT, Buttons.empty() ? 0 : kMarginPx / 2));
-    Buttons.push_back(button);
+    wxButton& button = MakeChild<wxButton>(this, wxID_ANY, shown.Caption);
+    button.Bind(wxEVT_BUTTON, [this, id = shown.Id](wxCommandEvent&) { EndModal(id); });
+    row.Add(&button, wxSizerFlags().Border(wxLEFT, Buttons.empty() ? 0 : kMarginPx / 2));
+    Buttons.push_back(&button);
   }
-  return row.release();
+  return &row;
 }
 
 wxBitmap MessageDialog::IconOf(const CQORPMessageBox& box) const {

@@ -7,9 +7,9 @@
 #include <wx/stattext.h>
 
 #include <algorithm>
-#include <memory>
 
 #include "toolkit/start/toolkit_start.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
@@ -39,7 +39,7 @@ CQORPPopupWindow::CQORPPopupWindow(wxWindow* parent, const std::wstring& caption
     : wxFrame(parent, wxID_ANY, caption, wxDefaultPosition, wxDefaultSize, kStyle), Params(params) {
   SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_INFOBK));
   SetForegroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT));
-  SetSizer(std::make_unique<wxBoxSizer>(wxVERTICAL).release());
+  SetSizer(&MakeChild<wxBoxSizer>(wxVERTICAL));
   if (!caption.empty()) AddLine(caption, true);
   AddLine(text, false);
   GetSizer()->AddSpacer(kMarginPx);
@@ -50,14 +50,13 @@ CQORPPopupWindow::CQORPPopupWindow(wxWindow* parent, const std::wstring& caption
 }
 
 void CQORPPopupWindow::AddLine(const std::wstring& text, bool isCaption) {
-  // The frame owns its child windows.
-  wxStaticText* line = std::make_unique<wxStaticText>(this, wxID_ANY, wxEmptyString).release();
-  line->SetForegroundColour(GetForegroundColour());
-  line->SetLabelText(text);
-  if (isCaption) line->SetFont(Params.SmallCaption ? line->GetFont().Smaller() : line->GetFont().Bold());
-  line->Wrap(kTextWidthPx);
-  line->Bind(wxEVT_LEFT_UP, [this](wxMouseEvent&) { Close(true); });
-  GetSizer()->Add(line, wxSizerFlags().Border(wxLEFT | wxTOP | wxRIGHT, kMarginPx));
+  wxStaticText& line = MakeChild<wxStaticText>(this, wxID_ANY, wxEmptyString);
+  line.SetForegroundColour(GetForegroundColour());
+  line.SetLabelText(text);
+  if (isCaption) line.SetFont(Params.SmallCaption ? line.GetFont().Smaller() : line.GetFont().Bold());
+  line.Wrap(kTextWidthPx);
+  line.Bind(wxEVT_LEFT_UP, [this](wxMouseEvent&) { Close(true); });
+  GetSizer()->Add(&line, wxSizerFlags().Border(wxLEFT | wxTOP | wxRIGHT, kMarginPx));
 }
 
 void CQORPPopupWindow::ShowInCorner() {
@@ -84,7 +83,7 @@ void ShowCQORPPopupWindow(wxWindow* parent, const std::wstring& caption, const s
                           const CQORPPopupWndParams& params) {
   if (!StartToolkit()) return;
   // It destroys itself when it closes.
-  std::make_unique<CQORPPopupWindow>(parent, caption, text, params).release()->ShowInCorner();
+  MakeChild<CQORPPopupWindow>(parent, caption, text, params).ShowInCorner();
 }
 
 namespace {

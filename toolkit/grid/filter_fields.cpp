@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "toolkit/system/make_child.h"
 #include "toolkit/system/native_windows.h"
 
 namespace {
@@ -29,7 +30,7 @@ class FieldAccessible : public wxAccessible {
 };
 
 void NameField(wxWindow& field, const std::wstring& name) {
-  field.SetAccessible(std::make_unique<FieldAccessible>(field, name).release());  // belongs to the field
+  field.SetAccessible(&MakeChild<FieldAccessible>(field, name));
 }
 #else
 void NameField(wxWindow& field, const std::wstring& name) {
@@ -62,7 +63,7 @@ bool IsForProgram(const wxKeyEvent& event) {
 // Hidden, the field stands in the grid itself: wxGTK 3.2 scrolls the hidden windows in a header too, of which GTK 3.24
 // complains.
 void GridFilterBar::MakeField() {
-  Field = new wxTextCtrl;
+  Field = &MakeChild<wxTextCtrl>();
   Field->Hide();
   Field->Create(&Owner, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                 wxBORDER_NONE | wxTE_PROCESS_ENTER | wxTE_PROCESS_TAB);

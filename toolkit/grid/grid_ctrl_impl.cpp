@@ -9,6 +9,7 @@
 
 #include "toolkit/grid/grid_state.h"
 #include "toolkit/model/copy_text.h"
+#include "toolkit/system/make_child.h"
 #include "toolkit/system/native_windows.h"
 
 namespace {
@@ -29,7 +30,7 @@ void CQORPGridCtrl::Impl::MakeView() {
     Filters.LeaveFrozenWindow();
   };
   listener.ColumnsMoved = [this] { Filters.Follow(); };
-  View = new GridView(Owner, State, std::move(listener));
+  View = &MakeChild<GridView>(Owner, State, std::move(listener));
   Rows.SetView(*View);
   Header.SetView(*View);
   Filters.SetView(*View);
@@ -120,7 +121,7 @@ bool CopyRows(const GridState& state) {
   CQORPGridCell scratch;
   const CopiedRows copied = CopyAsTextAndHtml(RowsOf(state, scratch), wxString(wxTextFile::GetEOL()).ToStdWstring());
   auto data = std::make_unique<wxDataObjectComposite>();
-  data->Add(std::make_unique<wxTextDataObject>(copied.Text).release(), true);
+  data->Add(&MakeChild<wxTextDataObject>(copied.Text), true);
   data->Add(HtmlForClipboard(copied.Html).release());
   return PutOntoClipboard(std::move(data));
 }

@@ -45,40 +45,14 @@ void GridHeaderInput::StopDragging() {
   View->RepaintHeader();
 }
 
-// Frozen headers cover those that are scrolled under them.
-int GridHeaderInput::PlaceUnder(int x) const {
-  for (int place = 0; place < View->Table().GetNumberCols(); ++place) {
-    const GridView::Span span = View->SpanOf(place);
-    if (x >= span.Left && x < span.Right) return place;
-  }
-  return -1;
-}
-
 int GridHeaderInput::PlaceOfEdgeAt(int x) const {
-  const int edge = View->FromDIP(kEdgePx);
-  const int frozen = View->FrozenWidth();
-  for (int place = View->Table().GetNumberCols() - 1; place >= 0; --place) {
-    const int right = View->SpanOf(place).Right;
-    if (std::abs(x - right) <= edge && right >= frozen) return place;
-  }
-  const int place = PlaceUnder(x);
-  return place >= 0 && View->SpanOf(place).Right - x <= edge ? place : -1;
-}
-
-int GridHeaderInput::DropPlaceAt(int x) const {
-  const int count = View->Table().GetNumberCols();
-  for (int place = 0; place < count; ++place) {
-    const GridView::Span span = View->SpanOf(place);
-    if (x < View->FrozenWidth() && span.Left >= View->FrozenWidth()) return place;
-    if (x < (span.Left + span.Right) / 2) return place;
-  }
-  return count;
+  return View->Strip().PlaceOfEdgeAt(x, View->FromDIP(kEdgePx));
 }
 
 void GridHeaderInput::OnLeftDown(wxMouseEvent& event, wxWindow& window) {
   const int x = View->StripX(window, event.GetX());
   const int edge = PlaceOfEdgeAt(x);
-  const int place = edge >= 0 ? edge : PlaceUnder(x);
+  const int place = edge >= 0 ? edge : View->Strip().PlaceAt(x);
   if (place < 0) return;
   Column = View->Table().ColumnAt(place);
   if (edge < 0 && event.GetY() >= View->TitleHeight()) {
@@ -108,7 +82,7 @@ void GridHeaderInput::DragTo(int x) {
     if (x >= View->StripWidth()) View->ScrollColumns(kScrollSteps);
     if (x < 0) View->ScrollColumns(-kScrollSteps);
     State.DraggedColumn = Column;
-    State.DropPlace = DropPlaceAt(x);
+    State.DropPlace = View->Strip().DropPlaceAt(x);
     View->RepaintHeader();
   }
 }
@@ -123,7 +97,7 @@ void GridHeaderInput::ResizeTo(int widthPx) {
 void GridHeaderInput::OnLeftUp(wxMouseEvent& event, wxWindow& window) {
   const Action done = Doing;
   const int column = Column;
-  const int place = DropPlaceAt(View->StripX(window, event.GetX()));
+  const int place = View->Strip().DropPlaceAt(View->StripX(window, event.GetX()));
   StopDragging();
   if (done == Action::Move) View->CallAfter([this, column, place] { Drop(column, place); });
   if (done == Action::Resize)
@@ -201,13 +175,7 @@ bool GridHeaderInput::OnKey(const wxKeyEvent& event) {
 }
 
 void GridHeaderInput::Drop(int column, int place) {
-  const std::vector<int>& shown = View->Table().Columns();
-  const int from = View->Table().PlaceOf(column);
-  const auto locked = std::ranges::count_if(shown, [this](int other) { return State.Columns.GetColumnLocked(other); });
-  if (from < 0 || place == from || place == from + 1) return;
-  const bool wasLocked = State.Columns.GetColumnLocked(column);
-  State.Columns.SetColumnLocked(column, place < locked || (wasLocked && place == locked));
-  State.Columns.SetColumnDisplayPos(place > from ? place - 1 : place, column);
+  if (!State.Columns.DropColumn(place, column)) return;
   View->ApplyState();
   Owner.OnColumnsChanged();
 }

@@ -1,6 +1,5 @@
-// GridHeaderInput: what the mouse does to the headers of a grid: a click sorts, with Ctrl it selects the column, the
-// right edge resizes, a drag moves the column, among the locked ones as a locked one. A press on a field of the filter
-// bar edits it. Painting is not here: grid_painting.h.
+// GridHeaderInput: mouse and keys on the headers of a grid. A click sorts, Ctrl and a click selects the column, the
+// right edge resizes it, a drag moves it; a press on a field of the filter bar edits the field.
 #pragma once
 
 #include <wx/event.h>
@@ -16,13 +15,13 @@ class GridHeaderInput {
 
   // The view must outlive the input's use.
   void SetView(GridView& view) { View = &view; }
-  // A window that headers are painted in.
+  // Handles the mouse in a window of headers.
   void Attach(wxWindow& header);
-  // True for a key of its own.
+  // True if the key was handled.
   bool OnKey(const wxKeyEvent& event);
-  // Without a current column in view the first one becomes it.
+  // Makes the first column the current one if none is visible.
   void EnsureCurrentColumn();
-  // Forgets what the button was pressed on.
+  // Cancels a press or a drag.
   void StopDragging();
 
  private:
@@ -39,16 +38,14 @@ class GridHeaderInput {
   void DragTo(int x);
   void ResizeTo(int widthPx);
   void Drop(int column, int place);
-  int PlaceUnder(int x) const;     // -1 for none
-  int PlaceOfEdgeAt(int x) const;  // of the column that ends there; -1 for none
-  int DropPlaceAt(int x) const;
+  int PlaceOfEdgeAt(int x) const;
 
   CQORPGridCtrl& Owner;
   GridState& State;
   GridFilterBar& Filters;
   GridView* View = nullptr;
 
-  // From press to release; x counts along the strip of all headers.
+  // From press to release; x is that of the ColumnStrip.
   Action Doing = Action::None;
   wxWindow* Captured = nullptr;
   int Column = -1;

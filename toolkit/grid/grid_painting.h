@@ -10,6 +10,7 @@
 #include <unordered_map>
 
 #include "toolkit/grid/grid_state.h"
+#include "toolkit/system/make_child.h"
 
 // GridCells: paints the cells of a grid. FittedTexts: texts cut to the width of their cell.
 
@@ -38,7 +39,7 @@ class GridCells : public wxGridCellRenderer {
   void Draw(wxGrid& grid, wxGridCellAttr& attr, wxDC& dc, const wxRect& rect, int row, int place,
             bool isSelected) override;
   wxSize GetBestSize(wxGrid& grid, wxGridCellAttr& attr, wxDC& dc, int row, int place) override;
-  wxGridCellRenderer* Clone() const override { return new GridCells(Owner, State, Table); }
+  wxGridCellRenderer* Clone() const override { return &MakeChild<GridCells>(Owner, State, Table); }
   void FontChanged() { Texts.Forget(); }
 
  private:

@@ -83,8 +83,9 @@ void GridRowsInput::ShowChange(const RowSelection& before) {
 void GridRowsInput::SetCurrentColumn(const wxWindow& window, int x) {
   const int before = State.CurrentColumn;
   const int stripX = View->StripX(window, x);
+  const ColumnStrip strip = View->Strip();
   for (int place = 0; place < View->Table().GetNumberCols(); ++place) {
-    const GridView::Span span = View->SpanOf(place);
+    const ColumnSpan& span = strip.SpanOf(place);
     if (stripX >= span.Left && stripX < span.Right) State.CurrentColumn = View->Table().ColumnAt(place);
   }
   if (State.CurrentColumn != before) View->RepaintHeader();

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "toolkit/system/make_child.h"
+
 namespace {
 
 constexpr int kColumnStepPx = 10;
@@ -28,8 +30,8 @@ GridView::GridView(CQORPGridCtrl& owner, GridState& state, Listener listener)
       State(state),
       Told(std::move(listener)),
       Header(*this, state) {
-  Cells.Table = new GridTable(State);
-  Cells.Renderer = new GridCells(Owner, State, *Cells.Table);
+  Cells.Table = &MakeChild<GridTable>(State);
+  Cells.Renderer = &MakeChild<GridCells>(Owner, State, *Cells.Table);
   SetTable(Cells.Table, true, wxGridSelectNone);
   SetDefaultRenderer(Cells.Renderer);
   EnableEditing(false);
@@ -123,11 +125,8 @@ int GridView::WantedFrozen() const {
   const std::vector<int>& columns = Table().Columns();
   const auto locked =
       std::ranges::count_if(columns, [this](int column) { return State.Columns.GetColumnLocked(column); });
-  const int wanted = std::max(State.FreezeCount, static_cast<int>(locked));
-  int count = std::clamp(wanted, 0, std::max(m_numCols - 1, 0));
-  const int room = StripWidth() - FromDIP(kLeastScrolledPx);
-  while (count > 0 && GetColLeft(count - 1) + GetColWidth(count - 1) >= room) --count;
-  return count;
+  return CountFrozen(ColumnWidths(), std::max(State.FreezeCount, static_cast<int>(locked)),
+                     StripWidth() - FromDIP(kLeastScrolledPx));
 }
 
 void GridView::ApplyFreeze() {
@@ -197,7 +196,8 @@ void GridView::ShowRow(int row) {
 void GridView::ShowColumn(int column) {
   const int place = Table().PlaceOf(column);
   if (place < 0 || IsFrozenPlace(place)) return;
-  const int left = SpanOf(place).Left - FrozenWidth();
+  const ColumnStrip strip = Strip();
+  const int left = strip.SpanOf(place).Left - strip.FrozenWidth();
   const int beyond = left + GetColWidth(place) - GetGridWindow()->GetClientSize().x;
   if (left < 0) ScrollColumns(-((kColumnStepPx - 1 - left) / kColumnStepPx));
   if (left > 0 && beyond > 0) ScrollColumns(std::min(left, beyond + kColumnStepPx - 1) / kColumnStepPx);
@@ -218,17 +218,14 @@ int GridView::RowAtHeight(int y) const {
   return GetViewStart().y + (y >= 0 ? y / height : -1 - (-y - 1) / height);
 }
 
-int GridView::ScrolledPx() const {
-  return GetViewStart().x * kColumnStepPx;
+std::vector<int> GridView::ColumnWidths() const {
+  std::vector<int> widths;
+  for (int place = 0; place < m_numCols; ++place) widths.push_back(GetColWidth(place));
+  return widths;
 }
 
-GridView::Span GridView::SpanOf(int place) const {
-  const int left = GetColLeft(place) - (IsFrozenPlace(place) ? 0 : ScrolledPx());
-  return {left, left + GetColWidth(place)};
-}
-
-int GridView::FrozenWidth() const {
-  return m_numFrozenCols > 0 ? SpanOf(m_numFrozenCols - 1).Right : 0;
+ColumnStrip GridView::Strip() const {
+  return {ColumnWidths(), m_numFrozenCols, GetViewStart().x * kColumnStepPx};
 }
 
 int GridView::StripX(const wxWindow& header, int x) const {
@@ -270,8 +267,9 @@ wxRect GridView::FieldSpace(int column) const {
 wxRect GridView::SpaceOf(int column, int top, int height) const {
   const int place = Table().PlaceOf(column);
   if (place < 0) return {};
-  const Span span = SpanOf(place);
-  const int shift = IsFrozenPlace(place) ? 0 : FrozenWidth();
+  const ColumnStrip strip = Strip();
+  const ColumnSpan span = strip.SpanOf(place);
+  const int shift = IsFrozenPlace(place) ? 0 : strip.FrozenWidth();
   return {span.Left - shift, top, span.Right - span.Left, height};
 }
 

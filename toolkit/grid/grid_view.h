@@ -10,6 +10,7 @@
 
 #include "toolkit/grid/grid_painting.h"
 #include "toolkit/grid/grid_state.h"
+#include "toolkit/model/column_strip.h"
 
 class GridView : public wxGrid {
  public:
@@ -41,14 +42,9 @@ class GridView : public wxGrid {
   // The row at that height of a window of rows, also above, below and behind all rows: then none of them.
   int RowAtHeight(int y) const;
 
-  // The horizontal place of a header in the strip of all headers, from the left edge of the first one, as it is seen
-  // now.
-  struct Span {
-    int Left = 0;
-    int Right = 0;
-  };
-  Span SpanOf(int place) const;
-  int FrozenWidth() const;
+  // The headers as the user sees them now.
+  ColumnStrip Strip() const;
+  // From an x of a header window to that of the strip.
   int StripX(const wxWindow& header, int x) const;
   int StripWidth() const;
 
@@ -80,10 +76,10 @@ class GridView : public wxGrid {
   wxRect InView(int column, wxRect rect) const;
   wxRect SpaceOf(int column, int top, int height) const;
   int WantedFrozen() const;
+  std::vector<int> ColumnWidths() const;
   void ApplyFreeze();
   void FreezeQuickly(int count);
   void ApplyHeaderSizes();
-  int ScrolledPx() const;
 
   CQORPGridCtrl& Owner;
   GridState& State;

@@ -1,5 +1,6 @@
 #include "toolkit/model/bar_place.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -10,7 +11,7 @@ constexpr std::array<std::wstring_view, 3> kStates = {L"floating", L"docked", L"
 constexpr std::array<std::wstring_view, 4> kSides = {L"left", L"right", L"top", L"bottom"};
 constexpr std::array<std::wstring_view, 2> kFlags = {L"0", L"1"};
 
-// What window systems count in: 16 bits with a sign.
+// Window systems use signed 16-bit coordinates.
 constexpr int kFarthest = 32767;
 constexpr int kLargestProportion = 100'000'000;
 
@@ -30,7 +31,7 @@ constexpr NumberField kDockFields[] = {
     {&BarPlace::DockWidth, 1, kFarthest}, {&BarPlace::DockHeight, 1, kFarthest},
 };
 
-// Takes fields off the front of a line; after the first that does not fit, Ok stays false.
+// Reads the fields of a line from left to right. Ok stays false after the first invalid field.
 class FieldReader {
  public:
   explicit FieldReader(std::wstring_view text) : Rest(text) {}
@@ -108,4 +109,41 @@ std::optional<BarPlace> ParseBarPlace(std::wstring_view text) {
   Read(reader, place, kDockFields);
   if (!reader.Ok || !reader.AtEnd()) return std::nullopt;
   return place;
+}
+
+namespace {
+
+constexpr ScreenRect kUsualFloatRect{100, 100, 530, 300};
+constexpr int kGripWidth = 40, kGripHeight = 24;
+
+int Overlap(int start, int length, int otherStart, int otherLength) {
+  return std::min(start + length, otherStart + otherLength) - std::max(start, otherStart);
+}
+
+bool CanBeGripped(const ScreenRect& rect, const ScreenRect& display) {
+  return Overlap(rect.Left, rect.Width, display.Left, display.Width) >= std::min(kGripWidth, rect.Width) &&
+         Overlap(rect.Top, kGripHeight, display.Top, display.Height) >= kGripHeight / 2;
+}
+
+// The extent of all displays together along one axis.
+int ExtentOf(std::span<const DisplayArea> displays, int ScreenRect::*start, int ScreenRect::*length) {
+  int first = displays.front().Whole.*start, end = first;
+  for (const auto& [whole, usable] : displays) {
+    first = std::min(first, whole.*start);
+    end = std::max(end, whole.*start + whole.*length);
+  }
+  return end - first;
+}
+
+}  // namespace
+
+ScreenRect UsableFloatRect(const ScreenRect& wanted, std::span<const DisplayArea> displays) {
+  if (wanted.Width <= 0 || wanted.Height <= 0) return kUsualFloatRect;
+  ScreenRect rect = wanted;
+  const auto holds = [&wanted](const DisplayArea& display) { return CanBeGripped(wanted, display.Usable); };
+  if (std::ranges::none_of(displays, holds)) rect.Left = kUsualFloatRect.Left, rect.Top = kUsualFloatRect.Top;
+  if (displays.empty()) return rect;
+  rect.Width = std::min(rect.Width, ExtentOf(displays, &ScreenRect::Left, &ScreenRect::Width));
+  rect.Height = std::min(rect.Height, ExtentOf(displays, &ScreenRect::Top, &ScreenRect::Height));
+  return rect;
 }

@@ -1,4 +1,5 @@
-// BarPlace: where a docking bar stands, as a value, and the one line of text that the settings keep of it. No window.
+// BarPlace: the place of a docking bar as a value, its line of text in the settings, and where on the screen a floating
+// bar may stand.
 //
 //   line  := "1" ";" state ";" shown ";" left ";" top ";" width ";" height ";" side ";" layer ";" row ";" position ";"
 //            proportion ";" dock-width ";" dock-height
@@ -6,6 +7,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -30,3 +32,18 @@ std::wstring BarPlaceText(const BarPlace& place);
 
 // Empty for any text that BarPlaceText cannot have written: a field too few or too many, a word or number out of range.
 std::optional<BarPlace> ParseBarPlace(std::wstring_view text);
+
+// A rectangle in pixels of the screen.
+struct ScreenRect {
+  int Left = 0, Top = 0, Width = 0, Height = 0;
+  bool operator==(const ScreenRect&) const = default;
+};
+
+struct DisplayArea {
+  ScreenRect Whole;
+  ScreenRect Usable;  // without the system's own bars
+};
+
+// The wanted rectangle if the user can see it and grip its upper edge with the mouse on one of the displays, otherwise
+// one of the same size at the usual place; never larger than all displays together. The usual one for no area.
+ScreenRect UsableFloatRect(const ScreenRect& wanted, std::span<const DisplayArea> displays);

@@ -83,7 +83,7 @@ std::vector<int> CQORPGridColumnsInfo::DisplayColumns() const {
   return shown;
 }
 
-// A neighbour of the same kind, locked or not, is what the new place is measured by: the two kinds never mix.
+// The new place is relative to a neighbour of the same kind, locked or not, as the two kinds never mix.
 void CQORPGridColumnsInfo::SetColumnDisplayPos(int place, int column) {
   const Column* moved = Find(column);
   if (moved == nullptr) return;
@@ -100,7 +100,17 @@ void CQORPGridColumnsInfo::SetColumnDisplayPos(int place, int column) {
   Order.insert(place < end ? at : at + 1, column);
 }
 
-// Locked columns come first from here on, as they stand on the screen: an order that holds already changes nothing.
+bool CQORPGridColumnsInfo::DropColumn(int place, int column) {
+  const std::vector<int> shown = DisplayColumns();
+  const int from = GetColumnOrder(column);
+  if (from < 0 || place == from || place == from + 1) return false;
+  const auto locked = std::ranges::count_if(shown, [this](int other) { return Find(other)->Locked; });
+  SetColumnLocked(column, place < locked || (GetColumnLocked(column) && place == locked));
+  SetColumnDisplayPos(place > from ? place - 1 : place, column);
+  return true;
+}
+
+// Locked columns come first, as on the screen, so that setting the present order is a no-op.
 void CQORPGridColumnsInfo::SetColumnOrderArray(const std::vector<int>& order) {
   std::vector<int> wanted;
   const auto add = [this, &wanted](int column) {

@@ -1,6 +1,6 @@
-// CQORPGridColumnsInfo: the columns of a grid as values: titles, widths, which are shown, locked, sorted and selected,
-// and their order on the screen. Column indexes never change; an index that is none is passed over and answers with
-// nothing.
+// CQORPGridColumnsInfo: the columns of a grid as values: titles, widths, order on the screen, and which are visible,
+// locked, sorted and selected. Column indexes never change. An invalid index is ignored; its getters return an empty
+// value.
 #pragma once
 
 #include <string>
@@ -8,12 +8,12 @@
 
 class CQORPGridColumnsInfo {
  public:
-  // Puts the column at that index, behind all others on the screen. Indexes rise from 0 without a gap.
+  // Appends the column; on the screen it is the last one. A no-op unless the index is the number of columns.
   void InsertColumn(int column, const std::wstring& name, int widthPx);
   int GetColumnCount() const noexcept { return static_cast<int>(Columns.size()); }
 
   std::wstring GetColumnName(int column) const;
-  // Of a hidden column too.
+  // A hidden column keeps its width.
   int GetColumnWidth(int column) const;
   void SetColumnWidth(int column, int widthPx);
   bool GetColumnVisible(int column) const;
@@ -21,7 +21,7 @@ class CQORPGridColumnsInfo {
   // 0 left, 1 right, 2 centre.
   int GetColumnAlign(int column) const;
   void SetColumnAlign(int column, int align);
-  // Locked columns stand before the others.
+  // Locked columns precede the others.
   bool GetColumnLocked(int column) const;
   void SetColumnLocked(int column, bool locked);
   bool IsColumnSelected(int column) const;
@@ -34,19 +34,22 @@ class CQORPGridColumnsInfo {
   int GetColumnOrder(int column) const;
   // Moves the column to that place among the visible ones; the others keep their order.
   void SetColumnDisplayPos(int place, int column);
+  // Moves the visible column before the one that is at that place now; the number of visible columns for the end. Among
+  // locked columns it becomes locked, elsewhere unlocked; at the boundary it stays what it is. False if nothing moves.
+  bool DropColumn(int place, int column);
   // The visible columns in the order of the screen: locked ones first.
   std::vector<int> DisplayColumns() const;
   std::vector<int> GetColumnOrderArray() const { return DisplayColumns(); }
-  // Puts these columns into that order, visible columns that are not among them behind them. No column is shown or
-  // hidden, and hidden ones that are not among them keep their places.
+  // Puts these columns into that order; visible columns that are missing follow them. No column is shown or hidden, and
+  // hidden ones that are missing keep their places.
   void SetColumnOrderArray(const std::vector<int>& order);
 
   // 1 rising, -1 falling, 0 not sorted by.
   int GetColumnState(int column) const;
-  // Without multiple all other columns lose their sort.
+  // Without multiple, all other columns lose their sort.
   void SetSortColumn(int column, bool rising, bool multiple);
   void RemoveSortColumn(int column);
-  // The column's place among the sort columns, in the order in which they were set, from 0; -1 for none.
+  // The column's place among the sort columns, which are in the order in which they were set, from 0; -1 for none.
   int GetSortPriority(int column) const;
 
  private:

@@ -8,6 +8,7 @@
 #include <limits>
 #include <utility>
 
+#include "toolkit/system/make_child.h"
 #include "toolkit/system/native_windows.h"
 
 CQORPProp::CQORPProp(std::wstring name) : Name(std::move(name)) {}
@@ -47,18 +48,17 @@ class CQORPPropList::Impl {
 
 CQORPPropList::Impl::Impl(CQORPPropList& owner, const std::wstring& name)
     : Owner(owner),
-      Grid(
-          new wxPropertyGrid(&owner, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxPG_DEFAULT_STYLE | wxTAB_TRAVERSAL)),
-      Description(new wxStaticText(&owner, wxID_ANY, wxString(), wxDefaultPosition, owner.FromDIP(wxSize(-1, 40)),
-                                   wxST_NO_AUTORESIZE)) {
+      Grid(&MakeChild<wxPropertyGrid>(&owner, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                                      wxPG_DEFAULT_STYLE | wxTAB_TRAVERSAL)),
+      Description(&MakeChild<wxStaticText>(&owner, wxID_ANY, wxString(), wxDefaultPosition,
+                                           owner.FromDIP(wxSize(-1, 40)), wxST_NO_AUTORESIZE)) {
   Grid->SetValidationFailureBehavior(wxPG_VFB_MARK_CELL);  // not a box that holds everything up
   Grid->SetExtraStyle(wxPG_EX_HELP_AS_TOOLTIPS);
   Grid->SetCaptionTextColour(Grid->GetCellTextColour());  // the theme's own grey can hardly be read
   SetAccessibleName(*Grid, name);
-  auto sizer = std::make_unique<wxBoxSizer>(wxVERTICAL);
-  sizer->Add(Grid, wxSizerFlags(1).Expand());
-  sizer->Add(Description, wxSizerFlags().Expand().Border(wxALL, owner.FromDIP(4)));
-  owner.SetSizer(sizer.release());
+  owner.SetSizer(&MakeChild<wxBoxSizer>(wxVERTICAL));
+  owner.GetSizer()->Add(Grid, wxSizerFlags(1).Expand());
+  owner.GetSizer()->Add(Description, wxSizerFlags().Expand().Border(wxALL, owner.FromDIP(4)));
   Grid->Bind(wxEVT_PG_CHANGED, [this](wxPropertyGridEvent& event) {
     CQORPProp* item = TakeChange(event.GetProperty());
     if (item != nullptr && Owner.OnChange) Owner.OnChange(*item);

@@ -1,7 +1,7 @@
 // GTK's windows and wxWidgets' own queue are sources of the GLib main context: whatever loop runs that serves them. One
 // thing does not fit: with the end of a modal dialog wxWidgets ends the gtk_main around it as well, which it takes for
 // a loop of its own that starts again. Around ours there is the process's, and the process would end with the dialog.
-#include "toolkit/start/embedding.h"
+#include "toolkit/start/toolkit_start.h"
 
 #include <dlfcn.h>
 #include <wx/app.h>

@@ -1,7 +1,7 @@
 // The process's own GetMessage loop dispatches to wxWidgets' windows by itself. What it does not know of, a hook on the
 // thread's messages adds: accelerators and Tab before the dispatch, wxWidgets' queue after it, and idle work whenever
 // no message is left, by a message that the hook posts to a window of ours.
-#include "toolkit/start/embedding.h"
+#include "toolkit/start/toolkit_start.h"
 
 #include <windows.h>
 // wx needs the system's header first.

@@ -5,29 +5,29 @@
 #include <wx/thread.h>
 #include <wx/toplevel.h>
 
-#include <memory>
-
 #include "foundations/error_report.h"
-#include "toolkit/bars/docking_parts.h"
-#include "toolkit/start/embedding.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
-// In the process of another program: its main loop runs, its windows decide when it ends.
+// The app of a process that has its own main loop and decides itself when it ends.
 class EmbeddedApp : public wxApp {
  public:
   bool OnInit() override {
     SetExitOnFrameDelete(false);
     return true;
   }
-  // Destroys the windows that wait for an idle moment to go.
-  void DropGoneWindows() {
+  // Now, as no idle time will come. Each window takes its children with it.
+  void DestroyWindows() {
+    const wxWindowList windows = wxTopLevelWindows;
+    for (wxWindow* window : windows)
+      if (window->GetParent() == nullptr) window->Destroy();
     ProcessPendingEvents();
     DeletePendingObjects();
   }
 };
 
-EmbeddedApp* startedApp = nullptr;  // wxWidgets owns it
+EmbeddedApp* startedApp = nullptr;  // wxWidgets deletes it
 
 void ReportAssertion(const wxString& file, int line, const wxString& function, const wxString& condition,
                      const wxString& message) {
@@ -37,8 +37,8 @@ void ReportAssertion(const wxString& file, int line, const wxString& function, c
 }
 
 EmbeddedApp* StartHere() {
-  const wxLogNull silence;  // without a display wxWidgets would say so on its own
-  EmbeddedApp* app = std::make_unique<EmbeddedApp>().release();
+  const wxLogNull silence;  // wxWidgets logs a missing display
+  EmbeddedApp* app = &MakeChild<EmbeddedApp>();
   wxApp::SetInstance(app);
   return StartEmbedding() && app->CallOnInit() ? app : nullptr;
 }
@@ -54,8 +54,7 @@ bool StartToolkit() {
 
 void StopToolkit() {
   if (startedApp == nullptr) return;
-  if (BarsFrame* frame = BarsFrame::Existing(); frame != nullptr) frame->Destroy();
-  startedApp->DropGoneWindows();
+  startedApp->DestroyWindows();
   startedApp->OnExit();
   startedApp = nullptr;
   StopEmbedding();
@@ -63,50 +62,4 @@ void StopToolkit() {
 
 void ReportToolkitAssertions() {
   wxSetAssertHandler(ReportAssertion);
-}
-
-namespace {
-
-const wxRect kUsualRect{80, 80, 1000, 640};
-
-template <typename Wanted>
-Wanted* FindFrame() {
-  for (wxWindow* window : wxTopLevelWindows)
-    if (auto* frame = dynamic_cast<Wanted*>(window); frame != nullptr && !frame->IsBeingDeleted()) return frame;
-  return nullptr;
-}
-
-}  // namespace
-
-BarsFrame::BarsFrame() : CQORPFrame(nullptr, wxID_ANY, wxTheApp->GetAppDisplayName().ToStdWstring(), kUsualRect) {
-  Bind(wxEVT_CLOSE_WINDOW, &BarsFrame::OnClose, this);
-}
-
-BarsFrame* BarsFrame::Existing() {
-  return FindFrame<BarsFrame>();
-}
-
-void BarsFrame::OnClose(wxCloseEvent& event) {
-  const std::vector<CQORPDockingControlBar*> bars = GetDockingManager().Bars();
-  bool shown = false;
-  for (CQORPDockingControlBar* bar : bars) {
-    if (bar->IsBarShown()) RunBarCommand(*bar, BarCommand::Hide, DockSide::Left);
-    shown = shown || bar->IsBarShown();
-  }
-  if (!shown) Hide();
-  if (event.CanVeto()) event.Veto();
-}
-
-CQORPDockingManager* CQORPDockingManager::ForProcess() {
-  if (!StartToolkit()) return nullptr;
-  BarsFrame* own = BarsFrame::Existing();
-  for (wxWindow* window : wxTopLevelWindows) {
-    auto* frame = dynamic_cast<CQORPFrame*>(window);
-    if (frame != nullptr && frame != own && !frame->IsBeingDeleted()) return &frame->GetDockingManager();
-  }
-  if (own == nullptr) {
-    own = std::make_unique<BarsFrame>().release();  // a top-level window destroys itself
-    own->GetDockingManager().Parts->ShowsFrame = true;
-  }
-  return &own->GetDockingManager();
 }

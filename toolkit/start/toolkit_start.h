@@ -1,33 +1,26 @@
-// Starts wxWidgets where the process has not: in a terminal that does not use it.
+// Starts wxWidgets in a process that does not run it itself.
 #pragma once
 
-#include "toolkit/bars/frame.h"
 #include "toolkit/system/toolkit_export.h"
 
-// True when windows can be made: the process runs wxWidgets, or it has been started here. Then the process's own loop
-// serves the windows: on Linux the GLib main loop, on Windows the message loop of this thread. False, with nothing
-// said, where there is no display or another thread runs wxWidgets; asked again it tries again.
+// True if windows can be made: the process runs wxWidgets, or this call has started it. In the second case the loop of
+// the process serves the windows: the GLib main loop on Linux, the message loop of this thread on Windows. Returns
+// false silently without a display, or if another thread runs wxWidgets; the next call tries again.
 TOOLKIT_EXPORT bool StartToolkit();
 
-// Ends what StartToolkit started: the frame that CQORPDockingManager::ForProcess made is gone afterwards with its bars,
-// and a module whose classes stood there may be unloaded. Nothing in a process that runs wxWidgets itself. The
-// toolkit's library stays in the process: the system keeps addresses in it. At the end of the process it need not be
-// called.
+// Ends what StartToolkit started and destroys every top-level window with its bars, so that a module whose classes
+// stood there may be unloaded. A no-op in a process that runs wxWidgets itself. The toolkit's library stays loaded: GTK
+// keeps addresses in it. Optional at the end of the process.
 TOOLKIT_EXPORT void StopToolkit();
 
-// From now on a failed assertion of wxWidgets is a line of CQORLog and no window. StartToolkit does so where it starts
-// wxWidgets; a terminal that does it itself calls this.
+// From now on a failed assertion of wxWidgets is a line of CQORLog and no window. StartToolkit calls this if it starts
+// wxWidgets; a terminal that starts it itself calls this itself.
 TOOLKIT_EXPORT void ReportToolkitAssertions();
 
-// BarsFrame: the frame that a process without a frame of the toolkit gets for the bars. Closing it presses the close
-// button of every bar, and hides it once none is shown. It does not keep a process alive.
-class BarsFrame : public CQORPFrame {
- public:
-  BarsFrame();
-  bool ShouldPreventAppExit() const override { return false; }
-  // The frame made so far; null for none.
-  static BarsFrame* Existing();
+// The two functions that differ between platforms; for toolkit_start.cpp only.
 
- private:
-  void OnClose(wxCloseEvent& event);
-};
+// Starts wxWidgets with the app that was set before, and connects its events with the loop of the process. False,
+// without any effect, if there is no display.
+bool StartEmbedding();
+// Ends wxWidgets and deletes its app.
+void StopEmbedding();

@@ -1,6 +1,7 @@
 #include "trade_data/cache/trade_cache.h"
 
 #include "foundations/date_time.h"
+#include "host_link/messages/message_table.h"
 #include "platform/clock.h"
 #include "trade_data/records/trade_fields.h"
 
@@ -166,6 +167,7 @@ struct TradeCache::AmendmentFields {
       {55131, Field::Text, offsetof(TradeRecord, MemberID), 20},
   };
   static_assert(FieldsFit(kFields, sizeof(Amendment)) && offsetof(Amendment, AmendRecord) == 0);
+  static_assert(ReadsSection(9112, 0, kFields));
   static constexpr FieldIndex kIndex{kFields};
 };
 

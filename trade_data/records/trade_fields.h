@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstring>
+#include "host_link/messages/message_table.h"
 
 #include "host_link/messages/wire_fields.h"
 #include "trade_data/records/trade_record.h"
@@ -18,7 +19,7 @@ inline constexpr WireField kTradeKeyFields[] = {
     {55100, Field::Text, offsetof(TradeRecord, ExchangeOrderNo), 32},
     {55101, Field::Text, offsetof(TradeRecord, ExchangeTradeID), 32},
 };
-static_assert(FieldsFit(kTradeKeyFields, sizeof(TradeRecord)));
+static_assert(FieldsFit(kTradeKeyFields, sizeof(TradeRecord)) && ReadsSection(9101, 0, kTradeKeyFields));
 
 inline constexpr WireField kTradeBodyFields[] = {
     {101, Field::U8, offsetof(TradeRecord, Side)},
@@ -60,7 +61,7 @@ inline constexpr WireField kTradeBodyFields[] = {
     {55328, Field::Text, offsetof(TradeRecord, AlgoID), 16},
     {55329, Field::Text, offsetof(TradeRecord, ParticipantID), 16},
 };
-static_assert(FieldsFit(kTradeBodyFields, sizeof(TradeRecord)));
+static_assert(FieldsFit(kTradeBodyFields, sizeof(TradeRecord)) && ReadsSection(9101, 1, kTradeBodyFields));
 
 inline constexpr FieldIndex kTradeKeyIndex(kTradeKeyFields);
 inline constexpr FieldIndex kTradeBodyIndex(kTradeBodyFields);

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "terminal/windows/drivers/book_driver.h"
+#include "terminal/windows/frame/window_tools.h"
 #include "toolkit/dialogs/controls.h"
 #include "toolkit/dialogs/file_dialog.h"
 
@@ -35,17 +35,17 @@ std::wstring ShownText(const wxWindow& window) {
 
 }  // namespace
 
-std::string CDialogDriver::SaveNextAs(const std::filesystem::path& file) {
+std::string DialogDriver::SaveNextAs(const std::filesystem::path& file) {
   if (NextFile) return "the save dialog that was to be answered before has not come up";
   NextFile = file;
   return {};
 }
 
-std::string CDialogDriver::ExpectSaved() const {
+std::string DialogDriver::ExpectSaved() const {
   return NextFile ? "the save dialog that was to be answered has not come up" : "";
 }
 
-int CDialogDriver::Enter(wxDialog* dialog) {
+int DialogDriver::Enter(wxDialog* dialog) {
   auto* asking = dynamic_cast<CQORPFileDialog*>(dialog);
   if (asking == nullptr || !NextFile) return wxID_NONE;
   const std::filesystem::path file = *std::exchange(NextFile, std::nullopt);
@@ -54,17 +54,17 @@ int CDialogDriver::Enter(wxDialog* dialog) {
   return wxID_OK;
 }
 
-bool CDialogDriver::IsUp() {
+bool DialogDriver::IsUp() {
   return TopDialog() != nullptr;
 }
 
-bool CDialogDriver::EndTop() {
+bool DialogDriver::EndTop() {
   wxDialog* dialog = TopDialog();
   if (dialog != nullptr) dialog->EndModal(wxID_CANCEL);
   return dialog != nullptr;
 }
 
-std::string CDialogDriver::PressButton(const std::wstring& text) {
+std::string DialogDriver::PressButton(const std::wstring& text) {
   wxDialog* dialog = TopDialog();
   if (dialog == nullptr) return kNoDialog;
   auto* button = FindChild<wxButton>(
@@ -76,7 +76,7 @@ std::string CDialogDriver::PressButton(const std::wstring& text) {
   return {};
 }
 
-std::string CDialogDriver::ChangeItem(const std::wstring& text, bool toggles) {
+std::string DialogDriver::ChangeItem(const std::wstring& text, bool toggles) {
   wxDialog* dialog = TopDialog();
   if (dialog == nullptr) return kNoDialog;
   auto* list = FindChild<wxCheckListBox>(
@@ -93,7 +93,7 @@ std::string CDialogDriver::ChangeItem(const std::wstring& text, bool toggles) {
   return {};
 }
 
-std::string CDialogDriver::ExpectText(const wxWindow* other, const std::wstring& text) const {
+std::string DialogDriver::ExpectText(const wxWindow* other, const std::wstring& text) const {
   const wxDialog* dialog = TopDialog();
   const wxWindow* window = dialog == nullptr ? other : dialog;
   const auto holds = [&text](const wxWindow& one) { return ShownText(one).find(text) != std::wstring::npos; };
@@ -108,7 +108,7 @@ constexpr int kRestarts = 3;
 constexpr wchar_t kFirstLetter = L' ', kLastLetter = L'~';
 }  // namespace
 
-std::string CFilterTypist::Begin(CQORPGridCtrl& grid, int column, const std::wstring& text) {
+std::string FilterTypist::Begin(CQORPGridCtrl& grid, int column, const std::wstring& text) {
   if (column < 0) return "the book has no column of that title";
   if (!grid.IsFilterBarEnabled()) return "the filter bar is not shown";
   if (!grid.EditFilter(column)) return "the column is hidden";
@@ -120,7 +120,7 @@ std::string CFilterTypist::Begin(CQORPGridCtrl& grid, int column, const std::wst
   return {};
 }
 
-void CFilterTypist::Start() {
+void FilterTypist::Start() {
   Typed = 0;
   Waits = 0;
   Begun = Writing = false;
@@ -128,18 +128,18 @@ void CFilterTypist::Start() {
 }
 
 // A window that got the focus late ended the edit: the text is typed from its first letter.
-std::string CFilterTypist::Restart() {
+std::string FilterTypist::Restart() {
   Typing = false;
   if (!Grid || ++Restarts > kRestarts || !Grid->EditFilter(Column)) return "the filter field went away";
   Start();
   return {};
 }
 
-wxTextCtrl* CFilterTypist::Field() const {
+wxTextCtrl* FilterTypist::Field() const {
   return Grid ? dynamic_cast<wxTextCtrl*>(Grid->GetFilterEdit()) : nullptr;
 }
 
-std::string CFilterTypist::TypeOn() {
+std::string FilterTypist::TypeOn() {
   wxTextCtrl* field = Field();
   if (field == nullptr) return Restart();
   const bool arrived = Begun ? field->GetValue().ToStdWstring() == Expected() : Writing || field->HasFocus();
@@ -153,13 +153,13 @@ std::string CFilterTypist::TypeOn() {
 }
 
 // The first letter takes the place of the old text, which is selected.
-void CFilterTypist::TypeNext(wxTextCtrl& field) {
+void FilterTypist::TypeNext(wxTextCtrl& field) {
   if (!Text.empty()) ++Typed;
   Begun = true;
   if (Writing || !PressNext(field)) field.SetValue(Expected());
 }
 
-bool CFilterTypist::PressNext(const wxTextCtrl& field) const {
+bool FilterTypist::PressNext(const wxTextCtrl& field) const {
   if (!field.HasFocus()) return false;
   wxUIActionSimulator keyboard;
   if (Text.empty()) return keyboard.Char(WXK_DELETE);

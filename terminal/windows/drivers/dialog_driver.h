@@ -1,4 +1,4 @@
-// CDialogDriver: answers the dialogs that a command opened, in the user's place: names the file to save, presses a
+// DialogDriver: answers the dialogs that a command opened, in the user's place: names the file to save, presses a
 // button, checks an item.
 //
 // Each gives back why it could not be done, in words for the user; empty when it was done.
@@ -15,9 +15,9 @@
 
 #include "toolkit/grid/grid_ctrl.h"
 
-class CDialogDriver : private wxModalDialogHook {
+class DialogDriver : private wxModalDialogHook {
  public:
-  CDialogDriver() { Register(); }
+  DialogDriver() { Register(); }
 
   // The next dialog that asks for a file to save gets that path, or is cancelled, without being shown.
   std::string SaveNextAs(const std::filesystem::path& file);
@@ -45,12 +45,12 @@ class CDialogDriver : private wxModalDialogHook {
   std::optional<std::filesystem::path> NextFile;  // an empty one cancels
 };
 
-// CFilterTypist: types a text into a field of a grid's filter bar, letter by letter, so that each letter filters.
+// FilterTypist: types a text into a field of a grid's filter bar, letter by letter, so that each letter filters.
 class wxTextCtrl;
 
 // Types with the keyboard's own events. Where they do not arrive, as in a window that the system gives no focus, it
 // writes the letters into the field, which filters as well.
-class CFilterTypist {
+class FilterTypist {
  public:
   // Takes the place of what stands in the field; an empty text empties it. Gives back why it cannot be done, else
   // nothing.

@@ -11,7 +11,7 @@
 
 #include "platform/memory.h"
 #include "terminal/common/errors.h"
-#include "terminal/script/png_file.h"
+#include "terminal/common/png_file.h"
 
 namespace {
 

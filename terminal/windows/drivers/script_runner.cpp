@@ -9,6 +9,7 @@
 
 #include "terminal/windows/drivers/book_driver.h"
 #include "terminal/windows/drivers/screen_picture.h"
+#include "terminal/windows/frame/window_tools.h"
 
 namespace {
 
@@ -20,11 +21,7 @@ constexpr int kTries = 20;
 constexpr const char* kUsageFile = "out/usage.csv";
 constexpr const char* kNoBook = "there is no book";
 
-std::wstring Wide(const std::string& text) {
-  return wxString::FromUTF8(text).ToStdWstring();
-}
-
-std::vector<std::wstring> Wide(const std::vector<std::string>& texts) {
+std::vector<std::wstring> WideEach(const std::vector<std::string>& texts) {
   std::vector<std::wstring> wide;
   for (const std::string& text : texts) wide.push_back(Wide(text));
   return wide;
@@ -49,7 +46,7 @@ std::string Unless(bool done) {
 
 }  // namespace
 
-CScriptRunner::CScriptRunner(const std::filesystem::path& file, ScriptTarget& target, CBadLines& badLines)
+ScriptRunner::ScriptRunner(const std::filesystem::path& file, ScriptTarget& target, BadLineReport& badLines)
     : File(file),
       Folder(std::filesystem::current_path()),
       Target(target),
@@ -58,7 +55,7 @@ CScriptRunner::CScriptRunner(const std::filesystem::path& file, ScriptTarget& ta
   StepTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Step(); });
 }
 
-void CScriptRunner::Step() {
+void ScriptRunner::Step() {
   if (Typist.IsTyping()) return TypeOn();
   if (HasEnded()) return;
   const ScriptCommand& command = Commands[Next];
@@ -84,19 +81,19 @@ void CScriptRunner::Step() {
 }
 
 // The command that types is the last one that was begun.
-void CScriptRunner::TypeOn() {
+void ScriptRunner::TypeOn() {
   StepTimer.StartOnce(kStepMs);
   Report(Commands[Next - 1], Typist.TypeOn());
 }
 
-void CScriptRunner::Report(const ScriptCommand& command, const Refusal& refusal) {
+void ScriptRunner::Report(const ScriptCommand& command, const Refusal& refusal) {
   Tries = 0;
   if (!refusal.empty()) BadLines.AtCommand(File, command.Line, refusal);
 }
 
 // The window system makes a frame active some time after it was shown or got the focus. A command that came before
 // would have the focus taken from where it puts it.
-bool CScriptRunner::IsActivationAwaited() {
+bool ScriptRunner::IsActivationAwaited() {
   auto* frame = dynamic_cast<wxTopLevelWindow*>(wxGetTopLevelParent(wxWindow::FindFocus()));
   if (frame == nullptr) return false;
   if (!frame->IsActive()) return IsManaged && ++ActivationWaits < kFocusWaits;
@@ -105,19 +102,19 @@ bool CScriptRunner::IsActivationAwaited() {
 }
 
 // Only what has done nothing while it failed.
-bool CScriptRunner::IsTriedAgain(const ScriptCommand& command) {
+bool ScriptRunner::IsTriedAgain(const ScriptCommand& command) {
   using enum ScriptAction;
   constexpr ScriptAction kPatient[] = {Answer, Choose, Check, ExpectRows, ExpectText};
   return std::ranges::count(kPatient, command.Action) != 0 && ++Tries < kTries;
 }
 
 // A window that gets the focus late takes it from the book that the script has named: that one gets it back.
-bool CScriptRunner::IsBookLost(const ScriptCommand& command) {
+bool ScriptRunner::IsBookLost(const ScriptCommand& command) {
   if (!MeantBook || !IsAboutBook(command.Action) || Target.Book() == MeantBook.get()) return false;
   return ++Refocuses < kFocusWaits && Target.Focus(ScriptFocus::Book, MeantTitle);
 }
 
-void CScriptRunner::NoteFocus(const ScriptCommand& command) {
+void ScriptRunner::NoteFocus(const ScriptCommand& command) {
   if (!MovesFocus(command.Action)) return;
   const bool named =
       command.Action == ScriptAction::Focus && command.Focus == ScriptFocus::Book && !command.Text.empty();
@@ -127,7 +124,7 @@ void CScriptRunner::NoteFocus(const ScriptCommand& command) {
 }
 
 // Waits for the end of the day, and for the focus that the command before has asked for.
-bool CScriptRunner::IsAwaited(const ScriptCommand& command) {
+bool ScriptRunner::IsAwaited(const ScriptCommand& command) {
   const ScriptCommand* before = Next == 0 ? nullptr : &Commands[Next - 1];
   if (before != nullptr && before->Action == ScriptAction::Focus && FocusWaits < kFocusWaits &&
       !Target.HasFocus(before->Focus)) {
@@ -138,7 +135,7 @@ bool CScriptRunner::IsAwaited(const ScriptCommand& command) {
   return command.Action == ScriptAction::WaitPlayed && !Target.HasPlayed();
 }
 
-CScriptRunner::Refusal CScriptRunner::Do(const ScriptCommand& command) {
+ScriptRunner::Refusal ScriptRunner::Do(const ScriptCommand& command) {
   const std::wstring text = Wide(command.Text);
   switch (command.Action) {
     case ScriptAction::OpenBook:
@@ -152,7 +149,7 @@ CScriptRunner::Refusal CScriptRunner::Do(const ScriptCommand& command) {
     case ScriptAction::Key:
       return Unless(Target.Press(command.Key));
     case ScriptAction::Menu:
-      return Unless(Target.RunMenu(command.Menu));
+      return Unless(Target.RunMenu(WideEach(command.Menu)));
     case ScriptAction::WaitPlayed:
     case ScriptAction::WaitTime:
       return {};
@@ -165,7 +162,7 @@ CScriptRunner::Refusal CScriptRunner::Do(const ScriptCommand& command) {
     case ScriptAction::Rows:
       return InBook([&](auto& grid) { return BookDriver::SelectRows(grid, command.FirstRow, command.LastRow); });
     case ScriptAction::BookMenu:
-      return InBook([&](auto& grid) { return BookDriver::RunMenu(grid, Wide(command.Menu)); });
+      return InBook([&](auto& grid) { return BookDriver::RunMenu(grid, WideEach(command.Menu)); });
     case ScriptAction::Place:
       return PlaceBook(command.Place);
     case ScriptAction::SaveAs:
@@ -190,16 +187,16 @@ CScriptRunner::Refusal CScriptRunner::Do(const ScriptCommand& command) {
   return {};
 }
 
-CScriptRunner::Refusal CScriptRunner::InBook(const std::function<Refusal(CQORPGridCtrl& grid)>& act) {
+ScriptRunner::Refusal ScriptRunner::InBook(const std::function<Refusal(CQORPGridCtrl& grid)>& act) {
   CQORPGridCtrl* grid = BookDriver::FindGrid(Target.Book());
   return grid == nullptr ? kNoBook : act(*grid);
 }
 
 // As the button in its caption or in its tab does.
-CScriptRunner::Refusal CScriptRunner::CloseBook() {
+ScriptRunner::Refusal ScriptRunner::CloseBook() {
   CQORPDockingControlBar* book = Target.Book();
   if (book == nullptr) return kNoBook;
-  if (CDialogDriver::IsUp()) return "a dialog is up";
+  if (DialogDriver::IsUp()) return "a dialog is up";
   if (!book->IsMDITabbed())
     book->OnPressCloseButton();
   else if (book->OnTabCloseButton() != 0)
@@ -207,7 +204,7 @@ CScriptRunner::Refusal CScriptRunner::CloseBook() {
   return {};
 }
 
-CScriptRunner::Refusal CScriptRunner::PlaceBook(ScriptPlace place) {
+ScriptRunner::Refusal ScriptRunner::PlaceBook(ScriptPlace place) {
   constexpr std::pair<ScriptPlace, DockSide> kSides[] = {{ScriptPlace::Left, DockSide::Left},
                                                          {ScriptPlace::Right, DockSide::Right},
                                                          {ScriptPlace::Top, DockSide::Top},
@@ -222,13 +219,13 @@ CScriptRunner::Refusal CScriptRunner::PlaceBook(ScriptPlace place) {
 }
 
 // The letters come with the next steps.
-CScriptRunner::Refusal CScriptRunner::Filter(const ScriptCommand& command) {
+ScriptRunner::Refusal ScriptRunner::Filter(const ScriptCommand& command) {
   return InBook([&](CQORPGridCtrl& grid) {
     return Typist.Begin(grid, BookDriver::FindColumn(grid, Wide(command.Column)), Wide(command.Text));
   });
 }
 
-CScriptRunner::Refusal CScriptRunner::SavePicture(const ScriptCommand& command) {
+ScriptRunner::Refusal ScriptRunner::SavePicture(const ScriptCommand& command) {
   try {
     Target.SavePictureTo(FileOf(command.Text));
   } catch (const std::exception& failure) {
@@ -237,14 +234,14 @@ CScriptRunner::Refusal CScriptRunner::SavePicture(const ScriptCommand& command) 
   return {};
 }
 
-CScriptRunner::Refusal CScriptRunner::EndAll() {
+ScriptRunner::Refusal ScriptRunner::EndAll() {
   Next = Commands.size();
   Target.CloseWindows();
   return Dialogs.ExpectSaved();
 }
 
 // A folder that cannot be made is told by what is to be written into it.
-std::filesystem::path CScriptRunner::FileOf(const std::string& text) const {
+std::filesystem::path ScriptRunner::FileOf(const std::string& text) const {
   const auto file = Folder / std::filesystem::path(std::u8string(text.begin(), text.end()));
   std::error_code ignored;
   std::filesystem::create_directories(file.parent_path(), ignored);

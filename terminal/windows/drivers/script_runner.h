@@ -1,4 +1,4 @@
-// CScriptRunner: does the commands of a window script one after the other, with a moment between two so that windows
+// ScriptRunner: does the commands of a window script one after the other, with a moment between two so that windows
 // follow.
 #pragma once
 
@@ -26,7 +26,7 @@ class ScriptTarget {
   // The window system gives the focus when it likes.
   virtual bool HasFocus(ScriptFocus where) = 0;
   virtual bool Press(const KeyPress& key) = 0;
-  virtual bool RunMenu(const std::vector<std::string>& texts) = 0;
+  virtual bool RunMenu(const std::vector<std::wstring>& texts) = 0;
   // The book that was opened or had the focus last; null for none.
   virtual CQORPDockingControlBar* Book() = 0;
   virtual std::size_t OpenBooks() = 0;
@@ -39,11 +39,11 @@ class ScriptTarget {
 // Promises: a command that fails is reported with its line, and the next ones are done. What looks at windows, or needs
 // one that may still be coming, is tried for about a second before it fails. A command that opens a modal dialog does
 // not hold up those behind it, which can drive the dialog.
-class CScriptRunner {
+class ScriptRunner {
  public:
   // Throws TerminalError as ReadWindowScript does. Files to write are taken from the folder that is current now, and
   // their folders are made.
-  CScriptRunner(const std::filesystem::path& file, ScriptTarget& target, CBadLines& badLines);
+  ScriptRunner(const std::filesystem::path& file, ScriptTarget& target, BadLineReport& badLines);
 
   void Start() { Step(); }
   void Stop() { StepTimer.Stop(); }
@@ -73,7 +73,7 @@ class CScriptRunner {
   std::filesystem::path File;
   std::filesystem::path Folder;
   ScriptTarget& Target;
-  CBadLines& BadLines;
+  BadLineReport& BadLines;
   std::vector<ScriptCommand> Commands;
   std::size_t Next = 0;
   bool Settled = false;                         // the windows had time to be painted for the picture that comes next
@@ -84,7 +84,7 @@ class CScriptRunner {
   wxWeakRef<CQORPDockingControlBar> MeantBook;  // that the script has named, until it moves the focus on
   std::string MeantTitle;
   int Refocuses = 0;
-  CDialogDriver Dialogs;
-  CFilterTypist Typist;
+  DialogDriver Dialogs;
+  FilterTypist Typist;
   wxTimer StepTimer;
 };

@@ -12,25 +12,25 @@
 #include "toolkit/dialogs/dialog.h"
 #include "toolkit/dialogs/file_dialog.h"
 
-bool CLogBar::Create(CQORPDockingManager& manager, std::uint32_t id, CMessageLog& log) {
+bool LogBar::Create(CQORPDockingManager& manager, std::uint32_t id, MessageLog& log) {
   const wxRect floating(manager.Frame().GetPosition() + FromDIP(wxPoint(120, 160)), FromDIP(wxSize(900, 360)));
   if (!CreateBar(manager, L"Messages", floating, id)) return false;
   EnableDocking(true);
-  Rows = std::make_unique<CLogGrid>(log).release();
+  Rows = std::make_unique<LogGrid>(log).release();
   if (!Rows->Create(this, wxID_ANY)) return false;
   Hold(Rows);
   return true;
 }
 
-void CLogBar::ShowChanges() {
+void LogBar::ShowChanges() {
   if (IsBarShown()) Rows->ShowChanges();
 }
 
-void CLogBar::PlaceFirst() {
+void LogBar::PlaceFirst() {
   DockControlBar(DockSide::Bottom);
 }
 
-void CLogBar::OnBarFocus() {
+void LogBar::OnBarFocus() {
   Rows->GetRowsWindow()->SetFocus();
 }
 
@@ -58,7 +58,7 @@ bool HoldsSmall(const wxString& text, const std::wstring& piece) {
 
 }  // namespace
 
-bool CLogGrid::Create(wxWindow* parent, int id) {
+bool LogGrid::Create(wxWindow* parent, int id) {
   if (!CQORPGridCtrl::Create(parent, id)) return false;
   NameForReaders(L"Messages");
   for (int column = 0; column < static_cast<int>(std::size(kLogTitles)); ++column) {
@@ -75,19 +75,19 @@ bool CLogGrid::Create(wxWindow* parent, int id) {
 }
 
 // Messages leave the log at its old end: a count that is gone shows nothing.
-std::string CLogGrid::CellText(int row, LogColumn column) const {
+std::string LogGrid::CellText(int row, LogColumn column) const {
   const std::size_t place = Shown.size() - 1 - static_cast<std::size_t>(row);
   if (row < 0 || place >= Shown.size()) return {};
   const std::uint64_t behind = Log.CountOfAll() - Shown[place];
   return behind < Log.Size() ? LogText(Log.At(static_cast<std::size_t>(behind)), column) : std::string();
 }
 
-bool CLogGrid::ShowCell(int row, int column, CQORPGridCell& cell) const {
+bool LogGrid::ShowCell(int row, int column, CQORPGridCell& cell) const {
   if (column >= 0) cell.Text = WideText(CellText(row, static_cast<LogColumn>(column)));
   return true;
 }
 
-bool CLogGrid::IsWanted(const LoggedMessage& message) const {
+bool LogGrid::IsWanted(const LoggedMessage& message) const {
   for (int column = 0; column < GetColumnCount(); ++column) {
     const std::wstring wanted = GetFilterText(column);
     if (!wanted.empty() && !HoldsSmall(WideText(LogText(message, static_cast<LogColumn>(column))), wanted))
@@ -96,7 +96,7 @@ bool CLogGrid::IsWanted(const LoggedMessage& message) const {
   return true;
 }
 
-void CLogGrid::ShowChanges() {
+void LogGrid::ShowChanges() {
   const std::uint64_t all = Log.CountOfAll();
   const std::size_t before = Shown.size();
   for (std::uint64_t count = std::max(Seen, all - Log.Size()) + 1; count <= all; ++count)
@@ -109,7 +109,7 @@ void CLogGrid::ShowChanges() {
   if (added > 0) RedrawRows();
 }
 
-void CLogGrid::Collect() {
+void LogGrid::Collect() {
   Shown.clear();
   Seen = 0;
   SetVirtualRows(0);
@@ -117,22 +117,22 @@ void CLogGrid::Collect() {
   RedrawRows();
 }
 
-void CLogGrid::OnFilterBarChanged(int, const std::wstring&) {
+void LogGrid::OnFilterBarChanged(int, const std::wstring&) {
   Collect();
 }
-void CLogGrid::OnFilterBarClearAll() {
+void LogGrid::OnFilterBarClearAll() {
   CQORPGridCtrl::OnFilterBarClearAll();
   Collect();
 }
 
-std::span<const CQORPMenuItem> CLogGrid::ContextMenu() const {
+std::span<const CQORPMenuItem> LogGrid::ContextMenu() const {
   return kMenu;
 }
-void CLogGrid::OnShowContextMenu(const wxPoint& point) {
+void LogGrid::OnShowContextMenu(const wxPoint& point) {
   ShowContextMenu(*this, kMenu, point);
 }
 
-bool CLogGrid::PreTranslateMessage(wxKeyEvent& event) {
+bool LogGrid::PreTranslateMessage(wxKeyEvent& event) {
   if (event.GetModifiers() != wxMOD_CONTROL) return false;
   if (event.GetKeyCode() == 'C') return Copy();
   if (event.GetKeyCode() != 'S') return false;
@@ -140,7 +140,7 @@ bool CLogGrid::PreTranslateMessage(wxKeyEvent& event) {
   return true;
 }
 
-void CLogGrid::RunCommand(int id) {
+void LogGrid::RunCommand(int id) {
   switch (id) {
     case kCopy:
       Copy();
@@ -158,7 +158,7 @@ void CLogGrid::RunCommand(int id) {
 }
 
 // What is shown, the oldest first.
-void CLogGrid::Save() {
+void LogGrid::Save() {
   const FocusReturn focus(*this);
   const auto path = CQORPFileDialog(this, "messages.csv", L".csv", L"CSV (Comma delimited)(*.csv)").AskForPath();
   if (!path) return;

@@ -1,4 +1,4 @@
-// CLogBar: the bar that holds the log of messages.
+// LogBar: the bar that holds the log of messages.
 #pragma once
 
 #include <string>
@@ -8,10 +8,10 @@
 #include "terminal/windows/frame/terminal_bar.h"
 #include "toolkit/grid/grid_ctrl.h"
 
-// CLogGrid: the rows of the message log: filtered by the fields under its headers, copied and saved by its menu.
-class CLogGrid : public CQORPGridCtrl {
+// LogGrid: the rows of the message log: filtered by the fields under its headers, copied and saved by its menu.
+class LogGrid : public CQORPGridCtrl {
  public:
-  explicit CLogGrid(CMessageLog& log) : Log(log) {}
+  explicit LogGrid(MessageLog& log) : Log(log) {}
   bool Create(wxWindow* parent, int id) override;
 
   // Takes what has come in since; called at each beat while the bar is shown.
@@ -33,17 +33,17 @@ class CLogGrid : public CQORPGridCtrl {
   void RunCommand(int id);
   void Save();
 
-  CMessageLog& Log;
+  MessageLog& Log;
   std::vector<std::uint64_t> Shown;  // counts of the messages, the oldest first
   std::uint64_t Seen = 0;            // the newest that was looked at
 };
 
-class CLogBar : public CTerminalBar {
+class LogBar : public TerminalBar {
  public:
-  CLogBar() : CTerminalBar(L"LogBar") {}
+  LogBar() : TerminalBar(L"LogBar") {}
   // False when no window could be made.
-  bool Create(CQORPDockingManager& manager, std::uint32_t id, CMessageLog& log);
-  CLogGrid& Grid() const noexcept { return *Rows; }
+  bool Create(CQORPDockingManager& manager, std::uint32_t id, MessageLog& log);
+  LogGrid& Grid() const noexcept { return *Rows; }
   // To be called on the beat; a bar that is not shown costs nothing.
   void ShowChanges();
 
@@ -52,5 +52,5 @@ class CLogBar : public CTerminalBar {
  private:
   void PlaceFirst() override;  // at the bottom, hidden
 
-  CLogGrid* Rows = nullptr;  // a child window
+  LogGrid* Rows = nullptr;  // a child window
 };

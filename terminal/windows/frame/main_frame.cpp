@@ -7,28 +7,28 @@
 #include <memory>
 #include <utility>
 
-#include "terminal/windows/drivers/book_driver.h"
 #include "terminal/windows/frame/window_system.h"
+#include "terminal/windows/frame/window_tools.h"
 #include "toolkit/dialogs/message_box.h"
 
 namespace {
 
-int IdOf(TerminalCommand command) {
-  return wxID_HIGHEST + 1 + static_cast<int>(command);
+int WxId(int id) {
+  return wxID_HIGHEST + 1 + id;
 }
 
-wxString ItemText(const std::wstring& text, const KeyPress& key) {
+wxString ItemText(const wchar_t* text, const KeyPress& key) {
   const std::string name = KeyPressText(key);
   return name.empty() ? wxString(text) : wxString(text) + L"\t" + wxString::FromUTF8(name);
 }
 
-wxItemKind KindOf(CommandRow::Form form) {
+wxItemKind KindOf(MenuEntry::Form form) {
   switch (form) {
-    case CommandRow::Form::Check:
+    case MenuEntry::Form::Check:
       return wxITEM_CHECK;
-    case CommandRow::Form::Radio:
+    case MenuEntry::Form::Radio:
       return wxITEM_RADIO;
-    case CommandRow::Form::Plain:
+    case MenuEntry::Form::Plain:
       break;
   }
   return wxITEM_NORMAL;
@@ -44,10 +44,9 @@ constexpr int kStatusWidths[] = {-3, 170, 230, 130, 110};  // as the fields of S
 
 }  // namespace
 
-CMainFrame::CMainFrame(const wxRect& rect, std::function<void(TerminalCommand)> run)
+MainFrame::MainFrame(const wxRect& rect, std::function<void(int)> run)
     : CQORPFrame(nullptr, wxID_ANY, L"Trading Terminal", rect), Run(std::move(run)) {
   SetMenuBar(std::make_unique<wxMenuBar>().release());  // the frame owns bar and menus
-  AddMenus();
   AddStatusBar();
   HideMenuBarUntilShown(*this);
   NoteRect();
@@ -59,48 +58,39 @@ CMainFrame::CMainFrame(const wxRect& rect, std::function<void(TerminalCommand)> 
   Bind(wxEVT_MOVE, [note](wxMoveEvent& event) { note(event); });
 }
 
-void CMainFrame::NoteRect() {
+void MainFrame::NoteRect() {
   if (!IsMaximized() && !IsIconized()) NormalRect = GetRect();
 }
 
-void CMainFrame::AddMenus() {
-  for (const CommandRow& row : CommandRows()) {
-    wxMenuBar& bar = *GetMenuBar();
-    const int place = bar.FindMenu(wxMenuItem::GetLabelText(row.Menu));
-    wxMenu* menu =
-        place == wxNOT_FOUND ? std::make_unique<wxMenu>().release() : bar.GetMenu(static_cast<std::size_t>(place));
-    if (row.BeginsGroup) menu->AppendSeparator();
-    menu->Append(IdOf(row.Command), ItemText(row.Text, row.Key), row.Help, KindOf(row.Kind));
-    if (place == wxNOT_FOUND) bar.Append(menu, row.Menu);
-    BindCommand(row.Command);
-    AddKey(row.Command, row.Key);
-  }
-}
-
-void CMainFrame::AddPluginMenu(const std::wstring& title, const std::wstring& entry, const KeyPress& key) {
-  wxMenu* menu = std::make_unique<wxMenu>().release();
-  menu->Append(IdOf(TerminalCommand::OpenBook), ItemText(entry, key),
-               L"Open a book of the security in focus, or of all");
-  const int place = GetMenuBar()->FindMenu(wxMenuItem::GetLabelText(kMenuBehindPlugin));
-  GetMenuBar()->Insert(static_cast<std::size_t>(place), menu, L"&" + title);
-  BindCommand(TerminalCommand::OpenBook);
-  AddKey(TerminalCommand::OpenBook, key);
-}
-
-void CMainFrame::BindCommand(TerminalCommand command) {
+void MainFrame::AddEntry(const MenuEntry& entry, const wchar_t* menuBehind) {
+  wxMenu& menu = MenuOf(entry, menuBehind);
+  const int id = WxId(entry.Id);
+  if (entry.BeginsGroup) menu.AppendSeparator();
+  menu.Append(id, ItemText(entry.Text, entry.Key), entry.Help, KindOf(entry.Kind));
   Bind(
-      wxEVT_MENU, [this, command](wxCommandEvent&) { Run(command); }, IdOf(command));
+      wxEVT_MENU, [this, chosen = entry.Id](wxCommandEvent&) { Run(chosen); }, id);
+  AddKey(id, entry.Key);
+}
+
+wxMenu& MainFrame::MenuOf(const MenuEntry& entry, const wchar_t* menuBehind) {
+  wxMenuBar& bar = *GetMenuBar();
+  const auto placeOf = [&bar](const wchar_t* title) { return bar.FindMenu(wxMenuItem::GetLabelText(title)); };
+  if (const int place = placeOf(entry.Menu); place != wxNOT_FOUND) return *bar.GetMenu(static_cast<std::size_t>(place));
+  const int behind = menuBehind == nullptr ? wxNOT_FOUND : placeOf(menuBehind);
+  wxMenu* menu = std::make_unique<wxMenu>().release();  // the bar owns it
+  bar.Insert(behind == wxNOT_FOUND ? bar.GetMenuCount() : static_cast<std::size_t>(behind), menu, entry.Menu);
+  return *menu;
 }
 
 // wxGTK 3.2: the keys of menu entries do nothing in floating panes, those of the frame's table do. Drop when 3.4 is the
 // floor.
-void CMainFrame::AddKey(TerminalCommand command, const KeyPress& key) {
+void MainFrame::AddKey(int wxId, const KeyPress& key) {
   if (WxKeyCode(key) == 0) return;
-  KeyEntries.emplace_back(WxHeldKeys(key), WxKeyCode(key), IdOf(command));
+  KeyEntries.emplace_back(WxHeldKeys(key), WxKeyCode(key), wxId);
   SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(KeyEntries.size()), KeyEntries.data()));
 }
 
-void CMainFrame::AddStatusBar() {
+void MainFrame::AddStatusBar() {
   constexpr int kFields = static_cast<int>(std::size(kStatusWidths));
   wxStatusBar& status = *CreateStatusBar(kFields);
   int widths[kFields];
@@ -109,15 +99,15 @@ void CMainFrame::AddStatusBar() {
   status.SetStatusWidths(kFields, widths);
 }
 
-void CMainFrame::Check(TerminalCommand command, bool checked) {
-  GetMenuBar()->Check(IdOf(command), checked);
+void MainFrame::Check(int id, bool checked) {
+  GetMenuBar()->Check(WxId(id), checked);
 }
 
-void CMainFrame::EnableCommand(TerminalCommand command, bool enabled) {
-  GetMenuBar()->Enable(IdOf(command), enabled);
+void MainFrame::EnableEntry(int id, bool enabled) {
+  GetMenuBar()->Enable(WxId(id), enabled);
 }
 
-void CMainFrame::SetStatus(StatusField field, const std::wstring& text) {
+void MainFrame::SetStatus(StatusField field, const std::wstring& text) {
   wxStatusBar& status = *GetStatusBar();
   wxRect place;
   // A frame that is too narrow for the field, as before its first size: wxGTK 3.2 would paint a negative rectangle.
@@ -125,7 +115,7 @@ void CMainFrame::SetStatus(StatusField field, const std::wstring& text) {
   if (status.GetStatusText(static_cast<int>(field)) != text) status.SetStatusText(text, static_cast<int>(field));
 }
 
-bool CMainFrame::RunMenu(const std::vector<std::wstring>& texts) {
+bool MainFrame::RunMenu(const std::vector<std::wstring>& texts) {
   const int place = texts.empty() ? wxNOT_FOUND : GetMenuBar()->FindMenu(texts.front());
   if (place == wxNOT_FOUND) return false;
   wxMenu* menu = GetMenuBar()->GetMenu(static_cast<std::size_t>(place));
@@ -161,7 +151,7 @@ void Show(wxWindow* parent, const std::wstring& caption, const std::wstring& tex
 
 void ShowFailure(wxWindow* parent, const std::string& sentence) {
   std::cerr << "terminal: " << sentence << std::endl;
-  Show(parent, L"Terminal", wxString::FromUTF8(sentence).ToStdWstring(), kIconStop);
+  Show(parent, L"Terminal", Wide(sentence), kIconStop);
 }
 
 void ShowMessage(wxWindow* parent, const std::wstring& caption, const std::wstring& text) {

@@ -1,5 +1,5 @@
-// CMainFrame: the terminal's main window: menu bar, status bar, and the keys of all commands, also while the focus is
-// in a floating bar.
+// MainFrame: the terminal's main window: menu bar, status bar, and the keys of all menu entries, also while the focus
+// is in a floating bar.
 #pragma once
 
 #include <wx/accel.h>
@@ -9,19 +9,31 @@
 #include <string>
 #include <vector>
 
-#include "terminal/windows/frame/terminal_commands.h"
+#include "terminal/script/key_press.h"
 #include "toolkit/bars/frame.h"
 
 enum class StatusField : int { Focus, DayClock, State, Trades, Rate };
 
-class CMainFrame : public CQORPFrame {
- public:
-  CMainFrame(const wxRect& rect, std::function<void(TerminalCommand)> run);
+struct MenuEntry {
+  enum class Form : std::uint8_t { Plain, Check, Radio };
+  int Id;
+  const wchar_t* Menu;
+  const wchar_t* Text;
+  const wchar_t* Help;
+  KeyPress Key{};  // may be none
+  Form Kind = Form::Plain;
+  bool BeginsGroup = false;  // a separator stands before it
+};
 
-  // Puts the plug-in's entry into a menu of that title; the key may be none.
-  void AddPluginMenu(const std::wstring& title, const std::wstring& entry, const KeyPress& key);
-  void Check(TerminalCommand command, bool checked);
-  void EnableCommand(TerminalCommand command, bool enabled);
+class MainFrame : public CQORPFrame {
+ public:
+  // run is called with the id of an entry.
+  MainFrame(const wxRect& rect, std::function<void(int)> run);
+
+  // Appends the entry to its menu. A menu that is not there yet is put before the one of that title, else at the end.
+  void AddEntry(const MenuEntry& entry, const wchar_t* menuBehind = nullptr);
+  void Check(int id, bool checked);
+  void EnableEntry(int id, bool enabled);
   // Does nothing while there is no room for the field.
   void SetStatus(StatusField field, const std::wstring& text);
   // Where it stands, or would if it were not maximized.
@@ -31,20 +43,19 @@ class CMainFrame : public CQORPFrame {
   bool RunMenu(const std::vector<std::wstring>& texts);
 
  private:
-  void AddMenus();
+  wxMenu& MenuOf(const MenuEntry& entry, const wchar_t* menuBehind);
+  void AddKey(int wxId, const KeyPress& key);
   void AddStatusBar();
   void NoteRect();
-  void BindCommand(TerminalCommand command);
-  void AddKey(TerminalCommand command, const KeyPress& key);
 
-  std::function<void(TerminalCommand)> Run;
+  std::function<void(int)> Run;
   std::vector<wxAcceleratorEntry> KeyEntries;
   wxRect NormalRect;
 };
 
-// What a handler of an event does with a failure: it is said to the user, and the terminal goes on.
+// What an event handler does with a failure: it tells the user, and the terminal goes on.
 
-// Modal; nothing while another of them is up.
+// Modal; a no-op while another of them is up.
 void ShowFailure(wxWindow* parent, const std::string& sentence);
 void ShowMessage(wxWindow* parent, const std::wstring& caption, const std::wstring& text);
 

@@ -7,33 +7,33 @@
 #include "foundations/text_tools.h"
 #include "terminal/watch/market_watch.h"
 
-bool CMarketWatchBar::Create(CQORPDockingManager& manager, std::uint32_t id, MarketWatch& rows,
-                             std::function<void()> opened) {
+bool MarketWatchBar::Create(CQORPDockingManager& manager, std::uint32_t id, MarketWatch& rows,
+                            std::function<void()> opened) {
   const wxRect floating(manager.Frame().GetPosition() + FromDIP(wxPoint(80, 120)), FromDIP(wxSize(760, 420)));
   if (!CreateBar(manager, L"Market Watch", floating, id)) return false;
   EnableDocking(true);
-  Rows = std::make_unique<CMarketWatchGrid>(rows, std::move(opened)).release();
+  Rows = std::make_unique<MarketWatchGrid>(rows, std::move(opened)).release();
   if (!Rows->Create(this, wxID_ANY)) return false;
   Hold(Rows);
   return true;
 }
 
-void CMarketWatchBar::Save(WindowMemory& memory) {
-  CTerminalBar::Save(memory);
+void MarketWatchBar::Save(WindowMemory& memory) {
+  TerminalBar::Save(memory);
   memory.SaveWatch(Rows->GetPlace());
 }
 
-void CMarketWatchBar::Restore(WindowMemory& memory) {
-  CTerminalBar::Restore(memory);
+void MarketWatchBar::Restore(WindowMemory& memory) {
+  TerminalBar::Restore(memory);
   if (const auto place = memory.LoadWatch()) Rows->SetPlace(*place);
 }
 
-void CMarketWatchBar::PlaceFirst() {
+void MarketWatchBar::PlaceFirst() {
   TabControlBar();
   ShowControlBar(true);
 }
 
-void CMarketWatchBar::OnBarFocus() {
+void MarketWatchBar::OnBarFocus() {
   Rows->GetRowsWindow()->SetFocus();
 }
 
@@ -59,7 +59,7 @@ std::wstring Wide(std::string text) {
 
 }  // namespace
 
-bool CMarketWatchGrid::Create(wxWindow* parent, int id) {
+bool MarketWatchGrid::Create(wxWindow* parent, int id) {
   AddColumns();
   EnableVirtualMode([this](int row, int column, CQORPGridCell& cell) { return ShowCell(row, column, cell); });
   EnableRowHeader(false);
@@ -77,7 +77,7 @@ bool CMarketWatchGrid::Create(wxWindow* parent, int id) {
   return true;
 }
 
-void CMarketWatchGrid::AddColumns() {
+void MarketWatchGrid::AddColumns() {
   for (std::size_t at = 0; at < kWatchColumnCount; ++at) {
     const int column = static_cast<int>(at);
     InsertColumn(column, kWatchColumns[at].Title, kWatchColumns[at].WidthPx);
@@ -85,7 +85,7 @@ void CMarketWatchGrid::AddColumns() {
   }
 }
 
-bool CMarketWatchGrid::ShowCell(int row, int column, CQORPGridCell& cell) const {
+bool MarketWatchGrid::ShowCell(int row, int column, CQORPGridCell& cell) const {
   if (row >= Watch.Rows()) return false;
   if (column < 0) return true;
   const WatchRow& shown = Watch.RowAt(row);
@@ -101,7 +101,7 @@ bool CMarketWatchGrid::ShowCell(int row, int column, CQORPGridCell& cell) const 
 }
 
 template <typename Change>
-void CMarketWatchGrid::KeepSelected(Change change) {
+void MarketWatchGrid::KeepSelected(Change change) {
   const int current = GetCurSel();
   const bool hasCurrent = current >= 0 && current < Watch.Rows();
   const std::size_t identity = hasCurrent ? Watch.IdentityAt(current) : 0;
@@ -112,24 +112,24 @@ void CMarketWatchGrid::KeepSelected(Change change) {
   if (moved != current) SetCurSel(moved);
 }
 
-void CMarketWatchGrid::ShowChanges() {
+void MarketWatchGrid::ShowChanges() {
   bool changed = false;
   KeepSelected([&] { changed = Watch.TakeChanges(); });
   if (changed) RedrawRows();
 }
 
-const WatchRow* CMarketWatchGrid::Selected() const {
+const WatchRow* MarketWatchGrid::Selected() const {
   const int row = GetCurSel();
   return row < 0 || row >= Watch.Rows() ? nullptr : &Watch.RowAt(row);
 }
 
-bool CMarketWatchGrid::Select(const std::string& securityId) {
+bool MarketWatchGrid::Select(const std::string& securityId) {
   const int row = Watch.RowOf(securityId);
   if (row >= 0) SetCurSel(row);
   return row >= 0;
 }
 
-void CMarketWatchGrid::Sort(std::optional<int> column, bool rising) {
+void MarketWatchGrid::Sort(std::optional<int> column, bool rising) {
   CQORPGridColumnsInfo& columns = GetColumnsInfo();
   if (const auto old = Watch.SortColumn()) columns.RemoveSortColumn(*old);
   if (column) columns.SetSortColumn(*column, rising, false);
@@ -138,20 +138,20 @@ void CMarketWatchGrid::Sort(std::optional<int> column, bool rising) {
 }
 
 // One click after the other: rising, falling, the order of the securities.
-void CMarketWatchGrid::ToggleSortColumn(int column) {
+void MarketWatchGrid::ToggleSortColumn(int column) {
   if (Watch.SortColumn() != column) return Sort(column, true);
   if (Watch.SortsRising()) return Sort(column, false);
   Sort(std::nullopt, true);
 }
 
-bool CMarketWatchGrid::PreTranslateMessage(wxKeyEvent& event) {
+bool MarketWatchGrid::PreTranslateMessage(wxKeyEvent& event) {
   const bool isEnter = event.GetKeyCode() == WXK_RETURN || event.GetKeyCode() == WXK_NUMPAD_ENTER;
   if (!isEnter || event.HasAnyModifiers() || Selected() == nullptr) return false;
   Opened();
   return true;
 }
 
-WatchPlace CMarketWatchGrid::GetPlace() const {
+WatchPlace MarketWatchGrid::GetPlace() const {
   const CQORPGridColumnsInfo& columns = GetColumnsInfo();
   WatchPlace place;
   for (const int column : columns.DisplayColumns())
@@ -162,7 +162,7 @@ WatchPlace CMarketWatchGrid::GetPlace() const {
 }
 
 // Titles that are none of ours any more are passed over.
-void CMarketWatchGrid::SetPlace(const WatchPlace& place) {
+void MarketWatchGrid::SetPlace(const WatchPlace& place) {
   CQORPGridColumnsInfo& columns = GetColumnsInfo();
   const auto find = [&](const std::wstring& title) {
     for (int column = 0; column < columns.GetColumnCount(); ++column)

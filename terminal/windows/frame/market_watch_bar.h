@@ -1,4 +1,4 @@
-// CMarketWatchBar: the bar that holds the market watch.
+// MarketWatchBar: the bar that holds the market watch.
 #pragma once
 
 #include <functional>
@@ -8,11 +8,11 @@
 #include "terminal/windows/frame/terminal_bar.h"
 #include "toolkit/grid/grid_ctrl.h"
 
-// CMarketWatchGrid: the grid of the market watch: shows the rows of a MarketWatch, sorts them by a click on a header.
-class CMarketWatchGrid : public CQORPGridCtrl {
+// MarketWatchGrid: the grid of the market watch: shows the rows of a MarketWatch, sorts them by a click on a header.
+class MarketWatchGrid : public CQORPGridCtrl {
  public:
   // The rows must outlive the grid; opened is called for a double click or Enter on a row.
-  CMarketWatchGrid(MarketWatch& rows, std::function<void()> opened) : Watch(rows), Opened(std::move(opened)) {}
+  MarketWatchGrid(MarketWatch& rows, std::function<void()> opened) : Watch(rows), Opened(std::move(opened)) {}
   bool Create(wxWindow* parent, int id) override;
 
   // Shows what has changed; to be called on the beat.
@@ -39,12 +39,12 @@ class CMarketWatchGrid : public CQORPGridCtrl {
   std::function<void()> Opened;
 };
 
-class CMarketWatchBar : public CTerminalBar {
+class MarketWatchBar : public TerminalBar {
  public:
-  CMarketWatchBar() : CTerminalBar(L"MarketWatchBar") {}
+  MarketWatchBar() : TerminalBar(L"MarketWatchBar") {}
   // False when no window could be made.
   bool Create(CQORPDockingManager& manager, std::uint32_t id, MarketWatch& rows, std::function<void()> opened);
-  CMarketWatchGrid& Grid() const noexcept { return *Rows; }
+  MarketWatchGrid& Grid() const noexcept { return *Rows; }
 
   // Places of the bar and of its columns.
   void Save(WindowMemory& memory) override;
@@ -55,5 +55,5 @@ class CMarketWatchBar : public CTerminalBar {
  private:
   void PlaceFirst() override;  // a tab
 
-  CMarketWatchGrid* Rows = nullptr;  // a child window
+  MarketWatchGrid* Rows = nullptr;  // a child window
 };

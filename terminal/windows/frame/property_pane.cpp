@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "terminal/windows/drivers/book_driver.h"
+#include "terminal/windows/frame/window_tools.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ CQORPDockingControlBar* BarOfGrid(const CQORPDockingManager& manager, std::uint6
 
 }  // namespace
 
-bool CPropertyPane::Create(CQORPDockingManager& manager, std::uint32_t id) {
+bool PropertyPane::Create(CQORPDockingManager& manager, std::uint32_t id) {
   const wxRect floating(manager.Frame().GetPosition() + FromDIP(wxPoint(160, 160)), FromDIP(wxSize(360, 480)));
   if (!CreateBar(manager, L"Properties", floating, id)) return false;
   EnableDocking(true);
@@ -29,7 +29,7 @@ bool CPropertyPane::Create(CQORPDockingManager& manager, std::uint32_t id) {
   return true;
 }
 
-void CPropertyPane::Fill(const PropertyRequest& request, CPluginLink& plugin) {
+void PropertyPane::Fill(const PropertyRequest& request, PluginLink& plugin) {
   Empty();
   Book = BarOfGrid(*GetDockingManager(), request.Grid);
   if (!HasBook()) return;
@@ -38,34 +38,34 @@ void CPropertyPane::Fill(const PropertyRequest& request, CPluginLink& plugin) {
   plugin.Run([this] { Request.Fill(Items, this); });
 }
 
-void CPropertyPane::ShowFilled() {
+void PropertyPane::ShowFilled() {
   if (HasBook()) ShowControlBar(true);
 }
 
-bool CPropertyPane::HasBook() const {
+bool PropertyPane::HasBook() const {
   return Book && Book->IsBarShown();
 }
 
-void CPropertyPane::FollowBook() {
+void PropertyPane::FollowBook() {
   if (Plugin != nullptr && !HasBook()) Empty();
 }
 
-void CPropertyPane::Empty() {
+void PropertyPane::Empty() {
   Plugin = nullptr;
   Book = nullptr;
   Request = {};
   Items->RemoveAll();
 }
 
-void CPropertyPane::Apply(CQORPProp& item) {
+void PropertyPane::Apply(CQORPProp& item) {
   if (Plugin == nullptr || !HasBook()) return;
   Plugin->Run([&] { Request.Apply(&item, reinterpret_cast<void*>(Request.Grid)); });
 }
 
-void CPropertyPane::PlaceFirst() {
+void PropertyPane::PlaceFirst() {
   DockControlBar(DockSide::Right);
 }
 
-void CPropertyPane::OnBarFocus() {
+void PropertyPane::OnBarFocus() {
   Items->SetFocus();
 }

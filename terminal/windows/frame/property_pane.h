@@ -1,4 +1,4 @@
-// CPropertyPane: the bar with the properties of a book: a plug-in fills it by one of its functions and takes changes
+// PropertyPane: the bar with the properties of a book: a plug-in fills it by one of its functions and takes changes
 // over by another.
 #pragma once
 
@@ -11,14 +11,14 @@
 #include "toolkit/properties/property_list.h"
 
 // Promises: the plug-in is called with a grid only while its bar is shown. When that closes or goes the pane is empty.
-class CPropertyPane : public CTerminalBar {
+class PropertyPane : public TerminalBar {
  public:
-  CPropertyPane() : CTerminalBar(L"PropertyBar") {}
+  PropertyPane() : TerminalBar(L"PropertyBar") {}
   // False when no window could be made.
   bool Create(CQORPDockingManager& manager, std::uint32_t id);
 
   // Has the plug-in fill the list, which it does for the book with the focus: so nothing here takes it.
-  void Fill(const PropertyRequest& request, CPluginLink& plugin);
+  void Fill(const PropertyRequest& request, PluginLink& plugin);
   // The plug-in has told that the list is filled.
   void ShowFilled();
   // Empties itself where the grid's bar is not shown any more.
@@ -37,5 +37,5 @@ class CPropertyPane : public CTerminalBar {
   CQORPPropList* Items = nullptr;  // a child window
   PropertyRequest Request;
   wxWeakRef<CQORPDockingControlBar> Book;  // of the grid
-  CPluginLink* Plugin = nullptr;
+  PluginLink* Plugin = nullptr;
 };

@@ -2,9 +2,7 @@
 
 #include <wx/sizer.h>
 
-#include <algorithm>
 #include <memory>
-#include <utility>
 
 #include "toolkit/bars/docking_control_bar.h"
 
@@ -12,33 +10,26 @@ namespace {
 constexpr int kIndex = 1;
 }
 
-void CTerminalBar::Hold(wxWindow* content) {
+void TerminalBar::Hold(wxWindow* content) {
   auto sizer = std::make_unique<wxBoxSizer>(wxVERTICAL);
   sizer->Add(content, wxSizerFlags(1).Expand());
   SetSizer(sizer.release());
 }
 
-void CTerminalBar::Save(WindowMemory& memory) {
+void TerminalBar::Save(WindowMemory& memory) {
   SaveState(*memory.Open(), Section, kIndex, GetDlgCtrlID());
 }
 
-void CTerminalBar::Restore(WindowMemory& memory) {
+void TerminalBar::Restore(WindowMemory& memory) {
   if (!LoadState(*memory.Open(), Section, kIndex, GetDlgCtrlID())) PlaceFirst();
 }
 
-void CTerminalBar::OnPressCloseButton() {
+void TerminalBar::OnPressCloseButton() {
   CQORPDockingControlBar::OnPressCloseButton();
   if (Closed) Closed();
 }
 
-int CTerminalBar::OnTabCloseButton() {
+int TerminalBar::OnTabCloseButton() {
   if (Closed) CallAfter([this] { Closed(); });
   return 1;
-}
-
-void CClosedBars::Destroy(CQORPDockingManager& manager) {
-  const std::vector<const void*> closed = std::exchange(Closed, {});
-  const std::vector<CQORPDockingControlBar*> bars = manager.Bars();
-  for (CQORPDockingControlBar* bar : bars)
-    if (!bar->IsBarShown() && std::ranges::count(closed, bar) != 0) manager.DestroyBar(bar);
 }

@@ -1,18 +1,17 @@
-// CTerminalBar: a bar of the terminal's own: it holds one window, keeps its place from one start to the next and tells
+// TerminalBar: a bar of the terminal's own: it holds one window, keeps its place from one start to the next and tells
 // when the user has closed it.
 #pragma once
 
 #include <functional>
-#include <vector>
 
 #include "terminal/program/window_memory.h"
 #include "toolkit/bars/docking_control_bar.h"
 #include "toolkit/bars/docking_manager.h"
 
-class CTerminalBar : public CQORPDockingControlBar {
+class TerminalBar : public CQORPDockingControlBar {
  public:
   // The section of the file of windows that keeps the place.
-  explicit CTerminalBar(const wchar_t* section) : Section(section) {}
+  explicit TerminalBar(const wchar_t* section) : Section(section) {}
 
   virtual void Save(WindowMemory& memory);
   // As it was, else where it stands first.
@@ -31,17 +30,4 @@ class CTerminalBar : public CQORPDockingControlBar {
 
  private:
   const wchar_t* Section;
-};
-
-// CClosedBars: the bars that a plug-in has closed. A plug-in only hides a bar of its own, as the bar belongs to the
-// terminal's frame; the terminal destroys it, since nothing shows it again.
-class CClosedBars {
- public:
-  // The address of a bar that may be in the midst of its close, or of anything else.
-  void Note(const void* window) { Closed.push_back(window); }
-  // Those that are bars of the manager and hidden. Not from within a call of the plug-in or an event of a bar.
-  void Destroy(CQORPDockingManager& manager);
-
- private:
-  std::vector<const void*> Closed;  // to compare: may be gone
 };

@@ -1,48 +1,24 @@
 #include "terminal/windows/session/window_session.h"
 
-#include <wx/app.h>
 #include <wx/clipbrd.h>
-#include <wx/display.h>
 #include <wx/log.h>
 
-#include "foundations/text_tools.h"
+#include "foundations/paths.h"
 #include "platform/modules.h"
 #include "terminal/common/errors.h"
-#include "terminal/link/plugin_link.h"
-#include "terminal/program/program.h"
+#include "terminal/windows/drivers/dialog_driver.h"
 #include "terminal/windows/drivers/screen_picture.h"
-#include "terminal/windows/frame/main_frame.h"
+#include "terminal/windows/frame/window_tools.h"
 #include "terminal/windows/session/wx_run.h"
 
 namespace {
 
-constexpr std::uint32_t kMarketWatchId = 0xFFFF0001;  // apart from the ids that plug-ins get
-constexpr std::uint32_t kPropertyPaneId = 0xFFFF0002;
-constexpr std::uint32_t kLogId = 0xFFFF0003;
 constexpr int kPaintedMs = 700;  // more than two beats
-
-constexpr double kSpeedWithWindows = 60;
+constexpr int kUntilDialogIsGoneMs = 50;
 
 const RunFiles& InWorkingFolder(const RunFiles& files) {
   EnterWorkingFolder(files.Work, ProgramFolder() / "working_folder");
   return files;
-}
-
-// In the middle of the screen, with a margin.
-wxRect DefaultRect() {
-  const wxRect screen = wxDisplay(0U).GetClientArea();
-  wxSize size = wxWindow::FromDIP(wxSize(1280, 800), nullptr);
-  size.DecTo(screen.GetSize() * 9 / 10);
-  return wxRect(size).CentreIn(screen);
-}
-
-wxRect RectOf(const SettingsRectangle& kept) {
-  return {wxPoint(kept.Left, kept.Top), wxPoint(kept.Right - 1, kept.Bottom - 1)};
-}
-
-// A screen that is gone must not take the window with it.
-bool CanBeSeen(const wxRect& rect) {
-  return wxDisplay::GetFromPoint({rect.x + rect.width / 2, rect.y + 10}) != wxNOT_FOUND;
 }
 
 // What was copied last outlives the program, where the desktop lets it.
@@ -54,210 +30,115 @@ void KeepClipboard() {
 
 }  // namespace
 
-CWindowSession::CWindowSession(const RunFiles& files, const Options& options, CBadLines& badLines)
+WindowSession::WindowSession(const RunFiles& files, const Options& options, BadLineReport& badLines)
     : Files(files),
-      Given(options),
+      ExitAfter(options.ExitAfter),
       BadLines(badLines),
       Script(MakeScript()),
       Memory(InWorkingFolder(files).Work),
-      Input(FirstDay()),
-      Rows(Input->Securities),
-      Host(Input->Securities, Beat) {
-  EndTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { CloseWindows(); });
-  if (!Given.SpeedGiven) Given.Speed = kSpeedWithWindows;
+      Day(files, options, Memory, badLines),
+      Menu(Day, Connection, Windows, Books, files.Plugin, [this] { Close(); }),
+      Actions(Day, Windows, Books, Menu, [this] { Close(); }),
+      Requests(Connection, Windows, Books, [this] { ShowStatus(); }) {
+  EndTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Close(); });
 }
 
-// The day that the command line names, else that of the last time; where that cannot be read any more, the sample.
-std::unique_ptr<CDayInput> CWindowSession::FirstDay() {
-  const bool given = !Given.Day.empty() || !Given.Securities.empty() || !Given.Desk.empty();
-  if (const auto last = given ? std::nullopt : Memory.LoadDay()) {
-    try {
-      const RunFiles files = Files.WithDay(*last);
-      auto input = std::make_unique<CDayInput>(files, Given.Live, BadLines);
-      input->Open();
-      Files = files;
-      return input;
-    } catch (const TerminalError& failure) {
-      LostDay = failure.what();
-    }
-  }
-  return std::make_unique<CDayInput>(Files, Given.Live, BadLines);
+std::unique_ptr<ScriptRunner> WindowSession::MakeScript() {
+  return Files.Script.empty() ? nullptr : std::make_unique<ScriptRunner>(Files.Script, Actions, BadLines);
 }
 
-std::unique_ptr<CScriptRunner> CWindowSession::MakeScript() {
-  ScriptTarget& target = *this;
-  return Files.Script.empty() ? nullptr : std::make_unique<CScriptRunner>(Files.Script, target, BadLines);
-}
-
-CWindowSession::~CWindowSession() {
-  if (Frame) Frame->Destroy();
+WindowSession::~WindowSession() {
+  Windows.Destroy();
   WxRun::DropClosedWindows();
 }
 
-void CWindowSession::Open() {
-  MakeFrame();
-  MakeBars();
-  LoadPlugin();
-  ShowFrame();
-  WatchBar->SetFocus();
-  StartDay();
-}
-
-void CWindowSession::MakeFrame() {
-  const std::optional<FramePlace> kept = Memory.LoadFrame();
-  const bool usesKept = kept && CanBeSeen(RectOf(kept->Rectangle));
-  Frame =
-      std::make_unique<CMainFrame>(usesKept ? RectOf(kept->Rectangle) : DefaultRect(), [this](TerminalCommand command) {
-        Run(command);
-      }).release();  // destroys itself when it is closed
-  if (usesKept && kept->Maximized) Frame->Maximize();
-  wxTheApp->SetTopWindow(Frame);
-  Frame->Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
-    if (Plugin && Plugin->IsBusy() && event.CanVeto()) return event.Veto();
+void WindowSession::Open() {
+  Windows.Make(Memory, Day.Watch(), Connection.Log,
+               {.Command = [this](int id) { Menu.Run(static_cast<TerminalCommand>(id)); },
+                .RowOpened = [this] { Menu.OpenBook(); },
+                .OwnBarClosed = [this] { Menu.ShowStates(); }});
+  Menu.AddTo(*Windows.Frame());
+  Windows.Frame()->Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
+    if (Connection.IsBusy() && event.CanVeto()) return event.Veto();
     Finish();
     event.Skip();
   });
-}
-
-// Some window managers choose a place of their own for a new window; a move holds once it is active.
-void CWindowSession::ShowFrame() {
-  const wxPoint wanted = Frame->GetPosition();
-  Frame->Bind(wxEVT_ACTIVATE, [this, wanted, placed = false](wxActivateEvent& event) mutable {
-    event.Skip();
-    if (!std::exchange(placed, true) && !Frame->IsMaximized()) Frame->Move(wanted);
-  });
-  Frame->Show();
-}
-
-// The frame owns its bars.
-void CWindowSession::MakeBars() {
-  CQORPDockingManager& manager = Frame->GetDockingManager();
-  WatchBar = std::make_unique<CMarketWatchBar>().release();
-  PropertyPane = std::make_unique<CPropertyPane>().release();
-  LogBar = std::make_unique<CLogBar>().release();
-  if (!WatchBar->Create(manager, kMarketWatchId, Rows, [this] { OpenBook(); }) ||
-      !PropertyPane->Create(manager, kPropertyPaneId) || !LogBar->Create(manager, kLogId, Log))
-    throw TerminalError(ExitCode::Display, "the market watch and the panes cannot be shown");
-  PutBack(*WatchBar);
-  PutBack(*PropertyPane);
-  PutBack(*LogBar);
-}
-
-void CWindowSession::PutBack(CTerminalBar& bar) {
-  bar.Closed = [this] { ShowCommands(); };
-  bar.Restore(Memory);
-}
-
-void CWindowSession::LoadPlugin() {
-  Host.UseWindows(this);
-  Host.LogTo(&Log);
-  Plugin.emplace(Files.Plugin);
-  Plugin->LogTo(&Log);
-  const PluginDescription& told = Plugin->Description();
-  if (told.MenuCommand == 0) return;
-  Frame->AddPluginMenu(Utf16ToWide(told.MenuTitle), Utf16ToWide(told.MenuEntry), {.Code = told.MenuKey});
-}
-
-void CWindowSession::StartDay() {
-  Day.emplace(*Plugin, Rows, Clock, Given.Speed);
-  Loop.emplace(*Day, Beat, *Plugin, Clock,
-               CDayLoop::Listener{[this] { OnBeat(); }, [this] { OnBeat(); },
-                                  [this](const std::string& reason) {
-                                    OnBeat();
-                                    ShowFailure(Frame, reason);
-                                  }});
-  ControlMessages = SendStart(*Plugin, true);
-  Begun = Clock.Now();
-  BeginDay(*Input);
-  Loop->Start();
+  Connection.Load(Files.Plugin, Requests);
+  Menu.AddPluginEntry(*Windows.Frame());
+  Windows.Show();
+  Windows.Watch().SetFocus();
+  Day.Start(Connection, *this);
   if (Script) Script->Start();
   OnBeat();
-  if (!LostDay.empty())
-    Frame->CallAfter([this] { ShowFailure(Frame, LostDay + "\nThe sample day is played instead."); });
+  if (!Day.LostDay().empty())
+    Windows.Frame()->CallAfter(
+        [this] { ShowFailure(Windows.Frame(), Day.LostDay() + "\nThe sample day is played instead."); });
 }
 
-// The windows are whole yet, and the books with them.
-void CWindowSession::Finish() {
-  if (Loop) Loop->Stop();
+void WindowSession::OnBeat() {
+  if (Windows.Frame() == nullptr) return;
+  Windows.ShowChanges();
+  if (!Connection.IsBusy()) Books.DestroyClosed();
+  ShowStatus();
+  const bool scriptRuns = Script && !Script->HasEnded();
+  const bool ends = ExitAfter && !scriptRuns && ExitAfter->HasCome(Day.Day().HasEnded(), Day.TimePlayed());
+  if (ends && !EndTimer.IsRunning()) EndTimer.StartOnce(kPaintedMs);
+}
+
+void WindowSession::OnDayBegun(const std::filesystem::path& day) {
+  Windows.Frame()->SetTitle(L"Trading Terminal - " + WideOfPath(day.filename()));
+}
+
+void WindowSession::OnDayFailed(const std::string& reason) {
+  OnBeat();
+  ShowFailure(Windows.Frame(), reason);
+}
+
+// In status bar and menu.
+void WindowSession::ShowStatus() {
+  if (Windows.Frame() == nullptr || !Day.IsStarted()) return;
+  MainFrame& frame = *Windows.Frame();
+  const DayRun& day = Day.Day();
+  const CQORPDockingControlBar* focused = frame.GetDockingManager().BarOf(wxWindow::FindFocus());
+  Books.NoteFocus(focused);
+  frame.SetStatus(StatusField::Focus, focused == nullptr ? std::wstring() : focused->GetBarTitle());
+  frame.SetStatus(StatusField::DayClock, Wide(DayClockText(day.DaySeconds())));
+  frame.SetStatus(StatusField::State, Wide(StateText(day, BadLines.Count())));
+  frame.SetStatus(StatusField::Trades, Wide(WithThousands(day.DayTrades()) + " trades"));
+  frame.SetStatus(StatusField::Rate, Wide(WithThousands(Day.TradesPerSecond()) + " / s"));
+  Menu.ShowStates();
+}
+
+// A dialog stands on the stack of whoever shows it, and within the window below it: it ends first.
+void WindowSession::Close() {
+  if (DialogDriver::EndTop())
+    EndTimer.StartOnce(kUntilDialogIsGoneMs);
+  else if (Windows.Frame() != nullptr)
+    Windows.Frame()->Close();
+}
+
+void WindowSession::Finish() {
+  Day.Stop();
   if (Script) Script->Stop();
-  if (!Files.Screenshot.empty()) OrShowFailure(Frame, [this] { SavePicture(*Frame, Files.Screenshot); });
-  if (Plugin && Plugin->Send(30021)) ++ControlMessages;
-  Beat.Register(nullptr, {});
-  const wxRect rect = Frame->GetNormalRect();
-  Memory.SaveFrame({{rect.GetLeft(), rect.GetTop(), rect.GetRight() + 1, rect.GetBottom() + 1}, Frame->IsMaximized()});
-  WatchBar->Save(Memory);
-  PropertyPane->Empty();
-  PropertyPane->Save(Memory);
-  LogBar->Save(Memory);
-  Memory.SaveDay(Files);
+  MainFrame* frame = Windows.Frame();
+  if (!Files.Screenshot.empty()) OrShowFailure(frame, [&] { SavePicture(*frame, Files.Screenshot); });
+  if (Connection.IsLoaded()) Connection.SendControl(30021);
+  Connection.Beat.Register(nullptr, {});
+  Windows.Save(Memory);
+  Memory.SaveDay(Day.Files());
   KeepClipboard();
-  if (!Memory.Write()) ShowFailure(Frame, std::string(WindowMemory::kFileName) + " cannot be written");
+  if (!Memory.Write()) ShowFailure(frame, std::string(WindowMemory::kFileName) + " cannot be written");
 }
 
-DaySummary CWindowSession::Summary() const {
+DaySummary WindowSession::Summary() const {
   DaySummary summary;
-  summary.PluginName = Plugin->Description().Name;
-  summary.Played = Day->Counts();
-  summary.ControlMessages = ControlMessages;
-  summary.Received = Host.Received();
-  summary.Beats = Beat.Calls();
+  summary.PluginName = Connection.Plugin->Description().Name;
+  summary.Played = Day.Day().Counts();
+  summary.ControlMessages = Connection.ControlMessages;
+  summary.Received = Connection.Host.Received();
+  summary.Beats = Connection.Beat.Calls();
   summary.BadLines = BadLines.Count();
   if (Script) summary.FailedCommands = BadLines.FailedCommands();
-  summary.Time = Clock.Now() - Begun;
+  summary.Time = Day.TimePlayed();
   return summary;
-}
-
-void CWindowSession::OnBeat() {
-  if (!Frame) return;
-  WatchBar->Grid().ShowChanges();
-  PropertyPane->FollowBook();
-  if (!Plugin->IsBusy()) ClosedBars.Destroy(Frame->GetDockingManager());
-  LogBar->ShowChanges();
-  ShowStatus();
-  ShowCommands();
-  if (ShouldEnd() && !EndTimer.IsRunning()) EndTimer.StartOnce(kPaintedMs);
-}
-
-// Once what --exit-after names has come, and the script is through.
-bool CWindowSession::ShouldEnd() const {
-  if (!Given.ExitAfter || (Script && !Script->HasEnded())) return false;
-  if (Given.ExitAfter->Played) return Day->HasEnded();
-  return Clock.Now() - Begun >= *Given.ExitAfter->Seconds;
-}
-
-void CWindowSession::ShowStatus() {
-  const PlayCounts counts = Day->Counts();
-  Rate.Tell(counts.Trades(), Clock.Now());
-  const auto narrow = [this](StatusField field, const std::string& text) {
-    Frame->SetStatus(field, wxString::FromUTF8(text).ToStdWstring());
-  };
-  narrow(StatusField::DayClock, DayClockText(Day->DaySeconds()));
-  narrow(StatusField::State, StateText());
-  narrow(StatusField::Trades, WithThousands(Day->DayTrades()) + " trades");
-  narrow(StatusField::Rate, WithThousands(Rate.PerSecond()) + " / s");
-  const CQORPDockingControlBar* focused = Frame->GetDockingManager().BarOf(wxWindow::FindFocus());
-  if (std::exchange(FocusedBar, focused) != focused && focused != nullptr && IsPluginBar(*focused)) LastBook = focused;
-  Frame->SetStatus(StatusField::Focus, focused == nullptr ? std::wstring() : focused->GetBarTitle());
-}
-
-std::string CWindowSession::StateText() const {
-  std::string text = "Live, " + SpeedText(Day->GetSpeed());
-  if (!Day->IsLive()) text = "Download";
-  if (Day->IsPaused()) text = "Paused";
-  if (Day->HasEnded()) text = "Day played";
-  if (BadLines.Count() != 0) text += ", " + WithThousands(BadLines.Count()) + " bad lines";
-  return text;
-}
-
-void CWindowSession::ShowCommands() {
-  using enum TerminalCommand;
-  constexpr std::pair<TerminalCommand, double> kSpeeds[] = {{RealTime, 1}, {TenTimes, 10}, {SixtyTimes, 60}};
-  for (const auto& [command, speed] : kSpeeds)
-    if (Day->GetSpeed() == speed) Frame->Check(command, true);
-  if (!Day->GetSpeed()) Frame->Check(FullSpeed, true);
-  Frame->Check(PlayOrPause, Day->IsPaused());
-  Frame->EnableCommand(PlayOrPause, !Day->HasEnded());
-  Frame->Check(MarketWatch, WatchBar->IsBarShown());
-  Frame->Check(Properties, PropertyPane->IsBarShown());
-  Frame->Check(Messages, LogBar->IsBarShown());
 }

@@ -1,121 +1,57 @@
-// CWindowSession: a run of the terminal with windows: makes frame, market watch and plug-in, plays the day, does the
-// commands of the menu bar and answers the plug-in's questions about windows. The main thread only, while WxRun lives.
+// WindowSession: a run of the terminal with windows, from the first window to the last: brings plug-in, day and windows
+// together, shows on the beat how the day stands, and closes all.
 #pragma once
 
 #include <wx/timer.h>
-#include <wx/weakref.h>
 
 #include <memory>
 #include <optional>
-#include <vector>
 
-#include "terminal/link/plugin_link.h"
-#include "terminal/link/terminal_host.h"
-#include "terminal/play/play_report.h"
-#include "terminal/program/options.h"
 #include "terminal/program/program.h"
-#include "terminal/program/window_memory.h"
-#include "terminal/windows/drivers/script_runner.h"
-#include "terminal/windows/frame/log_bar.h"
-#include "terminal/windows/frame/main_frame.h"
-#include "terminal/windows/frame/market_watch_bar.h"
-#include "terminal/windows/frame/property_pane.h"
-#include "terminal/windows/frame/terminal_bar.h"
-#include "terminal/windows/session/day_loop.h"
+#include "terminal/windows/session/day_control.h"
+#include "terminal/windows/session/menu_commands.h"
+#include "terminal/windows/session/plugin_requests.h"
+#include "terminal/windows/session/script_actions.h"
+#include "terminal/windows/session/session_windows.h"
 
-class CWindowSession : private TerminalWindows, private ScriptTarget {
+class WindowSession : private PlayObserver {
  public:
   // Reads what the day needs and enters the working folder. Throws TerminalError.
-  CWindowSession(const RunFiles& files, const Options& options, CBadLines& badLines);
+  WindowSession(const RunFiles& files, const Options& options, BadLineReport& badLines);
   // Windows go before the plug-in, whose classes stand in them.
-  ~CWindowSession() override;
+  ~WindowSession() override;
 
   // Shows the windows and begins the day; they live until the user closes the frame. Throws TerminalError.
   void Open();
   // Of the run so far.
   DaySummary Summary() const;
 
-  void Run(TerminalCommand command);
-  CMainFrame* GetFrame() const { return Frame.get(); }
-  CMarketWatchBar& GetWatchBar() const { return *WatchBar; }
-  CPropertyPane& GetPropertyPane() const { return *PropertyPane; }
-  CLogBar& GetLogBar() const { return *LogBar; }
-  const CDayRun& GetDay() const { return *Day; }
+  MenuCommands& Commands() noexcept { return Menu; }
+  const SessionWindows& GetWindows() const noexcept { return Windows; }
+  const DayRun& GetDay() const { return Day.Day(); }
 
  private:
-  std::unique_ptr<CDayInput> FirstDay();
-  std::unique_ptr<CScriptRunner> MakeScript();
-  void MakeFrame();
-  void ShowFrame();
-  void MakeBars();
-  void PutBack(CTerminalBar& bar);
-  void LoadPlugin();
-  void StartDay();
-  void Finish();
-  bool ShouldEnd() const;
-
-  void TellSelection(std::uint64_t window, MessageFunction answer) override;
-  void FocusMoved(const void* window, bool closed) override;
-  void ShowProperties(const PropertyRequest& request) override;
-  void PropertiesFilled() override;
-  bool IsPluginBar(const CQORPDockingControlBar& bar) const;
-
-  bool OpenBook() override;
-  bool Select(const std::string& securityId) override;
-  bool Focus(ScriptFocus where, const std::string& title) override;
-  bool HasFocus(ScriptFocus where) override;
-  CQORPDockingControlBar* BarFor(ScriptFocus where) const;
-  CQORPDockingControlBar* BookTitled(const std::string& title) const;
-  CQORPDockingControlBar* Book() override { return BarFor(ScriptFocus::Book); }
-  std::size_t OpenBooks() override;
-  bool Press(const KeyPress& key) override;
-  bool RunMenu(const std::vector<std::string>& texts) override;
-  bool HasPlayed() override { return Day->HasEnded(); }
-  void SavePictureTo(const std::filesystem::path& file) override;
-  void CloseWindows() override;
-
-  void ShowAbout();
-  void AskForDay();
-  void OpenDay(const std::filesystem::path& file);
-  void BeginDay(CDayInput& input);
-  void ForgetDay();
-  void StartAgain();
-  void LoginAgain();
-  void PlayOrPause();
-  void SetSpeed(std::optional<double> speed);
-  void Toggle(CQORPDockingControlBar& bar);
-
-  void OnBeat();
+  std::unique_ptr<ScriptRunner> MakeScript();
+  void OnBeat() override;
+  void OnDayBegun(const std::filesystem::path& day) override;
+  void OnDayFailed(const std::string& reason) override;
   void ShowStatus();
-  void ShowCommands();
-  std::string StateText() const;
+  // Closes the frame; a dialog ends first.
+  void Close();
+  // The windows are whole yet, and the books with them.
+  void Finish();
 
   RunFiles Files;
-  Options Given;
-  CBadLines& BadLines;
-  std::unique_ptr<CScriptRunner> Script;  // null for none; its files lie where the terminal was started
+  std::optional<struct ExitAfter> ExitAfter;
+  BadLineReport& BadLines;
+  std::unique_ptr<ScriptRunner> Script;  // null for none; its files lie where the terminal was started
   WindowMemory Memory;
-  std::string LostDay;  // why the day of the last time does not play; empty when it does
-  mutable CWallClock Clock;
-  CBeat Beat{Clock};
-  std::unique_ptr<CDayInput> Input;
-  std::vector<std::unique_ptr<CDayInput>> FormerInputs;  // a plug-in may keep addresses in their securities
-  MarketWatch Rows;
-  CMessageLog Log;
-  CTerminalHost Host;
-  CRunningHostScope Running{Host};
-  std::optional<CPluginLink> Plugin;
-  std::optional<CDayRun> Day;
-  std::optional<CDayLoop> Loop;
-  wxWeakRef<CMainFrame> Frame;
-  CMarketWatchBar* WatchBar = nullptr;                 // belongs to the frame
-  CLogBar* LogBar = nullptr;                           // the same
-  wxWeakRef<CPropertyPane> PropertyPane;               // asked for while the frame goes, too
-  const CQORPDockingControlBar* FocusedBar = nullptr;  // for comparing: may be gone
-  const CQORPDockingControlBar* LastBook = nullptr;    // the same; null for the one that was opened last
-  CClosedBars ClosedBars;
+  DayControl Day;
+  PluginConnection Connection{Day.Securities()};
+  SessionWindows Windows;
+  BookBars Books{Windows, Connection.Host};
+  MenuCommands Menu;
+  ScriptActions Actions;
+  PluginRequests Requests;
   wxTimer EndTimer;
-  TradeRate Rate;
-  std::uint64_t ControlMessages = 0;
-  PlayClock::Time Begun;
 };

@@ -66,8 +66,8 @@ void WxRun::DropClosedWindows() {
 
 namespace {
 
-void Play(WxRun& wx, const RunFiles& files, const Options& options, CBadLines& badLines, std::ostream& out) {
-  CWindowSession session(files, options, badLines);
+void Play(WxRun& wx, const RunFiles& files, const Options& options, BadLineReport& badLines, std::ostream& out) {
+  WindowSession session(files, options, badLines);
   session.Open();
   wx.Loop();
   out << SummaryText(session.Summary());
@@ -75,7 +75,7 @@ void Play(WxRun& wx, const RunFiles& files, const Options& options, CBadLines& b
 
 }  // namespace
 
-void PlayInWindows(const RunFiles& files, const Options& options, CBadLines& badLines, std::ostream& out) {
+void PlayInWindows(const RunFiles& files, const Options& options, BadLineReport& badLines, std::ostream& out) {
   const bool isUnseen = CloseOwnConsole();
   WxRun wx;
   try {

@@ -24,4 +24,4 @@ class WxRun {
 // The terminal with its windows, from the first to the last.
 
 // As PlayInWindowsFunction of program.h says. Throws TerminalError with ExitCode::Display where there is no display.
-void PlayInWindows(const RunFiles& files, const Options& options, CBadLines& badLines, std::ostream& out);
+void PlayInWindows(const RunFiles& files, const Options& options, BadLineReport& badLines, std::ostream& out);

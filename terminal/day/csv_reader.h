@@ -1,0 +1,132 @@
+// CsvReader: the lines of a CSV file with a fixed header, one after the other, with their numbers; and the reading of a
+// line into a record by a table of its columns.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "terminal/common/errors.h"
+#include "terminal/day/message_file.h"
+
+// The times of a day file, "yyyyMMdd-HH:mm:ss", and times of day, "HH:mm:ss". They have no zone: what counts is their
+// order and the seconds between them.
+inline constexpr std::int64_t kSecondsPerDay = 86400;
+
+// A time as its text, which goes over the wire as it stands, and as a count of seconds since 1970-01-01 00:00:00.
+struct DayTime {
+  std::string Text;
+  std::int64_t Seconds = 0;
+};
+
+// Both are strict: digits in every place, a date of the calendar, hours to 23, minutes and seconds to 59. False, and
+// the result untouched, for anything else.
+bool ParseDayTime(std::string_view text, DayTime& time);
+bool ParseTimeOfDay(std::string_view text, std::int64_t& seconds);
+
+// The date of a count of seconds, as days since 1970-01-01.
+constexpr std::int64_t DateOf(std::int64_t seconds) {
+  const std::int64_t days = seconds / kSecondsPerDay;
+  return seconds % kSecondsPerDay < 0 ? days - 1 : days;
+}
+
+// The kinds of value that a field of a CSV file can have, each with its strict reader. A field is taken whole or not at
+// all: no blanks, no sign that the kind does not know, nothing behind the number.
+
+// As a trade message carries it.
+enum class TradeSide : std::uint8_t { Buy = 1, Sell = 2 };
+
+// Each stores the value and returns nothing, or returns what the field would have to be and leaves the value alone.
+// limit is the number of characters of the longest text; other kinds have none.
+using FieldFault = const char*;
+FieldFault ReadCsvField(std::string_view text, std::size_t limit, std::string& value);
+FieldFault ReadCsvField(std::string_view text, std::size_t limit, std::uint8_t& value);
+FieldFault ReadCsvField(std::string_view text, std::size_t limit, std::uint16_t& value);
+FieldFault ReadCsvField(std::string_view text, std::size_t limit, std::uint32_t& value);
+FieldFault ReadCsvField(std::string_view text, std::size_t limit, double& value);
+FieldFault ReadCsvField(std::string_view text, std::size_t limit, TradeSide& value);
+FieldFault ReadCsvField(std::string_view text, std::size_t limit, DayTime& value);
+
+// Promises: Next stops at each line that has as many fields as there are columns; any other but an empty one is
+// reported and passed. A first line that is not the header is a TerminalError. Line ends are LF or CR LF; a byte order
+// mark ahead of the header is passed over. A field cannot hold a line end.
+class CsvReader {
+ public:
+  CsvReader(std::filesystem::path path, std::vector<std::string> columns, BadLineReport& badLines);
+
+  bool Next();
+  const std::string& Field(std::size_t column) const { return Fields[column]; }
+  // Reports the line that Next stopped at.
+  void Report(const std::string& reason) { BadLines.AtLine(Bytes.Path(), Line, reason); }
+  // Reports the column's field on that line, which would have to be what expected says.
+  void ReportField(std::size_t column, const char* expected);
+
+ private:
+  bool NextLine(std::string_view& line);
+  std::size_t LineEnd();
+  void DropLine();
+  void CheckHeader();
+
+  FileBytes Bytes;
+  std::vector<std::string> Columns;
+  BadLineReport& BadLines;
+  std::uint64_t Line = 0;
+  std::vector<std::string> Fields;
+  std::string Reason;
+};
+
+// One column: its name in the header, where its value goes, the longest text and whether it may be empty.
+template <typename Record>
+struct CsvColumn {
+  const char* Name;
+  std::variant<std::string Record::*, std::uint8_t Record::*, std::uint16_t Record::*, std::uint32_t Record::*,
+               double Record::*, TradeSide Record::*, DayTime Record::*>
+      Place;
+  std::size_t Limit = 0;
+  bool MayBeEmpty = false;
+};
+
+template <typename Record, std::size_t Count>
+std::vector<std::string> ColumnNames(const CsvColumn<Record> (&columns)[Count]) {
+  std::vector<std::string> names;
+  for (const auto& column : columns) names.emplace_back(column.Name);
+  return names;
+}
+
+// Reads the line that Next stopped at; false, with the line reported, when a field is not what its column asks for.
+template <typename Record, std::size_t Count>
+bool ReadCsvRecord(CsvReader& file, const CsvColumn<Record> (&columns)[Count], Record& record) {
+  for (std::size_t i = 0; i < Count; ++i) {
+    const std::string& field = file.Field(i);
+    const bool missing = field.empty() && !columns[i].MayBeEmpty;
+    const FieldFault fault =
+        missing ? "filled"
+                : std::visit([&](auto place) { return ReadCsvField(field, columns[i].Limit, record.*place); },
+                             columns[i].Place);
+    if (fault == nullptr) continue;
+    file.ReportField(i, fault);
+    return false;
+  }
+  return true;
+}
+
+// The next good record of the file; false at its end.
+template <typename Record, std::size_t Count>
+bool NextCsvRecord(CsvReader& file, const CsvColumn<Record> (&columns)[Count], Record& record) {
+  while (file.Next())
+    if (ReadCsvRecord(file, columns, record)) return true;
+  return false;
+}
+
+// Splitting of one CSV line into its fields.
+//
+//   line   := field ("," field)*
+//   field  := plain | '"' (any character but '"', or '""' for one '"')* '"'
+//   plain  := characters other than "," and not beginning with '"'
+
+// Puts the fields of the line into fields, whose texts are reused from line to line, and returns how many there are.
+// 0, with the reason in reason, for a line that breaks the grammar above. An empty line has one empty field.
+std::size_t SplitCsvLine(std::string_view line, std::vector<std::string>& fields, std::string& reason);

@@ -1,0 +1,142 @@
+#include "terminal/day/numbered_day.h"
+
+#include <charconv>
+#include <utility>
+
+#include "host_link/messages/message_header.h"
+#include "terminal/day/csv_reader.h"
+#include "terminal/day/csv_tables.h"
+
+namespace {
+
+constexpr std::uint16_t kTradeTimeTag = 55118;
+constexpr std::uint16_t kLongestTime = 22;
+
+}  // namespace
+
+NumberedDay::NumberedDay(std::unique_ptr<MessageSource> source, LiveFrom liveFrom)
+    : Source(std::move(source)), From(liveFrom), DownloadEnd(kModePlain) {
+  DownloadEnd.AddU16(10002, 8112);
+  DownloadEnd.Finish();
+}
+
+bool NumberedDay::Next() {
+  if (Held.Data != nullptr) {
+    Parse(std::exchange(Held, {}));
+    SetNumber(9101);
+    return true;
+  }
+  if (!TakeNext()) {
+    if (DownloadEnded) return false;
+    ShowDownloadEnd();
+    return true;
+  }
+  if (Reader->MessageNumber == 8112) DownloadEnded = true;
+  if (Reader->MessageNumber == 30022) DownloadEnded = false;
+  if (Reader->MessageNumber == 9101 && !DownloadEnded) {
+    Held = Shown;
+    ShowDownloadEnd();
+  }
+  return true;
+}
+
+// The next message of the source that can be read and belongs into the script, with its number.
+bool NumberedDay::TakeNext() {
+  for (WireFrame frame; Source->Next(frame);) {
+    if (!Parse(frame)) {
+      const bool enciphered = Reader->Mode == kModeEnciphered || Reader->Mode == kModeEncipheredByReader;
+      Source->Report(enciphered ? "the message is enciphered and there is no key" : "the message cannot be read");
+      continue;
+    }
+    if (From.By == LiveFrom::Kind::AsNumbered) return true;
+    if (Reader->MessageNumber == 8112) continue;
+    if (IsTrade()) Renumber();
+    return true;
+  }
+  return false;
+}
+
+bool NumberedDay::Parse(const WireFrame& frame) {
+  std::uint16_t needed = 0;
+  std::uint16_t consumed = 0;
+  Shown = frame;
+  Reader.emplace(frame.Data, frame.Size);
+  // A number that is cut off leaves 0.
+  return Reader->ParseHeader(needed, consumed) && Reader->MessageNumber != 0;
+}
+
+void NumberedDay::ShowDownloadEnd() {
+  DownloadEnded = true;
+  Parse({DownloadEnd.Buffer, DownloadEnd.GetSize(), 0});
+}
+
+void NumberedDay::Renumber() {
+  Live = Live || IsLive();
+  ++TradeCount;
+  SetNumber(Live ? 9101 : 8111);
+}
+
+// The number is changed in the bytes as well, just behind its tag. They are the frame's or the reader's own decoded
+// ones, and may be changed in either case.
+void NumberedDay::SetNumber(std::uint16_t number) {
+  Reader->MessageNumber = number;
+  StoreValue(const_cast<std::uint8_t*>(Reader->Data) + Reader->Cursor - sizeof number, number);
+}
+
+bool NumberedDay::IsLive() {
+  if (From.By == LiveFrom::Kind::Count) return TradeCount >= From.Value;
+  const std::optional<std::int64_t> seconds = TradeSeconds();
+  if (!seconds) return false;
+  if (From.By == LiveFrom::Kind::Instant) return *seconds >= From.Value;
+  if (!FirstDate) FirstDate = DateOf(*seconds);
+  return *seconds >= *FirstDate * kSecondsPerDay + From.Value;
+}
+
+std::optional<std::int64_t> NumberedDay::TradeSeconds() {
+  const std::uint16_t start = Reader->Cursor;
+  std::optional<std::int64_t> seconds;
+  while (!seconds && Reader->NextTag()) {
+    if (Reader->Tag != kTradeTimeTag) {
+      Reader->SkipValue();
+      continue;
+    }
+    char text[kLongestTime + 1] = {};
+    DayTime time;
+    if (!Reader->ReadText(text, kLongestTime) || !ParseDayTime(text, time)) break;
+    seconds = time.Seconds;
+  }
+  Reader->Cursor = start;
+  return seconds;
+}
+
+std::optional<LiveFrom> ParseLiveFrom(std::string_view text) {
+  DayTime time;
+  if (ParseDayTime(text, time)) return LiveFrom{LiveFrom::Kind::Instant, time.Seconds};
+  std::int64_t value = 0;
+  if (ParseTimeOfDay(text, value)) return LiveFrom{LiveFrom::Kind::TimeOfDay, value};
+  const char* end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, value);
+  if (error != std::errc() || rest != end || value < 0 || text.starts_with('-')) return std::nullopt;
+  return LiveFrom{LiveFrom::Kind::Count, value};
+}
+
+DayInput::DayInput(const RunFiles& files, std::optional<LiveFrom> live, BadLineReport& badLines)
+    : Securities(files.Securities, badLines), Day(files.Day), Live(live), BadLines(badLines) {
+  if (!IsMessageFile(Day)) Desk.emplace(files.Desk, badLines);
+}
+
+NumberedDay& DayInput::Open() {
+  const LiveFrom asNumbered;
+  if (Live) return OpenFrom(*Live);
+  return Desk ? OpenWithDownload(CountTradeLines(Day) / 2) : OpenFrom(asNumbered);
+}
+
+NumberedDay& DayInput::OpenWithDownload(std::uint64_t trades) {
+  return OpenFrom({LiveFrom::Kind::Count, static_cast<std::int64_t>(trades)});
+}
+
+NumberedDay& DayInput::OpenFrom(LiveFrom live) {
+  Script.reset();
+  BadLines.StartAgain(Day);
+  return Script.emplace(Desk ? OpenTradeDay(Day, *Desk, Securities, BadLines) : OpenMessageDay(Day, BadLines), live);
+}

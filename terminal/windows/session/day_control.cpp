@@ -1,0 +1,114 @@
+#include "terminal/windows/session/day_control.h"
+
+#include <utility>
+
+#include "terminal/common/errors.h"
+
+namespace {
+constexpr double kSpeedWithWindows = 60;
+}
+
+void PluginConnection::Load(const std::filesystem::path& module, TerminalWindows& windows) {
+  Host.UseWindows(&windows);
+  Host.LogTo(&Log);
+  Plugin.emplace(module);
+  Plugin->LogTo(&Log);
+}
+
+DayControl::DayControl(const RunFiles& files, const Options& options, WindowMemory& memory, BadLineReport& badLines)
+    : DayFiles(files),
+      BadLines(badLines),
+      Input(FirstInput(options, memory)),
+      Rows(Input->Securities),
+      FirstSpeed(options.SpeedGiven ? options.Speed : kSpeedWithWindows) {}
+
+std::unique_ptr<DayInput> DayControl::FirstInput(const Options& options, WindowMemory& memory) {
+  const bool given = !options.Day.empty() || !options.Securities.empty() || !options.Desk.empty();
+  if (const auto last = given ? std::nullopt : memory.LoadDay()) {
+    try {
+      const RunFiles files = DayFiles.WithDay(*last);
+      auto input = std::make_unique<DayInput>(files, options.Live, BadLines);
+      input->Open();
+      DayFiles = files;
+      return input;
+    } catch (const TerminalError& failure) {
+      WhyLost = failure.what();
+    }
+  }
+  return std::make_unique<DayInput>(DayFiles, options.Live, BadLines);
+}
+
+void DayControl::Start(PluginConnection& connection, PlayObserver& observer) {
+  Connection = &connection;
+  Observer = &observer;
+  PluginLink& plugin = *connection.Plugin;
+  Run.emplace(plugin, Rows, connection.Clock, FirstSpeed);
+  Timers.emplace(*Run, connection.Beat, plugin, connection.Clock, observer);
+  connection.ControlMessages = SendStart(plugin, true);
+  Begun = connection.Clock.Now();
+  Begin();
+  Timers->Start();
+}
+
+void DayControl::Stop() {
+  if (Timers) Timers->Stop();
+}
+
+void DayControl::Begin() {
+  Run->Begin(*Input);
+  Observer->OnDayBegun(DayFiles.Day);
+  Timers->PlayOn();
+}
+
+void DayControl::Open(const std::filesystem::path& file) {
+  const RunFiles files = DayFiles.WithDay(file);
+  auto input = std::make_unique<DayInput>(files, std::nullopt, BadLines);
+  input->Open();
+  FormerInputs.push_back(std::exchange(Input, std::move(input)));
+  DayFiles = files;
+  Connection->Host.UseSecurities(Input->Securities);
+  ForgetTrades();
+  Rows.Fill(Input->Securities);
+  Begin();
+}
+
+// As at a login: the plug-in's trades and those of the market watch.
+void DayControl::ForgetTrades() {
+  Connection->SendControl(30022);
+  Rows.ForgetTrades();
+}
+
+void DayControl::StartAgain() {
+  ForgetTrades();
+  Begin();
+}
+
+void DayControl::LoginAgain() {
+  Rows.ForgetTrades();
+  Run->LoginAgain();
+  Timers->PlayOn();
+}
+
+void DayControl::PlayOrPause() {
+  if (Run->IsPaused())
+    Run->Resume();
+  else
+    Run->Pause();
+  Timers->PlayOn();
+  Observer->OnBeat();
+}
+
+void DayControl::SetSpeed(std::optional<double> speed) {
+  Run->SetSpeed(speed);
+  Timers->PlayOn();
+  Observer->OnBeat();
+}
+
+std::uint64_t DayControl::TradesPerSecond() {
+  Rate.Tell(Run->Counts().Trades(), Connection->Clock.Now());
+  return Rate.PerSecond();
+}
+
+PlayClock::Time::duration DayControl::TimePlayed() const {
+  return Connection->Clock.Now() - Begun;
+}

@@ -1,0 +1,88 @@
+// DayControl: the day that plays beside the windows, and what the user does with it: pause, speed, another day, a new
+// begin or login.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "terminal/play/play_report.h"
+#include "terminal/program/options.h"
+#include "terminal/program/window_memory.h"
+#include "terminal/watch/market_watch.h"
+#include "terminal/windows/session/play_timers.h"
+
+// PluginConnection: the plug-in with all that it talks to: the host that answers it, its beat, the log of the messages
+// of both directions.
+class PluginConnection {
+ public:
+  explicit PluginConnection(const SecurityList& securities) : Host(securities, Beat) {}
+
+  // Throws TerminalError.
+  void Load(const std::filesystem::path& module, TerminalWindows& windows);
+  bool IsLoaded() const noexcept { return Plugin.has_value(); }
+  // The plug-in is being called, or stands in a dialog of its own: it must not be called now.
+  bool IsBusy() const noexcept { return Plugin && Plugin->IsBusy(); }
+  // Of a number that the plug-in takes; counts it.
+  void SendControl(std::uint16_t number) { ControlMessages += Plugin->Send(number) ? 1 : 0; }
+
+  WallClock Clock;
+  RefreshBeat Beat{Clock};
+  MessageLog Log;
+  TerminalHost Host;
+  std::optional<PluginLink> Plugin;
+  std::uint64_t ControlMessages = 0;  // sent beside those of the day
+
+ private:
+  RunningHostScope Running{Host};
+};
+
+class DayControl {
+ public:
+  // Reads the day that the command line names, else the last one played. Where that cannot be read any more, the
+  // sample. Throws TerminalError.
+  DayControl(const RunFiles& files, const Options& options, WindowMemory& memory, BadLineReport& badLines);
+
+  // Sends the start messages and plays. The connection is loaded.
+  void Start(PluginConnection& connection, PlayObserver& observer);
+  void Stop();
+  bool IsStarted() const noexcept { return Run.has_value(); }
+
+  // A day that cannot be opened leaves the one that plays. This and the next two throw TerminalError.
+  void Open(const std::filesystem::path& file);
+  void StartAgain();
+  void LoginAgain();
+  void PlayOrPause();
+  void SetSpeed(std::optional<double> speed);
+
+  // The next three once it is started.
+  const DayRun& Day() const { return *Run; }
+  std::uint64_t TradesPerSecond();
+  PlayClock::Time::duration TimePlayed() const;
+
+  const RunFiles& Files() const noexcept { return DayFiles; }
+  const SecurityList& Securities() const noexcept { return Input->Securities; }
+  MarketWatch& Watch() noexcept { return Rows; }
+  // Why the last day does not play; empty if it does.
+  const std::string& LostDay() const noexcept { return WhyLost; }
+
+ private:
+  std::unique_ptr<DayInput> FirstInput(const Options& options, WindowMemory& memory);
+  void Begin();
+  void ForgetTrades();
+
+  RunFiles DayFiles;
+  BadLineReport& BadLines;
+  std::string WhyLost;
+  std::unique_ptr<DayInput> Input;
+  std::vector<std::unique_ptr<DayInput>> FormerInputs;  // a plug-in may keep addresses in their securities
+  MarketWatch Rows;
+  std::optional<double> FirstSpeed;
+  PluginConnection* Connection = nullptr;
+  PlayObserver* Observer = nullptr;
+  std::optional<DayRun> Run;
+  std::optional<PlayTimers> Timers;
+  TradeRate Rate;
+  PlayClock::Time Begun;
+};

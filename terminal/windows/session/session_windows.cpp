@@ -1,0 +1,124 @@
+#include "terminal/windows/session/session_windows.h"
+
+#include <wx/app.h>
+#include <wx/display.h>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "terminal/common/errors.h"
+#include "terminal/windows/frame/window_tools.h"
+
+namespace {
+
+constexpr std::uint32_t kMarketWatchId = 0xFFFF0001;  // apart from the ids that plug-ins get
+constexpr std::uint32_t kPropertyPaneId = 0xFFFF0002;
+constexpr std::uint32_t kLogId = 0xFFFF0003;
+
+// In the middle of the screen, with a margin.
+wxRect DefaultRect() {
+  const wxRect screen = wxDisplay(0U).GetClientArea();
+  wxSize size = wxWindow::FromDIP(wxSize(1280, 800), nullptr);
+  size.DecTo(screen.GetSize() * 9 / 10);
+  return wxRect(size).CentreIn(screen);
+}
+
+wxRect RectOf(const SettingsRectangle& kept) {
+  return {wxPoint(kept.Left, kept.Top), wxPoint(kept.Right - 1, kept.Bottom - 1)};
+}
+
+// A screen that is gone must not take the window with it.
+bool CanBeSeen(const wxRect& rect) {
+  return wxDisplay::GetFromPoint({rect.x + rect.width / 2, rect.y + 10}) != wxNOT_FOUND;
+}
+
+}  // namespace
+
+void SessionWindows::MakeFrame(WindowMemory& memory, const std::function<void(int)>& command) {
+  const std::optional<FramePlace> kept = memory.LoadFrame();
+  const bool usesKept = kept && CanBeSeen(RectOf(kept->Rectangle));
+  MainWindow = std::make_unique<MainFrame>(usesKept ? RectOf(kept->Rectangle) : DefaultRect(), command)
+                   .release();  // destroys itself when it is closed
+  if (usesKept && kept->Maximized) MainWindow->Maximize();
+  wxTheApp->SetTopWindow(MainWindow);
+}
+
+void SessionWindows::Make(WindowMemory& memory, MarketWatch& rows, MessageLog& log, const Events& events) {
+  MakeFrame(memory, events.Command);
+  CQORPDockingManager& manager = MainWindow->GetDockingManager();
+  WatchBar = std::make_unique<MarketWatchBar>().release();
+  PropertiesBar = std::make_unique<PropertyPane>().release();
+  MessagesBar = std::make_unique<LogBar>().release();
+  if (!WatchBar->Create(manager, kMarketWatchId, rows, events.RowOpened) ||
+      !PropertiesBar->Create(manager, kPropertyPaneId) || !MessagesBar->Create(manager, kLogId, log))
+    throw TerminalError(ExitCode::Display, "the market watch and the panes cannot be shown");
+  for (TerminalBar* bar : std::initializer_list<TerminalBar*>{WatchBar, PropertiesBar, MessagesBar}) {
+    bar->Closed = events.OwnBarClosed;
+    bar->Restore(memory);
+  }
+}
+
+// Some window managers choose a place of their own for a new window; a move holds once it is active.
+void SessionWindows::Show() {
+  const wxPoint wanted = MainWindow->GetPosition();
+  MainWindow->Bind(wxEVT_ACTIVATE, [this, wanted, placed = false](wxActivateEvent& event) mutable {
+    event.Skip();
+    if (!std::exchange(placed, true) && !MainWindow->IsMaximized()) MainWindow->Move(wanted);
+  });
+  MainWindow->Show();
+}
+
+void SessionWindows::ShowChanges() {
+  WatchBar->Grid().ShowChanges();
+  PropertiesBar->FollowBook();
+  MessagesBar->ShowChanges();
+}
+
+void SessionWindows::Save(WindowMemory& memory) {
+  const wxRect rect = MainWindow->GetNormalRect();
+  memory.SaveFrame(
+      {{rect.GetLeft(), rect.GetTop(), rect.GetRight() + 1, rect.GetBottom() + 1}, MainWindow->IsMaximized()});
+  WatchBar->Save(memory);
+  PropertiesBar->Empty();
+  PropertiesBar->Save(memory);
+  MessagesBar->Save(memory);
+}
+
+void SessionWindows::Destroy() {
+  if (MainWindow) MainWindow->Destroy();
+}
+
+std::vector<CQORPDockingControlBar*> BookBars::Shown() const {
+  std::vector<CQORPDockingControlBar*> shown;
+  if (Windows.Frame() == nullptr) return shown;
+  for (CQORPDockingControlBar* bar : Windows.Frame()->GetDockingManager().Bars())
+    if (Has(*bar) && bar->IsBarShown()) shown.push_back(bar);
+  return shown;
+}
+
+CQORPDockingControlBar* BookBars::Current() const {
+  const std::vector<CQORPDockingControlBar*> shown = Shown();
+  const auto last = std::ranges::find(shown, Last);
+  if (last != shown.end()) return *last;
+  return shown.empty() ? nullptr : shown.back();
+}
+
+CQORPDockingControlBar* BookBars::Titled(const std::string& title) const {
+  const std::vector<CQORPDockingControlBar*> shown = Shown();
+  const auto found = std::ranges::find_if(
+      shown, [wanted = Wide(title)](const auto* bar) { return bar->GetBarTitle().find(wanted) != std::wstring::npos; });
+  return found == shown.end() ? nullptr : *found;
+}
+
+void BookBars::NoteFocus(const CQORPDockingControlBar* bar) {
+  if (std::exchange(Focused, bar) != bar && bar != nullptr && Has(*bar)) Last = bar;
+}
+
+void BookBars::DestroyClosed() {
+  CQORPDockingManager& manager = Windows.Frame()->GetDockingManager();
+  const std::vector<const void*> closed = std::exchange(Closed, {});
+  const std::vector<CQORPDockingControlBar*> bars = manager.Bars();
+  for (CQORPDockingControlBar* bar : bars)
+    if (!bar->IsBarShown() && std::ranges::count(closed, bar) != 0) manager.DestroyBar(bar);
+}

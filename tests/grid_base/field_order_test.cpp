@@ -1,0 +1,99 @@
+#include "grid_base/windows/field_order.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class FakeList : public CheckList {
+ public:
+  int GetItemCount() const override { return static_cast<int>(Items.size()); }
+  std::wstring GetItemText(int index) const override { return At(index) ? At(index)->first : L""; }
+  bool GetCheck(int index) const override { return At(index) && At(index)->second; }
+  void SetCheck(int index, bool checked) override { Items.at(static_cast<std::size_t>(index)).second = checked; }
+  void DeleteItem(int index) override { Items.erase(Items.begin() + index), Selected = -1; }
+  void InsertItem(int index, const std::wstring& text) override { Items.insert(Items.begin() + index, {text, false}); }
+  int GetCurSel() const override { return Selected; }
+  void SetCurSel(int index) override { Selected = index; }
+
+ private:
+  const std::pair<std::wstring, bool>* At(int index) const {
+    return index >= 0 && index < GetItemCount() ? &Items[static_cast<std::size_t>(index)] : nullptr;
+  }
+  std::vector<std::pair<std::wstring, bool>> Items;
+  int Selected = -1;
+};
+
+// A + follows a checked item, brackets enclose the selected one.
+std::wstring TextOf(const CheckList& list) {
+  std::wstring text;
+  for (int i = 0; i < list.GetItemCount(); ++i) {
+    const std::wstring item = list.GetItemText(i) + (list.GetCheck(i) ? L"+" : L"");
+    text += (i == 0 ? L"" : L" ") + (i == list.GetCurSel() ? L"[" + item + L"]" : item);
+  }
+  return text;
+}
+
+// Visible are D A B; hidden are C, a second B, and E, which the column table does not have.
+void FillColumns(CQORPGridColumnsInfo& columns) {
+  for (int column = 0; column < 6; ++column) columns.InsertColumn(column, std::wstring(1, L"ABCBDE"[column]), 50);
+  for (const int hidden : {2, 3, 5}) columns.SetColumnVisible(hidden, false);
+  columns.SetColumnDisplayPos(0, 4);
+}
+
+TEST(FieldOrder, CommandsMoveItemsAndColumns) {
+  struct Row {
+    const char* Commands;  // 0 to 3 and a to c select; + checks all hidden items, - clears the selected one
+    const wchar_t *Shown, *Hidden;
+    std::vector<int> Columns;
+  };
+  const Row rows[] = {
+      {"", L"D+ A+ B+", L"C B E", {4, 0, 1}},
+      {"udhs", L"D+ A+ B+", L"C B E", {4, 0, 1}},
+      {"0u", L"[D+] A+ B+", L"C B E", {4, 0, 1}},
+      {"2d", L"D+ A+ [B+]", L"C B E", {4, 0, 1}},
+      {"1u", L"[A+] D+ B+", L"C B E", {0, 4, 1}},
+      {"1-u", L"[A] D+ B+", L"C B E", {0, 4, 1}},
+      {"0dd", L"A+ B+ [D+]", L"C B E", {0, 1, 4}},
+      {"2h", L"D+ [A+]", L"B C B E", {4, 0}},
+      {"+0h", L"[A+] B+", L"D C+ B+ E", {0, 1}},  // inserts at the top, clears at the bottom
+      {"0hhhh", L"", L"B A D C B E", {}},
+      {"as", L"D+ A+ B+ C+", L"[B] E", {4, 0, 1, 2}},
+      {"0has", L"[A+] B+ D+", L"[C] B E", {0, 1, 4}},  // behind all others, not back to its place
+      {"0hbs", L"[A+] B+ C+", L"D [B] E", {0, 1, 2}},
+      {"bs", L"D+ A+ B+ B+", L"C [E]", {4, 0, 1, 3}},
+      {"bs3u", L"D+ A+ [B+] B+", L"C [E]", {4, 0, 1, 3}},  // moves the first of two columns with one header
+      {"bs3uu", L"D+ [B+] A+ B+", L"C [E]", {4, 1, 0, 3}},
+      {"bs3h", L"D+ A+ [B+]", L"B [C] E", {4, 0, 3}},
+      {"csbs", L"D+ A+ B+ E+ B+", L"[C]", {4, 0, 1, 3}},
+      {"1ur", L"[A+] D+ B+", L"C B E", {4, 0, 1}},
+      {"1uhr", L"[D+] B+", L"A C B E", {4, 1}},
+      {"as3uuur", L"[C+] D+ A+ B+", L"[B] E", {4, 0, 1, 2}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.Commands);
+    CQORPGridColumnsInfo columns;
+    FillColumns(columns);
+    FieldOrder::ColumnTable table;
+    for (int column = 0; column < 5; ++column) table[column].Header = columns.GetColumnName(column);
+    FakeList shown, hidden;
+    FieldOrder order(columns, table, shown, hidden);
+    order.Fill();
+    for (const char command : std::string(row.Commands)) {
+      if (command == 'u') order.MoveUp();
+      if (command == 'd') order.MoveDown();
+      if (command == 'h') order.Hide();
+      if (command == 's') order.Show();
+      if (command == 'r') order.Restore();
+      if (command == '-') shown.SetCheck(shown.GetCurSel(), false);
+      if (command == '+')
+        for (int i = 0; i < hidden.GetItemCount(); ++i) hidden.SetCheck(i, true);
+      if (command >= '0' && command <= '3') shown.SetCurSel(command - '0');
+      if (command >= 'a' && command <= 'c') hidden.SetCurSel(command - 'a');
+    }
+    EXPECT_EQ(TextOf(shown), row.Shown);
+    EXPECT_EQ(TextOf(hidden), row.Hidden);
+    EXPECT_EQ(columns.DisplayColumns(), row.Columns);
+  }
+}
+
+}  // namespace
