@@ -64,8 +64,8 @@ constexpr ParsePattern kParsePatterns[] = {
     {"dd MMM yyyy", {0, 2}, {3, 3}, {7, 4}},
     {"dd-MMM-yyyy", {0, 2}, {3, 3}, {7, 4}},
     {"dd-MMM-yy", {0, 2}, {3, 3}, {7, 2}},
-    // Four letters, which are never a name, so that the month reads as 0: this is meant. The fifth place of the year is
-    // for a month of five letters, which moves the year by one.
+    // Intentional: four letters are never a month name, so the month reads as 0. The year has a fifth place because a
+    // month of five letters shifts it by one.
     {"dd MMMM yyyy", {0, 2}, {3, 4}, {8, 5}},
     {"dd/MM/yyyy", {0, 2}, {3, 2}, {6, 4}},
     {"dd-MM-yyyy", {0, 2}, {3, 2}, {6, 4}},
@@ -81,7 +81,7 @@ constexpr ParsePattern kParsePatterns[] = {
 constexpr bool Inside(const FieldPlace& place, const ParsePattern& row) {
   return place.Length <= 5 && place.Offset <= row.Pattern.size();
 }
-// Every field starts in a value as long as its pattern, and none is so long that its number could overflow.
+// Every field begins inside a value that is as long as its pattern, and no field's number can overflow.
 static_assert(std::all_of(std::begin(kParsePatterns), std::end(kParsePatterns), [](const ParsePattern& row) {
   return Inside(row.Day, row) && Inside(row.Month, row) && Inside(row.Year, row) && Inside(row.Hour, row) &&
          Inside(row.Minute, row) && Inside(row.Second, row);
@@ -127,8 +127,8 @@ std::string PrintField(char directive, const std::tm& fields) {
   return {};
 }
 
-// What strftime prints in the "C" locale. Not strftime itself: it prints month names in whatever locale the host
-// process has set, and the import library of mingw-w64 lacks the variant that takes one.
+// Prints like strftime in the "C" locale. strftime itself uses the locale of the host process, and the import library
+// of mingw-w64 lacks the variant that takes a locale.
 std::string PrintFields(std::string_view format, const std::tm& fields) {
   std::string text;
   for (std::size_t at = 0; at < format.size(); ++at) {
@@ -141,7 +141,7 @@ std::string PrintFields(std::string_view format, const std::tm& fields) {
   return text;
 }
 
-// As a stream extracts an int: leading blanks and one sign are skipped, the first other character ends it.
+// As a stream extracts an int: leading blanks, one sign, digits up to the first other character.
 std::int32_t ReadNumber(std::string_view field) {
   field.remove_prefix(std::min(field.find_first_not_of(" \t\n\v\f\r"), field.size()));
   const bool negative = field.starts_with('-');
@@ -158,8 +158,8 @@ std::int64_t FloorDivide(std::int64_t number, std::int64_t divisor) {
   return number / divisor - (number % divisor < 0 ? 1 : 0);
 }
 
-// Days from 1970-01-01 to the first day of the month, which counts from 0 and may lie in any year. The year of the
-// reckoning starts with March, so that the leap day is its last.
+// Days from 1970-01-01 to the first day of the month, which counts from 0 and may be in any year. The year used here
+// begins in March, so that the leap day is its last.
 std::int64_t DaysToMonth(std::int64_t year, std::int64_t month) {
   constexpr std::int64_t kMarch = 2;
   constexpr std::int64_t kDaysToEpoch = 719468;  // from 0000-03-01 to 1970-01-01

@@ -1,32 +1,30 @@
-// Dates and times between text and instants, by the letter patterns of the terminal's date settings, such as "dd MMM
-// yyyy". An instant is a signed count of seconds since 1970-01-01 00:00:00 UTC; there is no other epoch. Nothing here
-// reports a failure. Any thread may call.
+// Dates and times as text and as instants, by the patterns of the terminal's date settings, such as "dd MMM yyyy". An
+// instant is a signed count of seconds since 1970-01-01 00:00:00 UTC. Nothing here reports a failure.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 
-// Writes the instant in UTC or in local time. A pattern that is not known, and the empty one, print as "dd/MM/yyyy".
-// An instant before 1970 or after the year 3000 leaves the buffer as it is; a text that has no room with its zero
-// byte leaves empty text.
+// Writes the instant in UTC or in local time. An unknown or empty pattern prints as "dd/MM/yyyy". An instant before
+// 1970 or after the year 3000 leaves the buffer unchanged; without room for the text and its zero byte the text is
+// empty.
 void FormatTimeInto(char* buffer, const std::size_t& size, const std::int64_t& instant, const std::string& pattern,
                     bool utc);
 
-// The same as text, empty where FormatTimeInto leaves the buffer as it is.
+// The same as text, empty if FormatTimeInto leaves the buffer unchanged.
 std::string FormatTimeText(const std::int64_t& instant, const std::string& pattern, bool utc);
 
-// Reads the value by the fixed places of the pattern, as UTC. 0 for a pattern that does not parse and for a value
-// shorter than the pattern. The patterns that parse are not quite those that print: "dd-MMM-yyyy" only parses, and
-// several only print.
+// Reads the value at the fixed places of the pattern, as UTC. 0 for a pattern that cannot be parsed and for a value
+// shorter than the pattern. Several patterns only print, and "dd-MMM-yyyy" only parses.
 std::int64_t ParseTimeText(std::string value, std::string pattern);
 
-// Fields out of range carry over: month 0 is December of the year before, day 0 the last day of the month before. A
+// Fields out of range carry over: month 0 is December of the previous year, day 0 the last day of the previous month. A
 // year below 100 counts from 2000. -1 for an instant before 1970 or after the year 3000.
 std::int64_t MakeUtcTime(std::int32_t year, std::int32_t month, std::int32_t day, std::int32_t hour,
                          std::int32_t minute, std::int32_t second);
 
-// Replaces "JAN" to "DEC", in any case, by "1" to "12"; any other text stays.
+// Replaces "JAN" to "DEC", in any case, by "1" to "12"; other text stays.
 void MonthNameToNumber(std::string& name);
 
 // The local time now as "yyyyMMdd-HH:mm:ss.mmm" with its zero byte.

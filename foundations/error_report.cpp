@@ -25,7 +25,7 @@ void CQORLog::ReportFailure(std::string_view message, unsigned long errorNumber,
   try {
     const std::string report = FailureLine(message, errorNumber, functionName, line) + '\n';
     std::fwrite(report.data(), 1, report.size(), stderr);
-  } catch (...) {  // Out of memory: there is no second place to say so.
+  } catch (...) {  // Out of memory.
   }
 }
 
@@ -47,8 +47,8 @@ constexpr DumpReport kDumpReports[] = {
 
 std::atomic<CQORExceptionHandler::DumpCallback> dumpCallback = nullptr;
 
-// The terminate handler belongs to the whole process, so the threads that want it are counted. A dying thread reads
-// these without the lock.
+// The terminate handler belongs to the process, so the threads that install it are counted. A dying thread reads these
+// without the lock.
 std::mutex handlerLock;
 int handledThreads = 0;
 std::terminate_handler formerTerminate = nullptr;
@@ -61,7 +61,7 @@ std::terminate_handler formerTerminate = nullptr;
 
 }  // namespace
 
-// There is no unexpected handler to set: the language has none any more, and what led to it leads to terminate.
+// C++20 has no unexpected handler: what called it calls terminate.
 void CQORExceptionHandler::InstallThreadHandlers() noexcept {
   if (CatchesFaultSignals()) return;
   CatchFaultSignals(&CreateMiniDump);
@@ -73,7 +73,7 @@ void CQORExceptionHandler::RemoveThreadHandlers() noexcept {
   if (!CatchesFaultSignals()) return;
   {
     const std::lock_guard guard(handlerLock);
-    // A handler that somebody else has set meanwhile stays.
+    // A handler that was set meanwhile stays.
     if (--handledThreads == 0 && std::get_terminate() == OnTerminate) std::set_terminate(formerTerminate);
   }
   ReleaseFaultSignals();

@@ -1,12 +1,12 @@
-// Memory ahead of need: what has to happen whole or not at all asks for its room first and cannot fail after that.
+// Memory before it is needed: a change that must happen as a whole reserves its room first and cannot fail afterwards.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <vector>
 
-// Room for that many more elements, so that adding them throws nothing. Doubles at least, so that asking before each
-// element stays linear over all of them. Nothing changes when memory runs out.
+// Room for that many more elements: adding them does not throw. At least doubles, so that a call before each element is
+// O(1) on average. On std::bad_alloc nothing has changed.
 template <typename Element>
 void MakeRoom(std::vector<Element>& elements, std::size_t count) {
   if (elements.capacity() - elements.size() >= count) return;

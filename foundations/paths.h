@@ -1,18 +1,24 @@
-// The current folder, and names of files as wide text and back, for windows and settings. Any thread may call.
+// The current folder, paths in folders that are created on the way, file names as wide text and back, and whole files.
 #pragma once
 
 #include <filesystem>
 #include <string>
 #include <string_view>
 
-// Empty where the system has none any more.
+// Empty if the folder is gone.
 std::filesystem::path CurrentFolder();
 
-// A name that is no text (Linux takes any bytes) has a character for each of its bytes.
+// A name that is not text (Linux takes any bytes) gives one character per byte.
 std::wstring WideOfPath(const std::filesystem::path& path);
-// Empty where the text holds what no name can.
+// Empty if the text cannot be a name.
 std::filesystem::path PathOfWide(std::wstring_view text);
 
-// All bytes of a file up to a fault of reading; empty where there is none. Throws when memory runs out, where reading a
-// stream line by line would end as if the file did.
+// The base folder, each part of the relative folder between its backslashes or slashes, and the file name, if any,
+// joined with the platform's separator. Creates missing folders; a failure is silent and shows when the file is opened.
+// Intentional: without a relative folder the result is empty.
+std::filesystem::path BuildFolderPath(const std::filesystem::path& relativeFolder,
+                                      const std::filesystem::path& fileName, const std::filesystem::path& baseFolder);
+
+// All bytes of a file, up to a read error; empty without a file. Throws std::bad_alloc, where a loop over std::getline
+// ends as at the end of the file.
 std::string ReadWholeFile(const std::filesystem::path& file);

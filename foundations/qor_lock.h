@@ -1,5 +1,4 @@
-// The lock of the system, re-entrant, and the guard that holds it for a scope. Any thread may call; a guard stays on
-// the thread that made it.
+// The recursive lock of all folders and the guard that holds it for a scope.
 #pragma once
 
 #include "platform/threads.h"
@@ -18,11 +17,11 @@ class CQORLock {
 
  private:
   PlatformLock Section{};
-  // A lock that the system could not make locks nothing, and the program goes on without it.
+  // A lock that the system could not create does nothing; the program continues without it.
   bool Made;
 };
 
-// Enters the lock and leaves it at the end of the scope, if it still owns it then.
+// Holds the lock to the end of the scope, or until Release.
 class CQORLockGuard {
  public:
   explicit CQORLockGuard(CQORLock& lock) noexcept : Lock(&lock) { Lock->Enter(); }
@@ -30,14 +29,13 @@ class CQORLockGuard {
   CQORLockGuard(const CQORLockGuard&) = delete;
   CQORLockGuard& operator=(const CQORLockGuard&) = delete;
 
-  // Leaves the lock now, once.
   void Release() noexcept {
     if (Owned) Lock->Leave();
     Owned = false;
   }
 
   CQORLock* Lock;
-  // Cleared by hand where a function has left the lock itself.
+  // Cleared by a function that has left the lock itself.
   bool Owned = true;
 };
 

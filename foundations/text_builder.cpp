@@ -21,7 +21,7 @@ namespace {
 constexpr std::size_t kDefaultDecimals = 2;
 constexpr std::size_t kMostDecimals = 8;
 
-// Where a kind of argument stands in FormatArgument.
+// The index of a kind of argument in FormatArgument.
 template <typename Kind, typename... Kinds>
 constexpr std::size_t IndexOf(const std::variant<Kinds...>*) {
   std::size_t index = 0;
@@ -118,7 +118,7 @@ bool TakesDecimals(const FormatArgument& argument) {
   return std::holds_alternative<double>(argument) || std::holds_alternative<float>(argument);
 }
 
-// Takes the digit off the front of the format, if one stands there.
+// Removes a digit from the front of the format, if there is one.
 std::size_t TakeDecimals(std::string_view& format) {
   if (format.empty() || format.front() < '0' || format.front() > '9') return kDefaultDecimals;
   const auto digit = static_cast<std::size_t>(format.front() - '0');
@@ -126,7 +126,7 @@ std::size_t TakeDecimals(std::string_view& format) {
   return digit;
 }
 
-// Large enough for the report below without growing, so that a failed growth does not fail again while it is told.
+// Large enough for the report below, so that reporting a failed growth does not grow.
 constexpr std::size_t kReportSize = 64;
 
 }  // namespace

@@ -1,5 +1,4 @@
-// CQORString, the single-byte text builder of error reports, and the arguments of its format. A builder belongs to one
-// thread at a time.
+// CQORString, the single-byte text builder of error reports, and the arguments of its format.
 #pragma once
 
 #include <concepts>
@@ -13,12 +12,12 @@
 
 namespace QOR::Base {
 
-// One argument of a format with its kind, so that a directive can refuse an argument that it is not for.
+// One argument of a format. Its kind lets a directive reject arguments of other kinds.
 using FormatArgument =
     std::variant<std::string_view, std::wstring_view, char, std::int8_t, std::int16_t, std::int32_t, std::int64_t,
                  std::uint8_t, std::uint16_t, std::uint32_t, std::uint64_t, float, double>;
 
-// An integer of any name goes by its size and sign.
+// Integer types by size and sign.
 template <std::size_t kSize, bool kSigned>
 using SizedInteger = std::conditional_t<
     kSize == 1, std::conditional_t<kSigned, std::int8_t, std::uint8_t>,
@@ -49,17 +48,17 @@ class CQORString {
   CQORString(const CQORString&) = delete;
   CQORString& operator=(const CQORString&) = delete;
 
-  // Makes a block of the next multiple of 16 above newSize, and above the present length, and moves the content
-  // there. A failure is reported and leaves the builder as it was.
+  // Moves the content to a block of the next multiple of 16 above newSize and above the length. A failure is reported
+  // and changes nothing.
   bool Grow(std::size_t newSize) noexcept;
 
   // Appends the format with its directives replaced by the arguments in order:
   //   ##        one #                        #i #l #s #t   signed, 32, 64, 16 and 8 bits
   //   #C #W #c  narrow text, wide text       #I #L #S #T   unsigned, 32, 64, 16 and 8 bits; #Z is #L
   //             through the code page, char  #D #d #F #f   double and float, two decimals or as many as the digit
-  //                                                        behind the letter says, 0 to 8; 9 writes nothing
-  // False at the first unknown directive, missing argument, argument of another kind or failed growth; what stood
-  // before it has been appended. Arguments left over are ignored.
+  //                                                        after the letter says, 0 to 8; 9 writes nothing
+  // False at the first unknown directive, missing argument, argument of another kind or failed growth; what comes
+  // before it is appended. Surplus arguments are ignored.
   template <typename... Values>
   bool Format(std::string_view format, const Values&... values) {
     if constexpr (sizeof...(Values) == 0) {

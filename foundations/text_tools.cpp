@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t kNumberSize = 128;
 
-// A printing format cut into its parts; the percent signs of the plain text are single again.
+// A printing format in its parts; doubled percent signs of the plain text are single.
 struct NumberFormat {
   std::string Before;
   std::string Conversion;
@@ -27,8 +27,8 @@ std::size_t SkipDigits(const std::string& format, std::size_t at) {
   return end == std::string::npos ? format.size() : end;
 }
 
-// The length of the floating-point conversion that starts at the percent sign; 0 if it is none, or none that both
-// platforms print alike ("%a" is not).
+// The length of the floating-point conversion at the percent sign; 0 without one, and for "%a", which the platforms
+// print differently.
 std::size_t ConversionLength(const std::string& format, std::size_t start) {
   constexpr std::size_t kMostDigits = 3;
   const std::size_t width = format.find_first_not_of("-+ #0", start + 1);
@@ -63,8 +63,7 @@ std::optional<NumberFormat> CutFormat(const std::string& format) {
   return parts.Conversion.empty() ? std::nullopt : std::optional(std::move(parts));
 }
 
-// The host process may have chosen a locale with another decimal point, of one or more bytes, none of which occurs in
-// a printed number otherwise.
+// The locale of the host process may have another decimal point, of one or more bytes that no printed number has.
 void RestorePoint(std::string& number) {
   constexpr std::string_view kNumberBytes = "0123456789+-. einfaEINFA";
   const std::size_t at = number.find_first_not_of(kNumberBytes);
@@ -75,7 +74,7 @@ void RestorePoint(std::string& number) {
 }
 
 std::string PrintNumber(const std::string& conversion, double value) {
-  // The sign of a NaN prints on one platform only.
+  // Only one platform prints the sign of a NaN.
   if (std::isnan(value)) value = std::numeric_limits<double>::quiet_NaN();
   std::array<char, kNumberSize> buffer{};
   std::snprintf(buffer.data(), buffer.size(), conversion.c_str(), value);
@@ -86,6 +85,48 @@ std::string PrintNumber(const std::string& conversion, double value) {
 
 char UpperLetter(char letter) {
   return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+}
+
+constexpr bool kWideHolds32Bits = sizeof(wchar_t) >= sizeof(char32_t);
+constexpr char32_t kFirstPaired = 0x10000;
+constexpr char32_t kLastCharacter = 0x10FFFF;
+
+bool IsHighSurrogate(char16_t unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+bool IsLowSurrogate(char16_t unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+char32_t JoinPair(char16_t high, char16_t low) {
+  return kFirstPaired + ((static_cast<char32_t>(high) - 0xD800) << 10) + (static_cast<char32_t>(low) - 0xDC00);
+}
+
+void AppendUtf16(std::u16string& units, char32_t character) {
+  if (character > kLastCharacter) character = 0xFFFD;
+  if (character < kFirstPaired) {
+    units += static_cast<char16_t>(character);
+    return;
+  }
+  units += static_cast<char16_t>(0xD800 + ((character - kFirstPaired) >> 10));
+  units += static_cast<char16_t>(0xDC00 + ((character - kFirstPaired) & 0x3FF));
+}
+
+struct CapitalRange {
+  wchar_t First;
+  wchar_t Last;
+  int ToSmall;
+};
+constexpr CapitalRange kCapitals[] = {
+    {L'A', L'Z', 32},   {0xC0, 0xD6, 32},      {0xD8, 0xDE, 32},   {0x152, 0x152, 1},
+    {0x160, 0x160, 1},  {0x178, 0x178, -0x79}, {0x17D, 0x17D, 1},  {0x391, 0x3A1, 32},
+    {0x3A3, 0x3A9, 32}, {0x400, 0x40F, 80},    {0x410, 0x42F, 32},
+};
+
+wchar_t SmallLetter(wchar_t letter) {
+  for (const CapitalRange& range : kCapitals)
+    if (letter >= range.First && letter <= range.Last) return static_cast<wchar_t>(letter + range.ToSmall);
+  return letter;
 }
 
 }  // namespace
@@ -135,35 +176,6 @@ std::vector<std::string> SplitText(std::string_view text, char delimiter) {
   return pieces;
 }
 
-namespace {
-
-constexpr bool kWideHolds32Bits = sizeof(wchar_t) >= sizeof(char32_t);
-constexpr char32_t kFirstPaired = 0x10000;
-constexpr char32_t kLastCharacter = 0x10FFFF;
-
-bool IsHighSurrogate(char16_t unit) {
-  return unit >= 0xD800 && unit <= 0xDBFF;
-}
-bool IsLowSurrogate(char16_t unit) {
-  return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
-char32_t JoinPair(char16_t high, char16_t low) {
-  return kFirstPaired + ((static_cast<char32_t>(high) - 0xD800) << 10) + (static_cast<char32_t>(low) - 0xDC00);
-}
-
-void AppendUtf16(std::u16string& units, char32_t character) {
-  if (character > kLastCharacter) character = 0xFFFD;
-  if (character < kFirstPaired) {
-    units += static_cast<char16_t>(character);
-    return;
-  }
-  units += static_cast<char16_t>(0xD800 + ((character - kFirstPaired) >> 10));
-  units += static_cast<char16_t>(0xDC00 + ((character - kFirstPaired) & 0x3FF));
-}
-
-}  // namespace
-
 std::string WideToNarrow(std::wstring text) {
   return WideToCodePage(text);
 }
@@ -179,7 +191,7 @@ std::wstring NumberToWide(std::uint32_t value) {
 }
 
 std::wstring DoubleToWide(double value) {
-  // The sign of a NaN tells nothing.
+  // Only one platform prints the sign of a NaN.
   if (std::isnan(value)) value = std::numeric_limits<double>::quiet_NaN();
   std::array<char, std::numeric_limits<double>::max_exponent10 + 8> digits{};  // sign, 309 digits, point, two decimals
   const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, 2).ptr;
@@ -204,27 +216,6 @@ std::wstring Utf16ToWide(std::u16string_view text) {
   }
   return wide;
 }
-
-namespace {
-
-struct CapitalRange {
-  wchar_t First;
-  wchar_t Last;
-  int ToSmall;
-};
-constexpr CapitalRange kCapitals[] = {
-    {L'A', L'Z', 32},   {0xC0, 0xD6, 32},      {0xD8, 0xDE, 32},   {0x152, 0x152, 1},
-    {0x160, 0x160, 1},  {0x178, 0x178, -0x79}, {0x17D, 0x17D, 1},  {0x391, 0x3A1, 32},
-    {0x3A3, 0x3A9, 32}, {0x400, 0x40F, 80},    {0x410, 0x42F, 32},
-};
-
-wchar_t SmallLetter(wchar_t letter) {
-  for (const CapitalRange& range : kCapitals)
-    if (letter >= range.First && letter <= range.Last) return static_cast<wchar_t>(letter + range.ToSmall);
-  return letter;
-}
-
-}  // namespace
 
 std::wstring_view TrimWide(std::wstring_view text) {
   while (!text.empty() && IsWideSpace(text.front())) text.remove_prefix(1);

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The lines of a file cut at commas, character by character; a return before a line's end is none of it.
+// The lines of a file cut at commas, character by character, without the return before a line end.
 std::vector<std::vector<std::string>> PartsOfLines(std::string_view text) {
   std::vector<std::vector<std::string>> lines(1, {""});
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -43,50 +43,27 @@ DescriptionList SlowBookExport(std::string_view text) {
   return entries;
 }
 
-// What the names that are no columns write for the sample trade.
-std::string SlowNamedField(const std::string& name, bool isCash) {
-  if (name == "Security name") return "ABCD 2450.5 CE           ,";
-  if (name == "Book Type") return isCash ? "0 ,3 ," : "2 ,SL ,";
-  if (name == "Market Type") return "1 ,";
-  if (name == "Pro/Client") return "1,";
-  if (name == "Branch No") return "1  ,";
-  if (name == "Trade Status") return "11,";
-  if (name == "Opposite Broker Id") return "Nil  ,";
-  if (name == "Cover/Uncover Flag") return isCash ? "0   ,7 ," : "UNCOVER,";
-  return "";
-}
-
-std::string SlowCell(const TradeRecord& record, int column, bool isCash, std::size_t left) {
-  const std::string cell =
-      isCash ? TradeCellTextCM({}, "S", record, column, "") : TradeCellTextFO({}, "S", record, column, "");
-  if (isCash && cell.empty()) return "";
-  return left >= 2 ? cell + ',' : cell;
-}
-
-std::string SlowLine(const DescriptionList& entries, const TradeRecord& record, bool isCash) {
-  std::string line;
-  std::size_t left = entries.size();
-  for (const DescriptionEntry& entry : entries) {
-    int column = 0;
-    while (column < kTradeColumnCount && kTradeColumns[column].Title != entry.Name) ++column;
-    line += column < kTradeColumnCount ? SlowCell(record, column, isCash, left) : SlowNamedField(entry.Name, isCash);
-    --left;
-  }
-  return line;
-}
-
-void CheckLines(const DescriptionList& entries) {
+std::string LineOf(const DescriptionList& entries, bool isCash) {
   static const TradeRecord record = FullTrade();
   static const ColumnIndexes columns = IndexColumns(ColumnsOfGrid(), false);
   const PriceDivisors divisors;
   TradeFileLines lines(entries, columns, divisors);
-  for (const bool isCash : {false, true}) {
-    LineBuffer line;
-    line.Start(lines.Longest("S"));
-    lines.Append(line, isCash, "S", record);
-    RequireProperty(line.Text().size() <= lines.Longest("S"), "a line is no longer than it says");
-    RequireProperty(line.Text() == SlowLine(entries, record, isCash), "a line is what its entries write");
-  }
+  LineBuffer line;
+  line.Start(lines.Longest("S"));
+  lines.Append(line, isCash, "S", record);
+  RequireProperty(line.Text().size() <= lines.Longest("S"), "a line is no longer than it says");
+  return std::string(line.Text());
+}
+
+// What an entry writes depends only on itself and on whether more follow.
+void CheckLines(const DescriptionList& entries) {
+  if (entries.empty()) return;
+  const DescriptionList rest(entries.begin() + 1, entries.end());
+  const DescriptionList first(entries.begin(), entries.begin() + 1);
+  const DescriptionList firstOfTwo{entries[0], {"no such name", "", ""}};
+  for (const bool isCash : {false, true})
+    RequireProperty(LineOf(entries, isCash) == LineOf(rest.empty() ? first : firstOfTwo, isCash) + LineOf(rest, isCash),
+                    "a line is what its entries write");
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t kLargestInput = 4096;
 constexpr int kChoices = kTradeColumnCount + 2;  // one index below the columns, and their count
 
-// A byte of 1 stands for a letter that no code page of single bytes with western letters holds.
+// A byte of 1 stands for a letter that no western code page has.
 std::wstring FilterOf(std::string bytes) {
   std::wstring filter = NarrowToWide(std::move(bytes));
   std::replace(filter.begin(), filter.end(), L'\1', L'\x416');

@@ -11,13 +11,13 @@
 int FuzzPacketReader(const std::uint8_t* data, std::size_t size);
 // The fields of a trade message.
 int FuzzTradeDecoder(const std::uint8_t* data, std::size_t size);
-// A byte that says which books are open, then messages one behind the other.
+// A byte that says which books are open, then messages.
 int FuzzMessageSequence(const std::uint8_t* data, std::size_t size);
 // A settings file or column profile.
 int FuzzSettingsText(const std::uint8_t* data, std::size_t size);
 // EXCHANGETRADEFORMAT.TXT or TRADEBOOKEXPORT.TXT.
 int FuzzDescriptionFiles(const std::uint8_t* data, std::size_t size);
-// A byte for the column, a text of its filter bar field, a line end and the cell as it stands in the record.
+// A byte for the column, the text of its filter field, a line end, and the cell as in the record.
 int FuzzFilterText(const std::uint8_t* data, std::size_t size);
 
 inline void RequireProperty(bool holds, const char* property) {

@@ -13,7 +13,7 @@ constexpr std::size_t kLargestInput = 65535;
 constexpr std::uint8_t kKeyBytes[] = {'k', 'e', 'y', 7};
 constexpr CipherKey kKey{kKeyBytes, sizeof kKeyBytes};
 
-// What came of one message: the fields as tag and place behind the number, and the bytes behind the number.
+// The result of one message: its fields as tag and place, and the bytes after the number.
 struct Reading {
   bool Accepted = false;
   std::uint16_t Number = 0, Needed = 0, Consumed = 0;
@@ -91,7 +91,7 @@ void CheckMessage(std::string_view input) {
   CheckForms(reading);
 }
 
-// Any bytes can stand behind the number of a message.
+// Any bytes may follow the number of a message.
 void CheckAsFields(std::string_view input) {
   const std::string fields(input.substr(0, kLargestInput - 20));
   const Reading reading = Read(WireMessage(8111, fields));

@@ -49,7 +49,7 @@ int FuzzTradeDecoder(const std::uint8_t* data, std::size_t size) {
 
   record.Value20083 = 0;  // the one field that is read and never written
   RequireProperty(BytesOfValue(EncodeAndDecode(record, true)) == BytesOfValue(record), "the fixed form keeps all");
-  // The short form keeps no text behind its NUL, and not the security's name.
+  // The short form drops what follows a NUL, and the security's name.
   EachText(record,
            [](char* text, std::size_t room) { std::fill(std::find(text, text + room, '\0'), text + room, '\0'); });
   std::fill(std::begin(record.Text55107), std::end(record.Text55107), '\0');

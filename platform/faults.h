@@ -1,36 +1,33 @@
-// What the platform does when a guarded thread dies of a fault: the signals that it catches, the dump of the process,
-// the end with exit code 1. A fault's functions run on the dying thread, take no lock and allocate nothing of ours.
+// Faults of guarded threads: the signals are caught, a dump is written, the process ends with exit code 1. What runs at
+// a fault runs on the dying thread, takes no lock and does not allocate.
 #pragma once
 
 #include <cstddef>
 #include <cwchar>
 #include <iterator>
 
-// Called with the platform's description of the fault (EXCEPTION_POINTERS, siginfo_t), or null; the process ends behind
-// it.
+// Gets the platform's description of the fault (EXCEPTION_POINTERS, siginfo_t), or null; then the process ends.
 using FaultFunction = void (*)(void* exceptionPointers);
 
-// From here on the signals 8 (floating-point fault), 4 (illegal instruction) and 11 (segment violation) of the calling
-// thread go to the function, and then end the process with exit code 1. The function is the same for all threads.
-// Faults of other threads go where they went before.
+// Guards this thread: its signals 8 (floating-point fault), 4 (illegal instruction) and 11 (segment violation) call the
+// function and end the process with exit code 1. All threads have the same function. Faults of threads that are not
+// guarded go to the former handlers.
 void CatchFaultSignals(FaultFunction function) noexcept;
-// Ends that for the calling thread; behind the last such thread the process has its former handlers back. A handler
-// that somebody else has put in place meanwhile stays.
+// The last guarded thread restores the process's former handlers; a handler that was set meanwhile stays.
 void ReleaseFaultSignals() noexcept;
-// Whether the calling thread stands between the two.
+// Whether this thread is guarded.
 bool CatchesFaultSignals() noexcept;
 
-// Calls the function with the present context as the fault, then ends the process with exit code 1.
+// Calls the function with the current context as the fault, then ends the process with exit code 1.
 [[noreturn]] void EndProcessHere(FaultFunction function) noexcept;
 
 enum class DumpOutcome { Done, NoLibrary, NoFile, NoFunction };
 
 // Windows: writes a dump of the process into a file named after the program and the time; on failure error is the
-// system's number. Linux: writes nothing. A core file would need the process to die of the signal, and what must hold
-// on every platform is the exit code 1.
+// system's number. Linux: writes nothing, because a core file requires death by the signal and the exit code must be 1.
 DumpOutcome WriteProcessDump(void* exceptionPointers, unsigned long& error) noexcept;
 
-// Characters that DumpNameOver needs behind the name, with the terminator.
+// Characters that DumpNameOver needs after the name, with the terminator.
 inline constexpr std::size_t kDumpNameRoom = 6;
 
 // The last four characters of the program's name, its extension, become _hhmm.dmp: x.exe at 09:05 gives x_0905.dmp.
@@ -42,7 +39,7 @@ inline void DumpNameOver(wchar_t* programName, int hour, int minute) noexcept {
   std::wmemcpy(programName + (length < 4 ? 0 : length - 4), ending, std::size(ending));
 }
 
-// The number of the calling thread's last failed system call, for error reports.
+// The number of this thread's last failed system call.
 #ifdef _WIN32
 // Declared here so that no public header pulls in windows.h.
 extern "C" __declspec(dllimport) unsigned long __stdcall GetLastError();

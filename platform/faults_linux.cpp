@@ -13,21 +13,21 @@ constexpr int kSignals[] = {SIGFPE, SIGILL, SIGSEGV};
 static_assert(SIGFPE == 8 && SIGILL == 4 && SIGSEGV == 11);
 constexpr std::size_t kStackSize = 65536;
 
-// Handlers belong to the process, so the threads that want them are counted. A fault reads this without the lock, as it
-// may come while the lock is held.
+// Handlers belong to the process, so guarded threads are counted. A fault may come while the lock is held, so it reads
+// this without the lock.
 std::mutex handlersLock;
 int guardedThreads = 0;
 FaultFunction faultFunction = nullptr;
 struct sigaction formerHandlers[std::size(kSignals)];
 
-// Static storage of the thread: a handler cannot wait for memory for it.
+// Static storage of the thread: a handler cannot allocate.
 [[gnu::tls_model("initial-exec")]] thread_local bool isGuarded = false;
-// A fault for want of stack needs another one to be handled on.
+// Handles a fault of a stack that has overflowed.
 [[gnu::tls_model("initial-exec")]] thread_local void* handlerStack = MAP_FAILED;
 [[gnu::tls_model("initial-exec")]] thread_local stack_t formerStack;
 
-// What would have happened without the handler. A system fault comes again when its instruction is tried anew; a signal
-// that was sent must be sent again.
+// Does what happens without the handler. A fault comes again when its instruction is repeated; a signal that was sent
+// must be sent again.
 void PassOn(int number, siginfo_t* info, void* context) noexcept {
   const std::size_t index = number == SIGFPE ? 0 : number == SIGILL ? 1 : 2;
   const struct sigaction& former = formerHandlers[index];

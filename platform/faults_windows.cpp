@@ -1,7 +1,7 @@
 #include "platform/faults.h"
 
 #include <windows.h>
-// dbghelp.h needs the types of windows.h before it.
+// dbghelp.h requires windows.h before it.
 #include <dbghelp.h>
 
 #include <csignal>
@@ -19,8 +19,8 @@ static_assert(SIGFPE == 8 && SIGILL == 4 && SIGSEGV == 11);
 using SignalHandler = void (*)(int);
 using WriteDumpFunction = decltype(&MiniDumpWriteDump);
 
-// The C library keeps these handlers for each thread or, as Wine's does, for the process. Counting the threads that
-// want them serves both: the last one to go puts the former handlers back. A fault reads this without the lock.
+// The C library keeps these handlers per thread, Wine's per process. Counting the guarded threads is right for both:
+// the last one restores the former handlers. A fault reads this without the lock.
 std::mutex handlersLock;
 int guardedThreads = 0;
 FaultFunction faultFunction = nullptr;
@@ -34,7 +34,7 @@ thread_local bool isGuarded = false;
 
 void OnSignal(int number);
 
-// What would have happened without the handler. The library has taken it away before the call.
+// Does what happens without the handler, which the library has removed before the call.
 void PassOn(int number) {
   const SignalHandler former = formerHandlers[number == SIGFPE ? 0 : number == SIGILL ? 1 : 2];
   if (former != SIG_DFL && former != SIG_IGN) {
@@ -89,7 +89,7 @@ DumpOutcome WriteDumpWith(HMODULE library, void* pointers, unsigned long& error)
   }
   MINIDUMP_CALLBACK_INFORMATION callback{OnDumpStep, nullptr};
   if (WriteDump(write, file, pointers, &callback) == FALSE) {
-    // Once more, without the callback; whatever comes of it.
+    // Once more without the callback; the result does not matter.
     CloseHandle(file);
     file = CreateDumpFile(name);
     callback.CallbackRoutine = nullptr;

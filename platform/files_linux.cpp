@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 constexpr int kMostWriters = 64;  // of one file at the same time
 constexpr int kMostLinks = 40;    // as the system follows
 
-// Goes from a link to the file behind it, which need not be there.
+// Replaces a link by its target, which need not exist.
 std::error_code FollowLinks(fs::path& file) {
   for (int links = 0; links < kMostLinks; ++links) {
     std::error_code error;
@@ -31,7 +31,7 @@ std::error_code FollowLinks(fs::path& file) {
   return std::make_error_code(std::errc::too_many_symbolic_link_levels);
 }
 
-// Between opening and locking, the writer who held the name may have renamed the file.
+// Between open and flock, the writer that held the name may have renamed the file.
 bool HasName(int file, const fs::path& name) {
   struct stat opened {};
   struct stat named {};
@@ -40,7 +40,7 @@ bool HasName(int file, const fs::path& name) {
          opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
 }
 
-// The empty file of that name, held by us alone; below 0 otherwise.
+// The empty file of that name, locked by us; below 0 on failure.
 int OpenHeld(const fs::path& name) {
   const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666);
   if (file < 0) return file;
@@ -61,13 +61,13 @@ int OpenBeside(const fs::path& file, fs::path& name) {
   return opened;
 }
 
-// The owner first: a change of owner may take away bits of the mode.
+// The owner first: changing it may clear bits of the mode.
 void KeepOwnerAndMode(int file, const fs::path& old) {
   struct stat kept {};
   if (stat(old.c_str(), &kept) != 0) return;
   const bool owned =
       fchown(file, kept.st_uid, kept.st_gid) == 0 || fchown(file, static_cast<uid_t>(-1), kept.st_gid) == 0;
-  // A group that is not the old one gets no more than everybody.
+  // Another group gets no more rights than everybody has.
   const mode_t mode = owned ? kept.st_mode : (kept.st_mode & ~mode_t{S_IRWXG}) | ((kept.st_mode & S_IRWXO) << 3);
   fchmod(file, mode & 07777);
 }
@@ -86,7 +86,7 @@ bool WriteAndRename(int opened, const fs::path& beside, const fs::path& file, st
   return WriteAll(opened, bytes) && fsync(opened) == 0 && std::rename(beside.c_str(), file.c_str()) == 0;
 }
 
-// The rename itself is on the disk once the folder is; where that cannot be asked for, the system does it in its time.
+// The rename is on the disk once the folder is.
 void FlushFolder(const fs::path& folder) {
   const int opened = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (opened < 0) return;
@@ -112,7 +112,7 @@ bool ReplaceFileContent(const fs::path& file, std::string_view bytes, unsigned l
 
 bool MoveToFreeName(const fs::path& from, const fs::path& to, unsigned long& errorNumber) {
   if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
-  // Some file systems cannot be asked for that; a second name is never made over another file either.
+  // Some file systems lack RENAME_NOREPLACE; link does not replace a file either.
   const bool unknown = errno == EINVAL || errno == ENOSYS;
   if (unknown && link(from.c_str(), to.c_str()) == 0 && unlink(from.c_str()) == 0) return true;
   errorNumber = static_cast<unsigned long>(errno);

@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kLargestWrite = 1 << 20;
 constexpr int kMostWriters = 64;  // of one file at the same time
-// A rename fails for as long as another process has the old file open: about two seconds of trying.
+// A rename fails while another process has the old file open: about two seconds of attempts.
 constexpr int kRenameAttempts = 250;
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr DWORD kKeptAttributes =
@@ -30,7 +30,7 @@ fs::path NameOf(HANDLE file) {
   return size < name.size() ? name.substr(0, size) : std::wstring();
 }
 
-// From a link to the file behind it. The name of one that is missing is found by making it, for as long as it is asked.
+// The target of a link. The name of a missing target is found by creating it for the time of the question.
 fs::path FollowLinks(const fs::path& file) {
   HANDLE opened = CreateFileW(file.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
   if (opened == INVALID_HANDLE_VALUE && IsThere(GetFileAttributesW(file.c_str())))
@@ -42,7 +42,7 @@ fs::path FollowLinks(const fs::path& file) {
   return name.empty() ? file : name;
 }
 
-// No other writer can open the file until the handle is closed; renaming it is allowed.
+// No other writer can open the file until the handle is closed; it can be renamed.
 HANDLE OpenBeside(const fs::path& file, fs::path& name) {
   HANDLE opened = INVALID_HANDLE_VALUE;
   for (int i = 1; i <= kMostWriters && opened == INVALID_HANDLE_VALUE; ++i) {
@@ -93,7 +93,7 @@ bool WriteAndRename(HANDLE opened, const fs::path& beside, const fs::path& file,
   SetLastError(ERROR_ACCESS_DENIED);
   if (IsThere(attributes) && (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) != 0) return false;
   if (IsThere(attributes)) KeepAccessAndAttributes(beside, file, attributes);
-  // What a killed process left under this name goes.
+  // Drops what a killed process has left under this name.
   return SetEndOfFile(opened) != 0 && WriteAll(opened, bytes) && FlushFileBuffers(opened) != 0 &&
          RenameOver(beside, file);
 }

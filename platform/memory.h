@@ -1,23 +1,21 @@
-// Large blocks of zeroed memory straight from the system, for data that grows all day. Any thread may call.
+// Memory from the system: large zeroed blocks for data that grows all day, and what the process holds.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
-inline constexpr std::size_t kPageBlockSize = std::size_t{2}
-                                              << 20;  // two megabytes: one large page where there are any
+inline constexpr std::size_t kPageBlockSize = std::size_t{2} << 20;  // one large page, if the system has them
 
-// One block of kPageBlockSize zeroed bytes, aligned to its size where the system can; null when memory is out.
+// One block of kPageBlockSize zeroed bytes, aligned to its size if the system can. Null without memory.
 void* AllocatePageBlock() noexcept;
 void FreePageBlock(void* block) noexcept;
 
-// What the process holds at this moment: bytes of heap and open handles. For finding leaks by comparing two moments;
-// not how much memory the system has given to the process, which does not fall when the process frees some. Any thread
-// may call; other threads that allocate meanwhile make the figure of the heap vague.
+// What the process holds at this moment; compare two moments to find a leak. HeapBytes is less exact while other
+// threads allocate.
 struct ProcessUsage {
   std::uint64_t HeapBytes = 0;  // in blocks that are not freed
-  std::uint64_t Handles = 0;  // files and what else the system counts for the process: on Windows objects of USER, GDI
+  std::uint64_t Handles = 0;    // open files and, on Windows, USER and GDI objects
 };
 
-// On Windows it walks the heap, which takes milliseconds.
+// Takes milliseconds on Windows, where it walks the heap.
 ProcessUsage MeasureProcess();

@@ -9,8 +9,8 @@
 #include <iterator>
 #include <system_error>
 
-// Maps twice the size and gives the ends back, so that the block can be one large page: a day of a million trades then
-// takes hundreds of page faults instead of a hundred thousand.
+// Maps twice the size and unmaps the ends, so that the block can be one large page: a million trades then cost hundreds
+// of page faults instead of a hundred thousand.
 void* AllocatePageBlock() noexcept {
   void* mapped = mmap(nullptr, 2 * kPageBlockSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   if (mapped == MAP_FAILED) return nullptr;
@@ -29,7 +29,7 @@ void FreePageBlock(void* block) noexcept {
 
 namespace {
 
-// The address sanitizer puts its own heap in the place of the C library's, which then counts nothing.
+// The address sanitizer replaces the heap of the C library, which then counts nothing.
 std::uint64_t HeapBytes() {
   using CountFunction = std::size_t (*)();
   void* sanitizer = dlsym(RTLD_DEFAULT, "__sanitizer_get_current_allocated_bytes");
@@ -38,7 +38,7 @@ std::uint64_t HeapBytes() {
   return counts.uordblks + counts.hblkhd;
 }
 
-// One is the folder itself, which is open while it is read.
+// One of them is the folder itself, open while it is read.
 std::uint64_t OpenHandles() {
   std::error_code ignored;
   const auto count = std::distance(std::filesystem::directory_iterator("/proc/self/fd", ignored), {});

@@ -14,7 +14,7 @@ void FreePageBlock(void* block) noexcept {
 
 namespace {
 
-// Blocks of one heap; none when it cannot be walked.
+// Blocks of one heap; 0 if it cannot be walked.
 std::uint64_t BytesIn(HANDLE heap) {
   std::uint64_t bytes = 0;
   if (HeapLock(heap) == 0) return 0;

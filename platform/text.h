@@ -1,5 +1,5 @@
-// 8-bit text to wide text and back through the system code page: the ANSI code page on Windows, Windows-1252 on Linux.
-// Any thread may call.
+// 8-bit text to wide text and back through the system code page (the ANSI code page on Windows, Windows-1252 on Linux),
+// the system's error texts, and the console.
 #pragma once
 
 #include <string>
@@ -8,23 +8,18 @@
 // The number of the code page in use.
 unsigned SystemCodePage() noexcept;
 
-// Each byte becomes the character that the code page gives it. In Windows-1252 the five bytes without a character
-// become U+0081, U+008D, U+008F, U+0090 and U+009D, so that all 256 bytes survive the way there and back.
+// Each byte becomes its character in the code page. In Windows-1252 the five bytes without a character become U+0081,
+// U+008D, U+008F, U+0090 and U+009D, so that no byte is lost there and back.
 std::wstring CodePageToWide(std::string_view text);
-// The same into a place with room for a character per byte; returns how many there are. Takes no memory.
+// Into a place with room for one character per byte; returns their count. Does not allocate.
 std::size_t CodePageToWide(std::string_view text, wchar_t* to) noexcept;
 
 // A character outside the code page becomes '?'.
 std::string WideToCodePage(std::wstring_view text);
 
-// The system's own text for the number of a failed call. Any thread may call.
-
-// In one line; empty if the system has none.
+// The system's text for an error number, in one line; empty if the system has none.
 std::string SystemErrorText(unsigned long errorNumber);
 
-// The console that a program writes to. Main thread, at the start.
-
-// A program with windows that the desktop has started stands in a console made for it alone: closes that. True when it
-// did: nothing that is written can be seen from then on. A console that was there before stays, as does everything on a
-// platform without consoles of programs.
+// Closes the console that Windows opens for a program started from the desktop; true if there was one, and output is
+// not visible from then on. Any other console stays. Main thread, before anything is written.
 bool CloseOwnConsole() noexcept;

@@ -58,7 +58,7 @@ std::string WideToCodePage(std::wstring_view text) {
 
 std::string SystemErrorText(unsigned long errorNumber) {
   std::string text = std::system_category().message(static_cast<int>(errorNumber));
-  // So begins what the library makes up for a number that the system does not know.
+  // The library's text for an unknown number.
   return text.starts_with("Unknown error") ? std::string() : text;
 }
 

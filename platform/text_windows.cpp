@@ -6,8 +6,8 @@
 
 namespace {
 
-// Without this flag a letter outside the code page would turn into one that looks like it. UTF-8 as the code page
-// has no such letters and refuses the flag.
+// Without this flag a letter outside the code page becomes a similar one. UTF-8 has no such letters and refuses the
+// flag.
 DWORD ToNarrowFlags() {
   return GetACP() == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS;
 }
@@ -39,7 +39,7 @@ std::string WideToCodePage(std::wstring_view text) {
 }
 
 namespace {
-// Places for inserts stay as they are, as there is nothing to insert, and line breaks become blanks.
+// Places for inserts stay, line breaks become blanks.
 constexpr DWORD kFlags = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK;
 static_assert(kFlags == 0x12FF);
 }  // namespace

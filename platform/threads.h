@@ -1,7 +1,8 @@
-// The platform's own re-entrant lock object. HostReplyBuffer holds one in place, so its size and its functions are part
-// of the binary interface with the terminal. Code of the system locks with CQORLock, which wraps this. Any thread may
-// call.
+// The platform's lock, event and thread.
 #pragma once
+
+// A recursive lock. HostReplyBuffer holds one in place, so its size and its functions are part of the binary interface
+// with the terminal. Everything else locks with CQORLock, which wraps it.
 
 #ifdef _WIN32
 // The layout of CRITICAL_SECTION, declared here so that no public header pulls in windows.h; threads_windows.cpp
@@ -19,14 +20,14 @@ struct PlatformLock {
 using PlatformLock = pthread_mutex_t;
 #endif
 
-// Makes the lock. Returns 0, or the system's error number when the lock could not be made.
+// Returns 0 or the system's error number.
 unsigned long InitializeLock(PlatformLock& lock, unsigned long spinCount) noexcept;
 void DestroyLock(PlatformLock& lock) noexcept;
 void EnterLock(PlatformLock& lock) noexcept;
 void LeaveLock(PlatformLock& lock) noexcept;
 
-// The platform's manual-reset event: once set it lets every waiter through until it is reset. Any thread may call; each
-// function returns 0 or the system's error number.
+// A manual-reset event: once set, every wait returns at once until it is reset. Errors are the system's numbers, 0 is
+// success.
 #ifdef _WIN32
 struct PlatformEvent {
   void* Handle;
@@ -39,14 +40,14 @@ struct PlatformEvent {
 };
 #endif
 
-// Makes the event, not set. The other functions take only an event that could be made.
+// Creates the event, not set. The other functions require an event that was created.
 unsigned long InitializePlatformEvent(PlatformEvent& event) noexcept;
 void DestroyPlatformEvent(PlatformEvent& event) noexcept;
 void SetPlatformEvent(PlatformEvent& event) noexcept;
 void ResetPlatformEvent(PlatformEvent& event) noexcept;
 unsigned long WaitForPlatformEvent(PlatformEvent& event) noexcept;
 
-// One thread of the platform, whose start may be refused with the system's number of the error. The owner joins it.
+// A thread that its owner joins.
 #ifdef _WIN32
 struct PlatformThread {
   void* Handle = nullptr;
@@ -57,7 +58,7 @@ struct PlatformThread {
 };
 #endif
 
-// Runs the function on a thread of its own; 0 or the system's error number. A function that throws ends the process.
+// Runs the function on a new thread. Returns 0 or the system's error number.
 unsigned long StartPlatformThread(PlatformThread& thread, void (*run)(void*) noexcept, void* argument) noexcept;
-// Waits for the end of a thread that was started; once for each.
+// Waits for the end of a started thread, once.
 void JoinPlatformThread(PlatformThread& thread) noexcept;

@@ -4,7 +4,7 @@
 #include <memory>
 #include <new>
 
-// The spin count has no place in a pthread mutex: the kernel is entered only when the lock is held.
+// A pthread mutex has no spin count; it enters the kernel only if the lock is held.
 unsigned long InitializeLock(PlatformLock& lock, unsigned long /*spinCount*/) noexcept {
   pthread_mutexattr_t attributes;
   if (const int error = pthread_mutexattr_init(&attributes); error != 0) return static_cast<unsigned long>(error);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "grid_base/settings/grid_folders.h"
+#include "foundations/paths.h"
 #include "platform/text.h"
 
 namespace {
@@ -12,7 +12,7 @@ struct StoredNumber {
   std::int32_t ColumnState::*Field;
 };
 
-// In the order of the file, behind the header.
+// In the order of the file, after the header.
 constexpr StoredNumber kStoredNumbers[] = {
     {L"Width", &ColumnState::Width}, {L"Visible", &ColumnState::Visible}, {L"Align", &ColumnState::Align},
     {L"Sort", &ColumnState::Sort},   {L"Locked", &ColumnState::Locked},   {L"Order", &ColumnState::Order},
@@ -89,7 +89,7 @@ void ColumnProfile::SaveColumnState(const std::string& key, const ColumnState& s
   for (const StoredNumber& number : kStoredNumbers) Settings.Write(number.Key, state.*number.Field);
 }
 
-// A place or a column beyond the count is passed over and takes no place.
+// Ignores places and columns beyond the count.
 std::vector<int> ColumnProfile::DisplayOrder(int columnCount) const {
   std::vector<int> columns;
   for (const auto& [order, column] : Orders)

@@ -1,7 +1,7 @@
-// ColumnProfile: what a grid keeps of its columns between runs, in ColumnProfile.xml, and what follows from it: how a
-// column is inserted, in which order the columns stand, what a reset brings back.
+// ColumnProfile: the columns of a grid between runs, in ColumnProfile.xml, and what follows from them: the state of an
+// inserted column, the order of the columns, and what a reset restores.
 //
-//   root   := grid name without blanks:  column*  IsMultipleSort      in the order in which they were first saved
+//   root   := grid name without blanks:  column*  IsMultipleSort      in the order of the first save
 //   column := key:  Header Width Visible Align Sort Locked Order Group
 #pragma once
 
@@ -14,10 +14,10 @@
 
 #include "grid_base/settings/xml_settings.h"
 
-// One column as it is shown, stored and restored.
+// A column as shown, stored and restored.
 struct ColumnState {
   std::wstring Header;
-  std::int32_t Width = 0;    // in pixels, 1 to 2048; of a hidden column the one it has when it is shown
+  std::int32_t Width = 0;    // in pixels, 1 to 2048; of a hidden column the width when it is shown
   std::int32_t Visible = 0;  // 0 is hidden
   std::int32_t Align = 0;    // 0, 1 or 2
   std::int32_t Sort = 0;     // 1 ascending, -1 descending, anything else unsorted
@@ -26,7 +26,7 @@ struct ColumnState {
   std::int32_t Group = -1;   // place among the columns grouped by; -1 when not grouped
 };
 
-// What the grid tells of a column when it inserts it.
+// A column as the grid inserts it.
 struct NewColumn {
   std::string Key;
   std::wstring Header;
@@ -35,8 +35,8 @@ struct NewColumn {
   std::int32_t Visible = 0;
 };
 
-// What is kept of an inserted column for a reset: as shown at its insertion, but the width as the grid gave it. So a
-// reset returns to the grid's width and to the profile's visibility.
+// An inserted column for a reset: as shown then, but with the grid's width. So a reset restores the grid's width and
+// the profile's visibility.
 struct ColumnDefaults {
   std::string Grid;
   std::string Key;
@@ -48,13 +48,13 @@ struct ColumnDefaults {
   std::int32_t Locked = 0;
 };
 
-// A column after a reset. One that is visible takes the width and loses its sort mark; a hidden one keeps both.
+// A column after a reset. A visible one gets the width and loses its sort mark; a hidden one keeps both.
 struct ColumnReset {
   bool Visible = false;
   std::int32_t Width = 0;
 };
 
-// Whether the column is sorted ascending; nothing when its stored mark sorts it not at all.
+// Whether the column is sorted ascending; nothing if it is unsorted.
 std::optional<bool> SortsAscending(const ColumnState& state) noexcept;
 
 class ColumnProfile {
@@ -62,8 +62,8 @@ class ColumnProfile {
   // The names of the grid and of the file's root. Reads no file.
   ColumnProfile(std::string gridName, std::wstring profileName, std::filesystem::path workingFolder);
 
-  // <working folder>/ColumnProfile/<grid name>/ColumnProfile.xml; the folders are made by either. A file that is
-  // missing or has a fault is no failure: the columns that it does not tell of keep what the grid gives them.
+  // <working folder>/ColumnProfile/<grid name>/ColumnProfile.xml; both create the folders. A missing or damaged file is
+  // no failure: columns that it lacks keep the values of the grid.
   void LoadColumnProfileFile();
   bool SaveColumnProfileFile() const;
 
@@ -71,16 +71,16 @@ class ColumnProfile {
   std::int32_t LoadMultipleSort();
   void SaveMultipleSort(bool multipleSort);
 
-  // What the grid sets for the column: its stored state over the given one. Columns come in index order. A stored width
-  // outside 1 to 2048, an empty header and an alignment that is none count as not stored.
+  // The state that the grid sets: stored values replace the given ones. Requires columns in index order. A stored width
+  // outside 1 to 2048, an empty header and an unknown alignment count as not stored.
   ColumnState InsertProfiledColumn(const NewColumn& column, int index);
   void SaveColumnState(const std::string& key, const ColumnState& state);
 
-  // Before the columns are inserted: the order of columns inserted earlier counts no longer.
+  // Before columns are inserted again.
   void ForgetOrder() { Orders.clear(); }
-  // The columns that have a stored place, to be put at places 0, 1, 2 and on.
+  // The columns with a stored place, in order.
   std::vector<int> DisplayOrder(int columnCount) const;
-  // One entry for each column: columns never inserted through here come back hidden.
+  // One entry per column; columns that were not inserted here are hidden.
   std::vector<ColumnReset> ResetColumns(int columnCount) const;
 
   const std::map<int, ColumnDefaults>& Columns() const noexcept { return ColumnTable; }
@@ -94,8 +94,8 @@ class ColumnProfile {
   CVELDPXMLSettings Settings;
   std::string GridName;
   std::filesystem::path WorkingFolder;
-  std::map<std::int32_t, int> Orders;  // stored place to column, visible columns only; the later of two equals wins
+  std::map<std::int32_t, int> Orders;  // stored place to visible column; the later of two equals wins
   std::map<std::int32_t, int> Groups;
-  std::map<int, ColumnDefaults> ColumnTable;  // by the number of the insertion, which is the column's index
+  std::map<int, ColumnDefaults> ColumnTable;  // by the number of the insertion, the column's index
   int NextColumn = 0;
 };

@@ -1,4 +1,4 @@
-// The font of a grid as settings keep it: a block of 92 bytes, the same on both platforms.
+// The font of a grid as settings store it: a block of 92 bytes, the same on both platforms.
 #pragma once
 
 #include <cstdint>
@@ -8,9 +8,9 @@
 
 #include "grid_base/settings/registry.h"
 
-// The block itself, little-endian, in the order in which it is stored.
+// The block, little-endian, in stored order.
 struct GridFont {
-  std::int32_t Height = 0;  // in pixels; negative: of the characters without the room above them
+  std::int32_t Height = 0;  // in pixels; negative: of the characters without the space above them
   std::int32_t Width = 0;
   std::int32_t Escapement = 0;  // tenths of a degree, as Orientation
   std::int32_t Orientation = 0;
@@ -27,14 +27,14 @@ struct GridFont {
 };
 static_assert(sizeof(GridFont) == 92);
 
-// Nothing when the bytes are too few for a font; what follows the block is not looked at.
+// Nothing if there are too few bytes for a font; more bytes are ignored.
 std::optional<GridFont> FontFromBytes(std::span<const std::uint8_t> bytes);
 bool WriteFont(CQORPRegistry& settings, const GridFont& font);
 
-// Cuts the name where it is longer than the block has room for.
+// Cuts a name that is too long for the block.
 void SetFaceName(GridFont& font, std::wstring_view name);
 
-// The font stored as "Font" in the section; nothing when the section is there without a font. Where the section is not
-// there the current font, in bold "MS Sans Serif". The second form reads the process's store.
+// The font stored as "Font" in the section; nothing if the section has no font. Without the section, the current font
+// in bold "MS Sans Serif". The second form reads the process's store.
 std::optional<GridFont> LoadGridFont(CQORPRegistry& settings, const std::wstring& section, GridFont currentFont);
 std::optional<GridFont> LoadGridFont(const std::wstring& section, const GridFont& currentFont);

@@ -1,6 +1,5 @@
-// CQORPRegistry: where settings are kept by path and key, whatever keeps them. A path is a list of node names with
-// backslashes between them, a key the name of a value below the path last created or opened; blanks in either do not
-// count.
+// CQORPRegistry: settings by path and key. A path is node names with backslashes between them, a key the name of a
+// value below the path last created or opened; blanks in both are ignored.
 #pragma once
 
 #include <cstdint>
@@ -23,24 +22,24 @@ struct SettingsRectangle {
 };
 static_assert(sizeof(SettingsRectangle) == 16);
 
-// Every Read returns false and leaves its output alone when no path is open or the key is not there; every Write
-// returns false when the settings are read-only or no path is open. Text and numbers share one stored form, so what was
-// written as the one can be read as the other.
+// Every Read returns false, with its output unchanged, if no path is open or there is no such key; every Write returns
+// false if the settings are read-only or no path is open. Text and numbers have one stored form: each can be read as
+// the other.
 class CQORPRegistry {
  public:
   virtual ~CQORPRegistry() = default;
 
-  // Three constant answers whose questions nothing asks: 0, 1 and 1; a fourth, 0, stands behind the reads.
+  // These answer 0, 1 and 1, the fourth after the reads 0. Nothing calls them; they hold their places in the vtable.
   virtual int FirstQuery() const { return 0; }
   virtual int SecondQuery() const { return 1; }
   virtual int ThirdQuery() const { return 1; }
 
-  // Walks the path, making what is missing, and opens its last node; false when read-only.
+  // Creates what the path lacks and opens its last node; false if read-only.
   virtual bool CreatePath(const std::wstring& path) = 0;
-  // Walks the path; where a part is missing nothing is open afterwards.
+  // Opens the last node of the path; if a part is missing, nothing is open afterwards.
   virtual bool OpenPath(const std::wstring& path) = 0;
   virtual void ClosePath() = 0;
-  // Alone in comparing its argument as it stands, blanks included.
+  // Intentional: compares its key with its blanks, unlike all others.
   virtual bool RemoveValue(const std::wstring& key) = 0;
   virtual bool RemovePath(const std::wstring& path, bool administrator) = 0;
 
@@ -65,8 +64,8 @@ class CQORPRegistry {
   virtual bool Read(const std::wstring& key, std::int32_t& number) = 0;
   virtual int FourthQuery() const { return 0; }
 
-  // Non-zero where the machine's settings are meant, zero where the user's.
+  // Non-zero for the machine's settings, zero for the user's.
   int Administrator = 0;
   int ReadOnly = 0;
-  std::wstring LastPath;  // the one last opened
+  std::wstring LastPath;  // the path last opened
 };

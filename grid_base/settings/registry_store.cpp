@@ -13,8 +13,7 @@ namespace {
 
 constexpr int kMostKept = 1000;
 
-// Copies the file to the first free of its names with ".damaged", ".damaged2" and so on behind: each earlier copy
-// stays.
+// Copies the file to the first free name with ".damaged", ".damaged2" and so on appended: earlier copies stay.
 std::error_code CopyBeside(const fs::path& file) {
   std::error_code error, ignored;
   for (int i = 1; i <= kMostKept; ++i) {
@@ -73,7 +72,7 @@ bool RegistryStore::Save() noexcept {
   try {
     BreakTagsInValues(Tree->User);
     saved = KeepDamagedFile(errorNumber) && ReplaceFileContent(File, SettingsFileBytes(Tree->User), errorNumber);
-  } catch (...) {  // out of memory: told as a failure without a number
+  } catch (...) {  // out of memory: a failure without a number
   }
   if (saved) Tree->Changed = false;
   if (!saved && !FailureTold) Report("cannot be written; the file stays as it was. ", errorNumber, __LINE__);
@@ -81,7 +80,7 @@ bool RegistryStore::Save() noexcept {
   return saved;
 }
 
-// Another terminal may have kept and replaced the damaged file since it was read.
+// Another terminal may have copied and replaced the damaged file meanwhile.
 bool RegistryStore::KeepDamagedFile(unsigned long& errorNumber) {
   std::error_code error;
   if (Damaged && fs::exists(File, error) && !CVELDPXMLSettings().LoadFromFile(File)) error = CopyBeside(File);

@@ -1,5 +1,4 @@
-// The settings that the process keeps between runs: one tree for all, in one file of the working folder, handed out as
-// registry objects.
+// RegistryStore: the settings that the process keeps between runs, one tree in one file, opened as registry objects.
 #pragma once
 
 #include <filesystem>
@@ -8,20 +7,20 @@
 #include "grid_base/settings/registry.h"
 #include "grid_base/settings/settings_tree.h"
 
-// Promises: whatever is written through one handle, all others read at once; the file holds either what it held or all
-// that was written, never a part. Works by one tree, read when the store is made, and by ReplaceFileContent, called
-// when a handle is released, something has changed and no handle that may write is left: a save of many parts writes
-// once. A file that could not be read whole is kept beside, under a free name, before it is replaced.
-// Handles keep the store alive.
+// All handles see a write at once. The file has the old content or the new, never a part. A file that cannot be read
+// whole is copied to a free name before it is replaced.
+//
+// One tree, read when the store is made and written by ReplaceFileContent when the last handle that may write is
+// released and something has changed: a save of many parts writes once. Handles keep the store alive.
 class RegistryStore : public std::enable_shared_from_this<RegistryStore> {
  public:
   static std::shared_ptr<RegistryStore> Make(const std::filesystem::path& file);
 
-  // Settings with the two flags set and nothing open. Throws only when memory runs out.
+  // Settings with the two flags set and no open path. Throws only std::bad_alloc.
   std::unique_ptr<CQORPRegistry> Open(int administrator, int readOnly);
 
-  // Brings what has changed to the file now. False on failure, which is reported once until a save succeeds again;
-  // nothing is lost then: the next save tries anew.
+  // Writes changes to the file now. False on failure, which is reported once until a save succeeds; the next save tries
+  // again.
   bool Save() noexcept;
 
  private:
@@ -43,7 +42,7 @@ class CQORPRegistrySP {
  public:
   static constexpr const char* kFileName = "TradeBookSettings.xml";
 
-  // The folder of the file. Counts once and before the first Create; without it the current folder is taken then.
+  // Sets the folder of the file; only the first call counts, before the first Create. Default: the current folder.
   static void UseFolder(const std::filesystem::path& folder);
   static std::unique_ptr<CQORPRegistry> Create(int administrator, int readOnly);
   static bool Save() noexcept;

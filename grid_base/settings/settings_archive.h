@@ -1,5 +1,4 @@
-// Bytes of settings values that are more than text or a number: little-endian words one behind the other, and objects
-// that write themselves. One thread at a time.
+// Settings values other than text and numbers, as little-endian bytes, and objects that write themselves.
 //
 //   object by pointer   := u16 0 | u16 0xFFFF u16 schema u16 length class-name object
 //   object by reference := what its Store writes
@@ -37,7 +36,7 @@ class ArchiveWriter {
 class ArchiveReader {
  public:
   explicit ArchiveReader(std::span<const std::uint8_t> bytes) noexcept : Rest(bytes) {}
-  // Each returns false, with the output as it was, when too few bytes are left.
+  // Each returns false, with the output unchanged, if too few bytes are left.
   template <typename Word>
   bool Take(Word& word) noexcept {
     if (Rest.size() < sizeof word) return false;
@@ -61,10 +60,10 @@ class ArchiveReader {
 class SettingsObject {
  public:
   virtual ~SettingsObject() = default;
-  // The name by which a value held through a pointer finds its class again.
+  // Names the class of a value that is stored through a pointer.
   virtual std::string_view ClassName() const = 0;
   virtual std::uint16_t Schema() const { return 1; }
   virtual void Store(ArchiveWriter& archive) const = 0;
-  // False when the bytes do not hold such an object.
+  // False if the bytes are not such an object.
   virtual bool Load(ArchiveReader& archive) = 0;
 };

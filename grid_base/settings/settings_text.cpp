@@ -26,7 +26,7 @@ Span Trimmed(std::wstring_view text, Span span) {
   return span;
 }
 
-// One branch whose elements are being read: the rest of its content.
+// A branch whose elements are being read, and the rest of its content.
 struct OpenBranch {
   CVELDPXMLNode* Node;
   Span Rest;
@@ -50,7 +50,7 @@ class Parser {
   }
 
  private:
-  // A child is attached only when it has been read whole; until then it waits here.
+  // A child is attached when it is read whole; until then it is in Unattached.
   bool ReadChild() {
     Unattached.push_back(std::make_unique<CVELDPXMLNode>());
     const std::size_t depth = Branches.size();
@@ -69,7 +69,7 @@ class Parser {
     Unattached.pop_back();
   }
 
-  // Reads one element from the front of the span and takes it off. A branch is only opened: its elements follow.
+  // Removes one element from the front of the span. A branch is only opened; its elements follow.
   bool ReadElement(CVELDPXMLNode& node, Span& rest) {
     node.Value.clear();
     node.RemoveChildren();

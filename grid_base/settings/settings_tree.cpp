@@ -51,7 +51,7 @@ void CVELDPXMLNode::RemoveChild(const CVELDPXMLNode* child) {
   std::erase_if(ChildNodes, [child](const auto& each) { return each.get() == child; });
 }
 
-// Level by level: a node handed to the waiting list has no children left when it is destroyed.
+// Level by level: a node has no children any longer when it is destroyed.
 void CVELDPXMLNode::RemoveChildren() {
   std::vector<std::unique_ptr<CVELDPXMLNode>> waiting = std::move(ChildNodes);
   ChildNodes.clear();

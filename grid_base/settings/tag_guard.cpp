@@ -22,8 +22,8 @@ class TagGuard {
     if (--row->second == 0) NamesAround.erase(row);
   }
 
-  // From the end, so that what stands behind each bracket is final. A tag may reach into the closing tag of the value's
-  // own element. The code page makes no other character a bracket, so the brackets of value and file form are the same.
+  // From the end, so that the text after each bracket is final. A tag may reach into the closing tag of the value's own
+  // element. The code page makes no other character a bracket, so value and file form have the same brackets.
   void BreakTags(CVELDPXMLNode& leaf) const {
     std::size_t source = leaf.Value.size();
     if (leaf.Value.find(L'<') == std::wstring::npos) return;
@@ -84,7 +84,7 @@ TagMatcher::TagMatcher(std::wstring_view text) {
   for (std::size_t at = text.find(L'<'); at != std::wstring_view::npos; at = text.find(L'<', at + 1)) {
     if (end != std::wstring_view::npos && end < at) end = text.find(L'>', at);
     if (end == std::wstring_view::npos) break;
-    // A tag that begins with a stroke closes the name behind it, and may itself be a name that is opened.
+    // A tag that begins with a slash closes the name after it, and may itself open a name.
     if (at + 1 < end && text[at + 1] == L'/') {
       if (const auto row = open.find(hashes.Of(at + 2, end)); row != open.end() && !row->second.empty()) {
         Tags[row->second.back()].Closing = at;

@@ -3,9 +3,46 @@
 #include <fstream>
 
 #include "foundations/error_report.h"
+#include "foundations/text_tools.h"
 #include "grid_base/settings/settings_text.h"
 #include "grid_base/settings/settings_tree.h"
 #include "platform/faults.h"
+
+namespace {
+
+constexpr std::uint16_t kNewClass = 0xFFFF;
+constexpr std::uint16_t kPointWords = 5;
+
+std::wstring HexadecimalText(std::span<const std::uint8_t> bytes) {
+  constexpr wchar_t kDigits[] = L"0123456789abcdef";
+  std::wstring text;
+  text.reserve(2 * bytes.size());
+  for (const std::uint8_t byte : bytes) {
+    text += kDigits[byte >> 4];
+    text += kDigits[byte & 15];
+  }
+  return text;
+}
+
+int DigitOf(wchar_t character) {
+  if (character >= L'0' && character <= L'9') return character - L'0';
+  if (character >= L'a' && character <= L'f') return character - L'a' + 10;
+  if (character >= L'A' && character <= L'F') return character - L'A' + 10;
+  return -1;
+}
+
+// A pair of characters as sscanf reads a hexadecimal number: a blank or a sign may precede the digit, and the number
+// ends at the first other character. A pair without a digit is 0.
+std::uint8_t ByteOf(wchar_t first, wchar_t second) {
+  const int high = DigitOf(first);
+  const int low = DigitOf(second);
+  if (high >= 0) return static_cast<std::uint8_t>(low < 0 ? high : high * 16 + low);
+  const bool passedOver = first == L'+' || first == L' ' || (first >= L'\t' && first <= L'\r');
+  if (low < 0 || !(passedOver || first == L'-')) return 0;
+  return static_cast<std::uint8_t>(first == L'-' ? -low : low);
+}
+
+}  // namespace
 
 CVELDPXMLSettings::CVELDPXMLSettings(std::shared_ptr<SettingsTree> tree) : Tree(std::move(tree)) {
   Tree->AddOpenPlace(&Current);
@@ -35,7 +72,7 @@ bool CVELDPXMLSettings::OpenPath(const std::wstring& path) {
   return Current != nullptr;
 }
 
-// Removes from read-only settings as well: meant so.
+// Intentional: also removes from read-only settings.
 bool CVELDPXMLSettings::RemoveValue(const std::wstring& key) {
   const CVELDPXMLNode* child = Current == nullptr ? nullptr : Current->FindChild(key);
   if (child == nullptr) return false;
@@ -51,8 +88,8 @@ bool CVELDPXMLSettings::RemovePath(const std::wstring& path, bool administrator)
   return true;
 }
 
-// The old file is emptied before the new text is written: meant so. RegistryStore keeps the old one until the new is
-// whole.
+// Intentional: empties the old file before it writes the new text. RegistryStore keeps the old file until the new one
+// is whole.
 bool CVELDPXMLSettings::SaveToFile(const std::filesystem::path& path) const {
   const std::string bytes = SettingsFileBytes(Tree->User);
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
@@ -76,52 +113,14 @@ bool CVELDPXMLSettings::LoadFromFile(const std::filesystem::path& path) {
   return ParseNode(Tree->User, *text);
 }
 
-// The forms in which CVELDPXMLSettings keeps values: text, decimal numbers, and bytes as hexadecimal text.
-
-#include "foundations/text_tools.h"
-
-namespace {
-
-constexpr std::uint16_t kNewClass = 0xFFFF;
-constexpr std::uint16_t kPointWords = 5;
-
-std::wstring HexadecimalText(std::span<const std::uint8_t> bytes) {
-  constexpr wchar_t kDigits[] = L"0123456789abcdef";
-  std::wstring text;
-  text.reserve(2 * bytes.size());
-  for (const std::uint8_t byte : bytes) {
-    text += kDigits[byte >> 4];
-    text += kDigits[byte & 15];
-  }
-  return text;
-}
-
-int DigitOf(wchar_t character) {
-  if (character >= L'0' && character <= L'9') return character - L'0';
-  if (character >= L'a' && character <= L'f') return character - L'a' + 10;
-  if (character >= L'A' && character <= L'F') return character - L'A' + 10;
-  return -1;
-}
-
-// A pair of characters as a scan for one hexadecimal number reads it: a blank or a sign may stand before the digit, and
-// the number ends at the first character that is none. A pair without a digit is 0.
-std::uint8_t ByteOf(wchar_t first, wchar_t second) {
-  const int high = DigitOf(first);
-  const int low = DigitOf(second);
-  if (high >= 0) return static_cast<std::uint8_t>(low < 0 ? high : high * 16 + low);
-  const bool passedOver = first == L'+' || first == L' ' || (first >= L'\t' && first <= L'\r');
-  if (low < 0 || !(passedOver || first == L'-')) return 0;
-  return static_cast<std::uint8_t>(first == L'-' ? -low : low);
-}
-
-}  // namespace
+// Values: text, decimal numbers, and bytes as hexadecimal text.
 
 const std::wstring* CVELDPXMLSettings::ValueOf(const std::wstring& key) const {
   const CVELDPXMLNode* child = Current == nullptr ? nullptr : Current->FindChild(StoredName(key));
   return child == nullptr ? nullptr : &child->Value;
 }
 
-// A child that is a branch stays one; its value is then not written to a file.
+// A child that is a branch stays one; a file does not have its value.
 bool CVELDPXMLSettings::SetValue(const std::wstring& key, std::wstring value) {
   if (ReadOnly != 0 || Current == nullptr) return false;
   CVELDPXMLNode* child = Current->FindChild(StoredName(key));
@@ -193,7 +192,7 @@ bool CVELDPXMLSettings::Write(const std::wstring& key, const std::wstring& text)
   return SetValue(key, text);
 }
 
-// Both numbers are written as signed ones.
+// Unsigned numbers are written as signed ones too.
 bool CVELDPXMLSettings::Write(const std::wstring& key, std::uint32_t number) {
   return SetValue(key, std::to_wstring(static_cast<std::int32_t>(number)));
 }
@@ -250,7 +249,7 @@ bool CVELDPXMLSettings::Read(const std::wstring& key, SettingsPoint& point) {
   return archive.Take(count) && count >= 2 && archive.Left() >= count * sizeof(std::uint32_t) && archive.Take(point);
 }
 
-// The array is emptied first, so that a key which is not there leaves it empty.
+// Intentional: a missing key leaves the array empty.
 bool CVELDPXMLSettings::Read(const std::wstring& key, std::vector<std::uint16_t>& words) {
   words.clear();
   const auto bytes = BytesOf(key);

@@ -1,5 +1,5 @@
-// CVELDPXMLSettings: settings kept in a tree in memory, moved to and from a small text file of tags. It touches the
-// disk only in SaveToFile and LoadFromFile. The tree is its own or shared with others, flags and open node are its own.
+// CVELDPXMLSettings: settings in a tree in memory, which SaveToFile and LoadFromFile write to and read from a text file
+// of tags. Several objects can share a tree; each has its own flags and open node.
 #pragma once
 
 #include <filesystem>
@@ -45,14 +45,14 @@ class CVELDPXMLSettings : public CQORPRegistry {
   bool Read(const std::wstring& key, std::uint32_t& number) override;
   bool Read(const std::wstring& key, std::int32_t& number) override;
 
-  // The root of the user's tree as a file. Saving returns false only when writing failed: a file that cannot be opened
-  // counts as saved. Loading replaces the tree, root name included; of what was open only the root stays open: open a
-  // path after it. A file with a fault leaves what was read before the fault.
+  // The root of the user's tree as a file. SaveToFile returns false only if writing fails: a file that cannot be opened
+  // counts as saved. LoadFromFile replaces the tree with its root name and closes all paths but the root. A file with a
+  // fault leaves what comes before the fault.
   bool SaveToFile(const std::filesystem::path& path) const;
   bool LoadFromFile(const std::filesystem::path& path);
 
   CVELDPXMLNode& UserRoot() noexcept { return Tree->User; }
-  // Objects read through a pointer are made by their class name.
+  // Creates objects that are read through a pointer, by class name.
   void KnowClass(const std::string& className, ObjectMaker maker) { Makers[className] = std::move(maker); }
 
  private:

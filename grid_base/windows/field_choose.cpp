@@ -3,7 +3,7 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
-#include "grid_base/settings/grid_folders.h"
+#include "grid_base/settings/grid_types.h"
 #include "grid_base/windows/base_grid.h"
 #include "toolkit/system/make_child.h"
 

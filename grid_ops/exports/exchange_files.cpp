@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "foundations/date_time.h"
-#include "grid_base/settings/grid_folders.h"
+#include "foundations/paths.h"
 #include "grid_ops/exports/trade_file_lines.h"
 
 namespace fs = std::filesystem;

@@ -56,7 +56,7 @@ bool CQORPacketReader::DecodeBody(std::uint16_t size) noexcept {
       return true;
     case kModeCompressed:
       Data += kHeaderSize;
-      // A body that does not inflate is searched as it stands, from its tenth byte and no further than its end.
+      // A body that cannot be inflated is searched as it is, from its tenth byte to its end.
       if (!Inflate()) End = static_cast<std::uint16_t>(End - kHeaderSize);
       return true;
     case kModeEnciphered:
@@ -66,8 +66,8 @@ bool CQORPacketReader::DecodeBody(std::uint16_t size) noexcept {
   return false;
 }
 
-// A reader may be parsed again, a message within a message: then Data stands in the old buffer, which goes only when
-// the new one is filled, and stays on failure.
+// ParseHeader may run again on a message inside a message: Data then points into the old buffer, which is freed only
+// after the new one is filled.
 void CQORPacketReader::TakeDecoded(std::unique_ptr<std::uint8_t[]> decoded, std::uint16_t size) noexcept {
   delete[] DecodedBuffer;
   Data = DecodedBuffer = decoded.release();
@@ -84,8 +84,8 @@ bool CQORPacketReader::Decipher(std::uint16_t size) noexcept {
   return true;
 }
 
-// Data stands at the body, End is still the size of the whole message. Growing stops as soon as the body is known to be
-// too large to be taken, so that a small message cannot claim much memory or time.
+// Data is at the body, End is still the size of the whole message. Growing stops as soon as the body is too large, so a
+// small message cannot claim much memory or time.
 bool CQORPacketReader::Inflate() noexcept {
   ZlibBlock decoded(2U * End);
   if (decoded.Bytes == nullptr) return false;
@@ -102,7 +102,7 @@ bool CQORPacketReader::Inflate() noexcept {
   return true;
 }
 
-// The first field must be the message number; without room for its value the number stays as it was.
+// The first field must be the message number; without room for its value the number stays.
 bool CQORPacketReader::ReadMessageNumber() noexcept {
   if (!NextTag() || Tag != kMessageNumberTag) return false;
   ReadU16(MessageNumber);

@@ -1,5 +1,5 @@
-// CQORPacketReader walks the fields of one received message. Its fields travel by address between terminal and plug-in,
-// so their order and places are fixed. An instance is used by one thread at a time.
+// CQORPacketReader walks the fields of one received message. Terminal and plug-in pass it by address, so the order and
+// offsets of its members are fixed.
 #pragma once
 
 #include <algorithm>
@@ -10,16 +10,15 @@
 
 #include "host_link/messages/message_header.h"
 
-// FieldCursor: a place in the bytes of a message and the steps from field to field. CQORPacketReader offers these steps
-// to callers; decoders run on a copy of it, which the compiler keeps in registers while they write into records. Reads
-// only the bytes given. One thread at a time.
+// A place in the bytes of a message and the steps from field to field. Decoders walk on a copy of it, which the
+// compiler keeps in registers while they write into records. Reads only the given bytes.
 struct FieldCursor {
   const std::uint8_t* Data;
   std::size_t Cursor;
   std::size_t End;
 
-  // Finds the next field: any bytes before its mark are passed over. False at the end of the message, behind a mark
-  // that has no room for its tag.
+  // Finds the next field; bytes before its mark are ignored. False at the end of the message, and after a mark without
+  // room for a tag.
   bool NextTag(std::uint16_t& tag) noexcept {
     do {
       if (Cursor >= End) return false;
@@ -27,7 +26,7 @@ struct FieldCursor {
     return ReadValue(&tag, sizeof tag);
   }
 
-  // Steps over a value of that tag; false where it reaches past the end.
+  // Skips a value of that tag; false if it reaches past the end.
   bool SkipValue(std::uint16_t tag) noexcept {
     std::uint16_t width = ValueWidth(tag);
     if (width == kCountedWidth) {
@@ -37,14 +36,14 @@ struct FieldCursor {
     return Drop(width);
   }
 
-  // Steps over that many bytes; false, with nothing changed, where they reach past the end.
+  // Skips that many bytes; false, with nothing changed, if they reach past the end.
   bool Drop(std::size_t width) noexcept {
     if (Cursor + width > End) return false;
     Cursor += width;
     return true;
   }
 
-  // Copies a counted value of at most limit bytes (0: all of it) and, where there is room, a NUL behind it.
+  // Copies a counted value of at most limit bytes (0: all of it) and a NUL, if there is room.
   bool ReadText(char* destination, std::uint16_t limit) noexcept {
     std::uint16_t count;
     if (!ReadValue(&count, sizeof count)) return false;
@@ -56,7 +55,7 @@ struct FieldCursor {
     return true;
   }
 
-  // Copies a value of that width to any place and advances; false, with nothing changed, when it reaches past the end.
+  // Copies a value of that width and advances; false, with nothing changed, if it reaches past the end.
   bool ReadValue(void* place, std::size_t width) noexcept {
     if (Cursor + width > End) return false;
     std::memcpy(place, Data + Cursor, width);
@@ -65,9 +64,8 @@ struct FieldCursor {
   }
 };
 
-// Promises: no operation reads outside Data[0, End) as it was given, throws, or fails on any bytes; a plain message is
-// read in place without an allocation. Whatever stands between two fields is passed over, so that a damaged field costs
-// itself and perhaps its neighbour, never the rest.
+// No operation throws or reads outside Data[0, End), whatever the bytes. A plain message is read in place without an
+// allocation. Bytes between fields are ignored, so a damaged field loses itself and at most its neighbour.
 class CQORPacketReader {
  public:
   CQORPacketReader(const std::uint8_t* data, std::uint16_t length) noexcept : Data(data), End(length) {}
@@ -75,9 +73,9 @@ class CQORPacketReader {
   CQORPacketReader(const CQORPacketReader&) = delete;
   CQORPacketReader& operator=(const CQORPacketReader&) = delete;
 
-  // Validates and decodes the raw bytes Data[0, End): drops garbage ahead of a header, undoes the mode, takes the
-  // message number. False when there is no whole message that opens with its number; needed then is the size at which
-  // another try makes sense, consumed the bytes that are done with in either case.
+  // Decodes the raw bytes Data[0, End): skips garbage before the header, undoes the mode, reads the message number.
+  // False without a whole message that begins with its number; needed is then the size for the next attempt. In both
+  // cases consumed is the count of bytes that are not needed any longer.
   bool ParseHeader(std::uint16_t& needed, std::uint16_t& consumed) noexcept;
 
   // Finds the next field and stores its tag; false at the end of the message.
@@ -88,7 +86,7 @@ class CQORPacketReader {
     return found;
   }
 
-  // Steps over the value of the current tag by the skip rule; false where it reaches past the end.
+  // Skips the value of the current tag by the skip rule; false if it reaches past the end.
   bool SkipValue() noexcept {
     FieldCursor place = Place();
     const bool skipped = place.SkipValue(Tag);
@@ -96,9 +94,8 @@ class CQORPacketReader {
     return skipped;
   }
 
-  // Copies a counted value of at most limit bytes (0: all of it) and, where there is room, a NUL behind it: the
-  // destination is limit + 1 zeroed bytes. The rest of a longer value is not stepped over: the next NextTag passes it,
-  // and takes a mark in it for a field. That is the format's rule and kept.
+  // Copies a counted value of at most limit bytes (0: all of it) and a NUL, if there is room. Requires limit + 1 zeroed
+  // bytes. Intentional: the rest of a longer value is not skipped, and NextTag finds fields in it; the format says so.
   bool ReadText(char* destination, std::uint16_t limit) noexcept {
     FieldCursor place = Place();
     const bool read = place.ReadText(destination, limit);
@@ -106,14 +103,14 @@ class CQORPacketReader {
     return read;
   }
 
-  // Each copies the value and advances; false, with nothing changed, when it reaches past the end.
+  // Each copies the value and advances; false, with nothing changed, if it reaches past the end.
   bool ReadU8(std::uint8_t& value) noexcept { return ReadValue(value); }
   bool ReadU16(std::uint16_t& value) noexcept { return ReadValue(value); }
   bool ReadU32(std::uint32_t& value) noexcept { return ReadValue(value); }
   bool ReadU64(std::uint64_t& value) noexcept { return ReadValue(value); }
   bool ReadDouble(double& value) noexcept { return ReadValue(value); }
 
-  // For loops over many fields: where the reader stands, and how it goes on from where such a loop ended.
+  // For loops over many fields, which walk on a copy of the cursor.
   FieldCursor Place() const noexcept { return {Data, Cursor, End}; }
   void GoTo(const FieldCursor& place) noexcept { Cursor = static_cast<std::uint16_t>(place.Cursor); }
 

@@ -115,7 +115,7 @@ bool CQORPacketWriter::AddTerminator() noexcept {
 }
 
 void CQORPacketWriter::Finish() noexcept {
-  // Without a header (its allocation failed) there is no length word to fill.
+  // Without a header (its allocation failed) there is no length word.
   if (OutputBuffer != nullptr || HeaderSize == 0) return;
   StoreValue(Buffer + LengthFieldOffset, static_cast<std::uint16_t>(Cursor - HeaderSize));
   if (Mode == kModeCompressed) Compress();

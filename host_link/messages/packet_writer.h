@@ -1,15 +1,14 @@
-// CQORPacketWriter builds one wire message: construct, Add fields in order, Finish, GetData and GetSize. Its fields
-// travel by address between terminal and plug-in, so their order and places are fixed. An instance is used by one
-// thread at a time.
+// CQORPacketWriter builds one wire message: construct, Add fields in order, Finish, GetData and GetSize. Terminal and
+// plug-in pass it by address, so the order and offsets of its members are fixed.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 
-// Promises: a message never exceeds 61440 bytes; a field that does not fit is refused whole and later, shorter ones are
-// still taken; no operation throws. Works in one block that starts at 4096 bytes and grows to the next multiple of 4096
-// above what is needed: almost every message is one allocation, and an Add is a copy.
+// A message has at most 61440 bytes; a field that does not fit is rejected whole, and shorter ones can still follow. No
+// operation throws. One block of 4096 bytes that grows to the next multiple of 4096 above the need: almost every
+// message is one allocation, and an Add is a copy.
 class CQORPacketWriter {
  public:
   explicit CQORPacketWriter(std::uint16_t mode) noexcept;
@@ -17,12 +16,12 @@ class CQORPacketWriter {
   CQORPacketWriter(const CQORPacketWriter&) = delete;
   CQORPacketWriter& operator=(const CQORPacketWriter&) = delete;
 
-  // Each returns false, with the message as it was, when the field does not fit or memory is out.
+  // Each returns false, with the message unchanged, if the field does not fit or memory is out.
   bool AddBytes(std::uint16_t tag, const void* bytes, std::uint16_t count) noexcept;
-  // With fixed false the text at its own length, cut at the limit, without a NUL; with fixed true exactly limit bytes
-  // of the source, NULs and what follows them included.
+  // With fixed false the text up to its NUL, cut at the limit; with fixed true exactly limit bytes of the source, with
+  // NULs and what follows them.
   bool AddText(std::uint16_t tag, const char* text, std::uint16_t limit, bool fixed) noexcept;
-  // The characters with their terminating NUL.
+  // The characters and a NUL.
   bool AddStdString(std::uint16_t tag, const std::string& text) noexcept;
   bool AddU8(std::uint16_t tag, std::uint8_t value) noexcept;
   bool AddU16(std::uint16_t tag, std::uint16_t value) noexcept;
@@ -31,8 +30,8 @@ class CQORPacketWriter {
   bool AddDouble(std::uint16_t tag, double value) noexcept;
   bool AddTerminator() noexcept;
 
-  // Seals the message: length word, then compression or cipher by the mode. A second call does nothing once a sealed
-  // copy exists.
+  // Seals the message: length word, then compression or cipher by the mode. A second call is a no-op if there is a
+  // sealed copy.
   void Finish() noexcept;
   const std::uint8_t* GetData() const noexcept { return OutputBuffer != nullptr ? OutputBuffer : Buffer; }
   std::uint16_t GetSize() const noexcept { return OutputBuffer != nullptr ? OutputLength : Cursor; }
@@ -40,7 +39,7 @@ class CQORPacketWriter {
   std::uint32_t Capacity = 0;            // size of Buffer in bytes
   std::uint8_t* Buffer = nullptr;        // header and plain body; array new, zero-filled
   std::uint16_t OutputLength = 0;        // bytes of OutputBuffer, header included
-  std::uint8_t* OutputBuffer = nullptr;  // the sealed message where it is a second copy
+  std::uint8_t* OutputBuffer = nullptr;  // the sealed message if it is a copy
   std::uint16_t LengthFieldOffset = 0;
   std::uint16_t Mode = 0;
   std::uint16_t Cursor = 0;  // next free byte of Buffer

@@ -208,7 +208,7 @@ TEST(DateTimeTest, StampsTheTimeOfSomeZoneNow) {
   TimeStamp stamp;
   const std::int64_t before = CurrentInstant();
   NowStamp(stamp);
-  // One more: the clock of whole seconds lags some milliseconds behind the finer one.
+  // One more: the clock of whole seconds is some milliseconds late.
   const std::int64_t taken = CurrentInstant() - before + 1;
   ASSERT_EQ(stamp[21], '\0');
   const std::string text = stamp;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -13,11 +14,17 @@ struct ZoneCase {
 
 std::vector<ZoneCase> PlatformZoneCases();
 
-// Sets the zone of the process for the life of the object.
+// Sets the zone of the process; null is the zone that the tests run in otherwise.
+void SetZone(const char* zone);
+
+// Sets the zone for the life of the object.
 class ZoneForTest {
  public:
-  explicit ZoneForTest(const char* zone);
-  ~ZoneForTest();
+  explicit ZoneForTest(const char* zone) {
+    if (const char* former = std::getenv("TZ"); former != nullptr) Former = former;
+    SetZone(zone);
+  }
+  ~ZoneForTest() { SetZone(Former.empty() ? nullptr : Former.c_str()); }
   ZoneForTest(const ZoneForTest&) = delete;
   ZoneForTest& operator=(const ZoneForTest&) = delete;
 

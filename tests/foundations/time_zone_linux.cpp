@@ -11,11 +11,6 @@ constexpr const char* kBerlin = "CET-1CEST,M3.5.0,M10.5.0/3";
 constexpr const char* kMumbai = "IST-5:30";
 constexpr const char* kSydney = "AEST-10AEDT,M10.1.0,M4.1.0/3";
 
-void SetZone(const char* zone) {
-  setenv("TZ", zone, 1);
-  tzset();
-}
-
 }  // namespace
 
 std::vector<ZoneCase> PlatformZoneCases() {
@@ -33,16 +28,10 @@ std::vector<ZoneCase> PlatformZoneCases() {
   };
 }
 
-ZoneForTest::ZoneForTest(const char* zone) {
-  if (const char* former = std::getenv("TZ"); former != nullptr) Former = former;
-  SetZone(zone);
-}
-
-ZoneForTest::~ZoneForTest() {
-  if (Former.empty()) {
+void SetZone(const char* zone) {
+  if (zone == nullptr)
     unsetenv("TZ");
-    tzset();
-  } else {
-    SetZone(Former.c_str());
-  }
+  else
+    setenv("TZ", zone, 1);
+  tzset();
 }

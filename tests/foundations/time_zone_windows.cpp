@@ -11,15 +11,10 @@ constexpr const char* kLosAngeles = "PST8PDT";
 constexpr const char* kMumbai = "IST-5:30";
 constexpr const char* kTokyo = "JST-9";
 
-void SetZone(const char* zone) {
-  _putenv_s("TZ", zone);
-  _tzset();
-}
-
 // Wine 8 loses the rules of summer time for the rest of the process as soon as its library has looked at the time
 // with no zone set: hence one is set before the first test, and ZoneForTest never goes back to none.
 constexpr const char* kNeutral = "GMT0";
-[[maybe_unused]] const bool kZoneIsSet = (SetZone(kNeutral), true);
+[[maybe_unused]] const bool kZoneIsSet = (SetZone(nullptr), true);
 
 }  // namespace
 
@@ -39,11 +34,7 @@ std::vector<ZoneCase> PlatformZoneCases() {
   };
 }
 
-ZoneForTest::ZoneForTest(const char* zone) {
-  if (const char* former = std::getenv("TZ"); former != nullptr) Former = former;
-  SetZone(zone);
-}
-
-ZoneForTest::~ZoneForTest() {
-  SetZone(Former.empty() ? kNeutral : Former.c_str());
+void SetZone(const char* zone) {
+  _putenv_s("TZ", zone == nullptr ? kNeutral : zone);
+  _tzset();
 }

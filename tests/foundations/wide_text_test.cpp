@@ -75,7 +75,7 @@ TEST(WideTextTest, JoinsPairsAndKeepsLoneSurrogates) {
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.Units.size());
     EXPECT_EQ(WideToUtf16(row.Wide), row.Units);
-    // Without the zero byte of a string behind it.
+    // Without the zero byte after a string.
     const std::vector<char16_t> units(row.Units.begin(), row.Units.end());
     EXPECT_EQ(Utf16ToWide({units.data(), units.size()}), row.Wide);
   }

@@ -10,7 +10,7 @@ class ColumnProfileTest : public OwnFolder {
   ColumnProfile NewProfile() const { return {"Trade Book", L"ColumnProfile", Folder}; }
   void Load(ColumnProfile& profile, const std::string& elements) const {
     std::filesystem::create_directories(File().parent_path());
-    WriteBytes(File(), "<ColumnProfile><TradeBook>" + elements + "</TradeBook></ColumnProfile>");
+    WriteFile(File(), "<ColumnProfile><TradeBook>" + elements + "</TradeBook></ColumnProfile>");
     profile.LoadColumnProfileFile();
   }
 };
@@ -24,7 +24,7 @@ std::string Lines(const std::string& text) {
   return lines;
 }
 
-TEST_F(ColumnProfileTest, FirstSaveIsThisFile) {
+TEST_F(ColumnProfileTest, WritesThisFileFirst) {
   {
     ColumnProfile profile = NewProfile();
     profile.LoadColumnProfileFile();
@@ -36,16 +36,16 @@ TEST_F(ColumnProfileTest, FirstSaveIsThisFile) {
     profile.SaveMultipleSort(true);
     EXPECT_TRUE(profile.SaveColumnProfileFile());
   }
-  EXPECT_EQ(BytesOf(File()), Lines("<ColumnProfile>\n<TradeBook>\n"
-                                   "<colServer>\n<Header>\"Server\"</Header>\n<Width>\"60\"</Width>\n"
-                                   "<Visible>\"0\"</Visible>\n<Align>\"0\"</Align>\n<Sort>\"0\"</Sort>\n"
-                                   "<Locked>\"0\"</Locked>\n<Order>\"-1\"</Order>\n<Group>\"-1\"</Group>\n"
-                                   "</colServer>\n"
-                                   "<colUserID>\n<Header>\"User \"ID\"\"</Header>\n<Width>\"2048\"</Width>\n"
-                                   "<Visible>\"1\"</Visible>\n<Align>\"2\"</Align>\n<Sort>\"-1\"</Sort>\n"
-                                   "<Locked>\"1\"</Locked>\n<Order>\"0\"</Order>\n<Group>\"3\"</Group>\n"
-                                   "</colUserID>\n"
-                                   "<IsMultipleSort>\"1\"</IsMultipleSort>\n</TradeBook>\n</ColumnProfile>\n"));
+  EXPECT_EQ(ReadFile(File()), Lines("<ColumnProfile>\n<TradeBook>\n"
+                                    "<colServer>\n<Header>\"Server\"</Header>\n<Width>\"60\"</Width>\n"
+                                    "<Visible>\"0\"</Visible>\n<Align>\"0\"</Align>\n<Sort>\"0\"</Sort>\n"
+                                    "<Locked>\"0\"</Locked>\n<Order>\"-1\"</Order>\n<Group>\"-1\"</Group>\n"
+                                    "</colServer>\n"
+                                    "<colUserID>\n<Header>\"User \"ID\"\"</Header>\n<Width>\"2048\"</Width>\n"
+                                    "<Visible>\"1\"</Visible>\n<Align>\"2\"</Align>\n<Sort>\"-1\"</Sort>\n"
+                                    "<Locked>\"1\"</Locked>\n<Order>\"0\"</Order>\n<Group>\"3\"</Group>\n"
+                                    "</colUserID>\n"
+                                    "<IsMultipleSort>\"1\"</IsMultipleSort>\n</TradeBook>\n</ColumnProfile>\n"));
   ColumnProfile loaded = NewProfile();
   loaded.LoadColumnProfileFile();
   const ColumnState user = loaded.InsertProfiledColumn(kUser, 0);
@@ -57,7 +57,7 @@ TEST_F(ColumnProfileTest, FirstSaveIsThisFile) {
   EXPECT_EQ(loaded.GroupPlaces().at(3), 0);
 }
 
-TEST_F(ColumnProfileTest, StoredValuesThatAreNoneCountAsNotStored) {
+TEST_F(ColumnProfileTest, IgnoresStoredValuesOutOfRange) {
   const struct {
     const char* Stored;
     std::int32_t Width, Align;
@@ -115,8 +115,8 @@ TEST_F(ColumnProfileTest, SavesInTheOrderOfTheFile) {
   profile.SaveColumnState("colServer", {L"S", 8, 0, 0, 0, 0, -1, -1});
   EXPECT_TRUE(profile.SaveColumnProfileFile());
   EXPECT_TRUE(
-      BytesOf(File()).starts_with(Lines("<ColumnProfile>\n<TradeBook>\n<IsMultipleSort>\"1\"</IsMultipleSort>\n"
-                                        "<colServer>\n<Width>\"8\"</Width>\n<Header>\"S\"</Header>\n")));
+      ReadFile(File()).starts_with(Lines("<ColumnProfile>\n<TradeBook>\n<IsMultipleSort>\"1\"</IsMultipleSort>\n"
+                                         "<colServer>\n<Width>\"8\"</Width>\n<Header>\"S\"</Header>\n")));
 }
 
 }  // namespace

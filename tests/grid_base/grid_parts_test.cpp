@@ -1,6 +1,7 @@
 // The small parts of a grid: folder paths, type names, fonts.
-#include "grid_base/settings/grid_folders.h"
+#include "foundations/paths.h"
 #include "grid_base/settings/grid_font.h"
+#include "grid_base/settings/grid_types.h"
 #include "grid_base/settings/xml_settings.h"
 #include "tests/support/own_folder.h"
 
@@ -19,7 +20,7 @@ TEST_F(GridPartsTest, BuildsFoldersAndPath) {
       {"\\", "f", "", "f"},
       {"file/under", "f", "", "file/under/f"},
   };
-  WriteBytes(Folder / "file", "no folder can be made here");
+  WriteFile(Folder / "file", "no folder can be made here");
   for (const auto& row : rows) {
     SCOPED_TRACE(row.Relative);
     EXPECT_EQ(BuildFolderPath(row.Relative, row.File, Folder), Folder / row.Path);
@@ -28,13 +29,13 @@ TEST_F(GridPartsTest, BuildsFoldersAndPath) {
   EXPECT_TRUE(BuildFolderPath("", "c.xml", Folder).empty());
 }
 
-TEST(GridTypeName, IsEmptyForNoCode) {
+TEST(GridTypeNameTest, NamesKnownCodesOnly) {
   const std::pair<int, const wchar_t*> rows[] = {{-1, L""},      {0, L"Alert"},         {22, L"NetPostionHistory"},
                                                  {41, L"Trade"}, {49, L"NetPosExpiry"}, {50, L""}};
   for (const auto& [code, name] : rows) EXPECT_EQ(GridTypeName(code), name) << code;
 }
 
-TEST(GridFontTest, IsTakenFromTheSectionOrMadeBold) {
+TEST(GridFontTest, TakesTheFontOfTheSectionOrABoldOne) {
   CVELDPXMLSettings settings;
   GridFont current;
   current.Height = -13;

@@ -25,7 +25,7 @@ void WriteNumber(RegistryStore& store, std::int32_t number) {
   ASSERT_TRUE(handle->Write(L"k", number));
 }
 
-TEST_F(RegistryStoreTest, HandlesShareATreeAndNeverHoldANodeThatIsGone) {
+TEST_F(RegistryStoreTest, SharesATreeAndClosesHandlesOfRemovedNodes) {
   const auto store = RegistryStore::Make(File);
   const auto writer = store->Open(0, 0);
   const auto reader = store->Open(0, 1);
@@ -54,19 +54,19 @@ TEST_F(RegistryStoreTest, WritesTheFileWhenTheLastWriterGoes) {
   EXPECT_FALSE(fs::exists(File));
   store.reset();
   first.reset();
-  EXPECT_EQ(BytesOf(File), "<CURRENT_USER>\r\n<P>\r\n<k>\"2\"</k>\r\n</P>\r\n</CURRENT_USER>\r\n");
+  EXPECT_EQ(ReadFile(File), "<CURRENT_USER>\r\n<P>\r\n<k>\"2\"</k>\r\n</P>\r\n</CURRENT_USER>\r\n");
   EXPECT_FALSE(fs::exists(Beside));
-  WriteBytes(File, kOldBytes);
+  WriteFile(File, kOldBytes);
   store = RegistryStore::Make(File);
-  WriteBytes(File, "changed by another hand");
+  WriteFile(File, "changed by another hand");
   WriteNumber(*store, 1);
-  EXPECT_EQ(BytesOf(File), "changed by another hand") << "nothing has changed, so nothing is written";
+  EXPECT_EQ(ReadFile(File), "changed by another hand") << "nothing has changed, so nothing is written";
   WriteNumber(*store, 2);
-  EXPECT_EQ(BytesOf(File), kNewBytes);
+  EXPECT_EQ(ReadFile(File), kNewBytes);
 }
 
-TEST_F(RegistryStoreTest, OldFileSurvivesAFailedWriteWhichIsToldOnce) {
-  WriteBytes(File, kOldBytes);
+TEST_F(RegistryStoreTest, KeepsTheOldFileAndReportsAFailedWriteOnce) {
+  WriteFile(File, kOldBytes);
   const auto store = RegistryStore::Make(File);
   std::vector<fs::path> obstacles{Beside};
   for (int i = 2; i <= 64; ++i) obstacles.push_back(Beside.string() + std::to_string(i));
@@ -77,39 +77,39 @@ TEST_F(RegistryStoreTest, OldFileSurvivesAFailedWriteWhichIsToldOnce) {
   const std::string report = testing::internal::GetCapturedStderr();
   EXPECT_NE(report.find("s.xml cannot be written"), std::string::npos) << report;
   EXPECT_EQ(report.find('\n'), report.size() - 1);
-  EXPECT_EQ(BytesOf(File), kOldBytes);
+  EXPECT_EQ(ReadFile(File), kOldBytes);
   for (const fs::path& obstacle : obstacles) EXPECT_TRUE(fs::remove(obstacle)) << "what is not ours stays";
   EXPECT_TRUE(store->Save());
-  EXPECT_EQ(BytesOf(File), kNewBytes);
+  EXPECT_EQ(ReadFile(File), kNewBytes);
 }
 
-// The second of two stores finds the file replaced and has nothing to keep.
-TEST_F(RegistryStoreTest, EachDamagedFileIsKeptOnce) {
+// The second of two stores finds the file replaced and keeps nothing.
+TEST_F(RegistryStoreTest, KeepsEachDamagedFileOnce) {
   const std::string damaged[] = {"<Root><P></P></Root", "<Root>\r\n\x1A<P>\n</Root>"};
   fs::create_directory(Folder / "s.xml.damaged2");
   testing::internal::CaptureStderr();
   for (const std::string& bytes : damaged) {
-    WriteBytes(File, bytes);
+    WriteFile(File, bytes);
     const auto first = RegistryStore::Make(File), second = RegistryStore::Make(File);
     WriteNumber(*first, 1);
     WriteNumber(*second, 2);
-    EXPECT_EQ(BytesOf(File), kNewBytes);
+    EXPECT_EQ(ReadFile(File), kNewBytes);
   }
   testing::internal::GetCapturedStderr();
-  EXPECT_EQ(BytesOf(Folder / "s.xml.damaged"), damaged[0]);
-  EXPECT_EQ(BytesOf(Folder / "s.xml.damaged3"), damaged[1]);
+  EXPECT_EQ(ReadFile(Folder / "s.xml.damaged"), damaged[0]);
+  EXPECT_EQ(ReadFile(Folder / "s.xml.damaged3"), damaged[1]);
   EXPECT_EQ(std::distance(fs::directory_iterator(Folder), {}), 4);
-  WriteBytes(File, damaged[0]);
+  WriteFile(File, damaged[0]);
   testing::internal::CaptureStderr();
   const auto store = RegistryStore::Make(File);
   testing::internal::GetCapturedStderr();
   fs::remove(File);
   WriteNumber(*store, 2);
-  EXPECT_EQ(BytesOf(File), kNewBytes) << "a damaged file that is gone need not be kept";
+  EXPECT_EQ(ReadFile(File), kNewBytes) << "a damaged file that is gone need not be kept";
 }
 
-// Display names and titles are the terminal's, and the format has no escape.
-TEST_F(RegistryStoreTest, NoTextHidesWhatStandsBehindIt) {
+// Titles come from the terminal, and the format has no escape.
+TEST_F(RegistryStoreTest, KeepsWhatFollowsATextWithTags) {
   const std::wstring brackets(100'000, L'<');
   const struct {
     std::wstring Text, Back;
@@ -147,13 +147,13 @@ TEST_F(RegistryStoreTest, NoTextHidesWhatStandsBehindIt) {
   }
 }
 
-TEST_F(RegistryStoreTest, ProcessHasOneStoreInTheFolderNamedFirst) {
+TEST_F(RegistryStoreTest, OpensOneStoreInTheFirstFolder) {
   CQORPRegistrySP::UseFolder(Folder);
   CQORPRegistrySP::UseFolder(Folder / "other");
   const auto handle = CQORPRegistrySP::Create(0, 0);
   ASSERT_TRUE(handle->CreatePath(L"TradeBook") && handle->Write(L"BuyColor", std::uint32_t{255}));
   EXPECT_TRUE(CQORPRegistrySP::Save());
-  EXPECT_EQ(BytesOf(Folder / "TradeBookSettings.xml"),
+  EXPECT_EQ(ReadFile(Folder / "TradeBookSettings.xml"),
             "<CURRENT_USER>\r\n<TradeBook>\r\n<BuyColor>\"255\"</BuyColor>\r\n</TradeBook>\r\n</CURRENT_USER>\r\n");
   EXPECT_TRUE(CQORPRegistrySP::Create(0, 1)->OpenPath(L"Trade Book"));
 }

@@ -37,7 +37,7 @@ class ReplaceFile : public OwnFolder {
   fs::path File;
 };
 
-TEST_F(ReplaceFile, SeveralWritersLeaveWholeFilesOnly) {
+TEST_F(ReplaceFile, KeepsFilesWholeWithSeveralWriters) {
   std::vector<std::future<int>> writers;
   for (int id = 1; id <= 4; ++id)
     writers.push_back(std::async(std::launch::async, [this, id] { return RunChild("", id, 60); }));
@@ -46,27 +46,27 @@ TEST_F(ReplaceFile, SeveralWritersLeaveWholeFilesOnly) {
 }
 
 // A process whose files may not grow dies in the middle of its write, or is refused it.
-TEST_F(ReplaceFile, WritesThatDieOrFailLeaveTheOldFile) {
+TEST_F(ReplaceFile, KeepsTheOldFileWhenAWriteDiesOrFails) {
   if (kWindows) GTEST_SKIP() << "no shell here that limits what a process writes";
-  WriteBytes(File, "old");
+  WriteFile(File, "old");
   EXPECT_NE(RunChild("trap '' XFSZ; ulimit -f 0; exec 2>/dev/null; ", 1, 1), 0);
-  EXPECT_EQ(BytesOf(File), "old");
+  EXPECT_EQ(ReadFile(File), "old");
   EXPECT_EQ(FilesInFolder(), 1);
   for (int i = 0; i < 3; ++i) EXPECT_NE(RunChild("ulimit -c 0; ulimit -f 0; exec ", 1, 1), 0);
-  EXPECT_EQ(BytesOf(File), "old");
+  EXPECT_EQ(ReadFile(File), "old");
   EXPECT_EQ(FilesInFolder(), 2) << "what dead writers leave does not pile up";
   EXPECT_TRUE(Replace("new"));
-  EXPECT_EQ(BytesOf(File), "new");
+  EXPECT_EQ(ReadFile(File), "new");
   EXPECT_EQ(FilesInFolder(), 1);
 }
 
 TEST_F(ReplaceFile, TakesAFreeNameAndFailsWithoutOne) {
   fs::create_directory(File.string() + ".new");
   EXPECT_TRUE(Replace("new"));
-  EXPECT_EQ(BytesOf(File), "new");
+  EXPECT_EQ(ReadFile(File), "new");
   for (int i = 2; i <= 64; ++i) fs::create_directory(File.string() + ".new" + std::to_string(i));
   EXPECT_FALSE(Replace("newer"));
-  EXPECT_EQ(BytesOf(File), "new");
+  EXPECT_EQ(ReadFile(File), "new");
   EXPECT_EQ(FilesInFolder(), 65);
   unsigned long error = 0;
   EXPECT_FALSE(ReplaceFileContent(Folder, "x", error));
@@ -81,12 +81,12 @@ TEST_F(ReplaceFile, KeepsOwnerModeAndLinks) {
   fs::create_symlink("kept/link.xml", File);
   fs::create_symlink("real.xml", target.parent_path() / "link.xml");
   EXPECT_TRUE(Replace("made"));
-  EXPECT_EQ(BytesOf(target), "made");
+  EXPECT_EQ(ReadFile(target), "made");
   const std::string quoted = "'" + target.string() + "'";
   const bool root = std::system(("chown 1234:1235 " + quoted + " 2>/dev/null").c_str()) == 0;
   EXPECT_EQ(std::system(("chmod 640 " + quoted).c_str()), 0);
   EXPECT_TRUE(Replace("replaced"));
-  EXPECT_EQ(BytesOf(target), "replaced");
+  EXPECT_EQ(ReadFile(target), "replaced");
   EXPECT_TRUE(fs::is_symlink(File) && fs::is_symlink(target.parent_path() / "link.xml"));
   const std::string expected = root ? "1234:1235:640" : "$(id -u):$(id -g):640";
   EXPECT_EQ(std::system(("test \"$(stat -c %u:%g:%a " + quoted + ")\" = " + expected).c_str()), 0);

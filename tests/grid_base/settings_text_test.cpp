@@ -90,7 +90,7 @@ TEST(SettingsText, AgreesWithTheSlowWay) {
   EXPECT_GT(read, 1'000);
 }
 
-// Depth costs no stack, and neither depth nor tags within tags cost more than their length: these end at once or never.
+// Depth takes no stack, and depth and nested tags take linear time: this test ends at once or never.
 TEST(SettingsText, TakesDeepAndTangledTexts) {
   constexpr int kDepth = 50'000;
   std::wstring deep;
@@ -103,7 +103,7 @@ TEST(SettingsText, TakesDeepAndTangledTexts) {
   EXPECT_FALSE(ParseNode(root, L"<A>" + std::wstring(kDepth, L'<') + L"></A>"));
 }
 
-TEST(SettingsText, BreaksTagsAtAnyDepthAtOnce) {
+TEST(SettingsText, BreaksTagsAtAnyDepthInLinearTime) {
   constexpr int kDepth = 50'000;
   CVELDPXMLNode root(L"N", nullptr);
   CVELDPXMLNode* node = &root;
@@ -117,8 +117,8 @@ TEST(SettingsText, BreaksTagsAtAnyDepthAtOnce) {
   EXPECT_TRUE(node->Value == broken);
 }
 
-// A tag of a value may end in the tag behind the value; names of such a kind come from files only.
-TEST(SettingsText, BreaksTagsThatReachBehindTheValue) {
+// A tag of a value may end in the tag after it; such names come only from files.
+TEST(SettingsText, BreaksTagsThatReachPastTheValue) {
   CVELDPXMLNode root(L"k\"</k", nullptr);
   root.AppendChild(L"k")->Value = L"a<k";
   BreakTagsInValues(root);

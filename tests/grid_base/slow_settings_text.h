@@ -1,5 +1,5 @@
-// The text form of the settings tree by its rules as they are told, one element after the other, without regard to cost
-// or stack: what ParseNode must agree with, for tests and fuzzing. Shares no code with it.
+// The text form of the settings tree by its rules, one element after the other, at any cost: ParseNode must agree with
+// it. Shares no code with ParseNode.
 #pragma once
 
 #include <string>

@@ -84,6 +84,14 @@ TEST(XmlSettings, StoresEachKindAsItsBytesAndReadsObjects) {
   EXPECT_EQ(dynamic_cast<Pair&>(*object).Second, 0x03040506U);
   ASSERT_TRUE(settings.Read(L"nothing", object));
   EXPECT_EQ(object, nullptr);
+  SettingsPoint point;
+  SettingsRectangle rectangle;
+  std::vector<std::uint16_t> words;
+  ASSERT_TRUE(settings.Read(L"point", point) && settings.Read(L"rectangle", rectangle) &&
+              settings.Read(L"words", words));
+  EXPECT_EQ(std::pair(point.X, point.Y), std::pair(1, -2));
+  EXPECT_EQ(std::pair(rectangle.Left, rectangle.Bottom), std::pair(1, -4));
+  EXPECT_EQ(words, (std::vector<std::uint16_t>{1, 0xABCD}));
   Pair read;
   ASSERT_TRUE(settings.Read(L"value", read));
   EXPECT_EQ(read.First, 0x0102);
@@ -141,7 +149,7 @@ TEST_F(XmlSettingsFile, KeepsTheTreeInAFile) {
   settings.CreatePath(L"A");
   settings.Write(L"B", std::wstring(L"line\nbreak"));
   ASSERT_TRUE(settings.SaveToFile(file));
-  EXPECT_EQ(BytesOf(file), "<ColumnProfile>\r\n<A>\r\n<B>\"line\r\nbreak\"</B>\r\n</A>\r\n</ColumnProfile>\r\n");
+  EXPECT_EQ(ReadFile(file), "<ColumnProfile>\r\n<A>\r\n<B>\"line\r\nbreak\"</B>\r\n</A>\r\n</ColumnProfile>\r\n");
   CVELDPXMLSettings loaded;
   ASSERT_TRUE(loaded.LoadFromFile(file));
   EXPECT_EQ(loaded.UserRoot().Name, L"ColumnProfile");

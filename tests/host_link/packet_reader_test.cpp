@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
 
 #include "host_link/messages/wire_fields.h"
 #include "tests/host_link/cipher_key.h"
@@ -13,13 +14,17 @@ namespace {
 
 const Bytes kNumber = Hex("23 1227 AF1F");  // 10002 = 8111
 
-// A reader on a copy in a block of exactly the message's size, and what parsing it gave.
+// Whether a message was found, its number (77: unchanged), the bytes needed and those consumed.
+using Outcome = std::tuple<bool, int, std::size_t, std::size_t>;
+
+// A reader on a copy in a block of exactly the message's size, after ParseHeader.
 struct Parsed {
   explicit Parsed(const Bytes& message)
       : Block(ExactBlock(message)), Reader(Block.get(), static_cast<std::uint16_t>(message.size())) {
     Reader.MessageNumber = 77;
     Found = Reader.ParseHeader(Needed, Consumed);
   }
+  Outcome Result() const { return {Found, Reader.MessageNumber, Needed, Consumed}; }
   std::size_t Moved() const { return static_cast<std::size_t>(Reader.Data - Block.get()); }
 
   std::unique_ptr<std::uint8_t[]> Block;
@@ -43,80 +48,55 @@ TEST(PacketReaderTest, RejectsAHeaderWithAWrongByte) {
     Bytes message = Framed(kNumber);
     message[at] ^= 1;
     const Parsed parsed(message);
-    EXPECT_FALSE(parsed.Found);
-    EXPECT_EQ(parsed.Reader.MessageNumber, 77);
-    EXPECT_EQ(parsed.Needed, 10);
-    EXPECT_EQ(parsed.Consumed, 6);
+    EXPECT_EQ(parsed.Result(), Outcome(false, 77, 10, 6));
     EXPECT_EQ(parsed.Moved(), 6U);
     EXPECT_EQ(parsed.Reader.End, 9);
   }
 }
 
-// A second message behind the first is left to the next reader.
-TEST(PacketReaderTest, DropsGarbageAheadOfAHeaderAndReadsInPlace) {
+// The next reader gets the second message.
+TEST(PacketReaderTest, SkipsGarbageBeforeAHeaderAndReadsInPlace) {
   for (const char* garbage : {"", "AA 00", "23", "23 23 23", "23 0100 0000 23 11", "23 0100 0000 23 1227 0500"}) {
     SCOPED_TRACE(garbage);
-    const Bytes ahead = Hex(garbage);
-    const Parsed parsed(ahead + Framed(kNumber) + Framed(Hex("23 1227 B01F")));
-    EXPECT_TRUE(parsed.Found);
-    EXPECT_EQ(parsed.Reader.MessageNumber, 8111);
+    const Bytes before = Hex(garbage);
+    const Parsed parsed(before + Framed(kNumber) + Framed(Hex("23 1227 B01F")));
+    EXPECT_EQ(parsed.Result(), Outcome(true, 8111, 10, before.size() + 15));
     EXPECT_EQ(parsed.Reader.Tag, 10002);
     EXPECT_EQ(parsed.Reader.Cursor, 15);
     EXPECT_EQ(parsed.Reader.End, 15);
     EXPECT_EQ(parsed.Reader.DecodedBuffer, nullptr);
-    EXPECT_EQ(parsed.Moved(), ahead.size());
-    EXPECT_EQ(parsed.Consumed, ahead.size() + 15);
-    EXPECT_EQ(parsed.Needed, 10);
+    EXPECT_EQ(parsed.Moved(), before.size());
   }
 }
 
 TEST(PacketReaderTest, SaysWhatAnIncompleteMessageNeeds) {
   const Bytes message = Framed(kNumber);
-  for (std::size_t size = 0; size < 15; ++size) {
-    SCOPED_TRACE(size);
-    const Parsed parsed(Part(message, 0, size));
-    EXPECT_FALSE(parsed.Found);
-    EXPECT_EQ(parsed.Needed, size < 10 ? 10 : 15);
-    EXPECT_EQ(parsed.Consumed, 0);
-  }
-  const Parsed behindGarbage(Hex("AA 00") + Part(message, 0, 14));
-  EXPECT_FALSE(behindGarbage.Found);
-  EXPECT_EQ(behindGarbage.Needed, 15);
-  EXPECT_EQ(behindGarbage.Consumed, 2);
+  for (std::size_t size = 0; size < 15; ++size)
+    EXPECT_EQ(Parsed(Part(message, 0, size)).Result(), Outcome(false, 77, size < 10 ? 10 : 15, 0)) << size;
+  EXPECT_EQ(Parsed(Hex("AA 00") + Part(message, 0, 14)).Result(), Outcome(false, 77, 15, 2));
 }
 
 TEST(PacketReaderTest, TakesMessagesOfUpTo65535Bytes) {
-  const struct {
-    std::uint16_t LengthWord;
-    bool Found;
-    std::uint16_t Needed;
-    std::uint16_t Consumed;
-  } kRows[] = {{65524, true, 10, 65534}, {65525, true, 10, 65535}, {65526, false, 65535, 0}, {65535, false, 65535, 0}};
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.LengthWord);
-    const Bytes message = Hex("23 0100 0000 23 1127") + Word(row.LengthWord) + kNumber;
-    const Parsed parsed(message + Bytes(65535 - message.size()));
-    EXPECT_EQ(parsed.Found, row.Found);
-    EXPECT_EQ(parsed.Needed, row.Needed);
-    EXPECT_EQ(parsed.Consumed, row.Consumed);
+  const std::pair<std::uint16_t, Outcome> kRows[] = {{65524, {true, 8111, 10, 65534}},
+                                                     {65525, {true, 8111, 10, 65535}},
+                                                     {65526, {false, 77, 65535, 0}},
+                                                     {65535, {false, 77, 65535, 0}}};
+  for (const auto& [lengthWord, outcome] : kRows) {
+    const Bytes message = Hex("23 0100 0000 23 1127") + Word(lengthWord) + kNumber;
+    EXPECT_EQ(Parsed(message + Bytes(65535 - message.size())).Result(), outcome) << lengthWord;
   }
 }
 
-TEST(PacketReaderTest, RefusesUnknownModes) {
-  for (const std::uint16_t mode : Numbers{3, 99, 101, 256, 65535}) {
-    SCOPED_TRACE(mode);
-    const Parsed parsed(Hex("AA") + Framed(kNumber, mode));
-    EXPECT_FALSE(parsed.Found);
-    EXPECT_EQ(parsed.Consumed, 16);
-    EXPECT_EQ(parsed.Reader.MessageNumber, 77);
-  }
+TEST(PacketReaderTest, RejectsUnknownModes) {
+  for (const std::uint16_t mode : Numbers{3, 99, 101, 256, 65535})
+    EXPECT_EQ(Parsed(Hex("AA") + Framed(kNumber, mode)).Result(), Outcome(false, 77, 10, 16)) << mode;
 }
 
 TEST(PacketReaderTest, RejectsABodyThatDoesNotBeginWithItsNumber) {
   const struct {
     const char* Body;
     bool Found;
-    std::uint16_t Number;
+    int Number;
   } kRows[] = {
       {"", false, 77},
       {"23", false, 77},
@@ -128,12 +108,8 @@ TEST(PacketReaderTest, RejectsABodyThatDoesNotBeginWithItsNumber) {
       {"AA BB 23 1227 AF1F", true, 8111},
   };
   for (const auto& row : kRows) {
-    SCOPED_TRACE(row.Body);
     const Bytes message = Framed(Hex(row.Body));
-    const Parsed parsed(message);
-    EXPECT_EQ(parsed.Found, row.Found);
-    EXPECT_EQ(parsed.Reader.MessageNumber, row.Number);
-    EXPECT_EQ(parsed.Consumed, message.size());
+    EXPECT_EQ(Parsed(message).Result(), Outcome(row.Found, row.Number, 10, message.size())) << row.Body;
   }
 }
 
@@ -143,10 +119,8 @@ TEST(PacketReaderTest, InflatesABodyOfUpTo65535Bytes) {
     const Bytes body = kNumber + Bytes(size - 5);
     const Bytes message = Framed(Deflated(body), 1);
     const Parsed parsed(message + Hex("AA"));
-    EXPECT_TRUE(parsed.Found);
-    EXPECT_EQ(parsed.Reader.MessageNumber, 8111);
+    EXPECT_EQ(parsed.Result(), Outcome(true, 8111, 10, message.size()));
     EXPECT_EQ(parsed.Reader.Cursor, 5);
-    EXPECT_EQ(parsed.Consumed, message.size());
     ASSERT_EQ(parsed.Reader.End, size);
     EXPECT_EQ(parsed.Reader.DecodedLength, size);
     ASSERT_EQ(parsed.Reader.Data, parsed.Reader.DecodedBuffer);
@@ -183,31 +157,24 @@ TEST(PacketReaderTest, SearchesWhatDoesNotInflateFromItsTenthByte) {
   EXPECT_FALSE(Parsed(Framed(Bytes(5) + kNumber, 1)).Found);
 }
 
-TEST(PacketReaderTest, DeciphersWithAKeyOnly) {
+TEST(PacketReaderTest, DeciphersOnlyWithAKey) {
   const Bytes body = Hex("C88D 502E A8");  // message 8111 under the key "Key"
   for (const std::uint16_t mode : Numbers{2, 100}) {
     SCOPED_TRACE(mode);
     const Bytes message = Hex("AA BB") + Framed(body, mode);
-    const Parsed without(Hex("AA BB") + Framed(kNumber, mode));
-    EXPECT_FALSE(without.Found);
-    EXPECT_EQ(without.Consumed, 17);
-    EXPECT_EQ(without.Reader.MessageNumber, 77);
-
+    EXPECT_EQ(Parsed(Hex("AA BB") + Framed(kNumber, mode)).Result(), Outcome(false, 77, 10, 17));
     const CipherKeyForTest key(Hex("'Key'"));
     const Parsed parsed(message);
-    EXPECT_TRUE(parsed.Found);
-    EXPECT_EQ(parsed.Reader.MessageNumber, 8111);
+    EXPECT_EQ(parsed.Result(), Outcome(true, 8111, 10, 17));
     EXPECT_EQ(parsed.Reader.Data, parsed.Reader.DecodedBuffer);
     EXPECT_EQ(parsed.Reader.Cursor, 15);
     EXPECT_EQ(parsed.Reader.DecodedLength, 15);
-    EXPECT_EQ(parsed.Consumed, 17);
-    EXPECT_EQ(Bytes(parsed.Block.get(), parsed.Block.get() + 17), message);
-    // What went out plain is deciphered to noise.
-    EXPECT_FALSE(Parsed(Framed(kNumber, mode)).Found);
+    EXPECT_EQ(Bytes(parsed.Block.get(), parsed.Block.get() + 17), message) << "the message itself stays";
+    EXPECT_FALSE(Parsed(Framed(kNumber, mode)).Found) << "a plain body is deciphered to noise";
   }
 }
 
-// The reader then stands in its own buffer, which must last until the next one is filled, or for good.
+// The reader is then in its own buffer, which must last until the next one is filled, or for good.
 TEST(PacketReaderTest, ParsesAgainWhatItHasDecoded) {
   const Bytes nested = kNumber + Framed(Deflated(kNumber), 1);
   const struct {

@@ -11,7 +11,7 @@
 
 namespace {
 
-// The body of a message behind its header, as it stands in the writer.
+// The body in the writer, without the header.
 Bytes BodyOf(const CQORPacketWriter& writer) {
   return Bytes(writer.Buffer + 10, writer.Buffer + writer.Cursor);
 }
@@ -81,7 +81,7 @@ TEST(PacketWriterTest, WritesATextByItsLengthOrItsLimit) {
   }
 }
 
-// One field with a value of that many bytes behind the header: 15 bytes more are needed.
+// Header and one field need 15 bytes more than the value.
 TEST(PacketWriterTest, GrowsToTheNextStepAboveTheNeed) {
   const struct {
     std::uint16_t Count;

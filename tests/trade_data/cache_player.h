@@ -13,7 +13,7 @@
 #include "tests/trade_data/slow_trade_cache.h"
 #include "trade_data/cache/trade_cache.h"
 
-// A book that writes down what it is told.
+// A book that records its calls.
 class FakeBook : public TradeBook {
  public:
   FakeBook(std::string key, BookSettings settings, BookCalls& told)

@@ -94,4 +94,23 @@ TEST(OrderImplTest, EncodesWhatItDecodes) {
   }
 }
 
+TEST(OrderImplTest, WritesTheMasterForItsSecurity) {
+  const SecurityMaster master{77, "MX", "MID", "MTYPE", "MSYM", "MEXP", "PE", "Master name", 1.5, 2.5};
+  OrderRecord record{};
+  record.ProductType = 1;
+  OrderRecord expected = record;
+  record.MasterRecord = &master;
+  std::strcpy(expected.Exchange, "MX");
+  std::strcpy(expected.SecurityID, "MID");
+  std::strcpy(expected.SecurityType, "MTYPE");
+  std::strcpy(expected.Symbol, "MSYM");
+  std::strcpy(expected.ExpiryDate, "MEXP");
+  std::strcpy(expected.OptionType, "PE");
+  expected.StrikePrice = 1.5;
+  CQORPacketWriter writer(0);
+  CQOROrderImpl().EncodeRecord(writer, record, false, 8001);
+  EXPECT_TRUE(BytesOfValue(Decode({writer.GetData() + 10, writer.GetData() + writer.GetSize()})) ==
+              BytesOfValue(expected));
+}
+
 }  // namespace

@@ -219,7 +219,7 @@ TEST_F(RecordFileTest, MovesTheFileToABackupAndStartsAFreshOne) {
   file.WriteBytes(AsBytes(Message(1)));
   EXPECT_TRUE(file.Backup(Folder / "old", Moment()));
   file.WriteBytes(AsBytes(Message(2)));
-  // A backup of the same minute and a folder that cannot be made: the file stays and goes on.
+  // A backup of the same minute, and a folder that cannot be created: the file stays in use.
   WriteFile(Folder / "taken", "x");
   for (const char* folder : {"old", "taken"}) {
     testing::internal::CaptureStderr();

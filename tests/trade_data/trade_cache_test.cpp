@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/sample_trade.h"
 #include "tests/support/wire_bytes.h"
 #include "tests/trade_data/cache_player.h"
 
@@ -128,33 +129,25 @@ TEST(TradeCacheTest, AmendsKnownTradesAndAddsUnknownOnes) {
 TEST(TradeCacheTest, KeepsWhatEarlierAmendmentsLeft) {
   CachePlayer player(Books{{"A", {}}});
   player.Play(kDownloadEnd + Trade(1, 1, "a"));
-  player.Play(Amend(7, 2, 0, 70,
-                    WireText(55001, "user") + WireText(55010, "NSE") + WireText(55012, std::string(25, 'c')) +
-                        WireText(55018, "manager") + WireText(55100, "order") + WireText(55102, "client") +
-                        WireText(55104, "35001") + WireText(55109, "ref") + WireText(55131, "member") + WireU8(101, 2) +
-                        WireText(55103, "not taken")));
-  player.Play(Amend(8, 3, 0, 80, WireText(55100, "order 2") + WireText(55102, "other")));
   TradeRecord expected{};
   expected.VELDTradeID = 7;
   expected.ProductType = 2;
   expected.Quantity = 70;
-  expected.Side = 2;
-  std::strcpy(expected.UserID, "user");
-  std::strcpy(expected.Exchange, "NSE");
+  std::string fields = WireText(55103, "not taken");
+  for (const int tag : {101, 55001, 55010, 55018, 55100, 55102, 55104, 55109, 55131}) {
+    fields += FindSampleField(tag)->Wire();
+    PutSampleField(expected, *FindSampleField(tag));
+  }
   std::memset(expected.CTCLID, 'c', 20);
-  std::strcpy(expected.ManagerID, "manager");
-  std::strcpy(expected.ExchangeOrderNo, "order");
-  std::strcpy(expected.ClientID, "client");
-  std::strcpy(expected.SecurityID, "35001");
-  std::strcpy(expected.ReferenceText, "ref");
-  std::strcpy(expected.MemberID, "member");
+  player.Play(Amend(7, 2, 0, 70, fields + WireText(55012, std::string(25, 'c'))));
+  player.Play(Amend(8, 3, 0, 80, WireText(55100, "order 2") + WireText(55102, "other")));
   const TradeMap& live = *player.Cache().LiveTradesOf("Default");
   EXPECT_TRUE(BytesOfValue(*live.Find(7)) == BytesOfValue(expected));
   expected.VELDTradeID = 8;
   expected.ProductType = 3;
   expected.Quantity = 80;
-  std::strcpy(expected.ExchangeOrderNo, "order 2");
-  // A shorter text ends with its NUL; what stood behind stays.
+  std::memcpy(expected.ExchangeOrderNo, "order 2", 8);
+  // A shorter text ends with its NUL; the bytes after it stay.
   std::memcpy(expected.ClientID, "other\0", 6);
   EXPECT_TRUE(BytesOfValue(*live.Find(8)) == BytesOfValue(expected));
   // The known trade 1 replaces all of it.

@@ -9,7 +9,7 @@ namespace {
 enum Section { kKey, kSecurity, kRest };
 
 // The fields of a part in the order of the sample, texts at their own length or, fixed, at their limit. 20083 is never
-// written, 55107 only fixed, and 55109 stands twice.
+// written, 55107 only fixed, and 55109 twice.
 std::string WireOf(Section part, bool fixed) {
   std::string wire;
   for (const SampleField& field : kSampleFields) {

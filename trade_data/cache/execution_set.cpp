@@ -21,7 +21,7 @@ void ExecutionSet::Prefetch(const ExecutionKey& key) const noexcept {
   if (!Slots.empty()) __builtin_prefetch(&Slots[HomeOf(key.Hash())], 1);
 }
 
-// The slot that holds the key, or the free one where it would go. The table must have slots, one of them free.
+// The slot of the key, or the free one for it. Requires a free slot.
 std::size_t ExecutionSet::SlotFor(const ExecutionKey& key) const noexcept {
   std::size_t at = HomeOf(key.Hash());
   while (Slots[at].Place != 0 && !(Slots[at].Hash == key.Hash() && TextAt(Slots[at].Place) == key.Text()))
@@ -54,7 +54,7 @@ std::string_view ExecutionSet::TextAt(std::uint32_t place) const noexcept {
   return {text + 1, static_cast<std::uint8_t>(*text)};
 }
 
-// A length byte and the characters; the place of the length byte.
+// Appends a length byte and the characters; returns the place of the length byte.
 std::uint32_t ExecutionSet::KeepText(std::string_view text) noexcept {
   char* end = Blocks.back().get() + UsedInLastBlock;
   *end = static_cast<char>(text.size());

@@ -1,5 +1,4 @@
-// ExecutionSet: every execution that the day has brought, by the exchange's order number with its trade number behind
-// it.
+// ExecutionSet: the executions of the day, by the exchange's order number followed by its trade number.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-// The key of one execution: the two texts joined, without a separator. At most 64 characters.
+// The two texts joined without a separator, at most 64 characters.
 class ExecutionKey {
  public:
   static constexpr std::size_t kLongest = 64;
@@ -25,20 +24,20 @@ class ExecutionKey {
   char Characters[kLongest];
 };
 
-// Promises: the set of keys, each with its own bytes, for a cost that does not grow with the day: one place in memory
-// is touched for a new key, and Prefetch brings it in while other work is done. A trade takes its characters, one byte
-// and 11 to 21 bytes of table. Works as an open table of 8-byte slots, at most three quarters full, searched from the
-// slot that the hash's highest bits name; the characters stand one behind the other in blocks. Doubling walks the old
-// table from end to end in the order of the new one. It is our own because a set of strings costs three times the
-// memory, and because of Prefetch: the miss in a table of a million keys would cost as much as the decoding of the
-// trade.
+// Contains and Insert are O(1): a new key touches one place in memory, which Prefetch loads during other work. A trade
+// takes its characters, one byte and 11 to 21 bytes of table.
+//
+// An open table of 8-byte slots, at most three quarters full, searched from the slot of the hash's highest bits; the
+// characters are in blocks. Doubling walks the old table once, in the order of the new one. A std::unordered_set of
+// strings takes three times the memory, and without Prefetch the cache miss in a table of a million keys costs as much
+// as decoding the trade.
 class ExecutionSet {
  public:
   void Prefetch(const ExecutionKey& key) const noexcept;
   bool Contains(const ExecutionKey& key) const noexcept;
-  // The next insert takes no memory.
+  // The next Insert does not allocate.
   void MakeRoom();
-  // False, with nothing changed, when the key is known. Nothing changes when memory runs out.
+  // False, with nothing changed, if the key is known. On std::bad_alloc nothing has changed.
   bool Insert(const ExecutionKey& key);
   std::size_t Size() const noexcept { return Count; }
   void Clear() noexcept;

@@ -8,18 +8,17 @@
 
 #include "trade_data/records/trade_record.h"
 
-// Promises: a record stays at its address until Clear; Spare and Keep are constant time; a record costs its 750 bytes
-// and nothing beside them; Clear gives all memory back in one step per 2,796 records.
-// Works in slabs of two megabytes, filled from the front. The next free record is decoded into where it will stay, and
-// kept only when it turns out to be new. Returned records are chained through their own first bytes, so that returning
-// one takes no memory.
+// Records stay at their addresses until Clear. Spare and Keep are O(1); a record takes its 750 bytes and no more; Clear
+// frees 2,796 records at a time.
+//
+// Slabs of two megabytes, filled from the front. A message is decoded into the record that Keep would keep, so that a
+// new trade is never copied. Returned records are linked through their first bytes: returning one does not allocate.
 class RecordPool {
  public:
-  // The next free record, zeroed. Calling again without Keep gives the same one.
+  // The next free record, zeroed. The same one until Keep.
   TradeRecord& Spare();
-  // The record that Spare last gave, as it is now.
+  // The record of the last Spare, as it is now.
   const TradeRecord* PeekSpare() const noexcept { return SpareRecord; }
-  // Keeps it.
   TradeRecord* Keep() noexcept { return std::exchange(SpareRecord, nullptr); }
   // Returns a kept record to the pool. Requires: nothing points to it.
   void GiveBack(TradeRecord* record) noexcept;
@@ -34,6 +33,6 @@ class RecordPool {
 
   std::vector<std::unique_ptr<Slab, SlabDeleter>> Slabs;
   TradeRecord* SpareRecord = nullptr;
-  TradeRecord* FirstReturned = nullptr;  // its first bytes hold the address of the next one
+  TradeRecord* FirstReturned = nullptr;  // its first bytes are the address of the next one
   std::size_t UsedInLastSlab = 0;
 };

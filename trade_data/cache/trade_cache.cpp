@@ -16,7 +16,7 @@ const TradeMap* TradeCache::LiveTradesOf(std::string_view server) const noexcept
 void TradeCache::OnTrade(CQORPacketReader& reader) {
   TradeRecord& incoming = Records.Spare();
   Decoder.DecodeKeySection(reader, incoming);
-  // The key is complete: its place in the table is fetched while the body is decoded.
+  // The table loads the key's place while the body is decoded.
   const ExecutionKey key(incoming.ExchangeOrderNo, incoming.ExchangeTradeID);
   KnownExecutions.Prefetch(key);
   Decoder.DecodeBody(reader, incoming);
@@ -41,7 +41,7 @@ void TradeCache::MakeRoomForRows(std::size_t rowsOfEachBook) {
   for (const auto& [key, book] : BooksByKey) book->MakeRoom(rowsOfEachBook);
 }
 
-// The spare record becomes the trade of that id, or is copied over the one that is there.
+// The spare record becomes the trade of that id, or is copied to the existing one.
 TradeCache::Stored TradeCache::StoreSpare(TradeMap& trades, std::int32_t tradeId) {
   if (TradeRecord* known = trades.Find(tradeId); known != nullptr) {
     *known = *Records.PeekSpare();
@@ -61,7 +61,7 @@ TradeCache::Stored TradeCache::StoreCopy(TradeMap& trades, std::int32_t tradeId,
   return StoreSpare(trades, tradeId);
 }
 
-// A trade that was known keeps its number, and no book is told: rows point at the record that has just changed.
+// A known trade keeps its number, and books are not told: their rows refer to the record that has changed.
 void TradeCache::ShowTrade(const Stored& trade) {
   if (trade.IsNew) {
     GiveNextNumber(trade.Record);
@@ -80,7 +80,7 @@ void TradeCache::TellBooks(TradeRecord& record) {
     if (book->AdmitRow(record)) book->UpdateTotals(record);
 }
 
-// The daily file comes last, as it is opened once: with that all steps but the first can be taken again.
+// The daily file comes last because it is opened once; the steps before it can be repeated.
 void TradeCache::OnDownloadEnd() {
   DownloadComplete = true;
   MergePending();
@@ -121,8 +121,7 @@ void TradeCache::MergeTrade(TradeMap& live, std::int32_t tradeId, TradeRecord* r
     return;
   }
   live.Insert(tradeId, record);
-  // Newer trades lose their numbers to an older one and get no others: they stay in LiveTrades without a row. Numbering
-  // in a merge is never repaired, and that is meant.
+  // Intentional: newer trades lose their numbers to an older one, get no others, and stay in LiveTrades without a row.
   while (!TradeNumbers.Empty() && TradeIdOf(*TradeNumbers.LowestRecord()) > tradeId) {
     TradeNumbers.RemoveLowest();
     ++NextTradeNumber;
@@ -138,18 +137,18 @@ void TradeCache::OnClearTrades() {
   DownloadComplete = false;
   for (const auto& [key, book] : BooksByKey)
     if (book->HasGrid()) book->ClearRows();
-  // Last, as books held references until now.
+  // Last, because books refer to records until now.
   Records.Clear();
 }
 
 void TradeCache::WriteTradeLine(const TradeRecord& record) {
   if (!AutoTradeWriteCSV) return;
   AutoFile.WriteTradeLine(record, ServerName);
-  // Outside programs follow the file trade by trade.
+  // Other programs read the file trade by trade.
   if (DownloadComplete) AutoFile.Flush();
 }
 
-// Message 9112: an amendment changes a known trade, or adds one. Its steps are kept as they are, oddities included.
+// Message 9112: an amendment changes a known trade or adds one.
 struct TradeCache::AmendmentFields {
   static constexpr WireField kFields[] = {
       {101, Field::U8, offsetof(TradeRecord, Side)},
@@ -191,11 +190,11 @@ void TradeCache::AmendUnknown() {
   const ExecutionKey key(AmendCopy.ExchangeOrderNo, Amend.AmendRecord.ExchangeTradeID);
   if (KnownExecutions.Contains(key)) return;
   Records.Spare();
-  // Each book may take the trade for itself, and once more when another has it stored.
+  // A book may take the trade once for itself and once when it is stored for another book.
   MakeRoomForTrade(DownloadComplete ? LiveTrades[ServerName] : DefaultPending());
   MakeRoomForRows(2);
   KnownExecutions.Insert(key);
-  // In the download it is AmendRecord that waits, without the id, product and quantity set above: meant so.
+  // Intentional: during the download AmendRecord is stored, without the id, product and quantity from above.
   if (DownloadComplete)
     AmendUnknownInBooks();
   else
@@ -203,7 +202,7 @@ void TradeCache::AmendUnknown() {
   WriteTradeLine(Amend.AmendRecord);
 }
 
-// The trade is stored on behalf of the first book without a filter; with no such book it is not stored at all.
+// The first book without a filter stores the trade; without such a book it is not stored.
 void TradeCache::AmendUnknownInBooks() {
   for (const auto& [key, book] : BooksByKey) {
     if (book->HasGrid() && book->FilterActive())
@@ -215,7 +214,7 @@ void TradeCache::AmendUnknownInBooks() {
 }
 
 void TradeCache::AmendKnown(TradeRecord& stored) {
-  // A changed quantity is told once for every open book, so that each book sees the trade that many times.
+  // Intentional: a changed quantity is told once per open book, so each book gets the trade that many times.
   const std::size_t tellings = Amend.NewQuantity != 0 ? BooksByKey.size() : 1;
   Records.Spare();
   DefaultPending().MakeRoom(1);

@@ -1,6 +1,5 @@
-// TradeCache: what the plug-in knows of the day's trades, fed by messages 8111, 9101, 9112, 8112 and 30022 alone. There
-// is no lock on anything here: the handlers, and whatever walks the trades, come one at a time on the terminal's
-// calling thread.
+// TradeCache: the day's trades, changed only by messages 8111, 9101, 9112, 8112 and 30022. It has no lock: handlers,
+// and all that reads the trades, run one at a time on the thread that the terminal calls from.
 #pragma once
 
 #include <cstdint>
@@ -45,13 +44,12 @@ using TradeBooks = std::map<std::string, TradeBook*>;
 // By server name. One server exists, "Default".
 using ServerTrades = std::map<std::string, TradeMap, std::less<>>;
 
-// Promises: a trade that comes in costs the same however many there are; records in LiveTrades stay at their addresses
-// until OnClearTrades; a trade's number is never given twice but where a merge takes it back. When memory runs out in a
-// message, std::bad_alloc leaves the handler and the same message, sent again, has its whole effect: trades and
-// amendments ask for all their memory before they change anything, and what the end of a download has done by then
-// does no harm twice.
-// Works with one record a trade, decoded into the place where it stays: the pending and the live map hold references,
-// and the merge moves those.
+// A trade costs O(1). Records in LiveTrades stay at their addresses until OnClearTrades. A number is used once, unless
+// a merge takes it back. After std::bad_alloc the same message can be sent again and has its whole effect: trades and
+// amendments allocate before they change anything, and the end of a download can be repeated.
+//
+// One record per trade, decoded where it stays; the pending and the live map refer to it, and the merge moves the
+// references.
 class TradeCache {
  public:
   TradeCache(CQORTradeImpl& decoder, const TradeBooks& books, std::filesystem::path workingFolder);
@@ -64,18 +62,18 @@ class TradeCache {
   const TradeMap* LiveTradesOf(std::string_view server) const noexcept;
 
   std::int32_t NextTradeNumber = 0x7FFFFFFF;  // the next local number; only falls, and is never reset
-  ServerTrades PendingTrades;                 // what comes before the end of the download
+  ServerTrades PendingTrades;                 // received before the end of the download
   ServerTrades LiveTrades;                    // the trades of record
   TradeNumberMap TradeNumbers;                // local number to live trade; the lowest is the newest
   ExecutionSet KnownExecutions;
   bool DownloadComplete = false;
   bool AutoTradeWriteCSV = true;
   std::string ServerName = "Default";
-  bool GridsRefreshed = false;  // false after a change that the refresh callback has not painted yet
+  bool GridsRefreshed = false;  // false after a change until the refresh callback paints it
   DailyFile AutoFile;
 
  private:
-  // What message 9112 is decoded into: the record that earlier amendments left, and four numbers of this one.
+  // Message 9112 is decoded into this: the record that earlier amendments left, and four numbers.
   struct Amendment {
     TradeRecord AmendRecord;
     std::uint32_t TradeId;
@@ -91,7 +89,7 @@ class TradeCache {
   };
 
   TradeMap& DefaultPending() { return PendingTrades[kDefaultServer]; }
-  // Memory for what follows, all that can fail of it.
+  // Allocates all memory of the steps that follow.
   void MakeRoomForTrade(TradeMap& trades);
   void MakeRoomForRows(std::size_t rowsOfEachBook);
   void MakeRoomForMerge(std::size_t added);
@@ -113,7 +111,7 @@ class TradeCache {
   const TradeBooks& BooksByKey;
   std::filesystem::path WorkingFolder;
   RecordPool Records;
-  // Never cleared: what an amendment does not carry stays as an earlier one left it. Books may hold a reference to
+  // Intentional: never cleared; fields that an amendment lacks keep the values of earlier ones. Books may refer to
   // AmendCopy.
   Amendment Amend{};
   TradeRecord AmendCopy{};

@@ -22,7 +22,7 @@ bool TradeMap::IsBehindAll(std::int32_t id) const noexcept {
   return last.Ids[last.Used - 1] < id;
 }
 
-// The block that holds the id if any does; the first one for an id below all. There is at least one block.
+// The only block that can have the id; the first one for an id below all. Requires a block.
 std::size_t TradeMap::BlockFor(std::int32_t id) const noexcept {
   const auto behind =
       std::upper_bound(Blocks.begin(), Blocks.end(), id,
@@ -37,8 +37,8 @@ TradeRecord* TradeMap::Find(std::int32_t id) const noexcept {
   return at < block.Used && block.Ids[at] == id ? block.Records[at] : nullptr;
 }
 
-// An insert takes one block at most: a full one is split, or another follows the last. A block that comes of a split
-// must take half a block of ids before it is full, so that of many inserts few take one.
+// An insert adds at most one block. A block after a split takes half a block of ids before it is full, so few of many
+// inserts add one.
 void TradeMap::MakeRoom(std::size_t inserts) {
   const std::size_t needed = std::min(inserts, Blocks.size() + inserts / (kBlockSize / 2) + 1);
   ::MakeRoom(Blocks, needed);

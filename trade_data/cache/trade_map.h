@@ -1,4 +1,4 @@
-// TradeMap: references to trade records in rising order of VELDTradeID.
+// TradeMap: trade records by rising VELDTradeID. TradeNumberMap: trade records by falling local number.
 #pragma once
 
 #include <cstddef>
@@ -9,11 +9,12 @@
 #include "foundations/make_room.h"
 #include "trade_data/records/trade_record.h"
 
-// Promises: the order of a map keyed by signed id; an id above all others is added in constant time, and any other
-// found or added in some hundred nanoseconds at a million trades; 12 bytes a trade while ids mostly rise, at most about
-// twice that. Works in blocks of up to 512 ids, each sorted, found by bisecting the list of their first ids. A full
-// block is split in halves, or, where the new id comes behind everything, followed by an empty one. Blocks for inserts
-// to come can be made ahead, so that those cannot fail.
+// An ordered map of signed ids. Adding an id above all others is O(1); any other Find or Insert takes some hundred
+// nanoseconds at a million trades. 12 bytes per trade while ids mostly rise, at most about twice that.
+//
+// Sorted blocks of up to 512 ids, found by binary search of their first ids. A full block is split in halves, or
+// followed by an empty one if the new id is above all. MakeRoom allocates blocks in advance, so that inserts cannot
+// fail.
 class TradeMap {
  public:
   struct Entry {
@@ -21,19 +22,19 @@ class TradeMap {
     TradeRecord* Record;
   };
 
-  // Null when there is none.
+  // Null without one.
   TradeRecord* Find(std::int32_t id) const noexcept;
-  // The map must not hold the id yet. Nothing changes when memory runs out.
+  // Requires: the map does not have the id. On std::bad_alloc nothing has changed.
   void Insert(std::int32_t id, TradeRecord* record);
-  // The next inserts, so many of them, take no memory.
+  // That many inserts do not allocate.
   void MakeRoom(std::size_t inserts);
-  // Releases what MakeRoom made and no insert took.
+  // Frees what MakeRoom has allocated and no insert has used.
   void DropRoom() noexcept { Spares.clear(); }
   void Clear() noexcept;
   std::size_t Size() const noexcept { return Count; }
   bool Empty() const noexcept { return Count == 0; }
 
-  // Walks the entries in rising order of id. Inserting ends the use of an iterator.
+  // Rising order of id. Insert invalidates iterators.
   class Iterator {
    public:
     Entry operator*() const noexcept {
@@ -61,7 +62,7 @@ class TradeMap {
 
  private:
   static constexpr std::size_t kBlockSize = 512;
-  // Never empty once it stands in the list.
+  // A block in the list is not empty.
   struct Block {
     std::size_t Used = 0;
     std::int32_t Ids[kBlockSize];
@@ -87,17 +88,14 @@ class TradeMap {
   std::size_t Count = 0;
 };
 
-// TradeNumberMap: local trade numbers and the records that they stand for. Numbers fall, so the lowest is the newest
-// trade.
-
-// Promises: a map from number to record whose every operation is constant time; 8 bytes a trade.
-// Works because numbers are given one below the other and taken back only from the low end: they stand without a gap,
-// and the place in a row of records follows from the number.
+// From local number to record; every operation is O(1), 8 bytes per trade. Each number is one below the one before, so
+// the lowest is the newest trade, and only the lowest are removed: there are no gaps, and the number gives the place in
+// a vector.
 class TradeNumberMap {
  public:
-  // The next inserts, so many of them, take no memory.
+  // That many inserts do not allocate.
   void MakeRoom(std::size_t inserts) { ::MakeRoom(Records, inserts); }
-  // The number must be one below the lowest; into an empty map any number goes. Nothing changes when memory runs out.
+  // Requires: the number is one below the lowest, or the map is empty. On std::bad_alloc nothing has changed.
   void Insert(std::int32_t number, TradeRecord* record) {
     MakeRoom(1);
     if (Records.empty()) HighestNumber = number;
@@ -107,14 +105,14 @@ class TradeNumberMap {
   std::size_t Size() const noexcept { return Records.size(); }
   void Clear() noexcept { Records.clear(); }
 
-  // The newest trade: the map must not be empty.
+  // The newest trade. Requires a record.
   TradeRecord* LowestRecord() const noexcept { return Records.back(); }
   void RemoveLowest() noexcept { Records.pop_back(); }
 
-  // All records, the one with the highest number first.
+  // All records, oldest first.
   const std::vector<TradeRecord*>& All() const noexcept { return Records; }
 
-  // Place 0 holds the highest number, which is the oldest trade.
+  // Place 0 is the highest number, the oldest trade.
   TradeRecord* RecordAt(std::size_t place) const noexcept { return Records[place]; }
   std::int32_t NumberAt(std::size_t place) const noexcept {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(HighestNumber) - static_cast<std::uint32_t>(place));

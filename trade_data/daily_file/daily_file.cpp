@@ -13,7 +13,7 @@ void DailyFile::OpenDailyFile(const std::filesystem::path& folder, std::string_v
   const std::filesystem::path file = folder / ("Trade" + std::string(date) + ".CSV");
   std::vector<NamedColumn> columns = ReadColumns(folder / "TradeHeaderFile.txt");
   if (!AutoStream.is_open()) Line.Start(LongestLine(columns.size(), serverName));
-  // From here on nothing takes memory: the file is opened once.
+  // Nothing allocates from here on, because the file can be opened only once.
   AutoColumns = std::move(columns);
   AutoStream.open(file, std::ios::binary | std::ios::trunc);
   WriteHeader();
@@ -23,8 +23,7 @@ std::size_t DailyFile::LongestLine(std::size_t columns, std::string_view serverN
   return kLineEnd.size() + columns * (LongestDailyValue(serverName) + 1);
 }
 
-// The columns so far with those of the file behind them. A line counts when it holds a name and no comma; names are
-// taken as they stand.
+// The known columns, then those of the file. A line without a name or with a comma is ignored; names are not trimmed.
 std::vector<DailyFile::NamedColumn> DailyFile::ReadColumns(const std::filesystem::path& headerFile) const {
   std::vector<NamedColumn> columns = AutoColumns;
   const std::string text = ReadWholeFile(headerFile);

@@ -1,6 +1,6 @@
-// DailyFile: the comma-separated file of the day's trades that outside programs follow. Every failure is silent.
+// DailyFile: the comma-separated file of the day's trades that other programs read. Every failure is silent.
 //
-//   file    := header ( CR LF line )*     no line end behind the last line
+//   file    := header ( CR LF line )*     no line end after the last line
 //   header  := ( name "," )*              every name of the column list
 //   line    := ( value "," )*             only for names that are columns
 #pragma once
@@ -16,10 +16,10 @@
 #include "trade_data/daily_file/line_buffer.h"
 #include "trade_data/records/trade_record.h"
 
-// The columns of the daily file: their names, a vocabulary of the file's own, and how each writes its value.
+// A column of the daily file. Its names differ from those of the grid.
 struct DailyColumn {
   std::string_view Name;
-  // Appends the column's value for the record. No text is quoted or escaped.
+  // Appends the value of the record. Text is not quoted or escaped.
   void (*Append)(LineBuffer& line, const TradeRecord& record, std::string_view serverName);
 };
 
@@ -28,34 +28,34 @@ constexpr std::size_t LongestDailyValue(std::string_view serverName) {
   return std::max({sizeof TradeRecord::ReferenceText, kLongestDouble, serverName.size()});
 }
 
-// The column of that name, compared whole and case-sensitively; null for a name that is none.
+// The column of exactly that name, or null.
 const DailyColumn* FindDailyColumn(std::string_view name) noexcept;
 
 class DailyFile {
  public:
   DailyFile() { AutoStream.rdbuf()->pubsetbuf(StreamBuffer, sizeof StreamBuffer); }
 
-  // Starts Trade<date>.CSV in the folder with the columns of its TradeHeaderFile.txt, which are added to those known.
-  // Nothing changes when memory runs out. A second call in the life of the module finds the stream open: that fails the
-  // stream, and nothing is written from then on. Meant so, and so is that the file does not change with the date. Lines
-  // written before and not flushed reach the disk when the file is closed.
+  // Starts Trade<date>.CSV in the folder with the columns of its TradeHeaderFile.txt, which are added to the known
+  // ones. On std::bad_alloc nothing has changed. Intentional: a second call finds the stream open and fails it, so that
+  // nothing is written any longer, and the file does not change with the date. Lines that are not flushed reach the disk
+  // when the file is closed.
   void OpenDailyFile(const std::filesystem::path& folder, std::string_view date, std::string_view serverName);
 
-  // Before the first opening, and after any failure, this has no effect. Takes no memory.
+  // No-op before the first opening and after a failure. Does not allocate.
   void WriteTradeLine(const TradeRecord& record, std::string_view serverName);
   void Flush();
 
  private:
   struct NamedColumn {
     std::string Name;
-    const DailyColumn* Column;  // null for a name that is no column: it stands in the header and writes nothing
+    const DailyColumn* Column;  // null for an unknown name, which is in the header and writes nothing
   };
 
   std::vector<NamedColumn> ReadColumns(const std::filesystem::path& headerFile) const;
   static std::size_t LongestLine(std::size_t columns, std::string_view serverName);
   void WriteHeader();
 
-  char StreamBuffer[8192];  // of AutoStream, which would take its own only once the file is open
+  char StreamBuffer[8192];  // of AutoStream, which otherwise allocates one after the file is open
   std::ofstream AutoStream;
   std::vector<NamedColumn> AutoColumns;
   LineBuffer Line;

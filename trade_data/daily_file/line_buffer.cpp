@@ -11,8 +11,8 @@ constexpr std::uint64_t kDigitsEnd = 1'000'000;
 constexpr int kDecimals = 4;
 constexpr double kScale = 10'000;
 
-// Prices have few decimals. A value that is the double nearest to a decimal of at most six digits, four of them behind
-// the point, prints as that decimal: found by scaling, and proved by dividing back. Null for any other value.
+// Prices have few decimals. A value that is the double nearest to a decimal of at most six digits, four of them after
+// the point, prints as that decimal: scaling finds it, dividing back proves it. Null for other values.
 char* PrintShortDecimal(char* to, double value) noexcept {
   if (!(value > 0 && value < static_cast<double>(kDigitsEnd))) return nullptr;
   auto scaled = static_cast<std::uint64_t>(std::llrint(value * kScale));
@@ -42,8 +42,8 @@ char* PrintDigits(char* to, std::uint64_t value, int digits) noexcept {
   return to + digits;
 }
 
-// A value that is the double nearest to a decimal of six places lies so close to it that both round alike, but where
-// the decimal lies half way between two hundredths. Null for any other value.
+// A value that is the double nearest to a decimal of six places rounds like that decimal, unless the decimal is half
+// way between two hundredths. Null for other values.
 char* PrintFixedDecimal(char* to, double value, Decimals decimals) noexcept {
   const double size = std::fabs(value);
   if (!(size < kFixedEnd)) return nullptr;

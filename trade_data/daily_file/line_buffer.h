@@ -1,5 +1,4 @@
-// LineBuffer: one line of text put together from values, for files that are written trade by trade. One thread at a
-// time.
+// LineBuffer builds one line of text from values, for files that are written trade by trade.
 #pragma once
 
 #include <bit>
@@ -9,13 +8,13 @@
 #include <string_view>
 #include <vector>
 
-// Six significant digits, trailing zeros dropped, an exponent where it is shorter: as a stream prints a double by
-// default. Writes at most kLongestDouble characters and returns the end.
+// As a stream prints a double by default: six significant digits, no trailing zeros, an exponent if that is shorter.
+// Writes at most kLongestDouble characters and returns the end.
 inline constexpr std::size_t kLongestDouble = 16;
 char* PrintDouble(char* to, double value) noexcept;
 
-// As "%.2lf" and "%.6lf" print it, with a point in any locale: cut after kLongestFixed characters. Infinities print as
-// "inf", and a NaN as "nan" without a sign.
+// As "%.2lf" and "%.6lf" print it, with a point in any locale, cut after kLongestFixed characters. Infinities print as
+// "inf" and NaN as "nan" without a sign.
 inline constexpr std::size_t kLongestFixed = 127;
 enum class Decimals { Two = 2, Six = 6 };
 char* PrintFixed(char* to, double value, Decimals decimals) noexcept;
@@ -32,9 +31,9 @@ inline char* PrintBlanks(char* to, std::size_t count) noexcept {
   return to + count;
 }
 
-// The text of a field of at most that many bytes, up to its NUL. Up to seven bytes of room behind it are overwritten.
-// Eight bytes at a time: the lowest bit of the first zero byte of a word is the first to show in (word - 1s) & ~word
-// at the bytes' high bits. Stands here to be made for each field's size.
+// The text of a field of at most that many bytes, up to its NUL. May overwrite up to seven bytes after it. Copies eight
+// bytes at a time: the first zero byte of a word is the lowest high bit of (word - 1s) & ~word. Inline, so that it is
+// compiled for each field's size.
 inline char* PrintField(char* to, const char* field, std::size_t size) noexcept {
   static_assert(std::endian::native == std::endian::little);
   constexpr std::uint64_t kOnes = 0x0101010101010101, kHighs = 0x8080808080808080;
@@ -66,10 +65,10 @@ class LineBuffer {
   void AppendFixed(double value, Decimals decimals) noexcept { End = PrintFixed(End, value, decimals); }
   void AppendBlanks(std::size_t count) noexcept { End = PrintBlanks(End, count); }
   void AppendField(const char* field, std::size_t size) noexcept { End = PrintField(End, field, size); }
-  // The place behind the text, for a caller that prints there itself and then says where its text ends.
+  // The end of the text, for a caller that prints there and then calls EndAt.
   char* Tail() noexcept { return End; }
   void EndAt(char* end) noexcept { End = end; }
-  // Goes on behind what has been written out: the room stays, the text goes.
+  // Drops the text and keeps the room.
   void Restart() noexcept { End = Characters.data(); }
   std::string_view Text() const noexcept {
     return {Characters.data(), static_cast<std::size_t>(End - Characters.data())};

@@ -14,6 +14,26 @@ constexpr const char* kStartThread = "QOR::Base::CQORADAWriteAsync::StartThread"
 constexpr const char* kWriteOut = "QOR::Base::CQORADAWriteAsync::WriteOut";
 }  // namespace
 
+ADABuffers CQORADAStore::Take(std::span<const std::uint8_t> bytes) {
+  ADABuffers taken;
+  {
+    const QOR::Thread::CQORLockGuard guard(Lock);
+    if (!Free.empty()) taken.splice(taken.begin(), Free, Free.begin());
+  }
+  if (taken.empty()) taken.emplace_back();
+  ADABuffer& buffer = taken.front();
+  if (buffer.Bytes.size() < bytes.size())
+    buffer.Bytes.resize((bytes.size() + kBufferStep - 1) / kBufferStep * kBufferStep);
+  std::copy(bytes.begin(), bytes.end(), buffer.Bytes.begin());
+  buffer.Used = bytes.size();
+  return taken;
+}
+
+void CQORADAStore::GiveBack(ADABuffers&& buffers) noexcept {
+  const QOR::Thread::CQORLockGuard guard(Lock);
+  Free.splice(Free.begin(), buffers);
+}
+
 CQORADAWriteAsync::CQORADAWriteAsync(CQORFileImpl& file, CQORADAStore& store) : File(file), Store(store) {
   const unsigned long error = InitializePlatformEvent(Wakeup);
   HasEvent = error == 0;
@@ -35,12 +55,12 @@ void CQORADAWriteAsync::StartThread() {
   Joinable = error == 0;
   if (Joinable) return;
   HasThread = false;
-  // The first word is meant as it stands: readers of logs look for it.
+  // Intentional: the misspelling; readers of logs search for it.
   CQORLog::ReportFailure("Faild to start thread: ", error, kStartThread, __LINE__);
 }
 
-// An exception that reaches this function goes to the terminate handler of this thread. Nothing here needs cleaning up:
-// a cleanup would take the handlers away before.
+// An exception that reaches this function calls the terminate handler of this thread. No destructor here may remove the
+// handlers before that.
 void CQORADAWriteAsync::Run() noexcept {
   QOR::Util::CQORExceptionHandler::InstallThreadHandlers();
   while (WriteBatch()) {
@@ -48,7 +68,7 @@ void CQORADAWriteAsync::Run() noexcept {
   QOR::Util::CQORExceptionHandler::RemoveThreadHandlers();
 }
 
-// Writes what is queued; false behind the last batch.
+// Writes what is queued; false after the last batch.
 bool CQORADAWriteAsync::WriteBatch() {
   const unsigned long error = WaitForPlatformEvent(Wakeup);
   if (error != 0) CQORLog::ReportFailure("WaitForSingleObject failed: ", error, kStartThread, __LINE__);
@@ -58,7 +78,7 @@ bool CQORADAWriteAsync::WriteBatch() {
   ResetPlatformEvent(Wakeup);
   HasThread = !Closing && error == 0;
   const bool goesOn = HasThread;
-  // The last batch is written inside the lock: who writes next does so behind it.
+  // The last batch is written under the lock, so that the next writer follows it.
   if (goesOn) guard.Release();
   WriteOut(std::move(batch));
   return goesOn;
@@ -105,30 +125,6 @@ bool CQORADAWriteAsync::Close() noexcept {
   if (Joinable) JoinPlatformThread(Writer);
   Joinable = false;
   return !Failed;
-}
-
-}  // namespace QOR::Base
-
-namespace QOR::Base {
-
-ADABuffers CQORADAStore::Take(std::span<const std::uint8_t> bytes) {
-  ADABuffers taken;
-  {
-    const QOR::Thread::CQORLockGuard guard(Lock);
-    if (!Free.empty()) taken.splice(taken.begin(), Free, Free.begin());
-  }
-  if (taken.empty()) taken.emplace_back();
-  ADABuffer& buffer = taken.front();
-  if (buffer.Bytes.size() < bytes.size())
-    buffer.Bytes.resize((bytes.size() + kBufferStep - 1) / kBufferStep * kBufferStep);
-  std::copy(bytes.begin(), bytes.end(), buffer.Bytes.begin());
-  buffer.Used = bytes.size();
-  return taken;
-}
-
-void CQORADAStore::GiveBack(ADABuffers&& buffers) noexcept {
-  const QOR::Thread::CQORLockGuard guard(Lock);
-  Free.splice(Free.begin(), buffers);
 }
 
 }  // namespace QOR::Base

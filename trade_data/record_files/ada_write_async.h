@@ -1,6 +1,5 @@
-// CQORADAWriteAsync: writes messages to a record file on a thread of its own, in the order in which they were handed
-// over. Any thread may call Write; Close and the destructor belong to the owner, and the file and the pool outlive the
-// object. In the plug-in none is ever made.
+// CQORADAWriteAsync writes messages to a record file on its own thread, in the order of the calls, from a pool of
+// buffers. The plug-in creates none.
 #pragma once
 
 #include <atomic>
@@ -14,21 +13,19 @@
 #include "platform/threads.h"
 #include "trade_data/record_files/file_impl.h"
 
-// CQORADAStore: a pool of byte buffers for messages on their way to a record file. Any thread may call; a buffer taken
-// belongs to who took it.
 namespace QOR::Base {
 
 struct ADABuffer {
-  std::vector<std::uint8_t> Bytes;  // its room is a multiple of 256
+  std::vector<std::uint8_t> Bytes;  // size: a multiple of 256
   std::size_t Used = 0;
   std::span<const std::uint8_t> Content() const noexcept { return {Bytes.data(), Used}; }
 };
 
-// Buffers travel as lists, so that handing one over or giving many back moves nodes and allocates nothing.
+// Buffers move as list nodes: passing one on or returning many does not allocate.
 using ADABuffers = std::list<ADABuffer>;
 
-// Promises: a buffer given back serves again; memory grows to the most buffers that were in use at once, and is kept.
-// A free list behind a critical section; taking and giving back take constant time but for the copy of the bytes.
+// The pool: returned buffers are used again, and memory stays at the largest number in use at once. A free list under a
+// lock; Take and GiveBack are O(1) but for the copy of the bytes. Any thread may call.
 class CQORADAStore {
  public:
   static constexpr std::size_t kBufferStep = 256;
@@ -42,15 +39,12 @@ class CQORADAStore {
   ADABuffers Free;
 };
 
-}  // namespace QOR::Base
-
-namespace QOR::Base {
-
-// Promises: Close returns with every message written or the failure known, whatever failed; the first failed write is
-// reported once and ends the writing, so that a full disk costs the rest of the file and never a wait. Without its
-// thread, when the system refuses one, Write writes itself.
-// A queue of pooled buffers behind a lock, and a manual-reset event that is set while the queue holds something; the
-// thread takes the whole queue at once. The queue has no limit: it grows as far as the disk lags behind.
+// After Close every message is written or the failure is known. The first failed write is reported once and ends the
+// writing: a full disk loses the rest of the file and blocks nobody. If the system refuses the thread, Write writes
+// itself. Any thread may call Write; the owner calls Close and keeps the file and the pool alive.
+//
+// A queue of pooled buffers under a lock, and a manual-reset event that is set while the queue is not empty; the thread
+// takes the whole queue at once. The queue has no limit.
 class CQORADAWriteAsync {
  public:
   CQORADAWriteAsync(CQORFileImpl& file, CQORADAStore& store);
@@ -58,11 +52,11 @@ class CQORADAWriteAsync {
   CQORADAWriteAsync(const CQORADAWriteAsync&) = delete;
   CQORADAWriteAsync& operator=(const CQORADAWriteAsync&) = delete;
 
-  // Hands over a copy of the message. False when it will not be written: behind a failure or Close, or without memory.
+  // Queues a copy of the message. False if it will not be written: after a failure or Close, or without memory.
   bool Write(std::span<const std::uint8_t> message) noexcept;
-  // Waits until all is written. False when something was not; a second call does nothing and answers the same.
+  // Waits until all is written; false if something was not. A second call is a no-op with the same result.
   bool Close() noexcept;
-  // The system's number of the failure; 0 where it has none.
+  // The system's number of the failure; 0 without one.
   unsigned long Error() const noexcept { return FailureNumber; }
 
  private:
@@ -76,14 +70,14 @@ class CQORADAWriteAsync {
   CQORADAStore& Store;
   PlatformEvent Wakeup{};
   bool HasEvent = false;
-  QOR::Thread::CQORLock QueueLock;  // of the three below
+  QOR::Thread::CQORLock QueueLock;  // for the next three
   ADABuffers Queue;
   bool HasThread = false;
   bool Closing = false;
   std::atomic<bool> Failed = false;
   std::atomic<unsigned long> FailureNumber = 0;
   PlatformThread Writer;
-  bool Joinable = false;  // the owner's
+  bool Joinable = false;  // used by the owner only
 };
 
 }  // namespace QOR::Base

@@ -85,7 +85,7 @@ bool CQORFileImpl::WriteBytes(std::span<const std::uint8_t> bytes) {
   return File != nullptr && CutRest() && std::fwrite(bytes.data(), 1, bytes.size(), File.get()) == bytes.size();
 }
 
-// Behind the new messages the rest would be read as more of them.
+// After new messages the rest would be read as more of them.
 bool CQORFileImpl::CutRest() noexcept {
   if (RestCount == 0) return true;
   if (!CutFile(File.get(), static_cast<std::int64_t>(LoadedCount))) return false;
@@ -131,7 +131,7 @@ std::uint64_t CQORFileImpl::Load() {
     }
   }
   RestCount = bytes.size() - LoadedCount;
-  // Between reading and writing a stream must be told where to go.
+  // A stream needs a seek between reading and writing.
   SeekFile(File.get(), static_cast<std::int64_t>(LoadedCount));
   return LoadedCount;
 }

@@ -1,9 +1,8 @@
-// CQORFileImpl: a file of records, kept as a plain run of wire messages with no header and no index. In the plug-in no
-// such file is ever opened.
+// CQORFileImpl: a file of records. The plug-in opens none.
 //
-//   record file := message*        (message_header.h; each as EncodeRecord of the derived class makes it)
+//   record file := message*        (message_header.h; each as EncodeRecord of the derived class writes it)
 //
-// Operations on the open file hold the instance's lock; names are set before it is opened.
+// Operations on the open file hold the instance's lock; set the names before it is opened.
 #pragma once
 
 #include <cstdint>
@@ -28,33 +27,32 @@ class CQORFileImpl {
   CQORFileImpl(const CQORFileImpl&) = delete;
   CQORFileImpl& operator=(const CQORFileImpl&) = delete;
 
-  // Writes the bytes of one message; false, with the reason in LastSystemError, when not all were taken.
+  // Writes the bytes of one message. False, with the reason in LastSystemError, if not all were written.
   virtual bool WriteBytes(std::span<const std::uint8_t> bytes);
-  // Takes one stored message, whose header has been parsed.
+  // Handles one stored message, whose header is parsed.
   virtual void LoadRecord(CQORPacketReader& reader) = 0;
 
-  // The file's name: folder, base name and extension; with a date "_yyyymmdd" behind the base name.
+  // Folder, base name and extension; with a date, "_yyyymmdd" follows the base name.
   void SetName(std::filesystem::path folder, std::filesystem::path baseName, std::filesystem::path extension = ".ada");
   void SetDate(const std::tm& date);
   const std::filesystem::path& FullPath() const noexcept { return Path; }
-  // The name of a backup made at that moment: "_yyyymmdd_hhmm" behind the base name.
+  // The name of a backup at that moment: "_yyyymmdd_hhmm" follows the base name.
   std::filesystem::path BackupPath(const std::filesystem::path& backupFolder, const std::tm& moment) const;
 
-  // Opens the file for reading and writing, at its start; it is made where there is none. Other programs may read it
-  // meanwhile. The system's reason, or none.
+  // Opens or creates the file for reading and writing, at its start. Other programs may read it meanwhile.
   std::error_code Open();
-  // False when what was still held back could not be written.
+  // False if buffered bytes could not be written.
   bool Close() noexcept;
-  // Hands every message of the file to LoadRecord, up to the first place where none stands whole, and goes there: what
-  // is written next follows the last whole message, and takes the place of all that stands behind it, which the first
-  // write reports and cuts off. The bytes that the messages took. An exception of LoadRecord costs its message.
+  // Passes every message to LoadRecord up to the first one that is not whole, and seeks there: the next write follows
+  // the last whole message, and first reports and cuts off the rest. Returns the size of the messages. An exception in
+  // LoadRecord loses only its message.
   std::uint64_t Load();
   std::uint64_t BytesLoaded() const noexcept { return LoadedCount; }
-  // Moves the file into the folder, which is made, and opens a fresh one under its name. When it cannot be written to
-  // its end or moved, an earlier backup of that name among the reasons, that is reported and the old one goes on being
-  // used. False when something failed.
+  // Moves the file into the folder, which is created, and opens a new one under its name. If it cannot be written or
+  // moved, for instance because that backup exists, this is reported, the old file stays in use, and the result is
+  // false.
   bool Backup(const std::filesystem::path& backupFolder, const std::tm& moment);
-  // Sends what is held back to the system; false, with the reason in LastSystemError, when it was not taken.
+  // Writes buffered bytes. False, with the reason in LastSystemError, on failure.
   bool Flush() noexcept;
 
  private:
@@ -72,7 +70,7 @@ class CQORFileImpl {
   std::string DateText;
   std::filesystem::path Path;
   std::uint64_t LoadedCount = 0;
-  std::uint64_t RestCount = 0;  // bytes behind those loaded, until something is written
+  std::uint64_t RestCount = 0;  // bytes after those loaded, until the next write
   std::unique_ptr<std::FILE, CloseFile> File;
   QOR::Thread::CQORLock Section;
 };

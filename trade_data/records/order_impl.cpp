@@ -1,6 +1,5 @@
 #include "trade_data/records/order_impl.h"
 
-#include "trade_data/records/order_record.h"
 #include "trade_data/records/trade_fields.h"
 
 namespace {

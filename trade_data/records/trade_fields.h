@@ -12,7 +12,7 @@
 #include "trade_data/records/trade_record.h"
 
 inline constexpr WireField kTradeKeyFields[] = {
-    {10002, Field::Dropped16, 0},  // the message number, which the reader has taken already
+    {10002, Field::Dropped16, 0},  // the message number, which the reader has read
     {20008, Field::U32, offsetof(TradeRecord, VELDTradeID)},
     {20009, Field::U32, offsetof(TradeRecord, VELDOrderID)},
     {55001, Field::Text, offsetof(TradeRecord, UserID), 20},

@@ -8,15 +8,14 @@
 
 namespace {
 
-// Intentional: values of unknown tags are not skipped, unlike in every other section; a field inside one counts, and
-// terminals depend on it.
+// Intentional: values of unknown tags are not skipped, unlike in every other section, so a field inside one is read.
 constexpr SectionRules kTradeKeySection{true, false};
 
 // The order of the fields on the wire. The decoders do not depend on it, but stored files and other readers do.
 constexpr std::uint16_t kKeyOrder[] = {55001, 20008, 20009, 55101, 55100};
 constexpr std::uint16_t kSecurityOrder[] = {55010, 55104, 55105, 55103, 55143, 55106, 40004, 40008, 55107};
 constexpr std::size_t kSecurityNameFields = 1;  // 55107, which only the fixed form carries
-// 55109 stands twice: readers of the format expect it last.
+// Intentional: 55109 twice; readers of the format expect it last.
 constexpr std::uint16_t kTradeOrder[] = {55118, 20011, 55116, 55117, 101,   102,   20084, 20014, 20013, 20036,
                                          40002, 55018, 55102, 55131, 55012, 55109, 20068, 20081, 20082, 55151,
                                          115,   20101, 55124, 55123, 55328, 11115, 55329, 55109};

@@ -1,15 +1,14 @@
-// TradeRecord: the flat record of one executed trade, and the texts of its coded fields. Plain data; whoever holds a
-// record decides its threads.
+// TradeRecord: the flat record of one executed trade, and the texts of its coded fields.
 //
-// Packed, 750 bytes, copied whole with one block copy. Texts are single-byte, end with a NUL and hold one character
-// less than their size; a record is zeroed before it is decoded into, and the decoders count on that.
+// Packed, 750 bytes, copied with one block copy. Texts are single-byte, end with a NUL and hold one character less than
+// their size. Decoders require a zeroed record.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
-// The fields of a security that a linked master record overrides. The plug-in links none.
+// The fields of a security that a linked master record overrides. The plug-in does not link any.
 struct SecurityMaster {
   std::uint32_t SecurityNumber;  // 0: none
   char Exchange[49];
@@ -28,11 +27,11 @@ struct SecurityMaster {
 struct TradeRecord {
   char UserID[21];
   char ManagerID[21];
-  std::uint32_t VELDTradeID;  // the terminal's number of the trade; maps order it as a signed number
+  std::uint32_t VELDTradeID;  // the terminal's number of the trade; maps sort it as a signed number
   std::uint32_t VELDOrderID;  // the terminal's number of the order
   std::uint32_t Reserved;
   char ExchangeTradeID[33];
-  char ExchangeTradeTime[23];  // this and the other times in the exchange's own form
+  char ExchangeTradeTime[23];  // like the other times in the exchange's own format
   std::uint32_t OrderID;
   char OrderTime[23];
   char ExchangeOrderNo[33];
@@ -49,7 +48,7 @@ struct TradeRecord {
   std::uint8_t OrderType;
   std::uint32_t Quantity;
   std::uint32_t PendingQuantity;
-  std::uint32_t Value20036;  // this and the other Value and Text fields are kept and never shown
+  std::uint32_t Value20036;  // like the other Value and Text fields kept and never shown
   double Price;
   std::uint32_t ProductType;
   std::uint8_t OpenClose;
