@@ -1,5 +1,5 @@
-// TerminalError: what ends a run of the terminal, with its exit code and one sentence for the user; main catches it.
-// Any thread may call.
+// What the terminal tells its user of failures: TerminalError, which ends a run with an exit code and one sentence, and
+// the report of bad lines, which does not. main catches TerminalError.
 #pragma once
 
 #include <cstdint>
@@ -25,17 +25,16 @@ class TerminalError : public std::runtime_error {
   ExitCode Code;
 };
 
-// A path for a sentence to the user: UTF-8, whatever the platform's own form is.
+// A path as UTF-8 on every platform.
 std::string PathText(const std::filesystem::path& path);
 
-// Throws "PATH: what: the system's reason" with ExitCode::File.
+// Throws "PATH: what: reason of the system" with ExitCode::File.
 [[noreturn]] void ThrowFileError(const std::filesystem::path& path, const std::string& what, std::error_code error);
-// The same with the reason that errno has.
+// The same for an errno.
 [[noreturn]] void ThrowFileError(const std::filesystem::path& path, const std::string& what, int errorNumber);
 
-// BadLineReport: tells the user of each line or message of a file that could not be taken, and counts them. Reading
-// goes on behind each. A file that is read once more is not reported once more. Commands of a script that failed are
-// told in the same way and counted apart.
+// Reports and counts lines or messages of a file that cannot be used; reading goes on after each. A file that is read
+// again is not reported again. Failed commands of a script are reported alike and counted apart.
 class BadLineReport {
  public:
   explicit BadLineReport(std::ostream& out) : Out(out) {}
@@ -44,10 +43,10 @@ class BadLineReport {
   void AtLine(const std::filesystem::path& file, std::uint64_t line, const std::string& reason);
   // "FILE: byte OFFSET: reason", offsets counted from 0.
   void AtByte(const std::filesystem::path& file, std::uint64_t offset, const std::string& reason);
-  // "FILE:LINE: reason" for a command that could not be done.
+  // "FILE:LINE: reason" for a command that failed.
   void AtCommand(const std::filesystem::path& file, std::uint64_t line, const std::string& reason);
 
-  // The file is read from its begin again: its first reports are those that have been given.
+  // The file is read from its begin again: what it reports first has been reported.
   void StartAgain(const std::filesystem::path& file) { Files[file].Read = 0; }
 
   std::uint64_t Count() const noexcept { return Reported; }
@@ -66,7 +65,7 @@ class BadLineReport {
   std::uint64_t Failed = 0;  // commands
 };
 
-// Whole numbers with a comma at the thousands, for what the user reads.
+// "1,234,567" in every locale.
 inline std::string WithThousands(std::uint64_t number) {
   std::string text = std::to_string(number);
   for (std::size_t place = text.size(); place > 3; place -= 3) text.insert(place - 3, 1, ',');

@@ -12,7 +12,7 @@
 #include <string>
 
 // Rows from the top down, each of width times red, green, blue; rgb holds width * height * 3 bytes. Empty for a picture
-// without an area.
+// without pixels.
 std::string PngBytes(std::uint32_t width, std::uint32_t height, std::span<const std::uint8_t> rgb);
 
 // Throws TerminalError.

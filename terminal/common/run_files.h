@@ -4,11 +4,11 @@
 #include <filesystem>
 
 struct RunFiles {
-  // The day with securities and desk beside it, where they lack there the sample's; an empty path is the sample day.
+  // The day with the securities and desk beside it, else those of the sample. An empty path is the sample day.
   static RunFiles OfDay(const std::filesystem::path& day);
   // The same run with another day.
   RunFiles WithDay(const std::filesystem::path& day) const;
-  // The day is the one that comes with the program.
+  // It is the day that comes with the program.
   bool IsSampleDay() const;
 
   std::filesystem::path Day;

@@ -47,8 +47,7 @@ bool CsvReader::Next() {
   return false;
 }
 
-// Where the line at the front of the window ends: at a line feed, at the end of the file, or further on than any line
-// may be long.
+// The line ends at a line feed or at the end of the file; the search stops after the longest line.
 std::size_t CsvReader::LineEnd() {
   for (std::size_t searched = 0;;) {
     const std::string_view window = Bytes.Peek(searched + 1);
@@ -59,7 +58,7 @@ std::size_t CsvReader::LineEnd() {
   }
 }
 
-// The line lives until the next call.
+// The line is valid until the next call.
 bool CsvReader::NextLine(std::string_view& line) {
   for (;;) {
     const std::size_t end = LineEnd();
@@ -77,7 +76,7 @@ bool CsvReader::NextLine(std::string_view& line) {
   }
 }
 
-// A line too long to be kept is dropped block by block.
+// Drops a line that is too long block by block.
 void CsvReader::DropLine() {
   for (;;) {
     const std::string_view window = Bytes.Peek(1);
@@ -100,7 +99,7 @@ void TakePlainField(std::string_view& rest, std::string& field) {
   rest.remove_prefix(end);
 }
 
-// Takes the field between quotes from the front of rest; false when its closing quote is missing.
+// Takes the field between quotes from the front of rest; false if its closing quote is missing.
 bool TakeQuotedField(std::string_view& rest, std::string& field) {
   field.clear();
   for (rest.remove_prefix(1);; rest.remove_prefix(1)) {

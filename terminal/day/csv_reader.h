@@ -1,5 +1,4 @@
-// CsvReader: the lines of a CSV file with a fixed header, one after the other, with their numbers; and the reading of a
-// line into a record by a table of its columns.
+// CsvReader: reads a CSV file with a fixed header line by line, and a line into a record by a table of its columns.
 #pragma once
 
 #include <cstdint>
@@ -12,18 +11,18 @@
 #include "terminal/common/errors.h"
 #include "terminal/day/message_file.h"
 
-// The times of a day file, "yyyyMMdd-HH:mm:ss", and times of day, "HH:mm:ss". They have no zone: what counts is their
-// order and the seconds between them.
+// Times of a day file, "yyyyMMdd-HH:mm:ss", and times of day, "HH:mm:ss". They have no zone: their order and the
+// seconds between them count.
 inline constexpr std::int64_t kSecondsPerDay = 86400;
 
-// A time as its text, which goes over the wire as it stands, and as a count of seconds since 1970-01-01 00:00:00.
+// The text goes over the wire unchanged; the seconds count from 1970-01-01 00:00:00.
 struct DayTime {
   std::string Text;
   std::int64_t Seconds = 0;
 };
 
-// Both are strict: digits in every place, a date of the calendar, hours to 23, minutes and seconds to 59. False, and
-// the result untouched, for anything else.
+// Strict: digits in every place, a date of the calendar, hours to 23, minutes and seconds to 59. On failure the result
+// stays unchanged.
 bool ParseDayTime(std::string_view text, DayTime& time);
 bool ParseTimeOfDay(std::string_view text, std::int64_t& seconds);
 
@@ -33,14 +32,13 @@ constexpr std::int64_t DateOf(std::int64_t seconds) {
   return seconds % kSecondsPerDay < 0 ? days - 1 : days;
 }
 
-// The kinds of value that a field of a CSV file can have, each with its strict reader. A field is taken whole or not at
-// all: no blanks, no sign that the kind does not know, nothing behind the number.
+// The kinds of value that a field can have, each with its strict reader: no blanks, no sign, nothing after the number.
 
 // As a trade message carries it.
 enum class TradeSide : std::uint8_t { Buy = 1, Sell = 2 };
 
-// Each stores the value and returns nothing, or returns what the field would have to be and leaves the value alone.
-// limit is the number of characters of the longest text; other kinds have none.
+// Stores the value and returns null, or returns what the field should be and leaves the value unchanged. limit is the
+// longest text in characters; other kinds ignore it.
 using FieldFault = const char*;
 FieldFault ReadCsvField(std::string_view text, std::size_t limit, std::string& value);
 FieldFault ReadCsvField(std::string_view text, std::size_t limit, std::uint8_t& value);
@@ -50,18 +48,17 @@ FieldFault ReadCsvField(std::string_view text, std::size_t limit, double& value)
 FieldFault ReadCsvField(std::string_view text, std::size_t limit, TradeSide& value);
 FieldFault ReadCsvField(std::string_view text, std::size_t limit, DayTime& value);
 
-// Promises: Next stops at each line that has as many fields as there are columns; any other but an empty one is
-// reported and passed. A first line that is not the header is a TerminalError. Line ends are LF or CR LF; a byte order
-// mark ahead of the header is passed over. A field cannot hold a line end.
+// Next stops at each line with as many fields as columns. It skips empty lines and reports others. A wrong header is a
+// TerminalError. Lines end with LF or CR LF; a byte order mark is skipped. A field cannot hold a line end.
 class CsvReader {
  public:
   CsvReader(std::filesystem::path path, std::vector<std::string> columns, BadLineReport& badLines);
 
   bool Next();
   const std::string& Field(std::size_t column) const { return Fields[column]; }
-  // Reports the line that Next stopped at.
+  // Reports the current line.
   void Report(const std::string& reason) { BadLines.AtLine(Bytes.Path(), Line, reason); }
-  // Reports the column's field on that line, which would have to be what expected says.
+  // Reports that column of the current line, with what it should be.
   void ReportField(std::size_t column, const char* expected);
 
  private:
@@ -78,7 +75,7 @@ class CsvReader {
   std::string Reason;
 };
 
-// One column: its name in the header, where its value goes, the longest text and whether it may be empty.
+// A column: its name in the header, its place in the record, the longest text and whether it may be empty.
 template <typename Record>
 struct CsvColumn {
   const char* Name;
@@ -96,7 +93,7 @@ std::vector<std::string> ColumnNames(const CsvColumn<Record> (&columns)[Count]) 
   return names;
 }
 
-// Reads the line that Next stopped at; false, with the line reported, when a field is not what its column asks for.
+// Reads the current line. If a field is wrong, reports the line and returns false.
 template <typename Record, std::size_t Count>
 bool ReadCsvRecord(CsvReader& file, const CsvColumn<Record> (&columns)[Count], Record& record) {
   for (std::size_t i = 0; i < Count; ++i) {
@@ -113,7 +110,7 @@ bool ReadCsvRecord(CsvReader& file, const CsvColumn<Record> (&columns)[Count], R
   return true;
 }
 
-// The next good record of the file; false at its end.
+// Reads the next good line; false at the end of the file.
 template <typename Record, std::size_t Count>
 bool NextCsvRecord(CsvReader& file, const CsvColumn<Record> (&columns)[Count], Record& record) {
   while (file.Next())
@@ -127,6 +124,6 @@ bool NextCsvRecord(CsvReader& file, const CsvColumn<Record> (&columns)[Count], R
 //   field  := plain | '"' (any character but '"', or '""' for one '"')* '"'
 //   plain  := characters other than "," and not beginning with '"'
 
-// Puts the fields of the line into fields, whose texts are reused from line to line, and returns how many there are.
-// 0, with the reason in reason, for a line that breaks the grammar above. An empty line has one empty field.
+// Fills fields, whose texts are reused from line to line, and returns their count. If the line breaks the grammar,
+// returns 0 and sets reason. An empty line has one empty field.
 std::size_t SplitCsvLine(std::string_view line, std::vector<std::string>& fields, std::string& reason);

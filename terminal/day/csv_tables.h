@@ -34,19 +34,19 @@ struct DayTrade {
 
 class TradeDay {
  public:
-  // Bad lines are reported, a file that is no such CSV is a TerminalError.
+  // Reports bad lines. Throws TerminalError if the file is no such CSV.
   TradeDay(const std::filesystem::path& file, BadLineReport& badLines);
 
-  // Fills trade, whose texts are reused; false at the end of the day.
+  // Fills trade and reuses its texts; false at the end of the day.
   bool Next(DayTrade& trade);
-  // Reports the line of the trade given last.
+  // Reports the line of the last trade.
   void Report(const std::string& reason) { Lines.Report(reason); }
 
  private:
   CsvReader Lines;
 };
 
-// The number of lines behind the header that are not empty: how many trades the day has, but for bad lines.
+// Counts the lines after the header that are not empty: the trades and the bad lines.
 std::uint64_t CountTradeLines(const std::filesystem::path& file);
 
 inline constexpr std::size_t kMasterRecordSize = kMasterMultiplierOffset + sizeof(double);
@@ -65,12 +65,12 @@ struct Security {
   std::array<std::uint8_t, kMasterRecordSize> MasterRecord{};
 };
 
-// Promises: a security found, and its master record, stay at their addresses for the life of the object. Find is one
-// hash of exchange and id.
+// The securities of the day with the master record of each, which plug-ins get by address: both keep their addresses
+// for the life of the object. Find is one hash of exchange and id.
 class SecurityList {
  public:
   SecurityList() = default;
-  // Bad lines, and lines of a security that is there already, are reported. Throws TerminalError.
+  // Reports bad lines and repeated securities. Throws TerminalError.
   SecurityList(const std::filesystem::path& file, BadLineReport& badLines);
   SecurityList(const SecurityList&) = delete;
   SecurityList& operator=(const SecurityList&) = delete;
@@ -84,9 +84,8 @@ class SecurityList {
   std::unordered_map<std::string, const Security*> ByKey;
 };
 
-// OrderDesk: who stands behind the orders of a day, which the market data does not tell: users, clients, members,
-// products. Each exchange order takes one line of the desk file, always the same one. Read once; then any thread may
-// look up.
+// OrderDesk: users, clients, members and products of orders, which market data does not have. Each exchange order takes
+// one line of the desk file, always the same one.
 
 // Codes as a trade message carries them.
 struct DeskLine {
@@ -109,7 +108,7 @@ struct DeskLine {
 
 class OrderDesk {
  public:
-  // Bad lines are reported; a file without any good line is a TerminalError.
+  // Reports bad lines. Throws TerminalError if no line is good.
   OrderDesk(const std::filesystem::path& file, BadLineReport& badLines);
 
   const DeskLine& LineOf(std::string_view exchangeOrderNo) const noexcept;

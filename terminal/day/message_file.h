@@ -1,4 +1,4 @@
-// MessageFile: a file of wire messages one after the other, one frame at a time.
+// MessageFile: reads a file of wire messages, one message at a time.
 #pragma once
 
 #include <cstdint>
@@ -10,12 +10,11 @@
 
 #include "terminal/common/errors.h"
 
-// FileBytes: a file read from its begin to its end through a window, so that a day of any length takes the same
-// memory.
+// FileBytes: reads a file once through a window, so that a day of any length takes the same memory.
 
-// Promises: every byte is read once; the window starts at the first byte not yet dropped and has at least the size
-// asked for unless the file ends before. Throws TerminalError with file and reason when the system refuses to open or
-// read. Reads blocks of a megabyte behind what is left of the window, which is moved to the front first.
+// The window starts at the first byte that is not dropped and has at least the size asked for, unless the file ends
+// before. Throws TerminalError if the system cannot open or read the file. Reads blocks of a megabyte behind the rest
+// of the window, which moves to the front first.
 class FileBytes {
  public:
   explicit FileBytes(std::filesystem::path path);
@@ -38,33 +37,32 @@ class FileBytes {
   std::uint64_t FileOffset = 0;  // of Block[0]
 };
 
-// One whole message, header included, and its place in the file. The bytes may be changed.
+// A whole message with its header, and its place in the file. The bytes may be changed.
 struct WireFrame {
   std::uint8_t* Data = nullptr;
   std::uint16_t Size = 0;
   std::uint64_t Offset = 0;
 };
 
-// Promises: every message that is whole is given, in order, whatever stands between; what is not whole is reported once
-// with its offset. Throws TerminalError when the file cannot be read.
+// Gives every whole message in order, whatever stands between, and reports the rest once with its offset. Throws
+// TerminalError if the file cannot be read.
 //
-// A header that asks for more than a message can have, or for more than the file has left, or whose body holds the next
-// header while none stands at its end, is taken for a message that was cut: the search goes on one byte behind its
-// begin, so that a damaged length costs one message and not the rest of the file.
+// A header with an impossible length, or whose body holds the next header while none stands at its end, is a message
+// that was cut: the search goes on one byte after its begin, so that a damaged length costs one message.
 class MessageFile {
  public:
   MessageFile(std::filesystem::path path, BadLineReport& badLines);
 
-  // The frame lives until the next call; false at the end of the file.
+  // The frame is valid until the next call; false at the end of the file.
   bool Next(WireFrame& frame);
-  // Reports the frame given last.
+  // Reports the last frame.
   void Report(const std::string& reason) { BadLines.AtByte(Bytes.Path(), Frame.Offset, reason); }
 
  private:
   bool FindHeader();
   void ReportGarbage();
   bool TakeFrame();
-  // Reports the message at the window and drops so much of it.
+  // Reports the message at the window and drops that many bytes.
   void RefuseFrame(const std::string& reason, std::size_t size);
 
   FileBytes Bytes;
@@ -75,5 +73,5 @@ class MessageFile {
   bool GarbageTold = false;  // what follows belongs to a cut message that has been reported
 };
 
-// Where the first header stands in the bytes; npos when there is none that is whole.
+// The offset of the first whole header; npos for none.
 std::size_t FindMessageHeader(std::string_view bytes, std::size_t from) noexcept;

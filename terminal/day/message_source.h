@@ -1,5 +1,4 @@
-// MessageSource: where the messages of a day come from, one at a time: a CSV of executed trades or a file of wire
-// messages.
+// MessageSource: gives the messages of a day one at a time, from a CSV of executed trades or a file of wire messages.
 #pragma once
 
 #include <cstdint>
@@ -16,18 +15,18 @@
 class MessageSource {
  public:
   virtual ~MessageSource() = default;
-  // The next message, which lives until the next call and may be changed; false at the end of the day.
+  // The next message, valid until the next call; it may be changed. False at the end of the day.
   virtual bool Next(WireFrame& frame) = 0;
-  // Reports the message given last to the user.
+  // Reports the last message to the user.
   virtual void Report(const std::string& reason) = 0;
 };
 
-// Whether the file is one of wire messages: a record file by its name, any other by beginning with messages; garbage
-// ahead of the first may take some kilobytes.
+// True for a record file, by its name, and for a file that begins with wire messages; some kilobytes of garbage may
+// stand before the first.
 bool IsMessageFile(const std::filesystem::path& file);
 
-// A CSV day: each trade becomes a message with the number 9101. Desk and securities must outlive the source.
+// Each trade of the CSV becomes a message 9101. Desk and securities must outlive the source.
 std::unique_ptr<MessageSource> OpenTradeDay(const std::filesystem::path& file, const OrderDesk& desk,
                                             const SecurityList& securities, BadLineReport& badLines);
-// A wire file or a record file: its messages as they stand.
+// The messages of a wire file or record file, unchanged.
 std::unique_ptr<MessageSource> OpenMessageDay(const std::filesystem::path& file, BadLineReport& badLines);

@@ -1,4 +1,5 @@
-// MessageRecorder: writes the messages of a day one after the other into a file, plain or compressed.
+// Recorders write a day into a file: MessageRecorder all its messages, plain or compressed; TradeRecorder its trades in
+// the form of the trade store.
 #pragma once
 
 #include <cstdint>
@@ -12,11 +13,11 @@
 
 class MessageRecorder {
  public:
-  // mode is that of the messages written. Throws TerminalError when the file cannot be made.
+  // mode is the mode of the written messages. Throws TerminalError if the file cannot be made.
   MessageRecorder(std::filesystem::path path, std::uint16_t mode);
 
-  // Writes a message whose header has been parsed, with the number that its bytes have. False for one that does not fit
-  // the writer's limit; a failed write is a TerminalError.
+  // Writes a message after ParseHeader, with the number in its bytes. False if it exceeds the writer's limit. Throws
+  // TerminalError if the write fails.
   bool Write(const CQORPacketReader& message);
   // To be called behind the last message: what the system still holds back is written, or the failure thrown.
   void Close();
@@ -27,19 +28,18 @@ class MessageRecorder {
   std::ofstream Stream;
 };
 
-// TradeRecorder: writes the trades of a day into a record file, the form in which the trade store keeps its records.
-// One thread; the writing has its own.
+// True for the extension .ada in any case.
 
 // Whether a file of that name is a record file: by its extension .ada.
 bool IsRecordFile(const std::filesystem::path& file);
 
 class TradeRecorder {
  public:
-  // Makes the file anew; mode is that of its messages. Throws TerminalError when the file cannot be made.
+  // Replaces the file; mode is the mode of its messages. Throws TerminalError if the file cannot be made.
   TradeRecorder(std::filesystem::path path, std::uint16_t mode);
 
-  // Writes the trade of a message 8111 or 9101 whose header has been parsed, under its number; false for any other
-  // message. The reader is moved. A failed write is a TerminalError, here or in Close.
+  // Writes the trade of a message 8111 or 9101 after ParseHeader, under its number; false for others. Moves the reader.
+  // Failed writes throw TerminalError here or in Close.
   bool Write(CQORPacketReader& message);
   // To be called behind the last message: waits until all is written, or throws the failure.
   void Close();

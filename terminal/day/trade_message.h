@@ -13,9 +13,8 @@
 #include "host_link/messages/packet_writer.h"
 #include "terminal/day/csv_tables.h"
 
-// Promises: trades and orders are numbered from 1 as they come; all fills of one exchange order carry the same numbers,
-// the time of the first of them as their order time, and the same line of the desk. Texts go out at their own length.
-// Keeps one entry per exchange order.
+// Trades and orders are numbered from 1. All fills of an exchange order carry the same numbers, the time of the first
+// fill as order time and the same desk line. Texts go out at their own length. Keeps one entry for each exchange order.
 class TradeMessages {
  public:
   TradeMessages(const OrderDesk& desk, const SecurityList& securities) : Desk(desk), Securities(securities) {}
@@ -36,7 +35,7 @@ class TradeMessages {
   std::uint32_t LastTradeID = 0;
 };
 
-// TradePrint: what a trade message says of the market: the security, the price, the quantity and the time.
+// TradePrint: the market data of a trade message.
 struct TradePrint {
   std::string Exchange;
   std::string SecurityID;
@@ -48,11 +47,10 @@ struct TradePrint {
   double Price = 0;
 };
 
-// Walks a message whose header has been parsed and leaves the reader where it stands. A field that is missing leaves
-// its member empty or 0.
+// Walks a message after ParseHeader and leaves the reader unchanged. Missing fields stay empty or 0.
 TradePrint ReadTradePrint(CQORPacketReader& message);
 
-// Who is told of the trades that a day sends.
+// Is told of each trade before the plug-in.
 class TradeListener {
  public:
   virtual ~TradeListener() = default;

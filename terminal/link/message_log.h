@@ -1,5 +1,5 @@
-// MessageLog: the latest messages between terminal and plug-in, in both directions, as text for a list and for a file.
-// The terminal's calling thread only.
+// MessageLog: the latest messages between terminal and plug-in, in both directions, with their texts for a list and a
+// file.
 #pragma once
 
 #include <chrono>
@@ -21,14 +21,13 @@ struct LoggedMessage {
   std::vector<std::uint8_t> Fields;  // decoded, behind the message number
 };
 
-// Promises: taking a message costs a copy of its bytes; texts are made when they are asked for. Beyond kMost the oldest
-// goes.
+// Adding copies the bytes; texts are made on demand. After kMost messages the oldest goes.
 class MessageLog {
  public:
   static constexpr std::size_t kMost = 10'000;
 
   void Add(bool toPlugin, std::uint16_t number, std::span<const std::uint8_t> fields);
-  // A message that is being written, or was: its number is its first field.
+  // A message that is open or finished; its number is its first field.
   void Add(bool toPlugin, const CQORPacketWriter& message);
   void Clear() { Messages.clear(); }
 

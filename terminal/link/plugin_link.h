@@ -12,21 +12,20 @@
 #include "terminal/link/message_log.h"
 #include "terminal/link/plugin_messages.h"
 
-// MessageTarget: where the messages of a day go.
+// Takes the messages of a day.
 class MessageTarget {
  public:
   virtual ~MessageTarget() = default;
-  // The same message twice: with its header parsed, and raw. False when the target does not take its number.
+  // The same message after ParseHeader and raw. False if the target does not take its number.
   virtual bool Deliver(CQORPacketReader& message, const WireFrame& raw) = 0;
-  // Delivers a message that holds nothing but its number.
+  // Delivers a message without fields.
   bool Send(std::uint16_t number);
 };
 
-// Promises: a message number that the module did not ask for does not reach it, but for 30026. The module is unloaded
-// with the object.
+// The module gets only the numbers that it asked for, and 30026. It is unloaded with the object.
 class PluginLink : public MessageTarget {
  public:
-  // Loads the module and asks it what it is. Throws TerminalError with ExitCode::Plugin when it cannot be loaded or
+  // Loads the module and reads its description. Throws TerminalError with ExitCode::Plugin if it cannot be loaded or
   // lacks an entry point.
   explicit PluginLink(const std::filesystem::path& module);
   ~PluginLink() override;
@@ -35,15 +34,15 @@ class PluginLink : public MessageTarget {
 
   const PluginDescription& Description() const noexcept { return Told; }
 
-  // Where messages to the module are logged; null, as at the begin, for nowhere.
+  // Logs the messages to the module; null, the default, logs nothing.
   void LogTo(MessageLog* log) { Log = log; }
   bool Deliver(CQORPacketReader& message, const WireFrame& raw) override;
   // Sends 30026, which restores the books, to OnMessage whatever the module asked for.
   void SendRestore();
-  // Asks the module, by message 32022 to OnPluginMessage, what is selected in a window of its own; it answers through
-  // the function before this returns. Only for addresses of windows that the module made.
+  // Asks the module for the selection in one of its windows, by message 32022 to OnPluginMessage. It answers through
+  // the function before this returns. Requires: the module made that window.
   void AskSelection(std::uint64_t window, MessageFunction answer);
-  // The menu command of message 30005; nothing when none came.
+  // Runs the menu command of message 30005, if there is one.
   void RunMenuCommand();
   // Calls one of the functions whose addresses the module's messages carry.
   template <typename Callback>
@@ -52,7 +51,7 @@ class PluginLink : public MessageTarget {
     callback();
     --CallDepth;
   }
-  // The module is being called: it must not be called again before that returns.
+  // The module must not be called now.
   bool IsBusy() const noexcept { return CallDepth != 0; }
 
  private:
@@ -69,7 +68,8 @@ class PluginLink : public MessageTarget {
   int CallDepth = 0;
 };
 
-// What a plug-in gets ahead of a day: its timer, its saved books, and no trades.
+// Sends 30025, 30026 and 30022 and returns how many of them the plug-in takes. Without windows it leaves out 30026, as
+// the plug-in would open its books in a frame of its own.
 
 // Sends 30025, 30026 and 30022; gives how many of them the plug-in takes. 30026 only where there are windows: the
 // plug-in would open its books in a frame of its own otherwise.

@@ -1,5 +1,5 @@
-// PluginDescription: what a plug-in tells of itself when it is loaded: who it is, its menu entry and the messages that
-// it asks for.
+// PluginDescription: identity, menu entry and message lists of a plug-in, from its GetDllInfo; PropertyRequest and the
+// answer to message 32022.
 #pragma once
 
 #include <cstdint>
@@ -34,18 +34,18 @@ struct PluginDescription {
   MessageRoute ToOnPluginMessage;
 };
 
-// Reads the messages that GetDllInfo appended, one after the other; unknown ones, and unknown fields, are passed over.
+// Reads the messages of GetDllInfo; skips unknown messages and fields.
 PluginDescription ReadPluginDescription(std::span<const std::uint8_t> reply);
 
-// What message 32003 carries: the grid whose properties are to be shown, and the plug-in's two functions for it.
+// Message 32003: the grid whose properties the terminal shows, and the two functions of the plug-in for it.
 class CQORPProp;
 class CQORPPropList;
 class CQORPacketReader;
 
-// Fills the list with the properties of the book with the focus, and tells of it by message 32004 before it returns.
-// The second address has no meaning but to be one.
+// Fills the list with the properties of the book with the focus and sends message 32004 before it returns. Only that it
+// is not null counts of the second address.
 using PropertyFillFunction = void (*)(CQORPPropList* list, const void* second);
-// Takes over an item of that list that the user has changed. The grid is the plug-in's, by its address.
+// Takes over an item that the user changed. The grid is the plug-in's, by its address.
 using PropertyApplyFunction = void (*)(CQORPProp* property, void* grid);
 
 struct PropertyRequest {
@@ -56,11 +56,11 @@ struct PropertyRequest {
   bool Complete() const noexcept { return Fill != nullptr && Apply != nullptr && Grid != 0; }
 };
 
-// Of a message whose number has been read; fields of other tags are skipped.
+// Requires: the message number has been read. Skips other fields.
 PropertyRequest ReadPropertyRequest(CQORPacketReader& message);
 
-// The answer to message 32022, the question what is selected in a window: message 32023 with an exchange and a
-// security.
+// Calls the function with message 32023, the answer to 32022. If a text is empty, nothing is selected and the answer
+// has no fields.
 
 // Calls the function with the answer; nothing selected, which an empty text stands for, answers with the number alone.
 void AnswerSelection(MessageFunction answer, const std::string& exchange, const std::string& securityId,

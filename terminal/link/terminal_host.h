@@ -1,4 +1,4 @@
-// TerminalHost: what the terminal answers when a plug-in calls its exported functions.
+// TerminalHost: answers the calls of a plug-in to the exported functions; RefreshBeat and the clock by which it goes.
 #pragma once
 
 #include <chrono>
@@ -15,7 +15,7 @@
 #include "terminal/link/message_log.h"
 #include "terminal/link/plugin_messages.h"
 
-// PlayClock: the time that playing a day goes by, apart from the machine's so that a test can turn it.
+// The time by which a day plays; tests have one of their own.
 class PlayClock {
  public:
   using Time = std::chrono::steady_clock::time_point;
@@ -31,18 +31,18 @@ class WallClock : public PlayClock {
   void SleepUntil(Time time) override { std::this_thread::sleep_until(time); }
 };
 
-// RefreshBeat: the refresh callback that a plug-in registers, called at its period.
+// RefreshBeat: calls the refresh callback of a plug-in at its period.
 class RefreshBeat {
  public:
   explicit RefreshBeat(PlayClock& clock) : Clock(clock) {}
 
-  // The last registration holds. Null ends the calls.
+  // Replaces the last registration. Null ends the calls.
   void Register(CommandFunction callback, std::chrono::milliseconds period);
   void CallIfDue();
-  // Sleeps until the time is there, with the beats that fall due meanwhile.
+  // Sleeps until that time and calls the beats that fall due meanwhile.
   void WaitUntil(PlayClock::Time time);
 
-  // When the next call falls due; nothing while no callback is registered.
+  // When the next call is due; nothing without a callback.
   std::optional<PlayClock::Time> NextCall() const;
 
   std::uint64_t Calls() const noexcept { return CallCount; }
@@ -55,16 +55,16 @@ class RefreshBeat {
   std::uint64_t CallCount = 0;
 };
 
-// What a plug-in asks of the terminal's windows.
+// The requests of a plug-in to the windows.
 class TerminalWindows {
  public:
   virtual ~TerminalWindows() = default;
-  // Message 32022: what is selected in the window at that address? The answer, message 32023, goes to the function
-  // before this returns; no answer for an address that is none of a window.
+  // Message 32022: asks for the selection in the window at that address. The answer, message 32023, goes to the
+  // function before this returns; no answer if there is no such window.
   virtual void TellSelection(std::uint64_t window, MessageFunction answer) = 0;
-  // Message 32003: the properties of that grid are to be shown. All parts of the request are given.
+  // Message 32003: asks to show the properties of that grid. Requires: the request is complete.
   virtual void ShowProperties(const PropertyRequest& request) = 0;
-  // Message 32004: the list that the plug-in was given is filled.
+  // Message 32004: the plug-in has filled the list.
   virtual void PropertiesFilled() = 0;
   // A bar or a grid of the plug-in got the focus, or a bar was closed.
   virtual void FocusMoved(const void* window, bool closed) = 0;
@@ -74,27 +74,27 @@ class TerminalHost {
  public:
   TerminalHost(const SecurityList& securities, RefreshBeat& beat) : Securities(&securities), Beat(beat) {}
 
-  // From now on it answers about these.
+  // Answers about these from now on.
   void UseSecurities(const SecurityList& securities) { Securities = &securities; }
-  // Null, as at the begin, for a terminal without windows: then nothing comes of their messages.
+  // Null, the default: there are no windows, and their messages are ignored.
   void UseWindows(TerminalWindows* windows) { Windows = windows; }
-  // Where the plug-in's messages are logged; null, as at the begin, for nowhere.
+  // Logs the messages of the plug-in; null, the default, logs nothing.
   void LogTo(MessageLog* log) { Log = log; }
 
-  // Fills the second slot with the master record of the security, if there is one.
+  // Puts the master record of the security into the second slot, if there is one.
   void GetMasterRequest(MasterRequest* request, const std::uint16_t* requestNumber) const;
-  // Takes a message that is not finished. 32005 registers the refresh callback; 32003, 32004 and 32022 are the windows'
-  // to answer; all others are only counted.
+  // Takes an open message. 32005 registers the refresh callback; 32003, 32004 and 32022 go to the windows; all are
+  // counted.
   void PluginDataSend(const CQORPacketWriter* message);
   void ApplicationFocus(const void* window, bool closed);
-  // An id that no bar has now: the same for the same book name at every start, as what plug-ins keep of their bars goes
-  // by it. While another bar has that one it is the next that is free.
+  // An id that no bar has now. A book name gets the same id at every start, as plug-ins store their bars under it; if
+  // that id is in use, the next free one.
   std::uint32_t GetPluginBarID(const char* bookName);
   void PluginRemoveBarID(std::uint32_t barId) { BarNames.erase(barId); }
 
-  // The bars that have an id now, with the names that they gave for it.
+  // The bars that have an id now, with their names.
   const std::map<std::uint32_t, std::string>& Bars() const noexcept { return BarNames; }
-  // How often each message number came from the plug-in.
+  // Counts of the messages of the plug-in by number.
   const std::map<std::uint16_t, std::uint64_t>& Received() const noexcept { return ReceivedCounts; }
 
  private:
@@ -106,10 +106,10 @@ class TerminalHost {
   std::map<std::uint32_t, std::string> BarNames;
 };
 
-// The host that the exported functions forward to: the one of the run, null before and after it.
+// The host of the exported functions; null before and after a run.
 TerminalHost* RunningHost() noexcept;
 
-// Makes a host the running one for as long as this lives.
+// Makes a host the running one for its own life.
 class RunningHostScope {
  public:
   explicit RunningHostScope(TerminalHost& host) noexcept;

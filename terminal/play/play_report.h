@@ -1,4 +1,4 @@
-// What the status bar says of a day that plays: texts of clock, counts and rate. Pure; one thread.
+// Texts of a day that plays: clock, speed and rate for the status bar, and a line of progress for a console.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +17,7 @@ std::string SpeedText(std::optional<double> speed);
 // Trades a second over about the last two seconds.
 class TradeRate {
  public:
-  // Takes the count of all trades so far; to be told a few times a second.
+  // Takes the count of all trades so far; call it a few times a second.
   void Tell(std::uint64_t trades, PlayClock::Time now);
   std::uint64_t PerSecond() const;
 
@@ -29,10 +29,7 @@ class TradeRate {
   std::deque<Sample> Samples;
 };
 
-// PlayProgress: one line on a screen that tells how far a long day is.
-
-// Promises: nothing in the first second, then at most two lines a second, each over the one before; Finish wipes the
-// last.
+// Nothing in the first second, then at most two lines a second, each over the one before. Finish wipes the last.
 class PlayProgress {
  public:
   PlayProgress(std::ostream& out, PlayClock& clock);

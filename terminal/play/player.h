@@ -1,5 +1,5 @@
-// DayRun: a day that plays beside the windows: piece by piece as it is asked to, with pause, other speeds, new logins
-// and other days. Calls the plug-in; the calling thread only.
+// DayRun plays a day slice by slice, with pause, speeds and new logins, beside windows; DayPlayer plays a whole day
+// without them.
 #pragma once
 
 #include <cstdint>
@@ -12,20 +12,18 @@
 #include "terminal/link/terminal_host.h"
 #include "terminal/play/play_report.h"
 
-// DayPace: how the seconds of a day run beside those of the wall: when a live trade is due, and what time of the day
-// it is now.
+// DayPace: maps the seconds of a day to those of the wall clock: when a live trade is due, and the time of the day now.
 //
-// What goes late does not stretch the day, as each trade counts from where the day stands and not from when
-// the one before was sent. The first trade, a step back in time and a change of date are not waited for: the day goes
-// on from there. So it does from wherever it stands when the speed changes or a pause ends.
+// Late trades do not stretch the day: each counts from where the day stands. The first trade, a step back in time and a
+// change of date are due at once; the day goes on from there, as it does after a change of speed or a pause.
 class DayPace {
  public:
-  // How many times faster than the wall the day goes; nothing for without waiting.
+  // Times faster than the wall clock; nothing for without waiting.
   explicit DayPace(std::optional<double> speed) : Speed(speed) {}
 
-  // When a trade of that second is to be sent; not after now for at once. To be asked once for each trade.
+  // When to send a trade of that second; at once if not after now. Call once for each trade.
   PlayClock::Time DueTime(std::int64_t seconds, PlayClock::Time now);
-  // The same for the trade asked about last, after a change of speed.
+  // The same for the last trade, after a change of speed.
   PlayClock::Time DueAgain() const;
 
   void SetSpeed(std::optional<double> speed, PlayClock::Time now);
@@ -34,8 +32,8 @@ class DayPace {
   std::optional<double> GetSpeed() const noexcept { return Speed; }
   bool IsPaused() const noexcept { return Paused; }
 
-  // Where the day stands, in seconds as those of the trades, never ahead of the trade that is waited for; nothing
-  // before the first trade.
+  // The time of the day in seconds as those of the trades, never after the trade that is due next; nothing before the
+  // first trade.
   std::optional<std::int64_t> DaySeconds(PlayClock::Time now) const;
 
  private:
@@ -61,13 +59,13 @@ struct PlayCounts {
   std::uint64_t Trades() const noexcept { return Download + Live; }
 };
 
-// Promises: each 8112 is followed by a 30020, as only that makes the books of one security right again.
+// Sends a 30020 after each 8112, as only that corrects the books of one security.
 class DaySender {
  public:
-  // The listener, where there is one, is told of a trade ahead of the plug-in.
+  // The listener, which may be null, is told of a trade before the plug-in.
   explicit DaySender(MessageTarget& target, TradeListener* listener = nullptr) : Target(target), Listener(listener) {}
 
-  // Sends the message that the script stands at.
+  // Sends the current message.
   void Send(NumberedDay& script);
   const PlayCounts& Counts() const noexcept { return Sent; }
 
@@ -77,20 +75,19 @@ class DaySender {
   PlayCounts Sent;
 };
 
-// Promises: a download is not waited for, whatever the speed; while paused nothing is sent, but for what a new login
-// brings back.
+// A download never waits, whatever the speed. A pause holds all but the download of a new login.
 class DayRun {
  public:
   DayRun(MessageTarget& target, TradeListener& listener, PlayClock& clock, std::optional<double> speed)
       : Clock(clock), Target(target), Pace(speed), Sender(target, &listener) {}
 
-  // Plays that day from its begin. The input must outlive its use. Throws TerminalError, as do all that read.
+  // Plays that day from its begin. The input must outlive its use. This and the next two throw TerminalError.
   void Begin(DayInput& input);
-  // Message 30022, and what the day has brought so far once more as a download; the live trades go on behind it.
+  // Sends 30022 and the day so far as a download; the live trades go on after it.
   void LoginAgain();
 
-  // Sends what is due, for about so long at most. Gives when there is more to send; nothing at the end of the day or in
-  // a pause.
+  // Sends what is due, for about that time at most. Returns when more is due; nothing at the end of the day or in a
+  // pause.
   std::optional<PlayClock::Time> PlayFor(std::chrono::milliseconds time);
 
   void Pause() { Pace.Pause(Clock.Now()); }
@@ -99,12 +96,12 @@ class DayRun {
   std::optional<double> GetSpeed() const noexcept { return Pace.GetSpeed(); }
   bool IsPaused() const noexcept { return Pace.IsPaused(); }
   bool HasEnded() const noexcept { return Ended; }
-  // The day has gone over from its download to its live trades.
+  // The download has ended.
   bool IsLive() const noexcept { return Live; }
 
-  // Trades of the day that have been sent, counted once however often they went.
+  // Trades of the day that were sent, each counted once.
   std::uint64_t DayTrades() const noexcept { return TradesOfDay; }
-  // All that was sent, logins among it.
+  // All messages sent, logins included.
   PlayCounts Counts() const noexcept;
   std::optional<std::int64_t> DaySeconds() const;
 
@@ -132,11 +129,10 @@ class DayRun {
 // "Download", "Live, 60x", "Paused" or "Day played", with the count of bad lines if there are any.
 std::string StateText(const DayRun& day, std::uint64_t badLines);
 
-// DayPlayer: plays a day from its begin to its end without windows: the download at once, live trades at their pace,
-// with the beat between messages.
+// Plays the download at once and live trades at their pace, with the beat between messages.
 class DayPlayer {
  public:
-  // speed is how many times faster than the day itself live trades go; nothing for as fast as the plug-in takes them.
+  // Live trades go that many times faster than the day; nothing for as fast as the plug-in takes them.
   DayPlayer(MessageTarget& target, RefreshBeat& beat, PlayClock& clock, PlayProgress& progress,
             std::optional<double> speed)
       : Sender(target), Beat(beat), Clock(clock), Progress(progress), Pace(speed) {}

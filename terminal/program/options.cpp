@@ -15,7 +15,7 @@ namespace {
 
 using Path = std::filesystem::path;
 
-// What the value would have to be; null when it was taken.
+// What the value should be; null if it was taken.
 using Fault = const char*;
 
 Fault TakeLiveFrom(const Path& value, Options& options) {
@@ -126,7 +126,7 @@ constexpr ExitCodeRow kExitCodes[] = {
   throw TerminalError(ExitCode::CommandLine, sentence + "; --help lists the options");
 }
 
-// Another option's name is no value: a value has been forgotten.
+// A value that is the name of an option shows that its own was forgotten.
 void TakeOption(const CLI::App& app, const OptionRow& row, const std::string& value, Options& options) {
   if (value.starts_with("--") && app.get_option_no_throw(value) != nullptr)
     Refuse(std::string(row.Name) + " needs a value");

@@ -1,4 +1,4 @@
-// The terminal's command line: one table of options feeds parsing and help.
+// The command line of the terminal: one table of options feeds parsing and help.
 #pragma once
 
 #include <chrono>
@@ -40,8 +40,8 @@ struct Options {
   std::optional<std::uint16_t> RecordMode;
 };
 
-// Throws TerminalError with ExitCode::CommandLine for an option that does not exist, lacks its value or has a bad one.
-// An option given twice keeps its last value.
+// Throws TerminalError with ExitCode::CommandLine for an unknown option, a missing value or a bad one. An option given
+// twice keeps its last value.
 Options ParseOptions(const std::vector<std::filesystem::path>& arguments);
 
 // The files that the options name, and the defaults of the help for the others.

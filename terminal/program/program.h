@@ -17,20 +17,16 @@
 
 inline constexpr const char* kTerminalVersion = TERMINAL_VERSION;
 
-// Plays the day in windows until the user closes them; bad lines go to the object, the summary to out. Throws
-// TerminalError.
+// Plays the day in windows until the user closes them. Writes the summary to out. Throws TerminalError.
 using PlayInWindowsFunction = void (*)(const RunFiles& files, const Options& options, BadLineReport& badLines,
                                        std::ostream& out);
 
-// Writes results to out, errors and bad lines to errors. Windows are used only where the command line asks for them.
+// Writes results to out, errors and bad lines to errors.
 int RunTerminal(const std::vector<std::filesystem::path>& arguments, PlayInWindowsFunction playInWindows,
                 std::ostream& out, std::ostream& errors);
 
-// The folder in which the plug-in works: made where it is missing, given the sample files, entered. Changes the
-// process's current directory: before the module is loaded, which takes it over at that moment.
-
-// Copies every file under samples that the folder does not have yet; one that is there stays as it is. Throws
-// TerminalError.
+// Makes the working folder of the plug-in, copies the samples that it lacks and enters it. Call before the module is
+// loaded, which takes over the current folder then. Throws TerminalError.
 void EnterWorkingFolder(const std::filesystem::path& folder, const std::filesystem::path& samples);
 
 // The summary of a day that has been played, for the user.

@@ -1,6 +1,5 @@
-// WindowMemory: what the terminal's windows keep from one start to the next, in a file of the working folder: where the
-// frame stands, how the market watch's columns lie and which day was played. The places of bars are kept by the bars
-// themselves in the same file.
+// WindowMemory: the file of the working folder that keeps the place of the frame, the columns of the market watch and
+// the last day. Bars store their places in it themselves.
 #pragma once
 
 #include <memory>
@@ -28,8 +27,7 @@ struct WatchPlace {
   bool Rising = true;
 };
 
-// Promises: what was not stored whole, or makes no sense, reads as nothing, and the defaults hold. A file that cannot
-// be read at all is kept beside under ".damaged".
+// Incomplete or impossible values read as nothing. A file that cannot be read is kept beside under ".damaged".
 class WindowMemory {
  public:
   static constexpr const char* kFileName = "TerminalWindows.xml";
@@ -38,7 +36,7 @@ class WindowMemory {
 
   std::optional<FramePlace> LoadFrame();
   std::optional<WatchPlace> LoadWatch();
-  // The file of the day that was played last; nothing for the sample.
+  // The last day; nothing for the sample.
   std::optional<std::filesystem::path> LoadDay();
   void SaveFrame(const FramePlace& place);
   void SaveWatch(const WatchPlace& place);

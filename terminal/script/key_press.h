@@ -1,5 +1,5 @@
-// KeyPress: a key with what is held down meanwhile, by name and by number. Numbers are the virtual-key codes in which a
-// plug-in names the key of its menu entry.
+// KeyPress: a key with its held keys, by name and by virtual-key code, in which plug-ins name the key of their menu
+// entry.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@ struct KeyPress {
   bool operator==(const KeyPress&) const = default;
 };
 
-// "F8", "Ctrl+Shift+End", "a": names in any case, held keys first. Nothing for any other text.
+// "F8", "Ctrl+Shift+End", "a": names in any case, held keys first; nothing for other texts.
 std::optional<KeyPress> ParseKeyPress(std::string_view text);
 // As menus show it; empty for a code without a name.
 std::string KeyPressText(const KeyPress& key);

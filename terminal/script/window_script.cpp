@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kLongestWaitMs = 3600 * 1000;
 
-// What the rest of the line would have to be; null when it was taken.
+// What the rest of the line should be; null if it was taken.
 using Fault = const char*;
 
 std::string Trimmed(const std::string& text) {

@@ -59,10 +59,10 @@ struct ScriptCommand {
   int Count = 0;
   ScriptFocus Focus = ScriptFocus::None;
   std::chrono::milliseconds Time{};
+  bool operator==(const ScriptCommand&) const = default;
 };
 
-// Throws TerminalError "FILE:LINE: reason" with ExitCode::File for the first line that is no command, and when the file
-// cannot be read.
+// Throws TerminalError "FILE:LINE: reason" with ExitCode::File for the first bad line or if the file cannot be read.
 std::vector<ScriptCommand> ReadWindowScript(const std::filesystem::path& file);
 
 // The lines of --help about the commands.

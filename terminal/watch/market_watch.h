@@ -1,5 +1,4 @@
-// MarketWatch: the securities of a day with what the trades played so far say of them, in the order that the user
-// wants.
+// MarketWatch: the securities of a day with their prices, changes and volumes so far, in the order that the user chose.
 #pragma once
 
 #include <cstddef>
@@ -32,36 +31,36 @@ struct WatchRow {
   Trend ChangeTrend() const noexcept;
 };
 
-// Promises: a row that is there keeps its place but for SortBy, ApplySort and Fill. A trade of a security that is not
-// listed adds its row at the end. A trade costs one hash; a sort n log n.
+// Rows move only in SortBy, ApplySort and Fill. A trade of an unlisted security adds a row at the end. A trade costs
+// one hash; a sort is O(n log n).
 class MarketWatch : public TradeListener {
  public:
   explicit MarketWatch(const SecurityList& securities) { Fill(securities); }
 
-  // Begins anew with these securities and no trades.
+  // Starts over with these securities and no trades.
   void Fill(const SecurityList& securities);
-  // Forgets the trades; the rows stay where they are.
+  // Forgets the trades; the rows stay in place.
   void ForgetTrades();
   void OnTradeSent(const TradePrint& print) override;
 
   int Rows() const noexcept { return static_cast<int>(Order.size()); }
   const WatchRow& RowAt(int row) const { return Securities[Order[static_cast<std::size_t>(row)]]; }
-  // The first of that id on any exchange; -1 for none.
+  // The first row with that id on any exchange; -1 for none.
   int RowOf(const std::string& securityId) const;
-  // What stays the same for a security when rows are sorted.
+  // Identifies a security across sorts.
   std::size_t IdentityAt(int row) const { return Order[static_cast<std::size_t>(row)]; }
   int RowOfIdentity(std::size_t identity) const;
 
-  // By a column of market_watch.h; rows that are equal, and rows without a value, keep the order of the securities.
+  // Equal rows, and rows without a value, keep the order of the securities.
   void SortBy(std::optional<int> column, bool rising);
-  // Brings rows that have changed to their place.
+  // Sorts again after changes.
   void ApplySort();
   std::optional<int> SortColumn() const noexcept { return SortedBy; }
   bool SortsRising() const noexcept { return Rising; }
 
-  // Whether there is anything new to be shown since the last call; to be called on the beat. Sorts as ApplySort does.
+  // True if there is anything new to show since the last call; call it on the beat. Sorts as ApplySort does.
   bool TakeChanges();
-  // Traded in the beat that was taken last, or since.
+  // Traded in the last beat or since.
   bool IsFresh(const WatchRow& row) const noexcept { return row.TradedBeat != 0 && row.TradedBeat + 1 >= Beat; }
 
  private:
@@ -78,7 +77,7 @@ class MarketWatch : public TradeListener {
   std::uint64_t LastTraded = 0;  // the beat of the last trade
 };
 
-// The columns of the market watch: titles, widths, text and order of each.
+// The columns of the market watch: one row feeds display, sort and storage.
 struct WatchColumn {
   const wchar_t* Title;
   int WidthPx;    // on a screen of 96 dots an inch
@@ -92,5 +91,5 @@ struct WatchColumn {
 inline constexpr std::size_t kWatchColumnCount = 11;
 extern const WatchColumn kWatchColumns[kWatchColumnCount];
 
-// At least two and at most four decimals, and a comma at the thousands.
+// Two to four decimals, and a comma at the thousands.
 std::string PriceText(double price);

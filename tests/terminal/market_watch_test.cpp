@@ -24,11 +24,10 @@ class MarketWatchTest : public testing::Test {
 
   std::ostringstream Reports;
   BadLineReport BadLines{Reports};
-  SecurityList Securities{
-      WriteTestFile("securities.csv", std::string(kSecurityHeader) + "ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,1\n"
-                                                                     "NYSE,IBM,IBM,BIG BLUE,EQ,,XX,0,1\n"
-                                                                     "ARCA,BAC,BAC,BANK,EQ,,XX,0,1\n"),
-      BadLines};
+  SecurityList Securities{WriteSecurities("ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,1\n"
+                                          "NYSE,IBM,IBM,BIG BLUE,EQ,,XX,0,1\n"
+                                          "ARCA,BAC,BAC,BANK,EQ,,XX,0,1\n"),
+                          BadLines};
   MarketWatch Watch{Securities};
 };
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/modules.h"
 #include "terminal/common/errors.h"
 
 namespace {
@@ -40,7 +41,29 @@ TEST(Options, TakesEveryOption) {
   EXPECT_EQ(ParseOptions({"--work", "-1"}).Work, "-1");
 }
 
-TEST(Options, RefusesWithOneSentence) {
+TEST(Options, NamesFilesElseTheDefaults) {
+  const auto here = std::filesystem::current_path();
+  const RunFiles files = FilesOf(ParseOptions({"--desk", "d.csv", "--script", "s.txt"}));
+  EXPECT_TRUE(files.IsSampleDay());
+  EXPECT_EQ(files.Desk, here / "d.csv");
+  EXPECT_EQ(files.Securities, ProgramFolder() / "sample_day" / "securities.csv");
+  EXPECT_EQ(files.Plugin, ProgramFolder() / (std::string("tradebook") + ModuleSuffix()));
+  EXPECT_EQ(files.Work, here / "trade_book_work");
+  EXPECT_EQ(files.Script, here / "s.txt");
+  EXPECT_EQ(files.Record, "");
+}
+
+TEST(ExitAfter, ComesWithTheDaysEndOrTheTime) {
+  using std::chrono::seconds;
+  const auto played = *ParseOptions({"--exit-after", "played"}).ExitAfter;
+  EXPECT_FALSE(played.HasCome(false, seconds(1000)));
+  EXPECT_TRUE(played.HasCome(true, seconds(0)));
+  const auto timed = *ParseOptions({"--exit-after", "90"}).ExitAfter;
+  EXPECT_FALSE(timed.HasCome(true, std::chrono::milliseconds(89999)));
+  EXPECT_TRUE(timed.HasCome(false, seconds(90)));
+}
+
+TEST(Options, RejectsWithOneSentence) {
   const struct {
     Arguments Words;
     const char* Sentence;

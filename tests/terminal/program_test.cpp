@@ -37,12 +37,8 @@ RunResult RunProgram(const std::string& arguments, const std::string& environmen
   return {kWindows ? status : status >> 8, ReadTestFile(out), ReadTestFile(errors)};
 }
 
-std::string WriteDay() {
-  WriteTestFile("securities.csv", std::string(kSecurityHeader) + "ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,2.5\n");
-  WriteTestFile("desk.csv", std::string(kDeskHeader) + kDeskLine);
-  return Quoted(WriteTestFile("day.csv", kTradeHeader + TradeLine("20131007-00:00:01", "1") +
-                                             TradeLine("20131007-00:00:02", "2") + TradeLine("20131007-00:00:03", "3") +
-                                             TradeLine("20131007-00:00:04", "4")));
+std::string FourTrades() {
+  return Quoted(WriteDay({"00:00:01", "00:00:02", "00:00:03", "00:00:04"}));
 }
 
 std::string PluginArguments(const char* plugin) {
@@ -51,7 +47,7 @@ std::string PluginArguments(const char* plugin) {
 
 TEST(Program, PlaysADayToAPlugin) {
   const RunResult run =
-      RunProgram("--day " + WriteDay() + PluginArguments("fake_plugin") + " --live-from 2 --speed 20");
+      RunProgram("--day " + FourTrades() + PluginArguments("fake_plugin") + " --live-from 2 --speed 20");
   EXPECT_EQ(run.Code, 0);
   EXPECT_EQ(run.Errors, "");
   std::string log = ReadTestFile(TestFolder() / "work" / "fake_plugin.log");
@@ -71,7 +67,7 @@ TEST(Program, PlaysADayToAPlugin) {
   EXPECT_EQ(summary.find("not asked"), std::string::npos);
 }
 
-TEST(Program, DoesNotDeliverWhatThePluginDidNotAskFor) {
+TEST(Program, WithholdsWhatThePluginDidNotAskFor) {
   const auto day = WriteTestFile("day.bin", WireMessage(8111) + "junk" + WireMessage(9112) + WireMessage(30022));
   const RunResult run = RunProgram("--day " + Quoted(day) + PluginArguments("fake_plugin"));
   EXPECT_EQ(run.Code, 1);
@@ -82,7 +78,7 @@ TEST(Program, DoesNotDeliverWhatThePluginDidNotAskFor) {
 }
 
 TEST(Program, TellsEachFailureByItsCode) {
-  const std::string day = WriteDay();
+  const std::string day = FourTrades();
   const std::string badDay = Quoted(WriteTestFile("bad.csv", kTradeHeader + std::string("x\n")));
   const std::string text = Quoted(WriteTestFile("text.so", "no module"));
   const std::string work = " --work " + Quoted(TestFolder() / "work");
@@ -114,7 +110,7 @@ TEST(Program, TellsEachFailureByItsCode) {
   EXPECT_EQ(RunProgram("--version").Out.substr(0, 14), "terminal 0.1.0");
 }
 
-TEST(Program, AFailedCommandOfAScriptGivesTheCodeOfBadLines) {
+TEST(Program, EndsWithCodeOneAfterAFailedCommand) {
   const auto play = [](const RunFiles& files, const Options&, BadLineReport& badLines, std::ostream&) {
     badLines.AtCommand(files.Script, 3, "there is no dialog");
   };
@@ -126,7 +122,7 @@ TEST(Program, AFailedCommandOfAScriptGivesTheCodeOfBadLines) {
 
 TEST(Program, NeedsADisplayOnlyForWindows) {
   if (kWindows) GTEST_SKIP() << "Windows always has one";
-  const RunResult run = RunProgram("--day " + WriteDay(), "DISPLAY= WAYLAND_DISPLAY= ");
+  const RunResult run = RunProgram("--day " + FourTrades(), "DISPLAY= WAYLAND_DISPLAY= ");
   EXPECT_EQ(run.Code, 5);
   EXPECT_EQ(run.Errors, "terminal: there is no display to show windows on: give it one, or start with --headless\n");
   EXPECT_FALSE(std::filesystem::exists("trade_book_work"));
@@ -173,7 +169,7 @@ TEST(Program, PlaysADayAlikeFromItsRecordFile) {
   }
 }
 
-TEST(Program, ARecordFileHoldsTheTradesAlone) {
+TEST(Program, RecordsTradesOnlyInARecordFile) {
   const auto file = TestFolder() / "day.ada";
   const auto day = WriteTestFile("day.bin", WireMessage(8111) + WireMessage(9112) + WireMessage(9101));
   const RunResult run = RunProgram("--day " + Quoted(day) + " --record " + Quoted(file));
@@ -187,12 +183,33 @@ TEST(Program, ARecordFileHoldsTheTradesAlone) {
   EXPECT_EQ(DailyFileOf("--day " + Quoted(TestFolder() / "empty.ada")).find("\r\n"), std::string::npos);
 }
 
-TEST(Program, TellsThatTheDiskIsFull) {
+TEST(Program, ReportsAFullDisk) {
   if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "there is no full disk here";
   std::filesystem::create_symlink("/dev/full", TestFolder() / "full.ada");
   const RunResult full = RunProgram("--record " + Quoted(TestFolder() / "full.ada"));
   EXPECT_EQ(full.Code, 3);
   EXPECT_NE(full.Errors.find("full.ada: cannot be written: No space left"), std::string::npos) << full.Errors;
+}
+
+TEST(WorkingFolder, IsMadeAndFilledWithoutOverwriting) {
+  const auto before = std::filesystem::current_path();
+  WriteTestFile("samples/one.txt", "sample one");
+  WriteTestFile("samples/deep/two.txt", "sample two");
+  const auto work = TestFolder() / "new" / "work";
+  EnterWorkingFolder(work, TestFolder() / "samples");
+  EXPECT_TRUE(std::filesystem::equivalent(std::filesystem::current_path(), work));
+  EXPECT_EQ(ReadTestFile("one.txt"), "sample one");
+  EXPECT_EQ(ReadTestFile("deep/two.txt"), "sample two");
+  std::ofstream("one.txt", std::ios::binary) << "the user's";
+  std::filesystem::remove("deep/two.txt");
+  EnterWorkingFolder(work, TestFolder() / "samples");
+  EXPECT_EQ(ReadTestFile("one.txt"), "the user's");
+  EXPECT_EQ(ReadTestFile("deep/two.txt"), "sample two");
+  std::filesystem::current_path(before);
+
+  EXPECT_THROW(EnterWorkingFolder(WriteTestFile("file", ""), TestFolder() / "samples"), TerminalError);
+  EXPECT_THROW(EnterWorkingFolder(work, TestFolder() / "missing"), TerminalError);
+  EXPECT_TRUE(std::filesystem::equivalent(std::filesystem::current_path(), before));
 }
 
 }  // namespace

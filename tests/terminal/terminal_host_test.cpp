@@ -12,13 +12,6 @@
 
 namespace {
 
-class StillClock : public PlayClock {
- public:
-  Time Now() override { return Current; }
-  void SleepUntil(Time time) override { Current = time; }
-  Time Current;
-};
-
 int RefreshCount = 0;
 void CountRefresh() {
   ++RefreshCount;
@@ -28,9 +21,8 @@ class TerminalHostTest : public testing::Test {
  protected:
   std::ostringstream Reports;
   BadLineReport BadLines{Reports};
-  SecurityList Securities{
-      WriteTestFile("securities.csv", std::string(kSecurityHeader) + "ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,1\n"), BadLines};
-  StillClock Clock;
+  SecurityList Securities{WriteSecurities(), BadLines};
+  TestClock Clock;
   RefreshBeat Beat{Clock};
   TerminalHost Host{Securities, Beat};
 };

@@ -1,14 +1,19 @@
-// Files of the terminal's tests: a folder of its own for each test, empty at its begin, beside the test program.
+// What the terminal's tests share: files in a folder of its own for each test, which is empty at its begin, samples of
+// each kind of file, and a clock that stands still.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <initializer_list>
 #include <iterator>
 #include <string>
 
 #include "platform/modules.h"
+#include "terminal/link/terminal_host.h"
 
 inline std::filesystem::path TestFolder() {
   const auto* test = testing::UnitTest::GetInstance()->current_test_info();
@@ -52,9 +57,27 @@ inline constexpr const char* kDeskHeader =
 inline constexpr const char* kDeskLine =
     "ANITA,DESK1,10412,C1001,4000,3,2,1,11,AAAPA1001A,TERM-A01,ALGO7,2,PART9,ref\n";
 
+inline constexpr const char* kSecurityLine = "ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,2.5\n";
+
+inline std::filesystem::path WriteSecurities(const std::string& lines = kSecurityLine) {
+  return WriteTestFile("securities.csv", kSecurityHeader + lines);
+}
+inline std::filesystem::path WriteDesk(const std::string& lines = kDeskLine) {
+  return WriteTestFile("desk.csv", kDeskHeader + lines);
+}
+
 // A line of a trade CSV with that time and trade number.
 inline std::string TradeLine(const std::string& time, const std::string& tradeId) {
   return time + ",ARCA,IBM,IBM,EQ,,XX,0,Sell,25,182.5,1,1100," + tradeId + "\n";
+}
+// A day of a trade at each of the times, numbered from 1, with securities and desk beside it.
+inline std::filesystem::path WriteDay(std::initializer_list<const char*> times) {
+  WriteSecurities();
+  WriteDesk();
+  std::string day = kTradeHeader;
+  int number = 0;
+  for (const char* time : times) day += TradeLine(std::string("20131007-") + time, std::to_string(++number));
+  return WriteTestFile("day.csv", day);
 }
 
 // The bytes of a message with that number, written out here, apart from the classes under test. The counted text of tag
@@ -66,3 +89,14 @@ inline std::string WireMessage(unsigned number, const std::string& time = {}, ch
   std::string message = {'#', 1, 0, mode, 0, '#', 0x11, 0x27, static_cast<char>(body.size()), 0};
   return message + body;
 }
+
+// Stands still but for sleeps and for what a test adds.
+class TestClock : public PlayClock {
+ public:
+  Time Now() override { return Current; }
+  void SleepUntil(Time time) override { Current = std::max(Current, time); }
+  std::int64_t Ms() const {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(Current.time_since_epoch()).count();
+  }
+  Time Current;
+};

@@ -89,9 +89,8 @@ class TradeMessage : public testing::Test {
 
   std::ostringstream Reports;
   BadLineReport BadLines{Reports};
-  OrderDesk Desk{WriteTestFile("desk.csv", std::string(kDeskHeader) + kDeskLine), BadLines};
-  SecurityList Securities{
-      WriteTestFile("securities.csv", std::string(kSecurityHeader) + "ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,1\n"), BadLines};
+  OrderDesk Desk{WriteDesk(), BadLines};
+  SecurityList Securities{WriteSecurities(), BadLines};
   TradeMessages Messages{Desk, Securities};
 };
 

@@ -1,12 +1,12 @@
 // The terminal's windows with a plug-in that writes down what it is told.
 #include "terminal/windows/session/window_session.h"
 
+#include <wx/menu.h>
 #include <wx/propgrid/propgrid.h>
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
 #include <algorithm>
-#include <fstream>
 #include <sstream>
 
 #include "host_link/messages/packet_reader.h"
@@ -15,8 +15,6 @@
 #include "tests/terminal/test_files.h"
 #include "tests/toolkit/dialog_answers.h"
 #include "tests/toolkit/gui_test.h"
-#include "toolkit/dialogs/file_dialog.h"
-#include "toolkit/dialogs/message_box.h"
 
 namespace {
 
@@ -31,13 +29,8 @@ class WindowSessionTest : public GuiTest {
   void SetUp() override {
     GuiTest::SetUp();
     if (IsSkipped()) return;
-    WriteTestFile("securities.csv", std::string(kSecurityHeader) +
-                                        "NYSE,BAC,BAC,BANK,EQ,,XX,0,1\n"
-                                        "ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,2.5\n");
-    WriteTestFile("desk.csv", std::string(kDeskHeader) + kDeskLine);
-    Given.Day = WriteTestFile("day.csv", kTradeHeader + TradeLine("20131007-00:00:01", "1") +
-                                             TradeLine("20131007-00:00:02", "2") + TradeLine("20131007-00:00:03", "3") +
-                                             TradeLine("20131007-01:00:00", "4"));
+    Given.Day = WriteDay({"00:00:01", "00:00:02", "00:00:03", "01:00:00"});
+    WriteSecurities(std::string("NYSE,BAC,BAC,BANK,EQ,,XX,0,1\n") + kSecurityLine);
     Given.Live = ParseLiveFrom("2");
     Given.SpeedGiven = true;
     Given.Plugin = ProgramFolder() / (std::string("fake_plugin") + ModuleSuffix());
@@ -75,30 +68,79 @@ class WindowSessionTest : public GuiTest {
 
 const std::string kDownload = "routed 8112\nmaster BIG BLUE 2.5\nbars 1\nraw 30020\n";
 
-TEST_F(WindowSessionTest, PlaysTheDayAndLogsInAnew) {
-  EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
-  const std::string start = "raw 30025\nexported 30026\nraw 30022\nrouted 8111 1\nrouted 8111 2\n" + kDownload;
-  const std::string day = start + "routed 9101 3\nrouted 9101 4\n";
-  EXPECT_EQ(Log(), day);
-  Session->Commands().Run(TerminalCommand::NewLogin);
-  EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
-  const std::string again = "raw 30022\nrouted 8111 1\nrouted 8111 2\nrouted 8111 3\nrouted 8111 4\n" + kDownload;
-  EXPECT_EQ(Log(), day + again);
-  Session->Commands().Run(TerminalCommand::RefreshBooks);
-  EXPECT_EQ(Log(), day + again + "raw 30020\n");
+TEST_F(WindowSessionTest, MenuPlaysTheDay) {
+  const auto choose = [this](const wchar_t* menu, const wchar_t* entry) {
+    EXPECT_TRUE(Session->GetWindows().Frame()->RunMenu({menu, entry})) << entry;
+    EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
+  };
+  const std::string trades = "routed 8111 1\nrouted 8111 2\n" + kDownload + "routed 9101 3\nrouted 9101 4\n";
+  choose(L"Day", L"As Fast As Possible");
+  std::string told = "raw 30025\nexported 30026\nraw 30022\n" + trades;
+  EXPECT_EQ(Log(), told);
+  choose(L"Day", L"New Login");
+  told += "raw 30022\nrouted 8111 1\nrouted 8111 2\nrouted 8111 3\nrouted 8111 4\n" + kDownload;
+  EXPECT_EQ(Log(), told);
+  Session->GetWindows().Watch().Grid().Select("IBM");
+  choose(L"Day", L"Start Again");
+  told += "raw 30022\n" + trades;
+  EXPECT_EQ(Log(), told);
+  EXPECT_EQ(Session->GetWindows().Watch().Grid().Selected()->Trades, 4U) << "those before are forgotten";
+  choose(L"Day", L"Refresh Books");
+  EXPECT_EQ(Log(), told + "raw 30020\n");
   Session->GetWindows().Frame()->Close();
-  EXPECT_EQ(Log(), day + again + "raw 30020\nraw 30021\n");
+  EXPECT_EQ(Log(), told + "raw 30020\nraw 30021\n");
   Pump();
   EXPECT_EQ(Session->GetWindows().Frame(), nullptr);
   EXPECT_TRUE(std::filesystem::exists(Given.Work / "TerminalWindows.xml"));
 }
 
-TEST_F(WindowSessionTest, RunsThePluginsEntryByMenuAndKey) {
+TEST_F(WindowSessionTest, MenuShowsHowThingsStand) {
+  wxMenuBar& bar = *Session->GetWindows().Frame()->GetMenuBar();
+  const auto item = [&bar](const wchar_t* menu, const wchar_t* entry) {
+    return bar.FindItem(bar.FindMenuItem(menu, entry));
+  };
+  const auto checked = [&] {
+    std::string all;
+    for (const auto& [menu, entry] : {std::pair(L"Day", L"Pause"),
+                                      {L"Day", L"Real Time"},
+                                      {L"Day", L"10 Times"},
+                                      {L"Day", L"60 Times"},
+                                      {L"Day", L"As Fast As Possible"},
+                                      {L"View", L"Market Watch"},
+                                      {L"View", L"Properties"},
+                                      {L"View", L"Messages"}})
+      all += item(menu, entry)->IsChecked() ? '1' : '0';
+    return all;
+  };
+  MenuCommands& commands = Session->Commands();
+  EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
+  EXPECT_EQ(checked(), "00001100");
+  EXPECT_FALSE(item(L"Day", L"Pause")->IsEnabled()) << "the day is over";
+  const std::pair<TerminalCommand, const char*> runs[] = {
+      {TerminalCommand::SixtyTimes, "00010100"},  {TerminalCommand::RealTime, "01000100"},
+      {TerminalCommand::TenTimes, "00100100"},    {TerminalCommand::PlayOrPause, "10100100"},
+      {TerminalCommand::PlayOrPause, "00100100"}, {TerminalCommand::MarketWatch, "00100000"},
+      {TerminalCommand::Properties, "00100010"},  {TerminalCommand::Messages, "00100011"},
+  };
+  for (const auto& [command, states] : runs) {
+    commands.Run(command);
+    EXPECT_EQ(checked(), states) << static_cast<int>(command);
+  }
+  commands.Run(TerminalCommand::StartAgain);
+  EXPECT_TRUE(item(L"Day", L"Pause")->IsEnabled() || PumpUntil([&] { return item(L"Day", L"Pause")->IsEnabled(); }));
+  DialogAnswers answers;
+  commands.Run(TerminalCommand::Keys);
+  commands.Run(TerminalCommand::About);
+  ASSERT_EQ(answers.Said.size(), 2U);
+  EXPECT_NE(answers.Said[0].find(L"F8: Fake Book Enter: the same"), std::wstring::npos) << answers.Said[0];
+  EXPECT_NE(answers.Said[0].find(L"Ctrl+B: Start Again "), std::wstring::npos);
+  EXPECT_NE(answers.Said[1].find(L"Plug-in: Fake fake_plugin"), std::wstring::npos) << answers.Said[1];
+}
+
+TEST_F(WindowSessionTest, OpensABookByMenuKeyAndClick) {
   const auto commands = [this] {
     const std::string log = Log();
-    std::size_t count = 0;
-    for (std::size_t at = 0; (at = log.find("command\n", at)) != std::string::npos; ++at) ++count;
-    return count;
+    return (log.size() - Without(log, "command\n").size()) / 8;
   };
   EXPECT_TRUE(Session->GetWindows().Frame()->RunMenu({L"Fakes", L"Fake Book"}));
   EXPECT_FALSE(Session->GetWindows().Frame()->RunMenu({L"Fakes", L"Fake"}));
@@ -133,7 +175,7 @@ TEST_F(WindowSessionTest, RunsThePluginsEntryByMenuAndKey) {
   EXPECT_EQ(commands(), 6U);
 }
 
-TEST_F(WindowSessionTest, AnswersWhatIsSelected) {
+TEST_F(WindowSessionTest, AnswersWhatIsSelectedInABar) {
   MarketWatchBar& bar = Session->GetWindows().Watch();
   const CQORPDockingControlBar* watch = &bar;
   Answers.clear();
@@ -168,7 +210,7 @@ void ApplyItem(CQORPProp* item, void* grid) {
                   static_cast<wxWindow*>(grid)->GetName().ToStdString());
 }
 
-TEST_F(WindowSessionTest, ShowsPropertiesWhileTheBookIsThere) {
+TEST_F(WindowSessionTest, ShowsPropertiesWhileTheBookIsShown) {
   auto* book = std::make_unique<CQORPDockingControlBar>().release();  // the frame owns it
   ASSERT_TRUE(
       book->CreateBar(Session->GetWindows().Frame()->GetDockingManager(), L"Book", wxRect(200, 200, 300, 200), 77));
@@ -206,13 +248,9 @@ TEST_F(WindowSessionTest, ShowsPropertiesWhileTheBookIsThere) {
     EXPECT_TRUE(pane.List().GetProperties().empty());
   }
   EXPECT_EQ(Calls, (std::vector<std::string>{"fill", "-2147483647grid", "7grid", "fill", "-2147483647grid", "7grid"}));
-  Session->Commands().Run(TerminalCommand::Properties);
-  EXPECT_FALSE(pane.IsBarShown());
-  Session->Commands().Run(TerminalCommand::Properties);
-  EXPECT_TRUE(pane.IsBarShown());
 }
 
-TEST_F(WindowSessionTest, ShowsTradesAndRemembersItsPlaces) {
+TEST_F(WindowSessionTest, KeepsPlacesAndSort) {
   MarketWatchGrid& grid = Session->GetWindows().Watch().Grid();
   EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
   grid.ToggleSortColumn(5);  // a row with trades comes first
@@ -239,7 +277,7 @@ TEST_F(WindowSessionTest, ShowsTradesAndRemembersItsPlaces) {
   EXPECT_EQ(Session->GetWindows().Watch().Grid().GetColumnsInfo().GetColumnState(5), 1);
 }
 
-TEST_F(WindowSessionTest, PlaysTheDayOfTheLastTime) {
+TEST_F(WindowSessionTest, PlaysTheLastDayAgain) {
   const auto close = [this] {
     EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
     Session->GetWindows().Frame()->Close();
@@ -263,7 +301,7 @@ TEST_F(WindowSessionTest, PlaysTheDayOfTheLastTime) {
   std::filesystem::remove_all(sample);
 }
 
-TEST_F(WindowSessionTest, CountsFailedCommandsOfAScriptApart) {
+TEST_F(WindowSessionTest, CountsFailedCommandsApart) {
   Session.reset();
   std::filesystem::current_path(Home);
   Given.Script = WriteTestFile("script.txt", "wait played\nclose-book\nselect NONE\n");
@@ -310,148 +348,6 @@ TEST_F(WindowSessionTest, LogsMessagesOfBothDirections) {
   Session->Commands().Run(TerminalCommand::RefreshBooks);
   EXPECT_TRUE(grid.RunContextMenu({L"Reset Filter"}));
   EXPECT_EQ(Shown(grid, LogColumn::Number), Texts{"30020"});
-}
-
-// A book whose two menu commands open a box of a question and a dialog for a file.
-class ScriptedGrid : public CQORPGridCtrl {
- public:
-  ScriptedGrid() {
-    Bind(wxEVT_MENU, [this](wxCommandEvent& event) { event.GetId() == 1 ? AskQuestion() : AskForFile(); });
-  }
-  void AskQuestion() {
-    CQORPMessageBox box;
-    box.Parent = this;
-    box.Text = L"Shall the answer be no?";
-    box.Style = 4;  // Yes and No
-    Note(box.ShowModal() == 7 ? "No" : "Yes");
-  }
-  void AskForFile() {
-    CQORPFileDialog dialog(this, "proposal.csv", L".csv", L"Files (*.csv)");
-    const auto path = dialog.AskForPath();
-    Note(path ? path->filename().string() : "cancelled");
-  }
-  std::span<const CQORPMenuItem> ContextMenu() const override {
-    static constexpr CQORPMenuItem kMenu[] = {{CQORPMenuItem::Kind::Command, 0, 1, L"&Ask"},
-                                              {CQORPMenuItem::Kind::Submenu, 0, 0, L"Files"},
-                                              {CQORPMenuItem::Kind::Command, 1, 2, L"Export"}};
-    return kMenu;
-  }
-  void OnFilterBarChanged(int column, const std::wstring& text) override {
-    Note(std::to_string(column) + "=" + wxString(text).utf8_string());
-  }
-  void ToggleSortColumn(int column) override { Note("sort " + std::to_string(column)); }
-  void Note(const std::string& what) { Notes.push_back(what); }
-
-  std::vector<std::string> Notes;
-};
-
-class ScriptRun : public GuiTest, private ScriptTarget {
- protected:
-  void SetUp() override {
-    GuiTest::SetUp();
-    if (IsSkipped()) return;
-    Manager = std::make_unique<CQORPDockingManager>(*Frame);
-    Bar = std::make_unique<CQORPDockingControlBar>().release();  // the frame owns it, and the bar the grid
-    ASSERT_TRUE(Bar->CreateBar(*Manager, L"Book", wxRect(100, 100, 500, 300), 1));
-    Grid = std::make_unique<ScriptedGrid>().release();
-    ASSERT_TRUE(Grid->Create(Bar, 1));
-    for (int column = 0; column < 20; ++column) Grid->InsertColumn(column, L"C" + std::to_wstring(column), 100);
-    Grid->EnableVirtualMode([](int, int, CQORPGridCell&) { return true; });
-    Grid->SetVirtualRows(300);
-    Grid->AdjustLayout();
-    Bar->TabControlBar();
-    Bar->ShowControlBar(true);
-    Pump();
-  }
-  void TearDown() override {
-    Manager.reset();
-    GuiTest::TearDown();
-  }
-  // What is reported, without the file.
-  std::string Run(const std::string& script) {
-    const auto file = WriteTestFile("script.txt", script);
-    std::ostringstream reports;
-    BadLineReport badLines(reports);
-    ScriptRunner runner(file, *this, badLines);
-    runner.Start();
-    EXPECT_TRUE(PumpUntil([&runner] { return runner.HasEnded(); }));
-    Pump();
-    return Without(reports.str(), PathText(file) + ":");
-  }
-  bool OpenBook() override { return false; }
-  bool Select(const std::string&) override { return false; }
-  bool Focus(ScriptFocus, const std::string&) override { return false; }
-  bool HasFocus(ScriptFocus) override { return false; }
-  bool Press(const KeyPress&) override { return false; }
-  bool RunMenu(const std::vector<std::wstring>&) override { return false; }
-  CQORPDockingControlBar* Book() override {
-    if (--LooksUntilLess == 0) Grid->SetVirtualRows(299);
-    return Bar;
-  }
-  bool HasPlayed() override { return true; }
-  std::size_t OpenBooks() override { return 1; }
-  void SavePictureTo(const std::filesystem::path&) override {}
-  void CloseWindows() override {}
-
-  std::unique_ptr<CQORPDockingManager> Manager;
-  CQORPDockingControlBar* Bar = nullptr;
-  ScriptedGrid* Grid = nullptr;
-  int LooksUntilLess = 0;  // the book loses a row when it has been looked for so often
-};
-
-using Texts = std::vector<std::string>;
-
-TEST_F(ScriptRun, DoesInTheBookWhatAUserDoes) {
-  EXPECT_EQ(Run("filter C2 x\n"), "1: the filter bar is not shown\n");
-  Grid->EnableFilterBar(true);
-  EXPECT_EQ(Run("filter C18 a >\nfilter C18 b\nfilter C18\nheader C19\nheader C0 ctrl\nrows 3 200\nplace bottom\n"),
-            "");
-  EXPECT_EQ(Grid->Notes, (Texts{"18=a", "18=a ", "18=a >", "18=b", "18=", "sort 19"}));
-  EXPECT_TRUE(Grid->IsColumnSelected(0));
-  ASSERT_EQ(Grid->GetSelectionCount(), 1);
-  EXPECT_EQ(Grid->GetSelection(0).Top, 2);
-  EXPECT_EQ(Grid->GetSelection(0).Bottom, 199);
-  EXPECT_TRUE(Bar->IsDocked());
-  LooksUntilLess = 5;
-  EXPECT_EQ(Run("expect-rows 299\n"), "");
-}
-
-TEST_F(ScriptRun, AnswersDialogs) {
-  const std::filesystem::path file = TestFolder() / "made" / "b.csv";
-  EXPECT_EQ(
-      Run("book-menu Ask\nexpect-text answer be no\nanswer No\nsave-as " + PathText(file) +
-          "\nbook-menu Files>Export\ncancel-save\nbook-menu Files>Export\nbook-menu Ask\nanswer Maybe\nanswer Yes\n"),
-      "9: the dialog has no such button\n");
-  EXPECT_EQ(Grid->Notes, (Texts{"No", "b.csv", "cancelled", "Yes"}));
-  EXPECT_TRUE(std::filesystem::is_directory(file.parent_path()));
-}
-
-// A book is not closed behind the back of a dialog of its own.
-TEST_F(ScriptRun, ClosesABookAndTellsTheUsage) {
-  const std::filesystem::path before = std::filesystem::current_path();
-  std::filesystem::current_path(TestFolder());
-  EXPECT_EQ(Run("usage a\nbook-menu Ask\nclose-book\nanswer No\nclose-book\n"), "3: a dialog is up\n");
-  std::filesystem::current_path(before);
-  EXPECT_FALSE(Bar->IsBarShown());
-  std::ifstream file(TestFolder() / "out" / "usage.csv");
-  std::string titles, name, heap, handles, windows, books;
-  std::getline(file, titles);
-  for (std::string* value : {&name, &heap, &handles, &windows}) std::getline(file, *value, ',');
-  std::getline(file, books);
-  EXPECT_EQ(titles, "name,heap,handles,windows,books");
-  EXPECT_EQ(name + books, "a1");
-  EXPECT_GE(heap.size(), 6U);
-  EXPECT_NE(handles, "");  // Wine counts none
-  EXPECT_GT(std::stoi(windows), 2);
-}
-
-TEST_F(ScriptRun, ReportsWhatIsOtherwise) {
-  EXPECT_EQ(Run("expect-rows 300\nexpect-rows 299\nexpect-text Buy\nheader C20\nrows 300 301\nbook-menu Files\n"
-                "answer OK\nsave-as x\nsave-as y\nexit\n"),
-            "2: the book shows 300 rows\n3: the book shows no such text\n4: the book has no column of that title\n"
-            "5: the book shows 300 rows\n6: the book's menu has no such entry, or it cannot be had now\n"
-            "7: there is no dialog\n9: the save dialog that was to be answered before has not come up\n"
-            "10: the save dialog that was to be answered has not come up\n");
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
-// DialogDriver: answers the dialogs that a command opened, in the user's place: names the file to save, presses a
-// button, checks an item.
+// DialogDriver answers dialogs in the place of the user: names the file to save, presses a button, checks an item;
+// FilterTypist types into a filter field.
 //
-// Each gives back why it could not be done, in words for the user; empty when it was done.
+// Each function returns why it failed, in words for the user; empty on success.
 #pragma once
 
 #include <wx/event.h>
@@ -19,22 +19,22 @@ class DialogDriver : private wxModalDialogHook {
  public:
   DialogDriver() { Register(); }
 
-  // The next dialog that asks for a file to save gets that path, or is cancelled, without being shown.
+  // The next save dialog gets that path, or is cancelled, and is not shown.
   std::string SaveNextAs(const std::filesystem::path& file);
   std::string CancelNextSave() { return SaveNextAs({}); }
-  // Whether such a dialog came up.
+  // Fails if that dialog has not come up.
   std::string ExpectSaved() const;
 
-  // In the dialog that is up; of several in the last one. Texts count without &.
+  // In the top dialog. Texts go without &.
   std::string PressButton(const std::wstring& text);
-  // Of the first check list that has such an item.
+  // In the first check list with that item.
   std::string ChooseItem(const std::wstring& text) { return ChangeItem(text, false); }
   std::string CheckItem(const std::wstring& text) { return ChangeItem(text, true); }
-  // While a dialog is up the user can do nothing in other windows.
+  // A dialog blocks the other windows.
   static bool IsUp();
-  // Ends the dialog that is up as Cancel does, whatever its buttons; false for none. It goes at the next event.
+  // Ends the top dialog as Cancel does, whatever its buttons; false for none. It goes at the next event.
   static bool EndTop();
-  // A text of the dialog that is up, or else of the other window, holds this one; line ends count as blanks.
+  // Looks for the text in the top dialog, else in the other window; line ends count as blanks.
   std::string ExpectText(const wxWindow* other, const std::wstring& text) const;
 
  private:
@@ -45,18 +45,16 @@ class DialogDriver : private wxModalDialogHook {
   std::optional<std::filesystem::path> NextFile;  // an empty one cancels
 };
 
-// FilterTypist: types a text into a field of a grid's filter bar, letter by letter, so that each letter filters.
 class wxTextCtrl;
 
-// Types with the keyboard's own events. Where they do not arrive, as in a window that the system gives no focus, it
-// writes the letters into the field, which filters as well.
+// Types letter by letter, so that each filters, with keyboard events. Where they do not arrive, as in a window without
+// the focus, it writes the letters into the field, which filters too.
 class FilterTypist {
  public:
-  // Takes the place of what stands in the field; an empty text empties it. Gives back why it cannot be done, else
-  // nothing.
+  // Replaces the text of the field; an empty text empties it.
   std::string Begin(CQORPGridCtrl& grid, int column, const std::wstring& text);
   bool IsTyping() const noexcept { return Typing; }
-  // The next letter, once the last one has arrived. Gives back why it had to end, else nothing.
+  // Types the next letter once the last one has arrived. Returns why it had to end.
   std::string TypeOn();
 
  private:

@@ -1,4 +1,4 @@
-// A picture of the terminal's windows: the frame and every floating bar, as they stand on the screen.
+// A picture of the frame and its floating bars as they stand on the screen, and a line of what the program holds.
 #pragma once
 
 #include <wx/dc.h>
@@ -8,16 +8,13 @@
 
 #include "toolkit/bars/frame.h"
 
-// Writes a PNG file. What another program's window covers is seen as that. Throws TerminalError.
+// Writes a PNG file of the smallest rectangle around all windows. Windows of other programs are not left out. Throws
+// TerminalError.
 void SavePicture(CQORPFrame& frame, const std::filesystem::path& file);
 
-// What differs between platforms in reading the screen.
-
-// To be called ahead of each copy from the screen: what an earlier copy has seen does not count.
+// Call before each copy from the screen; the window system may have kept an earlier one.
 void ForgetScreenContent(wxDC& screen);
 
-// UsageLine: what the program holds at this moment, as a line of a CSV file, so that moments can be compared.
-
-// Appends "name,heap bytes,handles,windows,open books" to the file; the first line of a new file tells the columns.
-// Windows are all those of the program, children included. Gives back why it cannot be done, else nothing.
+// Appends "name,heap bytes,handles,windows,open books" to the file, in a new file after a line of titles. Counts all
+// windows of the program, children included. Returns why it failed, else an empty text.
 std::string AppendUsage(const std::filesystem::path& file, const std::string& name, std::size_t openBooks);

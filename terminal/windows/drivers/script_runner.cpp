@@ -33,7 +33,7 @@ bool IsAboutBook(ScriptAction action) {
   return std::ranges::count(kAboutBook, action) != 0;
 }
 
-// The focus may be elsewhere behind it, and is meant to be.
+// Intentional: the focus may be elsewhere after these.
 bool MovesFocus(ScriptAction action) {
   using enum ScriptAction;
   constexpr ScriptAction kMoves[] = {OpenBook, CloseBook, Focus, Key, Menu};
@@ -101,7 +101,7 @@ bool ScriptRunner::IsActivationAwaited() {
   return false;
 }
 
-// Only what has done nothing while it failed.
+// Commands that have no effect if they fail.
 bool ScriptRunner::IsTriedAgain(const ScriptCommand& command) {
   using enum ScriptAction;
   constexpr ScriptAction kPatient[] = {Answer, Choose, Check, ExpectRows, ExpectText};

@@ -1,5 +1,4 @@
-// ScriptRunner: does the commands of a window script one after the other, with a moment between two so that windows
-// follow.
+// ScriptRunner: runs the commands of a window script one after the other, with a pause for the windows between two.
 #pragma once
 
 #include <wx/timer.h>
@@ -15,13 +14,13 @@
 #include "terminal/windows/drivers/dialog_driver.h"
 #include "toolkit/bars/docking_control_bar.h"
 
-// False stands for what cannot be done now: there is no such security, window or entry.
+// False if that is impossible now: no such security, window or entry.
 class ScriptTarget {
  public:
   virtual ~ScriptTarget() = default;
   virtual bool OpenBook() = 0;
   virtual bool Select(const std::string& securityId) = 0;
-  // A title chooses among the books; empty for the one that was opened or had the focus last.
+  // A title chooses a book; empty for the one that was opened or had the focus last.
   virtual bool Focus(ScriptFocus where, const std::string& title) = 0;
   // The window system gives the focus when it likes.
   virtual bool HasFocus(ScriptFocus where) = 0;
@@ -36,13 +35,13 @@ class ScriptTarget {
   virtual void CloseWindows() = 0;
 };
 
-// Promises: a command that fails is reported with its line, and the next ones are done. What looks at windows, or needs
-// one that may still be coming, is tried for about a second before it fails. A command that opens a modal dialog does
-// not hold up those behind it, which can drive the dialog.
+// A command that fails is reported with its line; the next ones run. Commands that look at windows are tried for about
+// a second before they fail. A command that opens a modal dialog does not block the next ones, which can drive the
+// dialog.
 class ScriptRunner {
  public:
-  // Throws TerminalError as ReadWindowScript does. Files to write are taken from the folder that is current now, and
-  // their folders are made.
+  // Throws TerminalError as ReadWindowScript does. Relative files are in the current folder of this moment; their
+  // folders are made.
   ScriptRunner(const std::filesystem::path& file, ScriptTarget& target, BadLineReport& badLines);
 
   void Start() { Step(); }
@@ -50,7 +49,7 @@ class ScriptRunner {
   bool HasEnded() const noexcept { return Next >= Commands.size() && !Typist.IsTyping(); }
 
  private:
-  // Why a command could not be done; empty when it was.
+  // Why a command failed; empty on success.
   using Refusal = std::string;
 
   void Step();

@@ -1,4 +1,4 @@
-// LogBar: the bar that holds the log of messages.
+// The bar of the message log and its grid.
 #pragma once
 
 #include <string>
@@ -8,16 +8,16 @@
 #include "terminal/windows/frame/terminal_bar.h"
 #include "toolkit/grid/grid_ctrl.h"
 
-// LogGrid: the rows of the message log: filtered by the fields under its headers, copied and saved by its menu.
+// Shows the message log with filter fields under its headers; its menu copies and saves.
 class LogGrid : public CQORPGridCtrl {
  public:
   explicit LogGrid(MessageLog& log) : Log(log) {}
   bool Create(wxWindow* parent, int id) override;
 
-  // Takes what has come in since; called at each beat while the bar is shown.
+  // Shows new messages; called at each beat while the bar is shown.
   void ShowChanges();
 
-  // Empty for a row that is not there.
+  // Empty for a row out of range.
   std::string CellText(int row, LogColumn column) const;
 
   void OnFilterBarChanged(int column, const std::wstring& text) override;
@@ -44,7 +44,7 @@ class LogBar : public TerminalBar {
   // False when no window could be made.
   bool Create(CQORPDockingManager& manager, std::uint32_t id, MessageLog& log);
   LogGrid& Grid() const noexcept { return *Rows; }
-  // To be called on the beat; a bar that is not shown costs nothing.
+  // Call on the beat; a hidden bar costs nothing.
   void ShowChanges();
 
   void OnBarFocus() override;

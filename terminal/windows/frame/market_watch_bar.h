@@ -1,4 +1,4 @@
-// MarketWatchBar: the bar that holds the market watch.
+// The bar of the market watch and its grid.
 #pragma once
 
 #include <functional>
@@ -8,14 +8,14 @@
 #include "terminal/windows/frame/terminal_bar.h"
 #include "toolkit/grid/grid_ctrl.h"
 
-// MarketWatchGrid: the grid of the market watch: shows the rows of a MarketWatch, sorts them by a click on a header.
+// Shows the rows of a MarketWatch; a click on a header sorts them.
 class MarketWatchGrid : public CQORPGridCtrl {
  public:
-  // The rows must outlive the grid; opened is called for a double click or Enter on a row.
+  // The rows must outlive the grid; a double click or Enter on a row calls opened.
   MarketWatchGrid(MarketWatch& rows, std::function<void()> opened) : Watch(rows), Opened(std::move(opened)) {}
   bool Create(wxWindow* parent, int id) override;
 
-  // Shows what has changed; to be called on the beat.
+  // Shows changes; call on the beat.
   void ShowChanges();
   // The current row; null for none.
   const WatchRow* Selected() const;

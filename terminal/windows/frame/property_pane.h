@@ -1,5 +1,4 @@
-// PropertyPane: the bar with the properties of a book: a plug-in fills it by one of its functions and takes changes
-// over by another.
+// PropertyPane: the bar with the properties of a book; the plug-in fills it and takes over changes.
 #pragma once
 
 #include <wx/panel.h>
@@ -10,18 +9,18 @@
 #include "terminal/windows/frame/terminal_bar.h"
 #include "toolkit/properties/property_list.h"
 
-// Promises: the plug-in is called with a grid only while its bar is shown. When that closes or goes the pane is empty.
+// The plug-in is called with a grid only while its bar is shown. When the bar closes or goes, the pane is empty.
 class PropertyPane : public TerminalBar {
  public:
   PropertyPane() : TerminalBar(L"PropertyBar") {}
   // False when no window could be made.
   bool Create(CQORPDockingManager& manager, std::uint32_t id);
 
-  // Has the plug-in fill the list, which it does for the book with the focus: so nothing here takes it.
+  // Has the plug-in fill the list for the book with the focus; nothing here takes the focus.
   void Fill(const PropertyRequest& request, PluginLink& plugin);
-  // The plug-in has told that the list is filled.
+  // The plug-in has filled the list.
   void ShowFilled();
-  // Empties itself where the grid's bar is not shown any more.
+  // Empties the pane if the grid's bar is hidden.
   void FollowBook();
   void Empty();
 

@@ -1,5 +1,5 @@
-// TerminalBar: a bar of the terminal's own: it holds one window, keeps its place from one start to the next and tells
-// when the user has closed it.
+// TerminalBar: base of the terminal's own bars. It holds one window, stores its place and tells when the user closes
+// it.
 #pragma once
 
 #include <functional>
@@ -14,7 +14,7 @@ class TerminalBar : public CQORPDockingControlBar {
   explicit TerminalBar(const wchar_t* section) : Section(section) {}
 
   virtual void Save(WindowMemory& memory);
-  // As it was, else where it stands first.
+  // As stored, else at its first place.
   virtual void Restore(WindowMemory& memory);
 
   void OnPressCloseButton() override;

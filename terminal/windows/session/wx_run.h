@@ -1,4 +1,4 @@
-// WxRun: wxWidgets from its start to its end, in a terminal whose main loop it is. The main thread only; one at a time.
+// WxRun: wxWidgets from its start to its end, and the terminal with its windows in between. One at a time.
 #pragma once
 
 #include <iosfwd>
@@ -17,11 +17,9 @@ class WxRun {
 
   // Until the last window is closed.
   void Loop();
-  // Destroys windows that have been closed and wait for an idle moment to go.
+  // Destroys closed windows that wait for an idle moment.
   static void DropClosedWindows();
 };
 
-// The terminal with its windows, from the first to the last.
-
-// As PlayInWindowsFunction of program.h says. Throws TerminalError with ExitCode::Display where there is no display.
+// PlayInWindowsFunction of program.h. Throws TerminalError with ExitCode::Display if there is no display.
 void PlayInWindows(const RunFiles& files, const Options& options, BadLineReport& badLines, std::ostream& out);

@@ -1,4 +1,4 @@
-#include "terminal/day/csv_reader.h"
+#include "terminal/day/csv_tables.h"
 
 #include <gtest/gtest.h>
 
@@ -61,9 +61,6 @@ TEST(TradeDay, ReportsEachBadLineAndGoesOn) {
       {"15 fields where 14 are expected", TradeLine("20131007-00:00:01", "1,")},
       {"exchange_trade_time \"20131007-24:00:00\" is not a time such as 20131007-12:00:00",
        TradeLine("20131007-24:00:00", "1")},
-      {"exchange_trade_id \"\" is not filled", TradeLine("20131007-00:00:01", "")},
-      {"exchange_trade_id \"123456789012345678901234567890123\" is not a shorter text",
-       TradeLine("20131007-00:00:01", "123456789012345678901234567890123")},
       {"exchange_trade_id \"1\t\" is not a text without control characters", TradeLine("20131007-00:00:01", "1\t")},
       {"side \"sell\" is not Buy or Sell", "20131007-00:00:01,A,B,C,D,,XX,0,sell,25,182.5,1,1,1\n"},
       {"quantity \"-1\" is not a whole number from 0 to 4294967295", "20131007-00:00:01,A,B,C,D,,,0,Buy,-1,1,1,1,1\n"},
@@ -96,7 +93,7 @@ TEST(TradeDay, TakesEveryLineEnd) {
   EXPECT_EQ(CountTradeLines(TestFolder() / "day.csv"), 30000U);
 }
 
-TEST(TradeDay, RefusesAnotherHeader) {
+TEST(TradeDay, RejectsOtherHeaders) {
   std::ostringstream reports;
   BadLineReport badLines(reports);
   for (const std::string& header :
@@ -108,12 +105,11 @@ TEST(TradeDay, RefusesAnotherHeader) {
   EXPECT_THROW(TradeDay(TestFolder(), badLines), TerminalError);
 }
 
-TEST(Securities, KeepsMasterRecordsAndTheFirstOfTwo) {
+TEST(SecurityList, KeepsMasterRecordsAndTheFirstOfTwo) {
   std::ostringstream reports;
   BadLineReport badLines(reports);
   const std::string name(48, 'N');
-  const auto file = WriteTestFile("securities.csv", kSecurityHeader + std::string("COMEX,GC,GC,") + name +
-                                                        ",FUT,201312,XX,0,100\nCOMEX,GC,GC,OTHER,FUT,,XX,0,1\n");
+  const auto file = WriteSecurities("COMEX,GC,GC," + name + ",FUT,201312,XX,0,100\nCOMEX,GC,GC,OTHER,FUT,,XX,0,1\n");
   const SecurityList securities(file, badLines);
   EXPECT_EQ(reports.str(), PathText(file) + ":3: GC of COMEX is listed already\n");
   const Security* gold = securities.Find("COMEX", "GC");
@@ -124,6 +120,59 @@ TEST(Securities, KeepsMasterRecordsAndTheFirstOfTwo) {
   EXPECT_EQ(gold->MasterRecord[442], 0x40);
   EXPECT_EQ(securities.Find("COMEX", "gc"), nullptr);
   EXPECT_EQ(securities.Find("COM", "EXGC"), nullptr);
+}
+
+// What the file's reader reports of one line, without the place.
+std::string ReadOf(const std::string& header, const Fields& fields) {
+  std::string line = fields.front();
+  for (std::size_t i = 1; i < fields.size(); ++i) line += "," + fields[i];
+  const auto file = WriteTestFile("one.csv", header + line + "\n");
+  std::ostringstream reports;
+  BadLineReport badLines(reports);
+  DayTrade trade;
+  try {
+    if (header == kTradeHeader) TradeDay(file, badLines).Next(trade);
+    if (header == kSecurityHeader) SecurityList(file, badLines);
+    if (header == kDeskHeader) OrderDesk(file, badLines);
+  } catch (const TerminalError& error) {
+    EXPECT_STREQ(error.what(), (PathText(file) + ": no line of the desk can be used").c_str());
+  }
+  return Without(reports.str(), PathText(file) + ":2: ");
+}
+
+// Each text column takes its limit and no more; an empty text only where the table says "?".
+TEST(CsvTables, HoldTextsToTheirLimits) {
+  const struct {
+    const char* Header;
+    const char* Line;
+    const char* Columns;  // place, name, limit
+  } files[] = {
+      {kTradeHeader, "20131007-00:00:01,A,B,C,D,E,F,0,Buy,1,1,1,1,1",
+       "1 exchange 48 2 security_id 48 3 symbol 32? 4 security_type 16? 5 expiry_date 32? 6 option_type 16? "
+       "12 exchange_order_no 32 13 exchange_trade_id 32"},
+      {kSecurityHeader, "A,B,C,D,E,F,G,0,1",
+       "0 exchange 48 1 security_id 48 2 symbol 32 3 name 48 4 security_type 16 5 expiry_date 32? 6 option_type 16?"},
+      {kDeskHeader, "A,B,C,D,E,1,2,3,4,F,G,H,5,I,J",
+       "0 user_id 20 1 manager_id 20? 2 member_id 20? 3 client_id 20? 4 ctcl_id 20? 9 pancard 16? "
+       "10 terminal_info 24? 11 algo_id 16? 13 participant_id 16? 14 reference_text 64?"},
+  };
+  for (const auto& file : files) {
+    std::istringstream columns(file.Columns);
+    std::size_t place = 0;
+    for (std::string name, limit; columns >> place >> name >> limit;) {
+      SCOPED_TRACE(name);
+      Fields fields;
+      std::string reason;
+      SplitCsvLine(file.Line, fields, reason);
+      std::string& text = fields[place];
+      text.assign(std::stoul(limit), 'x');
+      EXPECT_EQ(ReadOf(file.Header, fields), "");
+      text += 'x';
+      EXPECT_EQ(ReadOf(file.Header, fields), name + " \"" + text + "\" is not a shorter text\n");
+      text.clear();
+      EXPECT_EQ(ReadOf(file.Header, fields), limit.ends_with('?') ? "" : name + " \"\" is not filled\n");
+    }
+  }
 }
 
 }  // namespace

@@ -1,0 +1,157 @@
+#include "terminal/windows/drivers/script_runner.h"
+
+#include <fstream>
+#include <sstream>
+
+#include "terminal/common/errors.h"
+#include "tests/terminal/test_files.h"
+#include "tests/toolkit/gui_test.h"
+#include "toolkit/bars/docking_manager.h"
+#include "toolkit/dialogs/file_dialog.h"
+#include "toolkit/dialogs/message_box.h"
+
+namespace {
+
+// A book whose two menu commands open a box of a question and a dialog for a file.
+class ScriptedGrid : public CQORPGridCtrl {
+ public:
+  ScriptedGrid() {
+    Bind(wxEVT_MENU, [this](wxCommandEvent& event) { event.GetId() == 1 ? AskQuestion() : AskForFile(); });
+  }
+  void AskQuestion() {
+    CQORPMessageBox box;
+    box.Parent = this;
+    box.Text = L"Shall the answer be no?";
+    box.Style = 4;  // Yes and No
+    Note(box.ShowModal() == 7 ? "No" : "Yes");
+  }
+  void AskForFile() {
+    CQORPFileDialog dialog(this, "proposal.csv", L".csv", L"Files (*.csv)");
+    const auto path = dialog.AskForPath();
+    Note(path ? path->filename().string() : "cancelled");
+  }
+  std::span<const CQORPMenuItem> ContextMenu() const override {
+    static constexpr CQORPMenuItem kMenu[] = {{CQORPMenuItem::Kind::Command, 0, 1, L"&Ask"},
+                                              {CQORPMenuItem::Kind::Submenu, 0, 0, L"Files"},
+                                              {CQORPMenuItem::Kind::Command, 1, 2, L"Export"}};
+    return kMenu;
+  }
+  void OnFilterBarChanged(int column, const std::wstring& text) override {
+    Note(std::to_string(column) + "=" + wxString(text).utf8_string());
+  }
+  void ToggleSortColumn(int column) override { Note("sort " + std::to_string(column)); }
+  void Note(const std::string& what) { Notes.push_back(what); }
+
+  std::vector<std::string> Notes;
+};
+
+class ScriptRun : public GuiTest, private ScriptTarget {
+ protected:
+  void SetUp() override {
+    GuiTest::SetUp();
+    if (IsSkipped()) return;
+    Manager = std::make_unique<CQORPDockingManager>(*Frame);
+    Bar = std::make_unique<CQORPDockingControlBar>().release();  // the frame owns it, and the bar the grid
+    ASSERT_TRUE(Bar->CreateBar(*Manager, L"Book", wxRect(100, 100, 500, 300), 1));
+    Grid = std::make_unique<ScriptedGrid>().release();
+    ASSERT_TRUE(Grid->Create(Bar, 1));
+    for (int column = 0; column < 20; ++column) Grid->InsertColumn(column, L"C" + std::to_wstring(column), 100);
+    Grid->EnableVirtualMode([](int, int, CQORPGridCell&) { return true; });
+    Grid->SetVirtualRows(300);
+    Grid->AdjustLayout();
+    Bar->TabControlBar();
+    Bar->ShowControlBar(true);
+    Pump();
+  }
+  void TearDown() override {
+    Manager.reset();
+    GuiTest::TearDown();
+  }
+  // What is reported, without the file.
+  std::string Run(const std::string& script) {
+    const auto file = WriteTestFile("script.txt", script);
+    std::ostringstream reports;
+    BadLineReport badLines(reports);
+    ScriptRunner runner(file, *this, badLines);
+    runner.Start();
+    EXPECT_TRUE(PumpUntil([&runner] { return runner.HasEnded(); }));
+    Pump();
+    return Without(reports.str(), PathText(file) + ":");
+  }
+  bool OpenBook() override { return false; }
+  bool Select(const std::string&) override { return false; }
+  bool Focus(ScriptFocus, const std::string&) override { return false; }
+  bool HasFocus(ScriptFocus) override { return false; }
+  bool Press(const KeyPress&) override { return false; }
+  bool RunMenu(const std::vector<std::wstring>&) override { return false; }
+  CQORPDockingControlBar* Book() override {
+    if (--LooksUntilLess == 0) Grid->SetVirtualRows(299);
+    return Bar;
+  }
+  bool HasPlayed() override { return true; }
+  std::size_t OpenBooks() override { return 1; }
+  void SavePictureTo(const std::filesystem::path&) override {}
+  void CloseWindows() override {}
+
+  std::unique_ptr<CQORPDockingManager> Manager;
+  CQORPDockingControlBar* Bar = nullptr;
+  ScriptedGrid* Grid = nullptr;
+  int LooksUntilLess = 0;  // the book loses a row when it has been looked for so often
+};
+
+using Texts = std::vector<std::string>;
+
+TEST_F(ScriptRun, DrivesABook) {
+  EXPECT_EQ(Run("filter C2 x\n"), "1: the filter bar is not shown\n");
+  Grid->EnableFilterBar(true);
+  EXPECT_EQ(Run("filter C18 a >\nfilter C18 b\nfilter C18\nheader C19\nheader C0 ctrl\nrows 3 200\nplace bottom\n"),
+            "");
+  EXPECT_EQ(Grid->Notes, (Texts{"18=a", "18=a ", "18=a >", "18=b", "18=", "sort 19"}));
+  EXPECT_TRUE(Grid->IsColumnSelected(0));
+  ASSERT_EQ(Grid->GetSelectionCount(), 1);
+  EXPECT_EQ(Grid->GetSelection(0).Top, 2);
+  EXPECT_EQ(Grid->GetSelection(0).Bottom, 199);
+  EXPECT_TRUE(Bar->IsDocked());
+  LooksUntilLess = 5;
+  EXPECT_EQ(Run("expect-rows 299\n"), "");
+}
+
+TEST_F(ScriptRun, AnswersDialogs) {
+  const std::filesystem::path file = TestFolder() / "made" / "b.csv";
+  EXPECT_EQ(
+      Run("book-menu Ask\nexpect-text answer be no\nanswer No\nsave-as " + PathText(file) +
+          "\nbook-menu Files>Export\ncancel-save\nbook-menu Files>Export\nbook-menu Ask\nanswer Maybe\nanswer Yes\n"),
+      "9: the dialog has no such button\n");
+  EXPECT_EQ(Grid->Notes, (Texts{"No", "b.csv", "cancelled", "Yes"}));
+  EXPECT_TRUE(std::filesystem::is_directory(file.parent_path()));
+}
+
+// A book is not closed behind the back of a dialog of its own.
+TEST_F(ScriptRun, ClosesABookAndAppendsUsage) {
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(TestFolder());
+  EXPECT_EQ(Run("usage a\nbook-menu Ask\nclose-book\nanswer No\nclose-book\n"), "3: a dialog is up\n");
+  std::filesystem::current_path(before);
+  EXPECT_FALSE(Bar->IsBarShown());
+  std::ifstream file(TestFolder() / "out" / "usage.csv");
+  std::string titles, name, heap, handles, windows, books;
+  std::getline(file, titles);
+  for (std::string* value : {&name, &heap, &handles, &windows}) std::getline(file, *value, ',');
+  std::getline(file, books);
+  EXPECT_EQ(titles, "name,heap,handles,windows,books");
+  EXPECT_EQ(name + books, "a1");
+  EXPECT_GE(heap.size(), 6U);
+  EXPECT_NE(handles, "");  // Wine counts none
+  EXPECT_GT(std::stoi(windows), 2);
+}
+
+TEST_F(ScriptRun, ReportsUnexpectedThings) {
+  EXPECT_EQ(Run("expect-rows 300\nexpect-rows 299\nexpect-text Buy\nheader C20\nrows 300 301\nbook-menu Files\n"
+                "answer OK\nsave-as x\nsave-as y\nexit\n"),
+            "2: the book shows 300 rows\n3: the book shows no such text\n4: the book has no column of that title\n"
+            "5: the book shows 300 rows\n6: the book's menu has no such entry, or it cannot be had now\n"
+            "7: there is no dialog\n9: the save dialog that was to be answered before has not come up\n"
+            "10: the save dialog that was to be answered has not come up\n");
+}
+
+}  // namespace
