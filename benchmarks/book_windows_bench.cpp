@@ -88,7 +88,7 @@ void OpenBookWindow(benchmark::State& state) {
   if (day == nullptr) return;
   int rows = 0;
   for (auto _ : state) {
-    day->Books().OpenBookByCommand();
+    day->Books().OnBookCommand();
     day->Paint();
     state.PauseTiming();
     rows = day->NewestBook().Grid()->GetVirtualRows();

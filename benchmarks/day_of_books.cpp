@@ -44,7 +44,7 @@ DayOfBooks::DayOfBooks(std::size_t trades)
       State(Decoder),
       Functions(FindFunction),
       Trades(trades),
-      List(State, Functions, {}) {
+      Screen(State, Functions, {}) {
   State.TradeStore.AutoTradeWriteCSV = false;
   Main->Show();
   BeginAnew();
@@ -85,12 +85,12 @@ void DayOfBooks::Play(const Messages& messages) {
 }
 
 void DayOfBooks::OpenBooks(std::size_t count) {
-  while (count-- > 0) List.OpenNewBook();
+  while (count-- > 0) Books().OpenNewBook();
   Paint();
 }
 
 void DayOfBooks::CloseBooks() {
-  while (!List.BarsById.empty()) Main->GetDockingManager().DestroyBar(&NewestBook());
+  while (!Books().BarsById.empty()) Main->GetDockingManager().DestroyBar(&NewestBook());
   ServeWindows();
 }
 
@@ -113,13 +113,13 @@ void DayOfBooks::FitNewestBook(int columns, int rows) {
 
 void DayOfBooks::Paint() {
   Watch.Painted.clear();
-  for (const auto& [id, bar] : List.BarsById) bar->Grid()->RedrawRows();
+  for (const auto& [id, book] : Books().BarsById) BarOf(*book).Grid()->RedrawRows();
   ServeUntilPainted();
 }
 
 void DayOfBooks::PaintBeat() {
   Watch.Painted.clear();
-  List.RepaintAllBooks();
+  Books().RepaintAllBooks();
   ServeUntilPainted();
 }
 
@@ -128,6 +128,7 @@ void DayOfBooks::ServeUntilPainted() {
 }
 
 bool DayOfBooks::BooksArePainted() const {
-  return std::ranges::all_of(
-      List.BarsById, [this](const auto& book) { return Watch.Painted.contains(book.second->Grid()->GetRowsWindow()); });
+  return std::ranges::all_of(Screen.Registry.BarsById, [this](const auto& book) {
+    return Watch.Painted.contains(BarOf(*book.second).Grid()->GetRowsWindow());
+  });
 }

@@ -9,7 +9,7 @@
 #include <set>
 #include <vector>
 
-#include "book_windows/windows/book_list.h"
+#include "book_windows/windows/book_screen.h"
 #include "book_windows/windows/trade_book_bar.h"
 #include "toolkit/bars/frame.h"
 
@@ -58,7 +58,7 @@ class DayOfBooks {
   Messages NewTrades(std::size_t count);
   void Play(const Messages& messages);
 
-  CTradeBookBar& NewestBook() { return *List.BarsById.rbegin()->second; }
+  CTradeBookBar& NewestBook() { return BarOf(*Books().BarsById.rbegin()->second); }
   void OpenBooks(std::size_t count);
   void CloseBooks();
   // Resizes the newest book to that many columns and rows in view.
@@ -68,7 +68,8 @@ class DayOfBooks {
   void Paint();
   void PaintBeat();
 
-  BookList& Books() noexcept { return List; }
+  BookRegistry& Books() noexcept { return Screen.Registry; }
+  static CTradeBookBar& BarOf(const Book& book) { return dynamic_cast<CTradeBookBar&>(*book.Window); }
 
  private:
   void ServeUntilPainted();
@@ -82,5 +83,5 @@ class DayOfBooks {
   CQORDLLComman Functions;
   std::size_t Trades;
   std::uint32_t NextRecord = 0;
-  BookList List;
+  TradeBookScreen Screen;
 };

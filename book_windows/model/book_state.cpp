@@ -1,7 +1,7 @@
 #include "book_windows/model/book_state.h"
 
 std::string BookState::ScriptTitleOf(std::string_view exchange, std::string_view scriptName) {
-  return std::string(kTitleStart).append(exchange).append(" ").append(scriptName);
+  return std::string(BlankTitle).append(exchange).append(" ").append(scriptName);
 }
 
 void BookState::BeginSecurity(const std::string& scriptTitle) {
@@ -25,7 +25,7 @@ void BookState::BeginWidened(const std::string& scriptTitle) {
   ScriptTitle = scriptTitle;
 }
 
-// A blank book becomes one of all trades, so that the next Escape makes it blank again.
+// A blank book becomes one of all trades: the next Escape makes it blank again.
 void BookState::Widen() {
   Filtered = false;
   AllMark = BlankFilter ? kAllTitle : std::string_view();

@@ -1,4 +1,4 @@
-// BookState: which of its four states a book is in, and the titles that go with it. Plain data with single-byte texts.
+// BookState: the state of a book and its titles, in single-byte texts.
 //
 //   state     Filtered  BlankFilter  CurrentTitle   AllMark   ScriptTitle
 //   all       0         0            all            all       empty
@@ -11,9 +11,12 @@
 #include <string>
 #include <string_view>
 
+// What a stored book becomes. Unknown is a filter without its security: the book stays as it was made.
+enum class RestoredState { All, Blank, Widened, Security, Unknown };
+
 struct BookState {
   static constexpr std::string_view kAllTitle = "Trade Book : All";
-  static constexpr std::string_view kTitleStart = "Trade Book : ";
+  static constexpr std::string_view BlankTitle = "Trade Book : ";
 
   // "Trade Book : " with the exchange and the security's display name.
   static std::string ScriptTitleOf(std::string_view exchange, std::string_view scriptName);
@@ -21,19 +24,19 @@ struct BookState {
   // A new book: of one security, or of all trades.
   void BeginSecurity(const std::string& scriptTitle);
   void BeginAll();
-  // A book that comes back blank, or widened from the security of that title.
+  // A restored book: blank, or widened from the security of that title.
   void BeginBlank();
   void BeginWidened(const std::string& scriptTitle);
   // The menu command in an open book.
   void Widen();
-  // Escape in a book that is not filtered: back to its security, or to the blank filter that lets nothing in.
+  // Escape in a book that is not filtered: back to its security, or to the blank filter.
   void Narrow();
 
-  // What bar, mini frame or tab say.
-  std::string Title() const { return Filtered && BlankFilter ? std::string(kTitleStart) : CurrentTitle; }
-  // The book's key: title, book name and bar id, with nothing between them.
+  // In bar, mini frame or tab.
+  std::string Title() const { return Filtered && BlankFilter ? std::string(BlankTitle) : CurrentTitle; }
+  // Title, book name and bar id without separators.
   std::string Key(std::string_view bookName, std::uint32_t barId) const;
-  // An average over many securities would mean nothing.
+  // An average over several securities has no meaning.
   bool ShowsAverages() const noexcept { return Filtered && !BlankFilter; }
 
   bool Filtered = false;

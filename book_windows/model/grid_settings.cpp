@@ -7,21 +7,20 @@
 
 namespace {
 
-// Whatever the plug-in stores lies below its own node.
+// The plug-in stores everything below its own node.
 std::wstring PathOf(const std::wstring& key) {
   return L"PLUGINDLLS\\Trade Book\\" + key + L"\\";
 }
 
-// The name under which the switch is written has a blank at its end. This store drops blanks, so that it is the one
-// that is read, and the switch comes back.
+// One switch is written under a name that ends with a blank. The store drops blanks, so that it is read back.
 struct SwitchKey {
   const wchar_t* Read;
   const wchar_t* Written = Read;
-  bool Missing = false;  // off where nothing is stored, also where a new book has it on: meant so
+  bool Missing = false;  // the value if nothing is stored. Intentional: not that of a new book
 };
 constexpr SwitchKey kAutoWrite{L"AutoTradeWriteCSV", L"AutoTradeWriteCSV ", true};
 
-// The one list of keys, in the order in which they are written.
+// All keys in the order of writing.
 template <typename Settings, typename State, typename Visitor>
 void ForEachKey(Settings& settings, State& state, Visitor visitor) {
   visitor.Number(L"BuyColor", settings.BuyColor);
@@ -37,7 +36,7 @@ void ForEachKey(Settings& settings, State& state, Visitor visitor) {
   visitor.Switch(kAutoWrite, state.TradeStore.AutoTradeWriteCSV);
 }
 
-// A number that is not stored stays.
+// A number that is not stored keeps its value.
 struct KeyReader {
   CQORPRegistry& Store;
 

@@ -1,5 +1,5 @@
-// The settings of books as the process's store keeps them: one group for all books, which a new book takes over and
-// each change and each close of a book writes.
+// GridSettings: colours, font and switches of a book's grid. All books share one stored group: a new book reads it,
+// each change and each close writes it.
 #pragma once
 
 #include <cstdint>
@@ -11,9 +11,9 @@
 
 struct PluginState;
 
-// What a new grid has, where nothing is stored.
+// Defaults are those of a new grid without stored settings.
 struct GridSettings {
-  std::optional<GridFont> Font;  // to be written the grid's current one; nothing where none is stored
+  std::optional<GridFont> Font;  // nothing if none is stored
   ColorRef BuyColor = 0xFF0000;
   ColorRef SellColor = 0x0000FF;
   ColorRef FontBuyColor = 0xFFFFFF;
@@ -26,7 +26,6 @@ struct GridSettings {
 
 inline constexpr const wchar_t* kGridSettingsKey = L"TradeBook";
 
-// Both put the two switches that all books share into the plug-in's state, or take them from it. Reading is false, and
-// changes nothing, where there is no such key.
+// Both include the two switches of the plug-in's state. Reading returns false and changes nothing without such a key.
 bool ReadGridSettings(const std::wstring& key, GridSettings& settings, PluginState& state);
 void WriteGridSettings(const std::wstring& key, const GridSettings& settings, const PluginState& state);

@@ -1,5 +1,5 @@
-// PluginState: the plug-in's one global object: the trade cache, the books, what is the same for all of them. Made when
-// the module is loaded and destroyed when it is unloaded.
+// PluginState: the plug-in's one global object: trade cache, books by key, and what all books share. Lives from load to
+// unload of the module.
 #pragma once
 
 #include <array>
@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "book_windows/model/book_windows.h"
 #include "grid_ops/columns/filter_key.h"
 #include "grid_ops/exports/csv_export.h"
 #include "host_link/host_functions/function_table.h"
@@ -16,7 +15,7 @@
 
 class CQORPProp;
 
-// The items that a property list was last filled with, by their ids. For comparing: they belong to the list.
+// The items of the last filled property list, by id. Only for comparison: the list owns them.
 using PropertyItems = std::vector<const CQORPProp*>;
 
 struct PluginState {
@@ -25,21 +24,21 @@ struct PluginState {
   std::filesystem::path WorkingFolder;  // the process's current folder at load
   TradeBooks BooksByKey;
   TradeCache TradeStore;
-  BookWindows* Windows = nullptr;
 
-  FilterKey SelectedKey{};  // the last answer to the question what is selected in another window
-  FilterKey RestoredKey{};  // the security of the book that was last brought back
-  SecurityMasterData SelectedMaster;
+  FilterKey SelectedKey{};  // the last answer to message 32022
+  std::string SelectedScriptName;
+  FilterKey RestoredKey{};  // of the last restored book
+  std::string RestoredScriptName;
 
   std::uint32_t LastNum = 0;             // of the newest book
-  bool MultipleTradeBookDisable = true;  // many books are allowed while it is set: meant so
-  std::uint32_t WarnCount = 0;           // of warnings that other books are open, since it was last set
+  bool MultipleTradeBookDisable = true;  // Intentional: many books are allowed while it is set
+  std::uint32_t WarnCount = 0;           // warnings about open books since the switch was last set
   PropertyItems Properties;
 
-  ExportFolders Exports;       // what the save dialogs start from
-  std::string SavedTradePath;  // as config.ini has it, where this process has written it
+  ExportFolders Exports;      // where the save dialogs start
+  std::string LastTradePath;  // the folder of key Trade in config.ini, if this process wrote it
 
-  // Two values of message 30026 that nothing reads.
+  // Of message 30026; nothing reads them.
   std::uint32_t RestoreNumber = 0;
   std::uint64_t RestoreAddress = 0;
 };

@@ -1,4 +1,4 @@
-// The dialog of a book, resource 30027: its controls and their places in dialog units.
+// The dialog of a book, resource 30027: controls and their places in dialog units.
 #pragma once
 
 #include <span>
@@ -8,8 +8,8 @@
 
 inline constexpr int kBookDialog = 30027;
 inline constexpr int kBookDialogWidth = 938, kBookDialogHeight = 32;
-// At 100 % four units are so many pixels wide, and eight so many high, with the template's font "MS Shell Dlg" 8. The
-// system's own font would spread the line beyond the width of a screen.
+// Pixels of four units across and eight units down at 100 %, with the template's font "MS Shell Dlg" 8. The system font
+// would make the line wider than a screen.
 inline constexpr int kFourUnitsPx = 6, kEightUnitsPx = 13;
 
 inline constexpr int kGridPlace = 30029;
@@ -38,5 +38,5 @@ inline constexpr SummaryControl kSummaryControls[] = {
     {SummaryValue::SellQty, 30035}, {SummaryValue::SellAmt, 30037}, {SummaryValue::SellAvg, 30045},
     {SummaryValue::NetQty, 30039},  {SummaryValue::NetAmt, 30041},
 };
-// Shown only where an average means something.
+// Hidden in books of several securities.
 inline constexpr int kAverageControls[] = {30042, 30043, 30044, 30045};

@@ -5,7 +5,7 @@
 
 #include <ctime>
 
-#include "book_windows/windows/book_list.h"
+#include "book_windows/windows/book_screen.h"
 #include "book_windows/windows/trade_book_grid.h"
 #include "foundations/text_tools.h"
 #include "grid_base/windows/window_boxes.h"
@@ -52,15 +52,15 @@ std::vector<GridRowRange> ExportCommands::Selections() const {
 
 void ExportCommands::Report(std::wstring_view text) const {
   const FocusReturn focus(Grid);
-  List.Terminal().ShowMessage(&Grid, std::wstring(kExportCaption), std::wstring(text), kOkButton, kReportIcon, 0);
+  Screen.Terminal.ShowMessage(&Grid, std::wstring(kExportCaption), std::wstring(text), kOkButton, kReportIcon, 0);
 }
 
 void ExportCommands::RememberFolder(const CsvCommand& command, const fs::path& proposal, const fs::path& chosen) {
-  PluginState& state = List.State();
+  PluginState& state = Screen.State;
   RememberCsvFolder(command, state.Exports, proposal, chosen);
   if (!command.SavesPath) return;
   std::string folder = FolderText(FolderOf(chosen));
-  SaveTradePath(kConfigFile, folder, state.SavedTradePath);
+  SaveTradePath(kConfigFile, folder, state.LastTradePath);
 }
 
 template <typename Write>
@@ -73,10 +73,10 @@ void ExportCommands::ShowRunning(Write write) {
   });
 }
 
-// The report comes whatever became of the file: meant so.
+// Intentional: reports success whatever became of the file.
 template <typename Write>
 void ExportCommands::ExportToChosenFile(const CsvCommand& command, Write write) {
-  const fs::path proposal = ProposeCsvPath(command, List.State().Exports, Grid.GetWorkingFolder(), Now());
+  const fs::path proposal = ProposeCsvPath(command, Screen.State.Exports, Grid.GetWorkingFolder(), Now());
   const FocusReturn focus(Grid);
   const auto chosen =
       CQORPFileDialog(&Grid, proposal, std::wstring(kCsvExtension), std::wstring(kCsvFilter)).AskForPath();
@@ -89,9 +89,9 @@ void ExportCommands::ExportToChosenFile(const CsvCommand& command, Write write) 
 void ExportCommands::WriteCsv(const CsvCommand& command, const fs::path& path, const ExportProgress& progress) {
   Grid.FollowNewRows();
   const GridColumns columns = Columns();
-  const std::vector<TradeRecord*> rows = Grid.Rows.RowRecords();
+  const std::vector<TradeRecord*> rows = Grid.Shown.Rows.RowRecords();
   const std::vector<GridRowRange> selections = Selections();
-  const TradeCache& cache = List.State().TradeStore;
+  const TradeCache& cache = Screen.State.TradeStore;
   ExportGridCsv(command.Mode, path,
                 {.Columns = columns,
                  .Rows = rows,
@@ -101,20 +101,18 @@ void ExportCommands::WriteCsv(const CsvCommand& command, const fs::path& path, c
                 progress);
 }
 
-void ExportCommands::ExportCsv(int commandId) {
-  const CsvCommand* command = FindCsvCommand(commandId);
-  if (command == nullptr) return;
-  if (commandId == kManualExportCommand) return ExportManually(*command);
-  ExportToChosenFile(*command,
-                     [&](const fs::path& path, const ExportProgress& progress) { WriteCsv(*command, path, progress); });
+void ExportCommands::ExportCsv(const CsvCommand& command) {
+  if (command.Id == kManualExportCommand) return ExportManually(command);
+  ExportToChosenFile(command,
+                     [&](const fs::path& path, const ExportProgress& progress) { WriteCsv(command, path, progress); });
 }
 
 TradeFileRun ExportCommands::TradeFiles(const GridColumns& columns) const {
   return {.Columns = columns,
-          .Trades = List.State().TradeStore.LiveTrades,
+          .Trades = Screen.State.TradeStore.LiveTrades,
           .Divisors = kNoDivisors,
           .GridFolder = Grid.GetWorkingFolder(),
-          .PluginFolder = List.State().WorkingFolder,
+          .PluginFolder = Screen.State.WorkingFolder,
           .Now = Now()};
 }
 

@@ -1,5 +1,4 @@
-// The commands of a book that write files: the four of the menu "Export CSV" and "Exchange Trade Format": from the save
-// dialog to the report.
+// ExportCommands: the commands of a book that write files, from the save dialog to the report.
 #pragma once
 
 #include <filesystem>
@@ -7,23 +6,22 @@
 #include "grid_ops/exports/csv_export.h"
 #include "grid_ops/exports/exchange_files.h"
 
-class BookList;
+class TradeBookScreen;
 class CTradeBookGrid;
 
 class ExportCommands {
  public:
-  ExportCommands(BookList& list, CTradeBookGrid& grid) : List(list), Grid(grid) {}
+  ExportCommands(TradeBookScreen& screen, CTradeBookGrid& grid) : Screen(screen), Grid(grid) {}
 
-  // A command of kCsvCommands.
-  void ExportCsv(int commandId);
+  void ExportCsv(const CsvCommand& command);
   void WriteExchangeFiles();
 
  private:
   void ExportManually(const CsvCommand& command);
-  // Runs the writer under a wait cursor, with its progress shown in the book.
+  // Runs the writer under a wait cursor and shows its progress in the book.
   template <typename Write>
   void ShowRunning(Write write);
-  // Asks for the file, has it written, reports and remembers the folder.
+  // Asks for the file, writes it, reports and remembers the folder.
   template <typename Write>
   void ExportToChosenFile(const CsvCommand& command, Write write);
   void Report(std::wstring_view text) const;
@@ -34,6 +32,6 @@ class ExportCommands {
   void WriteCsv(const CsvCommand& command, const std::filesystem::path& path, const ExportProgress& progress);
   TradeFileRun TradeFiles(const GridColumns& columns) const;
 
-  BookList& List;
+  TradeBookScreen& Screen;
   CTradeBookGrid& Grid;
 };

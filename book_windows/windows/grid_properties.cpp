@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "book_windows/windows/book_list.h"
-#include "book_windows/windows/trade_book_bar.h"
+#include "book_windows/windows/book_screen.h"
+#include "book_windows/windows/trade_book_grid.h"
 #include "book_windows/windows/window_font.h"
 #include "grid_ops/exports/csv_export.h"
 #include "host_link/messages/packet_writer.h"
@@ -15,12 +15,12 @@ namespace {
 constexpr std::uint32_t kOkButton = 0, kWarningIcon = 1;
 constexpr std::uint32_t kFontDialog = CQORPFontProp::kScreenFonts | CQORPFontProp::kEffects;
 static_assert(kFontDialog == 257);
-// The same on all four colours, and of none of them: meant so.
+// Intentional: the same text for all four colours, though it describes none of them.
 constexpr const wchar_t* kColorDescription = L"Specifies the default dialog border color";
-// Behind "Default"; not what a new grid has, and the same for rows and their texts: meant so.
+// Intentional: "Default" differs from a new grid's colours, and is the same for rows and their texts.
 constexpr ColorRef kBuyDefault = 0xFF875F, kSellDefault = 0x9B82FF;
 
-// The font is the grid's own.
+// The grid owns the font.
 struct FontOf {};
 using Member = std::variant<FontOf, ColorRef GridSettings::*, std::int32_t GridSettings::*, bool GridSettings::*,
                             bool& (*)(PluginState&)>;
@@ -34,7 +34,7 @@ bool& AutoWrite(PluginState& state) {
 
 }  // namespace
 
-// In the order of the pane; the place is the id. Rows of one group stand together, one without a group by itself.
+// In the order of the pane; the index is the id. Rows of one group are adjacent.
 struct GridProperties::Row {
   const wchar_t* Group;
   const wchar_t* Label;
@@ -55,6 +55,9 @@ const GridProperties::Row GridProperties::kRows[] = {
     {L"Global", L"Multiple Trade Book Disable", &ManyBooks},
     {L"Global", L"Auto Trade Write CSV", &AutoWrite},
 };
+
+GridProperties::GridProperties(TradeBookScreen& screen, Book& book, CTradeBookGrid& grid)
+    : Screen(screen), Shown(book), Settings(book.Settings), Grid(grid) {}
 
 std::unique_ptr<CQORPProp> GridProperties::MakeItem(const Row& row, int id) const {
   struct Maker {
@@ -78,7 +81,7 @@ std::unique_ptr<CQORPProp> GridProperties::MakeItem(const Row& row, int id) cons
       return std::make_unique<CQORPProp>(Of.Label, Owner.Settings.*flag, Id);
     }
     Made operator()(bool& (*flag)(PluginState&)) const {
-      return std::make_unique<CQORPProp>(Of.Label, flag(Owner.List.State()), Id);
+      return std::make_unique<CQORPProp>(Of.Label, flag(Owner.Screen.State), Id);
     }
   };
   return std::visit(Maker{*this, row, id}, row.Value);
@@ -86,7 +89,7 @@ std::unique_ptr<CQORPProp> GridProperties::MakeItem(const Row& row, int id) cons
 
 void GridProperties::PopulateProperties(CQORPPropList& list) {
   list.RemoveAll();
-  PropertyItems& items = List.State().Properties;
+  PropertyItems& items = Screen.State.Properties;
   items.clear();
   std::unique_ptr<CQORPProp> group;
   for (const Row& row : kRows) {
@@ -104,22 +107,22 @@ void GridProperties::PopulateProperties(CQORPPropList& list) {
   }
   CQORPacketWriter message(0);
   message.AddU16(10002, 32004);
-  List.Terminal().PluginDataSend(message);
+  Screen.Terminal.PluginDataSend(message);
 }
 
 void GridProperties::FreezeColumns() {
   Grid.FreezeColumns(Settings.ColumnFreeze == 0 ? -1 : Settings.ColumnFreeze);
 }
 
-// Unchecked, while several books are open, it warns once and not once for each book; the other books save it.
+// Switched off while several books are open, it warns once, not once per book; the other books save it.
 bool GridProperties::WarnsOfOpenBooks() {
-  PluginState& state = List.State();
+  PluginState& state = Screen.State;
   if (state.MultipleTradeBookDisable) state.WarnCount = 0;
-  if (state.MultipleTradeBookDisable || state.WarnCount != 0 || List.BarsById.size() < 2) return false;
+  if (state.MultipleTradeBookDisable || state.WarnCount != 0 || Screen.Registry.BarsById.size() < 2) return false;
   ++state.WarnCount;
   wxWindow* focused = wxWindow::FindFocus();
   const FocusReturn focus(focused == nullptr ? Grid : *focused);
-  List.Terminal().ShowMessage(&Grid, std::wstring(kExportCaption), L"Please Close All TradeBook Except One.", kOkButton,
+  Screen.Terminal.ShowMessage(&Grid, std::wstring(kExportCaption), L"Please Close All TradeBook Except One.", kOkButton,
                               kWarningIcon, 0);
   return true;
 }
@@ -149,7 +152,7 @@ bool GridProperties::TakeValue(const Row& row, const CQORPProp::Value& value) {
       return true;
     }
     bool operator()(bool& (*flag)(PluginState&)) const {
-      flag(Owner.List.State()) = std::get<bool>(Value);
+      flag(Owner.Screen.State) = std::get<bool>(Value);
       return flag != &ManyBooks || !Owner.WarnsOfOpenBooks();
     }
   };
@@ -157,10 +160,10 @@ bool GridProperties::TakeValue(const Row& row, const CQORPProp::Value& value) {
 }
 
 void GridProperties::ApplyProperty(const CQORPProp& property) {
-  const PropertyItems& items = List.State().Properties;
+  const PropertyItems& items = Screen.State.Properties;
   const auto item = std::ranges::find(items, &property);
   if (item == items.end() || !TakeValue(kRows[item - items.begin()], property.GetValue())) return;
-  SaveGridSettings(kGridSettingsKey);
+  Shown.SaveGridSettings();
   Grid.RefreshRows(false);
   Grid.RedrawRows();
 }
@@ -171,17 +174,10 @@ void GridProperties::ShowSwitch(bool GridSettings::*flag) {
   if (flag == &GridSettings::HeaderHide) Grid.EnableHeader(!Settings.HeaderHide);
 }
 
-void GridProperties::LoadGridSettings(const std::wstring& key) {
-  if (!ReadGridSettings(key, Settings, List.State())) return;
+void GridProperties::ShowSettings() {
   if (Settings.Font) Grid.SetGridFont(WindowFontOf(*Settings.Font));
   FreezeColumns();
   ShowSwitch(&GridSettings::WholeRowSel);
   ShowSwitch(&GridSettings::GridLine);
   ShowSwitch(&GridSettings::HeaderHide);
-  ParentBar.RefreshBook(true);
-}
-
-void GridProperties::SaveGridSettings(const std::wstring& key) {
-  Settings.Font = FontBlockOf(Grid.GetGridFont());
-  WriteGridSettings(key, Settings, List.State());
 }

@@ -1,40 +1,37 @@
-// GridProperties: the eleven properties of a book as the terminal's pane shows them, what a change of each does to a
-// grid, and the settings that keep them.
+// GridProperties: the eleven properties of a book in the terminal's pane, and what a change of each does to the grid.
 #pragma once
 
 #include "book_windows/model/grid_settings.h"
 #include "toolkit/properties/property_list.h"
 
-class BookList;
-class CTradeBookBar;
+class Book;
+class TradeBookScreen;
 class CTradeBookGrid;
 
 class GridProperties {
  public:
-  GridProperties(BookList& list, CTradeBookBar& parentBar, CTradeBookGrid& grid)
-      : List(list), ParentBar(parentBar), Grid(grid) {}
+  GridProperties(TradeBookScreen& screen, Book& book, CTradeBookGrid& grid);
 
-  // Puts the properties as this grid has them into the list, and tells the terminal.
+  // Fills the list with the properties of this grid and tells the terminal.
   void PopulateProperties(CQORPPropList& list);
-  // Takes over the value of one of the items that the plug-in last filled a list with; any other changes nothing.
+  // Applies an item of the last filled list; any other is ignored.
   void ApplyProperty(const CQORPProp& property);
-  void LoadGridSettings(const std::wstring& key);
-  void SaveGridSettings(const std::wstring& key);
-
-  GridSettings Settings;
+  // Applies the loaded settings of the book to the grid.
+  void ShowSettings();
 
  private:
   struct Row;
   static const Row kRows[];
 
   std::unique_ptr<CQORPProp> MakeItem(const Row& row, int id) const;
-  // False where the change ends with a warning, and is not saved.
+  // False if the change ends with a warning and is not saved.
   bool TakeValue(const Row& row, const CQORPProp::Value& value);
   bool WarnsOfOpenBooks();
   void FreezeColumns();
   void ShowSwitch(bool GridSettings::*flag);
 
-  BookList& List;
-  CTradeBookBar& ParentBar;
+  TradeBookScreen& Screen;
+  Book& Shown;
+  GridSettings& Settings;
   CTradeBookGrid& Grid;
 };

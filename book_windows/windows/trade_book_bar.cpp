@@ -3,22 +3,49 @@
 #include <wx/dcclient.h>
 #include <wx/settings.h>
 
-#include "book_windows/windows/book_list.h"
+#include "book_windows/windows/book_screen.h"
 #include "foundations/text_tools.h"
+#include "toolkit/system/make_child.h"
 
-CTradeBookBar::CTradeBookBar(BookList& list, std::string bookName) : List(list), BookName(std::move(bookName)) {}
+namespace {
+constexpr int kStateIndex = 1;
+}
 
-// A layout that loses a bar resizes it: that has to come while it still is a book.
+CVELDMDIChildWnd::CVELDMDIChildWnd(wxWindow* parent) : CQORPMDIChildWnd(parent) {
+  Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
+    event.Skip();
+    if (GetBar() != nullptr) GetBar()->SetFocus();
+  });
+}
+
+CQORPMDIChildWnd* CVELDSDockingControlBar::CreateTabbedFrame(wxWindow* parent) {
+  return &MakeChild<CVELDMDIChildWnd>(parent);
+}
+
+bool CVELDSDockingControlBar::LoadState(CQORPRegistry& settings, const std::wstring& /*section*/, int /*index*/,
+                                        std::uint32_t id) {
+  return CQORPDockingControlBar::LoadState(settings, NarrowToWide(std::string(ProfileKey())), kStateIndex, id);
+}
+
+bool CVELDSDockingControlBar::SaveState(CQORPRegistry& settings, const std::wstring& /*section*/, int /*index*/,
+                                        std::uint32_t id) {
+  return CQORPDockingControlBar::SaveState(settings, NarrowToWide(std::string(ProfileKey())), kStateIndex, id);
+}
+
+CTradeBookBar::CTradeBookBar(TradeBookScreen& screen, Book& book) : Shown(book), Screen(screen) {}
+
+// Leaving the layout resizes the bar, which needs its windows; these need the book.
 CTradeBookBar::~CTradeBookBar() {
   ShowControlBar(false);
-  List.ForgetBar(*this);
+  DestroyChildren();
+  Screen.Registry.ForgetBook(Shown);
 }
 
 bool CTradeBookBar::CreateBook(CQORPDockingManager& manager, const wxRect& rect, std::uint32_t id) {
-  if (!CreateBar(manager, NarrowToWide(std::string(BookName)), rect, id)) return false;
-  auto dialog = new CDlgTradeBook(List, *this);
-  if (!dialog->CreateOn(*this)) return false;
-  Dialog = dialog;
+  if (!CreateBar(manager, NarrowToWide(std::string(Shown.Name)), rect, id)) return false;
+  auto& dialog = MakeChild<CDlgTradeBook>(Screen, Shown);
+  if (!dialog.CreateOn(*this)) return false;
+  Dialog = &dialog;
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     event.Skip();
     PlaceDialog();
@@ -42,76 +69,57 @@ void CTradeBookBar::DrawFrame() {
   dc.DrawRectangle(Dialog->GetRect().Inflate(1));
 }
 
-void CTradeBookBar::FollowState() {
-  const BookState& state = Grid()->State;
-  Grid()->Rows.Filtered = state.Filtered;
-  ProfileKey = state.Key(BookName, GetDlgCtrlID());
-  const std::wstring title = NarrowToWide(state.Title());
-  SetBarTitle(title);
-  Grid()->NameForReaders(title);
-  Dialog->ShowAverages(state.ShowsAverages());
+const std::string& CTradeBookBar::ProfileKey() const {
+  return Shown.ProfileKey;
 }
 
-void CTradeBookBar::RefreshBook(bool replaced) {
-  if (!HasGrid()) return;
+void CTradeBookBar::OnTitleChanged() {
+  const std::wstring title = NarrowToWide(Shown.State.Title());
+  SetBarTitle(title);
+  Grid()->NameForReaders(title);
+  Dialog->ShowAverages(Shown.State.ShowsAverages());
+}
+
+void CTradeBookBar::OnRowsChanged(bool replaced) {
   Grid()->RefreshRows(replaced);
-  if (replaced) Grid()->RecountTotals();
-  ShowSummary();
   Grid()->RedrawRows();
 }
 
-void CTradeBookBar::ShowSummary() {
-  Dialog->ShowSummary(Grid()->Line);
+int CTradeBookBar::CurrentRow() {
+  Grid()->FollowNewRows();
+  return Grid()->GetCurSel();
 }
 
-void CTradeBookBar::CloseByEscape() {
-  if (GetParentMiniFrame() != nullptr) List.CloseBook(*this, BookList::Close::HideBar);
+bool CTradeBookBar::HoldsFocus() const {
+  for (const wxWindow* window = wxWindow::FindFocus(); window != nullptr; window = window->GetParent())
+    if (window == Grid()) return true;
+  return false;
 }
 
-void CTradeBookBar::NarrowToFilter() {
-  List.NarrowToFilter(*this);
+BookPlace CTradeBookBar::Place() const {
+  const wxRect rect = GetScreenRect();
+  return {IsDocked(), IsMDITabbed(), {rect.x, rect.y, rect.x + rect.width, rect.y + rect.height}};
 }
 
-// The toolkit's own action is not run: the list hides the bar, or leaves one alone that is none of its books.
+// The toolkit's own action is not run: the registry hides the bar, or ignores one that is none of its books.
 void CTradeBookBar::OnPressCloseButton() {
-  List.CloseBook(*this, BookList::Close::HideBar);
+  Screen.Registry.CloseBook(Shown, BookRegistry::Close::HideBar);
 }
 
-// The tab goes on closing even where the bar is in no list.
+// The tab closes even if the bar is in no list.
 int CTradeBookBar::OnTabCloseButton() {
-  List.CloseBook(*this, BookList::Close::LeaveToTab);
+  Screen.Registry.CloseBook(Shown, BookRegistry::Close::LeaveToTab);
   return 1;
 }
 
 // Alt keys are the terminal's.
 bool CTradeBookBar::PreTranslateMessage(wxKeyEvent& event) {
   if (event.AltDown() || event.GetKeyCode() != WXK_ESCAPE) return false;
-  CloseByEscape();
+  Screen.Registry.CloseByEscape(Shown);
   return true;
 }
 
 void CTradeBookBar::OnBarFocus() {
-  if (List.Host().ApplicationFocus) List.Host().ApplicationFocus(this, false);
-  if (HasGrid()) Grid()->SetFocus();
-}
-
-namespace {
-constexpr int kStateIndex = 1;
-}
-
-CVELDMDIChildWnd::CVELDMDIChildWnd(wxWindow* parent) : CQORPMDIChildWnd(parent) {
-  Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
-    event.Skip();
-    if (GetBar() != nullptr) GetBar()->SetFocus();
-  });
-}
-
-bool CVELDSDockingControlBar::LoadState(CQORPRegistry& settings, const std::wstring& /*section*/, int /*index*/,
-                                        std::uint32_t id) {
-  return CQORPDockingControlBar::LoadState(settings, NarrowToWide(std::string(ProfileKey)), kStateIndex, id);
-}
-
-bool CVELDSDockingControlBar::SaveState(CQORPRegistry& settings, const std::wstring& /*section*/, int /*index*/,
-                                        std::uint32_t id) {
-  return CQORPDockingControlBar::SaveState(settings, NarrowToWide(std::string(ProfileKey)), kStateIndex, id);
+  Screen.Host.ApplicationFocus(this, false);
+  if (Dialog != nullptr) Grid()->SetFocus();
 }

@@ -1,80 +1,74 @@
-// CTradeBookBar: the docking bar that a book lives in, and what the trade cache sees of the book. It holds one dialog
-// and answers for closing.
+// CTradeBookBar: the docking bar of a book. It holds one dialog, answers for closing, and is the book's window to the
+// model.
 #pragma once
-
-#include <string>
 
 #include "book_windows/windows/trade_book_dialog.h"
 #include "toolkit/bars/docking_control_bar.h"
-#include "trade_data/cache/trade_cache.h"
 
-// CVELDSDockingControlBar: the base of the plug-ins' bars, whose place is kept under the bar's own key, and
-// CVELDMDIChildWnd: the frame that such a bar stands in as a tab.
+class TradeBookScreen;
+
+// The frame of a tabbed bar. Passes the focus on to the bar.
 class CVELDMDIChildWnd : public CQORPMDIChildWnd {
  public:
-  // The focus passes to the bar that it holds.
   explicit CVELDMDIChildWnd(wxWindow* parent);
 };
 
+// The base of the plug-ins' bars: the toolkit keeps their place under the bar's own key.
 class CVELDSDockingControlBar : public CQORPDockingControlBar {
  public:
-  // Under ProfileKey, whatever section and index the caller names.
+  virtual const std::string& ProfileKey() const = 0;
+  // Under ProfileKey; section and index of the caller are ignored.
   bool LoadState(CQORPRegistry& settings, const std::wstring& section, int index, std::uint32_t id) override;
   bool SaveState(CQORPRegistry& settings, const std::wstring& section, int index, std::uint32_t id) override;
-  CQORPMDIChildWnd* CreateTabbedFrame(wxWindow* parent) override { return new CVELDMDIChildWnd(parent); }
-
-  std::string ProfileKey;  // the book's key
+  CQORPMDIChildWnd* CreateTabbedFrame(wxWindow* parent) override;
 };
 
-class BookList;
-
-class CTradeBookBar : public CVELDSDockingControlBar, public TradeBook {
+class CTradeBookBar : public CVELDSDockingControlBar, public BookWindow {
  public:
-  CTradeBookBar(BookList& list, std::string bookName);
-  // A bar that goes with its frame leaves the list of books first.
+  CTradeBookBar(TradeBookScreen& screen, Book& book);
   ~CTradeBookBar() override;
 
-  // False when a window could not be made.
+  // False if a window could not be made.
   bool CreateBook(CQORPDockingManager& manager, const wxRect& rect, std::uint32_t id);
-
-  CTradeBookGrid* Grid() const noexcept { return Dialog == nullptr ? nullptr : Dialog->Grid; }
-  const std::string& Name() const noexcept { return BookName; }
-  // Rows, key, title and average controls follow the state of the grid's book.
-  void FollowState();
-  // Rows, totals and screen: at the beat, when rows have only come in and totals have followed, and after rows were
-  // replaced.
-  void RefreshBook(bool replaced);
-  void ShowSummary();
-
-  // The close by Escape: only of a floating bar.
-  void CloseByEscape();
-  void NarrowToFilter();
+  CTradeBookGrid* Grid() const noexcept { return Dialog->Grid; }
 
   void OnPressCloseButton() override;
   int OnTabCloseButton() override;
   bool PreTranslateMessage(wxKeyEvent& event) override;
   void OnBarFocus() override;
 
-  bool HasGrid() const override { return Grid() != nullptr; }
-  bool HasWindow() const override { return Grid() != nullptr; }
-  bool FilterActive() const override { return HasGrid() && Grid()->Rows.Filters.Active(); }
-  void MakeRoom(std::size_t rows) override {
-    if (HasGrid()) Grid()->Rows.MakeRoom(rows);
-  }
-  bool AdmitRow(TradeRecord& record) override { return HasGrid() && Grid()->Rows.AdmitRow(record); }
-  void UpdateTotals(const TradeRecord& record) override { Grid()->AddToTotals(record); }
-  void RefilterRow(TradeRecord& record) override { Grid()->Rows.RefilterRow(record); }
-  void CopyAllRows(const TradeNumberMap& trades, std::int32_t nextTradeNumber) override {
-    Grid()->Rows.CopyAllRows(trades, nextTradeNumber);
-  }
-  void ClearRows() override { Grid()->Rows.ClearRows(); }
+  void OnRowsChanged(bool replaced) override;
+  void OnTotalsChanged() override { Dialog->ShowSummary(); }
+  void OnTitleChanged() override;
+  void OnSortChanged() override { Grid()->ShowSort(); }
+  void OnSettingsChanged() override { Grid()->Properties.ShowSettings(); }
+  std::vector<int> BeginVirtualMode() override { return Grid()->BeginVirtualMode(); }
+  int CurrentRow() override;
+  void ClearCurrentRow() override { Grid()->SetCurSel(-1); }
+  void ShowBar(bool shown) override { ShowControlBar(shown); }
+  void FocusBar() override { SetFocus(); }
+  void FocusGrid() override { Grid()->SetFocus(); }
+  bool HoldsFocus() const override;
+  bool Floats() const override { return GetParentMiniFrame() != nullptr; }
+  BookPlace Place() const override;
+  void LoadPlace(CQORPRegistry& settings) override { LoadState(settings, {}, 0, GetDlgCtrlID()); }
+  void SavePlace(CQORPRegistry& settings) override { SaveState(settings, {}, 0, GetDlgCtrlID()); }
+  void SaveColumnProfile() override { Grid()->SaveColumnProfile(); }
+  GridFont Font() const override { return Grid()->StoredFont(); }
+  void PopulateProperties(CQORPPropList& list) override { Grid()->PopulateProperties(list); }
+  void ApplyProperty(const CQORPProp& property) override { Grid()->Properties.ApplyProperty(property); }
+  void* BarAddress() override { return this; }
+  const void* GridAddress() const override { return static_cast<const wxWindow*>(Grid()); }
+  void DestroyBar() override { Destroy(); }
+
+  const std::string& ProfileKey() const override;
 
   CDlgTradeBook* Dialog = nullptr;  // a child window
+  Book& Shown;
 
  private:
   void PlaceDialog();
   void DrawFrame();
 
-  BookList& List;
-  std::string BookName;
+  TradeBookScreen& Screen;
 };

@@ -1,10 +1,11 @@
-// The commands of a book's menu: which there are, when they can be had, and those that are the grid's own.
+// The commands of a book's menu: one table of them, and those that are the grid's own.
 #include <wx/dcclient.h>
 #include <wx/utils.h>
 
-#include "book_windows/windows/book_list.h"
-#include "book_windows/windows/trade_book_bar.h"
-#include "book_windows/windows/trade_book_commands.h"
+#include <algorithm>
+
+#include "book_windows/windows/book_screen.h"
+#include "book_windows/windows/trade_book_grid.h"
 #include "grid_ops/columns/cell_text.h"
 #include "grid_ops/exports/csv_export.h"
 #include "host_link/messages/packet_writer.h"
@@ -25,56 +26,83 @@ void Tell(wxWindow& parent, const wchar_t* text) {
   box.ShowModal();
 }
 
+constexpr CQORPMenuItem Entry(int level, int id, const wchar_t* text) {
+  return {CQORPMenuItem::Kind::Command, level, id, text};
+}
+constexpr CQORPMenuItem Submenu(const wchar_t* text) {
+  return {CQORPMenuItem::Kind::Submenu, 0, 0, text};
+}
+constexpr CQORPMenuItem Separator(int level) {
+  return {CQORPMenuItem::Kind::Separator, level};
+}
+
 }  // namespace
 
-// A command without an update can always be had, like one that EnableCommand enables.
+// A row of the grid's menu, resource 30001: what it shows, what it runs, when it is enabled. Without Update it always
+// is; File is set for the commands of the menu "Export CSV".
 struct CTradeBookGrid::Command {
-  int Id;
-  void (CTradeBookGrid::*Run)();
+  CQORPMenuItem Item;
+  void (CTradeBookGrid::*Run)() = nullptr;
   void (CTradeBookGrid::*Update)(wxUpdateUIEvent&) = nullptr;
+  const CsvCommand* File = nullptr;
 };
 
 const CTradeBookGrid::Command CTradeBookGrid::kCommands[] = {
-    {57634, &CTradeBookGrid::OnCopy, &CTradeBookGrid::EnableCommand},
-    {30003, &CTradeBookGrid::OnCopyHtml, &CTradeBookGrid::UpdateHtmlCopy},
-    {30004, &CTradeBookGrid::SelectAll, &CTradeBookGrid::EnableCommand},
-    {30008, &CTradeBookGrid::OnProperty},
-    {30017, &CTradeBookGrid::ChooseFields},
-    {30018, &CTradeBookGrid::ShowAllColumns, &CTradeBookGrid::EnableCommand},
-    {30019, &CTradeBookGrid::RemoveAllColumns},
-    {30016, &CTradeBookGrid::RemoveSort, &CTradeBookGrid::EnableCommand},
-    {30020, &CTradeBookGrid::OnSizeToFit, &CTradeBookGrid::EnableCommand},
-    {30022, &CTradeBookGrid::SaveColumnProfile},
-    {30021, &CTradeBookGrid::ResetColumns},
-    {30023, &CTradeBookGrid::ToggleFilterBar, &CTradeBookGrid::UpdateFilterMenuText},
-    {30024, &CTradeBookGrid::ResetFilter, &CTradeBookGrid::EnableCommand},
-    {kAllColumnsCommand, &CTradeBookGrid::ExportCsv<kAllColumnsCommand>, &CTradeBookGrid::EnableCommand},
-    {kVisibleColumnsCommand, &CTradeBookGrid::ExportCsv<kVisibleColumnsCommand>, &CTradeBookGrid::EnableCommand},
-    {kManualExportCommand, &CTradeBookGrid::ExportCsv<kManualExportCommand>, &CTradeBookGrid::EnableCommand},
-    {kSelectedColumnsCommand, &CTradeBookGrid::ExportCsv<kSelectedColumnsCommand>,
-     &CTradeBookGrid::UpdateSelectedColumns},
-    {30015, &CTradeBookGrid::WriteExchangeFiles, &CTradeBookGrid::EnableCommand},
+    {Entry(0, 30015, L"Exchange Trade Format"), &CTradeBookGrid::WriteExchangeFiles, &CTradeBookGrid::EnableCommand},
+    {Submenu(L"Column Header")},
+    {Entry(1, 30017, L"Field Choose"), &CTradeBookGrid::ChooseFields},
+    {Entry(1, 30018, L"Show All"), &CTradeBookGrid::ShowAllColumns, &CTradeBookGrid::EnableCommand},
+    {Entry(1, 30019, L"Remove All"), &CTradeBookGrid::RemoveAllColumns},
+    {Separator(1)},
+    {Entry(1, 30016, L"Remove Sort"), &CTradeBookGrid::RemoveSort, &CTradeBookGrid::EnableCommand},
+    {Entry(1, 30020, L"Size To Fit"), &CTradeBookGrid::OnSizeToFit, &CTradeBookGrid::EnableCommand},
+    {Entry(1, 30022, L"Save Column Profile"), &CTradeBookGrid::SaveColumnProfile},
+    {Entry(1, 30021, L"Reset"), &CTradeBookGrid::ResetColumns},
+    {Submenu(L"Export CSV")},
+    {Entry(1, 30010, L"All Columns"), nullptr, &CTradeBookGrid::EnableCommand, FindCsvCommand(30010)},
+    {Entry(1, 30011, L"Visible Columns"), nullptr, &CTradeBookGrid::EnableCommand, FindCsvCommand(30011)},
+    {Entry(1, 30013, L"Selected Columns"), nullptr, &CTradeBookGrid::UpdateSelectedColumns, FindCsvCommand(30013)},
+    {Entry(1, 30012, L"Manual Export"), nullptr, &CTradeBookGrid::EnableCommand, FindCsvCommand(30012)},
+    {Separator(0)},
+    {Entry(0, 57634, L"&Copy"), &CTradeBookGrid::OnCopy, &CTradeBookGrid::EnableCommand},
+    {Entry(0, 30003, L"Copy as &HTML"), &CTradeBookGrid::OnCopyHtml, &CTradeBookGrid::UpdateHtmlCopy},
+    {Entry(0, 30004, L"Select A&ll"), &CTradeBookGrid::SelectAll, &CTradeBookGrid::EnableCommand},
+    {Separator(0)},
+    {Entry(0, 30023, L"Show Filter"), &CTradeBookGrid::ToggleFilterBar, &CTradeBookGrid::UpdateFilterMenuText},
+    {Entry(0, 30024, L"Reset Filter"), &CTradeBookGrid::ResetFilter, &CTradeBookGrid::EnableCommand},
+    {Entry(0, 30008, L"Property"), &CTradeBookGrid::OnProperty},
 };
+
+std::span<const CQORPMenuItem> CTradeBookGrid::GridMenu() {
+  static const std::vector<CQORPMenuItem> items = [] {
+    std::vector<CQORPMenuItem> all;
+    for (const Command& command : kCommands) all.push_back(command.Item);
+    return all;
+  }();
+  return items;
+}
+
+const CTradeBookGrid::Command* CTradeBookGrid::FindCommand(int id) {
+  const auto found = std::ranges::find(kCommands, id, [](const Command& command) { return command.Item.Id; });
+  return id == 0 || found == std::end(kCommands) ? nullptr : found;
+}
 
 void CTradeBookGrid::BindCommands() {
   Bind(wxEVT_MENU, [this](wxCommandEvent& event) {
-    for (const Command& command : kCommands)
-      if (command.Id == event.GetId()) return (this->*command.Run)();
-    event.Skip();
+    const Command* command = FindCommand(event.GetId());
+    if (command == nullptr) return event.Skip();
+    if (command->File != nullptr) return Exports.ExportCsv(*command->File);
+    (this->*command->Run)();
   });
   Bind(wxEVT_UPDATE_UI, [this](wxUpdateUIEvent& event) {
-    for (const Command& command : kCommands)
-      if (command.Id == event.GetId() && command.Update != nullptr) return (this->*command.Update)(event);
-    event.Skip();
+    const Command* command = FindCommand(event.GetId());
+    if (command == nullptr || command->Update == nullptr) return event.Skip();
+    (this->*command->Update)(event);
   });
-}
-
-std::span<const CQORPMenuItem> CTradeBookGrid::ContextMenu() const {
-  return kGridMenu;
 }
 
 void CTradeBookGrid::OnShowContextMenu(const wxPoint& point) {
-  ShowContextMenu(*this, kGridMenu, point);
+  ShowContextMenu(*this, GridMenu(), point);
 }
 
 void CTradeBookGrid::UpdateHtmlCopy(wxUpdateUIEvent& event) {
@@ -93,10 +121,10 @@ bool CTradeBookGrid::CopyGuard() {
   return refusal == nullptr;
 }
 
-// The guard looks at this grid, the copy is that of the grid with the focus: meant so.
+// Intentional: the guard checks this grid, the copy is of the grid with the focus.
 void CTradeBookGrid::OnCopy() {
   if (!CopyGuard()) return;
-  CTradeBookGrid* focused = List.FocusedGrid();
+  CTradeBookGrid* focused = TradeBookScreen::FocusedGrid();
   if (focused == nullptr) return;
   focused->FollowNewRows();
   focused->Copy();
@@ -110,18 +138,18 @@ void CTradeBookGrid::OnCopyHtml() {
 void CTradeBookGrid::OnProperty() {
   CQORPacketWriter message(0);
   message.AddU16(10002, 32003);
-  message.AddU64(30002, List.Callbacks().PropertyListRequest);
-  message.AddU64(30031, List.Callbacks().PropertyChanged);
+  message.AddU64(30002, Screen.Callbacks.PropertyListRequest);
+  message.AddU64(30031, Screen.Callbacks.PropertyChanged);
   message.AddU64(30001, reinterpret_cast<std::uint64_t>(this));
-  List.Terminal().PluginDataSend(message);
+  Screen.Terminal.PluginDataSend(message);
 }
 
-// With rows their texts count alone, so that a column can become narrower than its title: meant so.
+// Intentional: with rows only their texts count; a column can become narrower than its title.
 void CTradeBookGrid::OnSizeToFit() {
   const wxBusyCursor wait;
   wxClientDC dc(GetRowsWindow());
   dc.SetFont(GetGridFont());
-  const std::vector<int> widths = Rows.RowCount() == 0 ? TitleWidths(dc) : WidestCells(dc);
+  const std::vector<int> widths = Shown.Rows.RowCount() == 0 ? TitleWidths(dc) : WidestCells(dc);
   for (int column = 0; column < GetColumnCount(); ++column)
     if (!GetColumnsInfo().GetColumnLocked(column))
       GetColumnsInfo().SetColumnWidth(
@@ -142,8 +170,8 @@ std::vector<int> CTradeBookGrid::TitleWidths(wxDC& dc) const {
 std::vector<int> CTradeBookGrid::WidestCells(wxDC& dc) const {
   TextMeasures measures(dc);
   std::vector<WidestText> widest(static_cast<std::size_t>(GetColumnCount()), WidestText(measures));
-  const std::string& server = List.State().TradeStore.ServerName;
-  for (const TradeRecord* row : Rows.RowRecords())
+  const std::string& server = Screen.State.TradeStore.ServerName;
+  for (const TradeRecord* row : Shown.Rows.RowRecords())
     for (std::size_t column = 0; column < widest.size(); ++column) {
       CellScratch scratch;
       widest[column].Offer(ShownText(server, *row, static_cast<int>(column), scratch));

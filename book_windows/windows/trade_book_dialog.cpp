@@ -1,16 +1,16 @@
 #include "book_windows/windows/trade_book_dialog.h"
 
 #include <algorithm>
-#include <memory>
 
 #include "book_windows/windows/book_dialog_template.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
 constexpr int kSummaryHeightPx = 25;  // at 100 %, as the heights of the font
 constexpr int kLargestFontPx = 13, kSmallestFontPx = 8;
 
-// A window of its own: with wxGTK a tool tip of the dialog would come up over the grid as well.
+// A separate window: on wxGTK a tool tip of the dialog would also show over the grid.
 class SummaryStrip : public wxPanel {
  public:
   explicit SummaryStrip(wxWindow& dialog)
@@ -22,7 +22,8 @@ class SummaryStrip : public wxPanel {
 
 }  // namespace
 
-CDlgTradeBook::CDlgTradeBook(BookList& list, CTradeBookBar& parentBar) : Grid(new CTradeBookGrid(list, parentBar)) {}
+CDlgTradeBook::CDlgTradeBook(TradeBookScreen& screen, Book& book)
+    : Grid(&MakeChild<CTradeBookGrid>(screen, book)), Shown(book) {}
 
 bool CDlgTradeBook::CreateOn(wxWindow& bar) {
   if (!CreateChild(&bar, kBookDialog, kBookDialogWidth, kBookDialogHeight, kBookDialogControls)) return false;
@@ -34,11 +35,12 @@ bool CDlgTradeBook::CreateOn(wxWindow& bar) {
     PlaceControls();
   });
   PlaceControls();
+  ShowAverages(Shown.State.ShowsAverages());
   return true;
 }
 
 void CDlgTradeBook::MakeStrip() {
-  Strip = std::make_unique<SummaryStrip>(*this).release();  // the dialog owns it
+  Strip = &MakeChild<SummaryStrip>(*this);
   TellUnderPointer(*Strip);
   const wxFont font = SummaryFont();
   for (const DialogControl& control : kLineControls) {
@@ -50,8 +52,7 @@ void CDlgTradeBook::MakeStrip() {
   }
 }
 
-// The template's font is a bold one of five pixels, which no screen of today can show. The largest with which the line
-// fits stands for it.
+// The template asks for a bold font of five pixels, which is unreadable today: the largest one that fits replaces it.
 wxFont CDlgTradeBook::SummaryFont() const {
   const auto bold = [this](int heightPx) { return wxFont(wxFontInfo(wxSize(0, FromDIP(heightPx))).Bold()); };
   int heightPx = kLargestFontPx;
@@ -68,7 +69,7 @@ bool CDlgTradeBook::LineFits(const wxFont& font) const {
   });
 }
 
-// Edges are rounded, not lengths, so that what touches in units touches in pixels.
+// Rounds edges, not lengths: controls that touch in units touch in pixels.
 wxRect CDlgTradeBook::PlaceInStrip(const DialogControl& control) const {
   const auto across = [this](int units) { return (FromDIP(units * kFourUnitsPx) + 2) / 4; };
   const auto down = [this](int units) { return (FromDIP(units * kEightUnitsPx) + 4) / 8; };
@@ -85,8 +86,9 @@ void CDlgTradeBook::PlaceControls() {
   for (const DialogControl& control : kLineControls) GetStatic(control.Id)->SetSize(PlaceInStrip(control));
 }
 
-void CDlgTradeBook::ShowSummary(SummaryLine& line) {
-  const GridSettings& colors = Grid->Properties.Settings;
+void CDlgTradeBook::ShowSummary() {
+  SummaryLine& line = Shown.Line;
+  const GridSettings& colors = Shown.Settings;
   bool changed = false;
   for (const SummaryControl& control : kSummaryControls) {
     const SummaryLine::Control& total = line.Of(control.Value);
@@ -105,8 +107,8 @@ void CDlgTradeBook::ShowAverages(bool shown) {
   TellAllTotals();
 }
 
-// With Windows a control hides the tool tip of what lies under it, so that each has its own; only that under the
-// pointer is kept up to date, as a beat has no time for all of them.
+// On Windows a control hides the tool tip of the window below it, so each has its own. Only the one under the pointer
+// is updated: a beat has no time for all.
 void CDlgTradeBook::TellUnderPointer(wxWindow& window) {
   window.Bind(wxEVT_ENTER_WINDOW, [this, &window](wxMouseEvent& event) {
     event.Skip();
@@ -119,8 +121,8 @@ void CDlgTradeBook::TellUnderPointer(wxWindow& window) {
   });
 }
 
-// A narrow book does not show the whole line.
+// A narrow book shows only part of the line.
 void CDlgTradeBook::TellAllTotals() {
   if (Pointed == nullptr) return;
-  Pointed->SetToolTip(Grid->Line.AllTotals(GetStatic(kAverageControls[0])->IsShown()));
+  Pointed->SetToolTip(Shown.Line.AllTotals(GetStatic(kAverageControls[0])->IsShown()));
 }

@@ -1,5 +1,4 @@
-// CDlgTradeBook: fills a book's bar: the grid on top, under it one line of totals. It has no rule of its own but where
-// things stand.
+// CDlgTradeBook: fills the bar of a book: the grid, and one line of totals below it.
 #pragma once
 
 #include "book_windows/windows/trade_book_grid.h"
@@ -7,12 +6,12 @@
 
 class CDlgTradeBook : public CQORPDialog {
  public:
-  CDlgTradeBook(BookList& list, CTradeBookBar& parentBar);
+  CDlgTradeBook(TradeBookScreen& screen, Book& book);
 
   // False when a window could not be made.
   bool CreateOn(wxWindow& bar);
-  // Writes what of the line has changed since it was last written.
-  void ShowSummary(SummaryLine& line);
+  // Writes the totals that have changed since they were last written.
+  void ShowSummary();
   void ShowAverages(bool shown);
 
   CTradeBookGrid* Grid;  // a child window
@@ -26,6 +25,7 @@ class CDlgTradeBook : public CQORPDialog {
   void TellUnderPointer(wxWindow& window);
   void TellAllTotals();
 
+  Book& Shown;
   wxWindow* Pointed = nullptr;  // the window of the line that the pointer is over
   wxWindow* Strip = nullptr;    // under the grid, with the controls of the line; a child window
 };

@@ -4,8 +4,7 @@
 
 #include <algorithm>
 
-#include "book_windows/windows/book_list.h"
-#include "book_windows/windows/trade_book_bar.h"
+#include "book_windows/windows/book_screen.h"
 #include "book_windows/windows/window_font.h"
 #include "foundations/text_tools.h"
 #include "grid_ops/columns/cell_text.h"
@@ -21,13 +20,12 @@ constexpr const char* kGridName = "Trade Book";
 
 }  // namespace
 
-CTradeBookGrid::CTradeBookGrid(BookList& list, CTradeBookBar& parentBar)
-    : CVELDSGridCtrl(kTradeGrid, kGridName, L"ColumnProfile", list.Host()),
-      Rows(list.State().TradeStore),
-      Properties(list, parentBar, *this),
-      List(list),
-      ParentBar(parentBar),
-      Exports(list, *this) {
+CTradeBookGrid::CTradeBookGrid(TradeBookScreen& screen, Book& book)
+    : CVELDSGridCtrl(kTradeGrid, kGridName, L"ColumnProfile", screen.Host),
+      Shown(book),
+      Properties(screen, book, *this),
+      Screen(screen),
+      Exports(screen, *this) {
   LoadColumnProfileFile();
 }
 
@@ -35,7 +33,7 @@ bool CTradeBookGrid::Create(wxWindow* parent, int id) {
   if (!CVELDSGridCtrl::Create(parent, id)) return false;
   BindCommands();
   EnableMarkSortedColumn(true);
-  EnableHeader(!Properties.Settings.HeaderHide);
+  EnableHeader(!Shown.Settings.HeaderHide);
   EnableRowHeader(true);
   BuildColumns();
   SetStoredFont();
@@ -69,19 +67,19 @@ void CTradeBookGrid::TellTerminal() {
   CQORPacketWriter message(0);
   message.AddU16(10002, 32021);
   message.AddU64(30001, reinterpret_cast<std::uint64_t>(this));
-  message.AddU64(30002, List.Callbacks().OnPluginMessage);
-  List.Terminal().PluginDataSend(message);
+  message.AddU64(30002, Screen.Callbacks.OnPluginMessage);
+  Screen.Terminal.PluginDataSend(message);
 }
 
-// The whole row takes the colours of its side; a row of another side keeps the grid's.
+// A row has the colours of its side; a row of another side keeps the grid's.
 bool CTradeBookGrid::ShowCell(int row, int column, CQORPGridCell& cell) const {
   if (column < 0) return true;
-  TradeRecord record;
-  if (row < 0 || !Rows.GetRecordCopy(static_cast<std::size_t>(row), record)) return false;
-  SetShownText(cell.Text, List.State().TradeStore.ServerName, record, column);
-  const GridSettings& colors = Properties.Settings;
-  if (record.Side == kBuy) cell.Background = colors.BuyColor, cell.TextColor = colors.FontBuyColor;
-  if (record.Side == kSell) cell.Background = colors.SellColor, cell.TextColor = colors.FontSellColor;
+  const TradeRecord* record = row < 0 ? nullptr : Shown.Rows.RecordAt(static_cast<std::size_t>(row));
+  if (record == nullptr) return false;
+  SetShownText(cell.Text, Screen.State.TradeStore.ServerName, *record, column);
+  const GridSettings& colors = Shown.Settings;
+  if (record->Side == kBuy) cell.Background = colors.BuyColor, cell.TextColor = colors.FontBuyColor;
+  if (record->Side == kSell) cell.Background = colors.SellColor, cell.TextColor = colors.FontSellColor;
   return true;
 }
 
@@ -91,24 +89,27 @@ void CTradeBookGrid::OnDrawValue(wxRect& rect) const {
   rect.width += kTextShiftPx;
 }
 
-void CTradeBookGrid::BeginVirtualMode() {
-  Show();
-  for (int column = 0; column < GetColumnCount(); ++column)
-    if (GetColumnsInfo().GetColumnState(column) != 0) Rows.SortColumns.push_back(column);
-  EnableVirtualMode([this](int row, int column, CQORPGridCell& cell) { return ShowCell(row, column, cell); });
-  if (!Rows.SortColumns.empty()) Rows.CopyNumberedRows();
-  AdjustLayout();
-  SetFocus();
+std::vector<int> CTradeBookGrid::SortMarks() const {
+  std::vector<int> states;
+  for (int column = 0; column < GetColumnCount(); ++column) states.push_back(GetColumnsInfo().GetColumnState(column));
+  return states;
 }
 
-// Rows come in at one place: on top, and in a sorted book below the sorted rows.
+std::vector<int> CTradeBookGrid::BeginVirtualMode() {
+  Show();
+  EnableVirtualMode([this](int row, int column, CQORPGridCell& cell) { return ShowCell(row, column, cell); });
+  AdjustLayout();
+  SetFocus();
+  return SortMarks();
+}
+
+// New rows enter at one place: on top, in a sorted book below the sorted rows.
 void CTradeBookGrid::CountRows(bool replaced) {
-  const int count = static_cast<int>(Rows.RowCount());
-  SetVirtualRows(count, replaced ? 0 : count - GetVirtualRows(), static_cast<int>(Rows.NewestRow().value_or(0)));
+  const int count = static_cast<int>(Shown.Rows.RowCount());
+  SetVirtualRows(count, replaced ? 0 : count - GetVirtualRows(), static_cast<int>(Shown.Rows.NewestRow().value_or(0)));
 }
 
 void CTradeBookGrid::RefreshRows(bool replaced) {
-  if (!IsVirtualMode()) BeginVirtualMode();
   const int before = GetCurSel();
   CountRows(replaced);
   const int count = GetVirtualRows();
@@ -119,75 +120,39 @@ void CTradeBookGrid::RefreshRows(bool replaced) {
     SetCurSel(count - 1);
 }
 
-AverageBasis CTradeBookGrid::Basis() const {
-  return {State.Filtered, List.State().SelectedKey, List.State().RestoredKey, List.Masters()};
-}
-
-void CTradeBookGrid::RecountTotals() {
-  Totals.RecountTotals(Rows.Rows, Basis(), Line);
-}
-void CTradeBookGrid::AddToTotals(const TradeRecord& record) {
-  Totals.UpdateTotals(record, Basis(), Line);
-}
-
 void CTradeBookGrid::ApplyProperties(CQORPProp& property) {
-  List.ApplyPropertyToAllBooks(property);
+  Screen.Registry.ApplyPropertyToAllBooks(property);
 }
 
-bool CTradeBookGrid::SelectedSecurity(std::string& exchange, std::string& securityId) {
-  FollowNewRows();
-  TradeRecord record;
-  const int row = GetCurSel();
-  if (row < 0 || !Rows.GetRecordCopy(static_cast<std::size_t>(row), record)) return false;
-  exchange = record.Exchange;
-  securityId = record.SecurityID;
-  return true;
+GridFont CTradeBookGrid::StoredFont() const {
+  return FontBlockOf(GetGridFont());
 }
 
-std::vector<SortState> CTradeBookGrid::SortStates() const {
-  std::vector<SortState> states;
-  for (const int column : Rows.SortColumns) states.push_back({column, GetColumnsInfo().GetColumnState(column)});
-  return states;
-}
-
-void CTradeBookGrid::ResortRows() {
-  Rows.ResortRows(SortStates());
-  RefreshRows(true);
-  RedrawRows();
+void CTradeBookGrid::ShowSort() {
+  CQORPGridColumnsInfo& columns = GetColumnsInfo();
+  for (int column = 0; column < GetColumnCount(); ++column) {
+    const int state = Shown.Sort.StateOf(column);
+    if (state == columns.GetColumnState(column)) continue;
+    if (state == 0)
+      columns.RemoveSortColumn(column);
+    else
+      columns.SetSortColumn(column, state > 0, IsMultipleSort());
+  }
+  AdjustLayout();
 }
 
 void CTradeBookGrid::ToggleSortColumn(int column) {
   const wxBusyCursor wait;
-  CQORPGridColumnsInfo& columns = GetColumnsInfo();
-  const SortStep step = ::ToggleSortColumn(Rows.SortColumns, column, columns.GetColumnState(column), IsMultipleSort());
-  if (step == SortStep::Remove) {
-    columns.RemoveSortColumn(column);
-  } else {
-    SetCurSel(-1);
-    columns.SetSortColumn(column, step == SortStep::Rising, IsMultipleSort());
-  }
-  ResortRows();
-  AdjustLayout();
-}
-
-// Rows stand as the marks say: columns that have lost theirs sort no longer. Without a sort the book has its own rows
-// again, the newest on top.
-void CTradeBookGrid::DropLostSorts() {
-  const std::size_t sorted = Rows.SortColumns.size();
-  std::erase_if(Rows.SortColumns, [this](int column) { return GetColumnsInfo().GetColumnState(column) == 0; });
-  if (Rows.SortColumns.size() == sorted) return;
-  if (!Rows.SortColumns.empty()) return ResortRows();
-  Rows.RebuildRows();
-  ShowReplacedRows();
+  Shown.ToggleSortColumn(column, IsMultipleSort());
 }
 
 void CTradeBookGrid::ResetColumns() {
   CVELDSGridCtrl::ResetColumns();
-  DropLostSorts();
+  Shown.KeepMarkedSort(SortMarks());
 }
 void CTradeBookGrid::RemoveSort() {
   CVELDSGridCtrl::RemoveSort();
-  DropLostSorts();
+  Shown.KeepMarkedSort(SortMarks());
 }
 
 void CTradeBookGrid::SaveColumnProfile() {
@@ -196,38 +161,22 @@ void CTradeBookGrid::SaveColumnProfile() {
   SaveColumnProfileFile();
 }
 
-// The totals are those of the rows that are left.
-void CTradeBookGrid::ShowReplacedRows() {
-  RefreshRows(true);
-  RecountTotals();
-  ParentBar.ShowSummary();
-  RedrawRows();
-}
-
 void CTradeBookGrid::OnFilterBarChanged(int column, const std::wstring& text) {
   const wxBusyCursor wait;
-  if (Rows.OnFilterBarChanged(column, text)) ShowReplacedRows();
+  Shown.OnFilterBarChanged(column, text);
 }
 
 void CTradeBookGrid::OnFilterBarClearAll() {
   CVELDSGridCtrl::OnFilterBarClearAll();
-  if (!Rows.Filters.Active()) return;
   const wxBusyCursor wait;
-  Rows.OnFilterBarClearAll();
-  ShowReplacedRows();
+  Shown.OnFilterBarClearAll();
 }
 
-// Ctrl+C goes on to the base. Alt keys are the terminal's. Escape narrows a wide book to its filter, and closes one
-// that is filtered where it floats.
+// Ctrl+C goes on to the base. Alt keys are the terminal's.
 bool CTradeBookGrid::PreTranslateMessage(wxKeyEvent& event) {
   if (event.AltDown()) return false;
   if (event.ControlDown() && event.GetKeyCode() == 'C') OnCopy();
   if (event.GetKeyCode() != WXK_ESCAPE) return CVELDSGridCtrl::PreTranslateMessage(event);
-  if (State.Filtered) {
-    ParentBar.CloseByEscape();
-  } else {
-    Rows.NextRowKey = BookRows::kFirstRowKey;
-    ParentBar.NarrowToFilter();
-  }
+  Screen.Registry.OnEscape(Shown);
   return true;
 }

@@ -1,38 +1,33 @@
-// CTradeBookGrid: the table of trades in a book. Which trades, in which order and with which totals is BookRows' and
-// BookTotals' business; the grid shows it.
+// CTradeBookGrid: the grid of a book. It shows the rows of its Book and hands it what the user does.
 #pragma once
 
-#include "book_windows/model/book_state.h"
+#include "book_windows/model/book.h"
 #include "book_windows/windows/export_commands.h"
 #include "book_windows/windows/grid_properties.h"
 #include "grid_base/windows/base_grid.h"
-#include "grid_ops/rows/book_rows.h"
-#include "grid_ops/rows/book_totals.h"
 
-class BookList;
-class CTradeBookBar;
+class TradeBookScreen;
 class wxDC;
 class wxUpdateUIEvent;
 
 class CTradeBookGrid : public CVELDSGridCtrl {
  public:
-  CTradeBookGrid(BookList& list, CTradeBookBar& parentBar);
+  CTradeBookGrid(TradeBookScreen& screen, Book& book);
 
   bool Create(wxWindow* parent, int id) override;
 
-  // Brings count of rows, current row, selection and sort columns in line with the rows; called after every change of
-  // them. Where rows have only come in, current row and selection stay with their trades; where they were replaced,
-  // with their places.
+  // Turns on virtual rows and gives each column's sort state.
+  std::vector<int> BeginVirtualMode();
+  // Shows the count of rows. New rows keep current row and selection with their trades; replaced ones with their
+  // places.
   void RefreshRows(bool replaced);
-  // Current row and selection follow the trades that have come in since the last beat: before what is selected is read.
+  // Current row and selection follow the trades that came in since the last refresh: call it before reading them.
   void FollowNewRows() { CountRows(false); }
-  void RecountTotals();
-  // A trade has become a row: totals only, nothing is painted.
-  void AddToTotals(const TradeRecord& record);
-  // The Exchange and SecurityID cells of the current row; false without one.
-  bool SelectedSecurity(std::string& exchange, std::string& securityId);
+  // The headers take the marks of the book's sort.
+  void ShowSort();
+  GridFont StoredFont() const;
 
-  // The grid's display callback.
+  // The display callback.
   bool ShowCell(int row, int column, CQORPGridCell& cell) const;
 
   void ResetColumns() override;
@@ -44,16 +39,14 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   void PopulateProperties(CQORPPropList& list) override { Properties.PopulateProperties(list); }
   // Every open book takes it over.
   void ApplyProperties(CQORPProp& property) override;
-  std::span<const CQORPMenuItem> ContextMenu() const override;
+  static std::span<const CQORPMenuItem> GridMenu();
+  std::span<const CQORPMenuItem> ContextMenu() const override { return GridMenu(); }
   void OnShowContextMenu(const wxPoint& point) override;
   bool PreTranslateMessage(wxKeyEvent& event) override;
-  // Texts stand a little above and to the right of their cells' middle.
+  // Shifts the text of a cell a little up and to the right.
   void OnDrawValue(wxRect& rect) const override;
 
-  BookRows Rows;
-  BookTotals Totals;
-  SummaryLine Line;
-  BookState State;
+  Book& Shown;
   GridProperties Properties;
   bool ExchangeFormatFlag = false;
 
@@ -61,13 +54,8 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   void BuildColumns();
   void SetStoredFont();
   void TellTerminal();
-  void ResortRows();
-  void BeginVirtualMode();
   void CountRows(bool replaced);
-  AverageBasis Basis() const;
-  std::vector<SortState> SortStates() const;
-  void DropLostSorts();
-  void ShowReplacedRows();
+  std::vector<int> SortMarks() const;
 
   // The commands of the menu: trade_book_commands.cpp.
   void BindCommands();
@@ -80,15 +68,11 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   void OnProperty();
   void UpdateHtmlCopy(wxUpdateUIEvent& event);
   void UpdateSelectedColumns(wxUpdateUIEvent& event);
-  template <int kId>
-  void ExportCsv() {
-    Exports.ExportCsv(kId);
-  }
   void WriteExchangeFiles() { Exports.WriteExchangeFiles(); }
   struct Command;
   static const Command kCommands[];
+  static const Command* FindCommand(int id);
 
-  BookList& List;
-  CTradeBookBar& ParentBar;
+  TradeBookScreen& Screen;
   ExportCommands Exports;
 };

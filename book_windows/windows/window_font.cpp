@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::int32_t kUsualPx = 12, kMostPx = 200, kMostWeight = 1000;
 
-// What is stored may be any number.
+// A stored height may be any number.
 int PixelsOf(std::int32_t height) {
   const std::int32_t pixels = std::abs(std::clamp(height, -kMostPx, kMostPx));
   return pixels == 0 ? kUsualPx : pixels;

@@ -5,6 +5,6 @@
 
 #include "grid_base/settings/grid_font.h"
 
-// A face that the system lacks gives the nearest that it has.
+// A face that the system lacks becomes the nearest one.
 wxFont WindowFontOf(const GridFont& block);
 GridFont FontBlockOf(const wxFont& font);

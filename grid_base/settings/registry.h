@@ -19,6 +19,7 @@ struct SettingsRectangle {
   std::int32_t Top = 0;
   std::int32_t Right = 0;
   std::int32_t Bottom = 0;
+  bool operator==(const SettingsRectangle&) const = default;
 };
 static_assert(sizeof(SettingsRectangle) == 16);
 

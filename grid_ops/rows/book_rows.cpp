@@ -8,14 +8,14 @@ using Guard = QOR::Thread::CQORLockGuard;
 
 constexpr std::size_t kAhead = 24;  // records fetched before they are looked at
 
-// A key of 32 bits starts again at the top when all have been given.
+// Keys wrap around at 32 bits.
 constexpr std::int32_t KeyBelow(std::int32_t key) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(key) - 1);
 }
 
 }  // namespace
 
-// Looking needs no lock: this thread alone changes the rows.
+// Reading needs no lock: only this thread changes the rows.
 void BookRows::MakeRoom(std::size_t rows) {
   if (rows == 1 && Rows.HasRoomBelow(NextRowKey)) return;
   const Guard guard(RowLock);
@@ -164,11 +164,9 @@ std::optional<std::size_t> BookRows::NewestRow() const noexcept {
   return Rows.RowOf(static_cast<std::int32_t>(static_cast<std::uint32_t>(NextRowKey) + 1));
 }
 
-bool BookRows::GetRecordCopy(std::size_t row, TradeRecord& copy) const noexcept {
+const TradeRecord* BookRows::RecordAt(std::size_t row) const noexcept {
   const Guard rows(RowLock);
-  if (row >= Rows.Size()) return false;
-  copy = *Rows.RecordAt(row);
-  return true;
+  return row < Rows.Size() ? Rows.RecordAt(row) : nullptr;
 }
 
 std::vector<TradeRecord*> BookRows::RowRecords() const {

@@ -11,7 +11,7 @@ double AmountOf(const TradeRecord& record) noexcept {
   return static_cast<std::int32_t>(+record.Quantity) * record.Price * record.Multiplier;
 }
 
-// Totals of quantities wrap, as 32-bit numbers do.
+// Quantities wrap around at 32 bits.
 void AddQuantity(std::int32_t& total, const TradeRecord& record) noexcept {
   total = static_cast<std::int32_t>(static_cast<std::uint32_t>(total) + record.Quantity);
 }
@@ -26,7 +26,7 @@ void Fetch(const TradeRecord* record) noexcept {
   __builtin_prefetch(&record->Multiplier);
 }
 
-// True when the value was written.
+// True if the value was written.
 template <typename Total>
 bool ShowTotal(SummaryLine& line, SummaryValue value, Total total, Total& shown, bool always) {
   if (!always && total == shown) return false;
@@ -97,7 +97,7 @@ bool BookTotals::Sum(const RowMap& rows, const AverageBasis& basis) {
     AddRow(record);
     if (record.Side == kBuy) lastBuy = &record;
   });
-  // By the multiplier of the last buy alone, and no average of the sells: meant so.
+  // Intentional: divides by the multiplier of the last buy, and averages no sells.
   if (lastBuy != nullptr) BuyAvg = Average(BuyAmt, BuyQty, lastBuy->Multiplier);
   if (!basis.Filtered) return false;
   const auto multiplier = basis.Masters.MultiplierOf(basis.Selected.Complete() ? basis.Selected : basis.Restored);
@@ -146,7 +146,7 @@ bool BookTotals::ShowTotals(SummaryLine& line, bool always) {
   return ShowTotal(line, SummaryValue::NetAmt, NetAmt, ShownNetAmt, always);
 }
 
-// Net is painted every time, NetAmt only when its text has changed.
+// Net is painted each time, NetAmt only if its text changed.
 void BookTotals::ShowChanges(SummaryLine& line) {
   line.Paint(SummaryValue::BuyAvg, TradeColor::Buy);
   line.Paint(SummaryValue::SellAvg, TradeColor::Sell);

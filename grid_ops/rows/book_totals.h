@@ -1,4 +1,4 @@
-// BookTotals: the eight totals over a book's rows and what its summary line is to show of them.
+// BookTotals: the eight totals of a book's rows, and its summary line.
 #pragma once
 
 #include <array>
@@ -18,7 +18,7 @@ constexpr const wchar_t* LabelOf(SummaryValue value) noexcept {
   return kSummaryLabels[static_cast<std::size_t>(value)];
 }
 
-// What the eight controls are to show. Numbers, not texts: a trade costs no printing, however many books are open.
+// The values of the eight controls. Numbers, not texts: a trade prints nothing, however many books are open.
 class SummaryLine {
  public:
   struct Control {
@@ -41,7 +41,7 @@ class SummaryLine {
   const Control& Of(SummaryValue value) const noexcept { return Controls[static_cast<std::size_t>(value)]; }
   // Quantities as signed decimals, amounts and averages with two decimals.
   std::wstring TextOf(SummaryValue value) const;
-  // A line of text for each total with its label, in the order of SummaryValue; averages only where the book has them.
+  // A line per total with its label, in the order of SummaryValue; averages on request.
   std::wstring AllTotals(bool averages) const;
   void ClearChanged() noexcept {
     for (Control& control : Controls) control.Changed = false;
@@ -51,14 +51,14 @@ class SummaryLine {
   std::array<Control, 8> Controls;
 };
 
-// The terminal's master records; none where it has none for the security.
+// The terminal's master records; nothing for an unknown security.
 class SecurityMasters {
  public:
   virtual ~SecurityMasters() = default;
   virtual std::optional<double> MultiplierOf(const FilterKey& security) const = 0;
 };
 
-// What the averages depend on beside the rows.
+// Input of the averages beside the rows.
 struct AverageBasis {
   bool Filtered;              // the book is kept to one security
   const FilterKey& Selected;  // the security that another window last answered with
@@ -68,27 +68,27 @@ struct AverageBasis {
 
 class BookTotals {
  public:
-  // Sums over the rows, the first row first, and shows all values. SellAvg is 0 without a master record: meant so.
+  // Sums over the rows, the first row first, and shows all values. Intentional: SellAvg is 0 without a master record.
   void RecountTotals(const RowMap& rows, const AverageBasis& basis, SummaryLine& line);
-  // The same sums, but only what differs from the line is written, and averages only with a master record.
+  // The same sums; writes only what differs from the line, and averages only with a master record.
   void ResumTotals(const RowMap& rows, const AverageBasis& basis, SummaryLine& line);
-  // Adds a row that has come in. Averages follow, by the record's own multiplier, only while a security is selected.
+  // Adds a new row. Averages are updated, by the record's own multiplier, only while a security is selected.
   void UpdateTotals(const TradeRecord& record, const AverageBasis& basis, SummaryLine& line);
 
   std::int32_t BuyQty = 0, SellQty = 0, NetQty = 0;
   double BuyAmt = 0, SellAmt = 0, NetAmt = 0, BuyAvg = 0, SellAvg = 0;
-  // What the line shows now.
+  // The values in the line.
   std::int32_t ShownBuyQty = -1, ShownSellQty = -1, ShownNetQty = -1;
   double ShownBuyAmt = -1, ShownSellAmt = -1, ShownNetAmt = -1;
 
  private:
-  // True when a master record gave the averages.
+  // True if a master record gave the averages.
   bool Sum(const RowMap& rows, const AverageBasis& basis);
   void AddRow(const TradeRecord& record) noexcept;
   void AverageBy(double multiplier) noexcept;
   void Net() noexcept;
   void ShowAverages(SummaryLine& line) const;
   void ShowChanges(SummaryLine& line);
-  // Quantities and amounts that the line does not show yet, or all; true when NetAmt was among them.
+  // Writes quantities and amounts that changed, or all; true if NetAmt was among them.
   bool ShowTotals(SummaryLine& line, bool always);
 };

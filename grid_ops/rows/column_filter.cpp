@@ -16,7 +16,7 @@ using Kind = ColumnField::Kind;
 
 constexpr std::wstring_view kJoin = L"or";
 constexpr std::wstring_view kOperators = L" <>=";
-// Fields hold at most 65 bytes and numbers print in 127; of the server's name, so much counts.
+// Fields have at most 65 bytes and numbers print in 127; longer server names are cut.
 constexpr std::size_t kLongestCell = 128;
 static_assert(kLongestCell > kLongestFixed);
 
@@ -24,7 +24,7 @@ bool IsAscii(wchar_t character) {
   return character < 0x80;
 }
 
-// Half goes to the even number. What 32 bits do not hold counts as 0.
+// Rounds half to even. Overflow of 32 bits gives 0.
 std::int32_t WholeNumberOf(double value) noexcept {
   const double rounded = std::nearbyint(value);
   const bool fits =
@@ -34,21 +34,21 @@ std::int32_t WholeNumberOf(double value) noexcept {
 
 constexpr std::uint64_t kOnes = 0x0101010101010101, kHighs = 0x8080808080808080;
 
-// Eight bytes of ASCII at once: the high bit of (byte + 0x80 - limit) shows where a byte is not below the limit, and
-// where it is so of 'A' but not of the character behind 'Z', bit 5 is set.
+// Eight bytes of ASCII at once: the high bit of (byte + 0x80 - limit) is set if the byte is not below the limit. Bytes
+// from 'A' to 'Z' get bit 5.
 constexpr std::uint64_t SmallLetters(std::uint64_t word) {
   const std::uint64_t capitals = (word + kOnes * (0x80 - 'A')) & ~(word + kOnes * (0x80 - 'Z' - 1)) & kHighs;
   return word | (capitals >> 2);
 }
 static_assert(SmallLetters(0x405A41615B7A3900) == 0x407A61615B7A3900);
 
-// A cell of plain ASCII in small letters.
+// A cell of plain ASCII in lower case.
 struct LowerCell {
   char Text[kLongestCell + sizeof(std::uint64_t)];
   std::size_t Size = 0;
   bool Plain = true;  // else the rest means nothing
 
-  // Up to the first NUL or that many bytes.
+  // Up to the first NUL, at most that many bytes.
   void Take(const char* text, std::size_t size) noexcept;
   bool Holds(std::string_view piece) const noexcept;
 };
@@ -61,7 +61,7 @@ void LowerCell::Take(const char* text, std::size_t size) noexcept {
       std::memcpy(&word, text, sizeof word);
     else
       for (std::size_t i = 0; i < size; ++i) word |= std::uint64_t{static_cast<std::uint8_t>(text[i])} << 8 * i;
-    // The lowest high bit is that of the first zero byte; what stands behind it counts for nothing.
+    // The lowest high bit marks the first zero byte; bytes behind it do not count.
     const std::uint64_t zeros = (word - kOnes) & ~word & kHighs;
     const std::uint64_t counting = (zeros & (0 - zeros)) - 1;
     if ((word & counting & kHighs) != 0) Plain = false;

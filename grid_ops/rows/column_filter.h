@@ -1,11 +1,10 @@
-// ColumnFilter: what one field of the filter bar asks of a column, prepared once and then put to many records. Pure;
-// once made, any thread may ask it.
+// ColumnFilter: the condition of one field of the filter bar, prepared once for many records.
 //
-// A text is compared in lower case and matches where the cell holds it. "or" anywhere in it, also within a word, cuts
-// it into pieces: the last must be held by the cell, and none of those before it may. Meant so: "buy or sell" finds the
-// sells. A text that ends in "or" matches nothing.
-// StrikePrice alone is compared as a whole number, by the first of "<", ">" and "!" that the text holds, else for
-// equality; a sign of equality changes nothing.
+// A text matches a cell that contains it, in lower case. "or" anywhere in the text, even within a word, splits it into
+// pieces: the cell must contain the last one and none of the others. Intentional: "buy or sell" finds the sells, and a
+// text that ends in "or" matches nothing.
+// Only StrikePrice is compared as a whole number: by the first of "<", ">" and "!" in the text, else for equality; "="
+// has no effect.
 #pragma once
 
 #include <bitset>
@@ -18,23 +17,23 @@
 
 class ColumnFilter {
  public:
-  // A column that no grid shows, or that is none, accepts every record.
+  // Unknown columns accept every record.
   ColumnFilter(int column, const std::wstring& filterText);
 
-  // Takes no memory: a trade that comes in cannot fail here.
+  // Allocates nothing: no trade can fail here.
   bool Accepts(std::string_view serverName, const TradeRecord& record) const noexcept;
-  // Asks for the part of the record that Accepts reads.
+  // Prefetches what Accepts reads of the record.
   void Prefetch(const TradeRecord* record) const noexcept {
     __builtin_prefetch(reinterpret_cast<const char*>(record) + Field.Offset);
     __builtin_prefetch(reinterpret_cast<const char*>(record) + Field.Offset + Field.Size - 1);
   }
 
  private:
-  // Field: the text of the field as it is stored; Cell: the text that the grid makes of it.
+  // Field: the stored text of the field; Cell: its text in the grid.
   enum class Test : std::uint8_t { Always, Never, Field, Cell, Code, Less, Greater, Other, Equal };
 
-  // A piece of the filter in lower case; cells of plain ASCII are compared with Ascii, which is empty where the piece
-  // itself is not plain.
+  // A piece of the filter in lower case. Cells of plain ASCII are compared with Ascii, which is empty if the piece is
+  // not plain.
   struct Piece {
     std::wstring Wide;
     std::string Ascii;
@@ -44,7 +43,7 @@ class ColumnFilter {
   void PrepareText(const std::wstring& filterText, Test test);
   void PrepareNumber(const std::wstring& filterText);
   void PrepareCodes();
-  // The cell ends at its first NUL, if it holds one.
+  // The cell ends at its first NUL.
   bool AcceptsText(std::string_view cell) const noexcept;
   bool AcceptsWide(std::string_view cell) const noexcept;
 
@@ -63,14 +62,14 @@ int MatchFilter(std::string_view serverName, const TradeRecord& record, int colu
 // FilterBar: the texts in a book's filter bar and the filters made of them.
 class FilterBar {
  public:
-  // Takes the text of a column's field, empty for none; false when that changes nothing, be it that the column is below
-  // 0 or above the count of columns. The count itself passes as a column, and accepts every record: meant so.
+  // Sets the text of a column's field, empty for none. False if that changes nothing, or if the column is below 0 or
+  // above the count of columns. Intentional: the count itself is a column that accepts every record.
   bool Change(int column, const std::wstring& text);
   void Clear() noexcept { Fields.clear(); }
 
-  // A field holds text.
+  // Some field has a text.
   bool Active() const noexcept { return !Fields.empty(); }
-  // In lower case; empty where the field is.
+  // In lower case.
   std::wstring TextOf(int column) const;
 
   // Every field accepts the record.

@@ -15,7 +15,7 @@ bool RowMap::HasRoomBelow(std::int32_t key) const noexcept {
   return false;
 }
 
-// A row goes behind a run that ends just above its key, or into one that has it, or begins a run.
+// A row extends the run that ends just above its key, replaces the row of that key, or begins a run.
 void RowMap::MakeRoom(std::int32_t key, std::size_t rows) {
   const std::int64_t lowest = std::int64_t{key} + 1 - static_cast<std::int64_t>(rows);
   bool joins = false;

@@ -8,21 +8,20 @@
 
 #include "trade_data/cache/trade_map.h"
 
-// Promises: a map from key to record in which row n is found, and a record stored under the next lower key, in constant
-// time; 8 bytes a row.
-// Works because keys are given one below the other: the map is a few runs of keys without a gap, mostly one, two after
-// a sort. Each run holds its records with the highest key first, so that the newest goes to its end.
+// Row lookup and append at the next lower key are O(1); 8 bytes per row.
+// Keys are dense, as each is one below the last: the map holds a few runs of keys without a gap, mostly one, two after
+// a sort. A run stores its highest key first, so that the newest record is appended.
 class RowMap {
  public:
   void Clear() noexcept;
   bool Empty() const noexcept { return Count == 0; }
   std::size_t Size() const noexcept { return Count; }
 
-  // A row stored under that key, the one below a run's, takes no memory.
+  // A row under that key, one below a run, needs no memory.
   bool HasRoomBelow(std::int32_t key) const noexcept;
-  // Rows stored under that key and those below it, so many of them, take no memory.
+  // Reserves memory for that many rows from the key down.
   void MakeRoom(std::int32_t key, std::size_t rows);
-  // Stores the record under the key, in place of one that stands there. Nothing changes when memory runs out.
+  // Stores the record under the key; replaces one that has it. Strong guarantee if memory runs out.
   void Store(std::int32_t key, TradeRecord* record);
 
   // Row 0 has the lowest key. The row must be below Size.

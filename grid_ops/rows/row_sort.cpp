@@ -12,7 +12,7 @@ namespace {
 
 using Kind = ColumnField::Kind;
 
-// A record and the word of it that is being sorted by. Words compare as unsigned numbers.
+// A record with its current sort word. Words compare as unsigned numbers.
 struct SortEntry {
   std::uint64_t Word;
   TradeRecord* Record;
@@ -21,7 +21,7 @@ using Entries = std::span<SortEntry>;
 
 constexpr std::uint64_t kTopBit = std::uint64_t{1} << 63;
 
-// What a sort column compares, cut into words of eight bytes.
+// The compared bytes of a sort column, in words of eight bytes.
 struct SortField {
   ColumnField Field;
   bool Rising;
@@ -31,7 +31,7 @@ struct SortField {
     const std::uint64_t value = Field.Form == Kind::Text ? TextWord(record, word) : NumberWord(record);
     return Rising ? value : ~value;
   }
-  // A text that has ended within the word has nothing in the next one.
+  // A text that ended in this word has nothing in the next one.
   std::uint64_t TextWord(const TradeRecord& record, std::size_t word) const noexcept;
   std::uint64_t NumberWord(const TradeRecord& record) const noexcept;
 };
@@ -51,8 +51,7 @@ std::uint64_t SortField::TextWord(const TradeRecord& record, std::size_t word) c
   return __builtin_bswap64(bytes);
 }
 
-// Doubles in their order: the sign bit is turned, and negative ones entirely. -0 is 0, and what is no number comes
-// last.
+// Doubles as ordered words: flips the sign bit, of negative ones all bits. -0 equals 0, NaN is last.
 std::uint64_t DoubleWord(double value) noexcept {
   if (value != value) return ~std::uint64_t{0};
   const auto bits = std::bit_cast<std::uint64_t>(value + 0.0);
@@ -92,8 +91,8 @@ std::vector<SortField> FieldsOf(std::span<const SortState> sort) {
   return fields;
 }
 
-// Sorts stretches of entries by one word after the other. A long stretch is dealt into as many as there are digits,
-// lowest digit first, leaving out bits that are the same in all words; a short one is sorted by inserting.
+// Sorts ranges of entries word by word: long ones by radix sort, lowest digit first, without bits that are the same in
+// all words; short ones by insertion.
 class WordSorter {
  public:
   explicit WordSorter(std::vector<SortField> fields) : Fields(std::move(fields)) {}
@@ -126,8 +125,7 @@ class WordSorter {
   std::vector<SortEntry> Other;
 };
 
-// Goes on by the next word as long as all are equal in this one; where they differ, each stretch of equal words is
-// sorted for itself.
+// Advances to the next word while all are equal in this one; then sorts each range of equal words by itself.
 void WordSorter::SortByWord(Entries entries, WordPlace at) {
   while (entries.size() > 1 && at.Field < Fields.size()) {
     FetchWords(entries, at);
@@ -144,7 +142,7 @@ void WordSorter::SortStretches(Entries entries, WordPlace at) {
   }
 }
 
-// The words of a text that has ended are passed over.
+// Skips the words of a text that has ended.
 WordSorter::WordPlace WordSorter::Behind(WordPlace at, std::uint64_t word) const noexcept {
   const SortField& field = Fields[at.Field];
   const bool ended = at.Word + 1 == field.Words() || ((field.Rising ? word : ~word) & 0xFF) == 0;
@@ -215,11 +213,40 @@ void SortRows(std::vector<TradeRecord*>& records, std::span<const SortState> sor
   for (std::size_t i = 0; i < records.size(); ++i) records[i] = entries[i].Record;
 }
 
-SortStep ToggleSortColumn(std::vector<int>& sortColumns, int column, int state, bool multiple) {
+void BookSort::Begin(std::vector<int> states) {
+  ColumnStates = std::move(states);
+  SortColumns.clear();
+  for (std::size_t column = 0; column < ColumnStates.size(); ++column)
+    if (ColumnStates[column] != 0) SortColumns.push_back(static_cast<int>(column));
+}
+
+SortStep BookSort::Toggle(int column, bool multiple) {
+  const auto place = static_cast<std::size_t>(column);
+  if (place >= ColumnStates.size()) ColumnStates.resize(place + 1);
+  const int state = ColumnStates[place];
   if (multiple && state < 0) {
-    std::erase(sortColumns, column);
+    std::erase(SortColumns, column);
+    ColumnStates[place] = 0;
     return SortStep::Remove;
   }
-  if (multiple && state == 0) sortColumns.push_back(column);
+  if (multiple && state == 0) SortColumns.push_back(column);
+  if (!multiple) std::ranges::fill(ColumnStates, 0);
+  ColumnStates[place] = state < 1 ? 1 : -1;
   return state < 1 ? SortStep::Rising : SortStep::Falling;
+}
+
+bool BookSort::Keep(std::vector<int> states) {
+  ColumnStates = std::move(states);
+  return std::erase_if(SortColumns, [this](int column) { return StateOf(column) == 0; }) != 0;
+}
+
+int BookSort::StateOf(int column) const noexcept {
+  const auto place = static_cast<std::size_t>(column);
+  return place < ColumnStates.size() ? ColumnStates[place] : 0;
+}
+
+std::vector<SortState> BookSort::States() const {
+  std::vector<SortState> states;
+  for (const int column : SortColumns) states.push_back({column, StateOf(column)});
+  return states;
 }

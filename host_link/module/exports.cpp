@@ -1,6 +1,6 @@
 // The module's three exports, its callbacks and its process-wide objects. All functions forward and let no exception
 // out.
-#include "book_windows/windows/book_list.h"
+#include "book_windows/windows/book_screen.h"
 #include "foundations/error_report.h"
 #include "host_link/module/message_router.h"
 #include "platform/modules.h"
@@ -37,11 +37,11 @@ PluginState pluginState(tradeDecoder);
 [[maybe_unused]] QOR::Util::CQORExceptionHandler exceptionHandler;
 [[maybe_unused]] const unsigned logMessage = RegisterNamedMessage("QOR_MSG_LOG");
 CQORDLLComman terminalFunctions;
-BookList bookList(pluginState, terminalFunctions, OwnCallbacks());
+TradeBookScreen screen(pluginState, terminalFunctions, OwnCallbacks());
 CQORTradeImpl tradeDecoder;
 // Intentional: unused. The format has an order record, but no message brings one to this plug-in.
 [[maybe_unused]] CQOROrderImpl orderDecoder;
-MessageRouter router(pluginState, terminalFunctions, OwnAddresses());
+MessageRouter router(pluginState, screen.Registry, terminalFunctions, OwnAddresses());
 
 // Out of memory, the current message is lost and the process goes on.
 template <typename Work>
@@ -61,11 +61,11 @@ void OnRefresh() noexcept {
 }
 
 void PropertyListRequest(CQORPPropList* list, const void* second) noexcept {
-  Guarded([&] { bookList.PropertyListRequest(list, second); });
+  Guarded([&] { screen.Registry.PropertyListRequest(list, second); });
 }
 
 void PropertyChanged(CQORPProp* property, CTradeBookGrid* grid) noexcept {
-  Guarded([&] { bookList.PropertyChanged(property, grid); });
+  Guarded([&] { TradeBookScreen::PropertyChanged(property, grid); });
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "grid_base/settings/registry_store.h"
 #include "host_link/host_functions/function_table.h"
 #include "host_link/messages/packet_writer.h"
 #include "host_link/messages/wire_fields.h"
@@ -104,13 +105,13 @@ void MessageRouter::OnPluginMessage(CQORPacketReader& message) {
 
 void MessageRouter::OnRefresh() {
   if (State.TradeStore.GridsRefreshed) return;
-  if (State.Windows != nullptr) State.Windows->RepaintAllBooks();
+  Books.RepaintAllBooks();
   State.TradeStore.GridsRefreshed = true;
 }
 
 void MessageRouter::OnBookCommand() {
   const CQORDLLResource resources;
-  if (State.Windows != nullptr) State.Windows->OpenBookByCommand();
+  Books.OnBookCommand();
 }
 
 void MessageRouter::Trade(CQORPacketReader& message) {
@@ -124,7 +125,7 @@ void MessageRouter::TradeAmend(CQORPacketReader& message) {
 }
 // The cache clears the books in its list only, which lacks a restored book whose key another one took.
 void MessageRouter::ClearTrades(CQORPacketReader&) {
-  if (State.Windows != nullptr) State.Windows->ForgetTrades();
+  Books.ClearAllBooks();
   State.TradeStore.OnClearTrades();
 }
 
@@ -134,15 +135,15 @@ void MessageRouter::RestoreLayout(CQORPacketReader& message) {
   State.RestoreAddress = values.Address;
   State.RestoreNumber = values.Number;
   const CQORDLLResource resources;
-  if (State.Windows != nullptr) State.Windows->RestoreLayout();
+  Books.RestoreBookLayout(*CQORPRegistrySP::Create(0, 1));
 }
 
 void MessageRouter::ReapplyFilters(CQORPacketReader&) {
-  if (State.Windows != nullptr) State.Windows->ReapplyFilters();
+  Books.RebuildAllBooks();
 }
 
 void MessageRouter::SaveLayout(CQORPacketReader&) {
-  if (State.Windows != nullptr) State.Windows->SaveLayout();
+  Books.SaveBookLayout(*CQORPRegistrySP::Create(0, 0));
 }
 
 // Intentional: each request registers again. PluginDataSend takes the message unfinished, as it takes every message.
@@ -162,8 +163,7 @@ void MessageRouter::TellSelection(CQORPacketReader& message) {
   answer.AddU16(10002, 32023);
   std::string exchange;
   std::string securityId;
-  if (State.Windows != nullptr && State.Windows->SelectedSecurity(request.First, exchange, securityId) &&
-      !exchange.empty() && !securityId.empty()) {
+  if (Books.SelectedSecurity(request.First, exchange, securityId) && !exchange.empty() && !securityId.empty()) {
     answer.AddText(55010, exchange.c_str(), kKeyTextLimit, false);
     answer.AddText(55104, securityId.c_str(), kKeyTextLimit, false);
   }
@@ -174,5 +174,7 @@ void MessageRouter::TellSelection(CQORPacketReader& message) {
 
 void MessageRouter::TakeSelection(CQORPacketReader& message) {
   ReadFields(message, kSelectionFields, kSelectionIndex, BytesOf(State.SelectedKey));
-  Terminal.GetMasterRequest(State.SelectedKey.Exchange, State.SelectedKey.SecurityID, State.SelectedMaster);
+  SecurityMasterData master;
+  if (Terminal.GetMasterRequest(State.SelectedKey.Exchange, State.SelectedKey.SecurityID, master))
+    State.SelectedScriptName = master.NameText();
 }

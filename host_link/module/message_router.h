@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "book_windows/model/plugin_state.h"
+#include "book_windows/model/book_registry.h"
 #include "host_link/host_functions/function_table.h"
 #include "host_link/messages/message_table.h"
 #include "host_link/messages/packet_reader.h"
@@ -12,8 +12,9 @@
 
 class MessageRouter {
  public:
-  MessageRouter(PluginState& state, const CQORDLLComman& terminal, const EntryAddresses& addresses) noexcept
-      : State(state), Terminal(terminal), Addresses(addresses) {}
+  MessageRouter(PluginState& state, BookRegistry& books, const CQORDLLComman& terminal,
+                const EntryAddresses& addresses) noexcept
+      : State(state), Books(books), Terminal(terminal), Addresses(addresses) {}
 
   // A message whose header is parsed.
   void OnMessage(CQORPacketReader& message);
@@ -42,6 +43,7 @@ class MessageRouter {
   void TakeSelection(CQORPacketReader& message);
 
   PluginState& State;
+  BookRegistry& Books;
   const CQORDLLComman& Terminal;
   EntryAddresses Addresses;
 };

@@ -23,15 +23,15 @@ class PropertiesTest : public BooksTest {
     Properties = std::make_unique<CQORPPropList>().release();  // the frame owns it
     ASSERT_TRUE(Properties->Create(Frame, wxID_ANY, L"Properties"));
     Properties->SetSize(Frame->GetClientSize());
-    Properties->OnChange = [this](CQORPProp& item) { List->PropertyChanged(&item, Asker); };
+    Properties->OnChange = [this](CQORPProp& item) { TradeBookScreen::PropertyChanged(&item, Asker); };
   }
   // As the terminal does for message 32003.
   void FillFor(CTradeBookBar& bar) {
     Asker = bar.Grid();
     bar.SetFocus();
     Pump();
-    List->PropertyListRequest(Properties, this);
-    ASSERT_EQ(terminal.Messages.back(), 32004);
+    Registry().PropertyListRequest(Properties, this);
+    ASSERT_EQ(fakeTerminal.SentNumbers().back(), 32004);
   }
   static CQORPProp* ItemOf(const wxPGProperty* property) { return static_cast<CQORPProp*>(property->GetClientData()); }
   wxPropertyGrid& Window() { return dynamic_cast<wxPropertyGrid&>(*Properties->GetChildren().front()); }
@@ -50,7 +50,7 @@ class PropertiesTest : public BooksTest {
   }
   // The value between the quotes in the file.
   std::string Stored(const std::string& key) {
-    std::ifstream stream(Folder / "TradeBookSettings.xml", std::ios::binary);
+    std::ifstream stream(Desk->Folder / "TradeBookSettings.xml", std::ios::binary);
     std::stringstream text;
     text << stream.rdbuf();
     const std::string file = text.str();
@@ -68,7 +68,6 @@ class PropertiesTest : public BooksTest {
 
   CQORPPropList* Properties = nullptr;
   CTradeBookGrid* Asker = nullptr;
-  DialogAnswers Answers;
 };
 
 TEST_F(PropertiesTest, ListsElevenItemsInTheirGroups) {
@@ -103,25 +102,25 @@ TEST_F(PropertiesTest, ListsElevenItemsInTheirGroups) {
   Window().GetEventHandler()->ProcessEvent(same);
   EXPECT_FALSE(wxTheApp->HasPendingEvents()) << "fitting the names reports the same size: it would never end";
   Properties->RemoveAll();
-  List->PropertyListRequest(Properties, nullptr);
-  List->PropertyListRequest(nullptr, this);
+  Registry().PropertyListRequest(Properties, nullptr);
+  Registry().PropertyListRequest(nullptr, this);
   EXPECT_TRUE(Properties->GetProperties().empty()) << "an address is missing";
-  List->PropertyListRequest(Properties, this);
+  Registry().PropertyListRequest(Properties, this);
   EXPECT_EQ(Properties->GetProperties().size(), 5u) << "that was all that was missing";
   FocusMain();
   Properties->RemoveAll();
-  List->PropertyListRequest(Properties, this);
+  Registry().PropertyListRequest(Properties, this);
   EXPECT_TRUE(Properties->GetProperties().empty()) << "no book has the focus";
 }
 
 TEST_F(PropertiesTest, AChangeGoesToEveryBookAndToTheFile) {
-  Trade(1, "COMEX", "GC1", 1, 5, 10);
-  Trade(2, "COMEX", "GC1", 2, 7, 10);
-  Trade(3, "COMEX", "GC1", 1, 5, 10);
-  CTradeBookBar &one = Open(), &two = OpenFor("COMEX", "GC1");
+  Desk->Trade(1, "COMEX", "GC1", 1, 5, 10);
+  Desk->Trade(2, "COMEX", "GC1", 2, 7, 10);
+  Desk->Trade(3, "COMEX", "GC1", 1, 5, 10);
+  CTradeBookBar &one = Open(), &two = OpenGold();
   FillFor(two);
   const wxVariant automatic = Color(1, *wxBLACK);
-  using Look = bool (*)(CTradeBookBar & bar);
+  using Look = std::function<bool(CTradeBookBar&)>;
   const struct {
     int Id;
     wxVariant Value;
@@ -139,7 +138,7 @@ TEST_F(PropertiesTest, AChangeGoesToEveryBookAndToTheFile) {
       {3, automatic, "FontBuyColor", "16746335",
        [](CTradeBookBar& bar) { return Painted(bar).TextColor == 0xFF875Fu; }},
       {4, automatic, "FontSellColor", "10191615",
-       [](CTradeBookBar& bar) { return bar.Grid()->Properties.Settings.FontSellColor == 0x9B82FF; }},
+       [](CTradeBookBar& bar) { return bar.Shown.Settings.FontSellColor == 0x9B82FF; }},
       {5, 3L, "ColumnFreeze", "3", Frozen},
       {5, 0L, "ColumnFreeze", "0", [](CTradeBookBar& bar) { return !Frozen(bar); }},
       {5, 4L, "ColumnFreeze", "4", Frozen},
@@ -149,11 +148,10 @@ TEST_F(PropertiesTest, AChangeGoesToEveryBookAndToTheFile) {
          const CQORPGridRange selected = bar.Grid()->GetSelection(0);
          return selected.Left == selected.Right;
        }},
-      {7, false, "GridLine", "0", [](CTradeBookBar& bar) { return !bar.Grid()->Properties.Settings.GridLine; }},
+      {7, false, "GridLine", "0", [](CTradeBookBar& bar) { return !bar.Shown.Settings.GridLine; }},
       {8, true, "HeaderHide", "1", [](CTradeBookBar& bar) { return !bar.Grid()->IsHeaderEnabled(); }},
-      {10, true, "AutoTradeWriteCSV", "1", [](CTradeBookBar&) { return terminal.State->TradeStore.AutoTradeWriteCSV; }},
-      {10, false, "AutoTradeWriteCSV", "0",
-       [](CTradeBookBar&) { return !terminal.State->TradeStore.AutoTradeWriteCSV; }},
+      {10, true, "AutoTradeWriteCSV", "1", [this](CTradeBookBar&) { return State().TradeStore.AutoTradeWriteCSV; }},
+      {10, false, "AutoTradeWriteCSV", "0", [this](CTradeBookBar&) { return !State().TradeStore.AutoTradeWriteCSV; }},
   };
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.Text + std::to_string(row.Id));
@@ -173,29 +171,29 @@ TEST_F(PropertiesTest, AChangeGoesToEveryBookAndToTheFile) {
   EXPECT_EQ(stored.substr(32, 10), "bc02000001") << "bold and italic";
 
   CQORPProp foreign(L"Buy Color", false, 1);
-  List->PropertyChanged(&foreign, one.Grid());
+  TradeBookScreen::PropertyChanged(&foreign, one.Grid());
   EXPECT_EQ(Stored("BuyColor"), "16746335");
   CQORPProp& buyColor = *Properties->GetProperties()[1]->GetSubItems()[0];
   buyColor.SetValue(ColorRef{0x123456});
-  CTradeBookGrid windowless(*List, one);
-  List->PropertyChanged(nullptr, one.Grid());
-  List->PropertyChanged(&buyColor, nullptr);
-  List->PropertyChanged(&buyColor, &windowless);
+  CTradeBookGrid windowless(*Screen, one.Shown);
+  TradeBookScreen::PropertyChanged(nullptr, one.Grid());
+  TradeBookScreen::PropertyChanged(&buyColor, nullptr);
+  TradeBookScreen::PropertyChanged(&buyColor, &windowless);
   EXPECT_EQ(Stored("BuyColor"), "16746335") << "an address or the window is missing";
-  List->PropertyChanged(&buyColor, one.Grid());
+  TradeBookScreen::PropertyChanged(&buyColor, one.Grid());
   EXPECT_EQ(Stored("BuyColor"), "1193046");
 
   Stop();
   Start();
   CTradeBookBar& again = Open();
   EXPECT_EQ(Painted(again).Background, std::nullopt) << "there are no trades yet";
-  const GridSettings& settings = again.Grid()->Properties.Settings;
+  const GridSettings& settings = again.Shown.Settings;
   EXPECT_EQ(settings.BuyColor, 0x123456u);
   EXPECT_EQ(settings.FontSellColor, 0x9B82FFu);
   EXPECT_EQ(settings.ColumnFreeze, -7);
   EXPECT_FALSE(settings.WholeRowSel || settings.GridLine || again.Grid()->IsHeaderEnabled());
-  EXPECT_FALSE(State->TradeStore.AutoTradeWriteCSV) << "one key for the two names";
-  List->CloseBook(again, BookList::Close::HideBar);
+  EXPECT_FALSE(State().TradeStore.AutoTradeWriteCSV) << "one key for the two names";
+  again.OnPressCloseButton();
   EXPECT_EQ(Stored("Font"), stored) << "neither size nor face wanders from start to start";
 }
 
@@ -246,18 +244,18 @@ TEST_F(PropertiesTest, WarnsOnceWhileOtherBooksAreOpen) {
   EXPECT_TRUE(Answers.Said.empty()) << "of one book";
   EXPECT_EQ(Stored("MultipleTradeBookDisable"), "0");
   Choose(9, true);
-  for (int i = 0; i < 2; ++i) OpenFor("COMEX", "GC1");
+  for (int i = 0; i < 2; ++i) OpenGold();
   const std::wstring said = L"Trade Book: Please Close All TradeBook Except One.";
   for (std::size_t times = 1; times <= 2; ++times) {
     Choose(9, false);
     EXPECT_EQ(Answers.Said, std::vector<std::wstring>(times, said));
-    EXPECT_EQ(State->WarnCount, 1u);
+    EXPECT_EQ(State().WarnCount, 1u);
     EXPECT_EQ(Stored("MultipleTradeBookDisable"), "0") << "the other books save it";
     FocusMain();
-    List->OpenBookByCommand();
-    EXPECT_EQ(List->BarsById.size(), 3u);
+    Registry().OnBookCommand();
+    EXPECT_EQ(Registry().BarsById.size(), 3u);
     Choose(9, true);
-    EXPECT_EQ(State->WarnCount, 0u);
+    EXPECT_EQ(State().WarnCount, 0u);
   }
 }
 
@@ -268,17 +266,18 @@ TEST_F(PropertiesTest, TakesWhateverIsStored) {
     store->Write(key, text);
   };
   GridSettings settings;
-  EXPECT_FALSE(ReadGridSettings(L"TradeBook", settings, *State));
-  EXPECT_TRUE(settings.WholeRowSel && settings.GridLine && State->MultipleTradeBookDisable);
+  EXPECT_FALSE(ReadGridSettings(L"TradeBook", settings, State()));
+  EXPECT_TRUE(settings.WholeRowSel && settings.GridLine && State().MultipleTradeBookDisable);
   const wxFont usual = Open().Grid()->GetGridFont();
   write(L"SellColor", L"-1");
-  CTradeBookGrid& grid = *OpenFor("COMEX", "GC1").Grid();
-  EXPECT_EQ(grid.Properties.Settings.SellColor, 0xFFFFFFFFu);
-  EXPECT_EQ(grid.Properties.Settings.BuyColor, 0xFF0000u);
-  EXPECT_FALSE(grid.Properties.Settings.WholeRowSel || grid.Properties.Settings.GridLine);
+  CTradeBookBar& bar = OpenGold();
+  CTradeBookGrid& grid = *bar.Grid();
+  EXPECT_EQ(bar.Shown.Settings.SellColor, 0xFFFFFFFFu);
+  EXPECT_EQ(bar.Shown.Settings.BuyColor, 0xFF0000u);
+  EXPECT_FALSE(bar.Shown.Settings.WholeRowSel || bar.Shown.Settings.GridLine);
   EXPECT_TRUE(grid.IsHeaderEnabled());
-  EXPECT_FALSE(State->MultipleTradeBookDisable);
-  EXPECT_TRUE(State->TradeStore.AutoTradeWriteCSV);
+  EXPECT_FALSE(State().MultipleTradeBookDisable);
+  EXPECT_TRUE(State().TradeStore.AutoTradeWriteCSV);
   const struct {
     const wchar_t *Key, *Text;
   } kRows[] = {
@@ -298,14 +297,14 @@ TEST_F(PropertiesTest, TakesWhateverIsStored) {
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.Key);
     write(row.Key, row.Text);
-    grid.Properties.LoadGridSettings(L"TradeBook");
+    bar.Shown.LoadGridSettings();
     Pump();
     EXPECT_EQ(grid.GetGridFont(), usual);
   }
-  EXPECT_EQ(grid.Properties.Settings.ColumnFreeze, 2147483647);
+  EXPECT_EQ(bar.Shown.Settings.ColumnFreeze, 2147483647);
   EXPECT_TRUE(grid.IsHeaderEnabled());
   write(L"Font", L"0000008000000000000000000000000000ffff7f" + std::wstring(144, L'f'));
-  grid.Properties.LoadGridSettings(L"TradeBook");
+  bar.Shown.LoadGridSettings();
   Pump();
   EXPECT_TRUE(grid.GetGridFont().IsOk());
 }

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <set>
 
-#include "book_windows/windows/trade_book_commands.h"
+#include "book_windows/windows/trade_book_grid.h"
 #include "grid_ops/exports/csv_export.h"
 #include "tests/documents/page.h"
 

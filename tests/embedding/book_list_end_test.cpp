@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 #include <wx/app.h>
 
-#include "book_windows/windows/book_list.h"
+#include "book_windows/windows/book_screen.h"
 #include "book_windows/windows/trade_book_bar.h"
 #include "tests/embedding/foreign_loop.h"
 #include "toolkit/bars/docking_manager.h"
@@ -16,12 +16,12 @@ TEST(BookListEnd, StopsTheToolkit) {
     CQORTradeImpl decoder;
     PluginState state(decoder);
     CQORDLLComman functions([](const char*) -> void* { return nullptr; });
-    auto list = std::make_unique<BookList>(state, functions, BookCallbacks{});
-    list->OpenNewBook();
+    auto screen = std::make_unique<TradeBookScreen>(state, functions, BookCallbacks{});
+    screen->Registry.OpenNewBook();
     ASSERT_TRUE(TickUntil([] { return ShowsWindow("Trade Book : All"); }));
-    CTradeBookBar* bar = list->BarsById.begin()->second;
-    if (barsGoFirst) bar->GetDockingManager()->DestroyBar(bar);
-    list.reset();
+    auto& bar = dynamic_cast<CTradeBookBar&>(*screen->Registry.BarsById.begin()->second->Window);
+    if (barsGoFirst) bar.GetDockingManager()->DestroyBar(&bar);
+    screen.reset();
     EXPECT_EQ(wxTheApp, nullptr);
     EXPECT_TRUE(TickUntil([] { return !ShowsWindow("Trade Book : All"); })) << "the program goes on";
   }

@@ -133,26 +133,39 @@ TEST(RowSortTest, ComparesTheFieldOfEachColumn) {
   }
 }
 
-TEST(RowSortTest, HeaderClickGoesThroughTheStates) {
-  std::vector<int> columns = {3};
-  // clang-format off
+TEST(BookSortTest, HeaderClickGoesThroughTheStates) {
+  BookSort sort;
+  sort.Begin({0, 0, 0, -1});
+  using Pairs = std::vector<std::pair<int, int>>;
   const struct {
-    int Column, State;
+    int Column;
     bool Multiple;
     SortStep Step;
-    std::vector<int> Columns;
+    Pairs States;
   } kRows[] = {
-      {5, 0, true, SortStep::Rising, {3, 5}},      {5, 1, true, SortStep::Falling, {3, 5}},
-      {2, 0, true, SortStep::Rising, {3, 5, 2}},   {5, -1, true, SortStep::Remove, {3, 2}},
-      {5, 0, true, SortStep::Rising, {3, 2, 5}},   {7, 0, false, SortStep::Rising, {3, 2, 5}},
-      {7, 1, false, SortStep::Falling, {3, 2, 5}}, {7, -1, false, SortStep::Rising, {3, 2, 5}},
+      {5, true, SortStep::Rising, {{3, -1}, {5, 1}}},
+      {5, true, SortStep::Falling, {{3, -1}, {5, -1}}},
+      {2, true, SortStep::Rising, {{3, -1}, {5, -1}, {2, 1}}},
+      {5, true, SortStep::Remove, {{3, -1}, {2, 1}}},
+      {5, true, SortStep::Rising, {{3, -1}, {2, 1}, {5, 1}}},
+      // With a single sort column the list stays as it is, and its columns lose their states.
+      {7, false, SortStep::Rising, {{3, 0}, {2, 0}, {5, 0}}},
+      {7, false, SortStep::Falling, {{3, 0}, {2, 0}, {5, 0}}},
+      {7, false, SortStep::Rising, {{3, 0}, {2, 0}, {5, 0}}},
+      {3, false, SortStep::Rising, {{3, 1}, {2, 0}, {5, 0}}},
   };
-  // clang-format on
   for (const auto& row : kRows) {
-    SCOPED_TRACE(testing::Message() << row.Column << " " << row.State);
-    EXPECT_EQ(ToggleSortColumn(columns, row.Column, row.State, row.Multiple), row.Step);
-    EXPECT_EQ(columns, row.Columns);
+    SCOPED_TRACE(testing::Message() << row.Column << " " << row.States.size());
+    EXPECT_EQ(sort.Toggle(row.Column, row.Multiple), row.Step);
+    Pairs states;
+    for (const SortState& state : sort.States()) states.emplace_back(state.Column, state.State);
+    EXPECT_EQ(states, row.States);
   }
+  EXPECT_EQ(sort.StateOf(7) + sort.StateOf(99) + sort.StateOf(-1), 0);
+  EXPECT_TRUE(sort.Keep({0, 0, 0, 1, 0, 1}));
+  EXPECT_EQ(sort.SortColumns, (std::vector<int>{3, 5}));
+  EXPECT_FALSE(sort.Keep({0, 0, 0, -1, 0, 1}));
+  EXPECT_EQ(sort.StateOf(3), -1);
 }
 
 }  // namespace

@@ -75,14 +75,13 @@ void TwinBook::KeepTo(const SlowKey& security) {
 }
 
 std::string TwinBook::Difference() {
-  TradeRecord copy;
   std::size_t row = 0;
   for (const auto& [key, record] : Slow.Rows) {
-    if (!Fast.GetRecordCopy(row, copy) || std::memcmp(&copy, record, sizeof copy) != 0)
+    if (Fast.RecordAt(row) == nullptr || std::memcmp(Fast.RecordAt(row), record, sizeof *record) != 0)
       return "record of row " + std::to_string(row);
     if (Fast.Rows.KeyAt(row++) != key) return "key behind row " + std::to_string(row);
   }
-  if (Fast.RowCount() != row || Fast.GetRecordCopy(row, copy)) return "a row beyond the end";
+  if (Fast.RowCount() != row || Fast.RecordAt(row) != nullptr) return "a row beyond the end";
   if (Fast.NextRowKey != Slow.NextRowKey) return "next key";
   const std::pair<const char*, double> totals[] = {
       {"BuyQty", Totals.BuyQty},   {"BuyAmt", Totals.BuyAmt},   {"BuyAvg", Totals.BuyAvg}, {"SellQty", Totals.SellQty},

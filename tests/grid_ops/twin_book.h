@@ -21,9 +21,7 @@ class TwinBook : public TradeBook {
  public:
   TwinBook(const TradeCache& cache, const SlowMarket& market) : Fast(cache), Slow(cache, market), Market(market) {}
 
-  bool HasGrid() const override { return true; }
-  bool HasWindow() const override { return true; }
-  bool FilterActive() const override { return Fast.Filters.Active(); }
+  bool FilterBarActive() const override { return Fast.Filters.Active(); }
   void MakeRoom(std::size_t rows) override { Fast.MakeRoom(rows); }
   bool AdmitRow(TradeRecord& record) override;
   void UpdateTotals(const TradeRecord& record) override;

@@ -5,7 +5,10 @@
 #include <functional>
 #include <set>
 
+#include "grid_base/settings/registry_store.h"
 #include "host_link/host_functions/function_table.h"
+#include "platform/modules.h"
+#include "tests/support/fake_books.h"
 #include "tests/support/fake_terminal.h"
 
 namespace {
@@ -20,39 +23,12 @@ void TakeAnswer(CQORPacketReader* answer) {
   answers.push_back(Bytes(answer->Data, answer->Data + answer->End));
 }
 
-// Notes each call, with a plus where the plug-in's resources are selected during it.
-class FakeWindows : public BookWindows {
- public:
-  void OpenBookByCommand() override { Note("open"); }
-  void ForgetTrades() override { Note("forget " + std::to_string(Trades()) + " trades"); }
-  void ReapplyFilters() override { Note("filters"); }
-  void SaveLayout() override { Note("save"); }
-  void RestoreLayout() override { Note("restore"); }
-  void RepaintAllBooks() override { Note("repaint"); }
-  bool SelectedSecurity(std::uint64_t bookAddress, std::string& exchange, std::string& securityId) override {
-    Note("selected " + std::to_string(bookAddress));
-    exchange = Exchange;
-    securityId = SecurityID;
-    return HasSelection;
-  }
-
-  std::function<std::size_t()> Trades;
-  std::vector<std::string> Calls;
-  bool HasSelection = true;
-  std::string Exchange = "ASX";
-  std::string SecurityID = "BHP.AX";
-
- private:
-  void Note(const std::string& call) { Calls.push_back(call + (SelectedResources() != nullptr ? "+" : "")); }
-};
-
-using Calls = std::vector<std::string>;
-
 class MessageRouterTest : public testing::Test {
  protected:
   MessageRouterTest() {
     State.TradeStore.AutoTradeWriteCSV = false;
-    State.Windows = &Windows;
+    Screen.Registry = &Books;
+    CQORPRegistrySP::UseFolder(ProgramFolder());
     fakeTerminal = {};
     answers.clear();
   }
@@ -70,9 +46,17 @@ class MessageRouterTest : public testing::Test {
 
   CQORTradeImpl Decoder;
   PluginState State{Decoder};
-  FakeWindows Windows;
+  // Opens a book by the menu command.
+  FakeBookWindow& Open() {
+    Router.OnBookCommand();
+    Screen.Windows.back()->TakeNotes();
+    return *Screen.Windows.back();
+  }
+
   CQORDLLComman Terminal{FakeTerminalFunction};
-  MessageRouter Router{State, Terminal, kAddresses};
+  FakeBookScreen Screen;
+  BookRegistry Books{State, Terminal, Screen, 0};
+  MessageRouter Router{State, Books, Terminal, kAddresses};
 };
 
 // A trade of that id and execution: 20008, 55101, 55100, terminator, then its quantity 20014.
@@ -108,11 +92,9 @@ TEST_F(MessageRouterTest, KeepsDownloadedTradesUntilTheDownloadEnds) {
   EXPECT_EQ(std::uint32_t{amended->Quantity}, 51U);
   EXPECT_EQ(std::uint32_t{store.LiveTradesOf("Default")->Find(7)->Quantity}, 100U);
 
-  Windows.Trades = [this] { return LiveTrades(); };
   ToPluginMessage(30022);
   EXPECT_EQ(LiveTrades(), 0U);
   EXPECT_FALSE(store.DownloadComplete);
-  EXPECT_EQ(Windows.Calls, Calls{"forget 4 trades"}) << "while the records are there";
 }
 
 // Behind header and number the message has 15 bytes, and 10002 is the tag last read: two bytes are skipped.
@@ -127,38 +109,37 @@ TEST_F(MessageRouterTest, SkipsOneValueOfNumbersThatAnEntryPointDoesNotTake) {
   }
   EXPECT_EQ(ToMessage(8110, Hex("23")), 15U);
   EXPECT_EQ(ToPluginMessage(8110), 15U);
-  EXPECT_EQ(Windows.Calls, Calls{});
+  EXPECT_TRUE(Screen.Windows.empty());
   EXPECT_EQ(fakeTerminal.Sent.size() + answers.size() + fakeTerminal.MasterRequests.size(), 0U);
   EXPECT_TRUE(State.TradeStore.PendingTrades.empty());
   EXPECT_FALSE(State.TradeStore.DownloadComplete);
 }
 
-// A plus: under the plug-in's resources.
 TEST_F(MessageRouterTest, TellsBooksOfFiltersLayoutAndTheMenuCommand) {
-  const auto tellAll = [this] {
-    ToPluginMessage(30020);
-    ToPluginMessage(30021);
-    ToMessage(30026, Hex("23 A04E 04030201 23 6500 02 23 3275 0807060504030201"));
-    Router.OnBookCommand();
-  };
-  tellAll();
-  EXPECT_EQ(Windows.Calls, (Calls{"filters", "save", "restore+", "open+"}));
+  FakeBookWindow& book = Open();
+  EXPECT_TRUE(Screen.MadeUnderResources);
   EXPECT_EQ(SelectedResources(), nullptr);
-  EXPECT_EQ(State.RestoreNumber, 0x01020304U);
-  EXPECT_EQ(State.RestoreAddress, 0x0102030405060708U);
-  State.Windows = nullptr;
-  tellAll();
+  ToPluginMessage(30020);
+  EXPECT_EQ(book.TakeNotes(), "show; rows replaced; totals");
+  ToPluginMessage(30021);
+  EXPECT_EQ(book.TakeNotes(), "save Trade Book : AllTradeBook 11; save columns");
+  Screen.MadeUnderResources = false;
+  ToMessage(30026, Hex("23 A04E 04030201 23 6500 02 23 3275 0807060504030201"));
+  EXPECT_EQ(Screen.Windows.size(), 2U);
+  EXPECT_TRUE(Screen.MadeUnderResources);
+  EXPECT_EQ(SelectedResources(), nullptr);
   ToMessage(30026);
   EXPECT_EQ(State.RestoreNumber, 0x01020304U) << "a missing field changes nothing";
   EXPECT_EQ(State.RestoreAddress, 0x0102030405060708U);
 }
 
 TEST_F(MessageRouterTest, RoutesByTheHeldNumberIfTheHeaderDoesNotParse) {
+  FakeBookWindow& book = Open();
   const Bytes garbage = Hex("AABB 23 0100");
   CQORPacketReader reader(garbage.data(), static_cast<std::uint16_t>(garbage.size()));
-  reader.MessageNumber = 30021;
+  reader.MessageNumber = 30020;
   Router.OnPluginMessage(reader);
-  EXPECT_EQ(Windows.Calls, Calls{"save"});
+  EXPECT_EQ(book.TakeNotes(), "show; rows replaced; totals");
 }
 
 TEST_F(MessageRouterTest, RegistersTheRefreshCallbackAtEachRequest) {
@@ -174,57 +155,52 @@ TEST_F(MessageRouterTest, RegistersTheRefreshCallbackAtEachRequest) {
 }
 
 TEST_F(MessageRouterTest, RefreshPaintsOnceForABurst) {
+  FakeBookWindow& book = Open();
   Router.OnRefresh();
-  EXPECT_EQ(Windows.Calls, Calls{"repaint"});
+  EXPECT_EQ(book.TakeNotes(), "rows; totals");
   EXPECT_TRUE(State.TradeStore.GridsRefreshed);
   Router.OnRefresh();
-  EXPECT_EQ(Windows.Calls.size(), 1U);
+  EXPECT_EQ(book.TakeNotes(), "");
   ToMessage(8112);
   ToMessage(9101, TradeFields(7, 100));
   Router.OnRefresh();
   Router.OnRefresh();
-  EXPECT_EQ(Windows.Calls.size(), 2U);
-  State.Windows = nullptr;
-  State.TradeStore.GridsRefreshed = false;
-  Router.OnRefresh();
-  EXPECT_TRUE(State.TradeStore.GridsRefreshed);
+  EXPECT_EQ(book.TakeNotes(), "rows; totals");
 }
-
-const Bytes kEmptyAnswer = Hex("23 0100 0000 23 1127 0500 23 1227 177D");
 
 TEST_F(MessageRouterTest, TellsTheSelectedSecurity) {
-  ToPluginMessage(32022, SelectionRequest(0x0102030405060708, kCallback));
-  EXPECT_EQ(answers, std::vector<Bytes>{Hex("23 0100 0000 23 1127 1800"
-                                            "23 1227 177D"
-                                            "23 E2D6 0300 'ASX'"
-                                            "23 40D7 0600 'BHP.AX'")});
-  EXPECT_EQ(Windows.Calls, Calls{"selected 72623859790382856"});
-  // Each text is cut at 48 characters.
-  Windows.Exchange = std::string(48, 'x') + "y";
-  Windows.SecurityID = std::string(48, 'z');
-  ToPluginMessage(32022, SelectionRequest(9, kCallback));
-  EXPECT_EQ(answers.back(), Hex("23 0100 0000 23 1127 6F00 23 1227 177D 23 E2D6 3000") + Bytes(48, 'x') +
-                                Hex("23 40D7 3000") + Bytes(48, 'z'));
-}
-
-TEST_F(MessageRouterTest, AnswersWithoutFieldsIfNothingIsSelected) {
+  const Bytes empty = Hex("23 0100 0000 23 1127 0500 23 1227 177D");
+  const std::string longest(48, 'z');
   const struct {
-    bool HasWindows;
-    bool HasSelection;
-    const char* Exchange;
-    const char* SecurityID;
+    const char* What;
+    int Row;
+    std::string Exchange, SecurityID;
+    Bytes Answer;
   } kRows[] = {
-      {false, true, "ASX", "BHP"}, {true, false, "ASX", "BHP"}, {true, true, "", "BHP"}, {true, true, "ASX", ""}};
+      {"a row", 0, "ASX", "BHP.AX",
+       Hex("23 0100 0000 23 1127 1800 23 1227 177D 23 E2D6 0300 'ASX' 23 40D7 0600 'BHP.AX'")},
+      {"the longest texts", 0, longest, longest,
+       Hex("23 0100 0000 23 1127 6F00 23 1227 177D 23 E2D6 3000") + Bytes(48, 'z') + Hex("23 40D7 3000") +
+           Bytes(48, 'z')},
+      {"no row", -1, "ASX", "BHP", empty},
+      {"no exchange", 0, "", "BHP", empty},
+      {"no security", 0, "ASX", "", empty},
+  };
+  ToMessage(8112);
+  FakeBookWindow& book = Open();
+  std::uint8_t id = 0;
   for (const auto& row : kRows) {
-    SCOPED_TRACE(std::string(row.Exchange) + '|' + row.SecurityID);
-    answers.clear();
-    State.Windows = row.HasWindows ? &Windows : nullptr;
-    Windows.HasSelection = row.HasSelection;
-    Windows.Exchange = row.Exchange;
-    Windows.SecurityID = row.SecurityID;
-    ToPluginMessage(32022, SelectionRequest(9, kCallback));
-    EXPECT_EQ(answers, std::vector<Bytes>{kEmptyAnswer});
+    SCOPED_TRACE(row.What);
+    const auto text = [](const char* tag, const std::string& value) {
+      return Hex(tag) + Word(value.size()) + Bytes(value.begin(), value.end());
+    };
+    ToMessage(9101, TradeFields(++id, 1) + text("23 E2D6", row.Exchange) + text("23 40D7", row.SecurityID));
+    book.Row = row.Row;
+    ToPluginMessage(32022, SelectionRequest(reinterpret_cast<std::uint64_t>(book.BarAddress()), kCallback));
+    EXPECT_EQ(answers.back(), row.Answer);
   }
+  ToPluginMessage(32022, SelectionRequest(9, kCallback));
+  EXPECT_EQ(answers.back(), empty) << "no book stands there";
 }
 
 TEST_F(MessageRouterTest, IgnoresSelectionRequestsWithoutBookOrCallback) {
@@ -233,7 +209,6 @@ TEST_F(MessageRouterTest, IgnoresSelectionRequestsWithoutBookOrCallback) {
   ToPluginMessage(32022, SelectionRequest(0, kCallback));
   ToPluginMessage(32022, SelectionRequest(9, 0));
   EXPECT_TRUE(answers.empty());
-  EXPECT_EQ(Windows.Calls, Calls{});
 }
 
 TEST_F(MessageRouterTest, TakesTheSelectionOfAnotherWindow) {
@@ -241,15 +216,14 @@ TEST_F(MessageRouterTest, TakesTheSelectionOfAnotherWindow) {
   ToPluginMessage(32023, Hex("23 40D7 0600 'BHP.AX' 23 6500 02 23 E2D6 0300 'ASX'"));
   EXPECT_STREQ(State.SelectedKey.Exchange, "ASX");
   EXPECT_STREQ(State.SelectedKey.SecurityID, "BHP.AX");
-  EXPECT_STREQ(State.SelectedMaster.Name.data(), "BHP GROUP");
-  EXPECT_EQ(State.SelectedMaster.Multiplier, 2.5);
+  EXPECT_EQ(State.SelectedScriptName, "BHP GROUP");
 
   // Texts are cut at 48 characters; a missing field or record changes nothing.
   const std::string longest(48, 'z');
   ToPluginMessage(32023, Hex("23 40D7 3200") + Bytes(50, 'z') + Hex("23 6500 02"));
   EXPECT_EQ(State.SelectedKey.SecurityID, longest);
   EXPECT_STREQ(State.SelectedKey.Exchange, "ASX");
-  EXPECT_STREQ(State.SelectedMaster.Name.data(), "BHP GROUP");
+  EXPECT_EQ(State.SelectedScriptName, "BHP GROUP");
   EXPECT_EQ(fakeTerminal.MasterRequests, (std::vector<std::string>{"ASX|BHP.AX", "ASX|" + longest}));
 }
 

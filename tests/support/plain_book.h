@@ -7,9 +7,7 @@
 class PlainBook : public TradeBook, SecurityMasters {
  public:
   explicit PlainBook(const TradeCache& cache) : Rows(cache) {}
-  bool HasGrid() const override { return true; }
-  bool HasWindow() const override { return true; }
-  bool FilterActive() const override { return Rows.Filters.Active(); }
+  bool FilterBarActive() const override { return Rows.Filters.Active(); }
   void MakeRoom(std::size_t rows) override { Rows.MakeRoom(rows); }
   bool AdmitRow(TradeRecord& record) override { return Rows.AdmitRow(record); }
   void UpdateTotals(const TradeRecord& record) override { Totals.UpdateTotals(record, Basis(), Line); }

@@ -6,7 +6,6 @@
 #include <sstream>
 
 #include "terminal/common/errors.h"
-#include "terminal/day/csv_tables.h"
 #include "tests/terminal/test_files.h"
 
 namespace {

@@ -18,10 +18,7 @@ class FakeBook : public TradeBook {
  public:
   FakeBook(std::string key, BookSettings settings, BookCalls& told)
       : Key(std::move(key)), Settings(settings), Told(told) {}
-  bool HasGrid() const { return true; }
-  bool HasWindow() const { return true; }
-  bool FilterActive() const { return Settings.FilterActive; }
-  bool FilterBarActive() const { return Settings.FilterActive; }
+  bool FilterBarActive() const override { return Settings.FilterActive; }
   void MakeRoom(std::size_t) override {}
   bool AdmitRow(TradeRecord& record) override;
   void UpdateTotals(const TradeRecord& record) override { Told.push_back(CallWith(Key, "totals", record)); }

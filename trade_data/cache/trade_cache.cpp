@@ -80,12 +80,16 @@ void TradeCache::TellBooks(TradeRecord& record) {
     if (book->AdmitRow(record)) book->UpdateTotals(record);
 }
 
+// Intentional: filtered books take all trades too, until message 30020 or a change of their state.
+void TradeCache::ReloadAllBooks() {
+  for (const auto& [key, book] : BooksByKey) book->CopyAllRows(TradeNumbers, NextTradeNumber);
+}
+
 // The daily file comes last because it is opened once; the steps before it can be repeated.
 void TradeCache::OnDownloadEnd() {
   DownloadComplete = true;
   MergePending();
-  for (const auto& [key, book] : BooksByKey)
-    if (book->HasGrid() && book->HasWindow()) book->CopyAllRows(TradeNumbers, NextTradeNumber);
+  ReloadAllBooks();
   if (AutoTradeWriteCSV) {
     AutoFile.OpenDailyFile(WorkingFolder, FormatTimeText(CurrentInstant(), "yyyyMMdd", false), ServerName);
     for (const auto& [server, trades] : LiveTrades)
@@ -135,8 +139,7 @@ void TradeCache::OnClearTrades() {
   LiveTrades.clear();
   KnownExecutions.Clear();
   DownloadComplete = false;
-  for (const auto& [key, book] : BooksByKey)
-    if (book->HasGrid()) book->ClearRows();
+  for (const auto& [key, book] : BooksByKey) book->ClearRows();
   // Last, because books refer to records until now.
   Records.Clear();
 }
@@ -205,7 +208,7 @@ void TradeCache::AmendUnknown() {
 // The first book without a filter stores the trade; without such a book it is not stored.
 void TradeCache::AmendUnknownInBooks() {
   for (const auto& [key, book] : BooksByKey) {
-    if (book->HasGrid() && book->FilterActive())
+    if (book->FilterBarActive())
       book->RefilterRow(AmendCopy);
     else
       ShowTrade(StoreCopy(LiveTrades[ServerName], static_cast<std::int32_t>(Amend.TradeId), AmendCopy));

@@ -22,9 +22,7 @@ class TradeBook {
  public:
   virtual ~TradeBook() = default;
 
-  virtual bool HasGrid() const = 0;
-  virtual bool HasWindow() const = 0;
-  virtual bool FilterActive() const = 0;
+  virtual bool FilterBarActive() const = 0;
 
   // The next rows, so many of them, enter without taking memory: a trade reaches all books or fails before any.
   virtual void MakeRoom(std::size_t rows) = 0;
@@ -98,6 +96,7 @@ class TradeCache {
   void ShowTrade(const Stored& trade);
   void GiveNextNumber(TradeRecord* record);
   void TellBooks(TradeRecord& record);
+  void ReloadAllBooks();
   void MergePending();
   void MergeTrade(TradeMap& live, std::int32_t tradeId, TradeRecord* record);
   void WriteTradeLine(const TradeRecord& record);

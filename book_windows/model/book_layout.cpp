@@ -1,4 +1,4 @@
-#include "book_windows/model/layout_record.h"
+#include "book_windows/model/book_layout.h"
 
 #include <algorithm>
 #include <cstring>
@@ -51,7 +51,7 @@ std::optional<std::string> ScriptTradeNameOf(const BookState& state) {
     return state.CurrentTitle == BookState::kAllTitle ? state.CurrentTitle : state.ScriptTitle;
   }
   const bool blank = state.AllMark.empty() && state.CurrentTitle.empty();
-  return std::string(blank ? BookState::kTitleStart : BookState::kAllTitle);
+  return std::string(blank ? BookState::BlankTitle : BookState::kAllTitle);
 }
 
 RestoredState RestoredStateOf(const BookRecord& record) {
@@ -70,9 +70,9 @@ bool WriteBookRecord(CQORPRegistry& settings, int number, const BookRecord& reco
   entry.Put(L"ScriptName", record.ScriptTitle);
   entry.Put(L"LastNum", NumberToWide(record.LastNum));
   if (record.ScriptTradeName) entry.Put(L"ScriptTradeName", *record.ScriptTradeName);
-  entry.Put(L"Dock", std::int32_t{record.Docked});
-  entry.Put(L"Tab", std::int32_t{record.Tabbed});
-  entry.Put(L"Rect", record.Rect);
+  entry.Put(L"Dock", std::int32_t{record.Place.Docked});
+  entry.Put(L"Tab", std::int32_t{record.Place.Tabbed});
+  entry.Put(L"Rect", record.Place.Rect);
   settings.ClosePath();
   return true;
 }
@@ -89,7 +89,7 @@ std::optional<BookRecord> ReadBookRecord(CQORPRegistry& settings, int number) {
   record.ScriptTitle = entry.Text(L"ScriptName").value_or("");
   record.ScriptTradeName = entry.Text(L"ScriptTradeName");
   entry.Take(L"LastNum", record.LastNum);
-  entry.Take(L"Rect", record.Rect);
+  entry.Take(L"Rect", record.Place.Rect);
   settings.ClosePath();
   return record;
 }

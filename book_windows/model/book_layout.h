@@ -1,7 +1,7 @@
-// BookRecord: what the settings keep of an open book from one run to the next, and the values that it is kept in. No
-// window.
+// BookRecord: what the settings keep of an open book from one run to the next. The place of its bar is stored apart, by
+// the toolkit, under the book's key.
 //
-//   section PLUGINDLLS\Trade Book\RecentFiles; the name of every value but the first ends with the entry's number
+//   section PLUGINDLLS\Trade Book\RecentFiles; every value name but the first ends with the entry's number
 //     <number>             text       BookName
 //     FilterKeyExchange    text       Security.Exchange
 //     FilterKeySecurityID  text       Security.SecurityID
@@ -17,6 +17,7 @@
 #include <string>
 
 #include "book_windows/model/book_state.h"
+#include "book_windows/model/book_window.h"
 #include "grid_base/settings/registry.h"
 #include "grid_ops/columns/filter_key.h"
 
@@ -26,19 +27,16 @@ struct BookRecord {
   std::string ScriptTitle;
   std::uint32_t LastNum = 0;
   std::optional<std::string> ScriptTradeName;
-  bool Docked = false;
-  bool Tabbed = false;
-  SettingsRectangle Rect;
+  BookPlace Place;
 };
 
-// What stands for the state of a book; nothing where none does.
-std::optional<std::string> ScriptTradeNameOf(const BookState& state);
+inline constexpr int kMostRestored = 15;
 
-// What a record makes of a book. Unknown is a filter without its security: the book stays as it was made.
-enum class RestoredState { All, Blank, Widened, Security, Unknown };
+// The text for the state of a book; nothing if none is stored.
+std::optional<std::string> ScriptTradeNameOf(const BookState& state);
 RestoredState RestoredStateOf(const BookRecord& record);
 
-// False when nothing can be written. What is not written stays as a former save left it: meant so.
+// False if nothing can be written. Intentional: a value that is not written keeps what an earlier save wrote.
 bool WriteBookRecord(CQORPRegistry& settings, int number, const BookRecord& record);
 // Nothing without the value that holds the name; every other value may be missing.
 std::optional<BookRecord> ReadBookRecord(CQORPRegistry& settings, int number);

@@ -1,0 +1,344 @@
+#include "book_windows/model/book_registry.h"
+
+#include <gtest/gtest.h>
+
+#include "foundations/text_tools.h"
+#include "grid_base/settings/registry_store.h"
+#include "tests/book_windows/book_desk.h"
+#include "tests/support/fake_books.h"
+
+namespace {
+
+constexpr const char* kGold = "Trade Book : COMEX GOLD 201312";
+constexpr const char* kAll = "Trade Book : All";
+
+class BookRegistryTest : public testing::Test {
+ protected:
+  BookRegistryTest() { Start(); }
+  void Start() {
+    Registry.reset();
+    Desk.StartAgain();
+    Screen.Focused = nullptr;
+    Registry = std::make_unique<BookRegistry>(*Desk.State, *Desk.Functions, Screen, BookDesk::OnPluginMessage());
+    Screen.Registry = Registry.get();
+    Desk.Connect(*Registry);
+  }
+  // Opens a book by the menu command, no book having the focus.
+  FakeBookWindow& Open() {
+    Screen.Focused = nullptr;
+    Registry->OnBookCommand();
+    return *Screen.Windows.back();
+  }
+  FakeBookWindow& OpenGold() {
+    BookDesk::Select("COMEX", "GC1");
+    return Open();
+  }
+  // The menu command with the focus in the book.
+  void Widen(FakeBookWindow& window) {
+    Screen.Focused = &window;
+    Registry->OnBookCommand();
+  }
+  static std::string Ids(const Book& book) {
+    std::string ids;
+    for (const TradeRecord* record : book.Rows.RowRecords()) ids += std::to_string(record->VELDTradeID);
+    return ids;
+  }
+  std::size_t InLists() const {
+    return Registry->BarsById.size() + Registry->BooksByWindow.size() + Desk.State->BooksByKey.size();
+  }
+  static std::wstring Bought(const Book& book) { return book.Line.TextOf(SummaryValue::BuyQty); }
+
+  BookDesk Desk;
+  FakeBookScreen Screen;
+  std::unique_ptr<BookRegistry> Registry;
+};
+
+TEST_F(BookRegistryTest, OpensWhatTheFocusedWindowSelects) {
+  Desk.Trade(1, "COMEX", "GC1", 1, 5, 10);
+  Desk.Trade(2, "COMEX", "GC2", 2, 3, 20);
+  const struct {
+    const char *Exchange, *SecurityID, *Title, *Ids;
+  } kRows[] = {
+      {nullptr, nullptr, kAll, "21"}, {"COMEX", "GC1", kGold, "1"}, {"COMEX", "", kAll, "21"}, {"", "GC1", kAll, "21"}};
+  int number = 0;
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(++number);
+    Desk.State->SelectedKey = KeyOf("COMEX", "GC2");  // an earlier answer
+    if (row.Exchange == nullptr) BookDesk::SelectNothing();
+    if (row.Exchange != nullptr) BookDesk::Select(row.Exchange, row.SecurityID);
+    FakeBookWindow& window = Open();
+    const std::string name = "TradeBook " + std::to_string(number), key = row.Title + name + std::to_string(number);
+    EXPECT_EQ(window.TakeNotes(), std::string("title ") + row.Title + "; show; focus bar; rows replaced; totals");
+    EXPECT_EQ(Ids(window.Shown), row.Ids);
+    EXPECT_EQ(window.Shown.Name, name);
+    EXPECT_EQ(Desk.State->BooksByKey.at(key), &window.Shown);
+    EXPECT_EQ(Registry->BarsById.find(static_cast<std::uint32_t>(number))->second, &window.Shown);
+    EXPECT_EQ(Registry->BooksByWindow.at(window.GridAddress()), &window.Shown);
+    EXPECT_EQ(window.At.Rect, (SettingsRectangle{100, 100, 630, 400}));
+  }
+  EXPECT_EQ(fakeTerminal.SentNumbers(), std::vector<std::uint16_t>(4, 32022));
+}
+
+// 30001 is the bar that the user asks from: the one with the focus before the new one is made.
+TEST_F(BookRegistryTest, NamesTheAskingBarInTheQuestion) {
+  FakeBookWindow& first = Open();
+  Screen.Focused = &first;
+  Registry->OpenNewBook();
+  const auto address = reinterpret_cast<std::uint64_t>(&first);
+  EXPECT_EQ(Part(fakeTerminal.Sent.back(), 26, 37), Hex("23 3175") + Word(address, 8));
+}
+
+TEST_F(BookRegistryTest, OpensOneBookWhileTheSwitchSaysSo) {
+  Desk.State->MultipleTradeBookDisable = false;
+  Desk.State->LastNum = 4;
+  for (int time = 0; time < 3; ++time) Open();
+  EXPECT_EQ(fakeTerminal.BarCalls, std::vector<std::string>{"1 = TradeBook 4"});
+  Desk.State->MultipleTradeBookDisable = true;
+  Open();
+  EXPECT_EQ(fakeTerminal.BarCalls.back(), "2 = TradeBook 5");
+  Registry->CloseBook(Screen.Windows.back()->Shown, BookRegistry::Close::HideBar);
+  Open();
+  EXPECT_EQ(fakeTerminal.BarCalls.back(), "3 = TradeBook 6") << "names are not used again";
+}
+
+TEST_F(BookRegistryTest, ReturnsTheIdOfABookWithoutWindow) {
+  Screen.MakesNone = true;
+  Registry->OnBookCommand();
+  EXPECT_EQ(fakeTerminal.BarCalls, (std::vector<std::string>{"1 = TradeBook 1", "-1"}));
+  EXPECT_TRUE(fakeTerminal.Sent.empty());
+  EXPECT_EQ(InLists(), 0u);
+  Screen.HasDisplay = false;
+  Registry->OnBookCommand();
+  EXPECT_EQ(fakeTerminal.BarCalls.size(), 2u);
+}
+
+// W is the menu command, E is Escape in the grid, C a click on the close button.
+TEST_F(BookRegistryTest, FollowsCommandAndEscape) {
+  for (std::uint32_t id = 1; id <= 3; ++id) Desk.Trade(id, id == 3 ? "" : "COMEX", id == 3 ? "" : "GC1", 1, id, 10);
+  Desk.Trade(4, "MCX", "GC1", 1, 4, 10);
+  const struct {
+    bool Gold;
+    char Step;
+    const char *Notes, *Ids;
+    const wchar_t* Bought;
+  } kRows[] = {
+      {true, 'W', "rows replaced; totals; show; focus grid; title Trade Book : All", "4321", L"10"},
+      {true, 'W', "rows replaced; totals; show; focus grid; title Trade Book : All", "4321", L"10"},
+      {true, 'E', "title Trade Book : COMEX GOLD 201312; rows replaced; totals", "21", L"3"},
+      {false, 'E', "title Trade Book : ; rows replaced; totals", "3", L"3"},
+      {false, 'W', "rows replaced; totals; show; focus grid; title Trade Book : All", "4321", L"10"},
+      {false, 'E', "title Trade Book : ; rows replaced; totals", "3", L"3"},
+      {false, 'E', "hide", "3", L"3"},
+      {true, 'E', "hide", "21", L"3"},
+      {true, 'E', "", "21", L"3"},
+  };
+  FakeBookWindow& gold = OpenGold();
+  BookDesk::SelectNothing();
+  FakeBookWindow& all = Open();
+  gold.TakeNotes(), all.TakeNotes();
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.Notes);
+    FakeBookWindow& window = row.Gold ? gold : all;
+    if (row.Step == 'W') Widen(window);
+    if (row.Step == 'E') Registry->OnEscape(window.Shown);
+    EXPECT_EQ(window.TakeNotes(), row.Notes);
+    EXPECT_EQ(Ids(window.Shown), row.Ids);
+    EXPECT_EQ(Bought(window.Shown), row.Bought);
+  }
+  ASSERT_EQ(InLists(), 1u);
+  EXPECT_EQ(Desk.State->BooksByKey.begin()->first, std::string(kAll) + "TradeBook 22") << "the blank one's old key";
+}
+
+// Intentional: a widened book stays under its old key, so that closing it leaves that entry.
+TEST_F(BookRegistryTest, ClosedWidenedBookStillGetsTrades) {
+  FakeBookWindow& gold = OpenGold();
+  Widen(gold);
+  EXPECT_EQ(gold.Shown.ProfileKey, std::string(kAll) + "TradeBook 11");
+  Registry->CloseBook(gold.Shown, BookRegistry::Close::HideBar);
+  ASSERT_EQ(Desk.State->BooksByKey.size(), 1u);
+  EXPECT_EQ(Desk.State->BooksByKey.begin()->first, std::string(kGold) + "TradeBook 11");
+  EXPECT_TRUE(Registry->BarsById.empty() && Registry->BooksByWindow.empty());
+  Desk.Trade(1, "MCX", "GC1", 1, 1, 1);
+  EXPECT_EQ(Ids(gold.Shown), "1");
+}
+
+TEST_F(BookRegistryTest, ClosesByEachWay) {
+  const struct {
+    const char* Way;
+    bool Floating, Closes;
+    const char* Notes;
+  } kRows[] = {{"escape in bar", true, true, "hide"},  {"escape in bar", false, false, ""},
+               {"escape in grid", true, true, "hide"}, {"escape in grid", false, false, ""},
+               {"close button", false, true, "hide"},  {"tab", false, true, ""}};
+  std::uint32_t id = 0;
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.Way);
+    FakeBookWindow& window = OpenGold();
+    window.Floating = row.Floating;
+    window.Shown.Settings.BuyColor = 100 + ++id;
+    window.TakeNotes();
+    fakeTerminal.BarCalls.clear();
+    for (int time = 0; time < 2; ++time) {  // the second finds no book
+      if (row.Way == std::string("escape in bar")) Registry->CloseByEscape(window.Shown);
+      if (row.Way == std::string("escape in grid")) Registry->OnEscape(window.Shown);
+      if (row.Way == std::string("close button")) Registry->CloseBook(window.Shown, BookRegistry::Close::HideBar);
+      if (row.Way == std::string("tab")) Registry->CloseBook(window.Shown, BookRegistry::Close::LeaveToTab);
+    }
+    EXPECT_EQ(window.TakeNotes(), row.Notes);
+    EXPECT_EQ(InLists(), row.Closes ? 0u : 3u);
+    EXPECT_EQ(fakeTerminal.BarCalls.size(), row.Closes ? 1u : 0u);
+    EXPECT_EQ(fakeTerminal.Focus.size(), row.Closes ? 1u : 0u);
+    if (row.Closes) {
+      EXPECT_EQ(fakeTerminal.BarCalls[0], "-" + std::to_string(id));
+      EXPECT_EQ(fakeTerminal.Focus[0], (std::pair<void*, bool>(window.BarAddress(), true)));
+      GridSettings stored;
+      EXPECT_TRUE(ReadGridSettings(kGridSettingsKey, stored, *Desk.State));
+      EXPECT_EQ(stored.BuyColor, 100 + id);
+    }
+    window.DestroyBar();
+    fakeTerminal.Focus.clear();
+  }
+}
+
+// As of a terminal without GetPluginBarID.
+TEST_F(BookRegistryTest, BooksOfOneIdCloseEachByItself) {
+  for (int i = 1; i <= 3; ++i) fakeTerminal.BarIds["TradeBook " + std::to_string(i)] = 7;
+  for (int i = 0; i < 3; ++i) OpenGold();
+  for (const std::size_t place : {1u, 0u, 2u}) {
+    const std::size_t before = InLists();
+    FakeBookWindow& window = *Screen.Windows[place];
+    Registry->CloseBook(window.Shown, BookRegistry::Close::HideBar);
+    EXPECT_TRUE(window.TakeNotes().ends_with("hide"));
+    EXPECT_EQ(fakeTerminal.BarCalls.back(), "-7");
+    EXPECT_EQ(InLists(), before - 3);
+  }
+}
+
+TEST_F(BookRegistryTest, MessagesChangeEveryBook) {
+  Desk.Trade(1, "COMEX", "GC1", 1, 5, 10);
+  Desk.Trade(2, "MCX", "GC1", 1, 7, 10);
+  FakeBookWindow& gold = OpenGold();
+  BookDesk::SelectNothing();
+  FakeBookWindow& all = Open();
+  gold.TakeNotes(), all.TakeNotes();
+  Desk.Tell(8112);
+  EXPECT_EQ(Ids(gold.Shown), "21") << "filtered books take all trades too";
+  EXPECT_EQ(gold.TakeNotes(), "") << "the message path touches no window";
+  Desk.Tell(30020);
+  EXPECT_EQ(Ids(gold.Shown) + Ids(all.Shown), "121");
+  EXPECT_EQ(gold.TakeNotes(), "show; rows replaced; totals");
+  EXPECT_EQ(all.TakeNotes(), "show; rows replaced; totals");
+  EXPECT_EQ(Bought(gold.Shown), L"5");
+  Desk.Trade(3, "COMEX", "GC1", 1, 1, 10);
+  EXPECT_EQ(gold.TakeNotes(), "");
+  Registry->RepaintAllBooks();
+  EXPECT_EQ(gold.TakeNotes() + all.TakeNotes(), "rows; totalsrows; totals");
+  EXPECT_EQ(Bought(gold.Shown), L"6");
+  Desk.State->BooksByKey.erase(gold.Shown.ProfileKey);  // another book took the key
+  Registry->CloseBook(all.Shown, BookRegistry::Close::HideBar);
+  Desk.Tell(30022);
+  EXPECT_EQ(Ids(gold.Shown) + Ids(all.Shown), "") << "no book points at a record that goes";
+  Desk.Trade(9, "COMEX", "GC1", 1, 5, 10);
+  EXPECT_EQ(Ids(all.Shown), "") << "before the end of the download nothing reaches a book";
+}
+
+TEST_F(BookRegistryTest, TellsTheSelectedRow) {
+  Desk.Trade(1, "COMEX", "GC1", 1, 5, 10);
+  Desk.Trade(2, "MCX", "GC2", 1, 5, 10);
+  FakeBookWindow& window = Open();
+  const auto address = reinterpret_cast<std::uint64_t>(window.BarAddress());
+  const struct {
+    std::uint64_t Address;
+    int Row;
+    const char* Told;
+  } kRows[] = {
+      {address, 0, "MCX GC2"}, {address, 1, "COMEX GC1"}, {address, -1, ""}, {address, 2, ""}, {address + 8, 0, ""}};
+  for (const auto& row : kRows) {
+    window.Row = row.Row;
+    std::string exchange, securityId;
+    const bool told = Registry->SelectedSecurity(row.Address, exchange, securityId);
+    EXPECT_EQ(told ? exchange + " " + securityId : "", row.Told);
+  }
+  window.Row = 0;
+  Registry->CloseBook(window.Shown, BookRegistry::Close::HideBar);
+  std::string exchange, securityId;
+  EXPECT_FALSE(Registry->SelectedSecurity(address, exchange, securityId)) << "closed";
+}
+
+TEST_F(BookRegistryTest, SortsByClicksAndKeepsItsRowsWhenASortEnds) {
+  for (std::uint32_t id = 1; id <= 6; ++id) Desk.Trade(id, "COMEX", id == 5 ? "GC2" : "GC1", 1, 10 - id, id % 2);
+  FakeBookWindow& window = OpenGold();
+  Book& book = window.Shown;
+  window.TakeNotes();
+  book.ToggleSortColumn(20, true);
+  EXPECT_EQ(window.TakeNotes(), "no row; sort; rows replaced");
+  EXPECT_EQ(Ids(book), "64231");
+  book.ToggleSortColumn(18, true);
+  EXPECT_EQ(Ids(book), "64231") << "by quantity within a price";
+  book.ToggleSortColumn(18, true);
+  EXPECT_EQ(Ids(book), "24613") << "falling";
+  Desk.Trade(7, "COMEX", "GC1", 1, 1, 1);
+  EXPECT_EQ(Ids(book), "246137") << "what comes after a sort stands below it";
+  window.TakeNotes();
+  book.ToggleSortColumn(18, true);
+  EXPECT_EQ(window.TakeNotes(), "sort; rows replaced") << "the current row stays when a column leaves the sort";
+  std::vector<int> marks(37);
+  book.KeepMarkedSort(marks);
+  EXPECT_EQ(Ids(book), "764321");
+  EXPECT_EQ(Bought(book), L"35");
+  EXPECT_EQ(window.TakeNotes(), "rows replaced; totals");
+  book.KeepMarkedSort(marks);
+  EXPECT_EQ(window.TakeNotes(), "") << "there was no sort to end";
+  book.ToggleSortColumn(20, true), book.ToggleSortColumn(18, true);
+  marks[18] = 1;
+  book.KeepMarkedSort(marks);
+  EXPECT_EQ(Ids(book), "764321") << "by quantity alone: 1, 4, 6, 7, 8, 9";
+  book.OnFilterBarChanged(18, L"4");
+  EXPECT_EQ(Ids(book), "6");
+  EXPECT_EQ(Bought(book), L"4");
+  book.OnFilterBarClearAll();
+  EXPECT_FALSE(book.FilterBarActive());
+}
+
+// Intentional: a sort that a profile restored takes all numbered trades as rows, whatever the security.
+TEST_F(BookRegistryTest, RestoredSortTakesAllTradesAsRows) {
+  Desk.Trade(1, "COMEX", "GC1", 1, 5, 10);
+  Desk.Trade(2, "MCX", "GC1", 1, 7, 10);
+  Screen.SortStates.assign(37, 0);
+  Screen.SortStates[18] = -1;
+  FakeBookWindow& window = OpenGold();
+  EXPECT_EQ(window.Shown.Sort.SortColumns, std::vector<int>{18});
+  EXPECT_EQ(window.Shown.Sort.StateOf(18), -1);
+  EXPECT_EQ(Ids(window.Shown), "21");
+  Registry->RebuildAllBooks();
+  EXPECT_EQ(Ids(window.Shown), "1") << "only when virtual mode begins";
+}
+
+// CQORPProp is the toolkit's; the model passes it on unread.
+TEST_F(BookRegistryTest, PropertyGoesToEveryBookThatIsLeft) {
+  for (int i = 0; i < 3; ++i) Open();
+  const auto& property = reinterpret_cast<const CQORPProp&>(Desk);
+  for (const auto& window : Screen.Windows) window->TakeNotes();
+  Registry->ApplyPropertyToAllBooks(property);
+  for (const auto& window : Screen.Windows) EXPECT_EQ(window->TakeNotes(), "property; totals");
+  Screen.EndedByProperty = Screen.Windows[0].get();  // while the first book handles it
+  Registry->ApplyPropertyToAllBooks(property);
+  ASSERT_EQ(Screen.Windows.size(), 2u);
+  for (const auto& window : Screen.Windows) EXPECT_EQ(window->TakeNotes(), "property; totals");
+  Screen.Focused = Screen.Windows[1].get();
+  auto* list = reinterpret_cast<CQORPPropList*>(&Desk);
+  Registry->PropertyListRequest(nullptr, this);
+  Registry->PropertyListRequest(list, nullptr);
+  EXPECT_EQ(Screen.Focused->TakeNotes(), "");
+  Registry->PropertyListRequest(list, this);
+  EXPECT_EQ(Screen.Focused->TakeNotes(), "properties");
+}
+
+TEST_F(BookRegistryTest, DestroysTheWindowsThatAreLeft) {
+  for (int i = 0; i < 3; ++i) Open();
+  Registry->CloseBook(Screen.Windows[1]->Shown, BookRegistry::Close::HideBar);
+  Registry.reset();
+  EXPECT_TRUE(Screen.Windows.empty());
+}
+
+}  // namespace
