@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <filesystem>
 
+#include "host_link/messages/message_table.h"
 #include "host_link/messages/packet_reader.h"
 #include "host_link/messages/packet_writer.h"
-#include "host_link/module/message_router.h"
 #include "platform/modules.h"
 #include "terminal/day/message_file.h"
 #include "terminal/link/message_log.h"

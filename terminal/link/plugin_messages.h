@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-#include "host_link/module/message_router.h"
+#include "host_link/messages/message_table.h"
 #include "terminal/link/message_log.h"
 
 // A list of message numbers that go to one function of the plug-in.

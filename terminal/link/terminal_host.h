@@ -9,8 +9,8 @@
 #include <thread>
 
 #include "host_link/host_functions/terminal_functions.h"
+#include "host_link/messages/message_table.h"
 #include "host_link/messages/packet_writer.h"
-#include "host_link/module/message_router.h"
 #include "terminal/day/csv_tables.h"
 #include "terminal/link/message_log.h"
 #include "terminal/link/plugin_messages.h"

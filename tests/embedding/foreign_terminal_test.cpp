@@ -7,9 +7,9 @@
 #include <iterator>
 #include <set>
 
+#include "host_link/messages/message_table.h"
 #include "host_link/messages/packet_reader.h"
 #include "host_link/messages/packet_writer.h"
-#include "host_link/module/message_router.h"
 #include "platform/modules.h"
 #include "tests/embedding/foreign_loop.h"
 #include "tests/host_link/reply_for_test.h"

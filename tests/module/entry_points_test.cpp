@@ -1,6 +1,6 @@
 // The three exports out of memory: each message is sent until it is served, and each time a later one of its
 // allocations fails. No exception leaves an export, and each message has its effect once: the daily file shows it.
-#include "host_link/module/message_router.h"
+#include "host_link/messages/message_table.h"
 
 #include <gtest/gtest.h>
 
@@ -8,9 +8,9 @@
 
 #include "host_link/messages/packet_reader.h"
 #include "platform/modules.h"
-#include "tests/support/own_folder.h"
 #include "tests/host_link/reply_for_test.h"
 #include "tests/support/failing_memory.h"
+#include "tests/support/own_folder.h"
 #include "tests/support/wire_bytes.h"
 
 TRADEBOOK_EXPORT void GetDllInfo(HostReplyBuffer* reply, const std::uint8_t* infoOnly) noexcept;

@@ -5,10 +5,10 @@
 #include <string>
 
 #include "host_link/host_functions/terminal_functions.h"
+#include "host_link/messages/message_table.h"
 #include "host_link/messages/packet_reader.h"
 #include "host_link/messages/packet_writer.h"
 #include "host_link/messages/reply_buffer.h"
-#include "host_link/module/message_router.h"
 #include "platform/modules.h"
 
 namespace {
