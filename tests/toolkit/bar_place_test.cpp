@@ -30,30 +30,30 @@ TEST(BarPlace, IsOneLineOfText) {
   EXPECT_EQ(ParseBarPlace(lines[0]), docked);
 }
 
-// Each is one change away from "1;docked;1;220;150;420;260;bottom;0;0;0;0;300;200".
 TEST(BarPlace, RejectsOtherText) {
-  const wchar_t* lines[] = {L"",
-                            L"1",
-                            L"2;docked;1;220;150;420;260;bottom;0;0;0;0;300;200",
-                            L"1;docked;1;220;150;420;260;bottom;0;0;0;0;300",
-                            L"1;docked;1;220;150;420;260;bottom;0;0;0;0;300;200;",
-                            L"1;docked;1;220;150;420;260;bottom;0;0;0;0;300;200;1",
-                            L"1;Docked;1;220;150;420;260;bottom;0;0;0;0;300;200",
-                            L"1;docked;2;220;150;420;260;bottom;0;0;0;0;300;200",
-                            L"1;docked;1;220;150;0;260;bottom;0;0;0;0;300;200",
-                            L"1;docked;1;220;150;-4;260;bottom;0;0;0;0;300;200",
-                            L"1;docked;1;32768;150;420;260;bottom;0;0;0;0;300;200",
-                            L"1;docked;1;220;-32768;420;260;bottom;0;0;0;0;300;200",
-                            L"1;docked;1;220;150;420;260;middle;0;0;0;0;300;200",
-                            L"1;docked;1;220;150;420;260;bottom;-1;0;0;0;300;200",
-                            L"1;docked;1;220;150;420;260;bottom;0;0;0;100000001;300;200",
-                            L"1;docked;1;220;150;420;260;bottom;0;0;0;99999999999999999999;300;200",
-                            L"1;docked;1;220;150;420;260;bottom;0;0;0;0;300;0",
-                            L"1;docked;1;;150;420;260;bottom;0;0;0;0;300;200",
-                            L"1;docked;1; 220;150;420;260;bottom;0;0;0;0;300;200",
-                            L"1;docked;1;-;150;420;260;bottom;0;0;0;0;300;200",
-                            L"1;docked;1;220;150;420;260;bottom;0;0;0;0;300;0x9"};
-  for (const wchar_t* line : lines) EXPECT_FALSE(ParseBarPlace(line)) << testing::PrintToString(std::wstring(line));
+  const std::vector<std::wstring> good{L"1",      L"docked", L"1", L"220", L"150", L"420", L"260",
+                                       L"bottom", L"0",      L"0", L"0",   L"0",   L"300", L"200"};
+  const auto join = [](const std::vector<std::wstring>& fields) {
+    std::wstring line;
+    for (const std::wstring& field : fields) line += field + L";";
+    line.pop_back();
+    return line;
+  };
+  ASSERT_TRUE(ParseBarPlace(join(good)));
+  const std::pair<std::size_t, const wchar_t*> changes[] = {
+      {0, L"2"},    {0, L""},       {1, L"Docked"}, {2, L"2"},      {3, L"32768"},      {3, L""},
+      {3, L" 220"}, {3, L"-"},      {4, L"-32768"}, {5, L"0"},      {5, L"-4"},         {5, L"32768"},
+      {6, L"0"},    {7, L"middle"}, {8, L"-1"},     {9, L"32768"},  {11, L"100000001"}, {11, L"99999999999999999999"},
+      {12, L"0"},   {13, L"0x9"},   {13, L"200;"},  {13, L"200;1"},
+  };
+  for (const auto& [field, text] : changes) {
+    std::vector<std::wstring> fields = good;
+    fields[field] = text;
+    EXPECT_FALSE(ParseBarPlace(join(fields))) << field << ' ' << testing::PrintToString(std::wstring(text));
+  }
+  for (std::size_t count = 1; count < good.size(); ++count)
+    EXPECT_FALSE(ParseBarPlace(join({good.begin(), good.begin() + static_cast<std::ptrdiff_t>(count)}))) << count;
+  EXPECT_FALSE(ParseBarPlace(L""));
 }
 
 TEST(BarPlace, KeepsAFloatingBarWhereTheMouseCanGripIt) {

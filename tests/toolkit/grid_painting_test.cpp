@@ -52,33 +52,21 @@ TEST_F(GridPainting, PaintsCellsByOwnColoursMarksAndTheme) {
   for (const int row : {7, 8}) ClickRow(row, row == 8 ? kShift : kNoKey);
   PressKey(WXK_DOWN, kControl);
   PressKey(WXK_DOWN, kControl);
+  // Rows 7 and 8 are selected, 10 is current; column 4 is a sort column, 5 is selected.
+  const ColorRef odd = Blend(window, text, 3), sorted = Blend(window, text, 5), both = Blend(window, text, 8);
   const struct {
-    const char* What;
     int Row, Column, Y;
     ColorRef Expected;
   } places[] = {
-      {"own", 0, 1, 5, kBlue},
-      {"own in a sorted column", 3, 4, 5, kBlue},
-      {"alternate", 1, 1, 5, Blend(window, text, 3)},
-      {"plain", 2, 1, 5, window},
-      {"sorted", 2, 4, 5, Blend(window, text, 5)},
-      {"sorted and alternate", 1, 4, 5, Blend(window, text, 8)},
-      {"selected column", 2, 5, 5, highlight},
-      {"above the selection", 6, 1, -2, kBlue},
-      {"upper frame", 7, 1, 0, kAmber},
-      {"upper frame is 2 px", 7, 1, 1, kAmber},
-      {"selected", 7, 1, 2, highlight},
-      {"selected at the bottom", 7, 1, -2, highlight},
-      {"no frame within a range", 8, 1, 0, highlight},
-      {"lower frame", 8, 1, -2, kAmber},
-      {"current", 10, 1, 0, kAmber},
-      {"its frame is 1 px", 10, 1, 1, window},
-      {"on both sides", 10, 1, -2, kAmber},
-      {"current, lower", 10, 1, -3, window},
+      {0, 1, 5, kBlue},     {3, 4, 5, kBlue},      {1, 1, 5, odd},       {2, 1, 5, window},  {2, 4, 5, sorted},
+      {1, 4, 5, both},      {2, 5, 5, highlight},  {6, 1, -2, kBlue},    {7, 1, 0, kAmber},  {7, 1, 1, kAmber},
+      {7, 1, 2, highlight}, {7, 1, -2, highlight}, {8, 1, 0, highlight}, {8, 1, -2, kAmber}, {10, 1, 0, kAmber},
+      {10, 1, 1, window},   {10, 1, -2, kAmber},   {10, 1, -3, window},
   };
   const Cells cells(*Grid);
   for (const auto& place : places)
-    EXPECT_EQ(cells.At(place.Row, place.Column, place.Y), place.Expected) << place.What << std::hex;
+    EXPECT_EQ(cells.At(place.Row, place.Column, place.Y), place.Expected)
+        << "row " << place.Row << ", column " << place.Column << ", y " << place.Y;
 }
 
 TEST_F(GridPainting, HeadersHaveALineAtTheRightAndBelow) {

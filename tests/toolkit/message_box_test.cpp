@@ -75,8 +75,7 @@ TEST_F(MessageBoxTest, ShowsItsStyleAndAnswersKeys) {
       {0x10, L"[OK]", 0, 1, "wxART_ERROR"},
       {0x21, L"[OK] Cancel", WXK_ESCAPE, 2, "wxART_QUESTION"},
       {0x32, L"[Abort] Retry Ignore", 'I', 5, "wxART_WARNING"},
-      {0x42, L"[Abort] Retry Ignore", 'a', 3, "wxART_INFORMATION"},
-      {0x203, L"Yes No [Cancel]", 0, 2, ""},
+      {0x203, L"Yes No [Cancel]", 'n', 7, ""},
       {0x70, L"[OK]", WXK_ESCAPE, 1, ""},
       {0x80140, L"[Left] Right & more", 'R', 1001, "wxART_INFORMATION"},
   };
