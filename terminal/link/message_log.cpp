@@ -107,7 +107,7 @@ const char* MeaningOf(std::uint16_t number) noexcept {
 
 namespace {
 
-// The period of the beat is the one value of its range that comes without a count.
+// The period of the beat is the only value of its range without a count.
 constexpr std::uint16_t kPeriodTag = 60003;
 
 std::uint16_t WidthInLog(std::uint16_t tag) {
@@ -116,7 +116,7 @@ std::uint16_t WidthInLog(std::uint16_t tag) {
 
 }  // namespace
 
-// Damaged fields end the text with what could still be read.
+// The text ends before the first damaged field.
 std::string FieldsText(std::span<const std::uint8_t> fields) {
   FieldCursor cursor{fields.data(), 0, fields.size()};
   std::string text;
