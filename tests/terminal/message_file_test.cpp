@@ -96,7 +96,7 @@ TEST(MessageFile, GivesMessagesAcrossBlocks) {
 }
 
 // The first message is cut at every length; the second comes through each time.
-TEST(MessageFile, EveryCutCostsOneMessage) {
+TEST(MessageFile, LosesOneMessagePerCut) {
   const std::string trade = WireMessage(9101, "20131007-00:00:01");
   for (std::size_t length = 1; length < trade.size(); ++length) {
     SCOPED_TRACE(length);
