@@ -1,5 +1,5 @@
-// The functions that plug-ins look up by name in the terminal's program. They only forward to the running host; without
-// one, or with what it does not know, they do nothing.
+// The functions that plug-ins look up by name in the program. They forward to the running host; without one they are
+// no-ops.
 #include <type_traits>
 
 #include "host_link/host_functions/terminal_functions.h"

@@ -24,7 +24,7 @@ void AppendChunk(std::string& file, const char* type, const std::string& data) {
   AppendWord(file, static_cast<std::uint32_t>(sum));
 }
 
-// Windows are mostly rows that equal the one above: their differences are zeros.
+// Most rows of a window equal the one above: their differences are zeros.
 std::string FilteredRows(std::size_t rowSize, std::span<const std::uint8_t> rgb) {
   std::string rows;
   rows.reserve(rgb.size() + rgb.size() / rowSize);

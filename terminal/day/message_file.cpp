@@ -12,7 +12,7 @@
 namespace {
 
 constexpr std::size_t kLargestMessage = std::numeric_limits<std::uint16_t>::max();
-// The largest message and the header of the one behind it.
+// The largest message and the header after it.
 constexpr std::size_t kWindowSize = kLargestMessage + kHeaderSize;
 
 std::uint16_t WordAt(std::string_view bytes, std::size_t place) noexcept {
@@ -31,8 +31,7 @@ bool IsKnownMode(std::uint16_t mode) noexcept {
   return mode == kModePlain || mode == kModeCompressed || mode == kModeEnciphered || mode == kModeEncipheredByReader;
 }
 
-// Where the next message begins inside one of that size, when something else than a message stands behind it; else the
-// size.
+// The offset of the next header inside a message of that size if no header follows it; else the size.
 std::size_t HeaderInside(std::string_view window, std::size_t size) noexcept {
   const std::string_view behind = window.substr(size);
   if (behind.empty() || IsHeader(behind)) return size;
@@ -60,14 +59,14 @@ bool MessageFile::Next(WireFrame& frame) {
   return false;
 }
 
-// Drops what stands ahead of the next header; false at the end of the file.
+// Drops the bytes before the next header; false at the end of the file.
 bool MessageFile::FindHeader() {
   for (;;) {
     const std::string_view window = Bytes.Peek(kWindowSize);
     const std::size_t at = FindMessageHeader(window, 0);
     const bool found = at != std::string_view::npos;
     const bool isLast = window.size() < kWindowSize;
-    // The last bytes of a window may be the begin of a header.
+    // A header may begin in the last bytes of a window.
     const std::size_t garbage = found ? at : isLast ? window.size() : window.size() - (kHeaderSize - 1);
     GarbageSize += garbage;
     Bytes.Drop(garbage);
@@ -85,7 +84,7 @@ void MessageFile::ReportGarbage() {
   GarbageTold = false;
 }
 
-// The window stands at a header. False when its message has been refused.
+// Requires: the window stands at a header. False if its message was refused.
 bool MessageFile::TakeFrame() {
   const std::string_view window = Bytes.Peek(kWindowSize);
   const std::size_t size = std::size_t{WordAt(window, kLengthOffset)} + kHeaderSize;

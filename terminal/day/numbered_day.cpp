@@ -40,7 +40,7 @@ bool NumberedDay::Next() {
   return true;
 }
 
-// The next message of the source that can be read and belongs into the script, with its number.
+// The next readable message of the source, with its number; false at the end.
 bool NumberedDay::TakeNext() {
   for (WireFrame frame; Source->Next(frame);) {
     if (!Parse(frame)) {
@@ -61,7 +61,7 @@ bool NumberedDay::Parse(const WireFrame& frame) {
   std::uint16_t consumed = 0;
   Shown = frame;
   Reader.emplace(frame.Data, frame.Size);
-  // A number that is cut off leaves 0.
+  // A cut number reads as 0.
   return Reader->ParseHeader(needed, consumed) && Reader->MessageNumber != 0;
 }
 
@@ -76,8 +76,8 @@ void NumberedDay::Renumber() {
   SetNumber(Live ? 9101 : 8111);
 }
 
-// The number is changed in the bytes as well, just behind its tag. They are the frame's or the reader's own decoded
-// ones, and may be changed in either case.
+// Changes the number in the bytes too, just after its tag. Both the frame and the decoded bytes of the reader may be
+// changed.
 void NumberedDay::SetNumber(std::uint16_t number) {
   Reader->MessageNumber = number;
   StoreValue(const_cast<std::uint8_t*>(Reader->Data) + Reader->Cursor - sizeof number, number);

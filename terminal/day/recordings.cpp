@@ -14,10 +14,10 @@
 
 namespace {
 
-// The field of the message number opens every body, and is as long as the head of a counted field.
+// The field of the message number is first in every body and as long as the head of a counted field.
 constexpr std::uint16_t kNumberFieldSize = 5;
 
-// Fills the writer with the body of the message: added as one counted field, whose head the number's field then takes.
+// Copies the body as one counted field; the field of the number then overwrites its head.
 bool CopyBody(const CQORPacketReader& message, CQORPacketWriter& writer) {
   const std::uint8_t* body = message.Data + message.Cursor - kNumberFieldSize;
   if (!writer.AddBytes(10002, message.Data + message.Cursor, static_cast<std::uint16_t>(message.End - message.Cursor)))
@@ -53,7 +53,7 @@ void MessageRecorder::Close() {
 
 namespace {
 
-// The file's name stays its own, so that a link goes on pointing to it.
+// Intentional: empties the file instead of replacing it; links to it stay valid.
 void EmptyFile(const std::filesystem::path& file) {
   std::error_code error;
   if (std::filesystem::is_regular_file(file, error)) std::filesystem::resize_file(file, 0, error);

@@ -2,10 +2,10 @@
 
 namespace {
 
-// The terminal's own number of an order is apart from the one that it gives to plug-ins.
+// The terminal counts its orders apart from those of plug-ins.
 constexpr std::uint32_t kOrderIdBase = 500000;
 
-// The texts have been held to their limits when the files were read.
+// Requires: the text has the limits of the files.
 void AddText(CQORPacketWriter& writer, std::uint16_t tag, const std::string& text) {
   writer.AddBytes(tag, text.data(), static_cast<std::uint16_t>(text.size()));
 }

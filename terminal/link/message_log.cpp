@@ -95,14 +95,14 @@ const char* MeaningOf(std::uint16_t number) noexcept {
 
 namespace {
 
-// The period of the beat breaks the rule of its range: it has no count.
+// The period of the beat is the only value of its range without a count.
 std::uint16_t WidthInLog(std::uint16_t tag) {
   return tag == message_fields::kPeriodTag ? sizeof(std::uint32_t) : ValueWidth(tag);
 }
 
 }  // namespace
 
-// Damaged fields end the text with what could still be read.
+// The text ends before the first damaged field.
 std::string FieldsText(std::span<const std::uint8_t> fields) {
   FieldCursor cursor{fields.data(), 0, fields.size()};
   std::string text;

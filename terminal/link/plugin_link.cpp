@@ -7,7 +7,7 @@
 
 namespace {
 
-// The terminal's side of a HostReplyBuffer: empty, growable, released at the end.
+// The terminal's side of a HostReplyBuffer: growable, released at the end.
 class GrowingReply {
  public:
   GrowingReply() {
@@ -25,7 +25,7 @@ class GrowingReply {
   HostReplyBuffer Buffer{};
 };
 
-// A route's own address, or the exported function where it came without one.
+// The address of the route, or the exported function if there is none.
 MessageFunction FunctionOf(const MessageRoute& route, MessageFunction exported) {
   return route.Address == 0 ? exported : reinterpret_cast<MessageFunction>(route.Address);
 }
@@ -73,7 +73,7 @@ void PluginLink::Call(MessageFunction function, CQORPacketReader& message) {
   Run([&] { function(&message); });
 }
 
-// Each function gets a reader of its own state: OnPluginMessage parses its header itself.
+// Each function gets a reader of its own, as OnPluginMessage parses its header itself.
 bool PluginLink::Deliver(CQORPacketReader& message, const WireFrame& raw) {
   const std::uint16_t number = message.MessageNumber;
   const bool toOnMessage = Told.ToOnMessage.Numbers.contains(number);

@@ -64,7 +64,7 @@ void TerminalHost::GetMasterRequest(MasterRequest* request, const std::uint16_t*
   if (security != nullptr) request->MasterRecord = reinterpret_cast<std::uintptr_t>(security->MasterRecord.data());
 }
 
-// The writer is open: its length word still holds 0, so it is walked from behind its header up to its cursor.
+// The writer is open, and its length word is 0: walks from the end of the header to the cursor.
 void TerminalHost::PluginDataSend(const CQORPacketWriter* message) {
   if (message == nullptr || message->Buffer == nullptr) return;
   CQORPacketReader reader(message->Buffer, message->Cursor);
@@ -107,7 +107,7 @@ void RefreshBeat::Register(CommandFunction callback, std::chrono::milliseconds p
   Due = Clock.Now() + Period;
 }
 
-// A beat that comes late moves those behind it: none is made up for.
+// Late beats are not made up for.
 void RefreshBeat::CallIfDue() {
   if (Callback == nullptr) return;
   const PlayClock::Time now = Clock.Now();

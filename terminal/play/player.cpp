@@ -22,7 +22,7 @@ void DayRun::LoginAgain() {
   Start();
 }
 
-// A day that cannot be read is over.
+// If the day cannot be read, it has ended.
 void DayRun::Start() {
   Ended = true;
   Live = false;
@@ -51,7 +51,7 @@ bool DayRun::IsDownload() const {
   return Script->Message().MessageNumber == 8111 || Script->Message().MessageNumber == 8112;
 }
 
-// A live trade is asked about once; afterwards it is waited for.
+// Asks for the due time of a live trade once.
 bool DayRun::IsDue() {
   const bool isNew = !Waiting;
   Waiting = true;

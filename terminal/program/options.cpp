@@ -141,7 +141,7 @@ std::string ExitCodesText() {
   return text;
 }
 
-// The library's sentences of a missing value and of one too many in the words of the others.
+// The errors of the library in the words of the others.
 std::string OurWords(const std::string& sentence) {
   const std::size_t missing = sentence.find(": 1 required");
   if (missing != std::string::npos) return sentence.substr(0, missing) + " needs a value";
@@ -149,7 +149,7 @@ std::string OurWords(const std::string& sentence) {
   return given == std::string::npos ? sentence : "--" + sentence.substr(0, given) + " takes no value";
 }
 
-// The command line, which fills the options.
+// Fills the options from the words.
 class CommandLine {
  public:
   explicit CommandLine(Options& options) {

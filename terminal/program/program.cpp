@@ -31,7 +31,7 @@ std::string RecordMessages(NumberedDay& script, const Path& file, std::uint16_t 
   return WithThousands(messages) + " messages";
 }
 
-// The end of a download is left out without a word: it is told by the numbers of the trades.
+// Intentional: the end of a download is not counted as left out; the numbers of the trades tell it.
 std::string RecordTrades(NumberedDay& script, const Path& file, std::uint16_t mode) {
   TradeRecorder record(file, mode);
   std::uint64_t trades = 0;

@@ -20,7 +20,7 @@ std::string Trimmed(const std::string& text) {
   return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
 }
 
-// The first word, which is taken off the text.
+// Takes the first word off the text.
 std::string TakeWord(std::string& text) {
   const std::size_t end = std::min(text.find_first_of(" \t"), text.size());
   const std::string word = text.substr(0, end);

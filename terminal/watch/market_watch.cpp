@@ -117,7 +117,7 @@ void MarketWatch::ApplySort() {
   });
 }
 
-// Behind the last trade there is one more thing to show: that its row is not fresh any more.
+// One change follows the last trade: its row is no longer fresh.
 bool MarketWatch::TakeChanges() {
   const bool changed = std::exchange(Changed, false) || LastTraded + 1 == Beat;
   ++Beat;

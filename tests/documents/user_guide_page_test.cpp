@@ -47,7 +47,7 @@ TEST(UserGuide, NamesMenuPropertiesAndMessages) {
                                      std::wstring(kCsvReport),
                                      CopyRefusal(0, 0, 0),
                                      CopyRefusal(1, 0, kMostCopiedRows)};
-  for (const CQORPMenuItem& item : kGridMenu) texts.emplace_back(item.Text);
+  for (const CQORPMenuItem& item : CTradeBookGrid::GridMenu()) texts.emplace_back(item.Text);
   for (std::wstring& text : texts) {
     std::erase(text, L'&');
     EXPECT_NE(guide.find(std::string(text.begin(), text.end())), std::string::npos)

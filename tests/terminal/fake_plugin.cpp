@@ -29,16 +29,11 @@ void OpenBook() {
   Log << "command" << std::endl;
 }
 
-// Text of the message's field with that tag; empty when there is none.
-std::string FieldText(CQORPacketReader& message, std::uint16_t tag) {
+// The text of the field 55101; empty without one.
+std::string TradeNumber(CQORPacketReader& message) {
   char text[65] = {};
-  while (message.NextTag()) {
-    if (message.Tag == tag) {
-      message.ReadText(text, 64);
-      break;
-    }
-    message.SkipValue();
-  }
+  while (message.NextTag() && message.Tag != 55101) message.SkipValue();
+  if (message.Tag == 55101) message.ReadText(text, 64);
   return text;
 }
 
@@ -79,7 +74,7 @@ void RegisterRefresh() {
 void RoutedMessage(CQORPacketReader* message) {
   const std::uint16_t number = message->MessageNumber;
   Log << "routed " << number;
-  if (number != 8112) Log << ' ' << FieldText(*message, 55101);
+  if (number != 8112) Log << ' ' << TradeNumber(*message);
   Log << std::endl;
   if (number == 8112) AskTerminal();
 }

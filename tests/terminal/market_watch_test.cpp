@@ -31,7 +31,7 @@ class MarketWatchTest : public testing::Test {
   MarketWatch Watch{Securities};
 };
 
-TEST_F(MarketWatchTest, ShowsWhatTheTradesSay) {
+TEST_F(MarketWatchTest, SumsUpTrades) {
   Trade("NYSE", "IBM", 1182.5, 1000, "20131007-09:30:01");
   Trade("NYSE", "IBM", 1180, 2345, "20131007-09:30:02");
   Trade("NYSE", "IBM", 1181.25, 5, "20131007-09:30:03");
@@ -75,7 +75,7 @@ TEST_F(MarketWatchTest, SortsTradedRowsBeforeOthers) {
   EXPECT_EQ(Column(1), "IBM IBM BAC ");
 }
 
-TEST_F(MarketWatchTest, ARowIsFreshForOneBeat) {
+TEST_F(MarketWatchTest, KeepsARowFreshForOneBeat) {
   EXPECT_TRUE(Watch.TakeChanges());
   EXPECT_FALSE(Watch.TakeChanges());
   Trade("ARCA", "IBM", 1);

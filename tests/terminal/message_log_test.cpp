@@ -27,7 +27,7 @@ std::vector<std::uint8_t> Sample() {
 constexpr const char* kSampleText =
     "101=2 10002=9101 20014=4000000000 30001=18446744073709551615 40002=99.25 55010='CO\"\\x80'";
 
-TEST(MessageLog, FieldsAreReadByTheirTags) {
+TEST(MessageLog, ReadsFieldsByTheirTags) {
   EXPECT_EQ(FieldsText(Sample()), kSampleText);
   EXPECT_EQ(FieldsText({}), "");
   // Each cut reads what is whole, as a block of exactly that size.

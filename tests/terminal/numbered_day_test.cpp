@@ -63,7 +63,7 @@ TEST(NumberedDay, EndsEachDownloadOnce) {
   }
 }
 
-TEST(NumberedDay, LiveBeginsAtItsTime) {
+TEST(NumberedDay, BeginsLiveTradesAtTheirTime) {
   std::string bytes;
   for (const char* time :
        {"20131007-09:00:00", "20131007-11:59:59", "20131007-12:00:00", "20131007-11:00:00", "20140609-09:00:00"})
@@ -84,7 +84,7 @@ TEST(NumberedDay, LiveBeginsAtItsTime) {
   }
 }
 
-TEST(NumberedDay, ReportsWhatCannotBeRead) {
+TEST(NumberedDay, ReportsUnreadableMessages) {
   std::string number = WireMessage(8111);
   number[8] = 4;  // the number is cut to one byte
   number.pop_back();
@@ -108,7 +108,7 @@ std::filesystem::path Record(const std::filesystem::path& day, std::uint16_t mod
   return TestFolder() / name;
 }
 
-TEST(MessageRecord, BothModesHoldTheSameMessages) {
+TEST(MessageRecorder, WritesTheSameMessagesInBothModes) {
   const std::string time = "20131007-09:00:00";
   const std::string wished = WireMessage(8111, time) + WireMessage(8112) + WireMessage(9101, time);
   const auto day = WriteTestFile("day.bin", WireMessage(8111, time) + WireMessage(8111, time));

@@ -46,19 +46,6 @@ TEST_F(TerminalHostTest, RegistersTheRefreshOfAnOpenWriter) {
   EXPECT_EQ(RefreshCount, 1);
 }
 
-TEST_F(TerminalHostTest, CountsWhatItDoesNotAnswer) {
-  constexpr std::uint16_t kNumbers[] = {32003, 32004, 32022, 32022};
-  for (const std::uint16_t number : kNumbers) {
-    CQORPacketWriter message(0);
-    message.AddU16(10002, number);
-    Host.PluginDataSend(&message);
-  }
-  CQORPacketWriter empty(0);
-  Host.PluginDataSend(&empty);
-  Host.PluginDataSend(nullptr);
-  EXPECT_EQ(Host.Received(), (std::map<std::uint16_t, std::uint64_t>{{32003, 1}, {32004, 1}, {32022, 2}}));
-}
-
 // Keeps the order of what it is asked.
 struct TestWindows : TerminalWindows {
   void TellSelection(std::uint64_t window, MessageFunction answer) override {
@@ -110,6 +97,13 @@ TEST_F(TerminalHostTest, PassesQuestionsToItsWindows) {
   filled.AddU16(10002, 32004);
   Host.PluginDataSend(&filled);
   EXPECT_EQ(windows.Asked, "7 8 5+ 5- p78796 filled ");
+  Host.UseWindows(nullptr);
+  ask(7, &NoteAnswer);
+  Host.PluginDataSend(&properties);
+  CQORPacketWriter empty(0);
+  Host.PluginDataSend(&empty);
+  Host.PluginDataSend(nullptr);
+  EXPECT_EQ(Host.Received(), (std::map<std::uint16_t, std::uint64_t>{{32003, 3}, {32004, 1}, {32022, 4}}));
   const std::string head("#\1\0\0\0#\x11\x27", 8);
   const std::string number("#\x12\x27\x17\x7D", 5);
   ASSERT_EQ(Answers.size(), 2U);
@@ -151,43 +145,43 @@ TEST_F(TerminalHostTest, AnswersOnlyRequestThirtyForAKnownSecurity) {
 }
 
 TEST(PluginDescription, ReadsTheFourMessages) {
-  CQORPacketWriter identity(0);
-  identity.AddU16(10002, 30004);
-  identity.AddU32(20005, 0x23232323);  // marks in a value that is skipped
-  identity.AddText(55020, "Trade Book", 64, false);
-  identity.AddText(55017, "(c)", 64, false);
-  identity.AddText(55112, "VELD Trade DLL.", 64, false);
-  CQORPacketWriter menu(0);
-  menu.AddU16(10002, 30005);
-  char16_t title[64] = u"Trades";
-  title[7] = u'#';  // behind the terminator: no part of the text
-  menu.AddBytes(55192, title, sizeof title);
-  menu.AddU64(30001, 0x0123456789ABCDEF);
-  const char16_t entry[64] = u"Trade Book";
-  menu.AddBytes(55353, entry, sizeof entry);
-  menu.AddU8(126, 0x77);
-  menu.AddTerminator();
-  CQORPacketWriter toOnMessage(1);  // a compressed one reads the same
-  toOnMessage.AddU16(10002, 30006);
-  toOnMessage.AddU64(30001, 17);
-  toOnMessage.AddU16(11122, 9101);
-  toOnMessage.AddU16(11122, 9112);
-  toOnMessage.AddTerminator();
-  toOnMessage.AddU16(11120, 8110);
-  toOnMessage.AddU16(11121, 8112);
-  CQORPacketWriter toOnPluginMessage(0);
-  toOnPluginMessage.AddU16(10002, 30007);
-  toOnPluginMessage.AddU64(30001, 18);
-  toOnPluginMessage.AddU16(11122, 30025);
   std::vector<std::uint8_t> reply;
-  for (CQORPacketWriter* message : {&identity, &menu, &toOnMessage, &toOnPluginMessage}) {
-    message->Finish();
-    reply.insert(reply.end(), message->GetData(), message->GetData() + message->GetSize());
-  }
+  const auto append = [&reply](std::uint16_t mode, std::uint16_t number, auto addFields) {
+    CQORPacketWriter message(mode);
+    message.AddU16(10002, number);
+    addFields(message);
+    message.Finish();
+    reply.insert(reply.end(), message.GetData(), message.GetData() + message.GetSize());
+  };
+  append(0, 30004, [](CQORPacketWriter& identity) {
+    identity.AddU32(20005, 0x23232323);  // marks in a value that is skipped
+    identity.AddText(55020, "Trade Book", 64, false);
+    identity.AddText(55017, "(c)", 64, false);
+    identity.AddText(55112, "VELD Trade DLL.", 64, false);
+  });
+  append(0, 30005, [](CQORPacketWriter& menu) {
+    char16_t title[64] = u"Trades";
+    title[7] = u'#';  // after the terminator: no part of the text
+    menu.AddBytes(55192, title, sizeof title);
+    menu.AddU64(30001, 0x0123456789ABCDEF);
+    menu.AddBytes(55353, u"Trade Book", 2 * sizeof "Trade Book");
+    menu.AddU8(126, 0x77);
+    menu.AddTerminator();
+  });
+  append(1, 30006, [](CQORPacketWriter& route) {  // a compressed one reads the same
+    route.AddU64(30001, 17);
+    route.AddU16(11122, 9101);
+    route.AddU16(11122, 9112);
+    route.AddTerminator();
+    route.AddU16(11120, 8110);
+    route.AddU16(11121, 8112);
+  });
+  append(0, 30007, [](CQORPacketWriter& route) {
+    route.AddU64(30001, 18);
+    route.AddU16(11122, 30025);
+  });
   const PluginDescription told = ReadPluginDescription(reply);
-  EXPECT_EQ(told.Name, "Trade Book");
-  EXPECT_EQ(told.Copyright, "(c)");
-  EXPECT_EQ(told.Maker, "VELD Trade DLL.");
+  EXPECT_EQ(told.Name + "|" + told.Copyright + "|" + told.Maker, "Trade Book|(c)|VELD Trade DLL.");
   EXPECT_EQ(told.MenuTitle, u"Trades");
   EXPECT_EQ(told.MenuEntry, u"Trade Book");
   EXPECT_EQ(told.MenuCommand, 0x0123456789ABCDEFU);

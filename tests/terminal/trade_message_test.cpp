@@ -101,27 +101,26 @@ TEST_F(TradeMessage, HasTheseBytes) {
   EXPECT_EQ(Reports.str(), "");
 }
 
-TEST_F(TradeMessage, FillsOfOneOrderShareItsNumbers) {
+TEST_F(TradeMessage, SharesNumbersAmongFillsOfAnOrder) {
+  const struct {
+    const char *Order, *Time, *OrderNumber, *TradeNumber, *OrderTime;
+  } fills[] = {
+      {"1100", "20131007-00:00:01", "23294E01000000", "23284E01000000", "234DD71100'20131007-00:00:01'"},
+      {"1100", "20131007-00:00:09", "23294E01000000", "23284E02000000", "234DD71100'20131007-00:00:01'"},
+      {"1101", "20131007-00:00:09", "23294E02000000", "23284E03000000", "234DD71100'20131007-00:00:09'"},
+  };
   DayTrade trade = FirstTrade();
-  const std::string first = MessageOf(trade);
-  trade.ExchangeTradeTime.Text = "20131007-00:00:09";
-  const std::string second = MessageOf(trade);
-  trade.ExchangeOrderNo = "1101";
-  const std::string third = MessageOf(trade);
-  constexpr const char* kOrderNumbers[] = {"23294E01000000", "23294E01000000", "23294E02000000"};
-  constexpr const char* kTradeNumbers[] = {"23284E01000000", "23284E02000000", "23284E03000000"};
-  constexpr const char* kOrderTimes[] = {"234DD71100'20131007-00:00:01'", "234DD71100'20131007-00:00:01'",
-                                         "234DD71100'20131007-00:00:09'"};
-  const std::string messages[] = {first, second, third};
-  for (std::size_t i = 0; i < 3; ++i) {
-    SCOPED_TRACE(i);
-    EXPECT_NE(messages[i].find(Bytes(kOrderNumbers[i])), std::string::npos);
-    EXPECT_NE(messages[i].find(Bytes(kTradeNumbers[i])), std::string::npos);
-    EXPECT_NE(messages[i].find(Bytes(kOrderTimes[i])), std::string::npos);
+  for (const auto& fill : fills) {
+    SCOPED_TRACE(fill.TradeNumber);
+    trade.ExchangeOrderNo = fill.Order;
+    trade.ExchangeTradeTime.Text = fill.Time;
+    const std::string message = MessageOf(trade);
+    for (const char* field : {fill.OrderNumber, fill.TradeNumber, fill.OrderTime})
+      EXPECT_NE(message.find(Bytes(field)), std::string::npos) << field;
   }
 }
 
-TEST_F(TradeMessage, AnOrderTakesTheSameDeskLineEverywhere) {
+TEST_F(TradeMessage, GivesAnOrderTheSameDeskLineEverywhere) {
   std::string lines = kDeskHeader;
   for (const char* user : {"A", "B", "C", "D", "E"}) lines += user + std::string(",,,,,1,2,1,0,,,,0,,\n");
   const OrderDesk desk(WriteTestFile("five.csv", lines), BadLines);

@@ -14,9 +14,13 @@ TEST(WindowMemory, KeepsPlacesAndDay) {
     EXPECT_FALSE(memory.LoadWatch());
     memory.SaveFrame({{-20, 10, 1260, 810}, true});
     memory.SaveWatch(watch);
+    memory.SaveDay(RunFiles::OfDay(TestFolder() / "day.csv"));
     EXPECT_TRUE(memory.Write());
   }
   WindowMemory again(TestFolder());
+  EXPECT_EQ(again.LoadDay(), TestFolder() / "day.csv");
+  again.SaveDay(RunFiles::OfDay({}));
+  EXPECT_FALSE(again.LoadDay()) << "the sample";
   ASSERT_TRUE(again.LoadFrame());
   EXPECT_EQ(again.LoadFrame()->Rectangle.Left, -20);
   EXPECT_EQ(again.LoadFrame()->Rectangle.Bottom, 810);

@@ -43,7 +43,7 @@ bool ScrollToHeader(CQORPGridCtrl& grid, int column) {
   return IsHeaderInView(grid, column);
 }
 
-// Shift with a key that moves the current row, as long as the row is before or behind the wanted one.
+// Presses Shift and the key until the current row is the wanted one.
 template <typename Wanted>
 void ExtendBy(CQORPGridCtrl& grid, int keyCode, Wanted goesOn) {
   for (int before = -1; goesOn(grid.GetCurSel()) && grid.GetCurSel() != before;) {

@@ -17,7 +17,7 @@ namespace {
 
 constexpr const char* kNoDialog = "there is no dialog";
 
-// The last one that was made stands before the others.
+// The dialog that was made last is on top.
 wxDialog* TopDialog() {
   wxDialog* top = nullptr;
   for (wxWindow* window : wxTopLevelWindows)
@@ -127,7 +127,7 @@ void FilterTypist::Start() {
   Typing = true;
 }
 
-// A window that got the focus late ended the edit: the text is typed from its first letter.
+// A window that got the focus late ended the edit: types again from the first letter.
 std::string FilterTypist::Restart() {
   Typing = false;
   if (!Grid || ++Restarts > kRestarts || !Grid->EditFilter(Column)) return "the filter field went away";
@@ -152,7 +152,7 @@ std::string FilterTypist::TypeOn() {
   return {};
 }
 
-// The first letter takes the place of the old text, which is selected.
+// The first letter replaces the old text, which is selected.
 void FilterTypist::TypeNext(wxTextCtrl& field) {
   if (!Text.empty()) ++Typed;
   Begun = true;

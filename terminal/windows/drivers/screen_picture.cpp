@@ -48,7 +48,7 @@ void SavePicture(CQORPFrame& frame, const std::filesystem::path& file) {
 
 namespace {
 
-// The window and all below it, but for windows of their own, which stand in the list of those.
+// Counts the window and its children but no top-level windows, which are counted apart.
 std::size_t CountFrom(const wxWindow& window) {
   std::size_t count = 1;
   for (const wxWindow* child : window.GetChildren())

@@ -12,7 +12,7 @@ Function* Cairo(const char* name) {
 
 }  // namespace
 
-// cairo takes the screen for a surface that only it draws on, and keeps the first copy of it.
+// cairo assumes that only it draws on the screen, and keeps its first copy.
 void ForgetScreenContent(wxDC& screen) {
   const auto targetOf = Cairo<void*(void*)>("cairo_get_target");
   const auto markDirty = Cairo<void(void*)>("cairo_surface_mark_dirty");

@@ -70,7 +70,7 @@ void ScriptRunner::Step() {
   }
   ActivationWaits = 0;
   const std::size_t current = Next++;
-  // Ahead of the command, which may end in the loop of a dialog.
+  // Before the command, which may run the loop of a dialog.
   StepTimer.StartOnce(kStepMs + static_cast<int>(command.Time.count()));
   const Refusal refusal = Do(command);
   NoteFocus(command);
@@ -80,7 +80,7 @@ void ScriptRunner::Step() {
     Report(command, refusal);
 }
 
-// The command that types is the last one that was begun.
+// The last command is the one that types.
 void ScriptRunner::TypeOn() {
   StepTimer.StartOnce(kStepMs);
   Report(Commands[Next - 1], Typist.TypeOn());
@@ -91,8 +91,8 @@ void ScriptRunner::Report(const ScriptCommand& command, const Refusal& refusal) 
   if (!refusal.empty()) BadLines.AtCommand(File, command.Line, refusal);
 }
 
-// The window system makes a frame active some time after it was shown or got the focus. A command that came before
-// would have the focus taken from where it puts it.
+// The window system activates a frame some time after it was shown or got the focus, and then moves the focus. Commands
+// wait for that.
 bool ScriptRunner::IsActivationAwaited() {
   auto* frame = dynamic_cast<wxTopLevelWindow*>(wxGetTopLevelParent(wxWindow::FindFocus()));
   if (frame == nullptr) return false;
@@ -108,7 +108,7 @@ bool ScriptRunner::IsTriedAgain(const ScriptCommand& command) {
   return std::ranges::count(kPatient, command.Action) != 0 && ++Tries < kTries;
 }
 
-// A window that gets the focus late takes it from the book that the script has named: that one gets it back.
+// Gives the focus back to the book that the script named if another window took it late.
 bool ScriptRunner::IsBookLost(const ScriptCommand& command) {
   if (!MeantBook || !IsAboutBook(command.Action) || Target.Book() == MeantBook.get()) return false;
   return ++Refocuses < kFocusWaits && Target.Focus(ScriptFocus::Book, MeantTitle);
@@ -123,7 +123,7 @@ void ScriptRunner::NoteFocus(const ScriptCommand& command) {
   Refocuses = 0;
 }
 
-// Waits for the end of the day, and for the focus that the command before has asked for.
+// Waits for the end of the day and for the focus of the command before.
 bool ScriptRunner::IsAwaited(const ScriptCommand& command) {
   const ScriptCommand* before = Next == 0 ? nullptr : &Commands[Next - 1];
   if (before != nullptr && before->Action == ScriptAction::Focus && FocusWaits < kFocusWaits &&
@@ -192,7 +192,7 @@ ScriptRunner::Refusal ScriptRunner::InBook(const std::function<Refusal(CQORPGrid
   return grid == nullptr ? kNoBook : act(*grid);
 }
 
-// As the button in its caption or in its tab does.
+// Does what the button in its caption or tab does.
 ScriptRunner::Refusal ScriptRunner::CloseBook() {
   CQORPDockingControlBar* book = Target.Book();
   if (book == nullptr) return kNoBook;
@@ -218,7 +218,7 @@ ScriptRunner::Refusal ScriptRunner::PlaceBook(ScriptPlace place) {
   return {};
 }
 
-// The letters come with the next steps.
+// The letters follow in the next steps.
 ScriptRunner::Refusal ScriptRunner::Filter(const ScriptCommand& command) {
   return InBook([&](CQORPGridCtrl& grid) {
     return Typist.Begin(grid, BookDriver::FindColumn(grid, Wide(command.Column)), Wide(command.Text));
@@ -240,7 +240,7 @@ ScriptRunner::Refusal ScriptRunner::EndAll() {
   return Dialogs.ExpectSaved();
 }
 
-// A folder that cannot be made is told by what is to be written into it.
+// If the folder cannot be made, writing the file reports it.
 std::filesystem::path ScriptRunner::FileOf(const std::string& text) const {
   const auto file = Folder / std::filesystem::path(std::u8string(text.begin(), text.end()));
   std::error_code ignored;

@@ -74,7 +74,7 @@ bool LogGrid::Create(wxWindow* parent, int id) {
   return true;
 }
 
-// Messages leave the log at its old end: a count that is gone shows nothing.
+// Empty for a message that has left the log.
 std::string LogGrid::CellText(int row, LogColumn column) const {
   const std::size_t place = Shown.size() - 1 - static_cast<std::size_t>(row);
   if (row < 0 || place >= Shown.size()) return {};
@@ -157,7 +157,7 @@ void LogGrid::RunCommand(int id) {
   }
 }
 
-// What is shown, the oldest first.
+// Saves the shown messages, the oldest first.
 void LogGrid::Save() {
   const FocusReturn focus(*this);
   const auto path = CQORPFileDialog(this, "messages.csv", L".csv", L"CSV (Comma delimited)(*.csv)").AskForPath();

@@ -137,7 +137,7 @@ void MarketWatchGrid::Sort(std::optional<int> column, bool rising) {
   AdjustLayout();
 }
 
-// One click after the other: rising, falling, the order of the securities.
+// Clicks cycle: rising, falling, order of the securities.
 void MarketWatchGrid::ToggleSortColumn(int column) {
   if (Watch.SortColumn() != column) return Sort(column, true);
   if (Watch.SortsRising()) return Sort(column, false);
@@ -161,7 +161,7 @@ WatchPlace MarketWatchGrid::GetPlace() const {
   return place;
 }
 
-// Titles that are none of ours any more are passed over.
+// Skips unknown titles.
 void MarketWatchGrid::SetPlace(const WatchPlace& place) {
   CQORPGridColumnsInfo& columns = GetColumnsInfo();
   const auto find = [&](const std::wstring& title) {

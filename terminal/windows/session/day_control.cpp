@@ -72,7 +72,7 @@ void DayControl::Open(const std::filesystem::path& file) {
   Begin();
 }
 
-// As at a login: the plug-in's trades and those of the market watch.
+// Forgets the trades in the plug-in and in the market watch, as at a login.
 void DayControl::ForgetTrades() {
   Connection->SendControl(30022);
   Rows.ForgetTrades();

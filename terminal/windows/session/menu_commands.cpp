@@ -66,8 +66,8 @@ MenuCommands::State MenuCommands::ShownState() const {
   return {.Checked = AsBar((Windows.*Bar)()).IsBarShown()};
 }
 
-// The rows of one menu stand together. The entry of the plug-in has no texts of its own.
-const MenuCommands::Row MenuCommands::kRows[] = {
+// In the order of TerminalCommand, rows of one menu together. The plug-in tells the texts of its own entry.
+constexpr MenuCommands::Row MenuCommands::kRows[] = {
     {{IdOf(OpenDay), L"&File", L"&Open Day...", L"Play another day", Ctrl('O')}, &MenuCommands::AskForDay},
     {{IdOf(TerminalCommand::Exit), L"&File", L"E&xit", L"Close the terminal; the books come back at the next start",
       Ctrl('Q'), Plain, true},
@@ -139,6 +139,11 @@ void MenuCommands::AddPluginEntry(MainFrame& frame) const {
 }
 
 void MenuCommands::Run(TerminalCommand command) {
+  static_assert([] {
+    for (int id = 0; const Row& row : kRows)
+      if (row.Entry.Id != id++) return false;
+    return true;
+  }());
   if (Connection.IsBusy()) return;
   OrShowFailure(Windows.Frame(), [&] { (this->*kRows[IdOf(command)].Run)(); });
 }

@@ -51,7 +51,7 @@ void PlayTimers::Play() {
   if (Day.HasEnded() && !hadEnded) Observer.OnBeat();
 }
 
-// A registration that comes later is seen at the next turn.
+// Sees a later registration at the next turn.
 void PlayTimers::Refresh() {
   if (!Plugin.IsBusy()) Beat.CallIfDue();
   StartOnce(RefreshTimer, Beat.NextCall().value_or(Clock.Now() + kBeatPeriod));

@@ -11,7 +11,7 @@ void PluginRequests::TellSelection(std::uint64_t window, MessageFunction answer)
   }
 }
 
-// Deferred: what has the focus is looked up later, as a bar that closes leaves it to another window.
+// Deferred: a bar that closes gives the focus to another window later.
 void PluginRequests::FocusMoved(const void* window, bool closed) {
   if (closed) Books.NoteClosed(window);
   if (Windows.Frame() != nullptr) Windows.Frame()->CallAfter(Changed);

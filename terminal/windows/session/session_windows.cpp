@@ -28,7 +28,7 @@ wxRect RectOf(const SettingsRectangle& kept) {
   return {wxPoint(kept.Left, kept.Top), wxPoint(kept.Right - 1, kept.Bottom - 1)};
 }
 
-// A screen that is gone must not take the window with it.
+// False if that screen is gone.
 bool CanBeSeen(const wxRect& rect) {
   return wxDisplay::GetFromPoint({rect.x + rect.width / 2, rect.y + 10}) != wxNOT_FOUND;
 }
@@ -59,7 +59,7 @@ void SessionWindows::Make(WindowMemory& memory, MarketWatch& rows, MessageLog& l
   }
 }
 
-// Some window managers choose a place of their own for a new window; a move holds once it is active.
+// Some window managers place a new window elsewhere; a move has effect once it is active.
 void SessionWindows::Show() {
   const wxPoint wanted = MainWindow->GetPosition();
   MainWindow->Bind(wxEVT_ACTIVATE, [this, wanted, placed = false](wxActivateEvent& event) mutable {

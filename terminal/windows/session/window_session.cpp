@@ -21,7 +21,7 @@ const RunFiles& InWorkingFolder(const RunFiles& files) {
   return files;
 }
 
-// What was copied last outlives the program, where the desktop lets it.
+// Keeps the clipboard after the end of the program if the desktop allows it.
 void KeepClipboard() {
   const wxLogNull silence;  // another program may have the clipboard
   const wxClipboardLocker locker;
@@ -94,7 +94,7 @@ void WindowSession::OnDayFailed(const std::string& reason) {
   ShowFailure(Windows.Frame(), reason);
 }
 
-// In status bar and menu.
+// Updates status bar and menu.
 void WindowSession::ShowStatus() {
   if (Windows.Frame() == nullptr || !Day.IsStarted()) return;
   MainFrame& frame = *Windows.Frame();
@@ -109,7 +109,7 @@ void WindowSession::ShowStatus() {
   Menu.ShowStates();
 }
 
-// A dialog stands on the stack of whoever shows it, and within the window below it: it ends first.
+// A dialog must end first: it is on the stack of its caller and inside the window below it.
 void WindowSession::Close() {
   if (DialogDriver::EndTop())
     EndTimer.StartOnce(kUntilDialogIsGoneMs);

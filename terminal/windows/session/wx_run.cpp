@@ -17,7 +17,7 @@ namespace {
 
 class TerminalApp : public wxApp {
  public:
-  // The command line has been read.
+  // Intentional: wxWidgets does not parse the command line again.
   bool OnInit() override {
     SetAppName(L"terminal");
     SetAppDisplayName(L"Trading Terminal");
@@ -27,7 +27,7 @@ class TerminalApp : public wxApp {
 
 bool StartWx() {
   const wxLogNull silence;  // without a display wxWidgets would say so on its own
-  // wxWidgets deletes the app. It gets no command line: options of window systems are none of ours.
+  // wxWidgets deletes the app. It gets no command line, as its options are not the terminal's.
   wxApp::SetInstance(std::make_unique<TerminalApp>().release());
   static char name[] = "terminal";
   static char* words[] = {name, nullptr};
