@@ -23,6 +23,8 @@ void TakeAnswer(CQORPacketReader* answer) {
   answers.push_back(Bytes(answer->Data, answer->Data + answer->End));
 }
 
+void IgnoreAnswer(CQORPacketReader*) {}
+
 class MessageRouterTest : public testing::Test {
  protected:
   MessageRouterTest() {
@@ -55,7 +57,7 @@ class MessageRouterTest : public testing::Test {
 
   CQORDLLComman Terminal{FakeTerminalFunction};
   FakeBookScreen Screen;
-  BookRegistry Books{State, Terminal, Screen, 0};
+  BookRegistry Books{State, Terminal, Screen, reinterpret_cast<std::uint64_t>(&IgnoreAnswer)};
   MessageRouter Router{State, Books, Terminal, kAddresses};
 };
 
