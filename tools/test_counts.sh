@@ -2,9 +2,10 @@
 # A file "counts" in each results folder holds three numbers: passed, failed, skipped; a file "failed" the names of the
 # programs and checks that failed.
 
-# count_results FOLDER OUTCOME: counts the reports of a folder. A program that died without a report is one failure.
+# count_results FOLDER OUTCOME: counts the reports of a folder. A program NAME_test without a report has died: one failure.
+# Any other test is a check without a report: it counts as one.
 count_results() {
-  local folder=$1 outcome=$2 tests=0 failures=0 skipped=0 programs reports line number
+  local folder=$1 outcome=$2 tests=0 failures=0 skipped=0 name status line number
   for line in $(grep -ho '<testsuites tests="[0-9]*" failures="[0-9]*"' "$folder"/*.xml 2>/dev/null | tr -dc '0-9"\n' | sed 's/""*/:/g'); do
     number=${line#:}
     tests=$((tests + ${number%%:*}))
@@ -12,10 +13,11 @@ count_results() {
     failures=$((failures + ${number%%:*}))
   done
   skipped=$(cat "$folder"/*.xml 2>/dev/null | grep -c 'result="skipped"')
-  reports=$(ls "$folder"/*.xml 2>/dev/null | wc -l)
-  programs=$(grep -c '<testcase ' "$folder/programs.junit" 2>/dev/null)
-  failures=$((failures + ${programs:-0} - reports))
-  tests=$((tests + ${programs:-0} - reports))
+  while read -r name status; do
+    [ -f "$folder/$name.xml" ] && continue
+    tests=$((tests + 1))
+    [ "$status" = run ] && [[ $name != *_test ]] || failures=$((failures + 1))
+  done < <(sed -n 's/.*<testcase name="\([^"]*\)".* status="\([^"]*\)".*/\1 \2/p' "$folder/programs.junit" 2>/dev/null)
   [ "$outcome" != 0 ] && [ "$failures" -le 0 ] && failures=1
   echo "$((tests - failures - skipped)) $failures $skipped" >"$folder/counts"
   sed -n 's/.*<testcase name="\([^"]*\)".* status="fail".*/\1/p' "$folder/programs.junit" >"$folder/failed" 2>/dev/null
