@@ -1,5 +1,7 @@
 #include "tests/book_windows/book_desk.h"
 
+#include <gtest/gtest.h>
+
 #include <cstring>
 
 #include "foundations/paths.h"
@@ -31,9 +33,11 @@ namespace {
 // One folder for the process: its store takes the first one and keeps it.
 const fs::path& ProcessFolder() {
   static const fs::path folder = [] {
+    const std::string suite = testing::UnitTest::GetInstance()->current_test_info()->test_suite_name();
     fs::path made;
     for (int i = 0; made.empty() || !fs::create_directory(made); ++i)
-      made = fs::temp_directory_path() / (u8"tradebook books \u00e9\u20ac " + fs::path(std::to_string(i)).u8string());
+      made = fs::temp_directory_path() /
+             (u8"tradebook \u00e9\u20ac " + fs::path(suite + " " + std::to_string(i)).u8string());
     return made;
   }();
   return folder;

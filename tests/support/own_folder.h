@@ -8,8 +8,9 @@
 class OwnFolder : public testing::Test {
  protected:
   void SetUp() override {
+    const std::string suite = testing::UnitTest::GetInstance()->current_test_info()->test_suite_name();
     for (int i = 0; !std::filesystem::create_directory(Folder); ++i)
-      Folder = std::filesystem::temp_directory_path() / ("tradebook_test_" + std::to_string(i));
+      Folder = std::filesystem::temp_directory_path() / ("tradebook_" + suite + "_" + std::to_string(i));
   }
   void TearDown() override { std::filesystem::remove_all(Folder); }
 
