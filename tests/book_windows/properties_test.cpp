@@ -231,9 +231,14 @@ TEST_F(PropertiesTest, TakesKeysAndClicks) {
   wxPGProperty* headerHide = Window().GetPropertyByLabel(L"Header Hide");
   const wxRect row = Window().GetPropertyRect(headerHide, headerHide);
   const wxPoint box(Window().GetSplitterPosition() + Window().FromDIP(10), row.y + row.height / 2);
-  user.MouseMove(Window().GetPanel()->ClientToScreen(box));
-  user.MouseClick();
-  EXPECT_TRUE(PumpUntil([this] { return Stored("HeaderHide") == "1"; }));
+  const auto isStored = [this] { return Stored("HeaderHide") == "1"; };
+  for (int lost = 0; lost < 3 && !isStored(); ++lost) {  // clicks, to a window that came up late
+    ASSERT_TRUE(GiveRealFocus(Window()));
+    user.MouseMove(Window().GetPanel()->ClientToScreen(box));
+    user.MouseClick();
+    PumpUntil(isStored);
+  }
+  EXPECT_TRUE(isStored());
   EXPECT_FALSE(Asker->IsHeaderEnabled());
 }
 
