@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "fuzz/fuzz_functions.h"
-#include "host_link/messages/message_header.h"
+#include "host_link/messages/body_coding.h"
 #include "host_link/messages/packet_reader.h"
 #include "tests/support/wire_bytes.h"
 

@@ -5,7 +5,7 @@
 #include <clocale>
 #include <limits>
 
-#include "platform/clock.h"
+#include "platform/locale.h"
 #include "tests/foundations/time_zone.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <limits>
 #include <vector>
 
-#include "platform/text.h"
+#include "platform/locale.h"
 
 namespace {
 

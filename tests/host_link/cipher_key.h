@@ -1,7 +1,7 @@
 // Puts a key into the process's holder for the life of the object.
 #pragma once
 
-#include "host_link/messages/message_header.h"
+#include "host_link/messages/body_coding.h"
 #include "tests/support/wire_bytes.h"
 
 class CipherKeyForTest {

@@ -1,4 +1,4 @@
-#include "host_link/messages/message_header.h"
+#include "host_link/messages/body_coding.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host_link/module/plugin_info.h"
+#include "host_link/module/message_router.h"
 
 #include <gtest/gtest.h>
 
