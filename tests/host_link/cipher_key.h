@@ -1,20 +1,14 @@
-// Puts a key into the process's holder for the life of the object.
+// The key "Key" in the process's holder for the life of the object.
 #pragma once
 
 #include "host_link/messages/body_coding.h"
 #include "tests/support/wire_bytes.h"
 
-class CipherKeyForTest {
- public:
-  explicit CipherKeyForTest(Bytes bytes)
-      : KeyBytes(std::move(bytes)), Key{KeyBytes.data(), static_cast<std::uint16_t>(KeyBytes.size())} {
-    CipherKeyHolder = &Key;
-  }
+struct CipherKeyForTest {
+  CipherKeyForTest() { CipherKeyHolder = &kKey; }
   ~CipherKeyForTest() { CipherKeyHolder = nullptr; }
-  CipherKeyForTest(const CipherKeyForTest&) = delete;
-  CipherKeyForTest& operator=(const CipherKeyForTest&) = delete;
-
- private:
-  Bytes KeyBytes;
-  CipherKey Key;
+  static constexpr std::uint8_t kBytes[] = {'K', 'e', 'y'};
+  static constexpr CipherKey kKey{kBytes, sizeof kBytes};
 };
+
+inline const Bytes kEncipheredNumber = Hex("C88D 502E A8");  // 10002 = 8111 under that key
