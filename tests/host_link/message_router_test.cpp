@@ -8,7 +8,7 @@
 #include "grid_base/settings/registry_store.h"
 #include "host_link/host_functions/function_table.h"
 #include "platform/modules.h"
-#include "tests/host_link/reply_for_test.h"
+#include "tests/host_link/link_fixtures.h"
 #include "tests/support/fake_books.h"
 #include "tests/support/fake_terminal.h"
 
@@ -61,12 +61,6 @@ class MessageRouterTest : public testing::Test {
   BookRegistry Books{State, Terminal, Screen, reinterpret_cast<std::uint64_t>(&IgnoreAnswer)};
   MessageRouter Router{State, Books, Terminal, kAddresses};
 };
-
-// A trade of that id and execution: 20008, 55101, 55100, terminator, then its quantity 20014.
-Bytes TradeFields(std::uint8_t id, std::uint8_t quantity) {
-  return Hex("23 284E") + Word(id, 4) + Hex("23 3DD7 0200 'T'") + Word(id, 1) + Hex("23 3CD7 0200 'O1' 23 FFFF") +
-         Hex("23 2E4E") + Word(quantity, 4);
-}
 
 Bytes TextField(const char* tag, const std::string& value) {
   return Hex(tag) + Word(value.size()) + Bytes(value.begin(), value.end());

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <tuple>
 
-#include "tests/host_link/cipher_key.h"
+#include "tests/host_link/link_fixtures.h"
 #include "tests/support/failing_memory.h"
 #include "tests/support/wire_bytes.h"
 

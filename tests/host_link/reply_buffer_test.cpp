@@ -6,7 +6,7 @@
 #include <cstring>
 #include <thread>
 
-#include "tests/host_link/reply_for_test.h"
+#include "tests/host_link/link_fixtures.h"
 #include "tests/support/failing_memory.h"
 
 namespace {
