@@ -7,6 +7,7 @@
 #include <tuple>
 
 #include "foundations/date_time.h"
+#include "foundations/paths.h"
 #include "platform/locale.h"
 
 namespace {
@@ -148,6 +149,20 @@ TEST(TextToolsTest, ReplacesWhatIsNoCharacter) {
   const std::wstring outside = {std::numeric_limits<wchar_t>::max(), std::numeric_limits<wchar_t>::min(),
                                 static_cast<wchar_t>(0x110000)};
   EXPECT_EQ(WideToUtf16(outside), u"\uFFFD\uFFFD\uFFFD");
+}
+
+TEST(PathsTest, KeepsEveryCharacterOfAName) {
+  const std::wstring text = L"caf\u00e9 \u20ac \U0001F600.csv";
+  const std::filesystem::path path = PathOfWide(text);
+  EXPECT_TRUE(path.u8string() == u8"caf\u00e9 \u20ac \U0001F600.csv");
+  EXPECT_TRUE(WideOfPath(path) == text);
+  EXPECT_EQ(PathOfWide(L""), std::filesystem::path());
+}
+
+TEST(PathsTest, ShowsTheBytesOfNamesThatAreNotText) {
+  const std::filesystem::path path(std::basic_string<std::filesystem::path::value_type>{
+      'a', static_cast<std::filesystem::path::value_type>(0xFF), '.'});
+  EXPECT_TRUE(WideOfPath(path) == L"a\u00ff.");
 }
 
 }  // namespace
