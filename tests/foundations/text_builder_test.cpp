@@ -65,15 +65,13 @@ TEST(TextBuilderTest, AFailedGrowthIsReportedAndChangesNothing) {
 }
 
 TEST(TextBuilderTest, WritesEachDirective) {
-  const char* const missing = nullptr;
-  const std::int64_t least = std::numeric_limits<std::int64_t>::min();
   EXPECT_EQ(Built(""), "");
   EXPECT_EQ(Built("## and ##", 1), "# and #");
   EXPECT_EQ(Built("a #C b#C", "text", std::string("more")), "a text bmore");
-  EXPECT_EQ(Built("[#C]", missing), "[]");
+  EXPECT_EQ(Built("[#C]", static_cast<const char*>(nullptr)), "[]");
   EXPECT_EQ(Built("#W", L"Gr\u00FC\u4E2D"), "Gr\xFC?");
   EXPECT_EQ(Built("#c#c", 'x', '#'), "x#");
-  EXPECT_EQ(Built("#i #l #s #t", -7, least, std::int16_t{-32768}, std::int8_t{-128}),
+  EXPECT_EQ(Built("#i #l #s #t", -7, std::numeric_limits<std::int64_t>::min(), std::int16_t{-32768}, std::int8_t{-128}),
             "-7 -9223372036854775808 -32768 -128");
   EXPECT_EQ(Built("#I #L #Z #S #T", 4294967295u, std::uint64_t{18446744073709551615u}, sizeof(char),
                   std::uint16_t{65535}, std::uint8_t{255}),

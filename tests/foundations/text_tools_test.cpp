@@ -112,8 +112,22 @@ TEST(TextToolsTest, EmptiesTheArgumentOfNarrowToWide) {
   EXPECT_TRUE(text.empty());
 }
 
-TEST(TextToolsTest, PrintsWideNumbers) {
+TEST(TextToolsTest, TrimsAndLowersWideText) {
+  EXPECT_EQ(TrimWide(L"\t\n\v\f\r \x85\xA0\x08 a\x0E\xA0\x85 "), L"\x08 a\x0E");
+  EXPECT_EQ(TrimWide(L" \t"), L"");
+  // The first and last of each range of capitals, and their neighbours.
+  EXPECT_EQ(LowerWide(L"@AZ[\xBF\xC0\xD6\xD7\xD8\xDE\xDF\x151\x152\x153\x160\x178\x179\x17D\x17E"),
+            L"@az[\xBF\xE0\xF6\xD7\xF8\xFE\xDF\x151\x153\x153\x161\xFF\x179\x17E\x17E");
+  EXPECT_EQ(LowerWide(L"\x390\x391\x3A1\x3A2\x3A3\x3A9\x3AA\x3FF\x400\x40F\x410\x42F\x430"),
+            L"\x390\x3B1\x3C1\x3A2\x3C3\x3C9\x3AA\x3FF\x450\x45F\x430\x44F\x430");
+}
+
+TEST(TextToolsTest, ReadsAndPrintsWideNumbers) {
+  const std::pair<const wchar_t*, std::int32_t> kTexts[] = {
+      {L"", 0}, {L" -12x", -12}, {L"99999999999", 2147483647}, {L"-99999999999", -2147483647 - 1}};
+  for (const auto& [text, number] : kTexts) EXPECT_EQ(WideToNumber(text), number) << number;
   EXPECT_EQ(NumberToWide(4294967295u), L"4294967295");
+  EXPECT_EQ(IntToText(std::numeric_limits<std::int32_t>::min()), "-2147483648");
   const std::pair<double, const wchar_t*> kRows[] = {{0, L"0.00"},
                                                      {-0.001, L"-0.00"},
                                                      {0.125, L"0.12"},

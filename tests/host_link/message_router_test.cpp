@@ -116,7 +116,7 @@ TEST_F(MessageRouterTest, KeepsDownloadedTradesUntilTheDownloadEnds) {
   EXPECT_EQ(LiveTrades(), 0U);
   ToMessage(8112);
   EXPECT_TRUE(store.DownloadComplete);
-  EXPECT_EQ(LiveTrades(), 2U);
+  ASSERT_EQ(LiveTrades(), 2U);
   // 9112: trade 20008 gets the quantity 20103.
   ToMessage(9112, Hex("23 284E 08000000 23 874E 33000000"));
   EXPECT_EQ(std::uint32_t{store.LiveTradesOf("Default")->Find(8)->Quantity}, 51U);
