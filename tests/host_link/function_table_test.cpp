@@ -13,6 +13,7 @@ void* FindNothing(const char* name) {
 }
 
 TEST(FunctionTableTest, LooksUpFunctionsInOrder) {
+  namesAsked.clear();
   const CQORDLLComman terminal(FindNothing);
   EXPECT_EQ(namesAsked,
             "GetMasterRequest SendToAccess PluginDataSend SendToDataFeed SendDepthBroadCastRequest "
