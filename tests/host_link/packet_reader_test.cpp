@@ -165,7 +165,7 @@ TEST(PacketReaderTest, ParsesAgainWhatItHasDecoded) {
   };
   const CipherKeyForTest key;
   for (const auto& [message, refused, found, body] : kRows) {
-    SCOPED_TRACE(&message - &std::get<0>(kRows[0]));
+    SCOPED_TRACE(testing::PrintToString(body));
     Parsed parsed(message);
     EXPECT_TRUE(parsed.Found);
     FailAllocation(refused);
@@ -175,8 +175,8 @@ TEST(PacketReaderTest, ParsesAgainWhatItHasDecoded) {
 }
 
 TEST(PacketReaderTest, SkipsEveryValueByItsTag) {
-  const std::uint16_t kRows[][3] = {// first and last tag, and width
-                                    {0, 0, 0},         {1, 10000, 1},     {10001, 20000, 2}, {20001, 30000, 4},
+  // First and last tag, and width.
+  const std::uint16_t kRows[][3] = {{0, 0, 0},         {1, 10000, 1},     {10001, 20000, 2}, {20001, 30000, 4},
                                     {30001, 35000, 8}, {35001, 40000, 4}, {40001, 45000, 8}, {45001, 50000, 16},
                                     {50001, 55000, 8}, {65001, 65535, 0}};
   for (const auto& [first, last, width] : kRows) {
