@@ -113,7 +113,7 @@ TEST(TextToolsTest, EmptiesTheArgumentOfNarrowToWide) {
 }
 
 TEST(TextToolsTest, TrimsAndLowersWideText) {
-  EXPECT_EQ(TrimWide(L"\t\n\v\f\r \x85\xA0\x08 a\x0E\xA0\x85 "), L"\x08 a\x0E");
+  EXPECT_EQ(TrimWide(L" \t\n\v\f\r \x85\xA0\x08 a\x0E\xA0\x85 "), L"\x08 a\x0E");
   EXPECT_EQ(TrimWide(L" \t"), L"");
   // The first and last of each range of capitals, and their neighbours.
   EXPECT_EQ(LowerWide(L"@AZ[\xBF\xC0\xD6\xD7\xD8\xDE\xDF\x151\x152\x153\x160\x178\x179\x17D\x17E"),
