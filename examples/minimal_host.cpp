@@ -86,6 +86,7 @@ TRADEBOOK_EXPORT void PluginDataSend(CQORPacketWriter* message) {
   if (reader.MessageNumber != 32005) return;
   std::uint64_t callback = 0;
   std::uint32_t periodMs = 0;
+  // Field by field, for terminals that do not want the tables of wire_fields.h.
   while (reader.NextTag()) {
     if (reader.Tag == 30002) reader.ReadU64(callback);
     if (reader.Tag == 60003) reader.ReadU32(periodMs);

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "foundations/text_tools.h"
-#include "platform/clock.h"
+#include "platform/locale.h"
 
 namespace {
 

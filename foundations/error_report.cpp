@@ -7,7 +7,7 @@
 #include <mutex>
 
 #include "platform/faults.h"
-#include "platform/text.h"
+#include "platform/locale.h"
 
 std::string FailureLine(std::string_view message, unsigned long errorNumber, std::string_view functionName,
                         unsigned line) {

@@ -1,19 +1,33 @@
 // The recursive lock of all folders and the guard that holds it for a scope.
 #pragma once
 
+#include "foundations/error_report.h"
 #include "platform/threads.h"
 
 namespace QOR::Thread {
 
 class CQORLock {
  public:
-  CQORLock() noexcept;
-  ~CQORLock();
+  CQORLock() noexcept {
+    constexpr unsigned long kSpinCount = 262144;
+    const unsigned long error = InitializeLock(Section, kSpinCount);
+    Made = error == 0;
+    // The line number is part of the report's fixed text.
+    if (!Made)
+      CQORLog::ReportFailure("InitializeCriticalSectionAndSpinCount: ", error, "QOR::Thread::CQORLock::CQORLock", 15);
+  }
+  ~CQORLock() {
+    if (Made) DestroyLock(Section);
+  }
   CQORLock(const CQORLock&) = delete;
   CQORLock& operator=(const CQORLock&) = delete;
 
-  void Enter() noexcept;
-  void Leave() noexcept;
+  void Enter() noexcept {
+    if (Made) EnterLock(Section);
+  }
+  void Leave() noexcept {
+    if (Made) LeaveLock(Section);
+  }
 
  private:
   PlatformLock Section{};

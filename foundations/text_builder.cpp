@@ -12,7 +12,7 @@
 
 #include "foundations/error_report.h"
 #include "platform/faults.h"
-#include "platform/text.h"
+#include "platform/locale.h"
 
 namespace QOR::Base {
 

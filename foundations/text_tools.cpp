@@ -9,7 +9,7 @@
 #include <limits>
 #include <optional>
 
-#include "platform/text.h"
+#include "platform/locale.h"
 
 namespace {
 

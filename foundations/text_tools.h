@@ -34,7 +34,7 @@ constexpr std::string_view WithoutByteOrderMark(std::string_view text) noexcept 
   return text.starts_with(kByteOrderMark) ? text.substr(kByteOrderMark.size()) : text;
 }
 
-// Through the system code page. NarrowToWide empties its argument; CodePageToWide (platform/text.h) takes a view.
+// Through the system code page. NarrowToWide empties its argument; CodePageToWide (platform/locale.h) takes a view.
 std::string WideToNarrow(std::wstring text);
 std::wstring NarrowToWide(std::string&& text);
 

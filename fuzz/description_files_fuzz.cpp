@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,9 +9,11 @@
 
 namespace {
 
+using Parts = std::vector<std::string>;
+
 // The lines of a file cut at commas, character by character, without the return before a line end.
-std::vector<std::vector<std::string>> PartsOfLines(std::string_view text) {
-  std::vector<std::vector<std::string>> lines(1, {""});
+std::vector<Parts> PartsOfLines(std::string_view text) {
+  std::vector<Parts> lines(1, {""});
   for (std::size_t i = 0; i < text.size(); ++i) {
     const bool isLineEnd = i + 1 == text.size() || text[i + 1] == '\n';
     if (text[i] == '\n')
@@ -26,20 +29,15 @@ std::vector<std::vector<std::string>> PartsOfLines(std::string_view text) {
 DescriptionList SlowExchangeFormat(std::string_view text) {
   DescriptionList entries;
   for (const auto& parts : PartsOfLines(text))
-    if (parts.size() > 1)
-      entries.push_back({parts[0], "", parts[1]});
-    else if (!parts[0].empty())
-      entries.push_back({parts[0], "", ""});
+    if (parts != Parts{""}) entries.push_back({parts[0], "", parts.size() > 1 ? parts[1] : ""});
   return entries;
 }
 
 DescriptionList SlowBookExport(std::string_view text) {
   DescriptionList entries;
-  for (const auto& parts : PartsOfLines(text)) {
-    bool whole = parts.size() == 2 || parts.size() == 3;
-    for (const std::string& part : parts) whole = whole && !part.empty();
-    if (whole) entries.push_back({parts[0], parts[1], parts.size() == 3 ? parts[2] : ""});
-  }
+  for (const auto& parts : PartsOfLines(text))
+    if ((parts.size() == 2 || parts.size() == 3) && std::count(parts.begin(), parts.end(), "") == 0)
+      entries.push_back({parts[0], parts[1], parts.size() == 3 ? parts[2] : ""});
   return entries;
 }
 
@@ -59,10 +57,10 @@ std::string LineOf(const DescriptionList& entries, bool isCash) {
 void CheckLines(const DescriptionList& entries) {
   if (entries.empty()) return;
   const DescriptionList rest(entries.begin() + 1, entries.end());
-  const DescriptionList first(entries.begin(), entries.begin() + 1);
-  const DescriptionList firstOfTwo{entries[0], {"no such name", "", ""}};
+  DescriptionList first{entries[0]};
+  if (!rest.empty()) first.push_back({"no such name", "", ""});
   for (const bool isCash : {false, true})
-    RequireProperty(LineOf(entries, isCash) == LineOf(rest.empty() ? first : firstOfTwo, isCash) + LineOf(rest, isCash),
+    RequireProperty(LineOf(entries, isCash) == LineOf(first, isCash) + LineOf(rest, isCash),
                     "a line is what its entries write");
 }
 

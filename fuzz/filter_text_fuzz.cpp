@@ -9,23 +9,17 @@
 namespace {
 
 constexpr std::size_t kLargestInput = 4096;
-constexpr int kChoices = kTradeColumnCount + 2;  // one index below the columns, and their count
-
-// A byte of 1 stands for a letter that no western code page has.
-std::wstring FilterOf(std::string bytes) {
-  std::wstring filter = NarrowToWide(std::move(bytes));
-  std::replace(filter.begin(), filter.end(), L'\1', L'\x416');
-  return filter;
-}
 
 }  // namespace
 
 int FuzzFilterText(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
-  const int column = data[0] % kChoices - 1;
+  const int column = data[0] % (kTradeColumnCount + 2) - 1;  // also one below the columns, and their count
   const std::string texts(reinterpret_cast<const char*>(data) + 1, std::min(size, kLargestInput) - 1);
   const std::size_t end = std::min(texts.find('\n'), texts.size());
-  const std::wstring filter = FilterOf(texts.substr(0, end));
+  std::wstring filter = NarrowToWide(texts.substr(0, end));
+  // A byte of 1 stands for a letter that no western code page has.
+  std::replace(filter.begin(), filter.end(), L'\1', L'\x416');
   const std::string cell = texts.substr(std::min(end + 1, texts.size()));
   TradeRecord record{};
   PutCell(record, column, cell);

@@ -1,17 +1,15 @@
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "fuzz/fuzz_functions.h"
-#include "host_link/messages/message_header.h"
 #include "host_link/messages/packet_reader.h"
-#include "tests/support/wire_bytes.h"
+#include "tests/host_link/link_fixtures.h"
 
 namespace {
 
 constexpr std::size_t kLargestInput = 65535;
-constexpr std::uint8_t kKeyBytes[] = {'k', 'e', 'y', 7};
-constexpr CipherKey kKey{kKeyBytes, sizeof kKeyBytes};
 
 // The result of one message: its fields as tag and place, and the bytes after the number.
 struct Reading {
@@ -51,9 +49,7 @@ Reading Read(std::string_view input) {
   reading.Rest.assign(reinterpret_cast<const char*>(reader.Data) + start, reader.End - start);
   for (unsigned before = start; reader.NextTag(); before = reader.Cursor) {
     RequireProperty(reader.Cursor >= before + 3u, "a field takes its mark and tag");
-    reading.Fields.push_back(reader.Tag);
-    reading.Fields.push_back(reader.Cursor - start);
-    reading.Fields.push_back(reader.SkipValue());
+    reading.Fields.insert(reading.Fields.end(), {reader.Tag, reader.Cursor - start, reader.SkipValue()});
     RequireInside(reader, bytes);
   }
   RequireInside(reader, bytes);
@@ -61,7 +57,8 @@ Reading Read(std::string_view input) {
 }
 
 std::string Enciphered(std::string text) {
-  ApplyCipher(kKey, reinterpret_cast<std::uint8_t*>(text.data()), static_cast<std::uint32_t>(text.size()));
+  ApplyCipher(CipherKeyForTest::kKey, reinterpret_cast<std::uint8_t*>(text.data()),
+              static_cast<std::uint32_t>(text.size()));
   return text;
 }
 
@@ -81,7 +78,12 @@ void CheckForms(const Reading& reading) {
   }
 }
 
-void CheckMessage(std::string_view input) {
+void CheckInput(std::string_view input) {
+  // Any bytes may follow the number of a message.
+  const std::string fields(input.substr(0, kLargestInput - 20));
+  const Reading asFields = Read(WireMessage(8111, fields));
+  RequireProperty(asFields.Accepted && asFields.Number == 8111 && asFields.Rest == fields, "any fields are taken");
+  CheckForms(asFields);
   const Reading reading = Read(input);
   if (!reading.Accepted) return;
   const std::string message(input.substr(0, reading.Consumed));
@@ -91,23 +93,12 @@ void CheckMessage(std::string_view input) {
   CheckForms(reading);
 }
 
-// Any bytes may follow the number of a message.
-void CheckAsFields(std::string_view input) {
-  const std::string fields(input.substr(0, kLargestInput - 20));
-  const Reading reading = Read(WireMessage(8111, fields));
-  RequireProperty(reading.Accepted && reading.Number == 8111 && reading.Rest == fields, "any fields are taken");
-  CheckForms(reading);
-}
-
 }  // namespace
 
 int FuzzPacketReader(const std::uint8_t* data, std::size_t size) {
-  const std::string_view input(reinterpret_cast<const char*>(data), size < kLargestInput ? size : kLargestInput);
-  CheckMessage(input);
-  CheckAsFields(input);
-  CipherKeyHolder = &kKey;
-  CheckMessage(input);
-  CheckAsFields(input);
-  CipherKeyHolder = nullptr;
+  const std::string_view input(reinterpret_cast<const char*>(data), std::min(size, kLargestInput));
+  CheckInput(input);
+  const CipherKeyForTest key;
+  CheckInput(input);
   return 0;
 }

@@ -29,14 +29,6 @@ bool AnyNode(const CVELDPXMLNode& root, Test test) {
   return false;
 }
 
-bool HoldsTag(const CVELDPXMLNode& node) {
-  return node.Value.find(L'<') != std::wstring::npos;
-}
-// By a name that the store itself would not give.
-bool BendsTags(const CVELDPXMLNode& node) {
-  return node.Name.find(L'<') != std::wstring::npos || node.Name.starts_with(L'/');
-}
-
 }  // namespace
 
 int FuzzSettingsText(const std::uint8_t* data, std::size_t size) {
@@ -50,8 +42,12 @@ int FuzzSettingsText(const std::uint8_t* data, std::size_t size) {
     RequireProperty(SlowParse(slow, text) == loaded, "the slow way agrees on whether the text is whole");
     RequireProperty(ShapeOf(slow) == ShapeOf(root), "the slow way reads the same tree");
   }
+  const auto has = [](const std::wstring& whole) { return whole.find(L'<') != std::wstring::npos; };
+  const auto holdsTag = [&](const CVELDPXMLNode& node) { return has(node.Value); };
+  // By a name that the store itself would not give.
+  const auto bendsTags = [&](const CVELDPXMLNode& node) { return has(node.Name) || node.Name.starts_with(L'/'); };
+  if (!loaded || (AnyNode(root, holdsTag) && AnyNode(root, bendsTags))) return 0;
   // A root that is no branch keeps no value.
-  if (!loaded || (AnyNode(root, HoldsTag) && AnyNode(root, BendsTags))) return 0;
   root.Value.clear();
   BreakTagsInValues(root);
   const std::string saved = SettingsFileBytes(root);

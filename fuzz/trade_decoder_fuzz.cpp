@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -27,12 +28,9 @@ TradeRecord EncodeAndDecode(const TradeRecord& record, bool fixed) {
 
 template <typename Act>
 void EachText(TradeRecord& record, Act act) {
-  const auto run = [&](const auto& fields) {
+  for (const auto fields : {std::span<const WireField>(kTradeKeyFields), std::span<const WireField>(kTradeBodyFields)})
     for (const WireField& field : fields)
       if (field.Kind == Field::Text) act(reinterpret_cast<char*>(&record) + field.Offset, field.Limit + 1u);
-  };
-  run(kTradeKeyFields);
-  run(kTradeBodyFields);
 }
 
 }  // namespace

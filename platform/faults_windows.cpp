@@ -8,7 +8,7 @@
 #include <iterator>
 #include <mutex>
 
-#include "platform/clock.h"
+#include "platform/locale.h"
 
 namespace {
 

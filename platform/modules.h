@@ -1,4 +1,4 @@
-// The process and its modules: loading, symbols, export marks, command line, and window messages by name.
+// The process and its modules: loading, symbols, export marks, command line, console, and window messages by name.
 #pragma once
 
 #include <filesystem>
@@ -24,6 +24,10 @@ const char* ModuleSuffix() noexcept;
 
 // The command line without the program's name, as paths: no character of a file name is lost on either platform.
 std::vector<std::filesystem::path> CommandLineArguments(int argc, char** argv);
+
+// Closes the console that Windows opens for a program started from the desktop; true if there was one, and output is
+// not visible from then on. Any other console stays. Main thread, before anything is written.
+bool CloseOwnConsole() noexcept;
 
 // Marks an exported function: the module's three entry points and the terminal's functions. All else is hidden.
 #ifdef _WIN32

@@ -47,3 +47,7 @@ std::vector<std::filesystem::path> CommandLineArguments(int argc, char** argv) {
 unsigned RegisterNamedMessage(const char* /*name*/) noexcept {
   return 0;
 }
+
+bool CloseOwnConsole() noexcept {
+  return false;
+}

@@ -61,3 +61,9 @@ std::vector<std::filesystem::path> CommandLineArguments(int /*argc*/, char** /*a
 unsigned RegisterNamedMessage(const char* name) noexcept {
   return RegisterWindowMessageA(name);
 }
+
+bool CloseOwnConsole() noexcept {
+  DWORD processes[2] = {};
+  if (GetConsoleProcessList(processes, 2) != 1) return false;
+  return FreeConsole() != 0;
+}

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "foundations/paths.h"
-#include "platform/text.h"
+#include "platform/locale.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "foundations/date_time.h"
-#include "platform/text.h"
+#include "platform/locale.h"
 
 namespace {
 

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <variant>
 
+#include "foundations/byte_words.h"
 #include "grid_ops/columns/trade_columns.h"
 #include "trade_data/daily_file/line_buffer.h"
 
@@ -46,9 +47,7 @@ inline const char* FieldPlace(const TradeRecord& record, const ColumnField& fiel
 }
 template <typename Number>
 Number FieldAs(const TradeRecord& record, const ColumnField& field) noexcept {
-  Number number;
-  std::memcpy(&number, FieldPlace(record, field), sizeof number);
-  return number;
+  return LoadValue<Number>(FieldPlace(record, field));
 }
 
 // The text at an address: up to its NUL, or the whole field.

@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "foundations/byte_words.h"
 #include "foundations/date_time.h"
 #include "foundations/text_tools.h"
 
@@ -24,18 +25,13 @@ const char* PlaceOf(const TradeRecord& record, const ColumnField& field) noexcep
   return HasMaster(record, field) ? reinterpret_cast<const char*>(record.MasterRecord) + field.MasterOffset
                                   : FieldPlace(record, field);
 }
-double DoubleAt(const char* place) noexcept {
-  double value;
-  std::memcpy(&value, place, sizeof value);
-  return value;
-}
 
 template <std::size_t kColumn>
 char* PrintFileValue(char* to, std::string_view server, const TradeRecord& record) noexcept {
   constexpr const ColumnField& kField = kTradeColumns[kColumn].Value;
   if (!HasMaster(record, kField)) return PrintValue<kColumn>(to, server, record);
   if (kField.Form == ColumnField::Kind::Text) return PrintField(to, PlaceOf(record, kField), kField.Size);
-  return PrintFixed(to, DoubleAt(PlaceOf(record, kField)), Decimals::Two);
+  return PrintFixed(to, LoadValue<double>(PlaceOf(record, kField)), Decimals::Two);
 }
 
 // Pads with leading blanks to the width. A longer text is printed whole.
@@ -103,7 +99,7 @@ char* PrintFileCell(char* to, const TradeFileSource& source, const TradeRecord& 
     case Rule::Price:
       return PrintInFront(to, FixedText(DividedPrice(source.Divisors, record), scratch), kCell.Width);
     case Rule::Strike:
-      return PrintStrike(to, DoubleAt(PlaceOf(record, kField)), kCell.Width);
+      return PrintStrike(to, LoadValue<double>(PlaceOf(record, kField)), kCell.Width);
     case Rule::Quoted:
       *to++ = '"';
       to = PrintField(to, FieldPlace(record, kField), kField.Size);

@@ -8,7 +8,7 @@
 #include <limits>
 
 #include "foundations/text_tools.h"
-#include "platform/text.h"
+#include "platform/locale.h"
 
 namespace {
 

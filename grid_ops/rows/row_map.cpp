@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "foundations/make_room.h"
+#include "platform/memory.h"
 
 void RowMap::Clear() noexcept {
   Runs.clear();

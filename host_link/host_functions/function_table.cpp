@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "foundations/byte_words.h"
 #include "foundations/text_tools.h"
 #include "host_link/host_functions/terminal_functions.h"
 #include "platform/modules.h"
@@ -43,7 +44,7 @@ bool CQORDLLComman::GetMasterRequest(const char* exchange, const char* securityI
   const auto* record = reinterpret_cast<const char*>(request.MasterRecord);
   if (record == nullptr) return false;
   std::memcpy(data.Name.data(), record + kMasterNameOffset, kMasterNameSize);
-  std::memcpy(&data.Multiplier, record + kMasterMultiplierOffset, sizeof data.Multiplier);
+  data.Multiplier = LoadValue<double>(record + kMasterMultiplierOffset);
   return true;
 }
 

@@ -59,17 +59,3 @@ constexpr bool RisesToTheLastTag() {
 }
 static_assert(RisesToTheLastTag());
 }  // namespace skip_rule_checks
-
-// The cipher of message bodies: RC4 as published. The key is set before the first message and does not change while
-// messages are read or finished.
-struct CipherKey {
-  const std::uint8_t* Bytes = nullptr;
-  std::uint16_t Length = 0;
-};
-
-// The process's key, null for none; only the embedding program sets it.
-extern const CipherKey* CipherKeyHolder;
-
-// Enciphers or deciphers one message body in place with a fresh key schedule. False, with nothing changed, if the
-// length is 0 or the key is empty.
-bool ApplyCipher(const CipherKey& key, std::uint8_t* bytes, std::uint32_t length) noexcept;

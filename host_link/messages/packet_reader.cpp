@@ -5,8 +5,8 @@
 #include <new>
 #include <utility>
 
+#include "host_link/messages/body_coding.h"
 #include "host_link/messages/message_header.h"
-#include "host_link/messages/zlib_block.h"
 
 namespace {
 

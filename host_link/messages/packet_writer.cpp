@@ -5,8 +5,8 @@
 #include <limits>
 #include <new>
 
+#include "host_link/messages/body_coding.h"
 #include "host_link/messages/message_header.h"
-#include "host_link/messages/zlib_block.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-// MessageRouter: hands each message to the trade cache or the books by its number and entry point, and answers the
-// terminal. Calls must not overlap: no lock protects what they change.
+// The plug-in's side of the table of messages: its description for the terminal (messages 30004 to 30007), and the
+// router of what the terminal then sends.
 #pragma once
 
 #include <cstdint>
@@ -8,8 +8,22 @@
 #include "host_link/host_functions/function_table.h"
 #include "host_link/messages/message_table.h"
 #include "host_link/messages/packet_reader.h"
-#include "host_link/module/plugin_info.h"
+#include "host_link/messages/reply_buffer.h"
 
+// Addresses of the module's functions, as messages carry them.
+struct EntryAddresses {
+  std::uint64_t OnMessage = 0;
+  std::uint64_t OnPluginMessage = 0;
+  std::uint64_t OnBookCommand = 0;
+  std::uint64_t OnRefresh = 0;
+};
+
+// Appends the identity (30004) and, unless identityOnly, the menu entry (30005) and the numbers for OnMessage (30006)
+// and OnPluginMessage (30007). A message that does not fit is left out silently.
+void AppendPluginInfo(HostReplyBuffer& reply, bool identityOnly, const EntryAddresses& addresses) noexcept;
+
+// Hands each message to the trade cache or the books by its number and entry point, and answers the terminal. Calls
+// must not overlap: no lock protects what they change.
 class MessageRouter {
  public:
   MessageRouter(PluginState& state, BookRegistry& books, const CQORDLLComman& terminal,

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <limits>
 #include <utility>
 
+#include "foundations/byte_words.h"
 #include "host_link/messages/message_header.h"
 #include "terminal/common/errors.h"
 
@@ -16,9 +16,7 @@ constexpr std::size_t kLargestMessage = std::numeric_limits<std::uint16_t>::max(
 constexpr std::size_t kWindowSize = kLargestMessage + kHeaderSize;
 
 std::uint16_t WordAt(std::string_view bytes, std::size_t place) noexcept {
-  std::uint16_t word;
-  std::memcpy(&word, bytes.data() + place, sizeof word);
-  return word;
+  return LoadValue<std::uint16_t>(bytes.data() + place);
 }
 
 bool IsHeader(std::string_view bytes) noexcept {

@@ -2,11 +2,11 @@
 
 #include <array>
 #include <charconv>
-#include <cstring>
 #include <ctime>
 #include <iterator>
 #include <ostream>
 
+#include "foundations/byte_words.h"
 #include "foundations/date_time.h"
 #include "host_link/messages/message_table.h"
 #include "host_link/messages/packet_reader.h"
@@ -17,10 +17,8 @@ constexpr std::uint16_t kFirstDecimalTag = 40001;
 
 template <typename Value>
 std::string NumberText(const std::uint8_t* bytes) {
-  Value value;
-  std::memcpy(&value, bytes, sizeof value);
   std::array<char, 40> text;
-  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
+  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), LoadValue<Value>(bytes)).ptr};
 }
 
 void AppendHex(std::string& text, std::uint8_t byte) {

@@ -12,7 +12,7 @@
 #include "host_link/messages/packet_writer.h"
 #include "platform/modules.h"
 #include "tests/embedding/foreign_loop.h"
-#include "tests/host_link/reply_for_test.h"
+#include "tests/host_link/link_fixtures.h"
 #include "trade_data/records/trade_impl.h"
 
 namespace fs = std::filesystem;

@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
+#include <array>
+#include <cctype>
 #include <limits>
+#include <tuple>
 
-#include "platform/clock.h"
+#include "platform/locale.h"
 #include "tests/foundations/time_zone.h"
 
 namespace {
@@ -14,11 +16,7 @@ constexpr std::int64_t kMorning = 1772356530;  // 2026-03-01 09:15:30 UTC
 constexpr std::int64_t kEvening = 1765832645;  // 2025-12-15 21:04:05 UTC
 
 TEST(DateTimeTest, PrintsEveryPattern) {
-  const struct {
-    const char* Pattern;
-    const char* Morning;
-    const char* Evening;
-  } kRows[] = {
+  const char* const kRows[][3] = {
       {"ddMMMyyyy", "01Mar2026", "15Dec2025"},
       {"dd MMM yyyy", "01 Mar 2026", "15 Dec 2025"},
       {"dd-MMM-yy", "01-Mar-26", "15-Dec-25"},
@@ -45,12 +43,10 @@ TEST(DateTimeTest, PrintsEveryPattern) {
       {"dd-MMM-yyyy", "01/03/2026", "15/12/2025"},
       {"yyyymmdd", "01/03/2026", "15/12/2025"},
       {"yyyyMMdd ", "01/03/2026", "15/12/2025"},
-      {"hh:mm:ss", "01/03/2026", "15/12/2025"},
   };
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.Pattern);
-    EXPECT_EQ(FormatTimeText(kMorning, row.Pattern, true), row.Morning);
-    EXPECT_EQ(FormatTimeText(kEvening, row.Pattern, true), row.Evening);
+  for (const auto& [pattern, morning, evening] : kRows) {
+    EXPECT_EQ(FormatTimeText(kMorning, pattern, true), morning) << pattern;
+    EXPECT_EQ(FormatTimeText(kEvening, pattern, true), evening) << pattern;
   }
 }
 
@@ -62,28 +58,23 @@ TEST(DateTimeTest, TurnsTheTwelveHourClockAtNoonAndMidnight) {
 }
 
 TEST(DateTimeTest, PrintsLocalTimeOfTheZone) {
-  for (const ZoneCase& row : PlatformZoneCases()) {
-    SCOPED_TRACE(std::string(row.Zone) + " " + std::to_string(row.Instant));
-    const ZoneForTest zone(row.Zone);
-    EXPECT_EQ(FormatTimeText(row.Instant, "dd/MM/yyyy HH:mm:ss", false), row.Local);
+  const std::tuple<const char*, std::int64_t, const char*> kRows[] = {{"EST5EDT", 0, "31/12/1969 19:00:00"},
+                                                                      {"EST5EDT", 1772953199, "08/03/2026 01:59:59"},
+                                                                      {"EST5EDT", 1772953200, "08/03/2026 03:00:00"},
+                                                                      {"IST-5:30", 1772356530, "01/03/2026 14:45:30"},
+                                                                      {"IST-5:30", 32535215999, "01/01/3001 05:29:59"}};
+  for (const auto& [name, instant, local] : kRows) {
+    const ZoneForTest zone(name);
+    EXPECT_EQ(FormatTimeText(instant, "dd/MM/yyyy HH:mm:ss", false), local) << name;
   }
 }
 
-TEST(DateTimeTest, IgnoresTheLocaleOfTheProcess) {
-  const std::string former = std::setlocale(LC_ALL, nullptr);
-  std::setlocale(LC_ALL, "German_Germany.1252");  // where the platform has it
-  EXPECT_EQ(FormatTimeText(kMorning, "dd MMMM yyyy", true), "01 March 2026");
-  std::setlocale(LC_ALL, former.c_str());
-}
-
 TEST(DateTimeTest, RejectsInstantsOutsideTheClock) {
-  EXPECT_EQ(FormatTimeText(0, "yyyy-MM-dd", true), "1970-01-01");
   EXPECT_EQ(FormatTimeText(32535215999, "dd/MM/yyyy HH:mm:ss", true), "31/12/3000 23:59:59");
   constexpr std::int64_t kOutside[] = {-1, 32535216000, std::numeric_limits<std::int64_t>::min(),
                                        std::numeric_limits<std::int64_t>::max()};
   for (const std::int64_t instant : kOutside) {
     SCOPED_TRACE(instant);
-    EXPECT_EQ(FormatTimeText(instant, "yyyy-MM-dd", true), "");
     EXPECT_EQ(FormatTimeText(instant, "yyyy-MM-dd", false), "");
     char buffer[] = "as it was";
     FormatTimeInto(buffer, sizeof(buffer), instant, "dd", true);
@@ -102,33 +93,14 @@ TEST(DateTimeTest, WritesNothingWithoutRoomForTheZeroByte) {
 }
 
 TEST(DateTimeTest, ParsesByPlace) {
-  const struct {
-    const char* Value;
-    const char* Pattern;
-    std::int64_t Instant;
-  } kRows[] = {
-      {"01Mar2026", "ddMMMyyyy", 1772323200},
+  const std::tuple<const char*, const char*, std::int64_t> kRows[] = {
       {"01-Mar-2026", "dd-MMM-yyyy", 1772323200},
-      {"01-mar-26", "dd-MMM-yy", 1772323200},
-      {"01/03/2026", "dd/MM/yyyy", 1772323200},
-      {"01-03-2026", "dd-MM-yyyy", 1772323200},
-      {"2026/03/01", "yyyy/MM/dd", 1772323200},
-      {"2026-03-01", "yyyy-MM-dd", 1772323200},
-      {"03/01/2026", "MM/dd/yyyy", 1772323200},
-      {"03-01-2026", "MM-dd-yyyy", 1772323200},
-      {"20260301", "yyyyMMdd", 1772323200},
-      {"01/03/2026 09:15:30", "dd/MM/yyyy HH:mm:ss", kMorning},
-      {"20260301-09:15:30", "yyyyMMdd-HH:mm:ss", kMorning},
       // The month by a four-letter field reads as 0.
       {"01 March 2026", "dd MMMM yyyy", 1764547200},
       {"01 0003 2026", "dd MMMM yyyy", 1772323200},
       {"01-FOO-2026", "dd-MMM-yyyy", 1764547200},
-      // Separators are not looked at, a number may stand where a name is due, and more may follow.
-      {"01x03x2026", "dd/MM/yyyy", 1772323200},
+      // A number may stand where a name is due.
       {"01-03 -2026", "dd-MMM-yyyy", 1772323200},
-      {"01/03/2026 and more", "dd/MM/yyyy", 1772323200},
-      {"31/02/2026", "dd/MM/yyyy", 1772496000},
-      {"01/03/0026", "dd/MM/yyyy", 1772323200},
       {" 1/ 3/2026", "dd/MM/yyyy", 1772323200},
       {"+1/+3/2026", "dd/MM/yyyy", 1772323200},
       {"-1/03/2026", "dd/MM/yyyy", 1772150400},
@@ -138,24 +110,27 @@ TEST(DateTimeTest, ParsesByPlace) {
       {"2026-03", "yyyy-MM-dd", 0},
       {"01/03/2026", "dd/mm/yyyy", 0},
   };
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(std::string(row.Value) + " by " + row.Pattern);
-    EXPECT_EQ(ParseTimeText(row.Value, row.Pattern), row.Instant);
-  }
+  for (const auto& [value, pattern, instant] : kRows)
+    EXPECT_EQ(ParseTimeText(value, pattern), instant) << value << " by " << pattern;
   for (const char* pattern :
        {"ddMMyy", "MMddyy", "MM/dd/yyyy hh:mm:ss tt", "HH:mm:ss", "yyyyMMdd_HHmm", "yyyyMM", "dd", "MMMyy"})
     EXPECT_EQ(ParseTimeText(FormatTimeText(kMorning, pattern, true), pattern), 0) << pattern << " only prints";
 }
 
+TEST(DateTimeTest, IgnoresSeparatorsAndWhatFollowsWhenItParses) {
+  for (const std::string pattern :
+       {"ddMMMyyyy", "dd MMM yyyy", "dd-MMM-yy", "dd/MM/yyyy", "dd-MM-yyyy", "yyyy/MM/dd", "yyyy-MM-dd", "MM/dd/yyyy",
+        "MM-dd-yyyy", "yyyyMMdd", "dd/MM/yyyy HH:mm:ss", "yyyyMMdd-HH:mm:ss"}) {
+    std::string text = FormatTimeText(kEvening, pattern, true) + '|';
+    for (char& character : text) character = std::isalnum(character) != 0 ? character : '9';
+    EXPECT_EQ(ParseTimeText(text, pattern), pattern.ends_with("ss") ? kEvening : 1765756800) << text;
+  }
+}
+
 TEST(DateTimeTest, MakesInstantsOfFieldsOutOfRange) {
   constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
   constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
-  const struct {
-    std::int32_t Fields[6];
-    std::int64_t Instant;
-  } kRows[] = {
-      {{1970, 1, 1, 0, 0, 0}, 0},
-      {{2000, 2, 29, 0, 0, 0}, 951782400},
+  const std::pair<std::array<std::int32_t, 6>, std::int64_t> kRows[] = {
       {{2100, 2, 29, 0, 0, 0}, 4107542400},  // no leap year: 1 March
       {{2026, 0, 1, 0, 0, 0}, 1764547200},
       {{2026, 1, 0, 0, 0, 0}, 1767139200},
@@ -166,6 +141,7 @@ TEST(DateTimeTest, MakesInstantsOfFieldsOutOfRange) {
       {{100, 1, 1, 0, 0, 0}, -1},
       {{-1, 1, 1, 0, 0, 0}, 915148800},
       {{-4001, 6, 1450228, 0, 0, 0}, 0},  // from the year -2001
+      {{-4000, 3, 1449954, 0, 0, 0}, 0},  // and from the first day of a year of March, in a leap year
       {{1969, 12, 31, 23, 59, 59}, -1},
       {{1969, 12, 31, 23, 59, 60}, 0},
       {{3000, 12, 31, 23, 59, 59}, 32535215999},
@@ -174,10 +150,8 @@ TEST(DateTimeTest, MakesInstantsOfFieldsOutOfRange) {
       {{kMost, kMost, kMost, kMost, kMost, kMost}, -1},
       {{kLeast, kLeast, kLeast, kLeast, kLeast, kLeast}, -1},
   };
-  for (const auto& [f, instant] : kRows) {
-    SCOPED_TRACE(instant);
-    EXPECT_EQ(MakeUtcTime(f[0], f[1], f[2], f[3], f[4], f[5]), instant);
-  }
+  for (const auto& [f, instant] : kRows)
+    EXPECT_EQ(MakeUtcTime(f[0], f[1], f[2], f[3], f[4], f[5]), instant) << f[0] << ' ' << f[1] << ' ' << f[2];
 }
 
 // The library's own calendar against ours, every day with its own reading of the clock.
@@ -199,9 +173,7 @@ TEST(DateTimeTest, ReplacesMonthNamesByNumbers) {
   int number = 0;
   for (const char* name : {"JAN", "feb", "Mar", "aPR", "MAY", "JUN", "JUL", "AUG", "SEP", "OCT", "NOV", "dec"})
     EXPECT_EQ(numberOf(name), std::to_string(++number));
-  for (const std::string& other : {std::string(), std::string("June"), std::string("JA"), std::string(" JAN"),
-                                   std::string("03"), std::string("JAN\0", 4)})
-    EXPECT_EQ(numberOf(other), other);
+  for (const char* other : {"", "June", "JA", " JAN", "03"}) EXPECT_EQ(numberOf(other), other);
 }
 
 TEST(DateTimeTest, StampsTheTimeOfSomeZoneNow) {
@@ -210,18 +182,17 @@ TEST(DateTimeTest, StampsTheTimeOfSomeZoneNow) {
   NowStamp(stamp);
   // One more: the clock of whole seconds is some milliseconds late.
   const std::int64_t taken = CurrentInstant() - before + 1;
-  ASSERT_EQ(stamp[21], '\0');
-  const std::string text = stamp;
+  const std::string text(stamp, sizeof stamp - 1);
   ASSERT_EQ(text.size(), 21u);
+  ASSERT_EQ(stamp[21], '\0');
   EXPECT_EQ(text[17], '.');
   EXPECT_EQ(text.find_first_not_of("0123456789", 18), std::string::npos);
   // Zones lie whole quarters of an hour from UTC. The stamp is not compared with the C library's local time, which
   // on Windows looks at TZ first.
-  constexpr std::int64_t kQuarter = 900;
   const std::int64_t ahead = ParseTimeText(text, "yyyyMMdd-HH:mm:ss") - before + 12 * 3600;
   EXPECT_GE(ahead, 0);
   EXPECT_LE(ahead, 26 * 3600 + taken);
-  EXPECT_LE(ahead % kQuarter, taken);
+  EXPECT_LE(ahead % 900, taken);
 }
 
 }  // namespace

@@ -5,6 +5,9 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <tuple>
+
+#include "tests/support/failing_memory.h"
 
 namespace {
 
@@ -16,61 +19,59 @@ std::string Built(std::string_view format, const Values&... values) {
   return text.Format(format, values...) ? std::string(text.Text(), text.Length()) : "refused";
 }
 
-TEST(TextBuilderTest, GrowsToTheNextMultipleOf16) {
-  const std::size_t kRows[][2] = {{0, 16}, {15, 16}, {16, 32}, {31, 32}, {32, 48}, {1000, 1008}};
-  for (const auto& [size, capacity] : kRows) {
+TEST(TextBuilderTest, GrowsToTheNextMultipleOf16AndNeverCutsTheContent) {
+  const std::string kLong = "0123456789012345678901234567890123456789";
+  const std::tuple<std::string, std::size_t, std::size_t> kRows[] = {
+      {"abc", 0, 16},  {"abc", 15, 16},     {"abc", 16, 32}, {"abc", 31, 32},
+      {"abc", 32, 48}, {"abc", 1000, 1008}, {kLong, 3, 48}};
+  for (const auto& [content, size, capacity] : kRows) {
     SCOPED_TRACE(size);
     CQORString text;
     EXPECT_EQ(text.Capacity(), 16u);
-    EXPECT_TRUE(text.Format("abc") && text.Grow(size));
+    EXPECT_TRUE(text.Format(content) && text.Grow(size));
     EXPECT_EQ(text.Capacity(), capacity);
-    EXPECT_STREQ(text.Text(), "abc");
+    EXPECT_EQ(text.Text(), content);
   }
-}
-
-TEST(TextBuilderTest, GrowNeverCutsTheContent) {
-  CQORString text;
-  ASSERT_TRUE(text.Format("0123456789012345678901234567890123456789"));
-  EXPECT_TRUE(text.Grow(3));
-  EXPECT_EQ(text.Capacity(), 48u);
-  EXPECT_STREQ(text.Text(), "0123456789012345678901234567890123456789");
 }
 
 TEST(TextBuilderTest, AppendsAcrossTheInlineBuffer) {
   CQORString text;
   std::string expected;
   for (int step = 0; step < 60; ++step) {
-    ASSERT_TRUE(text.Format("#c", static_cast<char>('a' + step % 26)));
     expected += static_cast<char>('a' + step % 26);
-    ASSERT_STREQ(text.Text(), expected.c_str());
+    ASSERT_TRUE(text.Format("#c", expected.back()));
+    ASSERT_EQ(text.Text(), expected);
     ASSERT_EQ(text.Length(), expected.size());
     ASSERT_EQ(text.Capacity(), (expected.size() / 16 + 1) * 16);
   }
 }
 
 TEST(TextBuilderTest, AFailedGrowthIsReportedAndChangesNothing) {
-  CQORString text;
-  ASSERT_TRUE(text.Format("abc"));
-  testing::internal::CaptureStderr();
-  EXPECT_FALSE(text.Grow(std::numeric_limits<std::size_t>::max()));
-  const std::string report = testing::internal::GetCapturedStderr();
-  EXPECT_TRUE(
-      report.starts_with("QOR::Base::CQORString::Grow\t84\tFailed to initialize buffer: 18446744073709551615, "))
-      << report;
-  EXPECT_EQ(text.Capacity(), 16u);
-  EXPECT_STREQ(text.Text(), "abc");
+  for (const std::size_t size : {std::numeric_limits<std::size_t>::max(), std::size_t{100}}) {
+    SCOPED_TRACE(size);
+    CQORString text;
+    ASSERT_TRUE(text.Format("abc"));
+    testing::internal::CaptureStderr();
+    FailAllocation(size == 100 ? 1 : 0);
+    EXPECT_FALSE(text.Grow(size));
+    const std::string report = testing::internal::GetCapturedStderr(), start = "Failed to initialize buffer: ";
+    EXPECT_TRUE(report.starts_with("QOR::Base::CQORString::Grow\t84\t" + start + std::to_string(size) + ", "))
+        << report;
+    FailAllocation(1);
+    EXPECT_FALSE(text.Format("kept ## but no byte of a text without room"));
+    EXPECT_EQ(text.Capacity(), 16u);
+    EXPECT_STREQ(text.Text(), "abckept #");
+  }
 }
 
 TEST(TextBuilderTest, WritesEachDirective) {
-  const char* const missing = nullptr;
-  const std::int64_t least = std::numeric_limits<std::int64_t>::min();
   EXPECT_EQ(Built(""), "");
   EXPECT_EQ(Built("## and ##", 1), "# and #");
   EXPECT_EQ(Built("a #C b#C", "text", std::string("more")), "a text bmore");
-  EXPECT_EQ(Built("[#C]", missing), "[]");
+  EXPECT_EQ(Built("[#C]", static_cast<const char*>(nullptr)), "[]");
   EXPECT_EQ(Built("#W", L"Gr\u00FC\u4E2D"), "Gr\xFC?");
   EXPECT_EQ(Built("#c#c", 'x', '#'), "x#");
-  EXPECT_EQ(Built("#i #l #s #t", -7, least, std::int16_t{-32768}, std::int8_t{-128}),
+  EXPECT_EQ(Built("#i #l #s #t", -7, std::numeric_limits<std::int64_t>::min(), std::int16_t{-32768}, std::int8_t{-128}),
             "-7 -9223372036854775808 -32768 -128");
   EXPECT_EQ(Built("#I #L #Z #S #T", 4294967295u, std::uint64_t{18446744073709551615u}, sizeof(char),
                   std::uint16_t{65535}, std::uint8_t{255}),
@@ -94,11 +95,7 @@ TEST(TextBuilderTest, RejectsBadDirectivesAndArguments) {
 }
 
 TEST(TextBuilderTest, RoundsFixedPointHalfUp) {
-  const struct {
-    double Value;
-    const char* Format;
-    const char* Text;
-  } kRows[] = {
+  const std::tuple<double, const char*, const char*> kRows[] = {
       {0, "#D0", "0"},
       {0.5, "#D0", "1"},
       {2.5, "#D0", "3"},
@@ -120,10 +117,7 @@ TEST(TextBuilderTest, RoundsFixedPointHalfUp) {
       {std::numeric_limits<double>::quiet_NaN(), "#D", "nan"},
       {std::numeric_limits<double>::denorm_min(), "#D8", "0.00000000"},
   };
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(std::string(row.Format) + " of " + row.Text);
-    EXPECT_EQ(Built(row.Format, row.Value), row.Text);
-  }
+  for (const auto& [value, format, text] : kRows) EXPECT_EQ(Built(format, value), text) << format;
   EXPECT_EQ(Built("#D", std::numeric_limits<double>::max()).size(), 312u);
 }
 

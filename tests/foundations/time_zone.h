@@ -1,33 +1,28 @@
-// The zones that the tests of local time run in, as far as each platform's library knows their rules.
+// ZoneForTest: the time zone of the process, as the environment variable TZ has it, for the life of an object.
 #pragma once
 
-#include <cstdint>
 #include <cstdlib>
+#include <ctime>
 #include <string>
-#include <vector>
 
-struct ZoneCase {
-  const char* Zone;  // as the environment variable TZ takes it
-  std::int64_t Instant;
-  const char* Local;  // by the pattern "dd/MM/yyyy HH:mm:ss"
-};
-
-std::vector<ZoneCase> PlatformZoneCases();
-
-// Sets the zone of the process; null is the zone that the tests run in otherwise.
-void SetZone(const char* zone);
-
-// Sets the zone for the life of the object.
 class ZoneForTest {
  public:
-  explicit ZoneForTest(const char* zone) {
-    if (const char* former = std::getenv("TZ"); former != nullptr) Former = former;
-    SetZone(zone);
-  }
-  ~ZoneForTest() { SetZone(Former.empty() ? nullptr : Former.c_str()); }
+  explicit ZoneForTest(const std::string& zone) : Text("TZ=" + zone) { Set(Text.data()); }
+  ~ZoneForTest() { Set(Neutral); }
   ZoneForTest(const ZoneForTest&) = delete;
   ZoneForTest& operator=(const ZoneForTest&) = delete;
 
  private:
-  std::string Former;
+  // The environment keeps the text.
+  static bool Set(char* text) {
+    putenv(text);
+    tzset();
+    return true;
+  }
+
+  // Wine 8 loses the rules of summer time for the rest of the process as soon as its library has looked at the time
+  // with no zone set: hence one is set before the first test, and the tests never go back to none.
+  static inline char Neutral[] = "TZ=GMT0";
+  static inline const bool kIsSet = Set(Neutral);
+  std::string Text;
 };

@@ -2,18 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <set>
+#include <tuple>
 
 #include "grid_base/settings/registry_store.h"
 #include "host_link/host_functions/function_table.h"
 #include "platform/modules.h"
+#include "tests/host_link/link_fixtures.h"
 #include "tests/support/fake_books.h"
 #include "tests/support/fake_terminal.h"
 
 namespace {
 
-constexpr EntryAddresses kAddresses = {1, 2, 3, 0x4142434445464748};
+constexpr EntryAddresses kAddresses = {0x1112131415161718, 0x2122232425262728, 0x3132333435363738, 0x4142434445464748};
 
 // What the callback of message 32022 gets.
 std::vector<Bytes> answers;
@@ -61,10 +62,8 @@ class MessageRouterTest : public testing::Test {
   MessageRouter Router{State, Books, Terminal, kAddresses};
 };
 
-// A trade of that id and execution: 20008, 55101, 55100, terminator, then its quantity 20014.
-Bytes TradeFields(std::uint8_t id, std::uint8_t quantity) {
-  return Hex("23 284E") + Word(id, 4) + Hex("23 3DD7 0200 'T'") + Word(id, 1) + Hex("23 3CD7 0200 'O1' 23 FFFF") +
-         Hex("23 2E4E") + Word(quantity, 4);
+Bytes TextField(const char* tag, const std::string& value) {
+  return Hex(tag) + Word(value.size()) + Bytes(value.begin(), value.end());
 }
 
 Bytes SelectionRequest(std::uint64_t book, std::uint64_t callback) {
@@ -72,29 +71,60 @@ Bytes SelectionRequest(std::uint64_t book, std::uint64_t callback) {
 }
 const std::uint64_t kCallback = reinterpret_cast<std::uint64_t>(&TakeAnswer);
 
+const Bytes kIdentity =
+    Hex("23 0100 0000 23 1127 7900"
+        "23 1227 3475  23 254E 01000000  23 264E E9030000  23 ECD6 0A00 'Trade Book'"
+        "23 E9D6 2C00 'Copyright (c) 2026 The Trade Book developers'"
+        "23 48D7 0F00 'VELD Trade DLL.'  23 D413 00  23 A04E 00000000  23 A14E 07000000");
+
+const Bytes kMenuEntry = Hex("23 0100 0000 23 1127 3801"
+                             "23 1227 3575  23 98D7 8000 'T' 00 'r' 00 'a' 00 'd' 00 'e' 00 's' 00") +
+                         Bytes(116) +
+                         Hex("23 3175 3837363534333231  23 9F4E 00000000"
+                             "23 39D8 8000 'T' 00 'r' 00 'a' 00 'd' 00 'e' 00 ' ' 00 'B' 00 'o' 00 'o' 00 'k' 00") +
+                         Bytes(108) + Hex("23 A513 00  23 C813 00  23 C913 00  23 CA13 00  23 7E00 77  23 FFFF");
+
+const Bytes kTradeRoutes =
+    Hex("23 0100 0000 23 1127 3400"
+        "23 1227 3675  23 3175 1817161514131211"
+        "23 722B 8D23  23 722B AF1F  23 722B B01F  23 722B 9823  23 FFFF"
+        "23 702B AE1F  23 712B B01F  23 FFFF");
+
+const Bytes kPluginRoutes =
+    Hex("23 0100 0000 23 1127 2700"
+        "23 1227 3775  23 3175 2827262524232221"
+        "23 722B 4975  23 722B 4675  23 722B 4475  23 722B 4575  23 FFFF");
+
+TEST(PluginInfoTest, DescribesTheModuleInMessagesThatFit) {
+  const std::tuple<std::uint32_t, bool, bool, Bytes> kRows[] = {
+      {0, true, false, kIdentity + kMenuEntry + kTradeRoutes + kPluginRoutes},
+      {0, true, true, kIdentity},
+      {300, false, false, kIdentity + kTradeRoutes + kPluginRoutes}};
+  for (const auto& [capacity, growable, identityOnly, content] : kRows) {
+    ReplyForTest reply(capacity, growable);
+    AppendPluginInfo(reply.Buffer, identityOnly, kAddresses);
+    EXPECT_EQ(reply.Content(), content);
+  }
+  for (const Bytes& message : {kIdentity, kMenuEntry, kTradeRoutes, kPluginRoutes}) ExpectFieldsOfTable(message);
+}
+
 TEST_F(MessageRouterTest, KeepsDownloadedTradesUntilTheDownloadEnds) {
   TradeCache& store = State.TradeStore;
   ToMessage(8111, TradeFields(7, 100));
   ToMessage(9101, TradeFields(8, 50));
-  ToMessage(9101, TradeFields(8, 50));
   EXPECT_EQ(store.PendingTrades["Default"].Size(), 2U);
   EXPECT_EQ(LiveTrades(), 0U);
-  store.GridsRefreshed = true;
   ToMessage(8112);
   EXPECT_TRUE(store.DownloadComplete);
-  EXPECT_FALSE(store.GridsRefreshed);
-  EXPECT_EQ(LiveTrades(), 2U);
-  ToMessage(8111, TradeFields(9, 25));
-  ToMessage(9101, TradeFields(10, 5));
-  EXPECT_EQ(LiveTrades(), 4U);
+  ASSERT_EQ(LiveTrades(), 2U);
   // 9112: trade 20008 gets the quantity 20103.
   ToMessage(9112, Hex("23 284E 08000000 23 874E 33000000"));
-  const TradeRecord* amended = store.LiveTradesOf("Default")->Find(8);
-  ASSERT_NE(amended, nullptr);
-  EXPECT_EQ(std::uint32_t{amended->Quantity}, 51U);
-  EXPECT_EQ(std::uint32_t{store.LiveTradesOf("Default")->Find(7)->Quantity}, 100U);
+  EXPECT_EQ(std::uint32_t{store.LiveTradesOf("Default")->Find(8)->Quantity}, 51U);
 
+  const FakeBookWindow& book = Open();
+  EXPECT_EQ(book.Shown.Rows.Rows.Size(), 2U);
   ToPluginMessage(30022);
+  EXPECT_EQ(book.Shown.Rows.Rows.Size(), 0U);
   EXPECT_EQ(LiveTrades(), 0U);
   EXPECT_FALSE(store.DownloadComplete);
 }
@@ -137,79 +167,64 @@ TEST_F(MessageRouterTest, TellsBooksOfFiltersLayoutAndTheMenuCommand) {
 
 TEST_F(MessageRouterTest, RoutesByTheHeldNumberIfTheHeaderDoesNotParse) {
   FakeBookWindow& book = Open();
-  const Bytes garbage = Hex("AABB 23 0100");
-  CQORPacketReader reader(garbage.data(), static_cast<std::uint16_t>(garbage.size()));
+  CQORPacketReader reader(nullptr, 0);
   reader.MessageNumber = 30020;
   Router.OnPluginMessage(reader);
   EXPECT_EQ(book.TakeNotes(), "show; rows replaced; totals");
 }
 
+// Unfinished: the length word is 0. Tag 60003 has a plain u32 and no count.
 TEST_F(MessageRouterTest, RegistersTheRefreshCallbackAtEachRequest) {
   ToPluginMessage(30025);
   ToPluginMessage(30025);
-  // Unfinished: the length word is 0. Tag 60003 has a plain u32 and no count.
-  const Bytes registration =
-      Hex("23 0100 0000 23 1127 0000"
-          "23 1227 057D"
-          "23 3275 4847464544434241"
-          "23 63EA FA000000");
+  const Bytes registration = Hex("23 0100 0000 23 1127 0000 23 1227 057D 23 3275 4847464544434241 23 63EA FA000000");
   EXPECT_EQ(fakeTerminal.Sent, (std::vector<Bytes>{registration, registration}));
 }
 
 TEST_F(MessageRouterTest, RefreshPaintsOnceForABurst) {
   FakeBookWindow& book = Open();
-  Router.OnRefresh();
-  EXPECT_EQ(book.TakeNotes(), "rows; totals");
-  EXPECT_TRUE(State.TradeStore.GridsRefreshed);
-  Router.OnRefresh();
-  EXPECT_EQ(book.TakeNotes(), "");
   ToMessage(8112);
-  ToMessage(9101, TradeFields(7, 100));
-  Router.OnRefresh();
-  Router.OnRefresh();
-  EXPECT_EQ(book.TakeNotes(), "rows; totals");
+  for (std::uint8_t id = 1; id < 5; ++id) {
+    ToMessage(9101, TradeFields(id, 100));
+    ToMessage(9101, TradeFields(++id, 100));
+    EXPECT_FALSE(State.TradeStore.GridsRefreshed);
+    Router.OnRefresh();
+    EXPECT_EQ(book.TakeNotes(), "rows; totals");
+    Router.OnRefresh();
+    EXPECT_EQ(book.TakeNotes(), "");
+  }
 }
 
 TEST_F(MessageRouterTest, TellsTheSelectedSecurity) {
   const Bytes empty = Hex("23 0100 0000 23 1127 0500 23 1227 177D");
   const std::string longest(48, 'z');
-  const struct {
-    const char* What;
-    int Row;
-    std::string Exchange, SecurityID;
-    Bytes Answer;
-  } kRows[] = {
-      {"a row", 0, "ASX", "BHP.AX",
-       Hex("23 0100 0000 23 1127 1800 23 1227 177D 23 E2D6 0300 'ASX' 23 40D7 0600 'BHP.AX'")},
-      {"the longest texts", 0, longest, longest,
+  const std::tuple<int, std::string, std::string, Bytes> kRows[] = {
+      {0, "ASX", "BHP.AX", Hex("23 0100 0000 23 1127 1800 23 1227 177D 23 E2D6 0300 'ASX' 23 40D7 0600 'BHP.AX'")},
+      {0, longest, longest,
        Hex("23 0100 0000 23 1127 6F00 23 1227 177D 23 E2D6 3000") + Bytes(48, 'z') + Hex("23 40D7 3000") +
            Bytes(48, 'z')},
-      {"no row", -1, "ASX", "BHP", empty},
-      {"no exchange", 0, "", "BHP", empty},
-      {"no security", 0, "ASX", "", empty},
+      {-1, "ASX", "BHP", empty},  // no current row
+      {0, "", "BHP", empty},
+      {0, "ASX", "", empty},
   };
   ToMessage(8112);
   FakeBookWindow& book = Open();
   std::uint8_t id = 0;
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.What);
-    const auto text = [](const char* tag, const std::string& value) {
-      return Hex(tag) + Word(value.size()) + Bytes(value.begin(), value.end());
-    };
-    ToMessage(9101, TradeFields(++id, 1) + text("23 E2D6", row.Exchange) + text("23 40D7", row.SecurityID));
-    book.Row = row.Row;
+  for (const auto& [row, exchange, securityId, answer] : kRows) {
+    SCOPED_TRACE(exchange + '|' + securityId);
+    ToMessage(9101, TradeFields(++id, 1) + TextField("23 E2D6", exchange) + TextField("23 40D7", securityId));
+    book.Row = row;
     ToPluginMessage(32022, SelectionRequest(reinterpret_cast<std::uint64_t>(book.BarAddress()), kCallback));
-    EXPECT_EQ(answers.back(), row.Answer);
+    EXPECT_EQ(answers.back(), answer);
   }
   ToPluginMessage(32022, SelectionRequest(9, kCallback));
   EXPECT_EQ(answers.back(), empty) << "no book stands there";
 }
 
 TEST_F(MessageRouterTest, IgnoresSelectionRequestsWithoutBookOrCallback) {
-  ToPluginMessage(32022, Hex("23 3175 0900000000000000"));
-  ToPluginMessage(32022, Hex("23 3275") + Word(kCallback, 8));
-  ToPluginMessage(32022, SelectionRequest(0, kCallback));
-  ToPluginMessage(32022, SelectionRequest(9, 0));
+  for (const Bytes& fields : {Hex("23 3175 0900000000000000"), Hex("23 3275") + Word(kCallback, 8),
+                              SelectionRequest(0, kCallback), SelectionRequest(9, 0)})
+    ToPluginMessage(32022, fields);
   EXPECT_TRUE(answers.empty());
 }
 
@@ -222,7 +237,7 @@ TEST_F(MessageRouterTest, TakesTheSelectionOfAnotherWindow) {
 
   // Texts are cut at 48 characters; a missing field or record changes nothing.
   const std::string longest(48, 'z');
-  ToPluginMessage(32023, Hex("23 40D7 3200") + Bytes(50, 'z') + Hex("23 6500 02"));
+  ToPluginMessage(32023, TextField("23 40D7", longest + "zz") + Hex("23 6500 02"));
   EXPECT_EQ(State.SelectedKey.SecurityID, longest);
   EXPECT_STREQ(State.SelectedKey.Exchange, "ASX");
   EXPECT_EQ(State.SelectedScriptName, "BHP GROUP");

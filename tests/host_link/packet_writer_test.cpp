@@ -4,9 +4,10 @@
 #include <zlib.h>
 
 #include <random>
+#include <tuple>
 
-#include "tests/host_link/cipher_key.h"
-#include "tests/host_link/failing_new.h"
+#include "tests/host_link/link_fixtures.h"
+#include "tests/support/failing_memory.h"
 #include "tests/support/wire_bytes.h"
 
 namespace {
@@ -56,44 +57,30 @@ TEST(PacketWriterTest, WritesTheBytesOfEveryField) {
 
 TEST(PacketWriterTest, WritesATextByItsLengthOrItsLimit) {
   const char kText[] = "ASX\0tail";
-  const struct {
-    const char* Text;
-    std::uint16_t Limit;
-    bool Fixed;
-    const char* Value;
-  } kRows[] = {
-      {kText, 48, false, "0300 'ASX'"},
-      {kText, 4, false, "0300 'ASX'"},
-      {kText, 3, false, "0300 'ASX'"},
-      {kText, 2, false, "0200 'AS'"},
-      {kText, 0, false, "0000"},
-      {"", 8, false, "0000"},
-      {kText, 8, true, "0800 'ASX' 00 'tail'"},
-      {kText, 4, true, "0400 'ASX' 00"},
-      {kText, 2, true, "0200 'AS'"},
-      {kText, 0, true, "0000"},
-  };
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.Value + std::string(row.Fixed ? " fixed " : " ") + std::to_string(row.Limit));
+  const std::tuple<const char*, std::uint16_t, bool, const char*> kRows[] = {
+      {kText, 48, false, "0300 'ASX'"},  {kText, 4, false, "0300 'ASX'"},
+      {kText, 3, false, "0300 'ASX'"},   {kText, 2, false, "0200 'AS'"},
+      {kText, 0, false, "0000"},         {"", 8, false, "0000"},
+      {kText, 4, true, "0400 'ASX' 00"}, {kText, 8, true, "0800 'ASX' 00 'tail'"},
+      {kText, 2, true, "0200 'AS'"},     {kText, 0, true, "0000"}};
+  for (const auto& [text, limit, fixed, value] : kRows) {
     CQORPacketWriter writer(0);
-    EXPECT_TRUE(writer.AddText(55010, row.Text, row.Limit, row.Fixed));
-    EXPECT_EQ(BodyOf(writer), Hex("23 E2D6") + Hex(row.Value));
+    EXPECT_TRUE(writer.AddText(55010, text, limit, fixed));
+    EXPECT_EQ(BodyOf(writer), Hex("23 E2D6") + Hex(value)) << limit << (fixed ? " fixed" : "");
   }
 }
 
 // Header and one field need 15 bytes more than the value.
 TEST(PacketWriterTest, GrowsToTheNextStepAboveTheNeed) {
-  const struct {
-    std::uint16_t Count;
-    std::uint32_t Capacity;
-  } kRows[] = {{4081, 4096}, {4082, 8192}, {8176, 8192}, {8177, 12288}, {61424, 61440}};
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.Count);
-    CQORPacketWriter writer(0);
-    EXPECT_TRUE(AddNoise(writer, row.Count));
-    EXPECT_EQ(writer.Capacity, row.Capacity);
-    EXPECT_EQ(writer.Cursor, row.Count + 15);
-    EXPECT_EQ(BodyOf(writer), Hex("23 D9D6") + Word(row.Count) + NoiseBytes(row.Count));
+  const std::pair<std::uint16_t, std::uint32_t> kRows[] = {
+      {4081, 4096}, {4082, 8192}, {8176, 8192}, {8177, 12288}, {61424, 61440}};
+  for (const auto& [count, capacity] : kRows) {
+    SCOPED_TRACE(count);
+    CQORPacketWriter writer(7);
+    EXPECT_TRUE(AddNoise(writer, count));
+    EXPECT_EQ(writer.Capacity, capacity);
+    EXPECT_EQ(BytesOf(writer), Hex("23 0100 0700 23 1127 0000 23 D9D6") + Word(count) + NoiseBytes(count));
+    EXPECT_EQ(Bytes(writer.Buffer + writer.Cursor, writer.Buffer + capacity), Bytes(capacity - count - 15U));
   }
   for (const std::uint16_t tooMany : Numbers{61425, 65535}) {
     CQORPacketWriter writer(0);
@@ -103,36 +90,22 @@ TEST(PacketWriterTest, GrowsToTheNextStepAboveTheNeed) {
   }
 }
 
-TEST(PacketWriterTest, KeepsTheMessageAndZeroesTheRestWhenItGrows) {
-  CQORPacketWriter writer(7);
-  EXPECT_TRUE(AddNoise(writer, 4081));
-  EXPECT_TRUE(writer.AddU8(101, 2));
-  EXPECT_EQ(writer.Capacity, 8192U);
-  EXPECT_EQ(Bytes(writer.Buffer, writer.Buffer + 10), Hex("23 0100 0700 23 1127 0000"));
-  EXPECT_EQ(BodyOf(writer), Hex("23 D9D6 F10F") + NoiseBytes(4081) + Hex("23 6500 02"));
-  EXPECT_EQ(Bytes(writer.Buffer + writer.Cursor, writer.Buffer + writer.Capacity), Bytes(8192 - 4100));
-}
-
 TEST(PacketWriterTest, RejectsAFieldAcross61440AndTakesShorterOnes) {
   CQORPacketWriter writer(0);
   EXPECT_TRUE(AddNoise(writer, 61415));
   const Bytes before = BytesOf(writer);
   EXPECT_EQ(writer.Cursor, 61430);
-  EXPECT_FALSE(writer.AddU64(30001, 1));
-  EXPECT_FALSE(writer.AddDouble(40002, 1));
-  EXPECT_FALSE(writer.AddText(55010, "abcdef", 6, false));
-  EXPECT_FALSE(writer.AddStdString(55010, "abcde"));
-  EXPECT_FALSE(writer.AddStdString(55010, std::string(65535, 'x')));
-  EXPECT_FALSE(writer.AddStdString(55010, std::string(65536 + 2, 'x')));
+  EXPECT_FALSE(writer.AddU64(30001, 1) || writer.AddDouble(40002, 1) || writer.AddText(55010, "abcdef", 6, false));
+  for (const std::size_t size : {5, 65535, 65536 + 2})
+    EXPECT_FALSE(writer.AddStdString(55010, std::string(size, 'x'))) << size;
   EXPECT_EQ(BytesOf(writer), before);
   EXPECT_TRUE(writer.AddU32(20014, 1));
   EXPECT_FALSE(writer.AddU8(101, 1));
   EXPECT_TRUE(writer.AddTerminator());
   EXPECT_FALSE(writer.AddTerminator());
   writer.Finish();
-  EXPECT_EQ(writer.GetSize(), 61440);
-  EXPECT_EQ(Bytes(writer.Buffer + 8, writer.Buffer + 10), Hex("F6EF"));
-  EXPECT_EQ(Bytes(writer.Buffer + 61430, writer.Buffer + 61440), Hex("23 2E4E 01000000 23 FFFF"));
+  EXPECT_EQ(Part(BytesOf(writer), 8, 10), Hex("F6EF"));
+  EXPECT_EQ(Part(BytesOf(writer), 61430, 61440), Hex("23 2E4E 01000000 23 FFFF"));
 }
 
 TEST(PacketWriterTest, CompressesTheBodyIntoASecondBlock) {
@@ -163,35 +136,24 @@ TEST(PacketWriterTest, CompressesAnEmptyBody) {
 }
 
 TEST(PacketWriterTest, EnciphersACopyAndOnlyWithAKey) {
-  CQORPacketWriter plain(2);
-  plain.AddU16(10002, 8111);
-  plain.Finish();
-  EXPECT_EQ(plain.GetData(), plain.OutputBuffer);
-  EXPECT_EQ(BytesOf(plain), Hex("23 0100 0200 23 1127 0500 23 1227 AF1F"));
-
-  const CipherKeyForTest key(Hex("'Key'"));
-  CQORPacketWriter enciphered(2);
-  enciphered.AddU16(10002, 8111);
-  enciphered.Finish();
-  enciphered.Finish();
-  EXPECT_EQ(BytesOf(enciphered), Hex("23 0100 0200 23 1127 0500 C88D 502E A8"));
-  EXPECT_EQ(BodyOf(enciphered), Hex("23 1227 AF1F"));
-
-  CQORPacketWriter empty(2);
-  empty.Finish();
-  EXPECT_EQ(empty.OutputBuffer, nullptr);
-  EXPECT_EQ(BytesOf(empty), Hex("23 0100 0200 23 1127 0000"));
-
-  // Mode 100 is enciphered by readers only.
-  CQORPacketWriter other(100);
-  other.AddU16(10002, 8111);
-  other.Finish();
-  EXPECT_EQ(other.OutputBuffer, nullptr);
-  EXPECT_EQ(BytesOf(other), Hex("23 0100 6400 23 1127 0500 23 1227 AF1F"));
+  const auto finished = [](std::uint16_t mode, bool hasField) {
+    CQORPacketWriter writer(mode);
+    if (hasField) writer.AddU16(10002, 8111);
+    writer.Finish();
+    writer.Finish();
+    EXPECT_EQ(writer.OutputBuffer != nullptr, mode == 2 && hasField);
+    EXPECT_EQ(BodyOf(writer), hasField ? Hex("23 1227 AF1F") : Bytes()) << "the plain body stays";
+    return BytesOf(writer);
+  };
+  EXPECT_EQ(finished(2, true), Hex("23 0100 0200 23 1127 0500 23 1227 AF1F"));
+  const CipherKeyForTest key;
+  EXPECT_EQ(finished(2, true), Hex("23 0100 0200 23 1127 0500") + kEncipheredNumber);
+  EXPECT_EQ(finished(2, false), Hex("23 0100 0200 23 1127 0000"));
+  EXPECT_EQ(finished(100, true), Hex("23 0100 6400 23 1127 0500 23 1227 AF1F")) << "only readers take this mode";
 }
 
 TEST(PacketWriterTest, HasNoHeaderWithoutItsFirstBlock) {
-  const FailingNew failing(1);
+  FailAllocation(1);
   CQORPacketWriter writer(2);
   EXPECT_EQ(writer.Buffer, nullptr);
   EXPECT_EQ(writer.Capacity + writer.Cursor + writer.HeaderSize + writer.Mode + writer.LengthFieldOffset, 0U);
@@ -203,30 +165,25 @@ TEST(PacketWriterTest, HasNoHeaderWithoutItsFirstBlock) {
   EXPECT_EQ(BytesOf(writer), Hex("23 6500 02"));
 }
 
-TEST(PacketWriterTest, RejectsAFieldWithoutMemoryAndKeepsTheMessage) {
-  CQORPacketWriter writer(0);
-  writer.AddU16(10002, 8111);
-  const FailingNew failing(1);
-  EXPECT_FALSE(AddNoise(writer, 5000));
-  EXPECT_EQ(writer.Capacity, 4096U);
-  EXPECT_EQ(BodyOf(writer), Hex("23 1227 AF1F"));
-  EXPECT_TRUE(AddNoise(writer, 5000));
-}
-
-TEST(PacketWriterTest, SealsWithoutMemoryAsFarAsItCan) {
+TEST(PacketWriterTest, KeepsTheMessageWithoutMemory) {
   for (const std::uint16_t mode : Numbers{1, 2}) {
     SCOPED_TRACE(mode);
     CQORPacketWriter writer(mode);
     writer.AddU16(10002, 8111);
-    const FailingNew failing(1);
+    const Bytes noise(5000);
+    FailAllocation(1);
+    EXPECT_FALSE(writer.AddBytes(55001, noise.data(), 5000));
+    EXPECT_EQ(writer.Capacity, 4096U);
+    FailAllocation(1);
     writer.Finish();
     EXPECT_EQ(writer.OutputBuffer, nullptr);
     EXPECT_EQ(BytesOf(writer), Hex("23 0100") + Word(mode) + Hex("23 1127 0500 23 1227 AF1F"));
+    EXPECT_TRUE(writer.AddBytes(55001, noise.data(), 5000));
   }
   // The second block is there and cannot grow: the message is empty, and stays so.
   CQORPacketWriter writer(1);
   AddNoise(writer, 5000);
-  const FailingNew failing(2);
+  FailAllocation(2);
   writer.Finish();
   writer.Finish();
   EXPECT_NE(writer.OutputBuffer, nullptr);

@@ -3,26 +3,24 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstring>
 #include <thread>
 
-#include "tests/host_link/failing_new.h"
-#include "tests/host_link/reply_for_test.h"
+#include "tests/host_link/link_fixtures.h"
+#include "tests/support/failing_memory.h"
 
 namespace {
 
 TEST(ReplyBufferTest, GrowsToExactlyWhatIsNeeded) {
   ReplyForTest reply(4, true);
-  HostReplyBuffer& buffer = reply.Buffer;
-  buffer.ReadPosition = 3;
-  EXPECT_TRUE(buffer.AppendBytes("abc", 3, true));
-  EXPECT_TRUE(buffer.AppendBytes("d", 1, false));
-  EXPECT_EQ(buffer.Capacity, 4U);
-  EXPECT_TRUE(buffer.AppendBytes("efg", 3, true));
-  EXPECT_EQ(buffer.Capacity, 7U);
-  EXPECT_TRUE(buffer.AppendBytes("h", 1, false));
-  EXPECT_EQ(buffer.Capacity, 8U);
+  reply.Buffer.ReadPosition = 3;
+  const std::pair<const char*, std::uint32_t> kRows[] = {{"abc", 4}, {"d", 4}, {"efg", 7}, {"h", 8}};
+  for (const auto& [text, capacity] : kRows) {
+    EXPECT_TRUE(reply.Buffer.AppendBytes(text, static_cast<std::uint32_t>(std::strlen(text)), capacity == 7));
+    EXPECT_EQ(reply.Buffer.Capacity, capacity);
+  }
   EXPECT_EQ(reply.Content(), Hex("'abcdefgh'"));
-  EXPECT_EQ(buffer.ReadPosition, 3U);
+  EXPECT_EQ(reply.Buffer.ReadPosition, 3U);
 }
 
 TEST(ReplyBufferTest, FixedBuffersTakeWhatFits) {
@@ -40,10 +38,8 @@ TEST(ReplyBufferTest, RefusesEmptyAndOversizedData) {
   HostReplyBuffer& buffer = reply.Buffer;
   EXPECT_FALSE(buffer.AppendBytes(nullptr, 1, true));
   EXPECT_FALSE(buffer.AppendBytes("a", 0, true));
-  {
-    const FailingNew failing(1);
-    EXPECT_FALSE(buffer.AppendBytes("abcde", 5, true));
-  }
+  FailAllocation(1);
+  EXPECT_FALSE(buffer.AppendBytes("abcde", 5, true));
   EXPECT_EQ(buffer.Used, 0U);
   EXPECT_EQ(buffer.Capacity, 4U);
   // Past what 32 bits count nothing may be touched: there is no block of that size behind Data.
@@ -65,10 +61,10 @@ TEST(ReplyBufferTest, LocksOnlyIfAsked) {
   });
   // A thread that does not wait gets many turns to append between these; one that waits always appends last.
   while (!started) std::this_thread::yield();
-  for (int i = 0; i < 1000; ++i, std::this_thread::yield()) EXPECT_TRUE(reply.Buffer.AppendBytes("b", 1, true));
+  for (int i = 0; i < 200; ++i, std::this_thread::yield()) EXPECT_TRUE(reply.Buffer.AppendBytes("b", 1, true));
   LeaveLock(reply.Buffer.Lock);
   waiting.join();
-  EXPECT_EQ(reply.Content(), Hex("'a'") + Bytes(1000, 'b') + Hex("'c'"));
+  EXPECT_EQ(reply.Content(), Hex("'a'") + Bytes(200, 'b') + Hex("'c'"));
   std::thread([&] { EXPECT_TRUE(reply.Buffer.AppendBytes("d", 1, true)); }).join();
 }
 

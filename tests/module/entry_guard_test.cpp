@@ -5,31 +5,26 @@
 #include "host_link/module/message_router.h"
 #include "platform/modules.h"
 
+TRADEBOOK_EXPORT void GetDllInfo(HostReplyBuffer* reply, const std::uint8_t* infoOnly) noexcept;
 TRADEBOOK_EXPORT void OnMessage(CQORPacketReader* message) noexcept;
 TRADEBOOK_EXPORT void OnPluginMessage(CQORPacketReader* message) noexcept;
 
-namespace {
+static EntryAddresses addresses;
+static bool throws = false;
+static std::vector<std::string> entered;
 
-EntryAddresses addresses;
-bool throws = false;
-std::vector<std::string> entered;
-
-void Enter(const char* function) {
+static void Enter(const char* function) {
   entered.emplace_back(function);
   if (throws) throw 42;
 }
 
-CommandFunction CommandAt(std::uint64_t address) {
-  return reinterpret_cast<CommandFunction>(address);
+void AppendPluginInfo(HostReplyBuffer&, bool, const EntryAddresses& own) noexcept {
+  addresses = own;
 }
-
-}  // namespace
-
 void MessageRouter::OnMessage(CQORPacketReader&) {
   Enter("OnMessage");
 }
 void MessageRouter::OnPluginMessage(CQORPacketReader&) {
-  addresses = Addresses;
   Enter("OnPluginMessage");
 }
 void MessageRouter::OnRefresh() {
@@ -39,19 +34,17 @@ void MessageRouter::OnBookCommand() {
   Enter("OnBookCommand");
 }
 
-namespace {
-
 TEST(EntryGuardTest, NoExceptionLeavesAnEntryPoint) {
   CQORPacketReader reader(nullptr, 0);
+  HostReplyBuffer reply{};
+  ::GetDllInfo(&reply, nullptr);
   for (const bool throwing : {true, false}) {
     throws = throwing;
     entered.clear();
     ::OnPluginMessage(&reader);
     ::OnMessage(&reader);
-    CommandAt(addresses.OnRefresh)();
-    CommandAt(addresses.OnBookCommand)();
+    for (const std::uint64_t command : {addresses.OnRefresh, addresses.OnBookCommand})
+      reinterpret_cast<CommandFunction>(command)();
     EXPECT_EQ(entered, (std::vector<std::string>{"OnPluginMessage", "OnMessage", "OnRefresh", "OnBookCommand"}));
   }
 }
-
-}  // namespace

@@ -8,7 +8,7 @@
 
 #include "host_link/messages/packet_reader.h"
 #include "platform/modules.h"
-#include "tests/host_link/reply_for_test.h"
+#include "tests/host_link/link_fixtures.h"
 #include "tests/support/failing_memory.h"
 #include "tests/support/own_folder.h"
 #include "tests/support/wire_bytes.h"

@@ -2,13 +2,11 @@
 #include <gtest/gtest.h>
 
 #include "platform/modules.h"
-#include "tests/host_link/reply_for_test.h"
+#include "tests/host_link/link_fixtures.h"
 #include "tests/support/fake_terminal.h"
 #include "tests/support/own_folder.h"
 
-namespace {
-int terminalMessages = 0;
-}
+static int terminalMessages = 0;
 
 // A terminal may have a function of this name too: the module neither calls it nor sends its address as its own.
 TRADEBOOK_EXPORT void OnMessage(CQORPacketReader*) {
@@ -17,49 +15,33 @@ TRADEBOOK_EXPORT void OnMessage(CQORPacketReader*) {
 
 namespace {
 
-std::filesystem::path ModuleFile() {
-  return ProgramFolder() / ".." / "bin" / (std::string("tradebook") + ModuleSuffix());
-}
-
-template <typename Function>
-std::uint64_t AddressOf(Function* function) {
-  return reinterpret_cast<std::uint64_t>(function);
-}
-
-class LoadedModule {
- public:
-  LoadedModule() {
-    std::string error;
-    Handle = LoadModule(ModuleFile(), error);
-    if (Handle == nullptr) throw std::runtime_error(error);
-    GetDllInfo = Symbol<GetDllInfoFunction>("GetDllInfo");
-    OnMessage = Symbol<MessageFunction>("OnMessage");
-    OnPluginMessage = Symbol<MessageFunction>("OnPluginMessage");
-  }
+struct LoadedModule {
+  LoadedModule() = default;
   ~LoadedModule() { UnloadModule(Handle); }
   LoadedModule(const LoadedModule&) = delete;
   LoadedModule& operator=(const LoadedModule&) = delete;
 
-  void ToMessage(std::uint16_t number, const Bytes& fields = {}) const {
-    Deliver(true, number, fields, [this](CQORPacketReader& reader) { OnMessage(&reader); });
-  }
-  void ToPluginMessage(std::uint16_t number, const Bytes& fields = {}) const {
-    Deliver(false, number, fields, [this](CQORPacketReader& reader) { OnPluginMessage(&reader); });
+  void Send(std::uint16_t number, const Bytes& fields = {}) const {
+    const bool isTrade = number < 30000;
+    Deliver(isTrade, number, fields,
+            [&](CQORPacketReader& reader) { (isTrade ? OnMessage : OnPluginMessage)(&reader); });
   }
 
-  GetDllInfoFunction GetDllInfo;
-  MessageFunction OnMessage;
-  MessageFunction OnPluginMessage;
-
- private:
   template <typename Function>
   Function Symbol(const char* name) const {
-    void* symbol = ModuleSymbol(Handle, name);
-    if (symbol == nullptr) throw std::runtime_error(name);
+    void* symbol = Handle == nullptr ? nullptr : ModuleSymbol(Handle, name);
+    if (symbol == nullptr) throw std::runtime_error(name + Error);
     return reinterpret_cast<Function>(symbol);
   }
-  ModuleHandle Handle;
+  std::string Error;
+  const ModuleHandle Handle =
+      LoadModule(ProgramFolder() / ".." / "bin" / (std::string("tradebook") + ModuleSuffix()), Error);
+  const GetDllInfoFunction GetDllInfo = Symbol<GetDllInfoFunction>("GetDllInfo");
+  const MessageFunction OnMessage = Symbol<MessageFunction>("OnMessage");
+  const MessageFunction OnPluginMessage = Symbol<MessageFunction>("OnPluginMessage");
 };
+
+using Files = std::vector<std::string>;
 
 // A working folder of its own, with the columns of the daily file.
 class ModuleTest : public OwnFolder {
@@ -69,116 +51,83 @@ class ModuleTest : public OwnFolder {
     std::filesystem::current_path(Folder);
     WriteFile(Folder / "TradeHeaderFile.txt", "VELDTradeID\nQuantity\nNoColumn\nPrice\n");
     fakeTerminal = {};
-    terminalMessages = 0;
   }
   void TearDown() override {
     std::filesystem::current_path(FormerFolder);
     OwnFolder::TearDown();
   }
 
-  // The content of the only daily file, Trade<8 digits>.CSV, or a note of another file.
-  std::string DailyFile() const {
-    std::string content = "none";
-    for (const auto& entry : std::filesystem::directory_iterator(Folder)) {
-      const std::string name = entry.path().filename().string();
-      if (name == "TradeHeaderFile.txt") continue;
-      if (content != "none" || name.size() != 17 || !name.starts_with("Trade") || !name.ends_with(".CSV") ||
-          name.substr(5, 8).find_first_not_of("0123456789") != std::string::npos)
-        return "unexpected " + name;
-      content = ReadFile(entry.path());
-    }
-    return content;
+  // The contents of the files that the module has written.
+  Files DailyFiles() const {
+    Files contents;
+    for (const auto& entry : std::filesystem::directory_iterator(Folder))
+      if (entry.path().filename() != "TradeHeaderFile.txt") contents.push_back(ReadFile(entry.path()));
+    return contents;
   }
 
   const std::filesystem::path FormerFolder = std::filesystem::current_path();
 };
 
-// A trade of that id and execution, its quantity, and the price 45.25.
-Bytes TradeFields(std::uint8_t id, std::uint8_t quantity) {
-  return Hex("23 284E") + Word(id, 4) + Hex("23 3DD7 0200 'T'") + Word(id, 1) + Hex("23 3CD7 0200 'O1' 23 FFFF") +
-         Hex("23 2E4E") + Word(quantity, 4) + Hex("23 429C 0000000000A04640");
+template <typename Function>
+Bytes AddressOf(Function* function) {
+  return Word(reinterpret_cast<std::uint64_t>(function), 8);
 }
 
 TEST_F(ModuleTest, SendsTheAddressesOfItsOwnFunctions) {
   const LoadedModule module;
-  ReplyForTest reply(0, true);
-  const std::uint8_t everything = 0;
-  module.GetDllInfo(&reply.Buffer, &everything);
+  ReplyForTest reply(0, true), identity(0, true);
+  const std::uint8_t infoOnly = 1;
+  module.GetDllInfo(&reply.Buffer, nullptr);
+  module.GetDllInfo(&identity.Buffer, &infoOnly);
   const Bytes content = reply.Content();
   ASSERT_EQ(content.size(), 131U + 322U + 62U + 49U);
+  EXPECT_EQ(identity.Content(), Part(content, 0, 131));
   // After header, number and the head of field 30001.
   EXPECT_EQ(Part(content, 131 + 322, 131 + 322 + 26),
-            Hex("23 0100 0000 23 1127 3400 23 1227 3675 23 3175") + Word(AddressOf(module.OnMessage), 8));
+            Hex("23 0100 0000 23 1127 3400 23 1227 3675 23 3175") + AddressOf(module.OnMessage));
   EXPECT_EQ(Part(content, 131 + 322 + 62, 131 + 322 + 62 + 26),
-            Hex("23 0100 0000 23 1127 2700 23 1227 3775 23 3175") + Word(AddressOf(module.OnPluginMessage), 8));
-  // The menu command is a no-op without windows.
-  const auto command = LoadValue<std::uint64_t>(content.data() + 131 + 10 + 5 + 133 + 3);
-  reinterpret_cast<CommandFunction>(command)();
-
-  ReplyForTest identity(0, true);
-  const std::uint8_t infoOnly = 1;
-  module.GetDllInfo(&identity.Buffer, &infoOnly);
-  EXPECT_EQ(identity.Content(), Part(content, 0, 131));
+            Hex("23 0100 0000 23 1127 2700 23 1227 3775 23 3175") + AddressOf(module.OnPluginMessage));
+  // The menu command is a no-op without windows, and so is each entry point without an argument.
+  reinterpret_cast<CommandFunction>(LoadValue<std::uint64_t>(content.data() + 131 + 10 + 5 + 133 + 3))();
+  module.GetDllInfo(nullptr, &infoOnly);
+  module.OnMessage(nullptr);
+  module.OnPluginMessage(nullptr);
+  EXPECT_TRUE(fakeTerminal.Sent.empty());
   EXPECT_EQ(terminalMessages, 0);
 }
 
 TEST_F(ModuleTest, CallsTheTerminalsFunctions) {
   const LoadedModule module;
-  module.ToPluginMessage(32023, Hex("23 E2D6 0300 'ASX' 23 40D7 0600 'BHP.AX'"));
+  module.Send(32023, Hex("23 E2D6 0300 'ASX' 23 40D7 0600 'BHP.AX'"));
   EXPECT_EQ(fakeTerminal.MasterRequests, std::vector<std::string>{"ASX|BHP.AX"});
   EXPECT_TRUE(fakeTerminal.Sent.empty());
-  module.ToPluginMessage(30025);
+  module.Send(30025);
   ASSERT_EQ(fakeTerminal.SentNumbers(), std::vector<std::uint16_t>{32005});
   // The refresh callback is a no-op without windows.
-  const auto refresh = LoadValue<std::uint64_t>(&fakeTerminal.Sent[0].at(18));
-  reinterpret_cast<CommandFunction>(refresh)();
+  reinterpret_cast<CommandFunction>(LoadValue<std::uint64_t>(&fakeTerminal.Sent[0].at(18)))();
 }
 
-TEST_F(ModuleTest, WritesTheDailyFileToTheFolderAtLoad) {
-  const LoadedModule module;
-  std::filesystem::current_path(FormerFolder);
-  module.ToMessage(8111, TradeFields(7, 100));
-  module.ToMessage(8111, TradeFields(5, 20));
-  EXPECT_EQ(DailyFile(), "none");
-  module.ToMessage(8112);
-  const std::string download = "VELDTradeID,Quantity,NoColumn,Price,\r\n5,20,45.25,\r\n7,100,45.25,";
-  EXPECT_EQ(DailyFile(), download);
-  module.ToMessage(9101, TradeFields(9, 3));
-  module.ToMessage(9101, TradeFields(9, 3));
-  EXPECT_EQ(DailyFile(), download + "\r\n9,3,45.25,");
-}
-
-TEST_F(ModuleTest, UnloadClosesTheFileAndLoadStartsANewOne) {
-  const std::string header = "VELDTradeID,Quantity,NoColumn,Price,";
+TEST_F(ModuleTest, WritesTheDailyFileToTheFolderAtLoadAndClosesItAtUnload) {
+  const std::string header = "VELDTradeID,Quantity,NoColumn,Price,", first = header + "\r\n7,100,45.25,";
   {
     const LoadedModule module;
-    module.ToMessage(8112);
-    module.ToPluginMessage(30022);
+    std::filesystem::current_path(FormerFolder);
+    module.Send(8111, TradeFields(7, 100));
+    EXPECT_EQ(DailyFiles(), Files());
+    module.Send(8112);
+    EXPECT_EQ(DailyFiles(), Files{first});
+    module.Send(30022);
     // After 30022 the download starts again; its lines are not flushed one by one.
-    module.ToMessage(8111, TradeFields(7, 100));
-    EXPECT_EQ(DailyFile(), header);
+    module.Send(8111, TradeFields(9, 3));
+    EXPECT_EQ(DailyFiles(), Files{first});
   }
-  EXPECT_EQ(DailyFile(), header + "\r\n7,100,45.25,");
-  {
-    // A loaded module knows no execution and starts a new file.
-    const LoadedModule module;
-    module.ToMessage(8111, TradeFields(7, 50));
-    EXPECT_EQ(DailyFile(), header + "\r\n7,100,45.25,");
-    module.ToMessage(8112);
-  }
-  EXPECT_EQ(DailyFile(), header + "\r\n7,50,45.25,");
-}
-
-TEST_F(ModuleTest, IgnoresNullArguments) {
+  EXPECT_EQ(DailyFiles(), Files{first + "\r\n9,3,45.25,"});
+  std::filesystem::current_path(Folder);
+  // A loaded module knows no execution and starts a new file.
   const LoadedModule module;
-  const std::uint8_t infoOnly = 1;
-  module.GetDllInfo(nullptr, &infoOnly);
-  module.OnMessage(nullptr);
-  module.OnPluginMessage(nullptr);
-  ReplyForTest reply(0, true);
-  module.GetDllInfo(&reply.Buffer, nullptr);
-  EXPECT_EQ(reply.Content().size(), 564U);
-  EXPECT_TRUE(fakeTerminal.Sent.empty());
+  module.Send(8111, TradeFields(7, 50));
+  module.Send(8112);
+  EXPECT_EQ(DailyFiles(), Files{header + "\r\n7,50,45.25,"});
 }
 
 }  // namespace

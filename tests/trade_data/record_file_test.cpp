@@ -1,7 +1,7 @@
 // Record files: their names, what is loaded of them, and the writer thread.
 #include <gtest/gtest.h>
 
-#include "platform/clock.h"
+#include "platform/locale.h"
 #include "tests/support/own_folder.h"
 #include "tests/support/wire_bytes.h"
 #include "trade_data/record_files/ada_write_async.h"

@@ -2,7 +2,7 @@
 
 #include "foundations/date_time.h"
 #include "host_link/messages/message_table.h"
-#include "platform/clock.h"
+#include "platform/locale.h"
 #include "trade_data/records/trade_fields.h"
 
 TradeCache::TradeCache(CQORTradeImpl& decoder, const TradeBooks& books, std::filesystem::path workingFolder)

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "foundations/make_room.h"
+#include "platform/memory.h"
 
 std::size_t TradeMap::Block::LowerBound(std::int32_t id) const noexcept {
   return static_cast<std::size_t>(std::lower_bound(Ids, Ids + Used, id) - Ids);

@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "foundations/make_room.h"
+#include "platform/memory.h"
 #include "trade_data/records/trade_record.h"
 
 // An ordered map of signed ids. Adding an id above all others is O(1); any other Find or Insert takes some hundred

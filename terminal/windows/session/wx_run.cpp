@@ -6,7 +6,7 @@
 #include <memory>
 #include <ostream>
 
-#include "platform/text.h"
+#include "platform/modules.h"
 #include "terminal/common/errors.h"
 #include "terminal/windows/frame/main_frame.h"
 #include "terminal/windows/frame/window_system.h"
