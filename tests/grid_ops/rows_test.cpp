@@ -6,73 +6,26 @@
 #include <functional>
 #include <random>
 
-#include "grid_ops/rows/book_rows.h"
-#include "grid_ops/rows/book_totals.h"
 #include "tests/grid_ops/slow_book.h"
+#include "tests/support/plain_book.h"
 #include "tests/support/wire_bytes.h"
 #include "tests/trade_data/deliver.h"
 
 namespace {
 
-FilterKey KeyOf(const SlowKey& key) {
-  FilterKey filter{};
-  std::strcpy(filter.Exchange, key.first.c_str());
-  std::strcpy(filter.SecurityID, key.second.c_str());
-  return filter;
-}
-
-// The inputs of the averages of all books.
-struct Market {
-  SlowKey Selected, Restored;
-  std::map<SlowKey, double> Multipliers;  // of the masters
-};
-
-// A book as the trade cache tells it of trades.
-class FastBook : public TradeBook, public BookRows, SecurityMasters {
- public:
-  FastBook(const TradeCache& cache, const Market& market) : BookRows(cache), Inputs(market) {}
-  using BookRows::CopyAllRows;
-  bool FilterBarActive() const override { return Filters.Active(); }
-  void MakeRoom(std::size_t rows) override { BookRows::MakeRoom(rows); }
-  bool AdmitRow(TradeRecord& record) override { return BookRows::AdmitRow(record); }
-  void UpdateTotals(const TradeRecord& record) override { Totals.UpdateTotals(record, Basis(), Line); }
-  void RefilterRow(TradeRecord& record) override { BookRows::RefilterRow(record); }
-  void CopyAllRows(const TradeNumberMap& trades, std::int32_t next) override { BookRows::CopyAllRows(trades, next); }
-  void ClearRows() override { BookRows::ClearRows(); }
-  std::optional<double> MultiplierOf(const FilterKey& security) const override {
-    const auto found = Inputs.Multipliers.find({security.Exchange, security.SecurityID});
-    return found == Inputs.Multipliers.end() ? std::nullopt : std::optional(found->second);
-  }
-  void CountTotals(bool showAll) {
-    showAll ? Totals.RecountTotals(Rows, Basis(), Line) : Totals.ResumTotals(Rows, Basis(), Line);
-  }
-
-  BookTotals Totals;
-  SummaryLine Line;
-
- private:
-  AverageBasis Basis() {
-    Selected = KeyOf(Inputs.Selected);
-    Restored = KeyOf(Inputs.Restored);
-    return {Filtered, Selected, Restored, *this};
-  }
-  const Market& Inputs;
-  FilterKey Selected{}, Restored{};
-};
-
 // A book and its slow book, driven alike.
 struct TwinBook {
-  TwinBook(const TradeCache& cache, const Market& market) : Fast(cache, market), Slow(cache) {}
+  explicit TwinBook(const TradeCache& cache) : Fast(cache), Slow(cache) {}
   template <typename Act>
   void Both(Act act) {
-    act(Fast);
+    act(Fast.Rows);
     act(Slow);
   }
   void Change(int column, const std::wstring& text) {
-    EXPECT_EQ(Fast.OnFilterBarChanged(column, text), Slow.OnFilterBarChanged(column, text));
+    EXPECT_EQ(Fast.Rows.OnFilterBarChanged(column, text), Slow.OnFilterBarChanged(column, text));
   }
   void ClearFilters() {
-    Fast.OnFilterBarClearAll();
+    Fast.Rows.OnFilterBarClearAll();
     if (!Slow.Filters.empty()) Slow.Filters.clear(), Slow.OnFilterBarUpdate();
   }
   void Sort(const std::vector<SortState>& sort) {
@@ -82,7 +35,8 @@ struct TwinBook {
   void KeepTo(const SlowKey& security) {
     Both([&](auto& book) { book.Filtered = !security.first.empty(); });
     Slow.Security = security;
-    Fast.Security = KeyOf(security);
+    std::strcpy(Fast.Rows.Security.Exchange, security.first.c_str());
+    std::strcpy(Fast.Rows.Security.SecurityID, security.second.c_str());
   }
 
   // The first difference, or empty.
@@ -92,21 +46,22 @@ struct TwinBook {
   // The eight controls in order: text, + or - for the colour, * if changed since the last call.
   std::string TakeLine();
 
-  FastBook Fast;
+  PlainBook Fast;
   SlowBook Slow;
 };
 
 std::string TwinBook::Difference() {
+  const BookRows& fast = Fast.Rows;
   std::size_t row = 0;
   for (const auto& [key, record] : Slow.Rows) {
-    if (Fast.RecordAt(row) != record || Fast.Rows.KeyAt(row) != key) return "row " + std::to_string(row);
+    if (fast.RecordAt(row) != record || fast.Rows.KeyAt(row) != key) return "row " + std::to_string(row);
     ++row;
   }
-  if (Fast.RowCount() != row || Fast.RecordAt(row) != nullptr) return "a row beyond the end";
-  if (Fast.NextRowKey != Slow.NextRowKey) return "next key";
+  if (fast.RowCount() != row || fast.RecordAt(row) != nullptr) return "a row beyond the end";
+  if (fast.NextRowKey != Slow.NextRowKey) return "next key";
   const std::map<int, std::wstring> filters(Slow.Filters.begin(), Slow.Filters.end());
   for (int column = -1; column <= 38; ++column)
-    if (Fast.Filters.TextOf(column) != (filters.contains(column) ? filters.at(column) : L"")) return "filter text";
+    if (fast.Filters.TextOf(column) != (filters.contains(column) ? filters.at(column) : L"")) return "filter text";
   return "";
 }
 
@@ -137,13 +92,12 @@ struct Desk {
   CQORTradeImpl Decoder;
   TradeBooks Books;
   TradeCache Cache{Decoder, Books, {}};
-  Market Inputs;
   std::deque<TwinBook> Twins;
   unsigned Executions = 0;
 
   Desk() { Cache.AutoTradeWriteCSV = false; }
   TwinBook& Open(const std::string& key) {
-    TwinBook& twin = Twins.emplace_back(Cache, Inputs);
+    TwinBook& twin = Twins.emplace_back(Cache);
     Books[key] = &twin.Fast;
     Books[key + " slowly"] = &twin.Slow;
     return twin;
@@ -305,7 +259,7 @@ TEST(BookTotalsTest, WritesChangedControlsOnly) {
     desk.Trade(desk.Executions + 1,
                WireU8(101, side) + WireU32(20014, quantity) + WireDouble(40002, price) + WireDouble(40008, multiplier));
   };
-  const Market restored = {{"N", ""}, {"N", "1"}, {{{"N", "1"}, 2}}};
+  book.Fast.Multipliers["1"] = 2;
   // clang-format off
   const struct {
     std::function<void()> Action;
@@ -313,21 +267,21 @@ TEST(BookTotalsTest, WritesChangedControlsOnly) {
   } kRows[] = {
       // Intentional: the line starts as if it showed -1, so a first net amount of -1 is not written.
       {[&] { desk.Play(8112); trade(1, 1, 1, 1); }, "1* 1.00* +* 0* 0.00* -* 1+*  "},
-      {[&] { desk.Play(30022); desk.Play(8112); book.Fast.CountTotals(false); }, "0* 0.00* + 0 0.00 - 0+* 0.00+* "},
+      {[&] { desk.Play(30022); desk.Play(8112); book.Fast.ResumTotals(); }, "0* 0.00* + 0 0.00 - 0+* 0.00+* "},
       {[&] { trade(1, 10, 2.5, 4); }, "10* 100.00* + 0 0.00 - 10+* -100.00-* "},
       {[&] { trade(3, 10, 2.5, 4); }, "10 100.00 + 0 0.00 - 10+ -100.00- "},
       {[&] { trade(1, 30, 5, 2); trade(2, 50, 3, 2); }, "40* 400.00* + 50* 300.00* - -10-* -100.00-* "},
-      {[&] { book.Fast.CountTotals(true); }, "40+* 400.00+* 2.50+* 50-* 300.00-* 0.00-* -10-* -100.00-* "},
-      {[&] { book.Fast.CountTotals(false); }, "40+ 400.00+ 2.50+ 50- 300.00- 0.00- -10- -100.00- "},
-      {[&] { desk.Inputs = restored; book.Fast.CountTotals(false); },
+      {[&] { book.Fast.RecountTotals(); }, "40+* 400.00+* 2.50+* 50-* 300.00-* 0.00-* -10-* -100.00-* "},
+      {[&] { book.Fast.ResumTotals(); }, "40+ 400.00+ 2.50+ 50- 300.00- 0.00- -10- -100.00- "},
+      {[&] { book.Fast.Selected = {"N", ""}; book.Fast.Restored = {"N", "1"}; book.Fast.ResumTotals(); },
        "40+ 400.00+ 2.50+ 50- 300.00- 0.00- -10- -100.00- "},
-      {[&] { book.KeepTo({"N", "2"}); book.Fast.CountTotals(false); },
+      {[&] { book.KeepTo({"N", "2"}); book.Fast.ResumTotals(); },
        "40+ 400.00+ 5.00+* 50- 300.00- 3.00-* -10- -100.00- "},
-      {[&] { desk.Inputs.Selected = {"N", "2"}; book.Fast.CountTotals(false); },
+      {[&] { book.Fast.Selected = {"N", "2"}; book.Fast.ResumTotals(); },
        "40+ 400.00+ 5.00+ 50- 300.00- 3.00- -10- -100.00- "},
       {[&] { book.KeepTo({}); trade(2, 0xFFFFFFF6u, 30, 4); },
        "40+ 400.00+ 2.50+* 40-* -900.00-* -5.62-* 0+* -1300.00-* "},
-      {[&] { desk.Play(30022); book.Fast.CountTotals(true); }, "0+* 0.00+* 0.00+* 0-* 0.00-* 0.00-* 0+* 0.00+* "},
+      {[&] { desk.Play(30022); book.Fast.RecountTotals(); }, "0+* 0.00+* 0.00+* 0-* 0.00-* 0.00-* 0+* 0.00+* "},
   };
   // clang-format on
   for (const auto& row : kRows) {

@@ -109,8 +109,7 @@ TEST_F(DailyFileTest, TakesColumnsFromTheLinesOfTheHeaderFile) {
   const struct {
     const char *What, *Lines, *Header, *Row;
   } kRows[] = {
-      {"names and one that is none", "Symbol\nQuantity\nX\n", "Symbol,Quantity,X,", "ABC,7,"},
-      {"carriage returns", "Symbol\r\nQuantity\r\n", "Symbol,Quantity,", "ABC,7,"},
+      {"one that is none, and carriage returns", "Symbol\r\nQuantity\r\nX\r\n", "Symbol,Quantity,X,", "ABC,7,"},
       {"no line end behind the last", "Symbol\nQuantity", "Symbol,Quantity,", "ABC,7,"},
       {"empty lines", "\n\nSymbol\n\r\n\nQuantity\n\n", "Symbol,Quantity,", "ABC,7,"},
       {"commas", "Symbol,\n,\n,Side\nSide,Price\nQuantity\n", "Quantity,", "7,"},

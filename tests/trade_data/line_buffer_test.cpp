@@ -54,12 +54,8 @@ TEST(LineBufferTest, PrintsNumbersAsTheStandardLibraryDoes) {
                               std::ldexp(whole, -static_cast<int>(bits % 64)), std::ldexp(whole, 700)})
       ASSERT_NO_FATAL_FAILURE(CheckPrinted(each));
   }
-}
-
-// Intentional: fixed decimals lose the sign of a NaN.
-TEST(LineBufferTest, PrintsNaN) {
   EXPECT_EQ(Short(std::nan("")), "nan");
-  EXPECT_EQ(Fixed(-std::nan(""), Decimals::Six), "nan");
+  EXPECT_EQ(Fixed(-std::nan(""), Decimals::Six), "nan");  // Intentional: without its sign.
 }
 
 // Exact heap blocks, so that a sanitizer sees an overread.
