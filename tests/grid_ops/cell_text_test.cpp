@@ -47,6 +47,16 @@ TEST(CellText, PrintsEveryColumnInItsFiveShapes) {
   EXPECT_EQ(TradeCellTextFO({}, "SRV", record, -1, "else"), "else");
 }
 
+// What a dealer sees without a stored profile.
+TEST(TradeColumns, HaveTheirWidthsAndSides) {
+  std::string columns;
+  for (const TradeColumn& column : kTradeColumns)
+    columns += std::to_string(column.WidthPx) + "LRC"[static_cast<int>(column.Align)] + (column.Visible ? " " : "- ");
+  EXPECT_EQ(columns,
+            "60L- 60L- 53R 53R 70R 60R 60R 60L 60R 150R 48L 100R 47L 69C 80L 80L 40L 55L 47R 45R 65R 80R 80L "
+            "150L 150L 150L 150L 150L 150L 150L 50R 150L 150R 150L 120L 150L 60L ");
+}
+
 TEST(CellText, KeepsItsEdges) {
   TradeRecord record{};
   EXPECT_EQ(TradeCellText("", record, TradeColumnIndex("colReferenceText"), ""), "\"\"");

@@ -45,7 +45,7 @@ const CsvCase kCases[] = {
      "VELDOrderID,VELDTradeIDServer,\r\n16910597,5Default,"},
     {"no rows", "Visible Columns", {"1", "2"}, {}, {}, "UserID,VELDTradeID"},
     {"no columns", "Visible Columns", {}, {0, 1}, {}, "\r\n\r\n"},
-    {"header as shown, cells by index, none behind the last", "Selected Columns", {"3*", "1", "0*"}, {0, 1}, {{0, 1}},
+    {"header as shown, cells by index, no comma after the last", "Selected Columns", {"3*", "1", "0*"}, {0, 1}, {{0, 1}},
      "VELDOrderID,Server,\r\nDefault,16910597\r\nDefault,16910597"},
     {"without the last column", "Selected Columns", {"2*", "1*"}, {2, 1}, {{0, 1}},
      "VELDTradeID,UserID,\r\nUSER1,5,\r\nUSER1,-3,"},
@@ -90,11 +90,12 @@ TEST_F(CsvExport, WritesManyBlocksAndTellsProgress) {
     ExportGridCsv(mode, Folder / "out.csv", {columns, rows, selections, "Default", trades.ByServer}, tell);
     return ReadFile(Folder / "out.csv");
   };
-  const std::string header = "Server,UserID,VELDTradeID,VELDOrderID";
-  EXPECT_TRUE(written("All Columns") == header + lines);
+  const std::string header = "Server,UserID,VELDTradeID,VELDOrderID", longer(300'000, 's');  // than a block
+  trades.Add(longer.c_str(), 1);
+  EXPECT_TRUE(written("All Columns") == header + lines + "\r\n" + longer + ",USER1,1,16910597");
   EXPECT_TRUE(written("Visible Columns") == header + lines);
   EXPECT_TRUE(written("Selected Columns") == header + "," + lines + "\r\nDefault,USER1,8,16910597");
-  EXPECT_EQ(told, "2000020001 2000020001 2000020002 ");
+  EXPECT_EQ(told, "2000020002 2000020001 2000020002 ");
 }
 
 TEST_F(CsvExport, IgnoresFilesThatCannotBeWritten) {
@@ -125,6 +126,7 @@ TEST(CsvCommands, ProposeTheRememberedFolder) {
   EXPECT_EQ(proposed(30010), "/TradeBook_All20260307.CSV");
   EXPECT_EQ(proposed(30013), "grid/CSV/TradeBook_Selected20260307.CSV");
   EXPECT_EQ(proposed(30010), "grid/CSV/TradeBook_All20260307.CSV") << "the base has moved";
+  EXPECT_EQ(proposed(30011), "grid/CSV/TradeBook_Visible20260307.CSV");
   EXPECT_EQ(proposed(30012), "/TradeBook_Manual20260307_1730.CSV");
   EXPECT_EQ(afterChoice(30011, "some/folder\\name.csv"), "some/folder/TradeBook_Visible20260307.CSV");
   EXPECT_EQ(afterChoice(30013, "some/name.csv"),

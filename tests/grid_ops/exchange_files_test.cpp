@@ -1,5 +1,6 @@
 #include "grid_ops/exports/exchange_files.h"
 
+#include "tests/foundations/time_zone.h"
 #include "tests/grid_ops/export_sample.h"
 #include "tests/support/own_folder.h"
 
@@ -7,12 +8,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::int64_t kNoon = 1772884800;  // 2026-03-07 12:00:00 UTC
+constexpr std::int64_t kEvening = 1772913600;  // 2026-03-07 20:00:00 UTC, the next day in India
 
 class ExchangeFiles : public OwnFolder {
  protected:
   TradeFileRun Run() const {
-    return {Columns, Trades.ByServer, kNoDivisors, Folder / "grid", Folder / "plugin", kNoon};
+    return {Columns, Trades.ByServer, kNoDivisors, Folder / "grid", Folder / "plugin", kEvening};
   }
   void SetUp() override {
     OwnFolder::SetUp();
@@ -29,6 +30,7 @@ class ExchangeFiles : public OwnFolder {
     return content("FO") + "|" + content("CM");
   }
 
+  const ZoneForTest Zone{"IST-5:30"};
   GridColumns Columns = ColumnsOfGrid();
   SampleTrades Trades;
 };
@@ -39,10 +41,10 @@ TEST_F(ExchangeFiles, ExactNameOfExchangeChoosesTheFile) {
     PutText(Trades.Add("S", ++id).Exchange, exchange);
   PutText(Trades.Add("Before", 9).Exchange, "BSECM");
   WriteExchangeTradeFiles(Run());
-  EXPECT_EQ(Files("grid", "0307TRD.txt"), "\r\n\r\n\r\n\r\n\r\n|\r\n\r\n\r\n") << "without a description file";
+  EXPECT_EQ(Files("grid", "0308TRD.txt"), "\r\n\r\n\r\n\r\n\r\n|\r\n\r\n\r\n") << "without a description file";
   WriteFile(Folder / "grid" / "EXCHANGETRADEFORMAT.TXT", "UserID\nVELDTradeID");
   WriteExchangeTradeFiles(Run());
-  EXPECT_EQ(Files("grid", "0307TRD.txt"),
+  EXPECT_EQ(Files("grid", "0308TRD.txt"),
             "USER1,2       \r\nUSER1,4       \r\nUSER1,5       \r\nUSER1,6       \r\nUSER1,7       \r\n|"
             "USER1,9       \r\nUSER1,1       \r\nUSER1,3       \r\n");
 }
@@ -51,12 +53,12 @@ TEST_F(ExchangeFiles, ManualExchangeBranchWritesShownRowsOnly) {
   for (const int id : {4, 5, 6}) PutText(Trades.Add("Default", id).Exchange, id == 5 ? "NSECM" : "NSEFO");
   WriteFile(Folder / "plugin" / "EXCHANGETRADEFORMAT.TXT", "UserID\nVELDTradeID\nSide");
   WriteManualExport(Run(), true, Folder / "unused", {});
-  EXPECT_EQ(Files("plugin", "0703TRD.txt"), "|");
+  EXPECT_EQ(Files("plugin", "0803TRD.txt"), "|");
   WriteManualExport(Run(), true, Folder / "unused",
                     [](std::string_view server, std::int32_t id) { return server == "Default" && id < 6; });
-  EXPECT_EQ(Files("plugin", "0703TRD.txt"), "4       ,2\r\n|5       ,2\r\n");
+  EXPECT_EQ(Files("plugin", "0803TRD.txt"), "4       ,2\r\n|5       ,2\r\n");
   EXPECT_FALSE(fs::exists(Folder / "unused"));
-  EXPECT_EQ(ManualExchangeReport(kNoon), L"0703TRD.txt Successfully exported..!!");
+  EXPECT_EQ(ManualExchangeReport(kEvening), L"0803TRD.txt Successfully exported..!!");
 }
 
 TEST_F(ExchangeFiles, ManualFreeBranchWritesVisibleColumns) {
@@ -73,7 +75,7 @@ TEST_F(ExchangeFiles, ManualFreeBranchWritesVisibleColumns) {
   EXPECT_EQ(written("UserID,User\n"), "\r\n\r\n");
   EXPECT_EQ(written("ExchangeTradeTime,T,yyyyMM\nOrderTime,O,yyyyMM"),
             "T,O,\r\n202402,20240229-10:15:00,\r\n202402,20240229-10:15:00,");
-  EXPECT_EQ(Files("plugin", "0703TRD.txt"), "none|none");
+  EXPECT_EQ(Files("plugin", "0803TRD.txt"), "none|none");
 }
 
 TEST_F(ExchangeFiles, TellProgressPerTrade) {

@@ -37,6 +37,7 @@ TEST(TradeFileText, KeepsTheWidthRulesAtTheirEdges) {
   EXPECT_EQ(position(0) + position(1) + position(2) + position(99), "OPEN |NCLOSE |NCLOSE|NOPEN |N");
   const auto side = [&](std::uint8_t code) { return record.Side = code, CellsOf(record, kSide); };
   EXPECT_EQ(side(1) + side(0), "1|12|2");
+  EXPECT_EQ(CellsOf(record, TradeColumnIndex("colServer")), "|") << "no width";
   PutText(record.Symbol, "   ");
   EXPECT_EQ(CellsOf(record, kSymbol), "|");
   PutText(record.ExchangeTradeTime, "10:15:02");

@@ -32,7 +32,7 @@ void TakeDumps(ChildEnd& end) {
   }
 }
 
-// The line of the shell before it is none that Windows has.
+// The command before it runs in a POSIX shell only.
 ChildEnd RunChild(const std::string& arguments, const std::string& before = "") {
   const fs::path program = (ProgramFolder() / (kWindows ? "crash_child.exe" : "crash_child")).make_preferred();
   const fs::path out = (ProgramFolder() / "crash_child.out").make_preferred();

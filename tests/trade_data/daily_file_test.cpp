@@ -109,8 +109,8 @@ TEST_F(DailyFileTest, TakesColumnsFromTheLinesOfTheHeaderFile) {
   const struct {
     const char *What, *Lines, *Header, *Row;
   } kRows[] = {
-      {"one that is none, and carriage returns", "Symbol\r\nQuantity\r\nX\r\n", "Symbol,Quantity,X,", "ABC,7,"},
-      {"no line end behind the last", "Symbol\nQuantity", "Symbol,Quantity,", "ABC,7,"},
+      {"an unknown name, carriage returns", "Symbol\r\nQuantity\r\nX\r\n", "Symbol,Quantity,X,", "ABC,7,"},
+      {"no line end after the last", "Symbol\nQuantity", "Symbol,Quantity,", "ABC,7,"},
       {"empty lines", "\n\nSymbol\n\r\n\nQuantity\n\n", "Symbol,Quantity,", "ABC,7,"},
       {"commas", "Symbol,\n,\n,Side\nSide,Price\nQuantity\n", "Quantity,", "7,"},
       {"a name twice", "Symbol\nQuantity\nSymbol\n", "Symbol,Quantity,Symbol,", "ABC,7,ABC,"},

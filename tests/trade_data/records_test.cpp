@@ -229,18 +229,16 @@ TEST(OrderImplTest, EndsSectionsAtTheirTerminators) {
 }
 
 TEST(OrderImplTest, ReplacesTheKeySectionByAStoredOrder) {
-  for (const bool terminated : {true, false}) {
-    CQOROrderImpl impl;
-    OrderRecord stored{};
-    stored.VELDOrderID = 7;
-    std::strcpy(stored.UserID, "stored");
-    impl.StoreRecord(stored);
-    const std::string end = terminated ? WireTerminator() : "";
-    const auto record = DecodeBy<OrderRecord>(impl, WireU32(20009, 7) + WireText(55001, "wire") + end);
-    EXPECT_STREQ(record.UserID, terminated ? "stored" : "wire");
-    impl.ClearRecords();
-    EXPECT_FALSE(impl.FetchRecord(7, stored));
-  }
+  CQOROrderImpl impl;
+  const ExactBytes message(WireU32(20009, 7) + WireText(55001, "stored") + WireTerminator());
+  CQORPacketReader reader(message.Data(), message.Size());
+  impl.LoadRecord(reader);
+  const std::string wire = WireU32(20009, 7) + WireText(55001, "wire");
+  EXPECT_STREQ(DecodeBy<OrderRecord>(impl, wire).UserID, "wire") << "without a terminator";
+  OrderRecord record = DecodeBy<OrderRecord>(impl, wire + WireTerminator());
+  EXPECT_STREQ(record.UserID, "stored");
+  impl.ClearRecords();
+  EXPECT_FALSE(impl.FetchRecord(7, record));
 }
 
 TEST(OrderImplTest, DecodesEachTagIntoItsPlaceAndEncodesIt) {
