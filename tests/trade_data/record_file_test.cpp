@@ -142,6 +142,7 @@ TEST_F(RecordFileTest, WritesInOrderAndLoadsTheTradesAgain) {
   EXPECT_TRUE(trades.Close());
   EXPECT_EQ(Open().Load(), size);
   EXPECT_EQ(File->Ids, ids);
+  File.reset();
   loaded.SetName(Folder, "day");
   ASSERT_FALSE(loaded.Open());
   EXPECT_EQ(loaded.Load(), size);
