@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "fuzz/fuzz_functions.h"
-#include "grid_ops/exports/trade_file_lines.h"
+#include "grid_ops/exports/exchange_files.h"
 #include "tests/grid_ops/export_sample.h"
 
 namespace {

@@ -12,7 +12,7 @@ int FuzzMessageSequence(const std::uint8_t* data, std::size_t size) {
     if ((data[0] >> i & 1) != 0) books.insert(kBooks[i]);
   CachePlayer player(books);
   const std::string_view messages(reinterpret_cast<const char*>(data) + 1, std::min<std::size_t>(size - 1, 65535));
-  const std::string difference = player.PlayBoth(messages, false);
+  const std::string difference = player.Play(messages);
   RequireProperty(difference.empty(), difference.c_str());
   return 0;
 }

@@ -6,7 +6,6 @@
 #include "fuzz/fuzz_functions.h"
 #include "tests/support/wire_bytes.h"
 #include "tests/trade_data/slow_trade_cache.h"
-#include "trade_data/records/trade_fields.h"
 #include "trade_data/records/trade_impl.h"
 
 namespace {

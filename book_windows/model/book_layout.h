@@ -19,7 +19,7 @@
 #include "book_windows/model/book_state.h"
 #include "book_windows/model/book_window.h"
 #include "grid_base/settings/registry.h"
-#include "grid_ops/columns/filter_key.h"
+#include "grid_ops/rows/column_filter.h"
 
 struct BookRecord {
   std::string BookName;

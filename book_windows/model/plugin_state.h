@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "grid_ops/columns/filter_key.h"
 #include "grid_ops/exports/csv_export.h"
+#include "grid_ops/rows/column_filter.h"
 #include "host_link/host_functions/function_table.h"
 #include "trade_data/cache/trade_cache.h"
 

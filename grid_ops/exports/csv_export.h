@@ -1,7 +1,7 @@
 // The CSV export of a book: the writer, and the four commands of the menu "Export CSV" with their file names and
 // folders. Also the rules for a copy to the clipboard.
 //
-//   file := header ( CR LF line )*     no line end behind the last line
+//   file := header ( CR LF line )*     no line end after the last line
 //
 // Cells are those of TradeCellText without a date format. Intentional: commas in a cell are not escaped.
 #pragma once

@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "foundations/qor_lock.h"
-#include "grid_ops/columns/filter_key.h"
 #include "grid_ops/rows/column_filter.h"
 #include "grid_ops/rows/row_map.h"
 #include "grid_ops/rows/row_sort.h"

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "grid_ops/columns/filter_key.h"
+#include "grid_ops/rows/column_filter.h"
 #include "grid_ops/rows/row_map.h"
 
 enum class SummaryValue { BuyQty, BuyAmt, BuyAvg, SellQty, SellAmt, SellAvg, NetQty, NetAmt };

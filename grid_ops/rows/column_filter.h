@@ -1,20 +1,36 @@
-// ColumnFilter: the condition of one field of the filter bar, prepared once for many records.
-//
-// A text matches a cell that contains it, in lower case. "or" anywhere in the text, even within a word, splits it into
-// pieces: the cell must contain the last one and none of the others. Intentional: "buy or sell" finds the sells, and a
-// text that ends in "or" matches nothing.
-// Only StrikePrice is compared as a whole number: by the first of "<", ">" and "!" in the text, else for equality; "="
-// has no effect.
+// Which trades a book shows. FilterKey: the exchange and security of a book of one security. ColumnFilter: the
+// condition of one field of the filter bar, prepared once for many records. FilterBar: the fields of a book.
 #pragma once
 
 #include <bitset>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "grid_ops/columns/cell_text.h"
 
+// The exchange and security of a book of one security.
+struct FilterKey {
+  char Exchange[49];
+  char SecurityID[49];
+
+  // Compares bytes up to the NUL, case-sensitive; ignores a linked master.
+  bool Matches(const TradeRecord& record) const noexcept {
+    return std::strncmp(record.Exchange, Exchange, sizeof Exchange) == 0 &&
+           std::strncmp(record.SecurityID, SecurityID, sizeof SecurityID) == 0;
+  }
+  // Both parts are non-empty.
+  bool Complete() const noexcept { return Exchange[0] != '\0' && SecurityID[0] != '\0'; }
+};
+static_assert(sizeof(FilterKey) == 98);
+
+// A text matches a cell that contains it, in lower case. "or" anywhere in the text, even within a word, splits it into
+// pieces: the cell must contain the last one and none of the others. Intentional: "buy or sell" finds the sells, and a
+// text that ends in "or" matches nothing.
+// Only StrikePrice is compared as a whole number: by the first of "<", ">" and "!" in the text, else for equality; "="
+// has no effect.
 class ColumnFilter {
  public:
   // Unknown columns accept every record.
@@ -59,7 +75,7 @@ class ColumnFilter {
 // Non-zero on a match: one record against one text. A walk prepares a ColumnFilter instead.
 int MatchFilter(std::string_view serverName, const TradeRecord& record, int column, const std::wstring& filterText);
 
-// FilterBar: the texts in a book's filter bar and the filters made of them.
+// The texts in a book's filter bar and the filters made of them.
 class FilterBar {
  public:
   // Sets the text of a column's field, empty for none. False if that changes nothing, or if the column is below 0 or

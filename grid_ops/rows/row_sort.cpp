@@ -194,18 +194,6 @@ void WordSorter::Deal(const SortEntry* from, SortEntry* to, std::size_t count, u
 
 }  // namespace
 
-int CompareRows(const TradeRecord& first, const TradeRecord& second, std::span<const SortState> sort) noexcept {
-  for (const SortState& state : sort) {
-    if (!IsTradeColumn(state.Column)) continue;
-    const SortField field{kTradeColumns[state.Column].Order, state.State == 1};
-    for (std::size_t word = 0; word < field.Words(); ++word) {
-      const std::uint64_t a = field.WordOf(first, word), b = field.WordOf(second, word);
-      if (a != b) return a < b ? -1 : 1;
-    }
-  }
-  return 0;
-}
-
 void SortRows(std::vector<TradeRecord*>& records, std::span<const SortState> sort) {
   std::vector<SortEntry> entries(records.size());
   for (std::size_t i = 0; i < records.size(); ++i) entries[i] = {0, records[i]};

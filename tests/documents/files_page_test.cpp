@@ -7,7 +7,7 @@
 #include "grid_base/settings/column_profile.h"
 #include "grid_base/settings/settings_text.h"
 #include "grid_base/settings/xml_settings.h"
-#include "grid_ops/exports/trade_file_lines.h"
+#include "grid_ops/exports/exchange_files.h"
 #include "platform/modules.h"
 #include "tests/documents/page.h"
 #include "tests/support/files.h"

@@ -12,27 +12,27 @@ class ExportSettings : public OwnFolder {
 };
 
 TEST_F(ExportSettings, ReadsTheFlagOrWritesIt) {
-  const char* const created = "[TRADECSV]\r\nExchangeFormatCSV=FALSE\r\n";
+  const std::string created = "[TRADECSV]\r\nExchangeFormatCSV=FALSE\r\n",
+                    other = "[CSV]\r\nExchangeFormatCSV=TRUE\r\n";
+  // Whether the flag is set then if it was not, and if it was; and what is written if the file changes.
   const struct {
-    const char *What, *Before;
+    std::string Before;
     bool FlagFromFalse, FlagFromTrue;
-    std::string After;
+    std::string After = Before;
   } rows[] = {
-      {"no file", "", false, false, created},
-      {"TRUE", "[TRADECSV]\nExchangeFormatCSV=TRUE", true, true, "[TRADECSV]\nExchangeFormatCSV=TRUE"},
-      {"names in another case, blanks, quotes", "[tradecsv]\nEXCHANGEFORMATCSV = \"TRUE\" \n", true, true,
-       "[tradecsv]\nEXCHANGEFORMATCSV = \"TRUE\" \n"},
-      {"true", "[TRADECSV]\nExchangeFormatCSV=true\n", false, true, "[TRADECSV]\nExchangeFormatCSV=true\n"},
-      {"TRUE and more", "[TRADECSV]\nExchangeFormatCSV=TRUE1\n", false, true, "[TRADECSV]\nExchangeFormatCSV=TRUE1\n"},
-      {"empty value", "[TRADECSV]\nExchangeFormatCSV=\n", false, false, created},
-      {"another section's", "[CSV]\r\nExchangeFormatCSV=TRUE\r\n", false, false,
-       std::string("[CSV]\r\nExchangeFormatCSV=TRUE\r\n\r\n") + created},
+      {"", false, false, created},
+      {"[TRADECSV]\nExchangeFormatCSV=TRUE", true, true},
+      {"[tradecsv]\nEXCHANGEFORMATCSV = \"TRUE\" \n", true, true},
+      {"[TRADECSV]\nExchangeFormatCSV=true\n", false, true},
+      {"[TRADECSV]\nExchangeFormatCSV=TRUE1\n", false, true},
+      {"[TRADECSV]\nExchangeFormatCSV=\n", false, false, created},
+      {other, false, false, other + "\r\n" + created},
   };
   for (const auto& row : rows)
     for (const bool from : {false, true}) {
-      SCOPED_TRACE(std::string(row.What) + (from ? ", from true" : ", from false"));
+      SCOPED_TRACE(row.Before + (from ? ", from true" : ", from false"));
       fs::remove(File());
-      if (*row.Before != '\0') WriteFile(File(), row.Before);
+      if (!row.Before.empty()) WriteFile(File(), row.Before);
       bool flag = from;
       ReadExchangeFormatFlag(File(), flag);
       EXPECT_EQ(flag, from ? row.FlagFromTrue : row.FlagFromFalse);

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
-#include <cwchar>
 #include <set>
 
 #include "foundations/text_tools.h"
@@ -65,33 +64,17 @@ std::string CellText(const std::string& server, const TradeRecord& record, int c
   return cell.Kind == 'c' && text.size() >= 17 ? text.substr(9, 8) : text;
 }
 
-std::wstring Lower(std::wstring text) {
-  for (wchar_t& letter : text) {
-    const bool latin1 = letter >= 0xC0 && letter <= 0xDE && letter != 0xD7;
-    const bool capital = (letter >= L'A' && letter <= L'Z') || latin1;
-    const bool pair = letter == 0x152 || letter == 0x160 || letter == 0x17D;
-    letter = letter == 0x178 ? wchar_t{0xFF} : static_cast<wchar_t>(letter + (capital ? 32 : pair ? 1 : 0));
-  }
-  return text;
-}
-
-std::wstring Trimmed(const std::wstring& text) {
-  const wchar_t* kSpace = L" \t\n\v\f\r\x85\xA0";
-  const std::size_t first = text.find_first_not_of(kSpace);
-  return first == std::wstring::npos ? L"" : text.substr(first, text.find_last_not_of(kSpace) - first + 1);
-}
-
 bool MatchText(const std::wstring& filter, const std::wstring& cell) {
-  const auto holds = [&cell](const std::wstring& piece) { return cell.find(piece) != std::wstring::npos; };
+  const auto holds = [&cell](std::wstring_view piece) { return cell.find(piece) != std::wstring::npos; };
   std::size_t pos = 0;
   while (!filter.empty()) {
     const std::size_t found = filter.find(L"or", pos);
     if (found == std::wstring::npos) break;
-    const std::wstring piece = Trimmed(filter.substr(pos, found - pos));
+    const std::wstring_view piece = TrimWide(std::wstring_view(filter).substr(pos, found - pos));
     if (!piece.empty() && holds(piece)) return false;
     pos = found + 2;
   }
-  const std::wstring last = Trimmed(filter.substr(pos));
+  const std::wstring_view last = TrimWide(std::wstring_view(filter).substr(pos));
   return !(last.empty() && pos > 0) && holds(last);
 }
 
@@ -101,15 +84,10 @@ std::int32_t WholeNumber(double value) {
   return fits ? static_cast<std::int32_t>(value - std::remainder(value, 1.0)) : 0;
 }
 
-std::int32_t NumberOf(const std::wstring& text) {
-  return static_cast<std::int32_t>(
-      std::clamp<long long>(std::wcstoll(text.c_str(), nullptr, 10), -0x80000000LL, 0x7FFFFFFFLL));
-}
-
 bool MatchStrike(const std::wstring& filter, double strike) {
   const std::size_t start = filter.find_first_not_of(L" <>=");
   if (start == std::wstring::npos) return true;
-  const std::int32_t value = WholeNumber(strike), number = NumberOf(filter.substr(start));
+  const std::int32_t value = WholeNumber(strike), number = WideToNumber(filter.substr(start));
   if (filter.find(L'<') != std::wstring::npos) return value < number;
   if (filter.find(L'>') != std::wstring::npos) return value > number;
   if (filter.find(L'!') != std::wstring::npos) return value != number;
@@ -141,7 +119,7 @@ void PutCell(TradeRecord& record, int column, std::string_view bytes) {
 bool SlowMatch(const std::string& server, const TradeRecord& record, int column, const std::wstring& filter) {
   if (column < 0 || column >= kColumns || column == 34 || column == 35) return true;
   if (kCells[column].Kind == 'k') return MatchStrike(filter, record.StrikePrice);
-  return MatchText(Lower(filter), Lower(NarrowToWide(CellText(server, record, column))));
+  return MatchText(LowerWide(filter), LowerWide(NarrowToWide(CellText(server, record, column))));
 }
 
 int SlowCompare(const TradeRecord& first, const TradeRecord& second, const SlowSort& sort) {
@@ -205,7 +183,7 @@ void SlowBook::CollectSecurityRows() {
 
 bool SlowBook::OnFilterBarChanged(int column, const std::wstring& text) {
   if (column < 0 || column > kColumns) return false;
-  const std::wstring lower = Lower(text);
+  const std::wstring lower = LowerWide(text);
   const auto known = std::find_if(Filters.begin(), Filters.end(), [&](const auto& f) { return f.first == column; });
   if (known == Filters.end() ? lower.empty() : known->second == lower) return false;
   if (known != Filters.end()) Filters.erase(known);
@@ -227,37 +205,4 @@ void SlowBook::ResortRows(const SlowSort& sort) {
   Rows.clear();
   for (TradeRecord* record : sorted) Rows.emplace(static_cast<std::int32_t>(Rows.size()), record);
   if (sort.empty()) Rows = Trades();
-}
-
-void SlowBook::Add(const TradeRecord& record) {
-  if (record.Side != 1 && record.Side != 2) return;
-  const std::string side = record.Side == 1 ? "Buy" : "Sell";
-  const auto quantity = static_cast<std::int32_t>(+record.Quantity);
-  Totals[side + "Qty"] = static_cast<std::int32_t>(static_cast<std::int64_t>(Totals[side + "Qty"]) + quantity);
-  Totals[side + "Amt"] += quantity * record.Price * record.Multiplier;
-  Totals["NetAmt"] = Totals["SellAmt"] - Totals["BuyAmt"];
-  Totals["NetQty"] = static_cast<std::int32_t>(static_cast<std::int64_t>(Totals["BuyQty"] - Totals["SellQty"]));
-}
-
-void SlowBook::Average(double multiplier) {
-  for (const std::string side : {"Buy", "Sell"}) {
-    const double quantity = Totals[side + "Qty"];
-    Totals[side + "Avg"] = quantity == 0 ? 0 : Totals[side + "Amt"] / quantity / multiplier;
-  }
-}
-
-void SlowBook::CountTotals() {
-  Totals.clear();
-  for (const auto& [key, record] : Rows) {
-    Add(*record);
-    if (record->Side == 1) Average(record->Multiplier);
-    Totals["SellAvg"] = 0;
-  }
-  const auto master = Market.Multipliers.find(IsSecuritySelected() ? Market.Selected : Market.Restored);
-  if (Filtered && master != Market.Multipliers.end()) Average(master->second);
-}
-
-void SlowBook::UpdateTotals(const TradeRecord& record) {
-  Add(record);
-  if (IsSecuritySelected()) Average(record.Multiplier);
 }

@@ -1,5 +1,5 @@
-// SlowBook: a second implementation of a book's rows, filter bar, sort and totals on ordered maps, for comparison. It
-// shares no code with grid_ops.
+// SlowBook: a second implementation of a book's rows, filter bar and sort on ordered maps, for comparison. It
+// shares no code with grid_ops but the name of a sort state.
 #pragma once
 
 #include <map>
@@ -7,45 +7,41 @@
 #include <utility>
 #include <vector>
 
+#include "grid_ops/rows/row_sort.h"
 #include "trade_data/cache/trade_cache.h"
 
-using SlowSort = std::vector<std::pair<int, int>>;    // column and state
+using SlowSort = std::vector<SortState>;
 using SlowKey = std::pair<std::string, std::string>;  // exchange and security
-
-// The inputs of the averages of all books.
-struct SlowMarket {
-  SlowKey Selected, Restored;
-  std::map<SlowKey, double> Multipliers;  // of the masters
-};
 
 // Writes bytes to the field of a column, cut to its size; a no-op for a column without a field.
 void PutCell(TradeRecord& record, int column, std::string_view bytes);
 bool SlowMatch(const std::string& server, const TradeRecord& record, int column, const std::wstring& filter);
 int SlowCompare(const TradeRecord& first, const TradeRecord& second, const SlowSort& sort);
 
-class SlowBook {
+class SlowBook : public TradeBook {
  public:
-  SlowBook(const TradeCache& cache, const SlowMarket& market) : Cache(cache), Market(market) {}
+  explicit SlowBook(const TradeCache& cache) : Cache(cache) {}
 
-  bool AdmitRow(TradeRecord& record);
-  void RefilterRow(TradeRecord& record);
+  bool FilterBarActive() const override { return !Filters.empty(); }
+  void MakeRoom(std::size_t) override {}
+  bool AdmitRow(TradeRecord& record) override;
+  void UpdateTotals(const TradeRecord&) override {}
+  void RefilterRow(TradeRecord& record) override;
+  void CopyAllRows(const TradeNumberMap&, std::int32_t) override { CopyAllRows(); }
+  void ClearRows() override { Rows.clear(); }
+
   void RebuildRows();
   void CopyAllRows();
   void CollectSecurityRows();
-  void ClearRows() { Rows.clear(); }
   bool OnFilterBarChanged(int column, const std::wstring& text);
   void OnFilterBarUpdate();
   void ResortRows(const SlowSort& sort);
-
-  void CountTotals();
-  void UpdateTotals(const TradeRecord& record);
 
   bool Filtered = false;
   SlowKey Security;
   std::vector<std::pair<int, std::wstring>> Filters;
   std::map<std::int32_t, TradeRecord*> Rows;
   std::int32_t NextRowKey = 0x7FFFFFFF;
-  std::map<std::string, double> Totals;  // by name, BuyQty to NetAmt
 
  private:
   std::map<std::int32_t, TradeRecord*> Trades() const;
@@ -54,10 +50,6 @@ class SlowBook {
   bool PassesFilters(const TradeRecord& record) const;
   bool IsOfSecurity(const TradeRecord& record) const { return Security == SlowKey{record.Exchange, record.SecurityID}; }
   void Insert(TradeRecord& record) { Rows[NextRowKey--] = &record; }
-  bool IsSecuritySelected() const { return !Market.Selected.first.empty() && !Market.Selected.second.empty(); }
-  void Add(const TradeRecord& record);
-  void Average(double multiplier);
 
   const TradeCache& Cache;
-  const SlowMarket& Market;
 };

@@ -6,94 +6,60 @@
 
 namespace {
 
-struct Edge {
-  const char* What;
-  void (*Change)(TradeRecord& record);
-  int Column;
-  const char* FO;
-  const char* CM;
-};
+// The cell of a column in the FO file and in the CM file, with "|" between them.
+std::string CellsOf(const TradeRecord& record, int column, const PriceDivisors& divisors = kNoDivisors,
+                    const char* fallback = "") {
+  return TradeCellTextFO(divisors, "", record, column, fallback) + "|" +
+         TradeCellTextCM(divisors, "", record, column, fallback);
+}
 
 constexpr int kStrike = TradeColumnIndex("colStrikePrice"), kPrice = TradeColumnIndex("colPrice"),
               kOption = TradeColumnIndex("colOptionType"), kOpenClose = TradeColumnIndex("colOpenClose"),
               kSide = TradeColumnIndex("colSide"), kTime = TradeColumnIndex("colExchangeTradeTime"),
               kSymbol = TradeColumnIndex("colSymbol"), kExpiry = TradeColumnIndex("colExpiryDate");
 
-const Edge kEdges[] = {
-    {"no strike", [](TradeRecord& r) { r.StrikePrice = 0; }, kStrike, "          ", ""},
-    {"strike of -0.01", [](TradeRecord& r) { r.StrikePrice = -0.01; }, kStrike, "          ", ""},
-    {"small strike", [](TradeRecord& r) { r.StrikePrice = 0.001; }, kStrike, "          ", ""},
-    {"strike of -0.02", [](TradeRecord& r) { r.StrikePrice = -0.02; }, kStrike, "     -0.02", ""},
-    {"strike that rounds to -0.00", [](TradeRecord& r) { r.StrikePrice = -0.001; }, kStrike, "     -0.00", ""},
-    {"long strike", [](TradeRecord& r) { r.StrikePrice = 12345678.5; }, kStrike, "12345678.50", ""},
-    {"price", [](TradeRecord& r) { r.Price = 1234.5; }, kPrice, "     1234.50", "     1234.50"},
-    {"full price", [](TradeRecord& r) { r.Price = 123456789; }, kPrice, "123456789.00", "123456789.00"},
-    {"long price", [](TradeRecord& r) { r.Price = -123456789; }, kPrice, "-123456789.00", "-123456789.00"},
-    {"XX", [](TradeRecord& r) { PutText(r.OptionType, "XX"); }, kOption, "  ", ""},
-    {"longer than XX", [](TradeRecord& r) { PutText(r.OptionType, "XXY"); }, kOption, "XXY", ""},
-    {"no option", [](TradeRecord& r) { PutText(r.OptionType, ""); }, kOption, "  ", ""},
-    {"no position", [](TradeRecord& r) { r.OpenClose = 0; }, kOpenClose, "OPEN ", "N"},
-    {"open", [](TradeRecord& r) { r.OpenClose = 1; }, kOpenClose, "CLOSE ", "N"},
-    {"close", [](TradeRecord& r) { r.OpenClose = 2; }, kOpenClose, "CLOSE", "N"},
-    {"unknown position", [](TradeRecord& r) { r.OpenClose = 99; }, kOpenClose, "OPEN ", "N"},
-    {"buy", [](TradeRecord& r) { r.Side = 1; }, kSide, "1", "1"},
-    {"no side", [](TradeRecord& r) { r.Side = 0; }, kSide, "2", "2"},
-    {"blank symbol", [](TradeRecord& r) { PutText(r.Symbol, "   "); }, kSymbol, "", ""},
-    {"short time", [](TradeRecord& r) { PutText(r.ExchangeTradeTime, "10:15:02"); }, kTime, "01 JAN 1970 00:00:00",
-     "01 JAN 1970 00:00:00"},
-    {"time before 1970", [](TradeRecord& r) { PutText(r.ExchangeTradeTime, "19691231-10:15:02"); }, kTime,
-     "                    ", "                    "},
-};
-
 TEST(TradeFileText, KeepsTheWidthRulesAtTheirEdges) {
-  for (const Edge& edge : kEdges) {
-    SCOPED_TRACE(edge.What);
-    TradeRecord record = FullTrade();
-    edge.Change(record);
-    EXPECT_EQ(TradeCellTextFO({}, "", record, edge.Column, ""), edge.FO);
-    EXPECT_EQ(TradeCellTextCM({}, "", record, edge.Column, ""), edge.CM);
-  }
-}
-
-TEST(TradeFileText, CutsANumberAfter127Characters) {
-  TradeRecord record{};
-  record.Price = record.StrikePrice = 1e300;
-  EXPECT_EQ(TradeCellTextFO({}, "", record, kPrice, "").size(), 127U);
-  EXPECT_EQ(TradeCellTextFO({}, "", record, kStrike, "").substr(0, 17), "10000000000000000");
+  TradeRecord record = FullTrade();
+  const auto strike = [&](double value) { return record.StrikePrice = value, CellsOf(record, kStrike); };
+  for (const double none : {0.0, -0.01, 0.001}) EXPECT_EQ(strike(none), "          |") << none;
+  EXPECT_EQ(strike(-0.02), "     -0.02|");
+  EXPECT_EQ(strike(-0.001), "     -0.00|");
+  EXPECT_EQ(strike(12345678.5), "12345678.50|");
+  EXPECT_EQ(strike(1e300).substr(0, 17), "10000000000000000");
+  const auto price = [&](double value) { return record.Price = value, CellsOf(record, kPrice); };
+  EXPECT_EQ(price(1234.5), "     1234.50|     1234.50");
+  EXPECT_EQ(price(123456789), "123456789.00|123456789.00");
+  EXPECT_EQ(price(-123456789), "-123456789.00|-123456789.00");
+  EXPECT_EQ(price(1e300).size(), 127U + 1 + 127);
+  const auto option = [&](const char* text) { return PutText(record.OptionType, text), CellsOf(record, kOption); };
+  EXPECT_EQ(option("XX") + option("XXY") + option(""), "  |XXY|  |");
+  const auto position = [&](std::uint8_t code) { return record.OpenClose = code, CellsOf(record, kOpenClose); };
+  EXPECT_EQ(position(0) + position(1) + position(2) + position(99), "OPEN |NCLOSE |NCLOSE|NOPEN |N");
+  const auto side = [&](std::uint8_t code) { return record.Side = code, CellsOf(record, kSide); };
+  EXPECT_EQ(side(1) + side(0), "1|12|2");
+  EXPECT_EQ(CellsOf(record, TradeColumnIndex("colServer")), "|") << "no width";
+  PutText(record.Symbol, "   ");
+  EXPECT_EQ(CellsOf(record, kSymbol), "|");
+  PutText(record.ExchangeTradeTime, "10:15:02");
+  EXPECT_EQ(CellsOf(record, kTime), "01 JAN 1970 00:00:00|01 JAN 1970 00:00:00");
 }
 
 TEST(TradeFileText, PrintsTheLinkedMaster) {
-  SecurityMaster master{};
-  PutText(master.Exchange, "MCX");
-  PutText(master.SecurityID, "77");
-  PutText(master.SecurityType, "F");
-  PutText(master.Symbol, "GOLD ");
-  PutText(master.ExpiryDate, "05DEC2024");
-  PutText(master.OptionType, "XX");
-  master.StrikePrice = 3;
-  master.Multiplier = 100;
+  const SecurityMaster master{0, "MCX", "77", "F", "GOLD ", "05DEC2024", "XX", "", 3, 100};
   TradeRecord record = FullTrade();
   record.MasterRecord = &master;
-  const struct {
-    int Column;
-    const char *FO, *CM;
-  } rows[] = {
-      {TradeColumnIndex("colExchange"), "MCX", "MCX"},
-      {TradeColumnIndex("colSecurityID"), "77", "77"},
-      {kSymbol, "GOLD      ", "GOLD      "},
-      {kExpiry, "29FEB2024", "05DEC2024"},
-      {TradeColumnIndex("colSecurityType"), "F     ", ""},
-      {kOption, "  ", ""},
-      {kStrike, "      3.00", ""},
-      {TradeColumnIndex("colMultiplier"), "100.00", "100.00"},
-      {TradeColumnIndex("colClientID"), "CLIENT07  ", "CLIENT07  "},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.Column);
-    EXPECT_EQ(TradeCellTextFO({}, "", record, row.Column, ""), row.FO);
-    EXPECT_EQ(TradeCellTextFO({}, "", record, row.Column, "else"), row.Column == kExpiry ? "05DEC2024" : row.FO);
-    EXPECT_EQ(TradeCellTextCM({}, "", record, row.Column, ""), row.CM);
-  }
+  const std::pair<int, const char*> kRows[] = {{TradeColumnIndex("colExchange"), "MCX|MCX"},
+                                               {TradeColumnIndex("colSecurityID"), "77|77"},
+                                               {kSymbol, "GOLD      |GOLD      "},
+                                               {TradeColumnIndex("colSecurityType"), "F     |"},
+                                               {kOption, "  |"},
+                                               {kStrike, "      3.00|"},
+                                               {TradeColumnIndex("colMultiplier"), "100.00|100.00"},
+                                               {TradeColumnIndex("colClientID"), "CLIENT07  |CLIENT07  "}};
+  for (const auto& [column, cells] : kRows)
+    for (const char* fallback : {"", "else"}) EXPECT_EQ(CellsOf(record, column, {}, fallback), cells) << column;
+  EXPECT_EQ(CellsOf(record, kExpiry), "29FEB2024|05DEC2024");
+  EXPECT_EQ(CellsOf(record, kExpiry, {}, "else"), "05DEC2024|05DEC2024");
 }
 
 TEST(TradeFileText, DividesThePriceByAliasOrSymbolOfTheMaster) {
@@ -101,20 +67,18 @@ TEST(TradeFileText, DividesThePriceByAliasOrSymbolOfTheMaster) {
   SecurityMaster master{};
   PutText(master.Symbol, "GOLD ");
   TradeRecord record = FullTrade();
-  EXPECT_EQ(TradeCellTextFO(divisors, "", record, kPrice, ""), "      101.75");
+  EXPECT_EQ(CellsOf(record, kPrice, divisors), "      101.75|      101.75");
   record.MasterRecord = &master;
-  EXPECT_EQ(TradeCellTextFO(divisors, "", record, kPrice, ""), "       10.18");
+  EXPECT_EQ(CellsOf(record, kPrice, divisors), "       10.18|       10.18");
   PutText(master.Alias, "ALIAS");
-  EXPECT_EQ(TradeCellTextCM(divisors, "", record, kPrice, ""), "        1.02");
+  EXPECT_EQ(CellsOf(record, kPrice, divisors), "        1.02|        1.02");
   PutText(master.Alias, "other");
-  EXPECT_EQ(TradeCellTextFO(divisors, "", record, kPrice, ""), "      101.75");
+  EXPECT_EQ(CellsOf(record, kPrice, divisors), "      101.75|      101.75");
 }
 
 // One object for all rows and two rounds, so that each result meets the cache of others.
 TEST(StoredTimeText, ConvertsAnyTimeAfterAnyOther) {
-  const struct {
-    const char *Stored, *Text;
-  } rows[] = {
+  const char* const kRows[][2] = {
       {"", "01 JAN 1970 00:00:00"},
       {"20260301-09:15:30", "01 MAR 2026 09:15:30"},
       {"20260301-09:15:31.250", "01 MAR 2026 09:15:31"},
@@ -136,7 +100,7 @@ TEST(StoredTimeText, ConvertsAnyTimeAfterAnyOther) {
   };
   StoredTimeText times;
   for (int round = 0; round < 2; ++round)
-    for (const auto& row : rows) EXPECT_EQ(times.Of(row.Stored), row.Text) << row.Stored;
+    for (const auto& row : kRows) EXPECT_EQ(times.Of(row[0]), row[1]) << row[0];
 }
 
 }  // namespace

@@ -1,6 +1,9 @@
 // A book without a window: rows, totals and line of totals, as the trade cache tells them.
 #pragma once
 
+#include <map>
+#include <string>
+
 #include "grid_ops/rows/book_rows.h"
 #include "grid_ops/rows/book_totals.h"
 
@@ -14,15 +17,20 @@ class PlainBook : public TradeBook, SecurityMasters {
   void RefilterRow(TradeRecord& record) override { Rows.RefilterRow(record); }
   void CopyAllRows(const TradeNumberMap& trades, std::int32_t next) override { Rows.CopyAllRows(trades, next); }
   void ClearRows() override { Rows.ClearRows(); }
-  std::optional<double> MultiplierOf(const FilterKey&) const override { return std::nullopt; }
+  std::optional<double> MultiplierOf(const FilterKey& security) const override {
+    const auto master = Multipliers.find(security.SecurityID);
+    return master == Multipliers.end() ? std::nullopt : std::optional(master->second);
+  }
 
   void RecountTotals() { Totals.RecountTotals(Rows.Rows, Basis(), Line); }
+  void ResumTotals() { Totals.ResumTotals(Rows.Rows, Basis(), Line); }
 
   BookRows Rows;
   BookTotals Totals;
   SummaryLine Line;
+  FilterKey Selected{}, Restored{};
+  std::map<std::string, double> Multipliers;  // of the master records, by security id
 
  private:
-  AverageBasis Basis() const { return {Rows.Filtered, NoKey, NoKey, *this}; }
-  static inline const FilterKey NoKey{};
+  AverageBasis Basis() const { return {Rows.Filtered, Selected, Restored, *this}; }
 };

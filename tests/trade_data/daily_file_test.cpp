@@ -1,14 +1,77 @@
 #include "trade_data/daily_file/daily_file.h"
 
-#include <gtest/gtest.h>
-
+#include "foundations/text_tools.h"
 #include "tests/support/own_folder.h"
+#include "tests/support/sample_trade.h"
 #include "tests/support/wire_bytes.h"
 #include "tests/trade_data/cache_player.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+
+// What the columns of these names write, each with a comma after it; "?" for a name that is no column.
+std::string ValuesOf(std::string_view names, const TradeRecord& record) {
+  LineBuffer line;
+  line.Start(1000);
+  while (!names.empty()) {
+    const DailyColumn* column = FindDailyColumn(TakeUntil(names, ','));
+    if (column != nullptr) column->Append(line, record, "Default");
+    line.Append(column != nullptr ? "," : "?,");
+  }
+  return std::string(line.Text());
+}
+
+TEST(DailyColumnsTest, WriteTheFieldsOfATrade) {
+  EXPECT_EQ(ValuesOf("Server,UserID,VELDTradeID,VELDOrderID,OrderID,ExchangeOrderID,ExchangeTradeID,OrderTime,"
+                     "ExchangeOrderTime,ExchangeTradeTime,Exchange,SecurityID,Symbol,ExpiryDate,SecurityType",
+                     SampleRecord()),
+            "Default,USER1,-2130574588,16910597,4711,1100000000012345,XTRADE-77,10:15:00,"
+            "10:15:01,10:15:02,NSEFO,35001,ABCD,29FEB2024,OPTSTK,");
+  EXPECT_EQ(ValuesOf("Side,OrderType,Quantity,PendingQuantity,Price,StrikePrice,CTCLId,ClientID,ReferenceText,MemberID,"
+                     "StrategyID,OptionType,ProductType,OpenClose,ManagerID,Pancard,TerminalInfo,Multiplier,AlgoID",
+                     SampleRecord()),
+            "Sell,StopLimit,150,50,101.75,2450.5,400123456789,CLIENT07,ref, first,MEM12,"
+            "68,CE,INTRADAY,CloseYesterday,MGR,PANCD1234F,T-24,0.25,ALGO9,");
+}
+
+TEST(DailyColumnsTest, PreferTheMasterOfASecurity) {
+  const SecurityMaster master{77, "MX", "MID", "MTYPE", "MSYM", "MEXP", "PE", "Master name", 1.5, 2.5};
+  TradeRecord record = SampleRecord();
+  record.MasterRecord = &master;
+  EXPECT_EQ(
+      ValuesOf("Exchange,SecurityID,SecurityType,Symbol,ExpiryDate,OptionType,StrikePrice,Multiplier,Price", record),
+      "MX,MID,MTYPE,MSYM,MEXP,PE,1.5,2.5,101.75,");
+}
+
+TEST(DailyColumnsTest, HaveExactNames) {
+  EXPECT_EQ(ValuesOf(", ,Serve,Servers,server,UserID , UserID,ExchangeOrderNo,CTCLID,Time,Quantity\t,Side\r,Text55107",
+                     SampleRecord()),
+            "?,?,?,?,?,?,?,?,?,?,?,?,?,");
+}
+
+// The codes whose text differs from that of an unknown one, up to 257.
+std::string CodesOf(const char* column, const std::string& unknown) {
+  std::string codes;
+  for (unsigned code = 0; code < 258; ++code) {
+    TradeRecord record{};
+    record.Side = record.OrderType = record.OpenClose = static_cast<std::uint8_t>(code);
+    record.ProductType = code;
+    if (const std::string text = ValuesOf(column, record); text != unknown) codes += std::to_string(code) + text;
+  }
+  return codes;
+}
+
+TEST(DailyColumnsTest, WriteCodesAsTexts) {
+  EXPECT_EQ(CodesOf("Side", "Both,"), "1Buy,2Sell,257Buy,");
+  EXPECT_EQ(CodesOf("ProductType", "*,"), "1NORMAL,2DELIVERY,3INTRADAY,");
+  EXPECT_EQ(CodesOf("OpenClose", "NONE,"),
+            "1Open,2Close,3ForceClose,4CloseToday,5CloseYesterday,6ForceOff,7LocalForceClose,257Open,");
+  EXPECT_EQ(CodesOf("OrderType", ","),
+            "1Market,2Limit,3StopMarket,4StopLimit,11OCO,74MIT,78NegotiatedDealOrder,80PreOpenOrder,82MITLimit,"
+            "87AuctionBuyIn,88AuctionSellOut,89AuctionTradingBuyIn,90AuctionTradingSellOut,101MultiLeg,102Spread,"
+            "257Market,");
+}
 
 class DailyFileTest : public OwnFolder {
  protected:
@@ -17,13 +80,21 @@ class DailyFileTest : public OwnFolder {
   fs::path FindFile() const {
     for (const auto& entry : fs::directory_iterator(Folder)) {
       const std::string name = entry.path().filename().string();
-      if (name.size() == 17 && name.starts_with("Trade") && name.ends_with(".CSV") &&
-          name.find_first_not_of("0123456789", 5) == 13)
-        return entry.path();
+      if (name.size() == 17 && name.starts_with("Trade20") && name.ends_with(".CSV")) return entry.path();
     }
     return {};
   }
   std::string Content() const { return ReadFile(FindFile()); }
+
+  // Opens the file of a day and writes lines of the record.
+  void OpenAndWrite(DailyFile& file, int lines = 1) {
+    file.OpenDailyFile(Folder, "20240229", "Default");
+    for (int i = 0; i < lines; ++i) {
+      file.WriteTradeLine(Record, "Default");
+      if (i % 7 == 0) file.Flush();
+    }
+  }
+  TradeRecord Record{};
 };
 
 std::string Trade(std::uint32_t id, std::uint32_t quantity, const std::string& execution) {
@@ -33,15 +104,13 @@ std::string Trade(std::uint32_t id, std::uint32_t quantity, const std::string& e
 const std::string kDownloadEnd = WireMessage(8112, "");
 
 TEST_F(DailyFileTest, TakesColumnsFromTheLinesOfTheHeaderFile) {
-  TradeRecord record{};
-  record.Quantity = 7;
-  std::strcpy(record.Symbol, "ABC");
+  Record.Quantity = 7;
+  std::strcpy(Record.Symbol, "ABC");
   const struct {
     const char *What, *Lines, *Header, *Row;
   } kRows[] = {
-      {"names and one that is none", "Symbol\nQuantity\nX\n", "Symbol,Quantity,X,", "ABC,7,"},
-      {"carriage returns", "Symbol\r\nQuantity\r\n", "Symbol,Quantity,", "ABC,7,"},
-      {"no line end behind the last", "Symbol\nQuantity", "Symbol,Quantity,", "ABC,7,"},
+      {"an unknown name, carriage returns", "Symbol\r\nQuantity\r\nX\r\n", "Symbol,Quantity,X,", "ABC,7,"},
+      {"no line end after the last", "Symbol\nQuantity", "Symbol,Quantity,", "ABC,7,"},
       {"empty lines", "\n\nSymbol\n\r\n\nQuantity\n\n", "Symbol,Quantity,", "ABC,7,"},
       {"commas", "Symbol,\n,\n,Side\nSide,Price\nQuantity\n", "Quantity,", "7,"},
       {"a name twice", "Symbol\nQuantity\nSymbol\n", "Symbol,Quantity,Symbol,", "ABC,7,ABC,"},
@@ -57,12 +126,7 @@ TEST_F(DailyFileTest, TakesColumnsFromTheLinesOfTheHeaderFile) {
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.What);
     WriteHeader(row.Lines);
-    {
-      DailyFile file;
-      file.OpenDailyFile(Folder, "20240229", "Default");
-      file.WriteTradeLine(record, "Default");
-      file.WriteTradeLine(record, "Default");
-    }
+    OpenAndWrite(*std::make_unique<DailyFile>(), 2);
     EXPECT_EQ(Content(), std::string(row.Header) + "\r\n" + row.Row + "\r\n" + row.Row);
     EXPECT_EQ(FindFile().filename(), "Trade20240229.CSV");
   }
@@ -80,8 +144,7 @@ TEST_F(DailyFileTest, WritesTheDownloadThenEachLiveTradeAtOnce) {
     const char* Added;
   } kRows[] = {
       {"the end of the download", kDownloadEnd, ""},
-      {"a trade", Trade(3, 30, "c"), "\r\n3,Default,Sc,30,"},
-      {"a repeat", Trade(4, 40, "c"), ""},
+      {"a trade and a repeat", Trade(3, 30, "c") + Trade(4, 40, "c"), "\r\n3,Default,Sc,30,"},
       {"a change of a trade", Trade(1, 12, "a3"), "\r\n1,Default,Sa3,12,"},
       {"an amendment", WireMessage(9112, WireU32(20008, 2) + WireU32(20103, 25)), "\r\n2,Default,Sb,25,"},
       {"one of an unknown trade writes the record of the last",
@@ -103,61 +166,20 @@ TEST_F(DailyFileTest, WritesTheDownloadThenEachLiveTradeAtOnce) {
   EXPECT_EQ(Content(), expected + "\r\n5,Default,Se,50,");
 }
 
-// More lines than any buffer holds back: some are on the disk early, none is torn or lost in the end.
-TEST_F(DailyFileTest, KeepsTheDownloadOfASecondLoginWhole) {
-  WriteHeader("VELDTradeID\n");
-  std::string download, expected = "VELDTradeID,";
-  for (std::uint32_t id = 1; id <= 5000; ++id) {
-    download += Trade(id, 1, std::to_string(id));
-    expected += "\r\n" + std::to_string(id) + ",";
-  }
-  auto player = std::make_unique<CachePlayer>(std::map<std::string, BookSettings>{}, Folder);
-  player->Play(kDownloadEnd + WireMessage(30022, "") + download + kDownloadEnd + Trade(6000, 1, "late"));
-  EXPECT_TRUE(expected.starts_with(Content()));
-  EXPECT_LT(Content().size(), expected.size());
-  EXPECT_GT(Content().size(), 12U);
-  player.reset();
-  EXPECT_EQ(Content(), expected);
-}
-
-TEST_F(DailyFileTest, WritesNothingAfterASecondOpening) {
-  WriteHeader("Quantity\n");
-  CachePlayer player({}, Folder);
-  player.Play(kDownloadEnd + Trade(1, 10, "a") + kDownloadEnd + Trade(2, 20, "b") + kDownloadEnd + Trade(3, 30, "c"));
-  EXPECT_EQ(Content(), "Quantity,\r\n10,");
-  EXPECT_EQ(player.Cache().TradeNumbers.Size(), 3u);
-}
-
 TEST_F(DailyFileTest, FollowsAutoTradeWriteCSV) {
   WriteHeader("Quantity\n");
   CachePlayer player({}, Folder);
-  player.Cache().AutoTradeWriteCSV = false;
-  player.Play(Trade(1, 10, "a") + kDownloadEnd + Trade(2, 20, "b"));
-  player.Cache().AutoTradeWriteCSV = true;
-  player.Play(Trade(3, 30, "c"));
+  const auto play = [&](bool writes, const std::string& messages) {
+    player.Cache().AutoTradeWriteCSV = writes;
+    player.Play(messages);
+    return Content();
+  };
+  EXPECT_EQ(play(false, Trade(1, 10, "a") + kDownloadEnd + Trade(2, 20, "b")), "");
+  EXPECT_EQ(play(true, Trade(3, 30, "c")), "");
   EXPECT_EQ(FindFile(), fs::path());
-  player.Play(kDownloadEnd);
-  EXPECT_EQ(Content(), "Quantity,\r\n10,\r\n20,\r\n30,");
-  player.Cache().AutoTradeWriteCSV = false;
-  player.Play(Trade(4, 40, "d"));
-  player.Cache().AutoTradeWriteCSV = true;
-  player.Play(Trade(5, 50, "e"));
-  EXPECT_EQ(Content(), "Quantity,\r\n10,\r\n20,\r\n30,\r\n50,");
-}
-
-TEST_F(DailyFileTest, StartsTheFileAnewInASecondRun) {
-  WriteHeader("Quantity\n");
-  for (const char* execution : {"a", "b"}) {
-    CachePlayer player({}, Folder);
-    player.Play(Trade(1, 10, execution) + kDownloadEnd);
-    EXPECT_EQ(Content(), "Quantity,\r\n10,");
-  }
-}
-
-TEST_F(DailyFileTest, WritesEmptyLinesWithoutAHeaderFile) {
-  CachePlayer player({}, Folder);
-  player.Play(Trade(1, 10, "a") + kDownloadEnd + Trade(2, 20, "b"));
-  EXPECT_EQ(Content(), "\r\n\r\n");
+  EXPECT_EQ(play(true, kDownloadEnd), "Quantity,\r\n10,\r\n20,\r\n30,");
+  EXPECT_EQ(play(false, Trade(4, 40, "d")), "Quantity,\r\n10,\r\n20,\r\n30,");
+  EXPECT_EQ(play(true, Trade(5, 50, "e")), "Quantity,\r\n10,\r\n20,\r\n30,\r\n50,");
 }
 
 // The names of every opening are taken, also of one that failed.
@@ -165,47 +187,28 @@ TEST_F(DailyFileTest, IgnoresAFolderInItsPlace) {
   WriteHeader("Quantity\n");
   const fs::path blocked = Folder / "Trade20240229.CSV";
   fs::create_directory(blocked);
-  TradeRecord record{};
   DailyFile file;
-  file.OpenDailyFile(Folder, "20240229", "Default");
-  file.WriteTradeLine(record, "Default");
-  file.Flush();
+  OpenAndWrite(file);
   EXPECT_TRUE(fs::is_empty(blocked));
   fs::remove(blocked);
-  file.WriteTradeLine(record, "Default");
+  file.WriteTradeLine(Record, "Default");
   EXPECT_FALSE(fs::exists(blocked));
-  file.OpenDailyFile(Folder, "20240229", "Default");
-  file.WriteTradeLine(record, "Default");
-  file.Flush();
+  OpenAndWrite(file);
   EXPECT_EQ(Content(), "Quantity,Quantity,\r\n0,0,");
 }
 
-TEST_F(DailyFileTest, IgnoresAMissingFolder) {
-  CachePlayer player({}, Folder / "none");
-  player.Play(Trade(1, 10, "a") + kDownloadEnd + Trade(2, 20, "b"));
-  EXPECT_FALSE(fs::exists(Folder / "none"));
-  EXPECT_EQ(player.Cache().TradeNumbers.Size(), 2u);
-}
-
+// A stream that failed stays failed: room on the disk does not bring it back.
 TEST_F(DailyFileTest, IgnoresAFullDisk) {
   const fs::path link = Folder / "Trade20240229.CSV";
   std::error_code error;
   fs::create_symlink("/dev/full", link, error);
   if (error || !fs::is_character_file(link, error)) GTEST_SKIP() << "this system has no full device";
   WriteHeader("Quantity\n");
-  TradeRecord record{};
   DailyFile file;
-  file.OpenDailyFile(Folder, "20240229", "Default");
-  for (int i = 0; i < 3000; ++i) {
-    file.WriteTradeLine(record, "Default");
-    if (i % 7 == 0) file.Flush();
-  }
+  OpenAndWrite(file, 3000);
   EXPECT_TRUE(fs::is_symlink(link));
-  // The stream stays failed: room on the disk does not bring it back.
   fs::remove(link);
-  file.OpenDailyFile(Folder, "20240229", "Default");
-  file.WriteTradeLine(record, "Default");
-  file.Flush();
+  OpenAndWrite(file);
   EXPECT_FALSE(fs::exists(link));
 }
 

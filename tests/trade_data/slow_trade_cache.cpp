@@ -98,7 +98,7 @@ void SlowTradeCache::Trade(const TradeRecord& record) {
     return;
   }
   if (Live.insert_or_assign(id, record).second) {
-    Rows.push_back(id);
+    Rows[NextNumber--] = id;
     TellBooks(record);
   }
   GridsRefreshed = false;
@@ -114,8 +114,8 @@ void SlowTradeCache::TellBooks(const TradeRecord& record) {
 void SlowTradeCache::Merge() {
   for (const auto& [id, record] : Pending) {
     if (!Live.insert_or_assign(id, record).second) continue;
-    while (!Rows.empty() && TradeIdOf(Live[Rows.back()]) > id) Rows.pop_back();
-    Rows.push_back(id);
+    for (; !Rows.empty() && TradeIdOf(Live[Rows.begin()->second]) > id; ++NextNumber) Rows.erase(Rows.begin());
+    Rows[NextNumber--] = id;
   }
   Pending.clear();
 }
@@ -123,16 +123,13 @@ void SlowTradeCache::Merge() {
 void SlowTradeCache::EndDownload() {
   DownloadComplete = true;
   Merge();
-  BookCall copy;
-  for (std::size_t row = Rows.size(); row-- > 0;)
-    copy.Bytes += std::to_string(NumberOfRow(row)) + BytesOfValue(Live[Rows[row]]);
-  copy.Bytes += std::to_string(NumberOfRow(Rows.size()));
-  for (const auto& [key, book] : Books) Told.push_back({key + " copy", copy.Bytes});
+  std::string rows;
+  for (const auto& [number, id] : Rows) rows += std::to_string(number) + BytesOfValue(Live[id]);
+  for (const auto& [key, book] : Books) Told.push_back({key + " copy", rows + std::to_string(NextNumber)});
   GridsRefreshed = false;
 }
 
 void SlowTradeCache::Clear() {
-  FirstNumber = NumberOfRow(Rows.size());
   Rows.clear();
   Pending.clear();
   Live.clear();
@@ -184,7 +181,7 @@ void SlowTradeCache::AmendUnknown(std::int32_t tradeId) {
     if (book.FilterActive) {
       Told.push_back(CallWith(key, "refilter", AmendCopy));
     } else if (Live.insert_or_assign(tradeId, AmendCopy).second) {
-      Rows.push_back(tradeId);
+      Rows[NextNumber--] = tradeId;
       TellBooks(AmendCopy);
     }
   }

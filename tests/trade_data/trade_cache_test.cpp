@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "tests/support/sample_trade.h"
 #include "tests/support/wire_bytes.h"
 #include "tests/trade_data/cache_player.h"
@@ -29,19 +31,19 @@ struct Step {
   const char* State;
 };
 
-template <std::size_t Count>
-void PlaySteps(const Step (&steps)[Count], CachePlayer& player) {
+// One after the other, from the start.
+void CheckSteps(std::initializer_list<Step> steps) {
+  CachePlayer player;
   for (const Step& step : steps) {
     SCOPED_TRACE(step.What);
-    player.Play(step.Messages);
+    EXPECT_EQ(player.Play(step.Messages), "");
     EXPECT_EQ(player.State(), step.State);
   }
 }
 
 TEST(TradeCacheTest, NumbersTradesOfTheDownloadAndThenLiveOnes) {
   const std::string download = Trade(3, 30, "c") + Trade(1, 10, "a") + Trade(2, 20, "b");
-  const Step kSteps[] = {
-      {"start", "", "live, pending, rows, next 0"},
+  CheckSteps({
       {"in the download", download, "live, pending 1:10/1 2:20/1 3:30/1, rows, next 0"},
       {"repeats", download + Trade(9, 90, "a"), "live, pending 1:10/1 2:20/1 3:30/1, rows, next 0"},
       {"another execution", Trade(2, 25, "b2"), "live, pending 1:10/1 2:25/1 3:30/1, rows, next 0"},
@@ -51,62 +53,21 @@ TEST(TradeCacheTest, NumbersTradesOfTheDownloadAndThenLiveOnes) {
        "live 1:10/1 2:25/1 3:30/1 4:40/1 5:50/1, pending, rows 0=1 1=2 2=3 3=5 4=4, next 5"},
       {"a known id", Trade(1, 11, "a2"),
        "live 1:11/1 2:25/1 3:30/1 4:40/1 5:50/1, pending, rows 0=1 1=2 2=3 3=5 4=4, next 5"},
-      {"a known execution", Trade(7, 70, "e"),
-       "live 1:11/1 2:25/1 3:30/1 4:40/1 5:50/1, pending, rows 0=1 1=2 2=3 3=5 4=4, next 5"},
-      {"its end again", kDownloadEnd,
+      {"known executions, and the end again", Trade(7, 70, "e") + kDownloadEnd,
        "live 1:11/1 2:25/1 3:30/1 4:40/1 5:50/1, pending, rows 0=1 1=2 2=3 3=5 4=4, next 5"},
       {"cleared", kClear, "live, pending, rows, next 5"},
       {"the next login", download, "live, pending 1:10/1 2:20/1 3:30/1, rows, next 5"},
       {"numbers go on", kDownloadEnd + Trade(0x80000000u, 8, "n"),
        "live -2147483648:8/1 1:10/1 2:20/1 3:30/1, pending, rows 5=1 6=2 7=3 8=-2147483648, next 9"},
-  };
-  CachePlayer player;
-  PlaySteps(kSteps, player);
-}
-
-TEST(TradeCacheTest, TakesOneTradeForEachJoinedExecutionKey) {
-  const auto trade = [](std::uint32_t id, const char* orderNo, const char* tradeId) {
-    return WireMessage(9101,
-                       WireU32(20008, id) + WireText(55100, orderNo) + WireText(55101, tradeId) + WireTerminator());
-  };
-  const Step kSteps[] = {
-      {"an empty download", kDownloadEnd, "live, pending, rows, next 0"},
-      {"the first with an empty key", Trade(0, 1, ""), "live 0:1/1, pending, rows 0=0, next 1"},
-      {"the second", Trade(2, 2, ""), "live 0:1/1, pending, rows 0=0, next 1"},
-      {"1 and 23", trade(5, "1", "23"), "live 0:1/1 5:0/1, pending, rows 0=0 1=5, next 2"},
-      {"12 and 3", trade(6, "12", "3"), "live 0:1/1 5:0/1, pending, rows 0=0 1=5, next 2"},
-      {"12 and 4", trade(6, "12", "4"), "live 0:1/1 5:0/1 6:0/1, pending, rows 0=0 1=5 2=6, next 3"},
-  };
-  CachePlayer player;
-  PlaySteps(kSteps, player);
-  EXPECT_EQ(player.Cache().KnownExecutions.Size(), 3u);
-}
-
-TEST(TradeCacheTest, TakesNumbersFromNewerTradesInAMerge) {
-  const Step kSteps[] = {
-      {"numbered", kDownloadEnd + Trade(5, 50, "e") + Trade(6, 60, "f") + Trade(9, 90, "i"),
-       "live 5:50/1 6:60/1 9:90/1, pending, rows 0=5 1=6 2=9, next 3"},
-      {"one older than the newest", kReopen + Trade(7, 70, "g") + kDownloadEnd,
-       "live 5:50/1 6:60/1 7:70/1 9:90/1, pending, rows 0=5 1=6 2=7, next 3"},
-      {"one older than all", kReopen + Trade(1, 10, "a") + kDownloadEnd,
-       "live 1:10/1 5:50/1 6:60/1 7:70/1 9:90/1, pending, rows 0=1, next 1"},
-      {"newer ones, one of them known",
-       kReopen + Trade(8, 80, "h") + Trade(3, 30, "c") + Trade(5, 55, "e2") + kDownloadEnd,
-       "live 1:10/1 3:30/1 5:55/1 6:60/1 7:70/1 8:80/1 9:90/1, pending, rows 0=1 1=3 2=8, next 3"},
-      {"one with a negative id", kReopen + Trade(0xFFFFFFFFu, 1, "m") + kDownloadEnd,
-       "live -1:1/1 1:10/1 3:30/1 5:55/1 6:60/1 7:70/1 8:80/1 9:90/1, pending, rows 0=-1, next 1"},
-  };
-  CachePlayer player;
-  PlaySteps(kSteps, player);
+  });
 }
 
 TEST(TradeCacheTest, AmendsKnownTradesAndAddsUnknownOnes) {
-  const Step kSteps[] = {
-      {"before any trade", Amend(7, 2, 0, 70) + Amend(7, 2, 9, 0), "live, pending, rows, next 0"},
-      {"a trade", kDownloadEnd + Trade(5, 50, "e"), "live 5:50/1, pending, rows 0=5, next 1"},
+  CheckSteps({
+      {"a trade", Amend(7, 2, 0, 70) + Amend(7, 2, 9, 0) + kDownloadEnd + Trade(5, 50, "e"),
+       "live 5:50/1, pending, rows 0=5, next 1"},
       {"unknown, nothing to add", Amend(7, 2, 0, 0) + Amend(7, 2, 9, 0), "live 5:50/1, pending, rows 0=5, next 1"},
-      {"product alone", Amend(5, 2, 0, 0), "live 5:50/2, pending, rows 0=5, next 1"},
-      {"quantity to add of a known trade", Amend(5, 2, 0, 77), "live 5:50/2, pending, rows 0=5, next 1"},
+      {"product alone", Amend(5, 2, 0, 77), "live 5:50/2, pending, rows 0=5, next 1"},
       {"quantity and product", Amend(5, 3, 60, 0), "live 5:60/3, pending, rows 0=5, next 1"},
       {"no product is product 0", WireMessage(9112, WireU32(20008, 5)), "live 5:60/0, pending, rows 0=5, next 1"},
       {"unknown, without a book", Amend(7, 2, 0, 70, WireText(55100, "o")), "live 5:60/0, pending, rows 0=5, next 1"},
@@ -118,137 +79,67 @@ TEST(TradeCacheTest, AmendsKnownTradesAndAddsUnknownOnes) {
       {"a repeat of it", Amend(9, 2, 0, 90, WireText(55100, "o8")),
        "live 5:60/0, pending 2:20/1 8(5):60/0, rows 0=5, next 1"},
       {"an amendment flushes what waits", Amend(5, 1, 61, 0),
-       "live 2:20/1 5:61/1 8(5):60/0, pending, rows 0=2 1=5, next 2"},
+       "live 2:20/1 5:61/1 8(5):60/0, pending, rows 0=2 1=8, next 2"},
       {"a trade under another id writes to its own", Amend(8, 3, 81, 0),
-       "live 2:20/1 5:81/3 8(5):81/3, pending, rows 0=2 1=5, next 2"},
-  };
-  CachePlayer player;
-  PlaySteps(kSteps, player);
+       "live 2:20/1 5:81/3 8(5):81/3, pending, rows 0=2 1=8, next 2"},
+  });
 }
 
-TEST(TradeCacheTest, KeepsWhatEarlierAmendmentsLeft) {
-  CachePlayer player(Books{{"A", {}}});
-  player.Play(kDownloadEnd + Trade(1, 1, "a"));
-  TradeRecord expected{};
-  expected.VELDTradeID = 7;
-  expected.ProductType = 2;
-  expected.Quantity = 70;
-  std::string fields = WireText(55103, "not taken");
-  for (const int tag : {101, 55001, 55010, 55018, 55100, 55102, 55104, 55109, 55131}) {
-    fields += FindSampleField(tag)->Wire();
-    PutSampleField(expected, *FindSampleField(tag));
+// Messages from small ranges, so that ids and executions meet often.
+class RandomMessages {
+ public:
+  explicit RandomMessages(unsigned seed) : Random(seed) {}
+
+  std::string Next() {
+    const unsigned kind = Below(24);
+    if (kind <= 3) return kind == 0 ? kClear : kind == 1 ? kReopen : kDownloadEnd;
+    return kind <= 9 ? Amendment() : Trade();
   }
-  std::memset(expected.CTCLID, 'c', 20);
-  player.Play(Amend(7, 2, 0, 70, fields + WireText(55012, std::string(25, 'c'))));
-  player.Play(Amend(8, 3, 0, 80, WireText(55100, "order 2") + WireText(55102, "other")));
-  const TradeMap& live = *player.Cache().LiveTradesOf("Default");
-  EXPECT_TRUE(BytesOfValue(*live.Find(7)) == BytesOfValue(expected));
-  expected.VELDTradeID = 8;
-  expected.ProductType = 3;
-  expected.Quantity = 80;
-  std::memcpy(expected.ExchangeOrderNo, "order 2", 8);
-  // A shorter text ends with its NUL; the bytes after it stay.
-  std::memcpy(expected.ClientID, "other\0", 6);
-  EXPECT_TRUE(BytesOfValue(*live.Find(8)) == BytesOfValue(expected));
-  // The known trade 1 replaces all of it.
-  player.Play(Amend(1, 1, 5, 0) + Amend(9, 1, 0, 90, WireText(55100, "order 3")));
-  EXPECT_STREQ(live.Find(9)->UserID, "");
-  EXPECT_STREQ(live.Find(9)->ExchangeTradeID, "a");
-}
 
-TEST(TradeCacheTest, TellsBooks) {
-  const Books none, one{{"A", {}}}, two{{"A", {}}, {"B", {}}};
-  const Books filtered{{"B", {true}}}, filteredLast{{"A", {}}, {"B", {true}}}, filteredFirst{{"A", {true}}, {"B", {}}};
-  const Books refusing{{"A", {false, 2}}, {"B", {}}};
-  const std::string start = kDownloadEnd + Trade(1, 1, "a");
-  const char* const kShown = "A admit 1, A totals 1, B admit 1, B totals 1";
-  const char* const kTwice =
-      "A admit 1, A totals 1, B admit 1, B totals 1, A admit 1, A totals 1, B admit 1, B totals 1";
-  const char* const kKept = "live 1:1/1, pending, rows 0=1, next 1";
-  const char* const kStored = "live 1:1/1 7:70/2, pending, rows 0=1 1=7, next 2";
-  const struct {
-    const char* What;
-    const Books& Open;
-    std::string Before, Messages;
-    const char *Calls, *State;
-  } kRows[] = {
-      {"nothing in the download", one, "", Trade(1, 1, "a"), "", "live, pending 1:1/1, rows, next 0"},
-      {"its end", filteredLast, "", kDownloadEnd, "A copy, B copy", "live, pending, rows, next 0"},
-      {"a new trade", filteredLast, kDownloadEnd, Trade(1, 1, "a"), kShown, kKept},
-      {"a refused trade", refusing, kDownloadEnd, Trade(1, 1, "a", WireU8(101, 2)), "A admit 1, B admit 1, B totals 1",
-       kKept},
-      {"a repeat", one, start, Trade(2, 2, "a"), "", kKept},
-      {"a known trade", one, start, Trade(1, 2, "b"), "", "live 1:2/1, pending, rows 0=1, next 1"},
-      {"a product amended", two, start, Amend(1, 2, 0, 0), kShown, "live 1:1/2, pending, rows 0=1, next 1"},
-      {"a quantity amended, once a book", filteredLast, start, Amend(1, 2, 9, 0), kTwice,
-       "live 1:9/2, pending, rows 0=1, next 1"},
-      {"a quantity amended, no book", none, start, Amend(1, 2, 9, 0), "", "live 1:9/2, pending, rows 0=1, next 1"},
-      {"unknown, two plain books", two, start, Amend(7, 2, 0, 70), "A admit 7, A totals 7, B admit 7, B totals 7",
-       kStored},
-      {"unknown, filtered alone", filtered, start, Amend(7, 2, 0, 70), "B refilter 7", kKept},
-      {"unknown, plain then filtered", filteredLast, start, Amend(7, 2, 0, 70),
-       "A admit 7, A totals 7, B admit 7, B totals 7, B refilter 7", kStored},
-      {"unknown, filtered then plain", filteredFirst, start, Amend(7, 2, 0, 70),
-       "A refilter 7, A admit 7, A totals 7, B admit 7, B totals 7", kStored},
-      {"unknown, known execution", one, start, Amend(7, 2, 0, 70) + Amend(8, 2, 0, 80), "A admit 7, A totals 7",
-       kStored},
-      {"cleared", two, start, kClear, "A clear, B clear", "live, pending, rows, next 1"},
-  };
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.What);
-    CachePlayer player(row.Open);
-    player.Play(row.Before);
-    player.TakeCalls();
-    player.Play(row.Messages);
-    EXPECT_EQ(player.TakeCalls(), row.Calls);
-    EXPECT_EQ(player.State(), row.State);
+ private:
+  unsigned Below(unsigned end) { return static_cast<unsigned>(Random() >> 8) % end; }
+  std::string Maybe(const std::string& field) { return Below(3) == 0 ? field : ""; }
+  std::uint32_t Id() { return Below(14) - 2; }
+  // Mostly short, sometimes longer than any field.
+  std::string Text(int tag) {
+    const std::size_t size = 1 + Below(Below(9) == 0 ? 80 : 3);
+    return WireText(tag, std::string(size, static_cast<char>('a' + Below(4))));
   }
-}
+  std::string Number(int tag) { return WireU32(tag, Below(4)); }
 
-TEST(TradeCacheTest, AsksForARepaintAfterChanges) {
-  const std::string start = kDownloadEnd + Trade(1, 1, "a");
-  const struct {
-    const char* What;
-    std::string Before, Messages;
-    bool Asked;
-  } kRows[] = {
-      {"download", "", Trade(1, 1, "a"), false},
-      {"its end", "", kDownloadEnd, true},
-      {"new", start, Trade(2, 2, "b"), true},
-      {"known", start, Trade(1, 2, "b"), true},
-      {"repeat", start, Trade(3, 3, "a"), false},
-      {"amended", start, Amend(1, 2, 0, 0), true},
-      {"unknown", start, Amend(7, 2, 0, 0), false},
-      {"no book", start, Amend(7, 2, 0, 70), false},
-      {"another number", start, WireMessage(8113, ""), false},
-  };
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.What);
-    CachePlayer player;
-    player.Play(row.Before);
-    player.Cache().GridsRefreshed = true;
-    player.Play(row.Messages);
-    EXPECT_EQ(player.Cache().GridsRefreshed, !row.Asked);
+  // Without a terminator the body is lost.
+  std::string Trade() {
+    std::string fields;
+    for (const SampleField& field : kSampleFields) {
+      if (field.Tag == 55010) fields += Text(55101) + WireU32(20008, Id()) + (Below(30) == 0 ? "" : WireTerminator());
+      fields += Maybe(field.IsText() ? Text(field.Tag) : field.Wire());
+    }
+    return WireMessage(8111 + 990 * Below(2), fields + Number(20014) + WireU8(101, Below(3)) + Maybe(Number(20084)));
   }
-}
+  // A symbol is none of its fields.
+  std::string Amendment() {
+    std::string fields = WireU32(20008, Id()) + Maybe(WireU8(101, Below(3)));
+    for (const int tag : {20084, 20103, 20104}) fields += Maybe(Number(tag));
+    for (const int tag : {55001, 55010, 55012, 55018, 55100, 55102, 55103, 55104, 55109, 55131})
+      fields += Maybe(Text(tag));
+    return WireMessage(9112, fields);
+  }
 
-TEST(TradeCacheTest, KeepsRecordsAtTheirAddresses) {
-  CachePlayer player;
-  for (std::uint32_t id = 1; id <= 3000; ++id) player.Play(Trade(id, id, std::to_string(id).c_str()));
-  player.Play(kDownloadEnd);
-  std::map<std::int32_t, TradeRecord*> kept;
-  const auto look = [&] {
-    for (const TradeMap::Entry trade : *player.Cache().LiveTradesOf("Default"))
-      ASSERT_EQ(kept.try_emplace(trade.Id, trade.Record).first->second, trade.Record);
+  std::minstd_rand Random;
+};
+
+TEST(TradeCacheTest, AgreesWithTheSlowCache) {
+  const Books kBooks[] = {
+      {}, {{"A", {}}}, {{"A", {true, 1}}}, {{"A", {true, 2}}, {"B", {}}, {"C", {}}}, {{"A", {false, 1}}, {"B", {true}}},
   };
-  look();
-  player.Play(Amend(3, 2, 7, 0) + Trade(4, 4, "other") + Trade(5000, 1, "new") + Amend(3, 1, 8, 0));
-  player.Play(kReopen + Trade(4000, 1, "p") + Trade(5, 55, "q") + Amend(3000, 2, 0, 0) + kDownloadEnd);
-  for (std::uint32_t id = 6000; id <= 9000; ++id) player.Play(Trade(id, id, std::to_string(id).c_str()));
-  look();
-  EXPECT_EQ(kept.size(), 6003u);
-  EXPECT_EQ(+kept[5]->Quantity, 55u);
-  EXPECT_EQ(+kept[3]->Quantity, 8u);
+  for (unsigned seed = 1; seed <= 60; ++seed) {
+    RandomMessages messages(seed);
+    CachePlayer player(kBooks[seed % std::size(kBooks)]);
+    for (int step = 0; step < 300; ++step) {
+      ASSERT_EQ(player.Play(messages.Next(), true), "") << "seed " << seed << ", step " << step;
+      player.TakeCalls();
+    }
+  }
 }
 
 }  // namespace

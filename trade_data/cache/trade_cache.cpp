@@ -3,7 +3,6 @@
 #include "foundations/date_time.h"
 #include "host_link/messages/message_table.h"
 #include "platform/locale.h"
-#include "trade_data/records/trade_fields.h"
 
 TradeCache::TradeCache(CQORTradeImpl& decoder, const TradeBooks& books, std::filesystem::path workingFolder)
     : Decoder(decoder), BooksByKey(books), WorkingFolder(std::move(workingFolder)) {}

@@ -10,7 +10,6 @@
 
 #include "host_link/messages/packet_reader.h"
 #include "trade_data/cache/execution_set.h"
-#include "trade_data/cache/record_pool.h"
 #include "trade_data/cache/trade_map.h"
 #include "trade_data/daily_file/daily_file.h"
 #include "trade_data/records/trade_impl.h"

@@ -71,7 +71,6 @@ std::error_code CQORFileImpl::Open() {
   errno = 0;
   File.reset(OpenSharedFile(Path, exists ? "r+b" : "w+b"));
   if (File == nullptr) return OpenFailure();
-  std::rewind(File.get());
   return {};
 }
 

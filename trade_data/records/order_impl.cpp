@@ -1,7 +1,5 @@
 #include "trade_data/records/order_impl.h"
 
-#include "trade_data/records/trade_fields.h"
-
 namespace {
 
 // The second section ends at a terminator too, unlike the body of a trade.

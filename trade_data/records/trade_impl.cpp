@@ -3,9 +3,6 @@
 #include <algorithm>
 #include <span>
 
-#include "trade_data/record_files/ada_write_async.h"
-#include "trade_data/records/trade_fields.h"
-
 namespace {
 
 // Intentional: values of unknown tags are not skipped, unlike in every other section, so a field inside one is read.

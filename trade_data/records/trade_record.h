@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 // The fields of a security that a linked master record overrides. The plug-in does not link any.
@@ -112,8 +113,73 @@ inline double MultiplierOf(const TradeRecord& record) noexcept {
   return record.MasterRecord != nullptr ? record.MasterRecord->Multiplier : record.Multiplier;
 }
 
-// The texts of the coded fields, as screens and files show them.
-std::string_view SideText(std::uint8_t side) noexcept;
-std::string_view OrderTypeText(std::uint8_t orderType) noexcept;
-std::string_view ProductTypeText(std::uint32_t productType) noexcept;
-std::string_view OpenCloseText(std::uint8_t openClose) noexcept;
+// Copies the fields of the record's security that its master, if it has one, overrides.
+template <typename Record>
+Record WithMasterFields(const Record& record) noexcept {
+  Record merged = record;
+  const SecurityMaster* master = record.MasterRecord;
+  if (master == nullptr) return merged;
+  std::memcpy(merged.Exchange, master->Exchange, sizeof merged.Exchange);
+  std::memcpy(merged.SecurityID, master->SecurityID, sizeof merged.SecurityID);
+  std::memcpy(merged.SecurityType, master->SecurityType, sizeof merged.SecurityType);
+  std::memcpy(merged.Symbol, master->Symbol, sizeof merged.Symbol);
+  std::memcpy(merged.ExpiryDate, master->ExpiryDate, sizeof merged.ExpiryDate);
+  std::memcpy(merged.OptionType, master->OptionType, sizeof merged.OptionType);
+  merged.StrikePrice = master->StrikePrice;
+  if constexpr (requires { merged.Text55107; }) {
+    std::memcpy(merged.Text55107, master->Text55107, sizeof merged.Text55107);
+    merged.Multiplier = master->Multiplier;
+  }
+  return merged;
+}
+
+// A code of a field and its text, as screens and files show it.
+struct CodeText {
+  std::uint32_t Code;
+  std::string_view Text;
+};
+
+inline constexpr CodeText kSides[] = {{1, "Buy"}, {2, "Sell"}};
+inline constexpr CodeText kProductTypes[] = {{1, "NORMAL"}, {2, "DELIVERY"}, {3, "INTRADAY"}};
+inline constexpr CodeText kOpenCloses[] = {
+    {1, "Open"},           {2, "Close"},    {3, "ForceClose"},      {4, "CloseToday"},
+    {5, "CloseYesterday"}, {6, "ForceOff"}, {7, "LocalForceClose"},
+};
+inline constexpr CodeText kOrderTypes[] = {
+    {1, "Market"},
+    {2, "Limit"},
+    {3, "StopMarket"},
+    {4, "StopLimit"},
+    {11, "OCO"},
+    {74, "MIT"},
+    {78, "NegotiatedDealOrder"},
+    {80, "PreOpenOrder"},
+    {82, "MITLimit"},
+    {87, "AuctionBuyIn"},
+    {88, "AuctionSellOut"},
+    {89, "AuctionTradingBuyIn"},
+    {90, "AuctionTradingSellOut"},
+    {101, "MultiLeg"},
+    {102, "Spread"},
+};
+
+template <std::size_t Count>
+constexpr std::string_view TextOfCode(const CodeText (&table)[Count], std::uint32_t code,
+                                      std::string_view other) noexcept {
+  for (const CodeText& row : table)
+    if (row.Code == code) return row.Text;
+  return other;
+}
+
+constexpr std::string_view SideText(std::uint8_t side) noexcept {
+  return TextOfCode(kSides, side, "Both");
+}
+constexpr std::string_view OrderTypeText(std::uint8_t orderType) noexcept {
+  return TextOfCode(kOrderTypes, orderType, "");
+}
+constexpr std::string_view ProductTypeText(std::uint32_t productType) noexcept {
+  return TextOfCode(kProductTypes, productType, "*");
+}
+constexpr std::string_view OpenCloseText(std::uint8_t openClose) noexcept {
+  return TextOfCode(kOpenCloses, openClose, "NONE");
+}
