@@ -1,4 +1,4 @@
-#include "book_windows/model/book_layout.h"
+#include "book_windows/model/book_state.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,6 @@
 // A book on the screen shows its model, and hands it keys, clicks and closes.
 #include <fstream>
 
-#include "book_windows/windows/book_dialog_template.h"
 #include "tests/book_windows/books_fixture.h"
 #include "tests/support/files.h"
 #include "tests/toolkit/spoken_name.h"

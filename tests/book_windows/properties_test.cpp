@@ -7,7 +7,6 @@
 #include <fstream>
 #include <sstream>
 
-#include "book_windows/windows/window_font.h"
 #include "grid_base/settings/registry_store.h"
 #include "tests/book_windows/books_fixture.h"
 
