@@ -67,13 +67,6 @@ void BooksTest::ShowOnly(CTradeBookGrid& grid, const std::vector<int>& columns) 
   grid.AdjustLayout();
 }
 
-std::wstring BooksTest::Cell(CTradeBookBar& bar, int row, const char* key) {
-  CQORPGridCell cell;
-  for (int i = 0; i < kTradeColumnCount; ++i)
-    if (kTradeColumns[i].Key == key) bar.Grid()->ShowCell(row, i, cell);
-  return cell.Text;
-}
-
 std::wstring BooksTest::Ids(const CTradeBookGrid& grid) {
   std::wstring ids;
   CQORPGridCell cell;
