@@ -29,7 +29,7 @@ TEST_F(BookRegistryTest, OpensWhatTheFocusedWindowSelects) {
   int number = 0;
   for (const auto& row : kRows) {
     SCOPED_TRACE(++number);
-    Desk.State->SelectedKey = KeyOf("COMEX", "GC2");  // an earlier answer
+    Desk.State->SelectedKey = {"COMEX", "GC2"};  // an earlier answer
     if (row.Exchange == nullptr) BookDesk::SelectNothing();
     if (row.Exchange != nullptr) BookDesk::Select(row.Exchange, row.SecurityID);
     FakeBookWindow& window = Open();
@@ -115,40 +115,35 @@ TEST_F(BookRegistryTest, FollowsCommandAndEscape) {
 }
 
 TEST_F(BookRegistryTest, ClosesByEachWay) {
+  const auto escape = [this](FakeBookWindow& window) { Registry->CloseByEscape(window.Shown); };
+  const auto button = [this](FakeBookWindow& window) { Close(window); };
+  const auto tab = [this](FakeBookWindow& window) {
+    Registry->CloseBook(window.Shown, BookRegistry::Close::LeaveToTab);
+  };
   const struct {
-    const char* Way;
-    bool Floating, Closes;
+    std::function<void(FakeBookWindow&)> Close;
+    bool Floating;
     const char* Notes;
-  } kRows[] = {{"escape in bar", true, true, "hide"},
-               {"escape in bar", false, false, ""},
-               {"close button", false, true, "hide"},
-               {"tab", false, true, ""}};
+  } kRows[] = {{escape, true, "hide"}, {button, false, "hide"}, {tab, false, ""}};
   std::uint32_t id = 0;
   for (const auto& row : kRows) {
-    SCOPED_TRACE(row.Way);
+    SCOPED_TRACE(++id);
     FakeBookWindow& window = OpenGold();
     window.Floating = row.Floating;
-    window.Shown.Settings.BuyColor = 100 + ++id;
+    window.Shown.Settings.BuyColor = 100 + id;
     window.TakeNotes();
-    fakeTerminal.BarCalls.clear();
-    for (int time = 0; time < 2; ++time) {  // the second finds no book
-      if (row.Way == std::string("escape in bar")) Registry->CloseByEscape(window.Shown);
-      if (row.Way == std::string("close button")) Close(window);
-      if (row.Way == std::string("tab")) Registry->CloseBook(window.Shown, BookRegistry::Close::LeaveToTab);
-    }
+    fakeTerminal.BarCalls.clear(), fakeTerminal.Focus.clear();
+    if (!row.Floating) escape(window);
+    EXPECT_EQ(InLists(), 3u) << "Escape closes only what floats";
+    row.Close(window), row.Close(window);  // the second finds no book
     EXPECT_EQ(window.TakeNotes(), row.Notes);
-    EXPECT_EQ(InLists(), row.Closes ? 0u : 3u);
-    EXPECT_EQ(fakeTerminal.BarCalls.size(), row.Closes ? 1u : 0u);
-    EXPECT_EQ(fakeTerminal.Focus.size(), row.Closes ? 1u : 0u);
-    if (row.Closes) {
-      EXPECT_EQ(fakeTerminal.BarCalls[0], "-" + std::to_string(id));
-      EXPECT_EQ(fakeTerminal.Focus[0], (std::pair<void*, bool>(window.BarAddress(), true)));
-      GridSettings stored;
-      EXPECT_TRUE(ReadGridSettings(kGridSettingsKey, stored, *Desk.State));
-      EXPECT_EQ(stored.BuyColor, 100 + id);
-    }
+    EXPECT_EQ(InLists(), 0u);
+    EXPECT_EQ(fakeTerminal.BarCalls, std::vector{"-" + std::to_string(id)});
+    EXPECT_EQ(fakeTerminal.Focus, (std::vector{std::pair(window.BarAddress(), true)}));
+    GridSettings stored;
+    EXPECT_TRUE(ReadGridSettings(kGridSettingsKey, stored, *Desk.State));
+    EXPECT_EQ(stored.BuyColor, 100 + id);
     window.DestroyBar();
-    fakeTerminal.Focus.clear();
   }
 }
 

@@ -49,7 +49,7 @@ TEST(BookStateTest, EachStateHasItsStoredName) {
     BookState state;
     state.ScriptTitle = row.ScriptTitle, state.AllMark = row.AllMark, state.CurrentTitle = row.CurrentTitle;
     BookRecord record;
-    record.Security = KeyOf("COMEX", "GC1");
+    record.Security = {"COMEX", "GC1"};
     record.ScriptTitle = row.ScriptTitle;
     record.ScriptTradeName = ScriptTradeNameOf(state);
     EXPECT_EQ(record.ScriptTradeName, row.Written == nullptr ? std::nullopt : std::optional<std::string>(row.Written));
@@ -153,7 +153,7 @@ TEST_F(StoredBooksTest, TakeWhateverIsStored) {
   for (int i = 1; i <= 20; ++i) {
     const std::string n = std::to_string(i);
     twenty += "<" + n + ">\"TradeBook " + n + "\"</" + n + "><LastNum" + n + ">\"" + std::to_string(40 + i) +
-              "\"</LastNum" + n + "><Dock" + n + ">\"1\"</Dock" + n + ">";
+              "\"</LastNum" + n + ">";
   }
   const std::string one = "<1>\"TradeBook 1\"</1>";
   const std::string filter = "<ScriptName1>\"x\"</ScriptName1><FilterKeySecurityID1>\"GC1\"</FilterKeySecurityID1>";

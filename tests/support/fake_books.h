@@ -77,7 +77,7 @@ class FakeBookScreen : public BookScreen {
   std::vector<int> SortStates;
   bool HasDisplay = true;
   bool MakesNone = false;
-  bool MadeUnderResources = false;  // the last window
+  bool MadeUnderResources = false;            // the last window
   FakeBookWindow* EndedByProperty = nullptr;  // the next change of a property destroys its bar
 };
 
