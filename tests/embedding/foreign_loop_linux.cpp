@@ -17,10 +17,7 @@ Function* Gtk(const char* name) {
   return library == nullptr ? nullptr : reinterpret_cast<Function*>(dlsym(library, name));
 }
 
-std::string& HiddenDisplay() {
-  static std::string name;
-  return name;
-}
+std::string hiddenDisplay;
 
 int OnTick(void* tick) {
   if ((*static_cast<const std::function<bool()>*>(tick))()) return 1;
@@ -32,13 +29,13 @@ int OnTick(void* tick) {
 
 bool HideDisplay() {
   const char* name = std::getenv("DISPLAY");
-  HiddenDisplay() = name == nullptr ? "" : name;
+  hiddenDisplay = name == nullptr ? "" : name;
   unsetenv("DISPLAY");
   return true;
 }
 
 void ShowDisplay() {
-  if (!HiddenDisplay().empty()) setenv("DISPLAY", HiddenDisplay().c_str(), 1);
+  if (!hiddenDisplay.empty()) setenv("DISPLAY", hiddenDisplay.c_str(), 1);
 }
 
 bool OpenForeignWindow() {
@@ -54,8 +51,8 @@ bool OpenForeignWindow() {
 }
 
 // GTK itself keeps events from the windows behind a modal one.
-bool (*ForeignWindowCheck())() {
-  return nullptr;
+std::optional<bool> ForeignWindowTakesInput() {
+  return std::nullopt;
 }
 
 void RunForeignLoop(const std::function<bool()>& tick) {
