@@ -34,18 +34,14 @@ void BooksTest::Stop() {
 }
 
 CTradeBookBar& BooksTest::Open() {
-  FocusMain();
-  Registry().OnBookCommand();
-  CTradeBookBar& bar = WindowOf(*Registry().BarsById.rbegin()->second);
-  WaitForActivation(bar);
-  return bar;
-}
-
-void BooksTest::FocusMain() {
   Main->Raise();
   WaitForActivation(*Main);
   Main->SetFocus();
   Pump();
+  Registry().OnBookCommand();
+  CTradeBookBar& bar = WindowOf(*Registry().BarsById.rbegin()->second);
+  WaitForActivation(bar);
+  return bar;
 }
 
 void BooksTest::FocusGrid(CTradeBookBar& bar) {

@@ -30,7 +30,6 @@ class BooksTest : public GuiTest {
   static CTradeBookBar& WindowOf(const Book& book) { return dynamic_cast<CTradeBookBar&>(*book.Window); }
   BookRegistry& Registry() { return Screen->Registry; }
   PluginState& State() { return *Desk->State; }
-  void FocusMain();  // no book has the focus then
   void FocusGrid(CTradeBookBar& bar);
   void Beat();
 

@@ -1,7 +1,6 @@
 // A book's menu by its texts, from the command to its effect on grid, clipboard, disk and terminal.
 #include <wx/clipbrd.h>
 #include <wx/dcclient.h>
-#include <wx/textctrl.h>
 #include <wx/timer.h>
 #include <wx/uiaction.h>
 
@@ -22,11 +21,6 @@ class CommandsTest : public BooksTest {
     const wxClipboardLocker locker;
     return wxTheClipboard->GetData(text) ? text.GetText().ToStdWstring() : L"nothing";
   }
-  // The file ends with the folder of that file, as the last export has saved it.
-  void ExpectTradePath(const fs::path& file) const {
-    const std::string config = ReadFile(Desk->Folder / "config.ini");
-    EXPECT_TRUE(config.ends_with("[PATH]\r\nTrade=" + ToUpperText(FolderText(file.parent_path())) + "\r\n")) << config;
-  }
 };
 
 TEST_F(CommandsTest, MenuHasTheseEntries) {
@@ -39,10 +33,14 @@ TEST_F(CommandsTest, MenuHasTheseEntries) {
             L"1 30010All Columns|1 30011Visible Columns|1 30013Selected Columns|1 30012Manual Export|0 0|"
             L"0 57634&Copy|0 30003Copy as &HTML|0 30004Select A&ll|0 0|0 30023Show Filter|0 30024Reset Filter|"
             L"0 30008Property|");
-  CTradeBookGrid& grid = *Open().Grid();
+  CTradeBookBar& book = Open();
+  CTradeBookGrid& grid = *book.Grid();
   EXPECT_FALSE(grid.RunContextMenu({L"Copy as HTML"})) << "there are no rows";
   EXPECT_FALSE(grid.RunContextMenu({L"Export CSV", L"Selected Columns"})) << "no row is current";
   EXPECT_TRUE(grid.RunContextMenu({L"Show Filter"}));
+  ASSERT_TRUE(grid.EditFilter(11));
+  Press(*grid.GetFilterEdit(), WXK_ESCAPE);
+  EXPECT_TRUE(book.IsBarShown()) << "the field's Escape is not the book's";
   EXPECT_TRUE(grid.RunContextMenu({L"Hide Filter"}));
   EXPECT_FALSE(grid.IsFilterBarEnabled());
   Desk->Trade(1, "COMEX", "GC1", 1, 5, 10);
@@ -173,13 +171,13 @@ TEST_F(CommandsTest, ExportsAskWriteReportAndRemember) {
     const std::vector<std::wstring> report{L"Trade Book: Trade Book CSV Successfully exported..!!"};
     EXPECT_EQ(Answers.Said, row.SaveAs.empty() ? std::vector<std::wstring>() : report);
   }
-  ExpectTradePath(folder / "nowhere" / "x.csv");
   Answers.SaveAs = folder / "all.csv";
   EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", L"All Columns"}));
   const std::string all = ReadFile(Answers.SaveAs);
   EXPECT_EQ(all.substr(0, 26), "Server,UserID,VELDTradeID,");
   EXPECT_EQ(std::ranges::count(all, '\n'), 2) << "whatever the filter says";
-  ExpectTradePath(folder / "nowhere" / "x.csv");
+  const std::string saved = "[PATH]\r\nTrade=" + ToUpperText(FolderText(folder / "nowhere")) + "\r\n";
+  EXPECT_TRUE(ReadFile(folder / "config.ini").ends_with(saved)) << "that of the visible columns alone";
 }
 
 TEST_F(CommandsTest, TradeFilesFollowTheirDescriptions) {
@@ -198,7 +196,6 @@ TEST_F(CommandsTest, TradeFilesFollowTheirDescriptions) {
   EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", L"Manual Export"}));
   EXPECT_EQ(ReadFile(Answers.SaveAs), "Trade,Lots,\r\n1,5,\r\n2,7,");
   EXPECT_EQ(Answers.Said.back(), L"Trade Book: Trade Book CSV Successfully exported..!!");
-  ExpectTradePath(Answers.SaveAs);
   WriteFile(folder / "config.ini", "[TRADECSV]\r\nExchangeFormatCSV = TRUE\r\n");
   Answers.Proposals.clear();
   EXPECT_TRUE(OpenGold().Grid()->RunContextMenu({L"Export CSV", L"Manual Export"}));
@@ -228,25 +225,6 @@ TEST_F(CommandsTest, SizeToFitMeasuresEveryRow) {
   EXPECT_EQ(fitted(11), dc.GetTextExtent(NarrowToWide("WWWW \xE9\xE9\xE9\xE9 WWWW")).x + 10);
   EXPECT_EQ(fitted(18), std::max(dc.GetTextExtent(L"5").x + 10, grid.OnGetColumnMinWidth(18)));
   EXPECT_EQ(fitted(10), 211) << "locked";
-}
-
-// The field's Escape is not the book's, which would close.
-TEST_F(CommandsTest, FilterFieldsFilterLetterByLetter) {
-  for (std::uint32_t id = 1; id <= 3; ++id) Desk->Trade(id, "COMEX", id == 2 ? "SI7" : "GC1", 1, id * 10, 1);
-  CTradeBookBar& book = OpenGold();
-  CTradeBookGrid& grid = *book.Grid();
-  EXPECT_TRUE(grid.RunContextMenu({L"Show Filter"}));
-  ASSERT_TRUE(grid.EditFilter(11));
-  dynamic_cast<wxTextCtrl&>(*grid.GetFilterEdit()).WriteText(L"g");
-  Pump();
-  EXPECT_EQ(Ids(grid), L"31");
-  EXPECT_EQ(Summary(book, 30031), L"40") << "totals are those of the rows";
-  Press(*grid.GetFilterEdit(), WXK_ESCAPE);
-  EXPECT_EQ(grid.GetFilterEdit(), nullptr);
-  EXPECT_TRUE(book.IsBarShown());
-  EXPECT_TRUE(grid.RunContextMenu({L"Reset Filter"}));
-  EXPECT_EQ(Ids(grid), L"321") << "every trade comes back, of whatever security";
-  EXPECT_EQ(grid.GetFilterText(11), L"");
 }
 
 }  // namespace

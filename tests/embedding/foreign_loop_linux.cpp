@@ -8,7 +8,6 @@
 namespace {
 
 constexpr unsigned kTickMs = 5;
-constexpr int kActivationTicks = 400;
 
 // The GTK of the machine, without its headers.
 template <typename Function>
@@ -45,8 +44,7 @@ bool OpenForeignWindow() {
   Gtk<void(void*, void*)>("gtk_container_add")(window, Gtk<void*()>("gtk_entry_new")());
   Gtk<void(void*)>("gtk_widget_show_all")(window);
   // A window manager activates it late, which would take the focus from a bar that opens before.
-  int ticks = 0;
-  RunForeignLoop([&] { return Gtk<int(void*)>("gtk_window_is_active")(window) == 0 && ++ticks < kActivationTicks; });
+  TickUntil([window] { return Gtk<int(void*)>("gtk_window_is_active")(window) != 0; });
   return true;
 }
 

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <map>
 
 #include "foundations/text_tools.h"
 #include "host_link/host_functions/terminal_functions.h"
@@ -47,9 +46,7 @@ TRADEBOOK_EXPORT void PluginDataSend(CQORPacketWriter* message) {
 }
 
 TRADEBOOK_EXPORT void GetMasterRequest(MasterRequest* request, std::uint32_t zero, std::uint16_t* number) {
-  EXPECT_EQ(request->FirstSlot, 0U);
-  EXPECT_EQ(request->MasterRecord, 0U);
-  EXPECT_EQ(zero, 0U);
+  EXPECT_EQ(request->FirstSlot | request->MasterRecord | zero, 0U);
   EXPECT_EQ(*number, 30);
   for (const int unused : {1, 2, 3, 4, 5, 6, 8}) EXPECT_EQ(Utf16ToWide(request->Texts[unused]), L"");
   const std::string asked = WideToNarrow(Utf16ToWide(request->Texts[0]) + L'|' + Utf16ToWide(request->Texts[7]));

@@ -16,8 +16,6 @@ class PlainBook : public TradeBook, SecurityMasters {
   void ClearRows() override { Rows.ClearRows(); }
   std::optional<double> MultiplierOf(const FilterKey&) const override { return std::nullopt; }
 
-  void RecountTotals() { Totals.RecountTotals(Rows.Rows, Basis(), Line); }
-
   BookRows Rows;
   BookTotals Totals;
   SummaryLine Line;
