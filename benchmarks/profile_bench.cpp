@@ -6,9 +6,9 @@
 #include <string>
 
 #include "benchmarks/bench_process.h"
-#include "foundations/text_tools.h"
 #include "grid_base/settings/column_profile.h"
 #include "grid_ops/columns/trade_columns.h"
+#include "platform/locale.h"
 
 namespace {
 
@@ -25,7 +25,7 @@ void SaveProfile() {
   ColumnProfile profile = NewProfile();
   int place = 0;
   for (const TradeColumn& column : kTradeColumns)
-    profile.SaveColumnState(std::string(column.Key), {NarrowToWide(std::string(column.Title)), column.WidthPx, 1,
+    profile.SaveColumnState(std::string(column.Key), {CodePageToWide(column.Title), column.WidthPx, 1,
                                                       static_cast<int>(column.Align), 0, 0, place++, -1});
   profile.SaveMultipleSort(true);
   profile.SaveColumnProfileFile();

@@ -4,7 +4,6 @@
 
 #include "book_windows/model/book_state.h"
 #include "book_windows/model/book_window.h"
-#include "book_windows/model/grid_settings.h"
 #include "book_windows/model/plugin_state.h"
 #include "grid_ops/rows/book_rows.h"
 #include "grid_ops/rows/book_totals.h"

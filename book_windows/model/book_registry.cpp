@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "book_windows/model/book_layout.h"
 #include "host_link/messages/packet_writer.h"
 
 namespace {

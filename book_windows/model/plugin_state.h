@@ -1,16 +1,17 @@
-// PluginState: the plug-in's one global object: trade cache, books by key, and what all books share. Lives from load to
-// unload of the module.
+// What all books share: PluginState, the plug-in's one global object, and the stored GridSettings.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "grid_base/settings/grid_font.h"
 #include "grid_ops/exports/csv_export.h"
 #include "grid_ops/rows/column_filter.h"
 #include "host_link/host_functions/function_table.h"
+#include "toolkit/model/cell_colors.h"
 #include "trade_data/cache/trade_cache.h"
 
 class CQORPProp;
@@ -18,6 +19,7 @@ class CQORPProp;
 // The items of the last filled property list, by id. Only for comparison: the list owns them.
 using PropertyItems = std::vector<const CQORPProp*>;
 
+// Trade cache, books by key, and what else all books share. Lives from load to unload of the module.
 struct PluginState {
   explicit PluginState(CQORTradeImpl& decoder);
 
@@ -42,3 +44,23 @@ struct PluginState {
   std::uint32_t RestoreNumber = 0;
   std::uint64_t RestoreAddress = 0;
 };
+
+// Colours, font and switches of a book's grid. All books share one stored group: a new book reads it, each change and
+// each close writes it. Defaults are those of a new grid without stored settings.
+struct GridSettings {
+  std::optional<GridFont> Font;  // nothing if none is stored
+  ColorRef BuyColor = 0xFF0000;
+  ColorRef SellColor = 0x0000FF;
+  ColorRef FontBuyColor = 0xFFFFFF;
+  ColorRef FontSellColor = 0xFFFFFF;
+  std::int32_t ColumnFreeze = 0;
+  bool WholeRowSel = true;
+  bool GridLine = true;
+  bool HeaderHide = false;
+};
+
+inline constexpr const wchar_t* kGridSettingsKey = L"TradeBook";
+
+// Both include the two switches of the plug-in's state. Reading returns false and changes nothing without such a key.
+bool ReadGridSettings(const std::wstring& key, GridSettings& settings, PluginState& state);
+void WriteGridSettings(const std::wstring& key, const GridSettings& settings, const PluginState& state);

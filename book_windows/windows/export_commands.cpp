@@ -1,5 +1,4 @@
-#include "book_windows/windows/export_commands.h"
-
+// The exports of a book.
 #include <wx/stopwatch.h>
 #include <wx/utils.h>
 

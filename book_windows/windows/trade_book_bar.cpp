@@ -4,7 +4,7 @@
 #include <wx/settings.h>
 
 #include "book_windows/windows/book_screen.h"
-#include "foundations/text_tools.h"
+#include "platform/locale.h"
 #include "toolkit/system/make_child.h"
 
 namespace {
@@ -24,12 +24,12 @@ CQORPMDIChildWnd* CVELDSDockingControlBar::CreateTabbedFrame(wxWindow* parent) {
 
 bool CVELDSDockingControlBar::LoadState(CQORPRegistry& settings, const std::wstring& /*section*/, int /*index*/,
                                         std::uint32_t id) {
-  return CQORPDockingControlBar::LoadState(settings, NarrowToWide(std::string(ProfileKey())), kStateIndex, id);
+  return CQORPDockingControlBar::LoadState(settings, CodePageToWide(ProfileKey()), kStateIndex, id);
 }
 
 bool CVELDSDockingControlBar::SaveState(CQORPRegistry& settings, const std::wstring& /*section*/, int /*index*/,
                                         std::uint32_t id) {
-  return CQORPDockingControlBar::SaveState(settings, NarrowToWide(std::string(ProfileKey())), kStateIndex, id);
+  return CQORPDockingControlBar::SaveState(settings, CodePageToWide(ProfileKey()), kStateIndex, id);
 }
 
 CTradeBookBar::CTradeBookBar(TradeBookScreen& screen, Book& book) : Shown(book), Screen(screen) {}
@@ -42,7 +42,7 @@ CTradeBookBar::~CTradeBookBar() {
 }
 
 bool CTradeBookBar::CreateBook(CQORPDockingManager& manager, const wxRect& rect, std::uint32_t id) {
-  if (!CreateBar(manager, NarrowToWide(std::string(Shown.Name)), rect, id)) return false;
+  if (!CreateBar(manager, CodePageToWide(Shown.Name), rect, id)) return false;
   auto& dialog = MakeChild<CDlgTradeBook>(Screen, Shown);
   if (!dialog.CreateOn(*this)) return false;
   Dialog = &dialog;
@@ -74,7 +74,7 @@ const std::string& CTradeBookBar::ProfileKey() const {
 }
 
 void CTradeBookBar::OnTitleChanged() {
-  const std::wstring title = NarrowToWide(Shown.State.Title());
+  const std::wstring title = CodePageToWide(Shown.State.Title());
   SetBarTitle(title);
   Grid()->NameForReaders(title);
   Dialog->ShowAverages(Shown.State.ShowsAverages());

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "book_windows/windows/book_dialog_template.h"
 #include "toolkit/system/make_child.h"
 
 namespace {

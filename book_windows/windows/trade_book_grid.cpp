@@ -5,11 +5,10 @@
 #include <algorithm>
 
 #include "book_windows/windows/book_screen.h"
-#include "book_windows/windows/window_font.h"
-#include "foundations/text_tools.h"
 #include "grid_ops/columns/cell_text.h"
 #include "grid_ops/exports/export_settings.h"
 #include "host_link/messages/packet_writer.h"
+#include "platform/locale.h"
 
 namespace {
 
@@ -49,7 +48,7 @@ void CTradeBookGrid::BuildColumns() {
   for (int i = 0; i < kTradeColumnCount; ++i) {
     const TradeColumn& column = kTradeColumns[i];
     InsertProfiledColumn({.Key = std::string(column.Key),
-                          .Header = NarrowToWide(std::string(column.Title)),
+                          .Header = CodePageToWide(column.Title),
                           .Width = column.WidthPx,
                           .Align = static_cast<int>(column.Align),
                           .Visible = column.Visible ? 1 : 0},
@@ -59,7 +58,7 @@ void CTradeBookGrid::BuildColumns() {
 }
 
 void CTradeBookGrid::SetStoredFont() {
-  if (const auto font = LoadGridFont(NarrowToWide(kGridName), FontBlockOf(GetGridFont())))
+  if (const auto font = LoadGridFont(CodePageToWide(kGridName), FontBlockOf(GetGridFont())))
     SetGridFont(WindowFontOf(*font));
 }
 

@@ -1,14 +1,82 @@
-// CTradeBookGrid: the grid of a book. It shows the rows of its Book and hands it what the user does.
+// CTradeBookGrid: the grid of a book. It shows the rows of its Book and hands it what the user does: the menu's
+// commands, the exports, the properties.
 #pragma once
 
-#include "book_windows/model/book.h"
-#include "book_windows/windows/export_commands.h"
-#include "book_windows/windows/grid_properties.h"
-#include "grid_base/windows/base_grid.h"
+#include <wx/font.h>
 
+#include <filesystem>
+
+#include "book_windows/model/book.h"
+#include "grid_base/windows/base_grid.h"
+#include "grid_ops/exports/csv_export.h"
+#include "grid_ops/exports/exchange_files.h"
+#include "toolkit/properties/property_list.h"
+
+class CTradeBookGrid;
 class TradeBookScreen;
 class wxDC;
 class wxUpdateUIEvent;
+
+// The commands of a book that write files, from the save dialog to the report.
+class ExportCommands {
+ public:
+  ExportCommands(TradeBookScreen& screen, CTradeBookGrid& grid) : Screen(screen), Grid(grid) {}
+
+  void ExportCsv(const CsvCommand& command);
+  void WriteExchangeFiles();
+
+ private:
+  void ExportManually(const CsvCommand& command);
+  // Runs the writer under a wait cursor and shows its progress in the book.
+  template <typename Write>
+  void ShowRunning(Write write);
+  // Asks for the file, writes it, reports and remembers the folder.
+  template <typename Write>
+  void ExportToChosenFile(const CsvCommand& command, Write write);
+  void Report(std::wstring_view text) const;
+  void RememberFolder(const CsvCommand& command, const std::filesystem::path& proposal,
+                      const std::filesystem::path& chosen);
+  GridColumns Columns() const;
+  std::vector<GridRowRange> Selections() const;
+  void WriteCsv(const CsvCommand& command, const std::filesystem::path& path, const ExportProgress& progress);
+  TradeFileRun TradeFiles(const GridColumns& columns) const;
+
+  TradeBookScreen& Screen;
+  CTradeBookGrid& Grid;
+};
+
+// The eleven properties of a book in the terminal's pane, and what a change of each does to the grid.
+class GridProperties {
+ public:
+  GridProperties(TradeBookScreen& screen, Book& book, CTradeBookGrid& grid);
+
+  // Fills the list with the properties of this grid and tells the terminal.
+  void PopulateProperties(CQORPPropList& list);
+  // Applies an item of the last filled list; any other is ignored.
+  void ApplyProperty(const CQORPProp& property);
+  // Applies the loaded settings of the book to the grid.
+  void ShowSettings();
+
+ private:
+  struct Row;
+  static const Row kRows[];
+
+  std::unique_ptr<CQORPProp> MakeItem(const Row& row, int id) const;
+  // False if the change ends with a warning and is not saved.
+  bool TakeValue(const Row& row, const CQORPProp::Value& value);
+  bool WarnsOfOpenBooks();
+  void FreezeColumns();
+  void ShowSwitch(bool GridSettings::*flag);
+
+  TradeBookScreen& Screen;
+  Book& Shown;
+  GridSettings& Settings;
+  CTradeBookGrid& Grid;
+};
+
+// The stored block of a font as a font of the window system, and back. A missing face becomes the nearest one.
+wxFont WindowFontOf(const GridFont& block);
+GridFont FontBlockOf(const wxFont& font);
 
 class CTradeBookGrid : public CVELDSGridCtrl {
  public:

@@ -2,12 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-
-#include "foundations/paths.h"
-#include "foundations/text_tools.h"
 #include "grid_base/settings/registry_store.h"
-#include "host_link/messages/packet_writer.h"
 
 namespace fs = std::filesystem;
 
@@ -18,17 +13,6 @@ MessageRouter* newestRouter = nullptr;
 void TakeAnswer(CQORPacketReader* answer) {
   if (newestRouter != nullptr) newestRouter->OnPluginMessage(*answer);
 }
-
-}  // namespace
-
-FilterKey KeyOf(const char* exchange, const char* securityId) {
-  FilterKey key{};
-  std::strcpy(key.Exchange, exchange);
-  std::strcpy(key.SecurityID, securityId);
-  return key;
-}
-
-namespace {
 
 // One folder for the process: its store takes the first one and keeps it.
 const fs::path& ProcessFolder() {
@@ -81,21 +65,11 @@ std::uint64_t BookDesk::OnPluginMessage() {
 
 void BookDesk::Trade(std::uint32_t id, const char* exchange, const char* securityId, std::uint8_t side,
                      std::uint32_t quantity, double price) {
-  TradeRecord record{};
-  record.VELDTradeID = id;
-  std::snprintf(record.ExchangeOrderNo, sizeof record.ExchangeOrderNo, "%u", id);
-  std::strcpy(record.Exchange, exchange);
-  std::strcpy(record.SecurityID, securityId);
-  record.Side = side;
-  record.Quantity = quantity;
-  record.Price = price;
-  record.Multiplier = 1;
-  CQORPacketWriter writer(0);
-  Decoder.EncodeRecord(writer, record, false, 9101, false);
-  writer.Finish();
-  CQORPacketReader reader(writer.GetData(), static_cast<std::uint16_t>(writer.GetSize()));
-  std::uint16_t needed = 0, consumed = 0;
-  if (reader.ParseHeader(needed, consumed)) State->TradeStore.OnTrade(reader);
+  const std::string fields = WireU32(20008, id) + WireText(55100, std::to_string(id)) + WireTerminator() +
+                             WireText(55010, exchange) + WireText(55104, securityId) + WireU8(101, side) +
+                             WireU32(20014, quantity) + WireDouble(40002, price) + WireDouble(40008, 1);
+  Deliver(true, 9101, {fields.begin(), fields.end()},
+          [this](CQORPacketReader& trade) { State->TradeStore.OnTrade(trade); });
 }
 
 void BookDesk::Tell(std::uint16_t number) {

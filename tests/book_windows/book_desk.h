@@ -8,8 +8,6 @@
 #include "host_link/module/message_router.h"
 #include "tests/support/fake_terminal.h"
 
-FilterKey KeyOf(const char* exchange, const char* securityId);
-
 class BookDesk {
  public:
   BookDesk();

@@ -1,38 +1,11 @@
 #include "book_windows/model/book_registry.h"
 
-#include <gtest/gtest.h>
-
-#include "foundations/text_tools.h"
-#include "grid_base/settings/registry_store.h"
-#include "tests/book_windows/book_desk.h"
-#include "tests/support/fake_books.h"
+#include "tests/book_windows/book_model_fixture.h"
 
 namespace {
 
-constexpr const char* kGold = "Trade Book : COMEX GOLD 201312";
-constexpr const char* kAll = "Trade Book : All";
-
-class BookRegistryTest : public testing::Test {
+class BookRegistryTest : public BookModelTest {
  protected:
-  BookRegistryTest() { Start(); }
-  void Start() {
-    Registry.reset();
-    Desk.StartAgain();
-    Screen.Focused = nullptr;
-    Registry = std::make_unique<BookRegistry>(*Desk.State, *Desk.Functions, Screen, BookDesk::OnPluginMessage());
-    Screen.Registry = Registry.get();
-    Desk.Connect(*Registry);
-  }
-  // Opens a book by the menu command, no book having the focus.
-  FakeBookWindow& Open() {
-    Screen.Focused = nullptr;
-    Registry->OnBookCommand();
-    return *Screen.Windows.back();
-  }
-  FakeBookWindow& OpenGold() {
-    BookDesk::Select("COMEX", "GC1");
-    return Open();
-  }
   // The menu command with the focus in the book.
   void Widen(FakeBookWindow& window) {
     Screen.Focused = &window;
@@ -43,14 +16,7 @@ class BookRegistryTest : public testing::Test {
     for (const TradeRecord* record : book.Rows.RowRecords()) ids += std::to_string(record->VELDTradeID);
     return ids;
   }
-  std::size_t InLists() const {
-    return Registry->BarsById.size() + Registry->BooksByWindow.size() + Desk.State->BooksByKey.size();
-  }
   static std::wstring Bought(const Book& book) { return book.Line.TextOf(SummaryValue::BuyQty); }
-
-  BookDesk Desk;
-  FakeBookScreen Screen;
-  std::unique_ptr<BookRegistry> Registry;
 };
 
 TEST_F(BookRegistryTest, OpensWhatTheFocusedWindowSelects) {
@@ -63,7 +29,7 @@ TEST_F(BookRegistryTest, OpensWhatTheFocusedWindowSelects) {
   int number = 0;
   for (const auto& row : kRows) {
     SCOPED_TRACE(++number);
-    Desk.State->SelectedKey = KeyOf("COMEX", "GC2");  // an earlier answer
+    Desk.State->SelectedKey = {"COMEX", "GC2"};  // an earlier answer
     if (row.Exchange == nullptr) BookDesk::SelectNothing();
     if (row.Exchange != nullptr) BookDesk::Select(row.Exchange, row.SecurityID);
     FakeBookWindow& window = Open();
@@ -76,16 +42,12 @@ TEST_F(BookRegistryTest, OpensWhatTheFocusedWindowSelects) {
     EXPECT_EQ(Registry->BooksByWindow.at(window.GridAddress()), &window.Shown);
     EXPECT_EQ(window.At.Rect, (SettingsRectangle{100, 100, 630, 400}));
   }
-  EXPECT_EQ(fakeTerminal.SentNumbers(), std::vector<std::uint16_t>(4, 32022));
-}
-
-// 30001 is the bar that the user asks from: the one with the focus before the new one is made.
-TEST_F(BookRegistryTest, NamesTheAskingBarInTheQuestion) {
-  FakeBookWindow& first = Open();
-  Screen.Focused = &first;
+  // 30001 is the bar that the user asks from.
+  Screen.Focused = Screen.Windows[1].get();
   Registry->OpenNewBook();
-  const auto address = reinterpret_cast<std::uint64_t>(&first);
-  EXPECT_EQ(Part(fakeTerminal.Sent.back(), 26, 37), Hex("23 3175") + Word(address, 8));
+  EXPECT_EQ(fakeTerminal.SentNumbers(), std::vector<std::uint16_t>(5, 32022));
+  const auto asking = reinterpret_cast<std::uint64_t>(Screen.Focused);
+  EXPECT_EQ(Part(fakeTerminal.Sent.back(), 26, 37), Hex("23 3175") + Word(asking, 8));
 }
 
 TEST_F(BookRegistryTest, OpensOneBookWhileTheSwitchSaysSo) {
@@ -96,7 +58,7 @@ TEST_F(BookRegistryTest, OpensOneBookWhileTheSwitchSaysSo) {
   Desk.State->MultipleTradeBookDisable = true;
   Open();
   EXPECT_EQ(fakeTerminal.BarCalls.back(), "2 = TradeBook 5");
-  Registry->CloseBook(Screen.Windows.back()->Shown, BookRegistry::Close::HideBar);
+  Close(*Screen.Windows.back());
   Open();
   EXPECT_EQ(fakeTerminal.BarCalls.back(), "3 = TradeBook 6") << "names are not used again";
 }
@@ -112,7 +74,7 @@ TEST_F(BookRegistryTest, ReturnsTheIdOfABookWithoutWindow) {
   EXPECT_EQ(fakeTerminal.BarCalls.size(), 2u);
 }
 
-// W is the menu command, E is Escape in the grid, C a click on the close button.
+// W is the menu command, E is Escape in the grid.
 TEST_F(BookRegistryTest, FollowsCommandAndEscape) {
   for (std::uint32_t id = 1; id <= 3; ++id) Desk.Trade(id, id == 3 ? "" : "COMEX", id == 3 ? "" : "GC1", 1, id, 10);
   Desk.Trade(4, "MCX", "GC1", 1, 4, 10);
@@ -123,18 +85,13 @@ TEST_F(BookRegistryTest, FollowsCommandAndEscape) {
     const wchar_t* Bought;
   } kRows[] = {
       {true, 'W', "rows replaced; totals; show; focus grid; title Trade Book : All", "4321", L"10"},
-      {true, 'W', "rows replaced; totals; show; focus grid; title Trade Book : All", "4321", L"10"},
       {true, 'E', "title Trade Book : COMEX GOLD 201312; rows replaced; totals", "21", L"3"},
-      {false, 'E', "title Trade Book : ; rows replaced; totals", "3", L"3"},
-      {false, 'W', "rows replaced; totals; show; focus grid; title Trade Book : All", "4321", L"10"},
       {false, 'E', "title Trade Book : ; rows replaced; totals", "3", L"3"},
       {false, 'E', "hide", "3", L"3"},
       {true, 'E', "hide", "21", L"3"},
       {true, 'E', "", "21", L"3"},
   };
-  FakeBookWindow& gold = OpenGold();
-  BookDesk::SelectNothing();
-  FakeBookWindow& all = Open();
+  FakeBookWindow &gold = OpenGold(), &all = OpenAll();
   gold.TakeNotes(), all.TakeNotes();
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.Notes);
@@ -145,81 +102,51 @@ TEST_F(BookRegistryTest, FollowsCommandAndEscape) {
     EXPECT_EQ(Ids(window.Shown), row.Ids);
     EXPECT_EQ(Bought(window.Shown), row.Bought);
   }
-  ASSERT_EQ(InLists(), 1u);
-  EXPECT_EQ(Desk.State->BooksByKey.begin()->first, std::string(kAll) + "TradeBook 22") << "the blank one's old key";
-}
-
-// Intentional: a widened book stays under its old key, so that closing it leaves that entry.
-TEST_F(BookRegistryTest, ClosedWidenedBookStillGetsTrades) {
-  FakeBookWindow& gold = OpenGold();
-  Widen(gold);
-  EXPECT_EQ(gold.Shown.ProfileKey, std::string(kAll) + "TradeBook 11");
-  Registry->CloseBook(gold.Shown, BookRegistry::Close::HideBar);
-  ASSERT_EQ(Desk.State->BooksByKey.size(), 1u);
-  EXPECT_EQ(Desk.State->BooksByKey.begin()->first, std::string(kGold) + "TradeBook 11");
-  EXPECT_TRUE(Registry->BarsById.empty() && Registry->BooksByWindow.empty());
-  Desk.Trade(1, "MCX", "GC1", 1, 1, 1);
-  EXPECT_EQ(Ids(gold.Shown), "1");
+  // Intentional: a book stays under the key that it was opened with, so that closing it under another leaves the entry.
+  EXPECT_EQ(all.Shown.ProfileKey, std::string(kBlank) + "TradeBook 22");
+  EXPECT_EQ(Desk.State->BooksByKey.at(std::string(kAll) + "TradeBook 22"), &all.Shown);
+  EXPECT_EQ(InLists(), 1u);
+  Desk.Trade(5, "", "", 1, 1, 1);
+  EXPECT_EQ(Ids(all.Shown), "53") << "trades still reach it";
 }
 
 TEST_F(BookRegistryTest, ClosesByEachWay) {
+  const auto escape = [this](FakeBookWindow& window) { Registry->CloseByEscape(window.Shown); };
+  const auto button = [this](FakeBookWindow& window) { Close(window); };
+  const auto tab = [this](FakeBookWindow& window) {
+    Registry->CloseBook(window.Shown, BookRegistry::Close::LeaveToTab);
+  };
   const struct {
-    const char* Way;
-    bool Floating, Closes;
+    std::function<void(FakeBookWindow&)> Close;
+    bool Floating;
     const char* Notes;
-  } kRows[] = {{"escape in bar", true, true, "hide"},  {"escape in bar", false, false, ""},
-               {"escape in grid", true, true, "hide"}, {"escape in grid", false, false, ""},
-               {"close button", false, true, "hide"},  {"tab", false, true, ""}};
+  } kRows[] = {{escape, true, "hide"}, {button, false, "hide"}, {tab, false, ""}};
   std::uint32_t id = 0;
   for (const auto& row : kRows) {
-    SCOPED_TRACE(row.Way);
+    SCOPED_TRACE(++id);
     FakeBookWindow& window = OpenGold();
     window.Floating = row.Floating;
-    window.Shown.Settings.BuyColor = 100 + ++id;
+    window.Shown.Settings.BuyColor = 100 + id;
     window.TakeNotes();
-    fakeTerminal.BarCalls.clear();
-    for (int time = 0; time < 2; ++time) {  // the second finds no book
-      if (row.Way == std::string("escape in bar")) Registry->CloseByEscape(window.Shown);
-      if (row.Way == std::string("escape in grid")) Registry->OnEscape(window.Shown);
-      if (row.Way == std::string("close button")) Registry->CloseBook(window.Shown, BookRegistry::Close::HideBar);
-      if (row.Way == std::string("tab")) Registry->CloseBook(window.Shown, BookRegistry::Close::LeaveToTab);
-    }
+    fakeTerminal.BarCalls.clear(), fakeTerminal.Focus.clear();
+    if (!row.Floating) escape(window);
+    EXPECT_EQ(InLists(), 3u) << "Escape closes only what floats";
+    row.Close(window), row.Close(window);  // the second finds no book
     EXPECT_EQ(window.TakeNotes(), row.Notes);
-    EXPECT_EQ(InLists(), row.Closes ? 0u : 3u);
-    EXPECT_EQ(fakeTerminal.BarCalls.size(), row.Closes ? 1u : 0u);
-    EXPECT_EQ(fakeTerminal.Focus.size(), row.Closes ? 1u : 0u);
-    if (row.Closes) {
-      EXPECT_EQ(fakeTerminal.BarCalls[0], "-" + std::to_string(id));
-      EXPECT_EQ(fakeTerminal.Focus[0], (std::pair<void*, bool>(window.BarAddress(), true)));
-      GridSettings stored;
-      EXPECT_TRUE(ReadGridSettings(kGridSettingsKey, stored, *Desk.State));
-      EXPECT_EQ(stored.BuyColor, 100 + id);
-    }
+    EXPECT_EQ(InLists(), 0u);
+    EXPECT_EQ(fakeTerminal.BarCalls, std::vector{"-" + std::to_string(id)});
+    EXPECT_EQ(fakeTerminal.Focus, (std::vector{std::pair(window.BarAddress(), true)}));
+    GridSettings stored;
+    EXPECT_TRUE(ReadGridSettings(kGridSettingsKey, stored, *Desk.State));
+    EXPECT_EQ(stored.BuyColor, 100 + id);
     window.DestroyBar();
-    fakeTerminal.Focus.clear();
-  }
-}
-
-// As of a terminal without GetPluginBarID.
-TEST_F(BookRegistryTest, BooksOfOneIdCloseEachByItself) {
-  for (int i = 1; i <= 3; ++i) fakeTerminal.BarIds["TradeBook " + std::to_string(i)] = 7;
-  for (int i = 0; i < 3; ++i) OpenGold();
-  for (const std::size_t place : {1u, 0u, 2u}) {
-    const std::size_t before = InLists();
-    FakeBookWindow& window = *Screen.Windows[place];
-    Registry->CloseBook(window.Shown, BookRegistry::Close::HideBar);
-    EXPECT_TRUE(window.TakeNotes().ends_with("hide"));
-    EXPECT_EQ(fakeTerminal.BarCalls.back(), "-7");
-    EXPECT_EQ(InLists(), before - 3);
   }
 }
 
 TEST_F(BookRegistryTest, MessagesChangeEveryBook) {
   Desk.Trade(1, "COMEX", "GC1", 1, 5, 10);
   Desk.Trade(2, "MCX", "GC1", 1, 7, 10);
-  FakeBookWindow& gold = OpenGold();
-  BookDesk::SelectNothing();
-  FakeBookWindow& all = Open();
+  FakeBookWindow &gold = OpenGold(), &all = OpenAll();
   gold.TakeNotes(), all.TakeNotes();
   Desk.Tell(8112);
   EXPECT_EQ(Ids(gold.Shown), "21") << "filtered books take all trades too";
@@ -235,7 +162,7 @@ TEST_F(BookRegistryTest, MessagesChangeEveryBook) {
   EXPECT_EQ(gold.TakeNotes() + all.TakeNotes(), "rows; totalsrows; totals");
   EXPECT_EQ(Bought(gold.Shown), L"6");
   Desk.State->BooksByKey.erase(gold.Shown.ProfileKey);  // another book took the key
-  Registry->CloseBook(all.Shown, BookRegistry::Close::HideBar);
+  Close(all);
   Desk.Tell(30022);
   EXPECT_EQ(Ids(gold.Shown) + Ids(all.Shown), "") << "no book points at a record that goes";
   Desk.Trade(9, "COMEX", "GC1", 1, 5, 10);
@@ -247,22 +174,16 @@ TEST_F(BookRegistryTest, TellsTheSelectedRow) {
   Desk.Trade(2, "MCX", "GC2", 1, 5, 10);
   FakeBookWindow& window = Open();
   const auto address = reinterpret_cast<std::uint64_t>(window.BarAddress());
-  const struct {
-    std::uint64_t Address;
-    int Row;
-    const char* Told;
-  } kRows[] = {
-      {address, 0, "MCX GC2"}, {address, 1, "COMEX GC1"}, {address, -1, ""}, {address, 2, ""}, {address + 8, 0, ""}};
-  for (const auto& row : kRows) {
-    window.Row = row.Row;
+  const auto told = [&](std::uint64_t bar, int row) {
+    window.Row = row;
     std::string exchange, securityId;
-    const bool told = Registry->SelectedSecurity(row.Address, exchange, securityId);
-    EXPECT_EQ(told ? exchange + " " + securityId : "", row.Told);
-  }
-  window.Row = 0;
-  Registry->CloseBook(window.Shown, BookRegistry::Close::HideBar);
-  std::string exchange, securityId;
-  EXPECT_FALSE(Registry->SelectedSecurity(address, exchange, securityId)) << "closed";
+    return Registry->SelectedSecurity(bar, exchange, securityId) ? exchange + " " + securityId : "";
+  };
+  EXPECT_EQ(told(address, 0), "MCX GC2");
+  EXPECT_EQ(told(address, 1), "COMEX GC1");
+  EXPECT_EQ(told(address, 2) + told(address, -1) + told(address + 8, 0), "") << "no such row or bar";
+  Close(window);
+  EXPECT_EQ(told(address, 0), "") << "closed";
 }
 
 TEST_F(BookRegistryTest, SortsByClicksAndKeepsItsRowsWhenASortEnds) {
@@ -296,8 +217,9 @@ TEST_F(BookRegistryTest, SortsByClicksAndKeepsItsRowsWhenASortEnds) {
   book.OnFilterBarChanged(18, L"4");
   EXPECT_EQ(Ids(book), "6");
   EXPECT_EQ(Bought(book), L"4");
-  book.OnFilterBarClearAll();
-  EXPECT_FALSE(book.FilterBarActive());
+  window.TakeNotes();
+  book.OnFilterBarClearAll(), book.OnFilterBarClearAll();
+  EXPECT_EQ(window.TakeNotes(), "rows replaced; totals") << "once";
 }
 
 // Intentional: a sort that a profile restored takes all numbered trades as rows, whatever the security.
@@ -327,18 +249,10 @@ TEST_F(BookRegistryTest, PropertyGoesToEveryBookThatIsLeft) {
   for (const auto& window : Screen.Windows) EXPECT_EQ(window->TakeNotes(), "property; totals");
   Screen.Focused = Screen.Windows[1].get();
   auto* list = reinterpret_cast<CQORPPropList*>(&Desk);
-  Registry->PropertyListRequest(nullptr, this);
-  Registry->PropertyListRequest(list, nullptr);
-  EXPECT_EQ(Screen.Focused->TakeNotes(), "");
+  Registry->PropertyListRequest(nullptr, this), Registry->PropertyListRequest(list, nullptr);
+  EXPECT_EQ(Screen.Focused->TakeNotes(), "") << "an address is missing";
   Registry->PropertyListRequest(list, this);
   EXPECT_EQ(Screen.Focused->TakeNotes(), "properties");
-}
-
-TEST_F(BookRegistryTest, DestroysTheWindowsThatAreLeft) {
-  for (int i = 0; i < 3; ++i) Open();
-  Registry->CloseBook(Screen.Windows[1]->Shown, BookRegistry::Close::HideBar);
-  Registry.reset();
-  EXPECT_TRUE(Screen.Windows.empty());
 }
 
 }  // namespace

@@ -34,18 +34,14 @@ void BooksTest::Stop() {
 }
 
 CTradeBookBar& BooksTest::Open() {
-  FocusMain();
-  Registry().OnBookCommand();
-  CTradeBookBar& bar = WindowOf(*Registry().BarsById.rbegin()->second);
-  WaitForActivation(bar);
-  return bar;
-}
-
-void BooksTest::FocusMain() {
   Main->Raise();
   WaitForActivation(*Main);
   Main->SetFocus();
   Pump();
+  Registry().OnBookCommand();
+  CTradeBookBar& bar = WindowOf(*Registry().BarsById.rbegin()->second);
+  WaitForActivation(bar);
+  return bar;
 }
 
 void BooksTest::FocusGrid(CTradeBookBar& bar) {
@@ -65,13 +61,6 @@ void BooksTest::ShowOnly(CTradeBookGrid& grid, const std::vector<int>& columns) 
   for (int i = 0; i < kTradeColumnCount; ++i) grid.GetColumnsInfo().SetColumnVisible(i, false);
   for (const int column : columns) grid.GetColumnsInfo().SetColumnVisible(column, true);
   grid.AdjustLayout();
-}
-
-std::wstring BooksTest::Cell(CTradeBookBar& bar, int row, const char* key) {
-  CQORPGridCell cell;
-  for (int i = 0; i < kTradeColumnCount; ++i)
-    if (kTradeColumns[i].Key == key) bar.Grid()->ShowCell(row, i, cell);
-  return cell.Text;
 }
 
 std::wstring BooksTest::Ids(const CTradeBookGrid& grid) {

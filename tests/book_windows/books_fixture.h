@@ -30,13 +30,17 @@ class BooksTest : public GuiTest {
   static CTradeBookBar& WindowOf(const Book& book) { return dynamic_cast<CTradeBookBar&>(*book.Window); }
   BookRegistry& Registry() { return Screen->Registry; }
   PluginState& State() { return *Desk->State; }
-  void FocusMain();  // no book has the focus then
   void FocusGrid(CTradeBookBar& bar);
   void Beat();
 
   static void ShowOnly(CTradeBookGrid& grid, const std::vector<int>& columns);
-  static std::wstring Cell(CTradeBookBar& bar, int row, const char* key);
+  static CQORPGridCell Cell(const CTradeBookBar& bar, int row, int column) {
+    CQORPGridCell cell;
+    bar.Grid()->ShowCell(row, column, cell);
+    return cell;
+  }
   static std::wstring Ids(const CTradeBookGrid& grid);
+  static Bytes AddressOf(const void* window) { return Word(reinterpret_cast<std::uint64_t>(window), 8); }
   static std::wstring Summary(CTradeBookBar& bar, int id) { return bar.Dialog->GetStatic(id)->GetWindowText(); }
 
   std::optional<BookDesk> Desk;

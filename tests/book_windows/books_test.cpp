@@ -1,7 +1,8 @@
 // A book on the screen shows its model, and hands it keys, clicks and closes.
-#include <fstream>
+#include <wx/display.h>
+#include <wx/settings.h>
 
-#include "book_windows/windows/book_dialog_template.h"
+#include "grid_base/settings/registry_store.h"
 #include "tests/book_windows/books_fixture.h"
 #include "tests/support/files.h"
 #include "tests/toolkit/spoken_name.h"
@@ -18,28 +19,35 @@ TEST_F(BooksTest, ShowsTitleRowsAndColors) {
   EXPECT_EQ(SpokenName(*grid.GetRowsWindow()), L"Trade Book : COMEX GOLD 201312");
   EXPECT_TRUE(book.IsFloating());
   EXPECT_EQ(fakeTerminal.SentNumbers(), (std::vector<std::uint16_t>{32021, 32022}));
+  EXPECT_EQ(Part(fakeTerminal.Sent[0], 15, 37),
+            Hex("23 3175") + AddressOf(&grid) + Hex("23 3275") + Word(BookDesk::OnPluginMessage(), 8));
   for (void* window : {static_cast<void*>(&book), static_cast<void*>(&grid)})
     EXPECT_TRUE(std::ranges::count(fakeTerminal.Focus, std::pair(window, false)) > 0);
   EXPECT_EQ(grid.GetVirtualRows(), 100);
-  EXPECT_EQ(Cell(book, 0, "colVELDTradeID"), L"100");
+  EXPECT_EQ(Cell(book, 0, 2).Text, L"100");
+  EXPECT_EQ(Cell(book, 0, 2).Background, 0x0000FFu);
+  EXPECT_EQ(Cell(book, 0, 2).TextColor, 0xFFFFFFu);
+  EXPECT_EQ(Cell(book, 1, 2).Background, 0xFF0000u);
   CQORPGridCell cell;
-  ASSERT_TRUE(grid.ShowCell(0, 2, cell));
-  EXPECT_EQ(cell.Background, 0x0000FFu);
-  EXPECT_EQ(cell.TextColor, 0xFFFFFFu);
-  ASSERT_TRUE(grid.ShowCell(1, 2, cell));
-  EXPECT_EQ(cell.Background, 0xFF0000u);
   EXPECT_TRUE(grid.ShowCell(500, -1, cell));
   EXPECT_FALSE(grid.ShowCell(100, 2, cell) || grid.ShowCell(-1, 2, cell));
   wxRect text(10, 10, 20, 20);
   grid.OnDrawValue(text);
   EXPECT_EQ(text, wxRect(10, 8, 22, 22)) << "two pixels upward and to the right";
+  int paints = 0;
+  grid.GetRowsWindow()->Bind(wxEVT_PAINT, [&paints](wxPaintEvent& event) { event.Skip(), ++paints; });
+  Beat();
+  EXPECT_TRUE(PumpUntil([&paints] { return paints > 0; })) << "a beat repaints rows that only changed";
+  const wxImage picture = PictureOf(book);
+  const wxColour frame = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNSHADOW);
+  for (const int x : {0, picture.GetWidth() - 1})
+    EXPECT_EQ(wxColour(picture.GetRed(x, 50), picture.GetGreen(x, 50), picture.GetBlue(x, 50)), frame) << x;
 }
 
 // What is selected stays so between a trade and the beat.
 TEST_F(BooksTest, CurrentRowFollowsItsTrade) {
   CTradeBookBar& book = Open();
   CTradeBookGrid& grid = *book.Grid();
-  ShowOnly(grid, {2, 11, 18});
   for (std::uint32_t id = 1; id <= 5; ++id) Desk->Trade(id, "COMEX", id == 4 ? "GC4" : "GC1", 1, 10 - id, id);
   Beat();
   EXPECT_EQ(grid.GetCurSel(), 0);
@@ -47,10 +55,8 @@ TEST_F(BooksTest, CurrentRowFollowsItsTrade) {
   for (const std::uint32_t id : {6u, 7u}) Desk->Trade(id, "COMEX", "GC1", 1, 1, 1);
   EXPECT_EQ(grid.GetVirtualRows(), 5);
   EXPECT_EQ(book.CurrentRow(), 3);
-  EXPECT_EQ(grid.GetSelection(0).Top, 3);
   // Behind a sort new rows come in below the sorted ones, and move those that came before.
-  Click(*grid.GetHeaderWindow(18), grid.HeaderRect(18).GetPosition() + wxPoint(8, 8));
-  EXPECT_EQ(Ids(grid), L"7654321") << "by quantity: 1, 1, 5, 6, 7, 8, 9";
+  grid.ToggleSortColumn(18);
   grid.SetCurSel(2);
   Desk->Trade(8, "COMEX", "GC8", 1, 1, 1);
   Beat();
@@ -59,9 +65,11 @@ TEST_F(BooksTest, CurrentRowFollowsItsTrade) {
   Desk->Trade(9, "COMEX", "GC9", 1, 1, 1);
   EXPECT_EQ(book.CurrentRow(), 8);
   grid.SetFilterText(11, L"gc1");
-  Pump();
-  EXPECT_EQ(grid.GetCurSel(), 5) << "the last of fewer rows";
-  EXPECT_EQ(grid.GetSelection(0).Top, 5);
+  EXPECT_EQ(grid.GetSelection(0).Top, 5) << "the last of fewer rows";
+  EXPECT_EQ(Summary(book, 30031), L"31") << "totals are those of the rows";
+  EXPECT_TRUE(grid.RunContextMenu({L"Reset Filter"}));
+  EXPECT_EQ(grid.GetVirtualRows(), 9);
+  EXPECT_EQ(grid.GetFilterText(11), L"");
 }
 
 TEST_F(BooksTest, HeaderClickSortsAndMarks) {
@@ -79,18 +87,15 @@ TEST_F(BooksTest, HeaderClickSortsAndMarks) {
   EXPECT_EQ(grid.GetCurSel(), 0) << "no row was current ahead of the sort";
   EXPECT_EQ(click(18), 1);
   EXPECT_EQ(columns.GetSortPriority(18), 1);
-  EXPECT_EQ(click(11), -1);
-  EXPECT_EQ(Ids(grid), L"4231");
-  EXPECT_EQ(click(11), 0);
+  EXPECT_EQ(click(18), -1);
+  EXPECT_EQ(click(18), 0);
   EXPECT_EQ(grid.GetCurSel(), 3) << "the current row stays when a column leaves the sort";
-  EXPECT_EQ(columns.GetSortPriority(18), 0);
-  EXPECT_EQ(Ids(grid), L"4321");
-  EXPECT_TRUE(grid.RunContextMenu({L"Column Header", L"Remove Sort"}));
-  EXPECT_EQ(columns.GetColumnState(18), 0);
-  EXPECT_EQ(click(18), 1);
-  EXPECT_TRUE(grid.RunContextMenu({L"Column Header", L"Reset"}));
-  EXPECT_EQ(columns.GetColumnState(18), 0);
-  EXPECT_TRUE(WindowOf(*Registry().BarsById.begin()->second).Shown.Sort.SortColumns.empty());
+  for (const wchar_t* end : {L"Remove Sort", L"Reset"}) {
+    EXPECT_TRUE(grid.RunContextMenu({L"Column Header", end}));
+    EXPECT_EQ(columns.GetColumnState(11), 0);
+    EXPECT_EQ(Ids(grid), L"4321");
+    grid.ToggleSortColumn(11);
+  }
 }
 
 TEST_F(BooksTest, SummaryLineFollowsTheTrades) {
@@ -113,20 +118,24 @@ TEST_F(BooksTest, SummaryLineFollowsTheTrades) {
     EXPECT_EQ(Summary(book, total.Id), total.Text);
     EXPECT_EQ(book.Dialog->GetStatic(total.Id)->GetTextColor(), total.Color);
   }
-  PaintNow(*book.Dialog->GetStatic(30043));
-  for (wxWindow* over :
-       {book.Dialog->GetStatic(30030)->GetParent(), static_cast<wxWindow*>(book.Dialog->GetStatic(30043))}) {
-    wxMouseEvent enter(wxEVT_ENTER_WINDOW);
-    over->GetEventHandler()->ProcessEvent(enter);
-    EXPECT_EQ(over->GetToolTipText(),
+  CQORPStatic& average = *book.Dialog->GetStatic(30043);
+  const auto point = [](wxWindow& window, wxEventType how) {
+    wxMouseEvent event(how);
+    window.GetEventHandler()->ProcessEvent(event);
+    return window.GetToolTipText();
+  };
+  for (wxWindow* over : {average.GetParent(), static_cast<wxWindow*>(&average)})
+    EXPECT_EQ(point(*over, wxEVT_ENTER_WINDOW),
               "Buy: 5\nBuyAmt: 50.00\nBuyAvg: 10.00\nSell: 7\nSellAmt: 140.00\nSellAvg: 20.00\nNet: -2\nNetAmt: 90.00");
-  }
-  EXPECT_EQ(book.Dialog->GetToolTipText() + book.Grid()->GetToolTipText(), "");
   for (const int id : kAverageControls) EXPECT_TRUE(book.Dialog->GetStatic(id)->IsShown()) << id;
   book.Shown.Widen();
   for (const int id : kAverageControls) EXPECT_FALSE(book.Dialog->GetStatic(id)->IsShown()) << id;
-  EXPECT_EQ(book.Dialog->GetStatic(30043)->GetToolTipText(),
-            "Buy: 5\nBuyAmt: 50.00\nSell: 7\nSellAmt: 140.00\nNet: -2\nNetAmt: 90.00");
+  const wxString widened = "Buy: 5\nBuyAmt: 50.00\nSell: 7\nSellAmt: 140.00\nNet: -2\nNetAmt: 90.00";
+  EXPECT_EQ(average.GetToolTipText(), widened);
+  EXPECT_EQ(point(average, wxEVT_LEAVE_WINDOW), widened);
+  Desk->Trade(3, "COMEX", "GC1", 1, 5, 10);
+  Beat();
+  EXPECT_EQ(average.GetToolTipText(), widened) << "only the text under the pointer is updated";
 }
 
 // In units of the template, of 1.5 by 1.625 pixels at 100 %; 25 pixels stay under the grid, however large the book.
@@ -135,18 +144,23 @@ TEST_F(BooksTest, LineOfTotalsFitsUnderTheGrid) {
   const CDlgTradeBook& dialog = *book.Dialog;
   for (const int height : {60, 400}) {
     book.Dialog->SetSize(1600, height);
-    const auto strip = dialog.GetStatic(30030)->GetParent()->GetRect();
-    EXPECT_EQ(strip, wxRect(0, book.Grid()->GetSize().y, 1600, 25));
-    EXPECT_EQ(strip.GetBottom() + 1, height);
+    EXPECT_EQ(dialog.GetStatic(30030)->GetParent()->GetRect(), wxRect(0, height - 25, 1600, 25));
+    EXPECT_EQ(book.Grid()->GetRect(), wxRect(0, 0, 1600, height - 25));
   }
-  EXPECT_EQ(dialog.GetStatic(30030)->GetRect(), wxRect(6, 4, 24, 13));
-  EXPECT_EQ(dialog.GetStatic(30038)->GetRect(), wxRect(1068, 4, 23, 13));
-  EXPECT_EQ(dialog.GetStatic(30041)->GetRect(), wxRect(1238, 4, 160, 13));
+  std::wstring placed;
   for (const DialogControl& control : kLineControls) {
-    const wxSize text = dialog.GetStatic(control.Id)->GetTextExtent(control.Text);
-    EXPECT_LE(text.x, dialog.GetStatic(control.Id)->GetSize().x) << control.Id;
-    EXPECT_LE(text.y, dialog.GetStatic(control.Id)->GetSize().y) << control.Id;
+    const CQORPStatic& text = *dialog.GetStatic(control.Id);
+    const wxRect rect = text.GetRect();
+    placed += L"|" + std::to_wstring(control.Id) + text.GetWindowText();
+    for (const int length : {rect.x, rect.y, rect.width, rect.height}) placed += L" " + std::to_wstring(length);
+    const wxSize extent = text.GetTextExtent(control.Text);
+    EXPECT_TRUE(extent.x <= rect.width && extent.y <= rect.height) << control.Id;
   }
+  EXPECT_EQ(placed,
+            L"|30030Buy: 6 4 24 13|300310 33 4 75 13|30032BuyAmt: 120 4 47 13|300330.00 168 4 158 13"
+            L"|30034Sell: 522 4 24 13|300350 551 4 75 13|30036SellAmt: 633 4 45 13|300370.00 681 4 141 13"
+            L"|30038Net: 1068 4 23 13|300390 1097 4 81 13|30040NetAmt: 1187 4 43 13|300410.00 1238 4 160 13"
+            L"|30042BuyAvg: 336 4 47 13|300430.00 387 4 128 13|30044SellAvg: 828 4 47 13|300450.00 876 4 185 13");
   book.SetSize(300, 200);
   EXPECT_EQ(dialog.GetRect(), wxRect(wxPoint(1, 1), book.GetClientSize() - wxSize(2, 2))) << "a frame of one pixel";
 }
@@ -158,16 +172,16 @@ TEST_F(BooksTest, CommandAndEscapeReachTheBookWithTheFocus) {
   Registry().OnBookCommand();
   EXPECT_EQ(Registry().BarsById.size(), 1u);
   EXPECT_EQ(book.GetBarTitle(), L"Trade Book : All");
-  Press(*grid.GetRowsWindow(), WXK_ESCAPE, kAlt);
-  wxKeyEvent alt(wxEVT_KEY_DOWN);
-  alt.m_keyCode = WXK_ESCAPE;
-  alt.SetAltDown(true);
-  EXPECT_FALSE(grid.PreTranslateMessage(alt) || book.PreTranslateMessage(alt)) << "Alt keys are the terminal's";
+  wxKeyEvent escape(wxEVT_KEY_DOWN);
+  escape.m_keyCode = WXK_ESCAPE;
+  escape.SetAltDown(true);
+  EXPECT_FALSE(grid.PreTranslateMessage(escape) || book.PreTranslateMessage(escape)) << "Alt keys are the terminal's";
   EXPECT_EQ(book.GetBarTitle(), L"Trade Book : All");
   Press(*grid.GetRowsWindow(), WXK_ESCAPE);
   EXPECT_EQ(book.GetBarTitle(), L"Trade Book : COMEX GOLD 201312");
   fakeTerminal.Focus.clear();
-  Press(*grid.GetRowsWindow(), WXK_ESCAPE);
+  escape.SetAltDown(false);
+  EXPECT_TRUE(book.PreTranslateMessage(escape));
   EXPECT_FALSE(book.IsBarShown());
   EXPECT_TRUE(std::ranges::count(fakeTerminal.Focus, std::pair<void*, bool>(&book, true)) == 1);
 }
@@ -184,80 +198,91 @@ TEST_F(BooksTest, ClosesFromItsBarAndItsTab) {
   tabbed.TabControlBar();
   Pump();
   EXPECT_EQ(tabbed.GetParentMDIChild()->GetTitle(), L"Trade Book : COMEX GOLD 201312");
+  fakeTerminal.Focus.clear();
+  wxFocusEvent focus(wxEVT_SET_FOCUS);
+  tabbed.GetParentMDIChild()->GetEventHandler()->ProcessEvent(focus);
+  EXPECT_TRUE(PumpUntil([&] {
+    return std::ranges::count(fakeTerminal.Focus, std::pair<void*, bool>(&tabbed, false)) > 0;
+  })) << "the tab passes the focus on";
   EXPECT_EQ(tabbed.OnTabCloseButton(), 1);
   EXPECT_TRUE(tabbed.IsBarShown()) << "the tab hides it";
   EXPECT_TRUE(Registry().BarsById.empty());
   EXPECT_EQ(tabbed.OnTabCloseButton(), 1) << "unknown by now, and the tab still goes";
-  CTradeBookBar& floating = OpenGold();
-  wxKeyEvent escape(wxEVT_KEY_DOWN);
-  escape.m_keyCode = WXK_ESCAPE;
-  EXPECT_TRUE(floating.PreTranslateMessage(escape));
-  EXPECT_FALSE(floating.IsBarShown());
-}
-
-TEST_F(BooksTest, ABookThatIsGonePaintsAndForgets) {
-  Desk->Trade(1, "COMEX", "GC1", 1, 5, 10);
-  CTradeBookBar& book = Open();
-  Desk->Tell(30022);
-  EXPECT_EQ(Cell(book, 0, "colSecurityID"), L"");
-  PaintNow(*book.Grid()->GetRowsWindow());
-  book.GetDockingManager()->DestroyBar(&book);
-  Pump();
-  EXPECT_TRUE(Registry().BarsById.empty() && Registry().BooksByWindow.empty() && State().BooksByKey.empty());
 }
 
 TEST_F(BooksTest, ColumnsComeBackAfterARestart) {
   const fs::path later = Desk->Folder / "later";
   fs::create_directories(later);
   fs::current_path(later);
-  {
-    CTradeBookGrid& grid = *Open().Grid();
-    fs::current_path(Desk->Folder);
-    EXPECT_EQ(grid.GetWorkingFolder(), later) << "the folder that it was opened in";
-    EXPECT_FALSE(grid.GetColumnsInfo().GetColumnVisible(0));
-    grid.SetColumnVisible(0, true);
-    grid.SetColumnVisible(3, false);
-    grid.SetColumnWidth(12, 222);
-    grid.GetColumnsInfo().SetColumnDisplayPos(0, 20);
-    grid.ToggleSortColumn(18);
-    EXPECT_TRUE(grid.RunContextMenu({L"Column Header", L"Save Column Profile"}));
-  }
-  const std::string file = ReadFile(later / "ColumnProfile" / "Trade Book" / "ColumnProfile.xml");
-  EXPECT_EQ(file.substr(0, 109),
-            "<ColumnProfile>\r\n<TradeBook>\r\n<colServer>\r\n<Header>\"Server\"</Header>\r\n<Width>\"60\"</Width>\r\n"
-            "<Visible>\"1\"</Visi");
+  CTradeBookGrid& grid = *Open().Grid();
+  fs::current_path(Desk->Folder);
+  EXPECT_EQ(grid.GetWorkingFolder(), later) << "the folder that it was opened in";
+  EXPECT_FALSE(grid.GetColumnsInfo().GetColumnVisible(0));
+  grid.SetColumnVisible(0, true);
+  grid.SetColumnVisible(3, false);
+  grid.SetColumnWidth(12, 222);
+  grid.GetColumnsInfo().SetColumnDisplayPos(0, 20);
+  grid.EnableMultipleSort(false);
+  grid.ToggleSortColumn(18);
+  EXPECT_TRUE(grid.RunContextMenu({L"Column Header", L"Save Column Profile"}));
   Stop();
   fs::current_path(later);
   Start();
   CTradeBookBar& bar = Open();
   fs::current_path(Desk->Folder);
-  CTradeBookGrid& grid = *bar.Grid();
-  const CQORPGridColumnsInfo& columns = grid.GetColumnsInfo();
-  EXPECT_TRUE(columns.GetColumnVisible(0));
-  EXPECT_FALSE(columns.GetColumnVisible(3));
+  const CQORPGridColumnsInfo& columns = bar.Grid()->GetColumnsInfo();
+  EXPECT_TRUE(columns.GetColumnVisible(0) && !columns.GetColumnVisible(3));
   EXPECT_EQ(columns.GetColumnWidth(12), 222);
   EXPECT_EQ(columns.GetColumnOrder(20), 0);
+  EXPECT_FALSE(bar.Grid()->IsMultipleSort());
   EXPECT_EQ(columns.GetColumnState(18), 1);
   EXPECT_EQ(bar.Shown.Sort.SortColumns, std::vector<int>{18});
-  EXPECT_TRUE(grid.RunContextMenu({L"Column Header", L"Reset"}));
+  EXPECT_TRUE(bar.Grid()->RunContextMenu({L"Column Header", L"Reset"}));
   EXPECT_EQ(columns.GetColumnWidth(12), 47) << "the width that the grid gave, not the stored one";
-  EXPECT_TRUE(columns.GetColumnVisible(0)) << "the visibility of the profile";
-  EXPECT_EQ(columns.GetColumnState(18), 0);
 }
 
-TEST_F(BooksTest, HostileProfilesGiveTheDefaults) {
-  for (const char* profile :
-       {"", "<", "<ColumnProfile><TradeBook><colSymbol><Width>\"2049\"</Width>",
-        "<ColumnProfile><TradeBook><colSymbol><Width>\"-5\"</Width><Align>\"99\"</Align><Sort>\"7\"</Sort>"
-        "<Order>\"2147483647\"</Order><Header>\"\"</Header></colSymbol></TradeBook></ColumnProfile>"}) {
-    SCOPED_TRACE(profile);
-    fs::create_directories(Desk->Folder / "ColumnProfile" / "Trade Book");
-    WriteFile(Desk->Folder / "ColumnProfile" / "Trade Book" / "ColumnProfile.xml", profile);
-    const CQORPGridColumnsInfo& columns = Open().Grid()->GetColumnsInfo();
-    EXPECT_EQ(columns.GetColumnWidth(12), 47);
-    EXPECT_EQ(columns.GetColumnName(12), L"Symbol");
-    EXPECT_EQ(columns.GetColumnAlign(12), 0);
-    EXPECT_EQ(columns.GetColumnState(12), 0);
+TEST_F(BooksTest, ComeBackToTheirPlaces) {
+  const fs::path file = Desk->Folder / "stored.xml";
+  for (int i = 0; i < 3; ++i) OpenGold();
+  BarOf(1).DockControlBar(DockSide::Left), BarOf(2).TabControlBar(), BarOf(3).FloatControlBar({320, 210, 444, 222});
+  Pump();
+  const auto place = [](CTradeBookBar& bar) { return bar.Floats() ? bar.GetFloatRect() : bar.GetScreenRect(); };
+  std::map<std::uint32_t, wxRect> places;
+  for (const auto& [id, book] : Registry().BarsById) places[id] = place(WindowOf(*book));
+  Registry().SaveBookLayout(*RegistryStore::Make(file)->Open(0, 0));
+  EXPECT_NE(ReadFile(file).find("<TradeBook:COMEXGOLD201312TradeBook11>\r\n<Bar-1>\"1;docked;1;100;100;530;300;left;"),
+            std::string::npos);
+  Stop();
+  Start();
+  BookDesk::Select("COMEX", "GC1");
+  Registry().RestoreBookLayout(*RegistryStore::Make(file)->Open(0, 1));
+  ASSERT_EQ(Registry().BarsById.size(), 3u);
+  for (const auto& [id, rect] : places) EXPECT_TRUE(PumpUntil([&] { return place(BarOf(id)) == rect; })) << id;
+  const BookPlace docked = BarOf(1).Place(), tabbed = BarOf(2).Place(), floating = BarOf(3).Place();
+  EXPECT_TRUE(docked.Docked && !docked.Tabbed && tabbed.Tabbed && !tabbed.Docked && !floating.Docked);
+  const wxRect rect = BarOf(1).GetScreenRect();
+  EXPECT_EQ(docked.Rect, (SettingsRectangle{rect.x, rect.y, rect.x + rect.width, rect.y + rect.height}));
+}
+
+// Whatever is stored, the book is on the screen.
+TEST_F(BooksTest, FloatsOnTheScreenWithoutAStoredPlace) {
+  constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min(), kMost = -(kLeast + 1);
+  const TerminalMasters masters(*Desk->Functions);
+  const SettingsRectangle rects[] = {
+      {kLeast, kLeast, kMost, kMost}, {kMost, kMost, kLeast, kLeast}, {10, -2, 0, 0}, {310, 210, 754, 432}};
+  for (const SettingsRectangle& rect : rects) {
+    SCOPED_TRACE(rect.Left);
+    Book book(State(), masters, "TradeBook 1");
+    auto& bar = dynamic_cast<CTradeBookBar&>(*Screen->MakeWindow(book, rect, 1));
+    book.Window = &bar;
+    bar.ShowBar(true);
+    EXPECT_TRUE(bar.IsFloating());
+    EXPECT_TRUE(wxDisplay(0U).GetGeometry().Contains(bar.GetFloatRect().GetPosition() + wxPoint(40, 12)));
+    EXPECT_TRUE(wxRect(wxSize(4000, 4000)).Contains(wxRect(bar.GetFloatRect().GetSize())));
+    const wxRect stored(310, 210, 444, 222);
+    EXPECT_TRUE(rect.Left != stored.x || PumpUntil([&] { return bar.GetFloatRect() == stored; }));
+    bar.GetDockingManager()->DestroyBar(&bar);
+    Pump();
   }
 }
 

@@ -1,7 +1,6 @@
 #include "tests/documents/page.h"
 
 #include <regex>
-#include <sstream>
 #include <stdexcept>
 
 #include "foundations/text_tools.h"
@@ -15,15 +14,6 @@ std::vector<std::string> FencedBlock(const std::string& page, const std::string&
   if (text.find(behind) == std::string::npos || end == std::string::npos)
     throw std::runtime_error(page + " has no block of " + language + " behind '" + behind + "'");
   return SplitText(text.substr(begin + fence.size(), end - begin - fence.size()), '\n');
-}
-
-std::vector<std::uint8_t> HexBlock(const std::string& page, const std::string& behind) {
-  std::vector<std::uint8_t> bytes;
-  for (const std::string& line : FencedBlock(page, behind, "hex")) {
-    std::istringstream pairs(line.substr(0, line.find('|')));
-    for (unsigned byte; pairs >> std::hex >> byte;) bytes.push_back(static_cast<std::uint8_t>(byte));
-  }
-  return bytes;
 }
 
 std::string SourceText(const std::string& path) {

@@ -1,15 +1,11 @@
 // Reads pages for tests that compare them with the code.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
 // The lines of the first block fenced with that language after the given text.
 std::vector<std::string> FencedBlock(const std::string& page, const std::string& behind, const std::string& language);
-
-// The bytes of the first block of hex after the given text, without the remarks after "|".
-std::vector<std::uint8_t> HexBlock(const std::string& page, const std::string& behind);
 
 // A file of the source folder, with LF line ends.
 std::string SourceText(const std::string& path);

@@ -1,10 +1,12 @@
-// The toolkit in a program whose main loop is not that of wxWidgets.
+// The toolkit and its books in a program whose main loop is not that of wxWidgets.
 #include <gtest/gtest.h>
 #include <wx/app.h>
 #include <wx/dialog.h>
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
+#include "book_windows/windows/book_screen.h"
+#include "book_windows/windows/trade_book_bar.h"
 #include "tests/embedding/foreign_loop.h"
 #include "toolkit/bars/docking_control_bar.h"
 #include "toolkit/dialogs/message_box.h"
@@ -21,18 +23,8 @@ class EditBar : public CQORPDockingControlBar {
   }
   wxTextCtrl* First = nullptr;
   wxTextCtrl* Second = nullptr;
-  int KeyCount = 0, LaterCount = 0, IdleCount = 0;
+  int KeyCount = 0, IdleCount = 0;
 };
-
-// In this order: the program has no display at first, then opens its window.
-TEST(Embedding, IsSilentWithoutADisplay) {
-  if (!HideDisplay()) GTEST_SKIP() << "the platform always has a display";
-  testing::internal::CaptureStderr();
-  EXPECT_FALSE(StartToolkit());
-  EXPECT_FALSE(StartToolkit());
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-  ShowDisplay();
-}
 
 EditBar& OpenBar() {
   EditBar& bar = MakeChild<EditBar>();
@@ -40,52 +32,63 @@ EditBar& OpenBar() {
   bar.First = &MakeChild<wxTextCtrl>(&bar, wxID_ANY, wxEmptyString, wxPoint(10, 10), wxSize(200, 40));
   bar.Second = &MakeChild<wxTextCtrl>(&bar, wxID_ANY, wxEmptyString, wxPoint(10, 60), wxSize(200, 40));
   bar.Bind(wxEVT_IDLE, [&bar](wxIdleEvent&) { ++bar.IdleCount; });
-  bar.CallAfter([&bar] { ++bar.LaterCount; });
   bar.ShowControlBar(true);
   return bar;
 }
 
-bool HasRealFocus(EditBar& bar) {
-  bar.First->SetFocus();
-  auto* frame = dynamic_cast<wxTopLevelWindow*>(wxGetTopLevelParent(&bar));
-  return wxWindow::FindFocus() == bar.First && frame != nullptr && frame->IsActive();
-}
-
 // A modal box runs a loop within that of the program; a deferred call closes the box.
 void ShowBox(EditBar& bar) {
-  const auto isHostEnabled = ForeignWindowCheck();
-  bool blocked = isHostEnabled == nullptr;
+  bool blocked = false;
   wxTheApp->CallAfter([&] {
-    if (isHostEnabled != nullptr) blocked = !isHostEnabled();
+    blocked = !ForeignWindowTakesInput().value_or(false);
     for (wxWindow* window : wxTopLevelWindows)
       if (auto* dialog = dynamic_cast<wxDialog*>(window); dialog != nullptr && dialog->IsModal()) dialog->Close();
   });
   CQORPMessageBox box({.Parent = &bar, .Caption = L"Book", .Text = L"Close?", .Style = 1});
   EXPECT_EQ(box.ShowModal(), 2);
   EXPECT_TRUE(blocked) << "the program's own window takes no input meanwhile";
-  EXPECT_TRUE(isHostEnabled == nullptr || isHostEnabled());
+  EXPECT_TRUE(ForeignWindowTakesInput().value_or(true));
 }
 
 TEST(Embedding, AForeignLoopServesABarEachTimeTheToolkitStarts) {
   if (!OpenForeignWindow()) GTEST_SKIP() << "there is no display to make windows on";
   for (int time = 0; time < 2; ++time) {
-    SCOPED_TRACE(time);
     ASSERT_TRUE(StartToolkit());
     EditBar& bar = OpenBar();
-    EXPECT_TRUE(TickUntil([&] { return bar.IsShownOnScreen() && bar.LaterCount == 1 && bar.IdleCount > 0; }));
-    EXPECT_TRUE(TickUntil([&] { return HasRealFocus(bar); }));
+    EXPECT_TRUE(TickUntil([&] { return bar.IsShownOnScreen() && bar.IdleCount > 0; }));
+    EXPECT_TRUE(TickUntil([&] {
+      bar.First->SetFocus();
+      return wxWindow::FindFocus() == bar.First &&
+             dynamic_cast<wxTopLevelWindow&>(*wxGetTopLevelParent(&bar)).IsActive();
+    }));
     wxUIActionSimulator keys;
     for (const int key : {int{'a'}, int{'b'}, int{WXK_F8}, int{WXK_TAB}}) EXPECT_TRUE(keys.Char(key));
     EXPECT_TRUE(TickUntil([&] { return bar.First->GetValue() == L"ab" && wxWindow::FindFocus() == bar.Second; }));
     EXPECT_GE(bar.KeyCount, 4);
-    bar.DockControlBar(DockSide::Left);
-    EXPECT_TRUE(TickUntil([&] { return bar.IsDocked() && bar.IsShownOnScreen(); }));
     EXPECT_TRUE(TickUntil([&] { return ShowBox(bar), true; }));
     bar.TabControlBar();
     EXPECT_TRUE(TickUntil([&] { return bar.GetParentMDIChild()->IsShownOnScreen(); }));
     StopToolkit();
     EXPECT_EQ(wxTheApp, nullptr);
     Tick();
+  }
+}
+
+// With the list of books the toolkit goes, whatever has become of the bars.
+TEST(Embedding, TheEndOfTheBooksStopsTheToolkit) {
+  if (!OpenForeignWindow()) GTEST_SKIP() << "there is no display to make windows on";
+  for (const bool barsGoFirst : {false, true}) {
+    CQORTradeImpl decoder;
+    PluginState state(decoder);
+    CQORDLLComman functions([](const char*) -> void* { return nullptr; });
+    auto screen = std::make_unique<TradeBookScreen>(state, functions, BookCallbacks{});
+    screen->Registry.OpenNewBook();
+    ASSERT_TRUE(TickUntil([] { return ShowsWindow("Trade Book : All"); }));
+    auto& bar = dynamic_cast<CTradeBookBar&>(*screen->Registry.BarsById.begin()->second->Window);
+    if (barsGoFirst) bar.GetDockingManager()->DestroyBar(&bar);
+    screen.reset();
+    EXPECT_EQ(wxTheApp, nullptr);
+    EXPECT_TRUE(TickUntil([] { return !ShowsWindow("Trade Book : All"); })) << "the program goes on";
   }
 }
 

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 
 // Takes the display away; false if the platform always has one.
@@ -11,8 +12,8 @@ void ShowDisplay();
 
 // Opens the window of the program; false without a display.
 bool OpenForeignWindow();
-// A function that tells whether the program's window takes input; null if the system itself keeps input from it.
-bool (*ForeignWindowCheck())();
+// Whether the program's window takes input; nothing if the system itself keeps input from it.
+std::optional<bool> ForeignWindowTakesInput();
 // Runs the loop of the program and calls tick every few milliseconds until it returns false.
 void RunForeignLoop(const std::function<bool()>& tick);
 // True if a top-level window of the process with that title, in ASCII, is on the screen.

@@ -8,7 +8,6 @@
 namespace {
 
 constexpr unsigned kTickMs = 5;
-constexpr int kActivationTicks = 400;
 
 // The GTK of the machine, without its headers.
 template <typename Function>
@@ -17,10 +16,7 @@ Function* Gtk(const char* name) {
   return library == nullptr ? nullptr : reinterpret_cast<Function*>(dlsym(library, name));
 }
 
-std::string& HiddenDisplay() {
-  static std::string name;
-  return name;
-}
+std::string hiddenDisplay;
 
 int OnTick(void* tick) {
   if ((*static_cast<const std::function<bool()>*>(tick))()) return 1;
@@ -32,13 +28,13 @@ int OnTick(void* tick) {
 
 bool HideDisplay() {
   const char* name = std::getenv("DISPLAY");
-  HiddenDisplay() = name == nullptr ? "" : name;
+  hiddenDisplay = name == nullptr ? "" : name;
   unsetenv("DISPLAY");
   return true;
 }
 
 void ShowDisplay() {
-  if (!HiddenDisplay().empty()) setenv("DISPLAY", HiddenDisplay().c_str(), 1);
+  if (!hiddenDisplay.empty()) setenv("DISPLAY", hiddenDisplay.c_str(), 1);
 }
 
 bool OpenForeignWindow() {
@@ -48,14 +44,13 @@ bool OpenForeignWindow() {
   Gtk<void(void*, void*)>("gtk_container_add")(window, Gtk<void*()>("gtk_entry_new")());
   Gtk<void(void*)>("gtk_widget_show_all")(window);
   // A window manager activates it late, which would take the focus from a bar that opens before.
-  int ticks = 0;
-  RunForeignLoop([&] { return Gtk<int(void*)>("gtk_window_is_active")(window) == 0 && ++ticks < kActivationTicks; });
+  TickUntil([window] { return Gtk<int(void*)>("gtk_window_is_active")(window) != 0; });
   return true;
 }
 
 // GTK itself keeps events from the windows behind a modal one.
-bool (*ForeignWindowCheck())() {
-  return nullptr;
+std::optional<bool> ForeignWindowTakesInput() {
+  return std::nullopt;
 }
 
 void RunForeignLoop(const std::function<bool()>& tick) {

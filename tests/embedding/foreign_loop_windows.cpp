@@ -46,8 +46,8 @@ bool OpenForeignWindow() {
   return foreignWindow != nullptr;
 }
 
-bool (*ForeignWindowCheck())() {
-  return [] { return IsWindowEnabled(foreignWindow) != 0; };
+std::optional<bool> ForeignWindowTakesInput() {
+  return IsWindowEnabled(foreignWindow) != 0;
 }
 
 void RunForeignLoop(const std::function<bool()>& tick) {

@@ -1,7 +1,6 @@
 // Windows of books without a display: they note what the model tells them and answer what a test sets.
 #pragma once
 
-#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -40,12 +39,7 @@ class FakeBookWindow : public BookWindow {
   const void* GridAddress() const override { return &Row; }
   void DestroyBar() override;
 
-  std::string TakeNotes() {
-    std::string notes;
-    for (const std::string& note : Notes) notes += (notes.empty() ? "" : "; ") + note;
-    Notes.clear();
-    return notes;
-  }
+  std::string TakeNotes() { return std::exchange(Notes, {}); }
 
   Book& Shown;
   FakeBookScreen& Screen;
@@ -55,8 +49,8 @@ class FakeBookWindow : public BookWindow {
   BookPlace At;
 
  private:
-  void Note(std::string note) { Notes.push_back(std::move(note)); }
-  std::vector<std::string> Notes;
+  void Note(const std::string& note) { Notes += (Notes.empty() ? "" : "; ") + note; }
+  std::string Notes;
 };
 
 class FakeBookScreen : public BookScreen {
@@ -77,7 +71,7 @@ class FakeBookScreen : public BookScreen {
   std::vector<int> SortStates;
   bool HasDisplay = true;
   bool MakesNone = false;
-  bool MadeUnderResources = false;  // the last window
+  bool MadeUnderResources = false;            // the last window
   FakeBookWindow* EndedByProperty = nullptr;  // the next change of a property destroys its bar
 };
 

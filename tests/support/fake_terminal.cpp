@@ -3,23 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <map>
 
+#include "foundations/text_tools.h"
 #include "host_link/host_functions/terminal_functions.h"
-#include "platform/modules.h"
 
 FakeTerminal fakeTerminal;
 
 namespace {
-
-void Begin(const char* function) {
-  if (fakeTerminal.OnCall) fakeTerminal.OnCall(function);
-}
-
-std::string Narrow(const char16_t* text) {
-  const std::u16string_view wide = text;
-  return {wide.begin(), wide.end()};
-}
 
 std::size_t SizeOf(const MessageField& field, const std::uint8_t* value) {
   constexpr std::size_t kSizes[] = {1, 2, 4, 8, 8};
@@ -29,13 +19,10 @@ std::size_t SizeOf(const MessageField& field, const std::uint8_t* value) {
 }
 
 void Answer(MessageFunction function) {
-  Bytes body = Hex("23 1227 177D");
+  std::string fields;
   if (const auto& selected = fakeTerminal.Selected; selected)
-    for (const auto& [tag, text] : {std::pair{Hex("E2D6"), selected->first}, {Hex("40D7"), selected->second}})
-      body = body + Hex("23") + tag + Word(text.size()) + Bytes(text.begin(), text.end());
-  const Bytes message = Framed(body);
-  CQORPacketReader reader(message.data(), static_cast<std::uint16_t>(message.size()));
-  function(&reader);
+    fields = WireText(55010, selected->first) + WireText(55104, selected->second);
+  Deliver(false, 32023, {fields.begin(), fields.end()}, [&](CQORPacketReader& answer) { function(&answer); });
 }
 
 // Field 30002 follows header and number, or another field of eight bytes.
@@ -47,7 +34,6 @@ MessageFunction CallbackOf(const Bytes& question) {
 }  // namespace
 
 TRADEBOOK_EXPORT void PluginDataSend(CQORPacketWriter* message) {
-  Begin("PluginDataSend");
   const Bytes bytes = BytesOf(*message);
   EXPECT_EQ(message->OutputBuffer, nullptr) << "finished";
   EXPECT_EQ(Part(bytes, 0, 10), Hex("23 0100 0000 23 1127 0000"));
@@ -60,20 +46,16 @@ TRADEBOOK_EXPORT void PluginDataSend(CQORPacketWriter* message) {
 }
 
 TRADEBOOK_EXPORT void GetMasterRequest(MasterRequest* request, std::uint32_t zero, std::uint16_t* number) {
-  Begin("GetMasterRequest");
-  EXPECT_EQ(request->FirstSlot, 0U);
-  EXPECT_EQ(request->MasterRecord, 0U);
-  EXPECT_EQ(zero, 0U);
+  EXPECT_EQ(request->FirstSlot | request->MasterRecord | zero, 0U);
   EXPECT_EQ(*number, 30);
-  for (const int unused : {1, 2, 3, 4, 5, 6, 8}) EXPECT_EQ(Narrow(request->Texts[unused]), "");
-  const std::string asked = Narrow(request->Texts[0]) + '|' + Narrow(request->Texts[7]);
+  for (const int unused : {1, 2, 3, 4, 5, 6, 8}) EXPECT_EQ(Utf16ToWide(request->Texts[unused]), L"");
+  const std::string asked = WideToNarrow(Utf16ToWide(request->Texts[0]) + L'|' + Utf16ToWide(request->Texts[7]));
   fakeTerminal.MasterRequests.push_back(asked);
   if (const auto found = fakeTerminal.Masters.find(asked); found != fakeTerminal.Masters.end())
     request->MasterRecord = reinterpret_cast<std::uint64_t>(found->second.data());
 }
 
 TRADEBOOK_EXPORT std::uint32_t GetPluginBarID(const char* pluginName, const char* bookName) {
-  Begin("GetPluginBarID");
   EXPECT_STREQ(pluginName, "Trade Book");
   const auto next = static_cast<std::uint32_t>(fakeTerminal.BarIds.size() + 1);
   const std::uint32_t id = fakeTerminal.BarIds.emplace(bookName, next).first->second;
@@ -82,13 +64,11 @@ TRADEBOOK_EXPORT std::uint32_t GetPluginBarID(const char* pluginName, const char
 }
 
 TRADEBOOK_EXPORT void PluginRemoveBarID(std::uint32_t barId, const char* pluginName) {
-  Begin("PluginRemoveBarID");
   EXPECT_STREQ(pluginName, "Trade Book");
   fakeTerminal.BarCalls.push_back('-' + std::to_string(barId));
 }
 
 TRADEBOOK_EXPORT void ApplicationFocus(void* window, std::uint32_t closed) {
-  Begin("ApplicationFocus");
   EXPECT_LE(closed, 1U);
   fakeTerminal.Focus.emplace_back(window, closed != 0);
 }
@@ -97,18 +77,6 @@ std::vector<std::uint16_t> FakeTerminal::SentNumbers() const {
   std::vector<std::uint16_t> numbers;
   for (const Bytes& message : Sent) numbers.push_back(LoadValue<std::uint16_t>(&message.at(13)));
   return numbers;
-}
-
-void* FakeTerminalFunction(const char* name) {
-  const std::map<std::string, void*> functions = {
-      {"PluginDataSend", reinterpret_cast<void*>(&PluginDataSend)},
-      {"GetMasterRequest", reinterpret_cast<void*>(&GetMasterRequest)},
-      {"GetPluginBarID", reinterpret_cast<void*>(&GetPluginBarID)},
-      {"PluginRemoveBarID", reinterpret_cast<void*>(&PluginRemoveBarID)},
-      {"ApplicationFocus", reinterpret_cast<void*>(&ApplicationFocus)},
-  };
-  const auto found = functions.find(name);
-  return found == functions.end() ? nullptr : found->second;
 }
 
 Bytes MasterRecord(std::string_view name, double multiplier) {

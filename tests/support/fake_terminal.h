@@ -1,6 +1,5 @@
 // The terminal's functions for tests: they record each call, check it against the tables of host_link and answer it.
-// Compile fake_terminal.cpp into the test and let it export them (ENABLE_EXPORTS), or pass FakeTerminalFunction as the
-// resolver.
+// Compile fake_terminal.cpp into the test and let it export them (ENABLE_EXPORTS).
 #pragma once
 
 #include <functional>
@@ -11,6 +10,7 @@
 #include <vector>
 
 #include "host_link/messages/message_table.h"
+#include "platform/modules.h"
 #include "tests/support/wire_bytes.h"
 
 struct FakeTerminal {
@@ -24,7 +24,6 @@ struct FakeTerminal {
   std::map<std::string, Bytes> Masters;                         // master records by "exchange|security id"
   std::map<std::string, std::uint32_t> BarIds;                  // by book name; a new name gets the next id
   std::optional<std::pair<std::string, std::string>> Selected;  // answers 32022 by 32023; none: without fields
-  std::function<void(const char* function)> OnCall;             // runs first, in every call
 
   std::vector<std::uint16_t> SentNumbers() const;
 };
@@ -32,8 +31,8 @@ struct FakeTerminal {
 // The process's. Assign {} to forget what it holds.
 extern FakeTerminal fakeTerminal;
 
-// The function of that name; null for those that the plug-in does not call.
-void* FakeTerminalFunction(const char* name);
+// Finds the function of a name; null for those that the plug-in does not call.
+inline constexpr auto FakeTerminalFunction = &MainProgramSymbol;
 
 // A master record: what the plug-in reads of it, and not a byte behind it.
 Bytes MasterRecord(std::string_view name, double multiplier);

@@ -17,9 +17,7 @@ class OwnFolder : public testing::Test {
   std::filesystem::path Folder = std::filesystem::temp_directory_path();
 };
 
-inline void WriteBytes(const std::filesystem::path& file, const std::string& bytes) {
-  WriteFile(file, bytes);
-}
+inline constexpr auto WriteBytes = &WriteFile;
 inline std::string BytesOf(const std::filesystem::path& file) {
   return ReadFile(file);
 }

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <initializer_list>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -67,13 +66,10 @@ inline std::unique_ptr<std::uint8_t[]> ExactBlock(const Bytes& bytes) {
 }
 
 // The same with its size.
-class ExactBytes {
- public:
+struct ExactBytes {
   explicit ExactBytes(std::string_view bytes) : Block(ExactBlock({bytes.begin(), bytes.end()})), Count(bytes.size()) {}
   const std::uint8_t* Data() const { return Block.get(); }
   std::uint16_t Size() const { return static_cast<std::uint16_t>(Count); }
-
- private:
   std::unique_ptr<std::uint8_t[]> Block;
   std::size_t Count;
 };
