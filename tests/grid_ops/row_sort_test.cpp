@@ -16,8 +16,9 @@ namespace {
 std::vector<TradeRecord> RandomRecords(std::size_t count, unsigned seed) {
   std::mt19937 dice(seed);
   const std::string longText(70, 'x'), wordText(16, 'x');
-  const std::string_view kTexts[] = {"",         "a",         "A",          "ab",     "aab",    "\xE4",  "abcdefg",
-                                     "abcdefgh", "abcdefghi", "abcdefgh\1", "\x80zz", longText, wordText};
+  const std::string_view kTexts[] = {"",       "a",       "A",        "ab",        "aab",
+                                     "\xE4",   "abcdefg", "abcdefgh", "abcdefghi", "abcdefgh\1",
+                                     "\x80zz", longText,  wordText,   {"a\0x", 3}, {"abcdefgh\0y", 10}};
   constexpr std::int32_t kNumbers[] = {0, 1, -1, 2, 255, 256, 65536, 0x7FFFFFFF, -0x7FFFFFFF - 1};
   constexpr double kDoubles[] = {0, -0.0, 1, -1, 0.05, 100.25, 100.5, 1e20, -1e20, 1e-300, -1e-300};
   const auto of = [&dice](const auto& values) { return values[dice() % std::size(values)]; };
