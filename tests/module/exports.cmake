@@ -1,5 +1,6 @@
 # Fails unless a module's file exports its three entry points and nothing else.
-#   cmake -DMODULE=file -DNM=nm -DOBJDUMP=objdump -P exports.cmake
+#   cmake -DNM=nm -DOBJDUMP=objdump -P exports.cmake file
+set(MODULE ${CMAKE_ARGV5})
 if(MODULE MATCHES "\\.dll$")
   execute_process(COMMAND ${OBJDUMP} -p ${MODULE} OUTPUT_VARIABLE text COMMAND_ERROR_IS_FATAL ANY)
   string(REGEX MATCHALL " Export RVA" functions "${text}")
