@@ -5,11 +5,22 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "host_link/messages/packet_reader.h"
 #include "host_link/messages/packet_writer.h"
-#include "terminal/common/run_files.h"
-#include "terminal/day/message_source.h"
+#include "terminal/day/message_file.h"
+
+// Gives the messages of a day one at a time.
+class MessageSource {
+ public:
+  virtual ~MessageSource() = default;
+  // The next message, valid until the next call; it may be changed. False at the end of the day.
+  virtual bool Next(WireFrame& frame) = 0;
+  // Reports the last message to the user.
+  virtual void Report(const std::string& reason) = 0;
+};
 
 // LiveFrom: where the download ends and the live part begins.
 struct LiveFrom {
@@ -64,27 +75,4 @@ class NumberedDay {
   std::optional<std::int64_t> FirstDate;
   bool Live = false;
   bool DownloadEnded = false;
-};
-
-// DayInput: the files of a day: securities, trades or messages and, for trades, the desk.
-class DayInput {
- public:
-  // Reads securities and desk. Throws TerminalError.
-  DayInput(const RunFiles& files, std::optional<LiveFrom> live, BadLineReport& badLines);
-
-  // Opens the day from its begin; a day opened before ends. Throws TerminalError.
-  NumberedDay& Open();
-  // The same with that many trades as download.
-  NumberedDay& OpenWithDownload(std::uint64_t trades);
-
-  SecurityList Securities;
-
- private:
-  NumberedDay& OpenFrom(LiveFrom live);
-
-  std::filesystem::path Day;
-  std::optional<LiveFrom> Live;
-  BadLineReport& BadLines;
-  std::optional<OrderDesk> Desk;  // a file of messages needs none
-  std::optional<NumberedDay> Script;
 };

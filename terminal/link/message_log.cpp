@@ -2,7 +2,6 @@
 
 #include <array>
 #include <charconv>
-#include <cstring>
 #include <ctime>
 #include <iterator>
 #include <ostream>
@@ -17,10 +16,8 @@ constexpr std::uint16_t kFirstDecimalTag = 40001;
 
 template <typename Value>
 std::string NumberText(const std::uint8_t* bytes) {
-  Value value;
-  std::memcpy(&value, bytes, sizeof value);
   std::array<char, 40> text;
-  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
+  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), LoadValue<Value>(bytes)).ptr};
 }
 
 void AppendHex(std::string& text, std::uint8_t byte) {
@@ -48,7 +45,7 @@ std::string ValueText(std::uint16_t tag, std::uint16_t width, std::span<const st
     case 0:
       return {};
     case 1:
-      return NumberText<unsigned>(std::array<std::uint8_t, 4>{bytes[0]}.data());
+      return NumberText<std::uint8_t>(bytes.data());
     case 2:
       return NumberText<std::uint16_t>(bytes.data());
     case 4:

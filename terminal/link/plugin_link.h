@@ -70,7 +70,4 @@ class PluginLink : public MessageTarget {
 
 // Sends 30025, 30026 and 30022 and returns how many of them the plug-in takes. Without windows it leaves out 30026, as
 // the plug-in would open its books in a frame of its own.
-
-// Sends 30025, 30026 and 30022; gives how many of them the plug-in takes. 30026 only where there are windows: the
-// plug-in would open its books in a frame of its own otherwise.
 std::uint64_t SendStart(PluginLink& plugin, bool withWindows);

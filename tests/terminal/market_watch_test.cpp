@@ -13,7 +13,11 @@ class MarketWatchTest : public testing::Test {
  protected:
   void Trade(const std::string& exchange, const std::string& id, double price, std::uint32_t quantity = 1,
              const std::string& time = "20131007-09:30:00") {
-    Watch.OnTradeSent({exchange, id, "SYM", "NAME", "201312", time, quantity, price});
+    TradePrint print{{}, {}, "SYM", "NAME", "201312", {}, quantity, price};
+    exchange.copy(print.Exchange, TradePrint::kLongestText);
+    id.copy(print.SecurityID, TradePrint::kLongestText);
+    time.copy(print.Time, TradePrint::kLongestText);
+    Watch.OnTradeSent(print);
   }
   // All rows in one column, from the top down.
   std::string Column(std::size_t column) const {
@@ -114,10 +118,10 @@ TEST(TradePrint, ReadsAMessageAndLeavesItWhereItStood) {
   std::uint16_t needed = 0;
   std::uint16_t consumed = 0;
   ASSERT_TRUE(message.ParseHeader(needed, consumed));
-  EXPECT_EQ(ReadTradePrint(message).SecurityID, "IBM");
+  EXPECT_STREQ(ReadTradePrint(message).SecurityID, "IBM");
   const TradePrint again = ReadTradePrint(message);
-  EXPECT_EQ(again.Exchange, "ARCA");
-  EXPECT_EQ(again.Time, "20131007-09:30:01");
+  EXPECT_STREQ(again.Exchange, "ARCA");
+  EXPECT_STREQ(again.Time, "20131007-09:30:01");
   EXPECT_EQ(again.Quantity, 25U);
   EXPECT_EQ(again.Price, 182.5);
 }

@@ -7,7 +7,7 @@
 
 #include "host_link/messages/message_header.h"
 #include "terminal/common/errors.h"
-#include "terminal/day/recordings.h"
+#include "terminal/day/day_input.h"
 #include "tests/terminal/test_files.h"
 
 namespace {

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <sstream>
 
-#include "terminal/play/play_report.h"
 #include "tests/terminal/test_files.h"
 
 namespace {
@@ -21,7 +20,7 @@ class PlayerTest : public testing::Test, protected MessageTarget, protected Trad
     Clock.Current += Taken;
     return true;
   }
-  void OnTradeSent(const TradePrint& print) override { Notes += print.SecurityID + ":"; }
+  void OnTradeSent(const TradePrint& print) override { Notes += print.SecurityID + std::string(":"); }
 
   std::string PlayFor(milliseconds time = milliseconds(1000)) {
     Notes.clear();
@@ -171,13 +170,13 @@ TEST_F(PlayerTest, CallsTheRefreshAtItsPeriod) {
   RefreshClock = &Clock;
   RefreshTimes.clear();
   Taken = milliseconds(100);
-  Beat.Register(&NoteRefresh, milliseconds(250));
+  Beat.Register({&NoteRefresh, milliseconds(250)});
   PlayWhole(PacedDay(), 1);
   EXPECT_EQ(RefreshTimes.substr(0, 30),
             "400 650 900 1150 1400 1650 190");  // 400: between messages, then while it waits
   EXPECT_EQ(Beat.Calls(), static_cast<std::uint64_t>(std::count(RefreshTimes.begin(), RefreshTimes.end(), ' ')));
   const std::string before = RefreshTimes;
-  Beat.Register(nullptr, milliseconds(0));
+  Beat.Register({});
   PlayWhole(PacedDay(), 1);
   EXPECT_EQ(RefreshTimes, before);
 }

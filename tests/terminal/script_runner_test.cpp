@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "terminal/common/errors.h"
+#include "terminal/windows/drivers/screen_picture.h"
 #include "tests/terminal/test_files.h"
 #include "tests/toolkit/gui_test.h"
 #include "toolkit/bars/docking_manager.h"
@@ -152,6 +153,21 @@ TEST_F(ScriptRun, ReportsUnexpectedThings) {
             "5: the book shows 300 rows\n6: the book's menu has no such entry, or it cannot be had now\n"
             "7: there is no dialog\n9: the save dialog that was to be answered before has not come up\n"
             "10: the save dialog that was to be answered has not come up\n");
+}
+
+TEST(PngFile, WritesTheFormatsBytes) {
+  // Two pixels side by side over two: red, green; red, blue.
+  const std::uint8_t pixels[] = {255, 0, 0, 0, 255, 0, 255, 0, 0, 0, 0, 255};
+  const std::string png = PngBytes(2, 2, pixels);
+  const std::string head("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\0\0\0\2\0\0\0\2\x08\2\0\0\0\xFD\xD4\x9A\x73", 33);
+  EXPECT_EQ(png.substr(0, 33), head);
+  EXPECT_EQ(png.substr(37, 4), "IDAT");
+  EXPECT_EQ(png.substr(png.size() - 12), std::string("\0\0\0\0IEND\xAE\x42\x60\x82", 12));
+  EXPECT_EQ(PngBytes(2, 3, pixels), "");
+  EXPECT_EQ(PngBytes(0, 2, {}), "");
+  EXPECT_THROW(WritePngFile(TestFolder() / "no" / "x.png", 2, 2, pixels), TerminalError);
+  WritePngFile(TestFolder() / "x.png", 2, 2, pixels);
+  EXPECT_EQ(ReadTestFile(TestFolder() / "x.png"), png);
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "terminal/common/errors.h"
-#include "terminal/script/key_press.h"
 #include "tests/terminal/test_files.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Which of two window systems the terminal takes, beside the X server that the test runs on; what is not printed.
-#include "terminal/windows/frame/window_system.h"
+#include "terminal/windows/frame/window_tools.h"
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>

@@ -1,12 +1,47 @@
-#include "terminal/day/message_source.h"
+#include "terminal/day/day_input.h"
 
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "host_link/messages/message_header.h"
+#include "platform/modules.h"
 #include "terminal/day/csv_reader.h"
 #include "terminal/day/csv_tables.h"
-#include "terminal/day/recordings.h"
+#include "terminal/day/message_file.h"
 #include "terminal/day/trade_message.h"
+
+namespace {
+
+using Path = std::filesystem::path;
+
+Path SampleFile(const char* name) {
+  return ProgramFolder() / "sample_day" / name;
+}
+
+Path SideFile(const Path& day, const char* name) {
+  Path beside = day.parent_path() / name;
+  std::error_code error;
+  return std::filesystem::exists(beside, error) ? beside : SampleFile(name);
+}
+
+}  // namespace
+
+RunFiles RunFiles::OfDay(const Path& day) {
+  return RunFiles().WithDay(day.empty() ? SampleFile("trades.csv") : day);
+}
+
+RunFiles RunFiles::WithDay(const Path& day) const {
+  RunFiles files = *this;
+  files.Day = std::filesystem::absolute(day);
+  files.Securities = SideFile(files.Day, "securities.csv");
+  files.Desk = SideFile(files.Day, "desk.csv");
+  return files;
+}
+
+bool RunFiles::IsSampleDay() const {
+  return Day == SampleFile("trades.csv");
+}
 
 namespace {
 
@@ -61,4 +96,25 @@ std::unique_ptr<MessageSource> OpenTradeDay(const std::filesystem::path& file, c
 
 std::unique_ptr<MessageSource> OpenMessageDay(const std::filesystem::path& file, BadLineReport& badLines) {
   return std::make_unique<FileSource>(file, badLines);
+}
+
+DayInput::DayInput(const RunFiles& files, std::optional<LiveFrom> live, BadLineReport& badLines)
+    : Securities(files.Securities, badLines), Day(files.Day), Live(live), BadLines(badLines) {
+  if (!IsMessageFile(Day)) Desk.emplace(files.Desk, badLines);
+}
+
+NumberedDay& DayInput::Open() {
+  const LiveFrom asNumbered;
+  if (Live) return OpenFrom(*Live);
+  return Desk ? OpenWithDownload(CountTradeLines(Day) / 2) : OpenFrom(asNumbered);
+}
+
+NumberedDay& DayInput::OpenWithDownload(std::uint64_t trades) {
+  return OpenFrom({LiveFrom::Kind::Count, static_cast<std::int64_t>(trades)});
+}
+
+NumberedDay& DayInput::OpenFrom(LiveFrom live) {
+  Script.reset();
+  BadLines.StartAgain(Day);
+  return Script.emplace(Desk ? OpenTradeDay(Day, *Desk, Securities, BadLines) : OpenMessageDay(Day, BadLines), live);
 }
