@@ -53,7 +53,7 @@ class TradeSource : public MessageSource {
               BadLineReport& badLines)
       : Day(file, badLines), Messages(desk, securities) {}
 
-  bool Next(WireFrame& frame) override {
+  bool Next(RawMessage& frame) override {
     if (!Day.Next(Trade)) return false;
     Writer.emplace(kModePlain);
     Messages.Write(Trade, 9101, *Writer);
@@ -74,7 +74,7 @@ class FileSource : public MessageSource {
  public:
   FileSource(const std::filesystem::path& file, BadLineReport& badLines) : Messages(file, badLines) {}
 
-  bool Next(WireFrame& frame) override { return Messages.Next(frame); }
+  bool Next(RawMessage& frame) override { return Messages.Next(frame); }
   void Report(const std::string& reason) override { Messages.Report(reason); }
 
  private:

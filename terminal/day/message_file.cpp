@@ -52,7 +52,7 @@ std::size_t FindMessageHeader(std::string_view bytes, std::size_t from) noexcept
 MessageFile::MessageFile(std::filesystem::path path, BadLineReport& badLines)
     : Bytes(std::move(path)), BadLines(badLines) {}
 
-bool MessageFile::Next(WireFrame& frame) {
+bool MessageFile::Next(RawMessage& frame) {
   while (FindHeader()) {
     if (!TakeFrame()) continue;
     frame = Frame;

@@ -43,7 +43,7 @@ class FileBytes {
 };
 
 // A whole message with its header, and its place in the file. The bytes may be changed.
-struct WireFrame {
+struct RawMessage {
   std::uint8_t* Data = nullptr;
   std::uint16_t Size = 0;
   std::uint64_t Offset = 0;
@@ -59,7 +59,7 @@ class MessageFile {
   MessageFile(std::filesystem::path path, BadLineReport& badLines);
 
   // The frame is valid until the next call; false at the end of the file.
-  bool Next(WireFrame& frame);
+  bool Next(RawMessage& frame);
   // Reports the last frame.
   void Report(const std::string& reason) { BadLines.AtByte(Bytes.Path(), Frame.Offset, reason); }
 
@@ -73,7 +73,7 @@ class MessageFile {
   FileBytes Bytes;
   BadLineReport& BadLines;
   std::vector<std::uint8_t> Copy;
-  WireFrame Frame;
+  RawMessage Frame;
   std::uint64_t GarbageSize = 0;
   bool GarbageTold = false;  // what follows belongs to a cut message that has been reported
 };

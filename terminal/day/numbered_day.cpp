@@ -35,7 +35,7 @@ bool NumberedDay::Next() {
 
 // The next readable message of the source, with its number; false at the end.
 bool NumberedDay::TakeNext() {
-  for (WireFrame frame; Source->Next(frame);) {
+  for (RawMessage frame; Source->Next(frame);) {
     if (!Parse(frame)) {
       const bool enciphered = Reader->Mode == kModeEnciphered || Reader->Mode == kModeEncipheredByReader;
       Source->Report(enciphered ? "the message is enciphered and there is no key" : "the message cannot be read");
@@ -49,7 +49,7 @@ bool NumberedDay::TakeNext() {
   return false;
 }
 
-bool NumberedDay::Parse(const WireFrame& frame) {
+bool NumberedDay::Parse(const RawMessage& frame) {
   std::uint16_t needed = 0;
   std::uint16_t consumed = 0;
   Shown = frame;

@@ -17,7 +17,7 @@ class MessageSource {
  public:
   virtual ~MessageSource() = default;
   // The next message, valid until the next call; it may be changed. False at the end of the day.
-  virtual bool Next(WireFrame& frame) = 0;
+  virtual bool Next(RawMessage& frame) = 0;
   // Reports the last message to the user.
   virtual void Report(const std::string& reason) = 0;
 };
@@ -50,7 +50,7 @@ class NumberedDay {
   // The message with its header parsed.
   CQORPacketReader& Message() noexcept { return *Reader; }
   // The same message as raw bytes.
-  const WireFrame& Raw() const noexcept { return Shown; }
+  const RawMessage& Raw() const noexcept { return Shown; }
   bool IsTrade() const noexcept { return Reader->MessageNumber == 8111 || Reader->MessageNumber == 9101; }
   // The seconds of the exchange time, if the trade has a valid one. Walks the message.
   std::optional<std::int64_t> TradeSeconds();
@@ -58,7 +58,7 @@ class NumberedDay {
   void Report(const std::string& reason) { Source->Report(reason); }
 
  private:
-  bool Parse(const WireFrame& frame);
+  bool Parse(const RawMessage& frame);
   bool TakeNext();
   void ShowDownloadEnd();
   void Renumber();
@@ -68,8 +68,8 @@ class NumberedDay {
   std::unique_ptr<MessageSource> Source;
   LiveFrom From;
   CQORPacketWriter DownloadEnd;
-  WireFrame Shown;
-  WireFrame Held;  // a live trade that waits behind the 8112 before it
+  RawMessage Shown;
+  RawMessage Held;  // a live trade that waits behind the 8112 before it
   std::optional<CQORPacketReader> Reader;
   std::int64_t TradeCount = 0;
   std::optional<std::int64_t> FirstDate;

@@ -17,7 +17,7 @@ class MessageTarget {
  public:
   virtual ~MessageTarget() = default;
   // The same message after ParseHeader and raw. False if the target does not take its number.
-  virtual bool Deliver(CQORPacketReader& message, const WireFrame& raw) = 0;
+  virtual bool Deliver(CQORPacketReader& message, const RawMessage& raw) = 0;
   // Delivers a message without fields.
   bool Send(std::uint16_t number);
 };
@@ -36,7 +36,7 @@ class PluginLink : public MessageTarget {
 
   // Logs the messages to the module; null, the default, logs nothing.
   void LogTo(MessageLog* log) { Log = log; }
-  bool Deliver(CQORPacketReader& message, const WireFrame& raw) override;
+  bool Deliver(CQORPacketReader& message, const RawMessage& raw) override;
   // Sends 30026, which restores the books, to OnMessage whatever the module asked for.
   void SendRestore();
   // Asks the module for the selection in one of its windows, by message 32022 to OnPluginMessage. It answers through

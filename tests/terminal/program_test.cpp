@@ -2,41 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <sstream>
 
 #include "terminal/common/errors.h"
 #include "terminal/program/program.h"
+#include "terminal/program/window_memory.h"
 #include "tests/terminal/test_files.h"
 
 namespace {
-
-constexpr bool kWindows = std::filesystem::path::preferred_separator == '\\';
-
-std::string Quoted(const std::filesystem::path& path) {
-  std::filesystem::path preferred = path;
-  return "\"" + PathText(preferred.make_preferred()) + "\"";
-}
-
-std::filesystem::path TestModule(const char* name) {
-  return ProgramFolder() / (std::string(name) + ModuleSuffix());
-}
-
-struct RunResult {
-  int Code;
-  std::string Out;
-  std::string Errors;
-};
-
-RunResult RunProgram(const std::string& arguments, const std::string& environment = {}) {
-  const auto program = ProgramFolder() / ".." / "bin" / (kWindows ? "terminal.exe" : "terminal");
-  const auto out = TestFolder() / "out.txt";
-  const auto errors = TestFolder() / "errors.txt";
-  std::string command = environment + Quoted(program) + " " + arguments + " > " + Quoted(out) + " 2> " + Quoted(errors);
-  if (kWindows) command = "\"" + command + "\"";  // the shell takes one pair of quotes off
-  const int status = std::system(command.c_str());
-  return {kWindows ? status : status >> 8, ReadTestFile(out), ReadTestFile(errors)};
-}
 
 std::string FourTrades() {
   return Quoted(WriteDay({"00:00:01", "00:00:02", "00:00:03", "00:00:04"}));
@@ -51,29 +23,26 @@ TEST(Program, PlaysADayToAPlugin) {
       RunProgram("--day " + FourTrades() + PluginArguments("fake_plugin") + " --live-from 2 --speed 20");
   EXPECT_EQ(run.Code, 0);
   EXPECT_EQ(run.Errors, "");
-  std::string log = ReadTestFile(TestFolder() / "work" / "fake_plugin.log");
+  const std::string log = ReadFile(TestFolder() / "work" / "fake_plugin.log");
   // Beats come between messages, at the latest in the twentieth of a second between the two live trades.
-  const std::size_t lastTrade = log.find("routed 9101 4");
-  EXPECT_LT(log.find("refresh"), lastTrade);
-  log = Without(log, "refresh\n");
-  EXPECT_EQ(log,
+  EXPECT_LT(log.find("refresh"), log.find("routed 9101 4"));
+  EXPECT_EQ(Without(log, "refresh\n"),
             "raw 30025\nraw 30022\nrouted 8111 1\nrouted 8111 2\nrouted 8112\n"
             "master BIG BLUE 2.5\nbars 1\nraw 30020\nrouted 9101 3\nrouted 9101 4\nraw 30021\n");
   EXPECT_TRUE(std::filesystem::exists(TestFolder() / "work" / "TradeHeaderFile.txt"));
   const std::string summary = Without(run.Out, "\r");
-  for (const char* line :
-       {"Plug-in             Fake\n", "Messages sent       9\n", "Messages received   32005: 1, 32022: 1\n",
-        "Trades played       4 (download 2, live 2)\n", "Bad lines           0\n"})
-    EXPECT_NE(summary.find(line), std::string::npos) << line << summary;
-  EXPECT_EQ(summary.find("not asked"), std::string::npos);
+  EXPECT_EQ(summary.substr(0, summary.find("Refresh beats")),
+            "Plug-in             Fake\nMessages sent       9\nMessages received   32005: 1, 32022: 1\n"
+            "Trades played       4 (download 2, live 2)\n");
+  EXPECT_NE(summary.find("Bad lines           0\nSeconds             "), std::string::npos) << summary;
 }
 
 TEST(Program, WithholdsWhatThePluginDidNotAskFor) {
-  const auto day = WriteTestFile("day.bin", WireMessage(8111) + "junk" + WireMessage(9112) + WireMessage(30022));
+  const auto day = WriteTestFile("day.bin", DayMessage(8111) + "junk" + DayMessage(9112) + DayMessage(30022));
   const RunResult run = RunProgram("--day " + Quoted(day) + PluginArguments("fake_plugin"));
   EXPECT_EQ(run.Code, 1);
   EXPECT_NE(run.Errors.find(": byte 15: 4 bytes that belong to no message"), std::string::npos) << run.Errors;
-  const std::string log = Without(ReadTestFile(TestFolder() / "work" / "fake_plugin.log"), "refresh\n");
+  const std::string log = Without(ReadFile(TestFolder() / "work" / "fake_plugin.log"), "refresh\n");
   EXPECT_EQ(log.substr(0, log.find("master")), "raw 30025\nraw 30022\nrouted 8111 \nraw 30022\nrouted 8112\n");
   EXPECT_NE(run.Out.find("Messages not asked  1"), std::string::npos) << run.Out;
 }
@@ -111,14 +80,11 @@ TEST(Program, TellsEachFailureByItsCode) {
   EXPECT_EQ(RunProgram("--version").Out.substr(0, 14), "terminal 0.1.0");
 }
 
-TEST(Program, EndsWithCodeOneAfterAFailedCommand) {
-  const auto play = [](const RunFiles& files, const Options&, BadLineReport& badLines, std::ostream&) {
-    badLines.AtCommand(files.Script, 3, "there is no dialog");
-  };
-  const auto script = WriteTestFile("script.txt", "");
-  std::ostringstream out, errors;
-  EXPECT_EQ(RunTerminal({"--script", script}, play, out, errors), 1);
-  EXPECT_EQ(errors.str(), PathText(script) + ":3: there is no dialog\n");
+std::string Recorded(const std::string& arguments, const std::filesystem::path& file, const std::string& told) {
+  const RunResult run = RunProgram(arguments + " --record " + Quoted(file));
+  EXPECT_EQ(run.Code, 0) << run.Errors;
+  EXPECT_NE(run.Out.find(file.filename().string() + ": " + told), std::string::npos) << run.Out;
+  return ReadFile(file);
 }
 
 TEST(Program, NeedsADisplayOnlyForWindows) {
@@ -130,16 +96,11 @@ TEST(Program, NeedsADisplayOnlyForWindows) {
 }
 
 TEST(Program, RecordsTheSampleDayAlikeInBothModes) {
-  const auto record = [](const std::string& arguments, const std::filesystem::path& file) {
-    const RunResult run = RunProgram(arguments + " --record " + Quoted(file));
-    EXPECT_EQ(run.Code, 0) << run.Errors;
-    return ReadTestFile(file);
-  };
-  const auto compressedFile = TestFolder() / "compressed.bin";
-  const std::string plain = record("", TestFolder() / "plain.bin");
-  EXPECT_LT(record("--record-mode 1", compressedFile).size(), plain.size());
-  EXPECT_TRUE(record("--day " + Quoted(compressedFile), TestFolder() / "again.bin") == plain);
-  // 13,612 trades, the first half of them download.
+  const auto folder = TestFolder();
+  const std::string all = "13,613 messages", plain = Recorded("", folder / "plain.bin", all);
+  EXPECT_LT(Recorded("--record-mode 1", folder / "small.bin", all).size(), plain.size());
+  EXPECT_TRUE(Recorded("--day " + Quoted(folder / "small.bin"), folder / "again.bin", all) == plain);
+  // 13,612 trades, the first half of them download, and its end.
   EXPECT_EQ((plain.size() - Without(plain, "#\x12\x27\xAF\x1F").size()) / 5, 6806U);
 }
 
@@ -150,7 +111,7 @@ std::string DailyFileOf(const std::string& day) {
   const RunResult run = RunProgram("--headless --work " + Quoted(work) + " --day " + day);
   EXPECT_EQ(run.Code, 0) << run.Errors;
   for (const auto& entry : std::filesystem::directory_iterator(work))
-    if (entry.path().extension() == ".CSV") return ReadTestFile(entry.path());
+    if (entry.path().extension() == ".CSV") return ReadFile(entry.path());
   return "no daily file";
 }
 
@@ -160,25 +121,19 @@ TEST(Program, PlaysADayAlikeFromItsRecordFile) {
   EXPECT_EQ(std::count(direct.begin(), direct.end(), '\n'), 4);
   const auto file = WriteTestFile("day.ADA", std::string(90000, '#'));  // a longer file is replaced whole
   for (const char* mode : {"0", "1"}) {
-    const RunResult run = RunProgram("--day " + day + " --record " + Quoted(file) + " --record-mode " + mode);
-    EXPECT_EQ(run.Code, 0) << run.Errors;
-    EXPECT_NE(run.Out.find(": 4 trades"), std::string::npos) << run.Out;
+    Recorded("--day " + day + " --record-mode " + mode, file, "4 trades");
     EXPECT_EQ(DailyFileOf(Quoted(file)), direct);
   }
 }
 
 TEST(Program, RecordsTradesOnlyInARecordFile) {
-  const auto file = TestFolder() / "day.ada";
-  const auto day = WriteTestFile("day.bin", WireMessage(8111) + WireMessage(9112) + WireMessage(9101));
-  const RunResult run = RunProgram("--day " + Quoted(day) + " --record " + Quoted(file));
-  EXPECT_NE(run.Out.find("day.ada: 2 trades; other messages left out: 1"), std::string::npos) << run.Out;
-  const std::string bytes = ReadTestFile(file);
-  EXPECT_EQ(bytes.substr(0, 5), std::string("#\1\0\0\0", 5));
-  EXPECT_EQ(bytes.substr(10, 5), "#\x12\x27\xAF\x1F");
+  const auto day = WriteTestFile("day.bin", DayMessage(8111) + DayMessage(9112) + DayMessage(9101));
+  const std::string bytes =
+      Recorded("--day " + Quoted(day), TestFolder() / "day.ada", "2 trades; other messages left out: 1");
   ASSERT_EQ(bytes.size() % 2, 0U);
-  EXPECT_EQ(bytes.substr(bytes.size() / 2 + 10, 5), "#\x12\x27\x8D\x23");
-  WriteTestFile("empty.ada", "");
-  EXPECT_EQ(DailyFileOf(Quoted(TestFolder() / "empty.ada")).find("\r\n"), std::string::npos);
+  EXPECT_EQ(bytes.substr(0, 5) + bytes.substr(10, 5), WireU16(1, 0) + WireU16(10002, 8111));
+  EXPECT_EQ(bytes.substr(bytes.size() / 2 + 10, 5), WireU16(10002, 9101));
+  EXPECT_EQ(DailyFileOf(Quoted(WriteTestFile("empty.ada", ""))).find("\r\n"), std::string::npos);
 }
 
 TEST(Program, ReportsAFullDisk) {
@@ -196,18 +151,47 @@ TEST(WorkingFolder, IsMadeAndFilledWithoutOverwriting) {
   const auto work = TestFolder() / "new" / "work";
   EnterWorkingFolder(work, TestFolder() / "samples");
   EXPECT_TRUE(std::filesystem::equivalent(std::filesystem::current_path(), work));
-  EXPECT_EQ(ReadTestFile("one.txt"), "sample one");
-  EXPECT_EQ(ReadTestFile("deep/two.txt"), "sample two");
-  std::ofstream("one.txt", std::ios::binary) << "the user's";
+  EXPECT_EQ(ReadFile("one.txt"), "sample one");
+  EXPECT_EQ(ReadFile("deep/two.txt"), "sample two");
+  WriteFile("one.txt", "the user's");
   std::filesystem::remove("deep/two.txt");
   EnterWorkingFolder(work, TestFolder() / "samples");
-  EXPECT_EQ(ReadTestFile("one.txt"), "the user's");
-  EXPECT_EQ(ReadTestFile("deep/two.txt"), "sample two");
+  EXPECT_EQ(ReadFile("one.txt"), "the user's");
+  EXPECT_EQ(ReadFile("deep/two.txt"), "sample two");
   std::filesystem::current_path(before);
 
   EXPECT_THROW(EnterWorkingFolder(WriteTestFile("file", ""), TestFolder() / "samples"), TerminalError);
   EXPECT_THROW(EnterWorkingFolder(work, TestFolder() / "missing"), TerminalError);
   EXPECT_TRUE(std::filesystem::equivalent(std::filesystem::current_path(), before));
+}
+
+TEST(WindowMemory, KeepsOnlyPossiblePlaces) {
+  WindowMemory memory(TestFolder());
+  EXPECT_FALSE(memory.LoadFrame() || memory.LoadWatch() || memory.LoadDay());
+  const std::pair<SettingsRectangle, bool> frames[] = {
+      {{-32000, 10, 32000, 210}, true}, {{0, 0, 199, 800}, false},      {{0, 0, 800, 199}, false},
+      {{0, 0, 32001, 800}, false},      {{-32001, 0, 800, 800}, false}, {{0, 0, 800, 32001}, false},
+      {{0, -32001, 800, 800}, false},   {{0, -32000, 200, 32000}, true}};
+  for (const auto& [rectangle, isKept] : frames) {
+    memory.SaveFrame({rectangle, isKept});
+    EXPECT_EQ(memory.LoadFrame().has_value(), isKept) << rectangle.Right;
+    EXPECT_TRUE(!isKept || (memory.LoadFrame()->Rectangle.Left == rectangle.Left && memory.LoadFrame()->Maximized));
+  }
+  const std::pair<ColumnPlace, bool> columns[] = {{{L"Last", 10}, true},
+                                                  {{L"Last", 4000}, true},
+                                                  {{L"Last", 9}, false},
+                                                  {{L"Last", 4001}, false},
+                                                  {{L"", 90}, false}};
+  for (const auto& [column, isKept] : columns) {
+    const WatchPlace place{{{L"Name", 100}, column}, L"Last", !isKept};
+    memory.SaveWatch(place);
+    ASSERT_EQ(memory.LoadWatch().has_value(), isKept) << column.WidthPx;
+    EXPECT_TRUE(!isKept || (memory.LoadWatch()->Columns == place.Columns && !memory.LoadWatch()->Rising));
+  }
+  EXPECT_TRUE(memory.Write());
+  EXPECT_TRUE(std::filesystem::exists(TestFolder() / WindowMemory::kFileName));
+  WriteTestFile("damaged/TerminalWindows.xml", "<CURRENT_USER>\n<Frame>\n<Rectangle>\"00");
+  EXPECT_FALSE(WindowMemory(TestFolder() / "damaged").LoadFrame());
 }
 
 }  // namespace

@@ -1,5 +1,8 @@
 #include "terminal/windows/drivers/script_runner.h"
 
+#include <wx/button.h>
+#include <wx/checklst.h>
+
 #include <fstream>
 #include <sstream>
 
@@ -10,14 +13,17 @@
 #include "toolkit/bars/docking_manager.h"
 #include "toolkit/dialogs/file_dialog.h"
 #include "toolkit/dialogs/message_box.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
-// A book whose two menu commands open a box of a question and a dialog for a file.
+// A book whose menu commands open a box of a question, a dialog for a file and one with a list.
 class ScriptedGrid : public CQORPGridCtrl {
  public:
   ScriptedGrid() {
-    Bind(wxEVT_MENU, [this](wxCommandEvent& event) { event.GetId() == 1 ? AskQuestion() : AskForFile(); });
+    Bind(wxEVT_MENU, [this](wxCommandEvent& event) {
+      event.GetId() == 1 ? AskQuestion() : event.GetId() == 2 ? AskForFile() : AskForItems();
+    });
   }
   void AskQuestion() {
     CQORPMessageBox box;
@@ -31,8 +37,20 @@ class ScriptedGrid : public CQORPGridCtrl {
     const auto path = dialog.AskForPath();
     Note(path ? path->filename().string() : "cancelled");
   }
+  void AskForItems() {
+    wxDialog dialog(this, wxID_ANY, L"Items");
+    const wxString items[] = {L"First", L"Second"};
+    auto& list = MakeChild<wxCheckListBox>(&dialog, wxID_ANY, wxDefaultPosition, wxDefaultSize, 2, items);
+    MakeChild<wxButton>(&dialog, wxID_OK, L"Done");
+    list.Bind(wxEVT_CHECKLISTBOX, [&](wxCommandEvent& event) {
+      Note("item " + std::to_string(event.GetInt()) +
+           (list.IsChecked(static_cast<unsigned>(event.GetInt())) ? "+" : "-"));
+    });
+    Note(dialog.ShowModal() == wxID_OK ? "chosen " + std::to_string(list.GetSelection()) : "cancelled");
+  }
   std::span<const CQORPMenuItem> ContextMenu() const override {
     static constexpr CQORPMenuItem kMenu[] = {{CQORPMenuItem::Kind::Command, 0, 1, L"&Ask"},
+                                              {CQORPMenuItem::Kind::Command, 0, 3, L"Items"},
                                               {CQORPMenuItem::Kind::Submenu, 0, 0, L"Files"},
                                               {CQORPMenuItem::Kind::Command, 1, 2, L"Export"}};
     return kMenu;
@@ -46,15 +64,15 @@ class ScriptedGrid : public CQORPGridCtrl {
   std::vector<std::string> Notes;
 };
 
-class ScriptRun : public GuiTest, private ScriptTarget {
+class ScriptRun : public GuiTest, protected ScriptTarget {
  protected:
   void SetUp() override {
     GuiTest::SetUp();
     if (IsSkipped()) return;
     Manager = std::make_unique<CQORPDockingManager>(*Frame);
-    Bar = std::make_unique<CQORPDockingControlBar>().release();  // the frame owns it, and the bar the grid
+    Bar = &MakeChild<CQORPDockingControlBar>();
     ASSERT_TRUE(Bar->CreateBar(*Manager, L"Book", wxRect(100, 100, 500, 300), 1));
-    Grid = std::make_unique<ScriptedGrid>().release();
+    Grid = &MakeChild<ScriptedGrid>();
     ASSERT_TRUE(Grid->Create(Bar, 1));
     for (int column = 0; column < 20; ++column) Grid->InsertColumn(column, L"C" + std::to_wstring(column), 100);
     Grid->EnableVirtualMode([](int, int, CQORPGridCell&) { return true; });
@@ -81,13 +99,17 @@ class ScriptRun : public GuiTest, private ScriptTarget {
   }
   bool OpenBook() override { return false; }
   bool Select(const std::string&) override { return false; }
-  bool Focus(ScriptFocus, const std::string&) override { return false; }
-  bool HasFocus(ScriptFocus) override { return false; }
+  bool Focus(ScriptFocus, const std::string& title) override {
+    Grid->Note("focus " + title);
+    LooksUntilLost = LooksUntilLost > 0 ? 2 : 0;
+    return true;
+  }
+  bool HasFocus(ScriptFocus) override { return true; }
   bool Press(const KeyPress&) override { return false; }
   bool RunMenu(const std::vector<std::wstring>&) override { return false; }
   CQORPDockingControlBar* Book() override {
     if (--LooksUntilLess == 0) Grid->SetVirtualRows(299);
-    return Bar;
+    return --LooksUntilLost == 0 ? nullptr : Bar;
   }
   bool HasPlayed() override { return true; }
   std::size_t OpenBooks() override { return 1; }
@@ -98,9 +120,32 @@ class ScriptRun : public GuiTest, private ScriptTarget {
   CQORPDockingControlBar* Bar = nullptr;
   ScriptedGrid* Grid = nullptr;
   int LooksUntilLess = 0;  // the book loses a row when it has been looked for so often
+  int LooksUntilLost = 0;  // and once the focus
 };
 
 using Texts = std::vector<std::string>;
+
+TEST_F(ScriptRun, GivesTheFocusBackToTheNamedBook) {
+  LooksUntilLost = 1;
+  EXPECT_EQ(Run("focus book One\nheader C1\nselect X\nheader C2\n"), "3: the command cannot be done now\n");
+  EXPECT_EQ(Grid->Notes, (Texts{"focus One", "focus One", "sort 1", "sort 2"}));
+}
+
+TEST_F(ScriptRun, ChoosesAndChecksItems) {
+  EXPECT_EQ(Run("book-menu Items\ncheck Second\ncheck First\ncheck First\nchoose Second\nchoose second\nanswer Done\n"),
+            "6: no list of the dialog has such an item\n");
+  EXPECT_EQ(Grid->Notes, (Texts{"item 1+", "item 0+", "item 0-", "chosen 1"}));
+}
+
+// The second script takes longer than a step and is over long before the first one goes on.
+TEST_F(ScriptRun, WaitsAsLongAsItIsTold) {
+  std::ostringstream reports;
+  BadLineReport badLines(reports);
+  ScriptRunner waiting(WriteTestFile("wait.txt", "wait 3600000\nselect X\n"), *this, badLines);
+  waiting.Start();
+  EXPECT_EQ(Run("wait 1\nwait 1\nwait 1\n"), "");
+  EXPECT_FALSE(waiting.HasEnded());
+}
 
 TEST_F(ScriptRun, DrivesABook) {
   EXPECT_EQ(Run("filter C2 x\n"), "1: the filter bar is not shown\n");
@@ -167,7 +212,7 @@ TEST(PngFile, WritesTheFormatsBytes) {
   EXPECT_EQ(PngBytes(0, 2, {}), "");
   EXPECT_THROW(WritePngFile(TestFolder() / "no" / "x.png", 2, 2, pixels), TerminalError);
   WritePngFile(TestFolder() / "x.png", 2, 2, pixels);
-  EXPECT_EQ(ReadTestFile(TestFolder() / "x.png"), png);
+  EXPECT_EQ(ReadFile(TestFolder() / "x.png"), png);
 }
 
 }  // namespace
