@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <sstream>
+#include <tuple>
 
 #include "terminal/common/errors.h"
 #include "terminal/day/csv_tables.h"
@@ -121,9 +123,8 @@ TEST(SecurityList, KeepsMasterRecordsAndTheFirstOfTwo) {
 
 // Each text column takes its limit and no more; an empty text only where the table says "?".
 TEST(CsvTables, HoldTextsToTheirLimits) {
-  const struct {
-    const char *Header, *Line, *Columns;  // columns: place, name, limit
-  } files[] = {
+  // Header, a line, and of each text column: place, name, limit.
+  const std::array<const char*, 3> files[] = {
       {kTradeHeader, "20131007-00:00:01,A,B,C,D,E,F,0,Buy,1,1,1,1,1",
        "1 exchange 48 2 security_id 48 3 symbol 32? 4 security_type 16? 5 expiry_date 32? 6 option_type 16? "
        "12 exchange_order_no 32 13 exchange_trade_id 32"},
@@ -133,16 +134,16 @@ TEST(CsvTables, HoldTextsToTheirLimits) {
        "0 user_id 20 1 manager_id 20? 2 member_id 20? 3 client_id 20? 4 ctcl_id 20? 9 pancard 16? "
        "10 terminal_info 24? 11 algo_id 16? 13 participant_id 16? 14 reference_text 64?"},
   };
-  for (const auto& file : files) {
-    std::istringstream columns(file.Columns);
+  for (const auto& [header, sample, texts] : files) {
+    std::istringstream columns(texts);
     std::size_t place = 0;
     for (std::string name, limit; columns >> place >> name >> limit;) {
-      const auto reported = [&](const std::string& text) {
+      const auto reported = [&, &header = header, &sample = sample](const std::string& text) {
         std::vector<std::string> fields;
         std::string reason, line;
-        for (std::size_t i = 0, count = SplitCsvLine(file.Line, fields, reason); i < count; ++i)
+        for (std::size_t i = 0, count = SplitCsvLine(sample, fields, reason); i < count; ++i)
           line += (i == 0 ? "" : ",") + (i == place ? text : fields[i]);
-        return ReadLines(file.Header, line + "\n").second;
+        return ReadLines(header, line + "\n").second;
       };
       const std::string longest(std::stoul(limit), 'x');
       EXPECT_EQ(reported(longest), "") << name;
@@ -177,11 +178,8 @@ TEST(MessageFile, GivesWholeMessagesAndReportsTheRest) {
   const std::string trade = DayMessage(9101, "20131007-00:00:01");
   ASSERT_EQ(good.size(), 15U);
   ASSERT_EQ(trade.size(), 37U);
-  const struct {
-    const char* Name;
-    std::string Bytes;
-    const char *Offsets, *Reports;
-  } cases[] = {
+  // Name, bytes, offsets of the messages, reports.
+  const std::tuple<const char*, std::string, const char*, const char*> cases[] = {
       {"nothing", "", "", ""},
       {"all known modes", DayMessage(1, "", 1) + DayMessage(1, "", 2) + DayMessage(1, "", 100), "0 15 30 ", ""},
       {"no body", good + Header(0), "0 15 ", ""},
@@ -203,10 +201,8 @@ TEST(MessageFile, GivesWholeMessagesAndReportsTheRest) {
       {"one byte more", Header(65526) + std::string(65526, 'x') + good, "65536 ",
        "0: the header asks for 65,536 bytes, more than a message can have\n"},
   };
-  for (const auto& row : cases) {
-    SCOPED_TRACE(row.Name);
-    EXPECT_EQ(ReadMessages(row.Bytes), Texts(row.Offsets, row.Reports));
-  }
+  for (const auto& [name, bytes, offsets, reports] : cases)
+    EXPECT_EQ(ReadMessages(bytes), Texts(offsets, reports)) << name;
 }
 
 // The first message is cut at every length; the second comes through each time.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <sstream>
+#include <tuple>
 
 #include "tests/terminal/test_files.h"
 
@@ -140,23 +141,20 @@ std::string PacedDay() {
 }
 
 TEST_F(PlayerTest, WaitsForLiveTradesWithinADate) {
-  const struct {
-    std::optional<double> Speed;
-    int TakenMs;  // by the plug-in, for each message
-    const char* Sent;
-  } cases[] = {
+  // Speed, milliseconds that the plug-in takes for each message, what is sent.
+  const std::tuple<std::optional<double>, int, const char*> cases[] = {
       {2, 0, "8111@0 8111@0 8112@0 30020@0 9101@0 9101@500 9101@1500 9101@1500 9101@2000 9101@2000 9101@2500 "},
       {std::nullopt, 0, "8111@0 8111@0 8112@0 30020@0 9101@0 9101@0 9101@0 9101@0 9101@0 9101@0 9101@0 "},
       // A slow plug-in does not stretch the gaps.
       {1, 400,
        "8111@0 8111@400 8112@800 30020@1200 9101@1600 9101@2600 9101@4600 9101@5000 9101@6000 9101@6400 9101@7400 "},
   };
-  for (const auto& row : cases) {
+  for (const auto& [speed, takenMs, sent] : cases) {
     Clock.Current = {};
     Notes.clear();
-    Taken = milliseconds(row.TakenMs);
-    const PlayCounts counts = PlayWhole(PacedDay(), row.Speed);
-    EXPECT_EQ(Notes, row.Sent);
+    Taken = milliseconds(takenMs);
+    const PlayCounts counts = PlayWhole(PacedDay(), speed);
+    EXPECT_EQ(Notes, sent);
     EXPECT_EQ((std::array{counts.Messages, counts.Download, counts.Live, counts.NotAsked}),
               (std::array<std::uint64_t, 4>{11, 2, 7, 1}));
   }

@@ -4,6 +4,7 @@
 #include <optional>
 #include <span>
 #include <sstream>
+#include <tuple>
 #include <vector>
 
 #include "terminal/common/errors.h"
@@ -112,19 +113,16 @@ TEST_F(TerminalHostTest, GivesEachBarAnIdOfItsOwn) {
 }
 
 TEST_F(TerminalHostTest, AnswersOnlyRequestThirtyForAKnownSecurity) {
-  const struct {
-    const char16_t *Exchange, *SecurityID;
-    std::uint16_t Number;
-    const char* Name;
-  } cases[] = {{u"ARCA", u"IBM", 30, "BIG BLUE"}, {u"ARCA", u"IBM", 31, ""}, {u"ARCA", u"ibm", 30, ""},
-               {u"ARCA", u"IBM ", 30, ""},        {u"", u"", 30, ""},        {u"IBM", u"ARCA", 30, ""}};
-  for (const auto& row : cases) {
+  const std::tuple<const char16_t*, const char16_t*, std::uint16_t, const char*> cases[] = {
+      {u"ARCA", u"IBM", 30, "BIG BLUE"}, {u"ARCA", u"IBM", 31, ""}, {u"ARCA", u"ibm", 30, ""},
+      {u"ARCA", u"IBM ", 30, ""},        {u"", u"", 30, ""},        {u"IBM", u"ARCA", 30, ""}};
+  for (const auto& [exchange, securityId, number, expected] : cases) {
     MasterRequest request;
-    request.Texts[0] = row.Exchange;
-    request.Texts[7] = row.SecurityID;
-    Host.GetMasterRequest(&request, &row.Number);
+    request.Texts[0] = exchange;
+    request.Texts[7] = securityId;
+    Host.GetMasterRequest(&request, &number);
     const char* name = request.MasterRecord == 0 ? "" : reinterpret_cast<const char*>(request.MasterRecord) + 266;
-    EXPECT_STREQ(name, row.Name) << row.Number;
+    EXPECT_STREQ(name, expected) << number;
   }
 }
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
 
 #include "terminal/common/errors.h"
 #include "terminal/program/program.h"
@@ -52,11 +53,7 @@ TEST(Program, TellsEachFailureByItsCode) {
   const std::string badDay = Quoted(WriteTestFile("bad.csv", kTradeHeader + std::string("x\n")));
   const std::string text = Quoted(WriteTestFile("text.so", "no module"));
   const std::string work = " --work " + Quoted(TestFolder() / "work");
-  const struct {
-    std::string Arguments;
-    int Code;
-    const char* Errors;
-  } cases[] = {
+  const std::tuple<std::string, int, const char*> cases[] = {
       {"--help", 0, ""},
       {"--version", 0, ""},
       {"--day " + badDay + PluginArguments("fake_plugin"), 1, "bad.csv:2: 1 fields where 14 are expected"},
@@ -70,12 +67,11 @@ TEST(Program, TellsEachFailureByItsCode) {
       {"--headless --plugin " + text + work, 4, "the plug-in cannot be loaded: "},
       {"--day " + day + PluginArguments("lacking_plugin"), 4, "the plug-in lacks the entry point OnPluginMessage"},
   };
-  for (const auto& row : cases) {
-    SCOPED_TRACE(row.Arguments);
-    const RunResult run = RunProgram(row.Arguments);
-    EXPECT_EQ(run.Code, row.Code);
-    EXPECT_NE(run.Errors.find(row.Errors), std::string::npos) << run.Errors;
-    EXPECT_EQ(run.Errors.empty(), *row.Errors == '\0') << run.Errors;
+  for (const auto& [arguments, code, errors] : cases) {
+    const RunResult run = RunProgram(arguments);
+    EXPECT_EQ(run.Code, code) << arguments;
+    EXPECT_NE(run.Errors.find(errors), std::string::npos) << run.Errors;
+    EXPECT_EQ(run.Errors.empty(), *errors == '\0') << run.Errors;
   }
   EXPECT_EQ(RunProgram("--version").Out.substr(0, 14), "terminal 0.1.0");
 }

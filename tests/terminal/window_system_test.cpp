@@ -2,6 +2,7 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdlib>
 #include <string>
 
@@ -21,14 +22,13 @@ void Give(const char* name, const std::string& value) {
 TEST(WindowSystem, TakesAReachableXServerUnlessTheUserHasChosen) {
   const std::string display = Value("DISPLAY"), chosen = Value("GDK_BACKEND");
   if (display.empty()) GTEST_SKIP() << "there is no X server";
-  const struct {
-    std::string Display, Chosen, Taken;
-  } cases[] = {{display, "", "x11"}, {display, "wayland", "wayland"}, {"", "", ""}, {":65000", "", ""}};
-  for (const auto& row : cases) {
-    Give("DISPLAY", row.Display);
-    Give("GDK_BACKEND", row.Chosen);
+  const std::array<std::string, 3> cases[] = {
+      {display, "", "x11"}, {display, "wayland", "wayland"}, {"", "", ""}, {":65000", "", ""}};
+  for (const auto& [server, backend, taken] : cases) {
+    Give("DISPLAY", server);
+    Give("GDK_BACKEND", backend);
     ChooseWindowSystem();
-    EXPECT_EQ(Value("GDK_BACKEND"), row.Taken) << row.Display << row.Chosen;
+    EXPECT_EQ(Value("GDK_BACKEND"), taken) << server << backend;
   }
   Give("DISPLAY", display);
   Give("GDK_BACKEND", chosen);
