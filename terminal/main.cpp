@@ -2,7 +2,7 @@
 
 #include "platform/modules.h"
 #include "terminal/program/program.h"
-#include "terminal/windows/session/wx_run.h"
+#include "terminal/windows/session/window_session.h"
 
 int main(int argc, char** argv) {
   return RunTerminal(CommandLineArguments(argc, argv), PlayInWindows, std::cout, std::cerr);

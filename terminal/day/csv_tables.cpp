@@ -64,14 +64,6 @@ constexpr CsvColumn<Security> kSecurityColumns[] = {
     {"multiplier", &Security::Multiplier},
 };
 
-// A control character, which no field holds, keeps the two parts apart.
-std::string KeyOf(std::string_view exchange, std::string_view securityId) {
-  std::string key;
-  key.reserve(exchange.size() + 1 + securityId.size());
-  key.append(exchange).append(1, '\n').append(securityId);
-  return key;
-}
-
 void FillMasterRecord(Security& security) {
   std::memcpy(security.MasterRecord.data() + kMasterNameOffset, security.Name.data(), security.Name.size());
   std::memcpy(security.MasterRecord.data() + kMasterMultiplierOffset, &security.Multiplier, sizeof security.Multiplier);
@@ -79,10 +71,17 @@ void FillMasterRecord(Security& security) {
 
 }  // namespace
 
+std::string SecurityKey(std::string_view exchange, std::string_view securityId) {
+  std::string key;
+  key.reserve(exchange.size() + 1 + securityId.size());
+  key.append(exchange).append(1, '\n').append(securityId);
+  return key;
+}
+
 SecurityList::SecurityList(const std::filesystem::path& file, BadLineReport& badLines) {
   CsvReader lines(file, ColumnNames(kSecurityColumns), badLines);
   for (Security security; NextCsvRecord(lines, kSecurityColumns, security); security = Security()) {
-    const auto [place, isNew] = ByKey.try_emplace(KeyOf(security.Exchange, security.SecurityID), nullptr);
+    const auto [place, isNew] = ByKey.try_emplace(SecurityKey(security.Exchange, security.SecurityID), nullptr);
     if (!isNew) {
       lines.Report(security.SecurityID + " of " + security.Exchange + " is listed already");
       continue;
@@ -93,7 +92,7 @@ SecurityList::SecurityList(const std::filesystem::path& file, BadLineReport& bad
 }
 
 const Security* SecurityList::Find(std::string_view exchange, std::string_view securityId) const {
-  const auto found = ByKey.find(KeyOf(exchange, securityId));
+  const auto found = ByKey.find(SecurityKey(exchange, securityId));
   return found == ByKey.end() ? nullptr : found->second;
 }
 

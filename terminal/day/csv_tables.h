@@ -49,6 +49,9 @@ class TradeDay {
 // Counts the lines after the header that are not empty: the trades and the bad lines.
 std::uint64_t CountTradeLines(const std::filesystem::path& file);
 
+// Exchange and id as one text. A control character, which no field of a file holds, keeps the two parts apart.
+std::string SecurityKey(std::string_view exchange, std::string_view securityId);
+
 inline constexpr std::size_t kMasterRecordSize = kMasterMultiplierOffset + sizeof(double);
 
 struct Security {

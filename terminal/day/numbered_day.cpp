@@ -5,14 +5,7 @@
 
 #include "host_link/messages/message_header.h"
 #include "terminal/day/csv_reader.h"
-#include "terminal/day/csv_tables.h"
-
-namespace {
-
-constexpr std::uint16_t kTradeTimeTag = 55118;
-constexpr std::uint16_t kLongestTime = 22;
-
-}  // namespace
+#include "terminal/day/trade_message.h"
 
 NumberedDay::NumberedDay(std::unique_ptr<MessageSource> source, LiveFrom liveFrom)
     : Source(std::move(source)), From(liveFrom), DownloadEnd(kModePlain) {
@@ -42,7 +35,7 @@ bool NumberedDay::Next() {
 
 // The next readable message of the source, with its number; false at the end.
 bool NumberedDay::TakeNext() {
-  for (WireFrame frame; Source->Next(frame);) {
+  for (RawMessage frame; Source->Next(frame);) {
     if (!Parse(frame)) {
       const bool enciphered = Reader->Mode == kModeEnciphered || Reader->Mode == kModeEncipheredByReader;
       Source->Report(enciphered ? "the message is enciphered and there is no key" : "the message cannot be read");
@@ -56,7 +49,7 @@ bool NumberedDay::TakeNext() {
   return false;
 }
 
-bool NumberedDay::Parse(const WireFrame& frame) {
+bool NumberedDay::Parse(const RawMessage& frame) {
   std::uint16_t needed = 0;
   std::uint16_t consumed = 0;
   Shown = frame;
@@ -93,20 +86,8 @@ bool NumberedDay::IsLive() {
 }
 
 std::optional<std::int64_t> NumberedDay::TradeSeconds() {
-  const std::uint16_t start = Reader->Cursor;
-  std::optional<std::int64_t> seconds;
-  while (!seconds && Reader->NextTag()) {
-    if (Reader->Tag != kTradeTimeTag) {
-      Reader->SkipValue();
-      continue;
-    }
-    char text[kLongestTime + 1] = {};
-    DayTime time;
-    if (!Reader->ReadText(text, kLongestTime) || !ParseDayTime(text, time)) break;
-    seconds = time.Seconds;
-  }
-  Reader->Cursor = start;
-  return seconds;
+  DayTime time;
+  return ParseDayTime(ReadTradePrint(*Reader).Time, time) ? std::optional(time.Seconds) : std::nullopt;
 }
 
 std::optional<LiveFrom> ParseLiveFrom(std::string_view text) {
@@ -118,25 +99,4 @@ std::optional<LiveFrom> ParseLiveFrom(std::string_view text) {
   const auto [rest, error] = std::from_chars(text.data(), end, value);
   if (error != std::errc() || rest != end || value < 0 || text.starts_with('-')) return std::nullopt;
   return LiveFrom{LiveFrom::Kind::Count, value};
-}
-
-DayInput::DayInput(const RunFiles& files, std::optional<LiveFrom> live, BadLineReport& badLines)
-    : Securities(files.Securities, badLines), Day(files.Day), Live(live), BadLines(badLines) {
-  if (!IsMessageFile(Day)) Desk.emplace(files.Desk, badLines);
-}
-
-NumberedDay& DayInput::Open() {
-  const LiveFrom asNumbered;
-  if (Live) return OpenFrom(*Live);
-  return Desk ? OpenWithDownload(CountTradeLines(Day) / 2) : OpenFrom(asNumbered);
-}
-
-NumberedDay& DayInput::OpenWithDownload(std::uint64_t trades) {
-  return OpenFrom({LiveFrom::Kind::Count, static_cast<std::int64_t>(trades)});
-}
-
-NumberedDay& DayInput::OpenFrom(LiveFrom live) {
-  Script.reset();
-  BadLines.StartAgain(Day);
-  return Script.emplace(Desk ? OpenTradeDay(Day, *Desk, Securities, BadLines) : OpenMessageDay(Day, BadLines), live);
 }

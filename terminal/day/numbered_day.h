@@ -5,11 +5,22 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "host_link/messages/packet_reader.h"
 #include "host_link/messages/packet_writer.h"
-#include "terminal/common/run_files.h"
-#include "terminal/day/message_source.h"
+#include "terminal/day/message_file.h"
+
+// Gives the messages of a day one at a time.
+class MessageSource {
+ public:
+  virtual ~MessageSource() = default;
+  // The next message, valid until the next call; it may be changed. False at the end of the day.
+  virtual bool Next(RawMessage& frame) = 0;
+  // Reports the last message to the user.
+  virtual void Report(const std::string& reason) = 0;
+};
 
 // LiveFrom: where the download ends and the live part begins.
 struct LiveFrom {
@@ -39,7 +50,7 @@ class NumberedDay {
   // The message with its header parsed.
   CQORPacketReader& Message() noexcept { return *Reader; }
   // The same message as raw bytes.
-  const WireFrame& Raw() const noexcept { return Shown; }
+  const RawMessage& Raw() const noexcept { return Shown; }
   bool IsTrade() const noexcept { return Reader->MessageNumber == 8111 || Reader->MessageNumber == 9101; }
   // The seconds of the exchange time, if the trade has a valid one. Walks the message.
   std::optional<std::int64_t> TradeSeconds();
@@ -47,7 +58,7 @@ class NumberedDay {
   void Report(const std::string& reason) { Source->Report(reason); }
 
  private:
-  bool Parse(const WireFrame& frame);
+  bool Parse(const RawMessage& frame);
   bool TakeNext();
   void ShowDownloadEnd();
   void Renumber();
@@ -57,34 +68,11 @@ class NumberedDay {
   std::unique_ptr<MessageSource> Source;
   LiveFrom From;
   CQORPacketWriter DownloadEnd;
-  WireFrame Shown;
-  WireFrame Held;  // a live trade that waits behind the 8112 before it
+  RawMessage Shown;
+  RawMessage Held;  // a live trade that waits behind the 8112 before it
   std::optional<CQORPacketReader> Reader;
   std::int64_t TradeCount = 0;
   std::optional<std::int64_t> FirstDate;
   bool Live = false;
   bool DownloadEnded = false;
-};
-
-// DayInput: the files of a day: securities, trades or messages and, for trades, the desk.
-class DayInput {
- public:
-  // Reads securities and desk. Throws TerminalError.
-  DayInput(const RunFiles& files, std::optional<LiveFrom> live, BadLineReport& badLines);
-
-  // Opens the day from its begin; a day opened before ends. Throws TerminalError.
-  NumberedDay& Open();
-  // The same with that many trades as download.
-  NumberedDay& OpenWithDownload(std::uint64_t trades);
-
-  SecurityList Securities;
-
- private:
-  NumberedDay& OpenFrom(LiveFrom live);
-
-  std::filesystem::path Day;
-  std::optional<LiveFrom> Live;
-  BadLineReport& BadLines;
-  std::optional<OrderDesk> Desk;  // a file of messages needs none
-  std::optional<NumberedDay> Script;
 };

@@ -1,5 +1,7 @@
 #include "terminal/day/trade_message.h"
 
+#include "host_link/messages/wire_fields.h"
+
 namespace {
 
 // The terminal counts its orders apart from those of plug-ins.
@@ -83,40 +85,25 @@ const TradeMessages::Order& TradeMessages::OrderOf(const DayTrade& trade) {
 
 namespace {
 
-constexpr std::uint16_t kLongestText = 48;
-
-struct TextField {
-  std::uint16_t Tag;
-  std::string TradePrint::*Place;
+constexpr WireField kPrintFields[] = {
+    {20014, Field::U32, offsetof(TradePrint, Quantity)},
+    {40002, Field::Double, offsetof(TradePrint, Price)},
+    {55010, Field::Text, offsetof(TradePrint, Exchange), TradePrint::kLongestText},
+    {55103, Field::Text, offsetof(TradePrint, Symbol), TradePrint::kLongestText},
+    {55104, Field::Text, offsetof(TradePrint, SecurityID), TradePrint::kLongestText},
+    {55107, Field::Text, offsetof(TradePrint, Name), TradePrint::kLongestText},
+    {55118, Field::Text, offsetof(TradePrint, Time), TradePrint::kLongestText},
+    {55143, Field::Text, offsetof(TradePrint, ExpiryDate), TradePrint::kLongestText},
 };
-constexpr TextField kTextFields[] = {
-    {55010, &TradePrint::Exchange}, {55104, &TradePrint::SecurityID}, {55103, &TradePrint::Symbol},
-    {55107, &TradePrint::Name},     {55143, &TradePrint::ExpiryDate}, {55118, &TradePrint::Time},
-};
-
-bool ReadTextField(CQORPacketReader& message, TradePrint& print) {
-  for (const TextField& field : kTextFields) {
-    if (field.Tag != message.Tag) continue;
-    char text[kLongestText + 1] = {};
-    if (message.ReadText(text, kLongestText)) print.*field.Place = text;
-    return true;
-  }
-  return false;
-}
+static_assert(FieldsFit(kPrintFields, sizeof(TradePrint)));
+constexpr FieldIndex kPrintIndex(kPrintFields);
 
 }  // namespace
 
 TradePrint ReadTradePrint(CQORPacketReader& message) {
   const std::uint16_t start = message.Cursor;
   TradePrint print;
-  while (message.NextTag()) {
-    if (message.Tag == 20014)
-      message.ReadU32(print.Quantity);
-    else if (message.Tag == 40002)
-      message.ReadDouble(print.Price);
-    else if (!ReadTextField(message, print))
-      message.SkipValue();
-  }
+  ReadFields(message, kPrintFields, kPrintIndex, &print);
   message.Cursor = start;
   return print;
 }

@@ -35,14 +35,17 @@ class TradeMessages {
   std::uint32_t LastTradeID = 0;
 };
 
-// TradePrint: the market data of a trade message.
+// TradePrint: the market data of a trade message; texts end with a NUL.
 struct TradePrint {
-  std::string Exchange;
-  std::string SecurityID;
-  std::string Symbol;
-  std::string Name;
-  std::string ExpiryDate;
-  std::string Time;
+  static constexpr std::uint16_t kLongestText = 48;
+  using Text = char[kLongestText + 1];
+
+  Text Exchange{};
+  Text SecurityID{};
+  Text Symbol{};
+  Text Name{};
+  Text ExpiryDate{};
+  Text Time{};
   std::uint32_t Quantity = 0;
   double Price = 0;
 };

@@ -46,7 +46,7 @@ std::string ValueText(std::uint16_t tag, std::uint16_t width, std::span<const st
     case 0:
       return {};
     case 1:
-      return NumberText<unsigned>(std::array<std::uint8_t, 4>{bytes[0]}.data());
+      return NumberText<std::uint8_t>(bytes.data());
     case 2:
       return NumberText<std::uint16_t>(bytes.data());
     case 4:

@@ -74,7 +74,7 @@ void PluginLink::Call(MessageFunction function, CQORPacketReader& message) {
 }
 
 // Each function gets a reader of its own, as OnPluginMessage parses its header itself.
-bool PluginLink::Deliver(CQORPacketReader& message, const WireFrame& raw) {
+bool PluginLink::Deliver(CQORPacketReader& message, const RawMessage& raw) {
   const std::uint16_t number = message.MessageNumber;
   const bool toOnMessage = Told.ToOnMessage.Numbers.contains(number);
   const bool toOnPluginMessage = Told.ToOnPluginMessage.Numbers.contains(number);

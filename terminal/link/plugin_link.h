@@ -17,7 +17,7 @@ class MessageTarget {
  public:
   virtual ~MessageTarget() = default;
   // The same message after ParseHeader and raw. False if the target does not take its number.
-  virtual bool Deliver(CQORPacketReader& message, const WireFrame& raw) = 0;
+  virtual bool Deliver(CQORPacketReader& message, const RawMessage& raw) = 0;
   // Delivers a message without fields.
   bool Send(std::uint16_t number);
 };
@@ -36,7 +36,7 @@ class PluginLink : public MessageTarget {
 
   // Logs the messages to the module; null, the default, logs nothing.
   void LogTo(MessageLog* log) { Log = log; }
-  bool Deliver(CQORPacketReader& message, const WireFrame& raw) override;
+  bool Deliver(CQORPacketReader& message, const RawMessage& raw) override;
   // Sends 30026, which restores the books, to OnMessage whatever the module asked for.
   void SendRestore();
   // Asks the module for the selection in one of its windows, by message 32022 to OnPluginMessage. It answers through
@@ -70,7 +70,4 @@ class PluginLink : public MessageTarget {
 
 // Sends 30025, 30026 and 30022 and returns how many of them the plug-in takes. Without windows it leaves out 30026, as
 // the plug-in would open its books in a frame of its own.
-
-// Sends 30025, 30026 and 30022; gives how many of them the plug-in takes. 30026 only where there are windows: the
-// plug-in would open its books in a frame of its own otherwise.
 std::uint64_t SendStart(PluginLink& plugin, bool withWindows);

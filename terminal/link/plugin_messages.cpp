@@ -2,58 +2,60 @@
 
 #include <algorithm>
 #include <limits>
-#include <vector>
 
 #include "host_link/messages/message_header.h"
-#include "host_link/messages/packet_reader.h"
-#include "host_link/messages/packet_writer.h"
 
 namespace {
 
-// Of any length: the buffer takes the longest value that a message can hold.
-std::string ReadCountedText(CQORPacketReader& reader) {
-  std::vector<char> text(std::numeric_limits<std::uint16_t>::max() + std::size_t{1});
-  const std::uint16_t start = reader.Cursor;
-  if (!reader.ReadText(text.data(), 0)) return {};
-  return {text.data(), static_cast<std::size_t>(reader.Cursor - start) - sizeof(std::uint16_t)};
-}
+constexpr std::uint16_t kLongestIdentity = 1023;
+constexpr std::uint16_t kMenuTextSize = 128;  // of 16-bit characters; what stands behind a NUL is no part of the text
 
-// 16-bit text in a value of fixed size: what stands behind the terminator is no part of it.
-std::u16string ReadWideText(CQORPacketReader& reader) {
-  const std::string bytes = ReadCountedText(reader);
-  std::u16string text(bytes.size() / sizeof(char16_t), u'\0');
-  std::memcpy(text.data(), bytes.data(), text.size() * sizeof(char16_t));
-  return text.substr(0, text.find(u'\0'));
-}
+struct IdentityValues {
+  char Name[kLongestIdentity + 1];
+  char Copyright[kLongestIdentity + 1];
+  char Maker[kLongestIdentity + 1];
+};
+constexpr WireField kIdentityFields[] = {
+    {55017, Field::Text, offsetof(IdentityValues, Copyright), kLongestIdentity},
+    {55020, Field::Text, offsetof(IdentityValues, Name), kLongestIdentity},
+    {55112, Field::Text, offsetof(IdentityValues, Maker), kLongestIdentity},
+};
+static_assert(FieldsFit(kIdentityFields, sizeof(IdentityValues)));
+constexpr FieldIndex kIdentityIndex(kIdentityFields);
 
 void ReadIdentity(CQORPacketReader& reader, PluginDescription& description) {
-  while (reader.NextTag()) {
-    if (reader.Tag == 55020)
-      description.Name = ReadCountedText(reader);
-    else if (reader.Tag == 55017)
-      description.Copyright = ReadCountedText(reader);
-    else if (reader.Tag == 55112)
-      description.Maker = ReadCountedText(reader);
-    else
-      reader.SkipValue();
-  }
+  IdentityValues values{};
+  ReadFields(reader, kIdentityFields, kIdentityIndex, &values);
+  description.Name = values.Name;
+  description.Copyright = values.Copyright;
+  description.Maker = values.Maker;
 }
+
+struct MenuValues {
+  std::uint64_t Command;
+  char16_t Title[kMenuTextSize / sizeof(char16_t) + 1];
+  char16_t Entry[kMenuTextSize / sizeof(char16_t) + 1];
+  std::uint8_t Key;
+};
+constexpr WireField kMenuFields[] = {
+    {126, Field::U8, offsetof(MenuValues, Key)},
+    {30001, Field::U64, offsetof(MenuValues, Command)},
+    {55192, Field::Text, offsetof(MenuValues, Title), kMenuTextSize},
+    {55353, Field::Text, offsetof(MenuValues, Entry), kMenuTextSize},
+};
+static_assert(FieldsFit(kMenuFields, sizeof(MenuValues)));
+constexpr FieldIndex kMenuIndex(kMenuFields);
 
 void ReadMenuEntry(CQORPacketReader& reader, PluginDescription& description) {
-  while (reader.NextTag()) {
-    if (reader.Tag == 55192)
-      description.MenuTitle = ReadWideText(reader);
-    else if (reader.Tag == 55353)
-      description.MenuEntry = ReadWideText(reader);
-    else if (reader.Tag == 30001)
-      reader.ReadU64(description.MenuCommand);
-    else if (reader.Tag == 126)
-      reader.ReadU8(description.MenuKey);
-    else
-      reader.SkipValue();
-  }
+  MenuValues values{};
+  ReadFields(reader, kMenuFields, kMenuIndex, &values);
+  description.MenuTitle = values.Title;
+  description.MenuEntry = values.Entry;
+  description.MenuCommand = values.Command;
+  description.MenuKey = values.Key;
 }
 
+// The one message that repeats a tag, which a table of places cannot hold.
 void ReadRoute(CQORPacketReader& reader, PluginDescription& description, MessageRoute& route) {
   while (reader.NextTag()) {
     std::uint16_t number = 0;
@@ -93,22 +95,62 @@ PluginDescription ReadPluginDescription(std::span<const std::uint8_t> reply) {
   return description;
 }
 
+namespace {
+
+struct PropertyValues {
+  std::uint64_t Fill;
+  std::uint64_t Apply;
+  std::uint64_t Grid;
+};
+constexpr WireField kPropertyFields[] = {
+    {30001, Field::U64, offsetof(PropertyValues, Grid)},
+    {30002, Field::U64, offsetof(PropertyValues, Fill)},
+    {30031, Field::U64, offsetof(PropertyValues, Apply)},
+};
+static_assert(FieldsFit(kPropertyFields, sizeof(PropertyValues)) && ReadsSection(32003, 0, kPropertyFields));
+constexpr FieldIndex kPropertyIndex(kPropertyFields);
+
+struct BeatValues {
+  std::uint64_t Callback;
+  std::uint32_t PeriodMs;
+};
+constexpr WireField kBeatFields[] = {
+    {30002, Field::U64, offsetof(BeatValues, Callback)},
+    {message_fields::kPeriodTag, Field::U32, offsetof(BeatValues, PeriodMs)},
+};
+static_assert(FieldsFit(kBeatFields, sizeof(BeatValues)) && ReadsSection(32005, 0, kBeatFields));
+constexpr FieldIndex kBeatIndex(kBeatFields);
+
+struct QuestionValues {
+  std::uint64_t Window;
+  std::uint64_t Answer;
+};
+constexpr WireField kQuestionFields[] = {
+    {30001, Field::U64, offsetof(QuestionValues, Window)},
+    {30002, Field::U64, offsetof(QuestionValues, Answer)},
+};
+static_assert(FieldsFit(kQuestionFields, sizeof(QuestionValues)) && ReadsSection(32022, 0, kQuestionFields));
+constexpr FieldIndex kQuestionIndex(kQuestionFields);
+
+}  // namespace
+
 PropertyRequest ReadPropertyRequest(CQORPacketReader& message) {
-  std::uint64_t fill = 0, apply = 0;
-  PropertyRequest request;
-  while (message.NextTag()) {
-    if (message.Tag == 30002)
-      message.ReadU64(fill);
-    else if (message.Tag == 30031)
-      message.ReadU64(apply);
-    else if (message.Tag == 30001)
-      message.ReadU64(request.Grid);
-    else
-      message.SkipValue();
-  }
-  request.Fill = reinterpret_cast<PropertyFillFunction>(fill);
-  request.Apply = reinterpret_cast<PropertyApplyFunction>(apply);
-  return request;
+  PropertyValues values{};
+  ReadFields(message, kPropertyFields, kPropertyIndex, &values);
+  return {reinterpret_cast<PropertyFillFunction>(values.Fill), reinterpret_cast<PropertyApplyFunction>(values.Apply),
+          values.Grid};
+}
+
+BeatRequest ReadBeatRequest(CQORPacketReader& message) {
+  BeatValues values{};
+  ReadFields(message, kBeatFields, kBeatIndex, &values);
+  return {reinterpret_cast<CommandFunction>(values.Callback), std::chrono::milliseconds(values.PeriodMs)};
+}
+
+SelectionQuestion ReadSelectionQuestion(CQORPacketReader& message) {
+  QuestionValues values{};
+  ReadFields(message, kQuestionFields, kQuestionIndex, &values);
+  return {values.Window, reinterpret_cast<MessageFunction>(values.Answer)};
 }
 
 namespace {

@@ -1,7 +1,8 @@
-// PluginDescription: identity, menu entry and message lists of a plug-in, from its GetDllInfo; PropertyRequest and the
-// answer to message 32022.
+// The messages of a plug-in as the terminal reads them: its description from GetDllInfo, what it asks of the windows
+// and of the beat; and the answer to message 32022.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <set>
 #include <span>
@@ -40,7 +41,6 @@ PluginDescription ReadPluginDescription(std::span<const std::uint8_t> reply);
 // Message 32003: the grid whose properties the terminal shows, and the two functions of the plug-in for it.
 class CQORPProp;
 class CQORPPropList;
-class CQORPacketReader;
 
 // Fills the list with the properties of the book with the focus and sends message 32004 before it returns. Only that it
 // is not null counts of the second address.
@@ -56,12 +56,24 @@ struct PropertyRequest {
   bool Complete() const noexcept { return Fill != nullptr && Apply != nullptr && Grid != 0; }
 };
 
-// Requires: the message number has been read. Skips other fields.
+// This and the next two require that the message number has been read; they skip other fields.
 PropertyRequest ReadPropertyRequest(CQORPacketReader& message);
+
+// Message 32005: the function to call at that period; null ends the calls.
+struct BeatRequest {
+  CommandFunction Callback = nullptr;
+  std::chrono::milliseconds Period{};
+};
+BeatRequest ReadBeatRequest(CQORPacketReader& message);
+
+// Message 32022: the address of a window, and the function that gets the answer.
+struct SelectionQuestion {
+  std::uint64_t Window = 0;
+  MessageFunction Answer = nullptr;
+};
+SelectionQuestion ReadSelectionQuestion(CQORPacketReader& message);
 
 // Calls the function with message 32023, the answer to 32022. If a text is empty, nothing is selected and the answer
 // has no fields.
-
-// Calls the function with the answer; nothing selected, which an empty text stands for, answers with the number alone.
 void AnswerSelection(MessageFunction answer, const std::string& exchange, const std::string& securityId,
                      MessageLog& log);

@@ -22,37 +22,14 @@ std::uint32_t BarIdOf(std::string_view name) {
   return 1 + (hash >> 2);
 }
 
-void RegisterBeat(CQORPacketReader& message, RefreshBeat& beat) {
-  std::uint64_t callback = 0;
-  std::uint32_t periodMs = 0;
-  while (message.NextTag()) {
-    if (message.Tag == 30002)
-      message.ReadU64(callback);
-    else if (message.Tag == 60003)  // the one tag of its range whose value is four bytes without a count
-      message.ReadU32(periodMs);
-    else
-      message.SkipValue();
-  }
-  beat.Register(reinterpret_cast<CommandFunction>(callback), std::chrono::milliseconds(periodMs));
-}
-
 void PassProperties(CQORPacketReader& message, TerminalWindows& windows) {
   const PropertyRequest request = ReadPropertyRequest(message);
   if (request.Complete()) windows.ShowProperties(request);
 }
 
 void PassQuestion(CQORPacketReader& message, TerminalWindows& windows) {
-  std::uint64_t answer = 0;
-  std::uint64_t window = 0;
-  while (message.NextTag()) {
-    if (message.Tag == 30002)
-      message.ReadU64(answer);
-    else if (message.Tag == 30001)
-      message.ReadU64(window);
-    else
-      message.SkipValue();
-  }
-  if (answer != 0) windows.TellSelection(window, reinterpret_cast<MessageFunction>(answer));
+  const SelectionQuestion question = ReadSelectionQuestion(message);
+  if (question.Answer != nullptr) windows.TellSelection(question.Window, question.Answer);
 }
 
 }  // namespace
@@ -71,8 +48,8 @@ void TerminalHost::PluginDataSend(const CQORPacketWriter* message) {
   reader.Cursor = message->HeaderSize;
   if (!reader.NextTag() || reader.Tag != 10002 || !reader.ReadU16(reader.MessageNumber)) return;
   ++ReceivedCounts[reader.MessageNumber];
-  if (Log != nullptr) Log->Add(false, *message);
-  if (reader.MessageNumber == 32005) RegisterBeat(reader, Beat);
+  if (Log != nullptr) Log->Add(false, reader.MessageNumber, {reader.Data + reader.Cursor, reader.Data + reader.End});
+  if (reader.MessageNumber == 32005) Beat.Register(ReadBeatRequest(reader));
   if (Windows == nullptr) return;
   if (reader.MessageNumber == 32003) PassProperties(reader, *Windows);
   if (reader.MessageNumber == 32004) Windows->PropertiesFilled();
@@ -101,9 +78,9 @@ RunningHostScope::~RunningHostScope() {
   Running = nullptr;
 }
 
-void RefreshBeat::Register(CommandFunction callback, std::chrono::milliseconds period) {
-  Callback = callback;
-  Period = std::max(period, std::chrono::milliseconds(1));
+void RefreshBeat::Register(const BeatRequest& request) {
+  Callback = request.Callback;
+  Period = std::max(request.Period, std::chrono::milliseconds(1));
   Due = Clock.Now() + Period;
 }
 

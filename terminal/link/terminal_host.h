@@ -36,8 +36,8 @@ class RefreshBeat {
  public:
   explicit RefreshBeat(PlayClock& clock) : Clock(clock) {}
 
-  // Replaces the last registration. Null ends the calls.
-  void Register(CommandFunction callback, std::chrono::milliseconds period);
+  // Replaces the last registration.
+  void Register(const BeatRequest& request);
   void CallIfDue();
   // Sleeps until that time and calls the beats that fall due meanwhile.
   void WaitUntil(PlayClock::Time time);

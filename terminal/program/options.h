@@ -8,8 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "terminal/common/run_files.h"
-#include "terminal/day/numbered_day.h"
+#include "terminal/day/day_input.h"
 
 // When the windows close by themselves.
 struct ExitAfter {

@@ -8,8 +8,8 @@
 
 #include "platform/modules.h"
 #include "terminal/common/errors.h"
+#include "terminal/day/message_file.h"
 #include "terminal/day/numbered_day.h"
-#include "terminal/day/recordings.h"
 #include "terminal/link/plugin_link.h"
 #include "terminal/link/terminal_host.h"
 #include "terminal/play/player.h"
@@ -76,7 +76,7 @@ void PlayDay(const RunFiles& files, const Options& options, BadLineReport& badLi
   summary.Time = clock.Now() - start;
   progress.Finish();
   summary.ControlMessages += plugin.Send(30021) ? 1 : 0;
-  beat.Register(nullptr, {});
+  beat.Register({});
   summary.Beats = beat.Calls();
   summary.Received = host.Received();
   summary.BadLines = badLines.Count();

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "terminal/common/errors.h"
-#include "terminal/common/run_files.h"
+#include "terminal/day/day_input.h"
 #include "terminal/play/player.h"
 #include "terminal/program/options.h"
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "grid_base/settings/registry_store.h"
-#include "terminal/common/run_files.h"
+#include "terminal/day/day_input.h"
 
 struct FramePlace {
   SettingsRectangle Rectangle;  // of the screen, when it is not maximized

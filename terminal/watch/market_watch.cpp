@@ -10,11 +10,6 @@
 
 namespace {
 
-// A control character, which no field holds, keeps the two parts apart.
-std::string KeyOf(const std::string& exchange, const std::string& securityId) {
-  return exchange + '\n' + securityId;
-}
-
 Trend TrendOf(double from, double to) {
   if (to > from) return Trend::Up;
   return to < from ? Trend::Down : Trend::None;
@@ -30,23 +25,22 @@ void MarketWatch::Fill(const SecurityList& securities) {
   Securities.clear();
   Order.clear();
   ByKey.clear();
-  for (const Security& security : securities.All()) {
-    WatchRow row;
-    row.Exchange = security.Exchange;
-    row.SecurityID = security.SecurityID;
-    row.Symbol = security.Symbol;
-    row.Name = security.Name;
-    row.ExpiryDate = security.ExpiryDate;
-    Add(std::move(row));
-  }
+  for (const Security& security : securities.All()) Add(security);
   ApplySort();
 }
 
-void MarketWatch::Add(WatchRow row) {
-  ByKey.emplace(KeyOf(row.Exchange, row.SecurityID), Securities.size());
+template <typename Told>
+WatchRow& MarketWatch::Add(const Told& security) {
+  ByKey.emplace(SecurityKey(security.Exchange, security.SecurityID), Securities.size());
   Order.push_back(Securities.size());
-  Securities.push_back(std::move(row));
   Changed = true;
+  WatchRow& row = Securities.emplace_back();
+  row.Exchange = security.Exchange;
+  row.SecurityID = security.SecurityID;
+  row.Symbol = security.Symbol;
+  row.Name = security.Name;
+  row.ExpiryDate = security.ExpiryDate;
+  return row;
 }
 
 void MarketWatch::ForgetTrades() {
@@ -61,18 +55,8 @@ void MarketWatch::ForgetTrades() {
 }
 
 WatchRow& MarketWatch::RowFor(const TradePrint& print) {
-  auto place = ByKey.find(KeyOf(print.Exchange, print.SecurityID));
-  if (place == ByKey.end()) {
-    WatchRow row;
-    row.Exchange = print.Exchange;
-    row.SecurityID = print.SecurityID;
-    row.Symbol = print.Symbol;
-    row.Name = print.Name;
-    row.ExpiryDate = print.ExpiryDate;
-    Add(std::move(row));
-    return Securities.back();
-  }
-  return Securities[place->second];
+  const auto place = ByKey.find(SecurityKey(print.Exchange, print.SecurityID));
+  return place == ByKey.end() ? Add(print) : Securities[place->second];
 }
 
 void MarketWatch::OnTradeSent(const TradePrint& print) {

@@ -65,7 +65,8 @@ class MarketWatch : public TradeListener {
 
  private:
   WatchRow& RowFor(const TradePrint& print);
-  void Add(WatchRow row);
+  template <typename Told>
+  WatchRow& Add(const Told& security);
 
   std::vector<WatchRow> Securities;
   std::vector<std::size_t> Order;                      // rows as they stand, by index into Securities

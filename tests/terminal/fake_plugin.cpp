@@ -7,9 +7,9 @@
 #include "host_link/host_functions/terminal_functions.h"
 #include "host_link/messages/message_table.h"
 #include "host_link/messages/packet_reader.h"
-#include "host_link/messages/packet_writer.h"
 #include "host_link/messages/reply_buffer.h"
 #include "platform/modules.h"
+#include "tests/support/wire_bytes.h"
 
 namespace {
 
@@ -51,7 +51,9 @@ void AskTerminal() {
   const auto removeBar = Terminal<PluginRemoveBarIDFunction>("PluginRemoveBarID");
   const std::uint32_t first = newBar("Fake", "one");
   const std::uint32_t second = newBar("Fake", "one");
-  Log << "bars " << second - first << std::endl;
+  removeBar(first, "Fake");
+  const bool isFree = newBar("Fake", "one") == first;
+  Log << "bars " << (isFree ? second - first : 0) << std::endl;
   removeBar(first, "Fake");
   removeBar(second, "Fake");
   Terminal<ApplicationFocusFunction>("ApplicationFocus")(nullptr, 0);
@@ -64,9 +66,7 @@ void RegisterRefresh() {
   CQORPacketWriter message(0);
   message.AddU16(10002, 32005);
   message.AddU64(30002, reinterpret_cast<std::uint64_t>(&Refresh));
-  constexpr std::uint32_t kPeriodMs = 1;
-  message.AddBytes(60003, &kPeriodMs, 2);  // takes the place of mark, tag and the value's four bytes
-  std::memcpy(message.Buffer + message.Cursor - 4, &kPeriodMs, sizeof kPeriodMs);
+  message.AddU32(60003, 1);
   Terminal<PluginDataSendFunction>("PluginDataSend")(&message);
 }
 
@@ -79,19 +79,20 @@ void RoutedMessage(CQORPacketReader* message) {
   if (number == 8112) AskTerminal();
 }
 
-void Append(HostReplyBuffer& reply, CQORPacketWriter& message) {
-  message.Finish();
-  reply.AppendBytes(message.GetData(), message.GetSize(), true);
+template <typename Function>
+std::string Address(Function* function) {
+  return WireValue(30001, reinterpret_cast<std::uint64_t>(function));
 }
 
-void AppendRoute(HostReplyBuffer& reply, std::uint16_t number, MessageFunction function,
-                 std::initializer_list<std::uint16_t> numbers) {
-  CQORPacketWriter message(0);
-  message.AddU16(10002, number);
-  message.AddU64(30001, reinterpret_cast<std::uint64_t>(function));
-  for (const std::uint16_t routed : numbers) message.AddU16(11122, routed);
-  message.AddTerminator();
-  Append(reply, message);
+std::string Route(unsigned number, MessageFunction function, Numbers routed) {
+  std::string fields = Address(function);
+  for (const std::uint16_t each : routed) fields += WireU16(11122, each);
+  return WireMessage(number, fields + WireTerminator());
+}
+
+std::string Wide(int tag, std::u16string text) {
+  text.resize(64);
+  return WireText(tag, {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t)});
 }
 
 }  // namespace
@@ -109,20 +110,11 @@ TRADEBOOK_EXPORT void ON_PLUGIN_MESSAGE(CQORPacketReader* message) {
 }
 
 TRADEBOOK_EXPORT void GetDllInfo(HostReplyBuffer* reply, const std::uint8_t* infoOnly) {
-  CQORPacketWriter identity(0);
-  identity.AddU16(10002, 30004);
-  identity.AddText(55020, "Fake", 64, false);
-  Append(*reply, identity);
-  if (*infoOnly != 0) return;
-  CQORPacketWriter menu(0);
-  menu.AddU16(10002, 30005);
-  const char16_t title[64] = u"Fakes";
-  menu.AddBytes(55192, title, sizeof title);
-  menu.AddU64(30001, reinterpret_cast<std::uint64_t>(&OpenBook));
-  const char16_t entry[64] = u"Fake Book";
-  menu.AddBytes(55353, entry, sizeof entry);
-  menu.AddU8(126, 0x77);
-  Append(*reply, menu);
-  AppendRoute(*reply, 30006, &RoutedMessage, {8111, 8112, 9101});
-  AppendRoute(*reply, 30007, &ON_PLUGIN_MESSAGE, {30025, 30022, 30021, 30020});
+  std::string messages = WireMessage(30004, WireText(55020, "Fake"));
+  if (*infoOnly == 0)
+    messages +=
+        WireMessage(30005, Wide(55192, u"Fakes") + Address(&OpenBook) + Wide(55353, u"Fake Book") + WireU8(126, 0x77)) +
+        Route(30006, &RoutedMessage, {8111, 8112, 9101}) +
+        Route(30007, &ON_PLUGIN_MESSAGE, {30025, 30022, 30021, 30020});
+  reply->AppendBytes(messages.data(), static_cast<std::uint32_t>(messages.size()), true);
 }

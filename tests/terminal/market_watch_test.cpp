@@ -4,7 +4,6 @@
 
 #include <sstream>
 
-#include "host_link/messages/packet_writer.h"
 #include "tests/terminal/test_files.h"
 
 namespace {
@@ -13,7 +12,11 @@ class MarketWatchTest : public testing::Test {
  protected:
   void Trade(const std::string& exchange, const std::string& id, double price, std::uint32_t quantity = 1,
              const std::string& time = "20131007-09:30:00") {
-    Watch.OnTradeSent({exchange, id, "SYM", "NAME", "201312", time, quantity, price});
+    TradePrint print{{}, {}, "SYM", "NAME", "201312", {}, quantity, price};
+    exchange.copy(print.Exchange, TradePrint::kLongestText);
+    id.copy(print.SecurityID, TradePrint::kLongestText);
+    time.copy(print.Time, TradePrint::kLongestText);
+    Watch.OnTradeSent(print);
   }
   // All rows in one column, from the top down.
   std::string Column(std::size_t column) const {
@@ -89,37 +92,14 @@ TEST_F(MarketWatchTest, KeepsARowFreshForOneBeat) {
   EXPECT_FALSE(Watch.TakeChanges());
 }
 
-TEST(PriceText, HasTwoToFourDecimals) {
-  const struct {
-    double Price;
-    const char* Text;
-  } cases[] = {
+TEST(MarketWatchText, SeparatesThousands) {
+  const std::pair<double, const char*> cases[] = {
       {1313.4, "1,313.40"}, {0.05, "0.05"}, {-0.00001, "0.00"}, {0.12345, "0.1235"}, {-1234567.125, "-1,234,567.125"},
       {999, "999.00"},      {0, "0.00"},    {1e300 * 1e300, ""}};
-  for (const auto& row : cases) EXPECT_EQ(PriceText(row.Price), row.Text);
-}
-
-TEST(TradePrint, ReadsAMessageAndLeavesItWhereItStood) {
-  CQORPacketWriter writer(0);
-  writer.AddU16(10002, 9101);
-  writer.AddText(55010, "ARCA", 48, false);
-  writer.AddTerminator();
-  writer.AddText(55104, "IBM", 48, false);
-  writer.AddU32(20008, 0x23272323);  // holds field marks
-  writer.AddText(55118, "20131007-09:30:01", 48, false);
-  writer.AddU32(20014, 25);
-  writer.AddDouble(40002, 182.5);
-  writer.Finish();
-  CQORPacketReader message(writer.GetData(), writer.GetSize());
-  std::uint16_t needed = 0;
-  std::uint16_t consumed = 0;
-  ASSERT_TRUE(message.ParseHeader(needed, consumed));
-  EXPECT_EQ(ReadTradePrint(message).SecurityID, "IBM");
-  const TradePrint again = ReadTradePrint(message);
-  EXPECT_EQ(again.Exchange, "ARCA");
-  EXPECT_EQ(again.Time, "20131007-09:30:01");
-  EXPECT_EQ(again.Quantity, 25U);
-  EXPECT_EQ(again.Price, 182.5);
+  for (const auto& [price, text] : cases) EXPECT_EQ(PriceText(price), text);
+  const std::pair<std::uint64_t, const char*> numbers[] = {
+      {0, "0"}, {999, "999"}, {1000, "1,000"}, {18446744073709551615U, "18,446,744,073,709,551,615"}};
+  for (const auto& [number, text] : numbers) EXPECT_EQ(WithThousands(number), text);
 }
 
 }  // namespace

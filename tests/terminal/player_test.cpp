@@ -3,9 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <sstream>
+#include <tuple>
 
-#include "terminal/play/play_report.h"
 #include "tests/terminal/test_files.h"
 
 namespace {
@@ -15,18 +16,19 @@ using std::chrono::milliseconds;
 // Notes what is sent, each with its time where that is asked for, and takes its time over it.
 class PlayerTest : public testing::Test, protected MessageTarget, protected TradeListener {
  protected:
-  bool Deliver(CQORPacketReader& message, const WireFrame& /*raw*/) override {
+  bool Deliver(CQORPacketReader& message, const RawMessage& /*raw*/) override {
     if (message.MessageNumber == 9112) return false;
     Notes += std::to_string(message.MessageNumber) + (NotesTimes ? "@" + std::to_string(Clock.Ms()) : "") + " ";
     Clock.Current += Taken;
     return true;
   }
-  void OnTradeSent(const TradePrint& print) override { Notes += print.SecurityID + ":"; }
+  void OnTradeSent(const TradePrint& print) override { Notes += print.SecurityID + std::string(":"); }
 
+  // What is sent, and the milliseconds until there is more to send, if there will be.
   std::string PlayFor(milliseconds time = milliseconds(1000)) {
     Notes.clear();
-    const auto next = Run.PlayFor(time);
-    WaitMs = next ? std::chrono::duration_cast<milliseconds>(*next - Clock.Current).count() : -1;
+    if (const auto next = Run.PlayFor(time))
+      Notes += std::to_string(std::chrono::duration_cast<milliseconds>(*next - Clock.Current).count());
     return Notes;
   }
   // Four trades at seconds 1, 2, 4 and 14 with a bad line; the first two of them are download.
@@ -49,7 +51,6 @@ class PlayerTest : public testing::Test, protected MessageTarget, protected Trad
   milliseconds Taken{1};
   bool NotesTimes = false;
   std::string Notes;
-  std::int64_t WaitMs = 0;  // until there is more to send; -1 for nothing
   std::ostringstream Reports, Screen;
   BadLineReport BadLines{Reports};
   DayRun Run{*this, *this, Clock, 10};
@@ -59,21 +60,18 @@ class PlayerTest : public testing::Test, protected MessageTarget, protected Trad
 TEST_F(PlayerTest, SendsSlicesAtTheDaysPace) {
   Begin();
   EXPECT_EQ(StateText(Run, 0), "Download");
-  EXPECT_EQ(PlayFor(), "IBM:8111 IBM:8111 8112 30020 IBM:9101 ");
+  // Ten seconds of the day, but for the millisecond that the last one took.
+  EXPECT_EQ(PlayFor(), "IBM:8111 IBM:8111 8112 30020 IBM:9101 999");
   EXPECT_EQ(StateText(Run, 0), "Live, 10x");
-  EXPECT_EQ(WaitMs, 999);  // ten seconds of the day, but for the millisecond that the last one took
   EXPECT_EQ(DayClockText(Run.DaySeconds()), "2013-10-07 00:00:04");
-  EXPECT_EQ(PlayFor(), "");
+  EXPECT_EQ(PlayFor(), "999");
   Clock.Current += milliseconds(499);
   EXPECT_EQ(DayClockText(Run.DaySeconds()), "2013-10-07 00:00:09");
   Run.SetSpeed(1);
-  EXPECT_EQ(PlayFor(), "");
-  EXPECT_EQ(WaitMs, 5000);
+  EXPECT_EQ(PlayFor(), "5000");
   Clock.Current += milliseconds(5000);
   EXPECT_EQ(PlayFor(), "IBM:9101 ");
-  EXPECT_EQ(WaitMs, -1);
   EXPECT_EQ(StateText(Run, 1234), "Day played, 1,234 bad lines");
-  EXPECT_EQ(Run.Counts().Messages, 6U);
   EXPECT_EQ(Run.Counts().Live, 2U);
 }
 
@@ -82,28 +80,29 @@ TEST_F(PlayerTest, PauseHoldsLiveTradesOnly) {
   Run.Pause();
   EXPECT_EQ(PlayFor(), "IBM:8111 IBM:8111 8112 30020 ");
   EXPECT_EQ(StateText(Run, 0), "Paused");
-  EXPECT_EQ(WaitMs, -1);
   Run.Resume();
-  EXPECT_EQ(PlayFor(), "IBM:9101 ");
+  EXPECT_EQ(PlayFor(), "IBM:9101 999");
   Run.Pause();
   Clock.Current += milliseconds(5000);
   EXPECT_EQ(PlayFor(), "");
   Run.Resume();
-  PlayFor();
-  EXPECT_EQ(WaitMs, 999);
+  EXPECT_EQ(PlayFor(), "999");
   Run.SetSpeed(std::nullopt);
   EXPECT_EQ(PlayFor(), "IBM:9101 ");
+}
+
+std::string Trades(int count) {
+  std::string day;
+  while (count-- > 0) day += DayMessage(8111);
+  return day;
 }
 
 TEST_F(PlayerTest, EndsASliceAfterItsTime) {
   Begin();
   Taken = milliseconds(8);
-  std::string day;
-  for (int i = 0; i < 100; ++i) day += WireMessage(8111);
-  Input.emplace(RunFiles::OfDay(WriteTestFile("day.bin", day)), std::nullopt, BadLines);
+  Input.emplace(RunFiles::OfDay(WriteTestFile("day.bin", Trades(100))), std::nullopt, BadLines);
   Run.Begin(*Input);
-  PlayFor(milliseconds(8));
-  EXPECT_EQ(WaitMs, 0);
+  EXPECT_TRUE(PlayFor(milliseconds(8)).ends_with(" 0"));
   EXPECT_EQ(Run.DayTrades(), 15U);  // the clock is read every 16 messages
 }
 
@@ -115,7 +114,7 @@ TEST_F(PlayerTest, LoginBringsTheDaySoFarAsADownload) {
   EXPECT_EQ(Notes, "30022 ");
   EXPECT_EQ(Run.DayTrades(), 0U);
   Run.LoginAgain();  // before anything of it was played
-  EXPECT_EQ(PlayFor(), "IBM:8111 IBM:8111 IBM:8111 8112 30020 ");
+  EXPECT_EQ(PlayFor(), "IBM:8111 IBM:8111 IBM:8111 8112 30020 992");
   Clock.Current += milliseconds(1000);
   EXPECT_EQ(PlayFor(), "IBM:9101 ");
   Run.LoginAgain();
@@ -123,41 +122,41 @@ TEST_F(PlayerTest, LoginBringsTheDaySoFarAsADownload) {
   EXPECT_TRUE(Run.HasEnded());
   EXPECT_EQ(Run.DayTrades(), 4U);
   EXPECT_EQ(BadLines.Count(), 1U);  // however often the file was read
-  Run.Begin(*Input);                // a new begin forgets the login
-  EXPECT_EQ(PlayFor(), "IBM:8111 IBM:8111 8112 30020 IBM:9101 ");
+  EXPECT_EQ(Run.Counts().Messages, 20U);
+  Run.Begin(*Input);  // a new begin forgets the login
+  EXPECT_EQ(PlayFor(), "IBM:8111 IBM:8111 8112 30020 IBM:9101 999");
+  EXPECT_TRUE(Run.IsLive());
+  std::filesystem::remove(TestFolder() / "day.csv");
+  EXPECT_THROW(Run.LoginAgain(), TerminalError);
+  EXPECT_TRUE(Run.HasEnded());
+  EXPECT_EQ(PlayFor(), "");
 }
 
 std::string PacedDay() {
-  return WireMessage(8111, "20131007-08:00:00") + WireMessage(8111, "20131007-09:00:00") + WireMessage(8112) +
-         WireMessage(9101, "20131007-10:00:00") + WireMessage(9101, "20131007-10:00:01") +
-         WireMessage(9101, "20131007-10:00:03") + WireMessage(9101, "20131007-10:00:02") + WireMessage(9112) +
-         WireMessage(9101, "20131007-10:00:03") + WireMessage(9101, "20131008-09:00:00") +
-         WireMessage(9101, "20131008-09:00:01");
+  std::string day = DayMessage(8111, "20131007-08:00:00") + DayMessage(8111, "20131007-09:00:00") + DayMessage(8112);
+  for (const char* time :
+       {"07-10:00:00", "07-10:00:01", "07-10:00:03", "07-10:00:02", "", "07-10:00:03", "08-09:00:00", "08-09:00:01"})
+    day += *time == '\0' ? DayMessage(9112) : DayMessage(9101, std::string("201310") + time);
+  return day;
 }
 
 TEST_F(PlayerTest, WaitsForLiveTradesWithinADate) {
-  const struct {
-    std::optional<double> Speed;
-    int TakenMs;  // by the plug-in, for each message
-    const char* Sent;
-  } cases[] = {
+  // Speed, milliseconds that the plug-in takes for each message, what is sent.
+  const std::tuple<std::optional<double>, int, const char*> cases[] = {
       {2, 0, "8111@0 8111@0 8112@0 30020@0 9101@0 9101@500 9101@1500 9101@1500 9101@2000 9101@2000 9101@2500 "},
       {std::nullopt, 0, "8111@0 8111@0 8112@0 30020@0 9101@0 9101@0 9101@0 9101@0 9101@0 9101@0 9101@0 "},
       // A slow plug-in does not stretch the gaps.
       {1, 400,
        "8111@0 8111@400 8112@800 30020@1200 9101@1600 9101@2600 9101@4600 9101@5000 9101@6000 9101@6400 9101@7400 "},
   };
-  for (const auto& row : cases) {
-    SCOPED_TRACE(row.Sent);
+  for (const auto& [speed, takenMs, sent] : cases) {
     Clock.Current = {};
     Notes.clear();
-    Taken = milliseconds(row.TakenMs);
-    const PlayCounts counts = PlayWhole(PacedDay(), row.Speed);
-    EXPECT_EQ(Notes, row.Sent);
-    EXPECT_EQ(counts.Messages, 11U);
-    EXPECT_EQ(counts.Download, 2U);
-    EXPECT_EQ(counts.Live, 7U);
-    EXPECT_EQ(counts.NotAsked, 1U);
+    Taken = milliseconds(takenMs);
+    const PlayCounts counts = PlayWhole(PacedDay(), speed);
+    EXPECT_EQ(Notes, sent);
+    EXPECT_EQ((std::array{counts.Messages, counts.Download, counts.Live, counts.NotAsked}),
+              (std::array<std::uint64_t, 4>{11, 2, 7, 1}));
   }
 }
 
@@ -171,32 +170,30 @@ TEST_F(PlayerTest, CallsTheRefreshAtItsPeriod) {
   RefreshClock = &Clock;
   RefreshTimes.clear();
   Taken = milliseconds(100);
-  Beat.Register(&NoteRefresh, milliseconds(250));
+  Beat.Register({&NoteRefresh, milliseconds(250)});
   PlayWhole(PacedDay(), 1);
   EXPECT_EQ(RefreshTimes.substr(0, 30),
             "400 650 900 1150 1400 1650 190");  // 400: between messages, then while it waits
   EXPECT_EQ(Beat.Calls(), static_cast<std::uint64_t>(std::count(RefreshTimes.begin(), RefreshTimes.end(), ' ')));
   const std::string before = RefreshTimes;
-  Beat.Register(nullptr, milliseconds(0));
+  Beat.Register({});
   PlayWhole(PacedDay(), 1);
   EXPECT_EQ(RefreshTimes, before);
 }
 
 TEST_F(PlayerTest, TellsProgressTwiceASecondAfterTheFirst) {
   Taken = milliseconds(100);
-  std::string day;
-  for (int i = 0; i < 21; ++i) day += WireMessage(8111);
-  PlayWhole(day, std::nullopt);
-  EXPECT_EQ(Without(Screen.str(), " "), "10trades\r15trades\r20trades\r\r");
+  PlayWhole(Trades(21), std::nullopt);
+  const std::string blanks(31, ' ');
+  EXPECT_EQ(Screen.str(),
+            "10 trades" + blanks + "\r15 trades" + blanks + "\r20 trades" + blanks + "\r" + blanks + "         \r");
 }
 
 TEST(PlayReport, TellsClockSpeedAndRate) {
   EXPECT_EQ(DayClockText(1381147199), "2013-10-07 11:59:59");
   EXPECT_EQ(DayClockText(-1), "1969-12-31 23:59:59");
   EXPECT_EQ(DayClockText(std::nullopt), "");
-  EXPECT_EQ(SpeedText(60), "60x");
-  EXPECT_EQ(SpeedText(0.5), "0.5x");
-  EXPECT_EQ(SpeedText(std::nullopt), "full speed");
+  EXPECT_EQ(SpeedText(60) + SpeedText(0.5) + SpeedText(std::nullopt), "60x0.5xfull speed");
   TradeRate rate;
   PlayClock::Time now;
   for (std::uint64_t trades = 0; trades <= 900; trades += 100) {

@@ -2,41 +2,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <sstream>
+#include <tuple>
 
 #include "terminal/common/errors.h"
 #include "terminal/program/program.h"
+#include "terminal/program/window_memory.h"
 #include "tests/terminal/test_files.h"
 
 namespace {
-
-constexpr bool kWindows = std::filesystem::path::preferred_separator == '\\';
-
-std::string Quoted(const std::filesystem::path& path) {
-  std::filesystem::path preferred = path;
-  return "\"" + PathText(preferred.make_preferred()) + "\"";
-}
-
-std::filesystem::path TestModule(const char* name) {
-  return ProgramFolder() / (std::string(name) + ModuleSuffix());
-}
-
-struct RunResult {
-  int Code;
-  std::string Out;
-  std::string Errors;
-};
-
-RunResult RunProgram(const std::string& arguments, const std::string& environment = {}) {
-  const auto program = ProgramFolder() / ".." / "bin" / (kWindows ? "terminal.exe" : "terminal");
-  const auto out = TestFolder() / "out.txt";
-  const auto errors = TestFolder() / "errors.txt";
-  std::string command = environment + Quoted(program) + " " + arguments + " > " + Quoted(out) + " 2> " + Quoted(errors);
-  if (kWindows) command = "\"" + command + "\"";  // the shell takes one pair of quotes off
-  const int status = std::system(command.c_str());
-  return {kWindows ? status : status >> 8, ReadTestFile(out), ReadTestFile(errors)};
-}
 
 std::string FourTrades() {
   return Quoted(WriteDay({"00:00:01", "00:00:02", "00:00:03", "00:00:04"}));
@@ -51,29 +24,26 @@ TEST(Program, PlaysADayToAPlugin) {
       RunProgram("--day " + FourTrades() + PluginArguments("fake_plugin") + " --live-from 2 --speed 20");
   EXPECT_EQ(run.Code, 0);
   EXPECT_EQ(run.Errors, "");
-  std::string log = ReadTestFile(TestFolder() / "work" / "fake_plugin.log");
+  const std::string log = ReadFile(TestFolder() / "work" / "fake_plugin.log");
   // Beats come between messages, at the latest in the twentieth of a second between the two live trades.
-  const std::size_t lastTrade = log.find("routed 9101 4");
-  EXPECT_LT(log.find("refresh"), lastTrade);
-  log = Without(log, "refresh\n");
-  EXPECT_EQ(log,
+  EXPECT_LT(log.find("refresh"), log.find("routed 9101 4"));
+  EXPECT_EQ(Without(log, "refresh\n"),
             "raw 30025\nraw 30022\nrouted 8111 1\nrouted 8111 2\nrouted 8112\n"
             "master BIG BLUE 2.5\nbars 1\nraw 30020\nrouted 9101 3\nrouted 9101 4\nraw 30021\n");
   EXPECT_TRUE(std::filesystem::exists(TestFolder() / "work" / "TradeHeaderFile.txt"));
   const std::string summary = Without(run.Out, "\r");
-  for (const char* line :
-       {"Plug-in             Fake\n", "Messages sent       9\n", "Messages received   32005: 1, 32022: 1\n",
-        "Trades played       4 (download 2, live 2)\n", "Bad lines           0\n"})
-    EXPECT_NE(summary.find(line), std::string::npos) << line << summary;
-  EXPECT_EQ(summary.find("not asked"), std::string::npos);
+  EXPECT_EQ(summary.substr(0, summary.find("Refresh beats")),
+            "Plug-in             Fake\nMessages sent       9\nMessages received   32005: 1, 32022: 1\n"
+            "Trades played       4 (download 2, live 2)\n");
+  EXPECT_NE(summary.find("Bad lines           0\nSeconds             "), std::string::npos) << summary;
 }
 
 TEST(Program, WithholdsWhatThePluginDidNotAskFor) {
-  const auto day = WriteTestFile("day.bin", WireMessage(8111) + "junk" + WireMessage(9112) + WireMessage(30022));
+  const auto day = WriteTestFile("day.bin", DayMessage(8111) + "junk" + DayMessage(9112) + DayMessage(30022));
   const RunResult run = RunProgram("--day " + Quoted(day) + PluginArguments("fake_plugin"));
   EXPECT_EQ(run.Code, 1);
   EXPECT_NE(run.Errors.find(": byte 15: 4 bytes that belong to no message"), std::string::npos) << run.Errors;
-  const std::string log = Without(ReadTestFile(TestFolder() / "work" / "fake_plugin.log"), "refresh\n");
+  const std::string log = Without(ReadFile(TestFolder() / "work" / "fake_plugin.log"), "refresh\n");
   EXPECT_EQ(log.substr(0, log.find("master")), "raw 30025\nraw 30022\nrouted 8111 \nraw 30022\nrouted 8112\n");
   EXPECT_NE(run.Out.find("Messages not asked  1"), std::string::npos) << run.Out;
 }
@@ -83,11 +53,7 @@ TEST(Program, TellsEachFailureByItsCode) {
   const std::string badDay = Quoted(WriteTestFile("bad.csv", kTradeHeader + std::string("x\n")));
   const std::string text = Quoted(WriteTestFile("text.so", "no module"));
   const std::string work = " --work " + Quoted(TestFolder() / "work");
-  const struct {
-    std::string Arguments;
-    int Code;
-    const char* Errors;
-  } cases[] = {
+  const std::tuple<std::string, int, const char*> cases[] = {
       {"--help", 0, ""},
       {"--version", 0, ""},
       {"--day " + badDay + PluginArguments("fake_plugin"), 1, "bad.csv:2: 1 fields where 14 are expected"},
@@ -98,27 +64,24 @@ TEST(Program, TellsEachFailureByItsCode) {
       {"--day " + day + " --securities " + day + PluginArguments("fake_plugin"), 3, "day.csv:1: the header must be "},
       {"--day " + day + " --record " + Quoted(TestFolder() / "no" / "x"), 3, "cannot be written: "},
       {"--day " + day + " --record " + Quoted(TestFolder() / "no" / "x.ada"), 3, "x.ada: cannot be written: "},
+      {"--headless --work " + text, 3, "text.so: cannot be made: "},
       {"--headless --plugin " + text + work, 4, "the plug-in cannot be loaded: "},
       {"--day " + day + PluginArguments("lacking_plugin"), 4, "the plug-in lacks the entry point OnPluginMessage"},
   };
-  for (const auto& row : cases) {
-    SCOPED_TRACE(row.Arguments);
-    const RunResult run = RunProgram(row.Arguments);
-    EXPECT_EQ(run.Code, row.Code);
-    EXPECT_NE(run.Errors.find(row.Errors), std::string::npos) << run.Errors;
-    EXPECT_EQ(run.Errors.empty(), *row.Errors == '\0') << run.Errors;
+  for (const auto& [arguments, code, errors] : cases) {
+    const RunResult run = RunProgram(arguments);
+    EXPECT_EQ(run.Code, code) << arguments;
+    EXPECT_NE(run.Errors.find(errors), std::string::npos) << run.Errors;
+    EXPECT_EQ(run.Errors.empty(), *errors == '\0') << run.Errors;
   }
   EXPECT_EQ(RunProgram("--version").Out.substr(0, 14), "terminal 0.1.0");
 }
 
-TEST(Program, EndsWithCodeOneAfterAFailedCommand) {
-  const auto play = [](const RunFiles& files, const Options&, BadLineReport& badLines, std::ostream&) {
-    badLines.AtCommand(files.Script, 3, "there is no dialog");
-  };
-  const auto script = WriteTestFile("script.txt", "");
-  std::ostringstream out, errors;
-  EXPECT_EQ(RunTerminal({"--script", script}, play, out, errors), 1);
-  EXPECT_EQ(errors.str(), PathText(script) + ":3: there is no dialog\n");
+std::string Recorded(const std::string& arguments, const std::filesystem::path& file, const std::string& told) {
+  const RunResult run = RunProgram(arguments + " --record " + Quoted(file));
+  EXPECT_EQ(run.Code, 0) << run.Errors;
+  EXPECT_NE(run.Out.find(file.filename().string() + ": " + told), std::string::npos) << run.Out;
+  return ReadFile(file);
 }
 
 TEST(Program, NeedsADisplayOnlyForWindows) {
@@ -130,16 +93,11 @@ TEST(Program, NeedsADisplayOnlyForWindows) {
 }
 
 TEST(Program, RecordsTheSampleDayAlikeInBothModes) {
-  const auto record = [](const std::string& arguments, const std::filesystem::path& file) {
-    const RunResult run = RunProgram(arguments + " --record " + Quoted(file));
-    EXPECT_EQ(run.Code, 0) << run.Errors;
-    return ReadTestFile(file);
-  };
-  const auto compressedFile = TestFolder() / "compressed.bin";
-  const std::string plain = record("", TestFolder() / "plain.bin");
-  EXPECT_LT(record("--record-mode 1", compressedFile).size(), plain.size());
-  EXPECT_TRUE(record("--day " + Quoted(compressedFile), TestFolder() / "again.bin") == plain);
-  // 13,612 trades, the first half of them download.
+  const auto folder = TestFolder();
+  const std::string all = "13,613 messages", plain = Recorded("", folder / "plain.bin", all);
+  EXPECT_LT(Recorded("--record-mode 1", folder / "small.bin", all).size(), plain.size());
+  EXPECT_TRUE(Recorded("--day " + Quoted(folder / "small.bin"), folder / "again.bin", all) == plain);
+  // 13,612 trades, the first half of them download, and its end.
   EXPECT_EQ((plain.size() - Without(plain, "#\x12\x27\xAF\x1F").size()) / 5, 6806U);
 }
 
@@ -150,7 +108,7 @@ std::string DailyFileOf(const std::string& day) {
   const RunResult run = RunProgram("--headless --work " + Quoted(work) + " --day " + day);
   EXPECT_EQ(run.Code, 0) << run.Errors;
   for (const auto& entry : std::filesystem::directory_iterator(work))
-    if (entry.path().extension() == ".CSV") return ReadTestFile(entry.path());
+    if (entry.path().extension() == ".CSV") return ReadFile(entry.path());
   return "no daily file";
 }
 
@@ -160,33 +118,32 @@ TEST(Program, PlaysADayAlikeFromItsRecordFile) {
   EXPECT_EQ(std::count(direct.begin(), direct.end(), '\n'), 4);
   const auto file = WriteTestFile("day.ADA", std::string(90000, '#'));  // a longer file is replaced whole
   for (const char* mode : {"0", "1"}) {
-    const RunResult run = RunProgram("--day " + day + " --record " + Quoted(file) + " --record-mode " + mode);
-    EXPECT_EQ(run.Code, 0) << run.Errors;
-    EXPECT_NE(run.Out.find(": 4 trades"), std::string::npos) << run.Out;
+    Recorded("--day " + day + " --record-mode " + mode, file, "4 trades");
     EXPECT_EQ(DailyFileOf(Quoted(file)), direct);
   }
 }
 
 TEST(Program, RecordsTradesOnlyInARecordFile) {
-  const auto file = TestFolder() / "day.ada";
-  const auto day = WriteTestFile("day.bin", WireMessage(8111) + WireMessage(9112) + WireMessage(9101));
-  const RunResult run = RunProgram("--day " + Quoted(day) + " --record " + Quoted(file));
-  EXPECT_NE(run.Out.find("day.ada: 2 trades; other messages left out: 1"), std::string::npos) << run.Out;
-  const std::string bytes = ReadTestFile(file);
-  EXPECT_EQ(bytes.substr(0, 5), std::string("#\1\0\0\0", 5));
-  EXPECT_EQ(bytes.substr(10, 5), "#\x12\x27\xAF\x1F");
+  const auto day = WriteTestFile("day.bin", DayMessage(8111) + DayMessage(9112) + DayMessage(9101));
+  const std::string bytes =
+      Recorded("--day " + Quoted(day), TestFolder() / "day.ada", "2 trades; other messages left out: 1");
   ASSERT_EQ(bytes.size() % 2, 0U);
-  EXPECT_EQ(bytes.substr(bytes.size() / 2 + 10, 5), "#\x12\x27\x8D\x23");
-  WriteTestFile("empty.ada", "");
-  EXPECT_EQ(DailyFileOf(Quoted(TestFolder() / "empty.ada")).find("\r\n"), std::string::npos);
+  EXPECT_EQ(bytes.substr(0, 5) + bytes.substr(10, 5), WireU16(1, 0) + WireU16(10002, 8111));
+  EXPECT_EQ(bytes.substr(bytes.size() / 2 + 10, 5), WireU16(10002, 9101));
+  EXPECT_EQ(DailyFileOf(Quoted(WriteTestFile("empty.ada", ""))).find("\r\n"), std::string::npos);
 }
 
 TEST(Program, ReportsAFullDisk) {
   if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "there is no full disk here";
-  std::filesystem::create_symlink("/dev/full", TestFolder() / "full.ada");
-  const RunResult full = RunProgram("--record " + Quoted(TestFolder() / "full.ada"));
-  EXPECT_EQ(full.Code, 3);
-  EXPECT_NE(full.Errors.find("full.ada: cannot be written: No space left"), std::string::npos) << full.Errors;
+  // A short day fails when the file is closed, a long one before.
+  const std::pair<const char*, std::string> cases[] = {
+      {"long.ada", ""}, {"short.ada", "--day " + FourTrades()}, {"short.bin", "--day " + FourTrades()}};
+  for (const auto& [name, day] : cases) {
+    std::filesystem::create_symlink("/dev/full", TestFolder() / name);
+    const RunResult full = RunProgram(day + " --record " + Quoted(TestFolder() / name));
+    EXPECT_EQ(full.Code, 3) << name;
+    EXPECT_NE(full.Errors.find("cannot be written: No space left"), std::string::npos) << full.Errors;
+  }
 }
 
 TEST(WorkingFolder, IsMadeAndFilledWithoutOverwriting) {
@@ -196,18 +153,46 @@ TEST(WorkingFolder, IsMadeAndFilledWithoutOverwriting) {
   const auto work = TestFolder() / "new" / "work";
   EnterWorkingFolder(work, TestFolder() / "samples");
   EXPECT_TRUE(std::filesystem::equivalent(std::filesystem::current_path(), work));
-  EXPECT_EQ(ReadTestFile("one.txt"), "sample one");
-  EXPECT_EQ(ReadTestFile("deep/two.txt"), "sample two");
-  std::ofstream("one.txt", std::ios::binary) << "the user's";
+  EXPECT_EQ(ReadFile("one.txt"), "sample one");
+  EXPECT_EQ(ReadFile("deep/two.txt"), "sample two");
+  WriteFile("one.txt", "the user's");
   std::filesystem::remove("deep/two.txt");
   EnterWorkingFolder(work, TestFolder() / "samples");
-  EXPECT_EQ(ReadTestFile("one.txt"), "the user's");
-  EXPECT_EQ(ReadTestFile("deep/two.txt"), "sample two");
+  EXPECT_EQ(ReadFile("one.txt"), "the user's");
+  EXPECT_EQ(ReadFile("deep/two.txt"), "sample two");
   std::filesystem::current_path(before);
 
-  EXPECT_THROW(EnterWorkingFolder(WriteTestFile("file", ""), TestFolder() / "samples"), TerminalError);
   EXPECT_THROW(EnterWorkingFolder(work, TestFolder() / "missing"), TerminalError);
   EXPECT_TRUE(std::filesystem::equivalent(std::filesystem::current_path(), before));
+}
+
+TEST(WindowMemory, KeepsOnlyPossiblePlaces) {
+  WindowMemory memory(TestFolder());
+  EXPECT_FALSE(memory.LoadFrame() || memory.LoadWatch() || memory.LoadDay());
+  const std::pair<SettingsRectangle, bool> frames[] = {
+      {{-32000, 10, 32000, 210}, true}, {{0, 0, 199, 800}, false},      {{0, 0, 800, 199}, false},
+      {{0, 0, 32001, 800}, false},      {{-32001, 0, 800, 800}, false}, {{0, 0, 800, 32001}, false},
+      {{0, -32001, 800, 800}, false},   {{0, -32000, 200, 32000}, true}};
+  for (const auto& [rectangle, isKept] : frames) {
+    memory.SaveFrame({rectangle, isKept});
+    EXPECT_EQ(memory.LoadFrame().has_value(), isKept) << rectangle.Right;
+    EXPECT_TRUE(!isKept || (memory.LoadFrame()->Rectangle.Left == rectangle.Left && memory.LoadFrame()->Maximized));
+  }
+  const std::pair<ColumnPlace, bool> columns[] = {{{L"Last", 10}, true},
+                                                  {{L"Last", 4000}, true},
+                                                  {{L"Last", 9}, false},
+                                                  {{L"Last", 4001}, false},
+                                                  {{L"", 90}, false}};
+  for (const auto& [column, isKept] : columns) {
+    const WatchPlace place{{{L"Name", 100}, column}, L"Last", !isKept};
+    memory.SaveWatch(place);
+    ASSERT_EQ(memory.LoadWatch().has_value(), isKept) << column.WidthPx;
+    EXPECT_TRUE(!isKept || (memory.LoadWatch()->Columns == place.Columns && !memory.LoadWatch()->Rising));
+  }
+  EXPECT_TRUE(memory.Write());
+  EXPECT_TRUE(std::filesystem::exists(TestFolder() / WindowMemory::kFileName));
+  WriteTestFile("damaged/TerminalWindows.xml", "<CURRENT_USER>\n<Frame>\n<Rectangle>\"00");
+  EXPECT_FALSE(WindowMemory(TestFolder() / "damaged").LoadFrame());
 }
 
 }  // namespace

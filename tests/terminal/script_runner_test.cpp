@@ -1,22 +1,29 @@
 #include "terminal/windows/drivers/script_runner.h"
 
-#include <fstream>
+#include <wx/button.h>
+#include <wx/checklst.h>
+
+#include <algorithm>
 #include <sstream>
 
 #include "terminal/common/errors.h"
+#include "terminal/windows/drivers/screen_picture.h"
 #include "tests/terminal/test_files.h"
 #include "tests/toolkit/gui_test.h"
 #include "toolkit/bars/docking_manager.h"
 #include "toolkit/dialogs/file_dialog.h"
 #include "toolkit/dialogs/message_box.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
-// A book whose two menu commands open a box of a question and a dialog for a file.
+// A book whose menu commands open a box of a question, a dialog for a file and one with a list.
 class ScriptedGrid : public CQORPGridCtrl {
  public:
   ScriptedGrid() {
-    Bind(wxEVT_MENU, [this](wxCommandEvent& event) { event.GetId() == 1 ? AskQuestion() : AskForFile(); });
+    Bind(wxEVT_MENU, [this](wxCommandEvent& event) {
+      event.GetId() == 1 ? AskQuestion() : event.GetId() == 2 ? AskForFile() : AskForItems();
+    });
   }
   void AskQuestion() {
     CQORPMessageBox box;
@@ -30,8 +37,20 @@ class ScriptedGrid : public CQORPGridCtrl {
     const auto path = dialog.AskForPath();
     Note(path ? path->filename().string() : "cancelled");
   }
+  void AskForItems() {
+    wxDialog dialog(this, wxID_ANY, L"Items");
+    const wxString items[] = {L"First", L"Second"};
+    auto& list = MakeChild<wxCheckListBox>(&dialog, wxID_ANY, wxDefaultPosition, wxDefaultSize, 2, items);
+    MakeChild<wxButton>(&dialog, wxID_OK, L"Done");
+    list.Bind(wxEVT_CHECKLISTBOX, [&](wxCommandEvent& event) {
+      Note("item " + std::to_string(event.GetInt()) +
+           (list.IsChecked(static_cast<unsigned>(event.GetInt())) ? "+" : "-"));
+    });
+    Note(dialog.ShowModal() == wxID_OK ? "chosen " + std::to_string(list.GetSelection()) : "cancelled");
+  }
   std::span<const CQORPMenuItem> ContextMenu() const override {
     static constexpr CQORPMenuItem kMenu[] = {{CQORPMenuItem::Kind::Command, 0, 1, L"&Ask"},
+                                              {CQORPMenuItem::Kind::Command, 0, 3, L"Items"},
                                               {CQORPMenuItem::Kind::Submenu, 0, 0, L"Files"},
                                               {CQORPMenuItem::Kind::Command, 1, 2, L"Export"}};
     return kMenu;
@@ -45,15 +64,15 @@ class ScriptedGrid : public CQORPGridCtrl {
   std::vector<std::string> Notes;
 };
 
-class ScriptRun : public GuiTest, private ScriptTarget {
+class ScriptRun : public GuiTest, protected ScriptTarget {
  protected:
   void SetUp() override {
     GuiTest::SetUp();
     if (IsSkipped()) return;
     Manager = std::make_unique<CQORPDockingManager>(*Frame);
-    Bar = std::make_unique<CQORPDockingControlBar>().release();  // the frame owns it, and the bar the grid
+    Bar = &MakeChild<CQORPDockingControlBar>();
     ASSERT_TRUE(Bar->CreateBar(*Manager, L"Book", wxRect(100, 100, 500, 300), 1));
-    Grid = std::make_unique<ScriptedGrid>().release();
+    Grid = &MakeChild<ScriptedGrid>();
     ASSERT_TRUE(Grid->Create(Bar, 1));
     for (int column = 0; column < 20; ++column) Grid->InsertColumn(column, L"C" + std::to_wstring(column), 100);
     Grid->EnableVirtualMode([](int, int, CQORPGridCell&) { return true; });
@@ -80,13 +99,17 @@ class ScriptRun : public GuiTest, private ScriptTarget {
   }
   bool OpenBook() override { return false; }
   bool Select(const std::string&) override { return false; }
-  bool Focus(ScriptFocus, const std::string&) override { return false; }
-  bool HasFocus(ScriptFocus) override { return false; }
+  bool Focus(ScriptFocus, const std::string& title) override {
+    Grid->Note("focus " + title);
+    LooksUntilLost = LooksUntilLost > 0 ? 2 : 0;
+    return true;
+  }
+  bool HasFocus(ScriptFocus) override { return true; }
   bool Press(const KeyPress&) override { return false; }
   bool RunMenu(const std::vector<std::wstring>&) override { return false; }
   CQORPDockingControlBar* Book() override {
     if (--LooksUntilLess == 0) Grid->SetVirtualRows(299);
-    return Bar;
+    return --LooksUntilLost == 0 ? nullptr : Bar;
   }
   bool HasPlayed() override { return true; }
   std::size_t OpenBooks() override { return 1; }
@@ -97,16 +120,40 @@ class ScriptRun : public GuiTest, private ScriptTarget {
   CQORPDockingControlBar* Bar = nullptr;
   ScriptedGrid* Grid = nullptr;
   int LooksUntilLess = 0;  // the book loses a row when it has been looked for so often
+  int LooksUntilLost = 0;  // and once the focus
 };
 
 using Texts = std::vector<std::string>;
 
+TEST_F(ScriptRun, GivesTheFocusBackToTheNamedBook) {
+  LooksUntilLost = 1;
+  EXPECT_EQ(Run("focus book One\nheader C1\nselect X\nheader C2\n"), "3: the command cannot be done now\n");
+  EXPECT_EQ(Grid->Notes, (Texts{"focus One", "focus One", "sort 1", "sort 2"}));
+}
+
+TEST_F(ScriptRun, ChoosesAndChecksItems) {
+  EXPECT_EQ(Run("book-menu Items\ncheck Second\ncheck First\ncheck First\nchoose Second\nchoose second\nanswer Done\n"),
+            "6: no list of the dialog has such an item\n");
+  EXPECT_EQ(Grid->Notes, (Texts{"item 1+", "item 0+", "item 0-", "chosen 1"}));
+}
+
+// The second script takes longer than a step and is over long before the first one goes on.
+TEST_F(ScriptRun, WaitsAsLongAsItIsTold) {
+  std::ostringstream reports;
+  BadLineReport badLines(reports);
+  ScriptRunner waiting(WriteTestFile("wait.txt", "wait 3600000\nselect X\n"), *this, badLines);
+  waiting.Start();
+  EXPECT_EQ(Run("wait 1\nwait 1\nwait 1\n"), "");
+  EXPECT_FALSE(waiting.HasEnded());
+}
+
 TEST_F(ScriptRun, DrivesABook) {
   EXPECT_EQ(Run("filter C2 x\n"), "1: the filter bar is not shown\n");
   Grid->EnableFilterBar(true);
-  EXPECT_EQ(Run("filter C18 a >\nfilter C18 b\nfilter C18\nheader C19\nheader C0 ctrl\nrows 3 200\nplace bottom\n"),
+  EXPECT_EQ(Run("filter C18 a >\nfilter C18 b\nfilter C18 \xC3\xBC\nfilter C18\nheader C19\nheader C0 ctrl\nrows 3 "
+                "200\nplace bottom\n"),
             "");
-  EXPECT_EQ(Grid->Notes, (Texts{"18=a", "18=a ", "18=a >", "18=b", "18=", "sort 19"}));
+  EXPECT_EQ(Grid->Notes, (Texts{"18=a", "18=a ", "18=a >", "18=b", "18=\xC3\xBC", "18=", "sort 19"}));
   EXPECT_TRUE(Grid->IsColumnSelected(0));
   ASSERT_EQ(Grid->GetSelectionCount(), 1);
   EXPECT_EQ(Grid->GetSelection(0).Top, 2);
@@ -133,16 +180,16 @@ TEST_F(ScriptRun, ClosesABookAndAppendsUsage) {
   EXPECT_EQ(Run("usage a\nbook-menu Ask\nclose-book\nanswer No\nclose-book\n"), "3: a dialog is up\n");
   std::filesystem::current_path(before);
   EXPECT_FALSE(Bar->IsBarShown());
-  std::ifstream file(TestFolder() / "out" / "usage.csv");
-  std::string titles, name, heap, handles, windows, books;
-  std::getline(file, titles);
-  for (std::string* value : {&name, &heap, &handles, &windows}) std::getline(file, *value, ',');
-  std::getline(file, books);
-  EXPECT_EQ(titles, "name,heap,handles,windows,books");
-  EXPECT_EQ(name + books, "a1");
-  EXPECT_GE(heap.size(), 6U);
-  EXPECT_NE(handles, "");  // Wine counts none
-  EXPECT_GT(std::stoi(windows), 2);
+  std::string usage = ReadFile(TestFolder() / "out" / "usage.csv");
+  std::ranges::replace(usage, ',', ' ');
+  std::istringstream file(usage);
+  std::string titles, name;
+  std::uint64_t heap = 0, handles = 0, windows = 0, books = 0;
+  std::getline(file, titles) >> name >> heap >> handles >> windows >> books;
+  EXPECT_EQ(titles, "name heap handles windows books");
+  EXPECT_EQ(std::pair(name, books), std::pair(std::string("a"), std::uint64_t{1}));
+  EXPECT_GE(heap, 100000U);  // handles: Wine counts none
+  EXPECT_GT(windows, 2U);
 }
 
 TEST_F(ScriptRun, ReportsUnexpectedThings) {
@@ -152,6 +199,21 @@ TEST_F(ScriptRun, ReportsUnexpectedThings) {
             "5: the book shows 300 rows\n6: the book's menu has no such entry, or it cannot be had now\n"
             "7: there is no dialog\n9: the save dialog that was to be answered before has not come up\n"
             "10: the save dialog that was to be answered has not come up\n");
+}
+
+TEST(PngFile, WritesTheFormatsBytes) {
+  // Two pixels side by side over two: red, green; red, blue.
+  const std::uint8_t pixels[] = {255, 0, 0, 0, 255, 0, 255, 0, 0, 0, 0, 255};
+  const std::string png = PngBytes(2, 2, pixels);
+  const std::string head("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\0\0\0\2\0\0\0\2\x08\2\0\0\0\xFD\xD4\x9A\x73", 33);
+  EXPECT_EQ(png.substr(0, 33), head);
+  EXPECT_EQ(png.substr(37, 4), "IDAT");
+  EXPECT_EQ(png.substr(png.size() - 12), std::string("\0\0\0\0IEND\xAE\x42\x60\x82", 12));
+  EXPECT_EQ(PngBytes(2, 3, pixels), "");
+  EXPECT_EQ(PngBytes(0, 2, {}), "");
+  EXPECT_THROW(WritePngFile(TestFolder() / "no" / "x.png", 2, 2, pixels), TerminalError);
+  WritePngFile(TestFolder() / "x.png", 2, 2, pixels);
+  EXPECT_EQ(ReadFile(TestFolder() / "x.png"), png);
 }
 
 }  // namespace

@@ -1,19 +1,21 @@
 // What the terminal's tests share: files in a folder of its own for each test, which is empty at its begin, samples of
-// each kind of file, and a clock that stands still.
+// each kind of file, a clock that stands still, and runs of the built terminal.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <initializer_list>
-#include <iterator>
 #include <string>
 
 #include "platform/modules.h"
+#include "terminal/common/errors.h"
 #include "terminal/link/terminal_host.h"
+#include "tests/support/files.h"
+#include "tests/support/wire_bytes.h"
 
 inline std::filesystem::path TestFolder() {
   const auto* test = testing::UnitTest::GetInstance()->current_test_info();
@@ -31,13 +33,8 @@ inline std::filesystem::path TestFolder() {
 inline std::filesystem::path WriteTestFile(const std::string& name, const std::string& bytes) {
   const auto path = TestFolder() / name;
   std::filesystem::create_directories(path.parent_path());
-  std::ofstream(path, std::ios::binary) << bytes;
+  WriteFile(path, bytes);
   return path;
-}
-
-inline std::string ReadTestFile(const std::filesystem::path& path) {
-  std::ifstream stream(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 // The text without every occurrence of a part of it.
@@ -56,9 +53,7 @@ inline constexpr const char* kDeskHeader =
     "terminal_info,algo_id,algo_category,participant_id,reference_text\n";
 inline constexpr const char* kDeskLine =
     "ANITA,DESK1,10412,C1001,4000,3,2,1,11,AAAPA1001A,TERM-A01,ALGO7,2,PART9,ref\n";
-
 inline constexpr const char* kSecurityLine = "ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,2.5\n";
-
 inline std::filesystem::path WriteSecurities(const std::string& lines = kSecurityLine) {
   return WriteTestFile("securities.csv", kSecurityHeader + lines);
 }
@@ -80,14 +75,9 @@ inline std::filesystem::path WriteDay(std::initializer_list<const char*> times) 
   return WriteTestFile("day.csv", day);
 }
 
-// The bytes of a message with that number, written out here, apart from the classes under test. The counted text of tag
-// 55118 follows when it is not empty.
-inline std::string WireMessage(unsigned number, const std::string& time = {}, char mode = 0) {
-  std::string body = "#\x12\x27";
-  body += {static_cast<char>(number & 0xFF), static_cast<char>(number >> 8)};
-  if (!time.empty()) body += "#\x4E\xD7" + std::string{static_cast<char>(time.size()), 0} + time;
-  std::string message = {'#', 1, 0, mode, 0, '#', 0x11, 0x27, static_cast<char>(body.size()), 0};
-  return message + body;
+// A message of that number; the time of a trade, tag 55118, follows when it is not empty.
+inline std::string DayMessage(unsigned number, const std::string& time = {}, unsigned mode = 0) {
+  return WireMessage(number, time.empty() ? "" : WireText(55118, time), mode);
 }
 
 // Stands still but for sleeps and for what a test adds.
@@ -100,3 +90,31 @@ class TestClock : public PlayClock {
   }
   Time Current;
 };
+
+inline constexpr bool kWindows = std::filesystem::path::preferred_separator == '\\';
+
+inline std::string Quoted(const std::filesystem::path& path) {
+  std::filesystem::path preferred = path;
+  return "\"" + PathText(preferred.make_preferred()) + "\"";
+}
+
+inline std::filesystem::path TestModule(const char* name) {
+  return ProgramFolder() / (std::string(name) + ModuleSuffix());
+}
+
+// What a run of the built terminal says.
+struct RunResult {
+  int Code;
+  std::string Out;
+  std::string Errors;
+};
+
+inline RunResult RunProgram(const std::string& arguments, const std::string& environment = {}) {
+  const auto program = ProgramFolder() / ".." / "bin" / (kWindows ? "terminal.exe" : "terminal");
+  const auto out = TestFolder() / "out.txt";
+  const auto errors = TestFolder() / "errors.txt";
+  std::string command = environment + Quoted(program) + " " + arguments + " > " + Quoted(out) + " 2> " + Quoted(errors);
+  if (kWindows) command = "\"" + command + "\"";  // the shell takes one pair of quotes off
+  const int status = std::system(command.c_str());
+  return {kWindows ? status : status >> 8, ReadFile(out), ReadFile(errors)};
+}

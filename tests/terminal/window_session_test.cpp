@@ -1,24 +1,35 @@
 // The terminal's windows with a plug-in that writes down what it is told.
 #include "terminal/windows/session/window_session.h"
 
+#include <wx/clipbrd.h>
+#include <wx/filedlg.h>
 #include <wx/menu.h>
 #include <wx/propgrid/propgrid.h>
+#include <wx/statusbr.h>
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
 #include <algorithm>
 #include <sstream>
 
-#include "host_link/messages/packet_reader.h"
 #include "terminal/common/errors.h"
-#include "terminal/windows/drivers/screen_picture.h"
 #include "tests/terminal/test_files.h"
 #include "tests/toolkit/dialog_answers.h"
 #include "tests/toolkit/gui_test.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
-std::vector<std::string> Answers;
+using Texts = std::vector<std::string>;
+
+// For what takes many turns of the event loop, as a script or a file dialog does.
+bool PumpLong(const std::function<bool()>& condition) {
+  for (int time = 0; time < 20; ++time)
+    if (PumpUntil(condition)) return true;
+  return false;
+}
+
+Texts Answers;
 void NoteAnswer(CQORPacketReader* message) {
   const std::string bytes(reinterpret_cast<const char*>(message->Data), message->End);
   Answers.push_back(bytes.substr(15));  // behind header and number
@@ -33,7 +44,7 @@ class WindowSessionTest : public GuiTest {
     WriteSecurities(std::string("NYSE,BAC,BAC,BANK,EQ,,XX,0,1\n") + kSecurityLine);
     Given.Live = ParseLiveFrom("2");
     Given.SpeedGiven = true;
-    Given.Plugin = ProgramFolder() / (std::string("fake_plugin") + ModuleSuffix());
+    Given.Plugin = TestModule("fake_plugin");
     Given.Work = TestFolder() / "work";
     std::filesystem::create_directories(ProgramFolder() / "working_folder");  // no samples for it
     Home = std::filesystem::current_path();
@@ -49,14 +60,32 @@ class WindowSessionTest : public GuiTest {
     Session->Open();
     ASSERT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded() || Session->GetDay().DayTrades() == 3; }));
   }
+  void WaitForEnd() {
+    EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
+  }
+  void Close() {
+    Main().Close();
+    Session.reset();
+  }
+  MainFrame& Main() { return *Session->GetWindows().Frame(); }
+  MarketWatchBar& Watch() { return Session->GetWindows().Watch(); }
+  LogGrid& Messages() { return Session->GetWindows().Messages().Grid(); }
+  void Choose(const wchar_t* menu, const wchar_t* entry) { EXPECT_TRUE(Main().RunMenu({menu, entry})) << entry; }
   // What the plug-in was told, but for its refreshes.
-  std::string Log() { return Without(ReadTestFile(Given.Work / "fake_plugin.log"), "refresh\n"); }
+  std::string Log() { return Without(ReadFile(Given.Work / "fake_plugin.log"), "refresh\n"); }
   void Ask(const void* window) {
     CQORPacketWriter question(0);
     question.AddU16(10002, 32022);
     question.AddU64(30002, reinterpret_cast<std::uint64_t>(&NoteAnswer));
     question.AddU64(30001, reinterpret_cast<std::uint64_t>(window));
     RunningHost()->PluginDataSend(&question);
+  }
+  // A bar as the plug-in makes it.
+  CQORPDockingControlBar& MakeBook(const wchar_t* title, std::uint32_t id) {
+    auto& book = MakeChild<CQORPDockingControlBar>();
+    EXPECT_TRUE(book.CreateBar(Main().GetDockingManager(), title, wxRect(200, 200, 300, 200), id));
+    book.DockControlBar(DockSide::Left);
+    return book;
   }
 
   Options Given;
@@ -67,55 +96,51 @@ class WindowSessionTest : public GuiTest {
 };
 
 const std::string kDownload = "routed 8112\nmaster BIG BLUE 2.5\nbars 1\nraw 30020\n";
+const std::string kDay = "routed 8111 1\nrouted 8111 2\n" + kDownload + "routed 9101 3\nrouted 9101 4\n";
 
 TEST_F(WindowSessionTest, MenuPlaysTheDay) {
-  const auto choose = [this](const wchar_t* menu, const wchar_t* entry) {
-    EXPECT_TRUE(Session->GetWindows().Frame()->RunMenu({menu, entry})) << entry;
-    EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
+  const auto play = [this](const wchar_t* entry) {
+    Choose(L"Day", entry);
+    WaitForEnd();
+    return Log();
   };
-  const std::string trades = "routed 8111 1\nrouted 8111 2\n" + kDownload + "routed 9101 3\nrouted 9101 4\n";
-  choose(L"Day", L"As Fast As Possible");
-  std::string told = "raw 30025\nexported 30026\nraw 30022\n" + trades;
-  EXPECT_EQ(Log(), told);
-  choose(L"Day", L"New Login");
+  std::string told = "raw 30025\nexported 30026\nraw 30022\n" + kDay;
+  EXPECT_EQ(play(L"As Fast As Possible"), told);
   told += "raw 30022\nrouted 8111 1\nrouted 8111 2\nrouted 8111 3\nrouted 8111 4\n" + kDownload;
-  EXPECT_EQ(Log(), told);
-  Session->GetWindows().Watch().Grid().Select("IBM");
-  choose(L"Day", L"Start Again");
-  told += "raw 30022\n" + trades;
-  EXPECT_EQ(Log(), told);
-  EXPECT_EQ(Session->GetWindows().Watch().Grid().Selected()->Trades, 4U) << "those before are forgotten";
-  choose(L"Day", L"Refresh Books");
-  EXPECT_EQ(Log(), told + "raw 30020\n");
-  Session->GetWindows().Frame()->Close();
-  EXPECT_EQ(Log(), told + "raw 30020\nraw 30021\n");
+  EXPECT_EQ(play(L"New Login"), told);
+  Watch().Grid().Select("IBM");
+  EXPECT_EQ(play(L"Start Again"), told += "raw 30022\n" + kDay);
+  EXPECT_EQ(Watch().Grid().Selected()->Trades, 4U) << "those before are forgotten";
+  EXPECT_EQ(play(L"Refresh Books"), told += "raw 30020\n");
+  const auto status = [this](StatusField field) {
+    return Main().GetStatusBar()->GetStatusText(static_cast<int>(field));
+  };
+  EXPECT_TRUE(PumpUntil([&] { return status(StatusField::Trades) == "4 trades"; }));
+  EXPECT_EQ(status(StatusField::DayClock), "2013-10-07 01:00:00");
+  EXPECT_EQ(status(StatusField::State), "Day played");
+  Watch().SetFocus();
+  EXPECT_TRUE(PumpUntil([&] { return status(StatusField::Focus) == "Market Watch"; }));
+  EXPECT_TRUE(status(StatusField::Rate).EndsWith(" / s"));
+  EXPECT_TRUE(PumpUntil([this] { return ReadFile(Given.Work / "fake_plugin.log").ends_with("refresh\n"); }));
+  Choose(L"File", L"Exit");
+  EXPECT_EQ(Log(), told + "raw 30021\n");
   Pump();
   EXPECT_EQ(Session->GetWindows().Frame(), nullptr);
   EXPECT_TRUE(std::filesystem::exists(Given.Work / "TerminalWindows.xml"));
 }
 
 TEST_F(WindowSessionTest, MenuShowsHowThingsStand) {
-  wxMenuBar& bar = *Session->GetWindows().Frame()->GetMenuBar();
-  const auto item = [&bar](const wchar_t* menu, const wchar_t* entry) {
-    return bar.FindItem(bar.FindMenuItem(menu, entry));
-  };
-  const auto checked = [&] {
+  const auto checked = [this] {
     std::string all;
-    for (const auto& [menu, entry] : {std::pair(L"Day", L"Pause"),
-                                      {L"Day", L"Real Time"},
-                                      {L"Day", L"10 Times"},
-                                      {L"Day", L"60 Times"},
-                                      {L"Day", L"As Fast As Possible"},
-                                      {L"View", L"Market Watch"},
-                                      {L"View", L"Properties"},
-                                      {L"View", L"Messages"}})
-      all += item(menu, entry)->IsChecked() ? '1' : '0';
+    for (const std::size_t menu : {2, 3})
+      for (const wxMenuItem* item : Main().GetMenuBar()->GetMenu(menu)->GetMenuItems())
+        if (item->IsCheckable()) all += item->IsChecked() ? '1' : '0';
     return all;
   };
-  MenuCommands& commands = Session->Commands();
-  EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
+  const wxMenuItem& pause = *Main().GetMenuBar()->GetMenu(2)->FindItemByPosition(0);
+  WaitForEnd();
   EXPECT_EQ(checked(), "00001100");
-  EXPECT_FALSE(item(L"Day", L"Pause")->IsEnabled()) << "the day is over";
+  EXPECT_FALSE(pause.IsEnabled()) << "the day is over";
   const std::pair<TerminalCommand, const char*> runs[] = {
       {TerminalCommand::SixtyTimes, "00010100"},  {TerminalCommand::RealTime, "01000100"},
       {TerminalCommand::TenTimes, "00100100"},    {TerminalCommand::PlayOrPause, "10100100"},
@@ -123,17 +148,22 @@ TEST_F(WindowSessionTest, MenuShowsHowThingsStand) {
       {TerminalCommand::Properties, "00100010"},  {TerminalCommand::Messages, "00100011"},
   };
   for (const auto& [command, states] : runs) {
-    commands.Run(command);
+    Session->Commands().Run(command);
     EXPECT_EQ(checked(), states) << static_cast<int>(command);
   }
-  commands.Run(TerminalCommand::StartAgain);
-  EXPECT_TRUE(item(L"Day", L"Pause")->IsEnabled() || PumpUntil([&] { return item(L"Day", L"Pause")->IsEnabled(); }));
+  Session->Commands().Run(TerminalCommand::StartAgain);
+  EXPECT_TRUE(PumpUntil([&] { return pause.IsEnabled(); }));
+  Session->GetWindows().Messages().OnPressCloseButton();
+  EXPECT_EQ(checked(), "00100010") << "a closed bar shows at once";
   DialogAnswers answers;
-  commands.Run(TerminalCommand::Keys);
-  commands.Run(TerminalCommand::About);
+  Choose(L"Help", L"Keys");
+  Choose(L"Help", L"About");
   ASSERT_EQ(answers.Said.size(), 2U);
-  EXPECT_NE(answers.Said[0].find(L"F8: Fake Book Enter: the same"), std::wstring::npos) << answers.Said[0];
-  EXPECT_NE(answers.Said[0].find(L"Ctrl+B: Start Again "), std::wstring::npos);
+  EXPECT_EQ(answers.Said[0],
+            L"Keys: F8: Fake Book Enter: the same, in the market watch  Ctrl+O: Open Day... Ctrl+Q: Exit F5: Pause "
+            L"Ctrl+1: Real Time Ctrl+2: 10 Times Ctrl+3: 60 Times Ctrl+4: As Fast As Possible Ctrl+B: Start Again "
+            L"Ctrl+L: New Login Ctrl+R: Refresh Books Ctrl+M: Market Watch Ctrl+P: Properties Ctrl+E: Messages "
+            L"F1: Keys F12: About ");
   EXPECT_NE(answers.Said[1].find(L"Plug-in: Fake fake_plugin"), std::wstring::npos) << answers.Said[1];
 }
 
@@ -142,62 +172,58 @@ TEST_F(WindowSessionTest, OpensABookByMenuKeyAndClick) {
     const std::string log = Log();
     return (log.size() - Without(log, "command\n").size()) / 8;
   };
-  EXPECT_TRUE(Session->GetWindows().Frame()->RunMenu({L"Fakes", L"Fake Book"}));
-  EXPECT_FALSE(Session->GetWindows().Frame()->RunMenu({L"Fakes", L"Fake"}));
-  EXPECT_FALSE(Session->GetWindows().Frame()->RunMenu({L"Fakes"}));
+  Choose(L"Fakes", L"Fake Book");
+  for (const auto& path : {std::vector<std::wstring>{L"Fakes", L"Fake"}, {L"Fakes"}, {L"Fake", L"Fake Book"}, {}})
+    EXPECT_FALSE(Main().RunMenu(path));
   EXPECT_EQ(commands(), 1U);
-  MarketWatchBar& bar = Session->GetWindows().Watch();
-  const struct {
-    const char* Place;
-    void (*Put)(MarketWatchBar& bar);
-  } places[] = {
-      {"tab", [](MarketWatchBar& moved) { moved.TabControlBar(); }},
-      {"docked", [](MarketWatchBar& moved) { moved.DockControlBar(DockSide::Left); }},
-      {"floating", [](MarketWatchBar& moved) { moved.FloatControlBar(wxRect(300, 300, 500, 300)); }},
+  const std::function<void(MarketWatchBar&)> places[] = {
+      [](MarketWatchBar& bar) { bar.TabControlBar(); },
+      [](MarketWatchBar& bar) { bar.DockControlBar(DockSide::Left); },
+      [](MarketWatchBar& bar) { bar.FloatControlBar(wxRect(300, 300, 500, 300)); },
   };
-  for (const auto& row : places) {
-    SCOPED_TRACE(row.Place);
-    row.Put(bar);
-    bar.ShowControlBar(true);
-    WaitForActivation(bar);
-    ASSERT_TRUE(PumpUntil([&bar] { return bar.GetDockingManager()->BarOf(wxWindow::FindFocus()) == &bar; }));
+  for (const auto& put : places) {
+    put(Watch());
+    Watch().ShowControlBar(true);
+    WaitForActivation(Watch());
+    ASSERT_TRUE(PumpUntil([this] { return Main().GetDockingManager().BarOf(wxWindow::FindFocus()) == &Watch(); }));
     const std::size_t before = commands();
     wxUIActionSimulator().Char(WXK_F8);
     EXPECT_TRUE(PumpUntil([&] { return commands() > before; }));
     Pump();
     EXPECT_EQ(commands(), before + 1);
   }
-  bar.Grid().SetCurSel(1);
-  DoubleClick(*bar.Grid().GetRowsWindow(), bar.Grid().CellRect(0, 1).GetTopLeft() + wxPoint(5, 5));
+  MarketWatchGrid& grid = Watch().Grid();
+  grid.SetCurSel(1);
+  DoubleClick(*grid.GetRowsWindow(), grid.CellRect(0, 1).GetTopLeft() + wxPoint(5, 5));
   EXPECT_EQ(commands(), 5U);
-  EXPECT_EQ(bar.Grid().GetCurSel(), 0);
-  Press(*bar.Grid().GetRowsWindow(), WXK_RETURN);
+  EXPECT_EQ(grid.GetCurSel(), 0);
+  Press(*grid.GetRowsWindow(), WXK_RETURN);
+  EXPECT_EQ(commands(), 6U);
+  Press(*grid.GetRowsWindow(), WXK_RETURN, kControl);
+  grid.SetCurSel(-1);
+  Press(*grid.GetRowsWindow(), WXK_RETURN);
   EXPECT_EQ(commands(), 6U);
 }
 
 TEST_F(WindowSessionTest, AnswersWhatIsSelectedInABar) {
-  MarketWatchBar& bar = Session->GetWindows().Watch();
-  const CQORPDockingControlBar* watch = &bar;
   Answers.clear();
-  bar.Grid().SetCurSel(-1);
+  Watch().Grid().SetCurSel(-1);
+  const CQORPDockingControlBar* watch = &Watch();
   Ask(watch);
-  EXPECT_TRUE(bar.Grid().Select("IBM"));
+  EXPECT_TRUE(Watch().Grid().Select("IBM"));
   Ask(watch);
   Ask(nullptr);
   Ask(this);  // no window of the terminal
-  EXPECT_EQ(Answers, (std::vector<std::string>{"", std::string("#\xE2\xD6\4\0ARCA#\x40\xD7\3\0IBM", 17)}));
-  EXPECT_FALSE(bar.Grid().Select("ibm"));
-
-  auto* book = std::make_unique<CQORPDockingControlBar>().release();  // the frame owns it
-  ASSERT_TRUE(book->CreateBar(Session->GetWindows().Frame()->GetDockingManager(), L"Book", wxRect(200, 200, 300, 200),
-                              RunningHost()->GetPluginBarID("Book")));
+  EXPECT_EQ(Answers, (Texts{"", WireText(55010, "ARCA") + WireText(55104, "IBM")}));
+  EXPECT_FALSE(Watch().Grid().Select("ibm"));
+  const auto& book = MakeBook(L"Book", RunningHost()->GetPluginBarID("Book"));
   const std::string before = Log();
-  Ask(book);
+  Ask(&book);
   EXPECT_EQ(Log(), before + "raw 32022\n");
   EXPECT_EQ(Answers.size(), 2U);
 }
 
-std::vector<std::string> Calls;
+Texts Calls;
 void FillList(CQORPPropList* list, const void* second) {
   Calls.push_back(second != nullptr && wxWindow::FindFocus()->GetName() == "grid" ? "fill" : "not in the book");
   list->AddProperty(std::make_unique<CQORPProp>(L"Number", 5, 0));
@@ -211,18 +237,14 @@ void ApplyItem(CQORPProp* item, void* grid) {
 }
 
 TEST_F(WindowSessionTest, ShowsPropertiesWhileTheBookIsShown) {
-  auto* book = std::make_unique<CQORPDockingControlBar>().release();  // the frame owns it
-  ASSERT_TRUE(
-      book->CreateBar(Session->GetWindows().Frame()->GetDockingManager(), L"Book", wxRect(200, 200, 300, 200), 77));
-  book->DockControlBar(DockSide::Left);
-  auto* grid = std::make_unique<wxTextCtrl>(book, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, 0,
-                                            wxDefaultValidator, "grid")
-                   .release();
+  auto& book = MakeBook(L"Book", 77);
+  auto& grid = MakeChild<wxTextCtrl>(&book, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, 0,
+                                     wxDefaultValidator, "grid");
   CQORPacketWriter request(0);
   request.AddU16(10002, 32003);
   request.AddU64(30002, reinterpret_cast<std::uint64_t>(&FillList));
   request.AddU64(30031, reinterpret_cast<std::uint64_t>(&ApplyItem));
-  request.AddU64(30001, reinterpret_cast<std::uint64_t>(static_cast<wxWindow*>(grid)));
+  request.AddU64(30001, reinterpret_cast<std::uint64_t>(static_cast<wxWindow*>(&grid)));
   PropertyPane& pane = *Session->GetWindows().Properties();
   const auto inPane = [&pane] { return pane.GetDockingManager()->BarOf(wxWindow::FindFocus()) == &pane; };
   const auto number = [&pane](long value) {
@@ -233,9 +255,9 @@ TEST_F(WindowSessionTest, ShowsPropertiesWhileTheBookIsShown) {
   RunningHost()->PluginDataSend(&request);
   EXPECT_FALSE(pane.IsBarShown()) << "the book is not shown";
   for (int time = 0; time < 2; ++time) {
-    book->ShowControlBar(true);
-    grid->SetFocus();
-    ASSERT_TRUE(PumpUntil([grid] { return wxWindow::FindFocus() == grid; }));
+    book.ShowControlBar(true);
+    grid.SetFocus();
+    ASSERT_TRUE(PumpUntil([&grid] { return wxWindow::FindFocus() == &grid; }));
     RunningHost()->PluginDataSend(&request);
     EXPECT_TRUE(pane.IsDocked());
     EXPECT_TRUE(PumpUntil(inPane));
@@ -243,111 +265,250 @@ TEST_F(WindowSessionTest, ShowsPropertiesWhileTheBookIsShown) {
     number(-2147483647);
     number(7);
     number(7);
-    book->ShowControlBar(false);
-    RunningHost()->ApplicationFocus(book, true);
+    book.ShowControlBar(false);
+    RunningHost()->ApplicationFocus(&book, true);
     EXPECT_TRUE(pane.List().GetProperties().empty());
   }
-  EXPECT_EQ(Calls, (std::vector<std::string>{"fill", "-2147483647grid", "7grid", "fill", "-2147483647grid", "7grid"}));
+  EXPECT_EQ(Calls, (Texts{"fill", "-2147483647grid", "7grid", "fill", "-2147483647grid", "7grid"}));
 }
 
 TEST_F(WindowSessionTest, KeepsPlacesAndSort) {
-  MarketWatchGrid& grid = Session->GetWindows().Watch().Grid();
-  EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
-  grid.ToggleSortColumn(5);  // a row with trades comes first
-  EXPECT_EQ(grid.Select("IBM"), true);
-  EXPECT_EQ(grid.GetCurSel(), 0);
+  MarketWatchGrid& grid = Watch().Grid();
+  CQORPGridColumnsInfo& columns = grid.GetColumnsInfo();
+  WaitForEnd();
+  EXPECT_TRUE(grid.Select("IBM"));
+  std::string states;
+  for (const int column : {5, 5, 5, 1, 5}) {
+    grid.ToggleSortColumn(column);
+    states += std::to_string(columns.GetColumnState(1)) + std::to_string(columns.GetColumnState(5)) + " ";
+  }
+  EXPECT_EQ(states, "01 0-1 00 10 01 ");
+  EXPECT_EQ(grid.GetCurSel(), 0) << "a row with trades comes first, and stays the current one";
   EXPECT_EQ(grid.Selected()->Trades, 4U);
   grid.SetColumnWidth(3, 333);
+  columns.SetColumnDisplayPos(0, 3);
+  const std::vector<int> order = columns.DisplayColumns();
   // A window manager may still be placing the new window.
   int equal = 0;
   ASSERT_TRUE(PumpUntil([this, &equal] {
-    const bool isWanted = Session->GetWindows().Frame()->GetSize() == wxSize(900, 640);
-    if (!isWanted) Session->GetWindows().Frame()->SetSize(40, 60, 900, 640);
+    const bool isWanted = Main().GetSize() == wxSize(900, 640);
+    if (!isWanted) Main().SetSize(40, 60, 900, 640);
     equal = isWanted ? equal + 1 : 0;
     return equal == 30;
   }));
-  PaintNow(*grid.GetRowsWindow());
-  SavePicture(*Session->GetWindows().Frame(), TestFolder() / "windows.png");
-  EXPECT_EQ(ReadTestFile(TestFolder() / "windows.png").substr(0, 8), "\x89PNG\r\n\x1A\n");
-  Session->GetWindows().Frame()->Close();
-  Session.reset();
+  Close();
   Open();
-  EXPECT_EQ(Session->GetWindows().Frame()->GetSize(), wxSize(900, 640));
-  EXPECT_EQ(Session->GetWindows().Watch().Grid().GetColumnsInfo().GetColumnWidth(3), 333);
-  EXPECT_EQ(Session->GetWindows().Watch().Grid().GetColumnsInfo().GetColumnState(5), 1);
+  const CQORPGridColumnsInfo& again = Watch().Grid().GetColumnsInfo();
+  EXPECT_EQ(Main().GetSize(), wxSize(900, 640));
+  EXPECT_EQ(again.GetColumnWidth(3), 333);
+  EXPECT_EQ(again.DisplayColumns(), order);
+  EXPECT_EQ(again.GetColumnState(5), 1);
+  Close();
+  {
+    WindowMemory memory(Given.Work);
+    memory.SaveFrame({{20000, 20000, 20900, 20640}, false});
+    EXPECT_TRUE(memory.Write());
+  }
+  Open();
+  EXPECT_LT(Main().GetPosition().x, 10000) << "that screen is gone";
 }
 
-TEST_F(WindowSessionTest, PlaysTheLastDayAgain) {
-  const auto close = [this] {
-    EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
-    Session->GetWindows().Frame()->Close();
-    Session.reset();
-    return Log();
+// Chooses the file in the next dialog that asks for one to open.
+class FileChoice : public wxModalDialogHook {
+ public:
+  explicit FileChoice(const std::filesystem::path& file) : File(file) { Register(); }
+  ~FileChoice() override { Unregister(); }
+  int Enter(wxDialog* dialog) override {
+    auto* asking = dynamic_cast<wxFileDialog*>(dialog);
+    if (asking == nullptr) return wxID_NONE;
+    if (File.empty()) return wxID_CANCEL;
+    asking->SetPath(File.wstring());
+    return PumpLong([&] { return asking->GetPath() == File.wstring(); }) ? wxID_OK : wxID_CANCEL;
+  }
+
+ private:
+  std::filesystem::path File;
+};
+
+TEST_F(WindowSessionTest, OpensAnotherDayAndPlaysItTheNextTime) {
+  WaitForEnd();
+  const auto other = WriteTestFile("other/day2.csv", kTradeHeader + TradeLine("20131008-10:00:00", "9"));
+  WriteTestFile("other/securities.csv", kSecurityHeader + std::string("ARCA,IBM,IBM,OTHER,EQ,,XX,0,4\n"));
+  WriteTestFile("other/desk.csv", kDeskHeader + std::string(kDeskLine));
+  const auto open = [this](const std::filesystem::path& file) {
+    DialogAnswers answers;
+    const FileChoice choice(file);
+    Choose(L"File", L"Open Day...");
+    return answers.Said.size();
   };
-  const std::string first = close();
+  const std::string before = Log();
+  EXPECT_EQ(open({}), 0U);
+  EXPECT_EQ(open(WriteTestFile("bad.csv", "x")), 1U);
+  EXPECT_EQ(Log(), before);
+  EXPECT_EQ(open(other), 0U);
+  EXPECT_EQ(Main().GetTitle(), "Trading Terminal - day2.csv");
+  EXPECT_TRUE(PumpUntil([this] { return Watch().Grid().GetVirtualRows() == 1; }));
+  WaitForEnd();
+  EXPECT_EQ(Log(), before + "raw 30022\nrouted 8112\nmaster OTHER 4\nbars 1\nraw 30020\nrouted 9101 9\n");
+  Close();
   const auto day = std::exchange(Given.Day, {});
   Open();
-  EXPECT_EQ(close(), first);
+  EXPECT_EQ(Main().GetTitle(), "Trading Terminal - day2.csv");
+  Close();
+  // Without that day the sample plays, here to its end.
+  std::filesystem::remove(other);
   const auto sample = ProgramFolder() / "sample_day";
   std::filesystem::create_directory(sample);
   for (const char* name : {"securities.csv", "desk.csv"}) std::filesystem::rename(TestFolder() / name, sample / name);
   std::filesystem::rename(day, sample / "trades.csv");
-  Session = std::make_unique<WindowSession>(FilesOf(Given), Given, BadLines);
+  Given.ExitAfter.emplace().Played = true;
   DialogAnswers answers;
-  Session->Open();
-  EXPECT_TRUE(PumpUntil([&answers] { return !answers.Said.empty(); }));
-  EXPECT_NE(answers.Said.front().find(L"day.csv"), std::wstring::npos);
-  EXPECT_EQ(close(), first);
+  Open();
+  EXPECT_TRUE(PumpLong([this] { return Session->GetWindows().Frame() == nullptr; }));
+  ASSERT_EQ(answers.Said.size(), 1U);
+  EXPECT_NE(answers.Said.front().find(L"day2.csv"), std::wstring::npos);
+  EXPECT_EQ(Log(), before + "raw 30021\n");
   std::filesystem::remove_all(sample);
 }
 
-TEST_F(WindowSessionTest, CountsFailedCommandsApart) {
-  Session.reset();
+TEST_F(WindowSessionTest, ScriptTakesBooksByTheirTitles) {
+  Close();
   std::filesystem::current_path(Home);
-  Given.Script = WriteTestFile("script.txt", "wait played\nclose-book\nselect NONE\n");
+  Given.Speed = 1;  // the last trade would come after an hour
+  Given.Script =
+      WriteTestFile("script.txt",
+                    "wait played\nfocus book two\nexpect-text Book two\nplace floating\nfocus market-watch\nkey F8\n"
+                    "expect-text Book two\nfocus book one\nclose-book\nselect NONE\nfocus book one\n");
   Open();
-  EXPECT_TRUE(PumpUntil([this] { return BadLines.FailedCommands() == 2; })) << Reports.str();
-  const std::string summary = SummaryText(Session->Summary());
-  EXPECT_NE(summary.find("Bad lines           0\nFailed commands     2\n"), std::string::npos) << summary;
-}
-
-// Of the log: the column's texts of all its rows, from the top.
-std::vector<std::string> Shown(const LogGrid& grid, LogColumn column) {
-  std::vector<std::string> texts;
-  for (int row = 0; row < grid.GetVirtualRows(); ++row) texts.push_back(grid.CellText(row, column));
-  return texts;
+  auto& first = MakeBook(L"Book one", RunningHost()->GetPluginBarID("one"));
+  auto& second = MakeBook(L"Book two", RunningHost()->GetPluginBarID("two"));
+  for (auto* book : {&first, &second}) {
+    MakeChild<wxButton>(book, wxID_ANY, book->GetBarTitle());
+    book->ShowControlBar(true);
+  }
+  WaitForActivation(Main());
+  Choose(L"Day", L"As Fast As Possible");
+  EXPECT_TRUE(PumpLong([this] { return BadLines.FailedCommands() == 2; }));
+  EXPECT_TRUE(Log().ends_with("command\n"));
+  EXPECT_EQ(Without(Reports.str(), PathText(Given.Script)),
+            ":10: the command cannot be done now\n:11: the command cannot be done now\n");
+  EXPECT_FALSE(first.IsBarShown());
+  EXPECT_FALSE(second.IsDocked());
+  RunningHost()->ApplicationFocus(&first, true);
+  EXPECT_TRUE(PumpUntil([&] { return std::ranges::count(Main().GetDockingManager().Bars(), &first) == 0; }));
+  EXPECT_EQ(std::ranges::count(Main().GetDockingManager().Bars(), &second), 1);
 }
 
 TEST_F(WindowSessionTest, LogsMessagesOfBothDirections) {
-  using Texts = std::vector<std::string>;
   LogBar& bar = Session->GetWindows().Messages();
-  LogGrid& grid = bar.Grid();
-  EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
+  LogGrid& grid = Messages();
+  const auto shown = [&grid](LogColumn column) {
+    Texts texts;
+    for (int row = 0; row < grid.GetVirtualRows(); ++row) texts.push_back(grid.CellText(row, column));
+    return texts;
+  };
+  WaitForEnd();
   EXPECT_FALSE(bar.IsBarShown());
-  EXPECT_TRUE(Session->GetWindows().Frame()->RunMenu({L"View", L"Messages"}));
+  Choose(L"View", L"Messages");
   EXPECT_TRUE(bar.IsDocked());
   EXPECT_TRUE(PumpUntil([&grid] { return grid.GetVirtualRows() > 0; }));
-  EXPECT_EQ(Shown(grid, LogColumn::Number),
+  EXPECT_EQ(shown(LogColumn::Number),
             (Texts{"9101", "9101", "30020", "32022", "8112", "8111", "8111", "30022", "30026", "32005", "30025"}));
+  EXPECT_EQ(grid.CellText(-1, LogColumn::Number) + grid.CellText(11, LogColumn::Number), "");
   grid.SetFilterText(static_cast<int>(LogColumn::Direction), L"FROM");
-  EXPECT_EQ(Shown(grid, LogColumn::Meaning), (Texts{"what is selected?", "register the beat"}));
-  Ask(&Session->GetWindows().Watch());
-  Ask(&Session->GetWindows().Watch());
+  EXPECT_EQ(shown(LogColumn::Meaning), (Texts{"what is selected?", "register the beat"}));
+  Ask(&Watch());
+  Ask(&Watch());
   EXPECT_TRUE(PumpUntil([&grid] { return grid.GetVirtualRows() == 4; }));
   grid.OnFilterBarClearAll();
   grid.SetFilterText(static_cast<int>(LogColumn::Number), L"81");
-  EXPECT_EQ(Shown(grid, LogColumn::Direction), (Texts{"to plug-in", "to plug-in", "to plug-in"}));
+  EXPECT_EQ(shown(LogColumn::Direction), (Texts{"to plug-in", "to plug-in", "to plug-in"}));
   DialogAnswers answers;
   answers.SaveAs = TestFolder() / "messages.csv";
-  EXPECT_TRUE(grid.RunContextMenu({L"Save As..."}));
-  const std::string saved = ReadTestFile(TestFolder() / "messages.csv");
+  Press(*grid.GetRowsWindow(), 'S', kControl);
+  const std::string saved = ReadFile(answers.SaveAs);
   EXPECT_EQ(std::count(saved.begin(), saved.end(), '\n'), 3);
   EXPECT_LT(saved.find(",8111,downloaded trade,"), saved.find(",8112,end of the download,"));
+  answers.SaveAs = TestFolder() / "no" / "messages.csv";
+  EXPECT_TRUE(grid.RunContextMenu({L"Save As..."}));
+  EXPECT_EQ(answers.Said.size(), 1U) << "no such folder";
+  Press(*grid.GetRowsWindow(), 'C', kControl);
+  wxTextDataObject copied;
+  EXPECT_TRUE(wxTheClipboard->Open() && wxTheClipboard->GetData(copied));
+  wxTheClipboard->Close();
+  EXPECT_TRUE(copied.GetText().Contains("to plug-in\t8112\tend of the download")) << copied.GetText();
   EXPECT_TRUE(grid.RunContextMenu({L"Clear"}));
   EXPECT_EQ(grid.GetVirtualRows(), 0);
   Session->Commands().Run(TerminalCommand::RefreshBooks);
   EXPECT_TRUE(grid.RunContextMenu({L"Reset Filter"}));
-  EXPECT_EQ(Shown(grid, LogColumn::Number), Texts{"30020"});
+  EXPECT_EQ(shown(LogColumn::Number), Texts{"30020"});
+}
+
+TEST_F(WindowSessionTest, ProgramRunsAScriptInItsWindows) {
+  const auto script =
+      WriteTestFile("script.txt",
+                    "wait played\nselect IBM\nselect NONE\nfocus market-watch\nopen-book\n"
+                    "focus book\nclose-book\nscreenshot shot.png\nusage day\nmenu View>Messages\nexit\n");
+  Close();
+  std::filesystem::current_path(TestFolder());
+  const RunResult run = RunProgram("--day " + Quoted(Given.Day) + " --live-from 2 --speed max --plugin " +
+                                   Quoted(Given.Plugin) + " --work " + Quoted(Given.Work) + " --script " +
+                                   Quoted(script) + " --screenshot " + Quoted(TestFolder() / "end.png"));
+  EXPECT_EQ(run.Code, 1);
+  for (const char* failed :
+       {":3: the command cannot be done", ":6: the command cannot be done", ":7: there is no book"})
+    EXPECT_NE(run.Errors.find(PathText(script) + failed), std::string::npos) << run.Errors;
+  for (const char* line : {"Messages sent       10", "Bad lines           0", "Failed commands     3"})
+    EXPECT_NE(run.Out.find(line), std::string::npos) << run.Out;
+  for (const char* picture : {"shot.png", "end.png"})
+    EXPECT_TRUE(wxImage(wxString((TestFolder() / picture).wstring())).IsOk()) << picture;
+  const std::string usage = ReadFile(TestFolder() / "out" / "usage.csv");
+  EXPECT_TRUE(usage.ends_with(",0\n") && usage.find("\nday,") != std::string::npos) << usage;
+  EXPECT_EQ(Log(), "raw 30025\nexported 30026\nraw 30022\n" + kDay + "command\nraw 30021\n");
+}
+
+// What colour a part of a picture has: green or red by one letter, blank for neither.
+char ColourOf(const wxImage& image, const wxRect& part, int least) {
+  for (int y = part.y; y <= part.GetBottom(); ++y)
+    for (int x = part.x; x <= part.GetRight(); ++x)
+      if (const int more = image.GetGreen(x, y) - image.GetRed(x, y); std::abs(more) >= least)
+        return more > 0 ? 'g' : 'r';
+  return ' ';
+}
+
+TEST_F(WindowSessionTest, MarketWatchColoursChangesAndMarksFreshRows) {
+  SecurityList securities(WriteSecurities("A,UP,S,N,EQ,,XX,0,1\nA,FLAT,S,N,EQ,,XX,0,1\nA,NONE,S,N,EQ,,XX,0,1\n"),
+                          BadLines);
+  MarketWatch rows(securities);
+  auto& grid = MakeChild<MarketWatchGrid>(rows, [] {});
+  ASSERT_TRUE(grid.Create(Frame, wxID_ANY));
+  Frame->SendSizeEvent();
+  for (const double price : {10., 12., 11.5}) rows.OnTradeSent({"A", "UP", {}, {}, {}, "x-09:30:00", 5, price});
+  rows.OnTradeSent({"A", "FLAT", {}, {}, {}, "x-09:30:00", 5, 10});
+  grid.SetCurSel(2);
+  // Texts of security, last, change and quantity in two rows, then the backgrounds of these cells.
+  const auto colours = [&] {
+    grid.ShowChanges();
+    const wxImage image = PictureOf(*grid.GetRowsWindow());
+    std::string texts, backgrounds;
+    for (const int row : {0, 1}) {
+      for (const int column : {1, 5, 6, 8}) {
+        const wxRect cell = grid.CellRect(row, column).Deflate(3);
+        texts += ColourOf(image, cell, 60);
+        backgrounds += ColourOf(image, wxRect(cell.GetTopLeft(), wxSize(1, 1)), 8);
+      }
+    }
+    return texts + backgrounds;
+  };
+  EXPECT_EQ(colours(), " rg      rg     ");
+  EXPECT_EQ(colours(), " rg             ") << "a beat later";
+  grid.SelectAll();
+  ASSERT_TRUE(grid.Copy());
+  wxTextDataObject copied;
+  EXPECT_TRUE(wxTheClipboard->Open() && wxTheClipboard->GetData(copied));
+  wxTheClipboard->Close();
+  EXPECT_TRUE(copied.GetText().Contains("A\tUP\tS\tN\t\t11.50\t+1.50\t+15.00\t15\t3\t09:30:00")) << copied.GetText();
+  EXPECT_TRUE(copied.GetText().Contains("A\tNONE\tS\tN\t\t\t\t\t\t\t")) << copied.GetText();
 }
 
 }  // namespace

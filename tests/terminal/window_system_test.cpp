@@ -1,11 +1,12 @@
 // Which of two window systems the terminal takes, beside the X server that the test runs on; what is not printed.
-#include "terminal/windows/frame/window_system.h"
-
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdlib>
 #include <string>
+
+#include "terminal/windows/frame/window_tools.h"
 
 namespace {
 
@@ -19,23 +20,15 @@ void Give(const char* name, const std::string& value) {
 }
 
 TEST(WindowSystem, TakesAReachableXServerUnlessTheUserHasChosen) {
-  const std::string display = Value("DISPLAY");
-  const std::string chosen = Value("GDK_BACKEND");
+  const std::string display = Value("DISPLAY"), chosen = Value("GDK_BACKEND");
   if (display.empty()) GTEST_SKIP() << "there is no X server";
-  const struct {
-    std::string Display, Chosen, Taken;
-  } cases[] = {
-      {display, "", "x11"},
-      {display, "wayland", "wayland"},
-      {"", "", ""},
-      {":65000", "", ""},
-  };
-  for (const auto& row : cases) {
-    SCOPED_TRACE("DISPLAY=" + row.Display + " GDK_BACKEND=" + row.Chosen);
-    Give("DISPLAY", row.Display);
-    Give("GDK_BACKEND", row.Chosen);
+  const std::array<std::string, 3> cases[] = {
+      {display, "", "x11"}, {display, "wayland", "wayland"}, {"", "", ""}, {":65000", "", ""}};
+  for (const auto& [server, backend, taken] : cases) {
+    Give("DISPLAY", server);
+    Give("GDK_BACKEND", backend);
     ChooseWindowSystem();
-    EXPECT_EQ(Value("GDK_BACKEND"), row.Taken);
+    EXPECT_EQ(Value("GDK_BACKEND"), taken) << server << backend;
   }
   Give("DISPLAY", display);
   Give("GDK_BACKEND", chosen);

@@ -7,8 +7,8 @@
 #include <system_error>
 #include <utility>
 
-#include "terminal/windows/drivers/book_driver.h"
 #include "terminal/windows/drivers/screen_picture.h"
+#include "terminal/windows/drivers/user_drivers.h"
 #include "terminal/windows/frame/window_tools.h"
 
 namespace {

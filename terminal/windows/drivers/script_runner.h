@@ -11,7 +11,7 @@
 
 #include "terminal/common/errors.h"
 #include "terminal/script/window_script.h"
-#include "terminal/windows/drivers/dialog_driver.h"
+#include "terminal/windows/drivers/user_drivers.h"
 #include "toolkit/bars/docking_control_bar.h"
 
 // False if that is impossible now: no such security, window or entry.

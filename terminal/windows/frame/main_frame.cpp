@@ -1,15 +1,15 @@
 #include "terminal/windows/frame/main_frame.h"
 
+#include <wx/defs.h>
 #include <wx/menu.h>
 #include <wx/statusbr.h>
 
 #include <iostream>
-#include <memory>
 #include <utility>
 
-#include "terminal/windows/frame/window_system.h"
 #include "terminal/windows/frame/window_tools.h"
 #include "toolkit/dialogs/message_box.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
@@ -46,7 +46,7 @@ constexpr int kStatusWidths[] = {-3, 170, 230, 130, 110};  // as the fields of S
 
 MainFrame::MainFrame(const wxRect& rect, std::function<void(int)> run)
     : CQORPFrame(nullptr, wxID_ANY, L"Trading Terminal", rect), Run(std::move(run)) {
-  SetMenuBar(std::make_unique<wxMenuBar>().release());  // the frame owns bar and menus
+  SetMenuBar(&MakeChild<wxMenuBar>());
   AddStatusBar();
   HideMenuBarUntilShown(*this);
   NoteRect();
@@ -77,9 +77,9 @@ wxMenu& MainFrame::MenuOf(const MenuEntry& entry, const wchar_t* menuBehind) {
   const auto placeOf = [&bar](const wchar_t* title) { return bar.FindMenu(wxMenuItem::GetLabelText(title)); };
   if (const int place = placeOf(entry.Menu); place != wxNOT_FOUND) return *bar.GetMenu(static_cast<std::size_t>(place));
   const int behind = menuBehind == nullptr ? wxNOT_FOUND : placeOf(menuBehind);
-  wxMenu* menu = std::make_unique<wxMenu>().release();  // the bar owns it
-  bar.Insert(behind == wxNOT_FOUND ? bar.GetMenuCount() : static_cast<std::size_t>(behind), menu, entry.Menu);
-  return *menu;
+  auto& menu = MakeChild<wxMenu>();
+  bar.Insert(behind == wxNOT_FOUND ? bar.GetMenuCount() : static_cast<std::size_t>(behind), &menu, entry.Menu);
+  return menu;
 }
 
 // wxGTK 3.2: the keys of menu entries do nothing in floating panes, those of the frame's table do. Drop when 3.4 is the
@@ -156,4 +156,35 @@ void ShowFailure(wxWindow* parent, const std::string& sentence) {
 
 void ShowMessage(wxWindow* parent, const std::wstring& caption, const std::wstring& text) {
   Show(parent, caption, text, kIconInformation);
+}
+
+namespace {
+
+struct CodePair {
+  std::uint8_t Code;
+  int WxCode;
+};
+constexpr CodePair kCodes[] = {
+    {0x08, WXK_BACK},  {0x09, WXK_TAB},    {0x0D, WXK_RETURN},   {0x1B, WXK_ESCAPE},
+    {0x20, WXK_SPACE}, {0x21, WXK_PAGEUP}, {0x22, WXK_PAGEDOWN}, {0x23, WXK_END},
+    {0x24, WXK_HOME},  {0x25, WXK_LEFT},   {0x26, WXK_UP},       {0x27, WXK_RIGHT},
+    {0x28, WXK_DOWN},  {0x2D, WXK_INSERT}, {0x2E, WXK_DELETE},   {0x5D, WXK_WINDOWS_MENU},
+};
+constexpr std::uint8_t kFirstFunctionKey = 0x70;
+constexpr std::uint8_t kLastFunctionKey = 0x7B;
+
+}  // namespace
+
+int WxKeyCode(const KeyPress& key) {
+  if (key.Code >= kFirstFunctionKey && key.Code <= kLastFunctionKey) return WXK_F1 + key.Code - kFirstFunctionKey;
+  if ((key.Code >= 'A' && key.Code <= 'Z') || (key.Code >= '0' && key.Code <= '9')) return key.Code;
+  for (const CodePair& pair : kCodes)
+    if (pair.Code == key.Code) return pair.WxCode;
+  return 0;
+}
+
+int WxHeldKeys(const KeyPress& key) {
+  static_assert(int{wxACCEL_ALT} == wxMOD_ALT && int{wxACCEL_CTRL} == wxMOD_CONTROL &&
+                int{wxACCEL_SHIFT} == wxMOD_SHIFT);
+  return (key.Ctrl ? wxACCEL_CTRL : 0) | (key.Shift ? wxACCEL_SHIFT : 0) | (key.Alt ? wxACCEL_ALT : 0);
 }

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "terminal/script/key_press.h"
+#include "terminal/script/window_script.h"
 #include "toolkit/bars/frame.h"
 
 enum class StatusField : int { Focus, DayClock, State, Trades, Rate };
@@ -70,3 +70,8 @@ bool OrShowFailure(wxWindow* parent, Function function) {
     return false;
   }
 }
+
+// Keys as wxWidgets numbers them: the code, 0 for a key that wxWidgets does not know.
+int WxKeyCode(const KeyPress& key);
+// The held keys as wxACCEL_ bits, which are those of wxMOD_ too.
+int WxHeldKeys(const KeyPress& key);

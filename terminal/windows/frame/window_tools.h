@@ -1,15 +1,16 @@
-// What the rooms of the windows share: texts, child windows by class, and keys as wxWidgets numbers them.
+// What the rooms of the windows share: texts, child windows by class, and what differs between window systems.
 #pragma once
 
-#include <wx/accel.h>
+#include <wx/dc.h>
+#include <wx/frame.h>
 #include <wx/window.h>
 
 #include <string>
 
-#include "terminal/script/key_press.h"
-
 // Of UTF-8.
-std::wstring Wide(const std::string& text);
+inline std::wstring Wide(const std::string& text) {
+  return wxString::FromUTF8(text).ToStdWstring();
+}
 
 // The first window below another one, depth first, that is of the class and fits; null for none.
 template <typename Control, typename Fits>
@@ -22,7 +23,19 @@ Control* FindChild(const wxWindow& window, Fits fits) {
   return nullptr;
 }
 
-// The key code; 0 for a key that wxWidgets does not know.
-int WxKeyCode(const KeyPress& key);
-// The held keys as wxACCEL_ bits, which are those of wxMOD_ too.
-int WxHeldKeys(const KeyPress& key);
+// What differs between window systems.
+
+// Call before wxWidgets starts. GTK prefers Wayland, where a program cannot place its windows. If an X server is
+// reachable, this chooses it, unless the user has set GDK_BACKEND.
+void ChooseWindowSystem();
+
+// Call after wxWidgets has started. Hides complaints of the window system's libraries that are known to be harmless
+// faults of theirs.
+void DropKnownComplaints();
+
+// Call once the frame has its menu bar. A window system that shows a frame without a size first gets the menu bar after
+// that.
+void HideMenuBarUntilShown(wxFrame& frame);
+
+// Call before each copy from the screen; the window system may have kept an earlier one.
+void ForgetScreenContent(wxDC& screen);

@@ -1,17 +1,63 @@
-// DayControl: the day that plays beside the windows, and what the user does with it: pause, speed, another day, a new
-// begin or login.
+// DayControl: the day that plays beside the windows, by timers, and what the user does with it: pause, speed, another
+// day, a new begin or login.
 #pragma once
 
+#include <wx/timer.h>
+
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "terminal/play/play_report.h"
+#include "terminal/link/plugin_link.h"
+#include "terminal/link/terminal_host.h"
+#include "terminal/play/player.h"
 #include "terminal/program/options.h"
 #include "terminal/program/window_memory.h"
 #include "terminal/watch/market_watch.h"
-#include "terminal/windows/session/play_timers.h"
+
+// Who is told while a day plays.
+class PlayObserver {
+ public:
+  virtual ~PlayObserver() = default;
+  // Four times a second, after the plug-in's own refresh; and at once when the day has ended or the user has changed
+  // how it plays.
+  virtual void OnBeat() = 0;
+  virtual void OnDayBegun(const std::filesystem::path& day) = 0;
+  virtual void OnDayFailed(const std::string& reason) = 0;
+};
+
+// The timers that play a day and keep the beats while the windows are served: slices of the day, the plug-in's refresh,
+// the terminal's own repaint.
+//
+// No slice is longer than some milliseconds, so that keys and painting come in between. The plug-in is never called
+// while it is being called.
+class PlayTimers {
+ public:
+  PlayTimers(DayRun& day, RefreshBeat& beat, PluginLink& plugin, PlayClock& clock, PlayObserver& observer);
+
+  // Begins the beats.
+  void Start();
+  // Goes on with the day: after a change of day, speed or pause.
+  void PlayOn();
+  void Stop();
+
+ private:
+  void Play();
+  void Refresh();
+  // A timer that fires once at that time, or soon when it has passed.
+  void StartOnce(wxTimer& timer, PlayClock::Time time);
+
+  DayRun& Day;
+  RefreshBeat& Beat;
+  PluginLink& Plugin;
+  PlayClock& Clock;
+  PlayObserver& Observer;
+  wxTimer PlayTimer;
+  wxTimer RefreshTimer;
+  wxTimer BeatTimer;
+};
 
 // PluginConnection: the plug-in with all that it talks to: the host that answers it, its beat, the log of the messages
 // of both directions.

@@ -4,11 +4,11 @@
 #include <wx/display.h>
 
 #include <algorithm>
-#include <memory>
 #include <utility>
 
 #include "terminal/common/errors.h"
 #include "terminal/windows/frame/window_tools.h"
+#include "toolkit/system/make_child.h"
 
 namespace {
 
@@ -38,8 +38,7 @@ bool CanBeSeen(const wxRect& rect) {
 void SessionWindows::MakeFrame(WindowMemory& memory, const std::function<void(int)>& command) {
   const std::optional<FramePlace> kept = memory.LoadFrame();
   const bool usesKept = kept && CanBeSeen(RectOf(kept->Rectangle));
-  MainWindow = std::make_unique<MainFrame>(usesKept ? RectOf(kept->Rectangle) : DefaultRect(), command)
-                   .release();  // destroys itself when it is closed
+  MainWindow = &MakeChild<MainFrame>(usesKept ? RectOf(kept->Rectangle) : DefaultRect(), command);
   if (usesKept && kept->Maximized) MainWindow->Maximize();
   wxTheApp->SetTopWindow(MainWindow);
 }
@@ -47,9 +46,9 @@ void SessionWindows::MakeFrame(WindowMemory& memory, const std::function<void(in
 void SessionWindows::Make(WindowMemory& memory, MarketWatch& rows, MessageLog& log, const Events& events) {
   MakeFrame(memory, events.Command);
   CQORPDockingManager& manager = MainWindow->GetDockingManager();
-  WatchBar = std::make_unique<MarketWatchBar>().release();
-  PropertiesBar = std::make_unique<PropertyPane>().release();
-  MessagesBar = std::make_unique<LogBar>().release();
+  WatchBar = &MakeChild<MarketWatchBar>();
+  PropertiesBar = &MakeChild<PropertyPane>();
+  MessagesBar = &MakeChild<LogBar>();
   if (!WatchBar->Create(manager, kMarketWatchId, rows, events.RowOpened) ||
       !PropertiesBar->Create(manager, kPropertyPaneId) || !MessagesBar->Create(manager, kLogId, log))
     throw TerminalError(ExitCode::Display, "the market watch and the panes cannot be shown");

@@ -7,10 +7,8 @@
 #include <vector>
 
 #include "terminal/link/terminal_host.h"
-#include "terminal/windows/frame/log_bar.h"
 #include "terminal/windows/frame/main_frame.h"
-#include "terminal/windows/frame/market_watch_bar.h"
-#include "terminal/windows/frame/property_pane.h"
+#include "terminal/windows/frame/terminal_bars.h"
 
 class SessionWindows {
  public:

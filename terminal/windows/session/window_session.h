@@ -4,15 +4,18 @@
 
 #include <wx/timer.h>
 
+#include <iosfwd>
 #include <memory>
 #include <optional>
 
+#include "terminal/common/errors.h"
+#include "terminal/day/day_input.h"
+#include "terminal/program/options.h"
 #include "terminal/program/program.h"
 #include "terminal/windows/session/day_control.h"
 #include "terminal/windows/session/menu_commands.h"
-#include "terminal/windows/session/plugin_requests.h"
-#include "terminal/windows/session/script_actions.h"
 #include "terminal/windows/session/session_windows.h"
+#include "terminal/windows/session/window_requests.h"
 
 class WindowSession : private PlayObserver {
  public:
@@ -55,3 +58,21 @@ class WindowSession : private PlayObserver {
   PluginRequests Requests;
   wxTimer EndTimer;
 };
+
+// wxWidgets from its start to its end. One at a time.
+class WxRun {
+ public:
+  // Throws TerminalError with ExitCode::Display where there is no display.
+  WxRun();
+  ~WxRun();
+  WxRun(const WxRun&) = delete;
+  WxRun& operator=(const WxRun&) = delete;
+
+  // Until the last window is closed.
+  void Loop();
+  // Destroys closed windows that wait for an idle moment.
+  static void DropClosedWindows();
+};
+
+// PlayInWindowsFunction of program.h. Throws TerminalError with ExitCode::Display if there is no display.
+void PlayInWindows(const RunFiles& files, const Options& options, BadLineReport& badLines, std::ostream& out);

@@ -1,11 +1,10 @@
-// The bar of the market watch and its grid.
+// The grid of the market watch.
 #pragma once
 
 #include <functional>
 
 #include "terminal/program/window_memory.h"
 #include "terminal/watch/market_watch.h"
-#include "terminal/windows/frame/terminal_bar.h"
 #include "toolkit/grid/grid_ctrl.h"
 
 // Shows the rows of a MarketWatch; a click on a header sorts them.
@@ -37,23 +36,4 @@ class MarketWatchGrid : public CQORPGridCtrl {
 
   MarketWatch& Watch;
   std::function<void()> Opened;
-};
-
-class MarketWatchBar : public TerminalBar {
- public:
-  MarketWatchBar() : TerminalBar(L"MarketWatchBar") {}
-  // False when no window could be made.
-  bool Create(CQORPDockingManager& manager, std::uint32_t id, MarketWatch& rows, std::function<void()> opened);
-  MarketWatchGrid& Grid() const noexcept { return *Rows; }
-
-  // Places of the bar and of its columns.
-  void Save(WindowMemory& memory) override;
-  void Restore(WindowMemory& memory) override;
-
-  void OnBarFocus() override;
-
- private:
-  void PlaceFirst() override;  // a tab
-
-  MarketWatchGrid* Rows = nullptr;  // a child window
 };

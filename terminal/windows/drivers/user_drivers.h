@@ -1,5 +1,5 @@
-// DialogDriver answers dialogs in the place of the user: names the file to save, presses a button, checks an item;
-// FilterTypist types into a filter field.
+// Act in the place of the user: BookDriver clicks headers, selects rows and runs the context menu of a book,
+// FilterTypist types into a filter field, DialogDriver answers dialogs.
 //
 // Each function returns why it failed, in words for the user; empty on success.
 #pragma once
@@ -12,9 +12,28 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "toolkit/grid/grid_ctrl.h"
 
+namespace BookDriver {
+
+// The first grid below the window; null for none.
+CQORPGridCtrl* FindGrid(const wxWindow* window);
+// The column with that title; -1 for none.
+int FindColumn(const CQORPGridCtrl& grid, const std::wstring& title);
+
+// Scrolls the header into view. With Ctrl the click selects the column.
+std::string ClickHeader(CQORPGridCtrl& grid, const std::wstring& title, bool ctrl);
+// From the first to the last, both counted from 1.
+std::string SelectRows(CQORPGridCtrl& grid, int first, int last);
+// Returns after the command, dialogs included.
+std::string RunMenu(CQORPGridCtrl& grid, const std::vector<std::wstring>& texts);
+std::string ExpectRows(const CQORPGridCtrl& grid, int count);
+
+}  // namespace BookDriver
+
+// Names the file to save, presses a button, checks an item.
 class DialogDriver : private wxModalDialogHook {
  public:
   DialogDriver() { Register(); }

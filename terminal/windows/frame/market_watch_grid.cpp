@@ -1,41 +1,11 @@
-#include "terminal/windows/frame/market_watch_bar.h"
+#include "terminal/windows/frame/market_watch_grid.h"
 
 #include <wx/settings.h>
 
 #include <utility>
 
-#include "foundations/text_tools.h"
+#include "platform/locale.h"
 #include "terminal/watch/market_watch.h"
-
-bool MarketWatchBar::Create(CQORPDockingManager& manager, std::uint32_t id, MarketWatch& rows,
-                            std::function<void()> opened) {
-  const wxRect floating(manager.Frame().GetPosition() + FromDIP(wxPoint(80, 120)), FromDIP(wxSize(760, 420)));
-  if (!CreateBar(manager, L"Market Watch", floating, id)) return false;
-  EnableDocking(true);
-  Rows = std::make_unique<MarketWatchGrid>(rows, std::move(opened)).release();
-  if (!Rows->Create(this, wxID_ANY)) return false;
-  Hold(Rows);
-  return true;
-}
-
-void MarketWatchBar::Save(WindowMemory& memory) {
-  TerminalBar::Save(memory);
-  memory.SaveWatch(Rows->GetPlace());
-}
-
-void MarketWatchBar::Restore(WindowMemory& memory) {
-  TerminalBar::Restore(memory);
-  if (const auto place = memory.LoadWatch()) Rows->SetPlace(*place);
-}
-
-void MarketWatchBar::PlaceFirst() {
-  TabControlBar();
-  ShowControlBar(true);
-}
-
-void MarketWatchBar::OnBarFocus() {
-  Rows->GetRowsWindow()->SetFocus();
-}
 
 namespace {
 
@@ -51,10 +21,6 @@ constexpr TrendColors kOnDark{0x84C781, 0x7373E5};
 ColorRef ColorOf(Trend trend) {
   const TrendColors& colors = wxSystemSettings::GetAppearance().IsUsingDarkBackground() ? kOnDark : kOnLight;
   return trend == Trend::Up ? colors.Up : colors.Down;
-}
-
-std::wstring Wide(std::string text) {
-  return NarrowToWide(std::move(text));
 }
 
 }  // namespace
@@ -91,7 +57,7 @@ bool MarketWatchGrid::ShowCell(int row, int column, CQORPGridCell& cell) const {
   const WatchRow& shown = Watch.RowAt(row);
   const WatchColumn& told = kWatchColumns[static_cast<std::size_t>(column)];
   if (told.OfTrades && shown.Trades == 0) return false;
-  cell.Text = Wide(told.Text(shown));
+  cell.Text = CodePageToWide(told.Text(shown));
   const Trend trend = told.TrendOf == nullptr ? Trend::None : told.TrendOf(shown);
   if (trend == Trend::None) return true;
   cell.TextColor = ColorOf(trend);

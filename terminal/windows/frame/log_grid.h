@@ -1,11 +1,10 @@
-// The bar of the message log and its grid.
+// The grid of the message log.
 #pragma once
 
 #include <string>
 #include <vector>
 
 #include "terminal/link/message_log.h"
-#include "terminal/windows/frame/terminal_bar.h"
 #include "toolkit/grid/grid_ctrl.h"
 
 // Shows the message log with filter fields under its headers; its menu copies and saves.
@@ -36,21 +35,4 @@ class LogGrid : public CQORPGridCtrl {
   MessageLog& Log;
   std::vector<std::uint64_t> Shown;  // counts of the messages, the oldest first
   std::uint64_t Seen = 0;            // the newest that was looked at
-};
-
-class LogBar : public TerminalBar {
- public:
-  LogBar() : TerminalBar(L"LogBar") {}
-  // False when no window could be made.
-  bool Create(CQORPDockingManager& manager, std::uint32_t id, MessageLog& log);
-  LogGrid& Grid() const noexcept { return *Rows; }
-  // Call on the beat; a hidden bar costs nothing.
-  void ShowChanges();
-
-  void OnBarFocus() override;
-
- private:
-  void PlaceFirst() override;  // at the bottom, hidden
-
-  LogGrid* Rows = nullptr;  // a child window
 };

@@ -1,4 +1,4 @@
-#include "terminal/windows/frame/window_system.h"
+#include "terminal/windows/frame/window_tools.h"
 
 #include <dlfcn.h>
 #include <wx/menu.h>
@@ -59,4 +59,22 @@ void HideMenuBarUntilShown(wxFrame& frame) {
     event.Skip();
     if (event.IsShown()) frame.GetMenuBar()->Show();
   });
+}
+
+namespace {
+
+// wxWidgets has loaded cairo; its headers are not needed for two functions.
+template <typename Function>
+Function* Cairo(const char* name) {
+  return reinterpret_cast<Function*>(dlsym(RTLD_DEFAULT, name));
+}
+
+}  // namespace
+
+// cairo assumes that only it draws on the screen, and keeps its first copy.
+void ForgetScreenContent(wxDC& screen) {
+  const auto targetOf = Cairo<void*(void*)>("cairo_get_target");
+  const auto markDirty = Cairo<void(void*)>("cairo_surface_mark_dirty");
+  if (targetOf == nullptr || markDirty == nullptr || screen.GetHandle() == nullptr) return;
+  markDirty(targetOf(screen.GetHandle()));
 }

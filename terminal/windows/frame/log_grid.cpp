@@ -1,4 +1,4 @@
-#include "terminal/windows/frame/log_bar.h"
+#include "terminal/windows/frame/log_grid.h"
 
 #include <wx/menu.h>
 
@@ -7,32 +7,11 @@
 #include <memory>
 #include <utility>
 
+#include "platform/locale.h"
 #include "terminal/common/errors.h"
 #include "terminal/windows/frame/main_frame.h"
 #include "toolkit/dialogs/dialog.h"
 #include "toolkit/dialogs/file_dialog.h"
-
-bool LogBar::Create(CQORPDockingManager& manager, std::uint32_t id, MessageLog& log) {
-  const wxRect floating(manager.Frame().GetPosition() + FromDIP(wxPoint(120, 160)), FromDIP(wxSize(900, 360)));
-  if (!CreateBar(manager, L"Messages", floating, id)) return false;
-  EnableDocking(true);
-  Rows = std::make_unique<LogGrid>(log).release();
-  if (!Rows->Create(this, wxID_ANY)) return false;
-  Hold(Rows);
-  return true;
-}
-
-void LogBar::ShowChanges() {
-  if (IsBarShown()) Rows->ShowChanges();
-}
-
-void LogBar::PlaceFirst() {
-  DockControlBar(DockSide::Bottom);
-}
-
-void LogBar::OnBarFocus() {
-  Rows->GetRowsWindow()->SetFocus();
-}
 
 namespace {
 
@@ -47,10 +26,6 @@ constexpr CQORPMenuItem kMenu[] = {
     {CQORPMenuItem::Kind::Command, 0, kResetFilter, L"Reset &Filter"},
     {CQORPMenuItem::Kind::Command, 0, kClear, L"C&lear"},
 };
-
-std::wstring WideText(const std::string& text) {
-  return {text.begin(), text.end()};  // the log's texts are ASCII
-}
 
 bool HoldsSmall(const wxString& text, const std::wstring& piece) {
   return text.Lower().Contains(wxString(piece).Lower());
@@ -83,14 +58,14 @@ std::string LogGrid::CellText(int row, LogColumn column) const {
 }
 
 bool LogGrid::ShowCell(int row, int column, CQORPGridCell& cell) const {
-  if (column >= 0) cell.Text = WideText(CellText(row, static_cast<LogColumn>(column)));
+  if (column >= 0) cell.Text = CodePageToWide(CellText(row, static_cast<LogColumn>(column)));
   return true;
 }
 
 bool LogGrid::IsWanted(const LoggedMessage& message) const {
   for (int column = 0; column < GetColumnCount(); ++column) {
     const std::wstring wanted = GetFilterText(column);
-    if (!wanted.empty() && !HoldsSmall(WideText(LogText(message, static_cast<LogColumn>(column))), wanted))
+    if (!wanted.empty() && !HoldsSmall(CodePageToWide(LogText(message, static_cast<LogColumn>(column))), wanted))
       return false;
   }
   return true;

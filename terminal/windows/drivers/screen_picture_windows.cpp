@@ -1,3 +1,0 @@
-#include "terminal/windows/drivers/screen_picture.h"
-
-void ForgetScreenContent(wxDC& /*screen*/) {}

@@ -1,0 +1,164 @@
+// What a user writes: the command line, and the commands of a script.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <tuple>
+
+#include "terminal/common/errors.h"
+#include "terminal/program/options.h"
+#include "terminal/script/window_script.h"
+#include "tests/terminal/test_files.h"
+
+namespace {
+
+// The sentence of the failure that the call ends with, and its code.
+template <typename Call>
+std::string FailureOf(ExitCode code, Call call) {
+  try {
+    call();
+  } catch (const TerminalError& error) {
+    return error.Code == code ? error.what() : "another code";
+  }
+  return "taken";
+}
+
+TEST(Options, TakesEveryOption) {
+  const Options some = ParseOptions({"--headless", "--live-from", "12:00:00", "--speed", "2.5"});
+  EXPECT_TRUE(some.Headless && some.SpeedGiven);
+  EXPECT_FALSE(some.Help || some.Version || some.ExitAfter || some.RecordMode);
+  EXPECT_EQ(some.Live->Value, 43200);
+  EXPECT_EQ(some.Speed, 2.5);
+  EXPECT_FALSE(ParseOptions({"--speed", "3", "--speed", "max"}).Speed);
+  EXPECT_FALSE(ParseOptions({}).SpeedGiven);
+  EXPECT_EQ(ParseOptions({"--record", "r", "--record-mode", "1"}).RecordMode, 1);
+  EXPECT_EQ(ParseOptions({"--record", "r", "--record-mode", "0"}).RecordMode, 0);
+}
+
+TEST(Options, NamesFilesElseTheDefaults) {
+  const auto here = std::filesystem::current_path();
+  const RunFiles given = FilesOf(ParseOptions({"--desk", "d", "--securities", "s", "--plugin", "p", "--work", "-1",
+                                               "--script", "s.txt", "--screenshot", "p.png"}));
+  EXPECT_TRUE(given.IsSampleDay());
+  EXPECT_EQ((std::array{given.Desk, given.Securities, given.Plugin, given.Work, given.Script, given.Screenshot}),
+            (std::array{here / "d", here / "s", here / "p", here / "-1", here / "s.txt", here / "p.png"}));
+  const RunFiles files = FilesOf(ParseOptions({"--record", "r", "--day=d e"}));
+  const auto sample = ProgramFolder() / "sample_day";
+  EXPECT_EQ((std::array{files.Day, files.Securities, files.Desk, files.Plugin, files.Work, files.Record, files.Script}),
+            (std::array{here / "d e", sample / "securities.csv", sample / "desk.csv", TestModule("tradebook"),
+                        here / "trade_book_work", here / "r", std::filesystem::path()}));
+}
+
+TEST(ExitAfter, ComesWithTheDaysEndOrTheTime) {
+  using std::chrono::seconds;
+  const auto played = *ParseOptions({"--exit-after", "played"}).ExitAfter;
+  EXPECT_TRUE(played.HasCome(true, seconds(0)) && !played.HasCome(false, seconds(1000)));
+  const auto timed = *ParseOptions({"--exit-after", "604800"}).ExitAfter;
+  EXPECT_TRUE(timed.HasCome(false, seconds(604800)) && !timed.HasCome(true, seconds(604799)));
+}
+
+TEST(Options, RejectsWithOneSentence) {
+  const std::pair<std::vector<std::filesystem::path>, const char*> cases[] = {
+      {{"--headles"}, "there is no option --headles;"},
+      {{"--Headless"}, "there is no option --Headless;"},
+      {{"day.csv"}, "there is no option day.csv;"},
+      {{"--headless=x"}, "--headless takes no value;"},
+      {{"/day", "d"}, "there is no option /day;"},
+      {{"--day"}, "--day needs a value;"},
+      {{"--day", "--headless"}, "--day needs a value;"},
+      {{"--day", ""}, "the value \"\" of --day is not a path;"},
+      {{"--speed", "0"}, "the value \"0\" of --speed is not a number above 0, or max;"},
+      {{"--speed", "2x"}, "the value \"2x\" of --speed is not"},
+      {{"--speed", "inf"}, "the value \"inf\" of --speed is not"},
+      {{"--speed", "Max"}, "the value \"Max\" of --speed is not"},
+      {{"--record", "r", "--record-mode", "2"}, "the value \"2\" of --record-mode is not 0 or 1;"},
+      {{"--record-mode", "1"}, "--record-mode says something only with --record;"},
+      {{"--exit-after", "0"}, "the value \"0\" of --exit-after is not played, or a number of seconds"},
+      {{"--exit-after", "604801"}, "the value \"604801\" of --exit-after is not"},
+      {{"--exit-after", "1s"}, "the value \"1s\" of --exit-after is not"},
+      {{"--headless", "--exit-after", "1"}, "--exit-after, --screenshot and --script say something only with windows;"},
+      {{"--record", "r", "--script", "s"}, "--exit-after, --screenshot and --script say something only with windows;"},
+      {{"--live-from", "noon"}, "the value \"noon\" of --live-from is not a time"},
+  };
+  for (const auto& [words, sentence] : cases) {
+    const std::string said = FailureOf(ExitCode::CommandLine, [&words = words] { ParseOptions(words); });
+    EXPECT_TRUE(said.starts_with(sentence)) << said;
+  }
+}
+
+TEST(KeyPress, ReadsAndShowsNames) {
+  const std::tuple<const char*, KeyPress, const char*> good[] = {
+      {"F8", {0x77}, "F8"},
+      {"f12", {0x7B}, "F12"},
+      {"Ctrl+C", {'C', true}, "Ctrl+C"},
+      {"alt+shift+ctrl+end", {0x23, true, true, true}, "Ctrl+Shift+Alt+End"},
+      {"z", {'Z'}, "Z"},
+      {"9", {'9'}, "9"},
+      {"ESCAPE", {0x1B}, "Escape"}};
+  for (const auto& [text, key, shown] : good) {
+    EXPECT_EQ(ParseKeyPress(text), key) << text;
+    EXPECT_EQ(KeyPressText(key), shown);
+  }
+  for (const char* text :
+       {"", "+", "F0", "F13", "Ctrl", "Ctrl+", "Ctrl+Ctrl+C", "F8 ", "C+Ctrl", "Strg+C", "-", "[", ":"})
+    EXPECT_FALSE(ParseKeyPress(text)) << text;
+  EXPECT_EQ(KeyPressText({.Code = 0, .Ctrl = true}), "");
+}
+
+TEST(WindowScript, ReadsItsCommands) {
+  using enum ScriptAction;
+  using Ms = std::chrono::milliseconds;
+  // Each is the one command of a file, behind a remark and an empty line.
+  const std::pair<const char*, ScriptCommand> cases[] = {
+      {"open-book # now", {.Action = OpenBook}},
+      {"  select GC 2013\t", {.Action = Select, .Text = "GC 2013"}},
+      {"focus book", {.Action = Focus, .Focus = ScriptFocus::Book}},
+      {"focus book GC 2013", {.Action = Focus, .Text = "GC 2013", .Focus = ScriptFocus::Book}},
+      {"focus market-watch", {.Action = Focus, .Focus = ScriptFocus::MarketWatch}},
+      {"key Ctrl+c", {.Action = Key, .Key = {'C', true}}},
+      {"wait played", {.Action = WaitPlayed}},
+      {"wait 3600000", {.Action = WaitTime, .Time = Ms(3600000)}},
+      {"screenshot a b.png", {.Action = Screenshot, .Text = "a b.png"}},
+      {"menu Day > As Fast As Possible", {.Action = Menu, .Menu = {"Day", "As Fast As Possible"}}},
+      {"usage day 1\r", {.Action = Usage, .Text = "day 1"}},
+      {"filter Side  not buy # now", {.Action = Filter, .Text = "not buy", .Column = "Side"}},
+      {"filter Side", {.Action = Filter, .Column = "Side"}},
+      {"header Price", {.Action = Header, .Column = "Price"}},
+      {"header Price ctrl", {.Action = Header, .Column = "Price", .Ctrl = true}},
+      {"rows 2 2", {.Action = Rows, .FirstRow = 2, .LastRow = 2}},
+      {"book-menu Copy", {.Action = BookMenu, .Menu = {"Copy"}}},
+      {"place tab", {.Action = Place, .Place = ScriptPlace::Tab}},
+      {"expect-rows 0", {.Action = ExpectRows}},
+      {"expect-rows 12", {.Action = ExpectRows, .Count = 12}},
+  };
+  for (const auto& [line, command] : cases) {
+    const auto read = ReadWindowScript(WriteTestFile("good.txt", std::string("# a remark\r\n\r\n") + line));
+    ASSERT_EQ(read.size(), 1U);
+    ScriptCommand expected = command;
+    expected.Line = 3;
+    EXPECT_TRUE(read[0] == expected) << line;
+  }
+}
+
+TEST(WindowScript, RejectsALineWithItsNumber) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"open", "there is no command \"open\""},      {"Exit", "there is no command \"Exit\""},
+      {"exit now", "exit needs nothing behind it"},  {"select", "select needs a text behind it"},
+      {"focus books", "focus needs market-watch,"},  {"key F13", "key needs a key such as"},
+      {"wait -1", "wait needs played, or"},          {"wait 1s", "wait needs played, or"},
+      {"wait 3600001", "wait needs played, or"},     {"menu Day", "menu needs a menu and its entry"},
+      {"menu Day>>Pause", "menu needs a menu and "}, {"menu Day>", "menu needs a menu and its entry"},
+      {"filter", "filter needs a column's title"},   {"header Price Ctrl", "header needs a column's title"},
+      {"header", "header needs a column's title"},   {"rows 0 1", "rows needs the first row and the last"},
+      {"rows 3 2", "rows needs the first row and"},  {"rows 1", "rows needs the first row and the last"},
+      {"rows 1 2 3", "rows needs the first row"},    {"rows 1 2147483648", "rows needs the first row"},
+      {"book-menu", "book-menu needs an entry of"},  {"place middle", "place needs left, right, top, b"},
+      {"focus none GC", "focus needs market-watch"}, {"expect-rows -1", "expect-rows needs a number of r"},
+  };
+  for (const auto& [line, reason] : cases) {
+    const auto file = WriteTestFile("bad.txt", std::string("exit\n\n") + line + "\nexit\n");
+    const std::string said = FailureOf(ExitCode::File, [&file] { ReadWindowScript(file); });
+    EXPECT_TRUE(said.starts_with(PathText(file) + ":3: " + reason)) << said;
+  }
+}
+
+}  // namespace
