@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "grid_base/settings/grid_font.h"
+#include "grid_base/settings/registry_store.h"
 #include "toolkit/model/cell_colors.h"
 
 struct PluginState;

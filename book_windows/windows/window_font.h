@@ -3,7 +3,7 @@
 
 #include <wx/font.h>
 
-#include "grid_base/settings/grid_font.h"
+#include "grid_base/settings/registry_store.h"
 
 // A face that the system lacks becomes the nearest one.
 wxFont WindowFontOf(const GridFont& block);

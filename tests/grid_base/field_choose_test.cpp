@@ -1,10 +1,9 @@
-#include "grid_base/windows/field_choose.h"
-
 #include <wx/dialog.h>
 #include <wx/uiaction.h>
 
 #include "grid_base/windows/base_grid.h"
 #include "tests/toolkit/gui_test.h"
+#include "toolkit/dialogs/controls.h"
 #include "toolkit/system/make_child.h"
 
 namespace {

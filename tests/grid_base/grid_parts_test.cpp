@@ -1,7 +1,7 @@
 // The small parts of a grid: folder paths, type names, fonts.
 #include "foundations/paths.h"
-#include "grid_base/settings/grid_font.h"
 #include "grid_base/settings/grid_types.h"
+#include "grid_base/settings/registry_store.h"
 #include "grid_base/settings/xml_settings.h"
 #include "tests/support/own_folder.h"
 

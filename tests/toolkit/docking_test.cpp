@@ -8,7 +8,7 @@
 #include "grid_base/settings/registry_store.h"
 #include "tests/toolkit/gui_test.h"
 #include "toolkit/bars/docking_control_bar.h"
-#include "toolkit/bars/frame.h"
+#include "toolkit/bars/docking_manager.h"
 #include "toolkit/system/make_child.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <string>
 
-#include "toolkit/bars/frame.h"
+#include "toolkit/bars/docking_manager.h"
 
 // Writes a PNG file of the smallest rectangle around all windows. Windows of other programs are not left out. Throws
 // TerminalError.

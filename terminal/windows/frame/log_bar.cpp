@@ -10,7 +10,6 @@
 #include "terminal/common/errors.h"
 #include "terminal/windows/frame/main_frame.h"
 #include "toolkit/dialogs/dialog.h"
-#include "toolkit/dialogs/file_dialog.h"
 
 bool LogBar::Create(CQORPDockingManager& manager, std::uint32_t id, MessageLog& log) {
   const wxRect floating(manager.Frame().GetPosition() + FromDIP(wxPoint(120, 160)), FromDIP(wxSize(900, 360)));

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "terminal/script/key_press.h"
-#include "toolkit/bars/frame.h"
+#include "toolkit/bars/docking_manager.h"
 
 enum class StatusField : int { Focus, DayClock, State, Trades, Rate };
 
