@@ -32,8 +32,7 @@ TEST(ColumnsInfo, PlacesKeepLockedColumnsBeforeTheOthers) {
   }
   CQORPGridColumnsInfo columns = SixColumns();
   columns.SetColumnDisplayPos(3, 4);
-  columns.SetColumnVisible(4, true);
-  columns.SetColumnVisible(1, true);
+  for (const int hidden : {4, 1}) columns.SetColumnVisible(hidden, true);
   EXPECT_EQ(columns.DisplayColumns(), (Places{3, 5, 0, 1, 4, 2}));
   columns.SetColumnLocked(3, false);
   EXPECT_EQ(columns.DisplayColumns(), (Places{5, 0, 1, 4, 2, 3})) << "an unlocked column goes back to its neighbours";
@@ -64,47 +63,50 @@ TEST(ColumnsInfo, ADroppedColumnIsLockedAmongLockedOnes) {
 }
 
 TEST(ColumnsInfo, AnOrderComesBackForWhatIsVisible) {
-  const struct {
-    Places Order, Expected, AllShown;
-  } cases[] = {
+  const std::tuple<Places, Places, Places> cases[] = {
       {{3, 5, 0, 2}, {3, 5, 0, 2}, {3, 5, 0, 1, 2, 4}}, {{5, 3, 2, 0}, {5, 3, 2, 0}, {5, 3, 2, 1, 0, 4}},
       {{2}, {3, 5, 2, 0}, {3, 5, 2, 1, 0, 4}},          {{2, 4, 0, 2, 9, -1}, {3, 5, 2, 0}, {3, 5, 2, 4, 0, 1}},
       {{}, {3, 5, 0, 2}, {3, 5, 0, 1, 2, 4}},
   };
-  for (const auto& row : cases) {
-    SCOPED_TRACE(testing::PrintToString(row.Order));
+  for (const auto& [order, expected, allShown] : cases) {
     CQORPGridColumnsInfo columns = SixColumns();
-    columns.SetColumnOrderArray(row.Order);
-    EXPECT_EQ(columns.GetColumnOrderArray(), row.Expected);
+    columns.SetColumnOrderArray(order);
+    EXPECT_EQ(columns.GetColumnOrderArray(), expected);
     for (const int hidden : {1, 4}) columns.SetColumnVisible(hidden, true);
-    EXPECT_EQ(columns.DisplayColumns(), row.AllShown);
+    EXPECT_EQ(columns.DisplayColumns(), allShown);
   }
 }
 
 TEST(ColumnsInfo, SortColumnsKeepTheOrderInWhichTheyWereSet) {
   CQORPGridColumnsInfo columns = SixColumns();
+  // The states and priorities of columns 0, 2 and 4.
+  const auto sort = [&columns] {
+    std::string text;
+    for (const int column : {0, 2, 4})
+      text +=
+          std::to_string(columns.GetColumnState(column)) + '/' + std::to_string(columns.GetSortPriority(column)) + ' ';
+    return text;
+  };
   columns.SetSortColumn(2, true, true);
   columns.SetSortColumn(0, false, true);
   columns.SetSortColumn(2, false, true);
-  EXPECT_EQ(columns.GetColumnState(2), -1);
-  EXPECT_EQ(columns.GetSortPriority(2), 0) << "another direction is not another priority";
-  EXPECT_EQ(columns.GetSortPriority(0), 1);
+  EXPECT_EQ(sort(), "-1/1 -1/0 0/-1 ") << "another direction is not another priority";
   columns.RemoveSortColumn(2);
-  EXPECT_EQ(columns.GetSortPriority(0), 0);
-  EXPECT_EQ(columns.GetSortPriority(2), -1);
+  EXPECT_EQ(sort(), "-1/0 0/-1 0/-1 ");
   columns.SetSortColumn(4, true, false);
-  EXPECT_EQ(columns.GetColumnState(0), 0);
-  EXPECT_EQ(columns.GetSortPriority(0), -1);
-  EXPECT_EQ(columns.GetColumnState(4), 1);
+  EXPECT_EQ(sort(), "0/-1 0/-1 1/0 ");
   columns.SetSortColumn(6, true, false);
-  EXPECT_EQ(columns.GetColumnState(4), 1) << "no such column, no change";
+  EXPECT_EQ(sort(), "0/-1 0/-1 1/0 ") << "no such column, no change";
 }
 
-TEST(ColumnsInfo, ColumnsComeWithoutGaps) {
+TEST(ColumnsInfo, ColumnsComeWithoutGapsAndWithAWidth) {
   CQORPGridColumnsInfo columns = SixColumns();
   for (const int column : {-1, 5, 7}) columns.InsertColumn(column, L"New", 1);
   EXPECT_EQ(columns.GetColumnCount(), 6);
-  EXPECT_EQ(columns.GetColumnName(5), L"Column");
+  columns.InsertColumn(6, L"Narrow", -1);
+  columns.SetColumnWidth(5, -1);
+  EXPECT_EQ(columns.GetColumnWidth(5) + columns.GetColumnWidth(6), 0);
+  EXPECT_EQ(columns.GetColumnName(5) + columns.GetColumnName(6) + columns.GetColumnName(7), L"ColumnNarrow");
 }
 
 // Two frozen columns at 0 to 100 and 100 to 150; of the others, scrolled by 60, the first lies half under them.
@@ -124,10 +126,11 @@ TEST(ColumnStrip, FindsWhatTheMousePointsAt) {
   const struct {
     int X, At, Edge, Drop;  // edges are found within 4 pixels
   } rows[] = {
-      {-1, -1, -1, 0}, {0, 0, -1, 0},   {49, 0, -1, 0},  {50, 0, -1, 1},  {95, 0, -1, 1},  {96, 0, 0, 1},
-      {100, 1, -1, 1}, {124, 1, -1, 1}, {125, 1, -1, 2}, {150, 2, 1, 3},  {154, 2, 1, 3},  {155, 2, -1, 3},
-      {166, 2, 2, 3},  {173, 3, 2, 3},  {174, 3, 3, 4},  {178, 4, 3, 4},  {182, 4, 3, 4},  {183, 4, -1, 4},
-      {277, 4, -1, 4}, {278, 4, -1, 5}, {377, 4, 4, 5},  {378, -1, 4, 5}, {382, -1, 4, 5}, {383, -1, -1, 5},
+      {-1, -1, -1, 0}, {0, 0, -1, 0},    {49, 0, -1, 0},  {50, 0, -1, 1},  {95, 0, -1, 1}, {96, 0, 0, 1},
+      {100, 1, -1, 1}, {124, 1, -1, 1},  {125, 1, -1, 2}, {140, 1, -1, 2}, {149, 1, 1, 2}, {150, 2, 1, 3},
+      {154, 2, 1, 3},  {155, 2, -1, 3},  {166, 2, 2, 3},  {173, 3, 2, 3},  {174, 3, 3, 4}, {178, 4, 3, 4},
+      {182, 4, 3, 4},  {183, 4, -1, 4},  {277, 4, -1, 4}, {278, 4, -1, 5}, {377, 4, 4, 5}, {378, -1, 4, 5},
+      {382, -1, 4, 5}, {383, -1, -1, 5},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.X);
@@ -140,14 +143,11 @@ TEST(ColumnStrip, FindsWhatTheMousePointsAt) {
 }
 
 TEST(ColumnStrip, CountsTheColumnsThatCanBeFrozen) {
-  const struct {
-    int Wanted, Room, Expected;
-  } rows[] = {{-1, 900, 0}, {0, 900, 0}, {2, 900, 2}, {4, 900, 4}, {5, 900, 4}, {2, 151, 2},
-              {2, 150, 1},  {2, 101, 1}, {2, 100, 0}, {2, -40, 0}, {4, 238, 3}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(testing::Message() << row.Wanted << " in " << row.Room);
-    EXPECT_EQ(CountFrozen(kWidths, row.Wanted, row.Room), row.Expected);
-  }
+  const std::tuple<int, int, int> rows[] = {{-1, 900, 0}, {0, 900, 0}, {2, 900, 2}, {4, 900, 4},
+                                            {5, 900, 4},  {2, 151, 2}, {2, 150, 1}, {2, 101, 1},
+                                            {2, 100, 0},  {2, -40, 0}, {4, 238, 3}};
+  for (const auto& [wanted, room, expected] : rows)
+    EXPECT_EQ(CountFrozen(kWidths, wanted, room), expected) << wanted << " in " << room;
   EXPECT_EQ(CountFrozen({}, 3, 900), 0);
 }
 

@@ -160,7 +160,7 @@ ColumnStrip::ColumnStrip(std::span<const int> widths, int frozen, int scrolledPx
     const int seen = isFrozen ? left : left - scrolledPx;
     Spans.push_back({seen, seen + width});
     left += width;
-    if (isFrozen) FrozenPx = left;
+    if (isFrozen) Frozen = Spans.size(), FrozenPx = left;
   }
 }
 
@@ -179,10 +179,10 @@ int ColumnStrip::PlaceOfEdgeAt(int x, int nearPx) const {
 }
 
 int ColumnStrip::DropPlaceAt(int x) const {
-  const auto isBehind = [this, x](const ColumnSpan& span) {
-    return (x < FrozenPx && span.Left >= FrozenPx) || x < (span.Left + span.Right) / 2;
-  };
-  return static_cast<int>(std::ranges::find_if(Spans, isBehind) - Spans.begin());
+  const auto isBehind = [x](const ColumnSpan& span) { return x < (span.Left + span.Right) / 2; };
+  // Frozen columns cover what is scrolled under them.
+  const auto end = x < FrozenPx ? Spans.begin() + static_cast<std::ptrdiff_t>(Frozen) : Spans.end();
+  return static_cast<int>(std::find_if(Spans.begin(), end, isBehind) - Spans.begin());
 }
 
 int CountFrozen(std::span<const int> widths, int wanted, int roomPx) {

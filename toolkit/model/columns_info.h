@@ -96,6 +96,7 @@ class ColumnStrip {
 
  private:
   std::vector<ColumnSpan> Spans;
+  std::size_t Frozen = 0;
   int FrozenPx = 0;
 };
 
