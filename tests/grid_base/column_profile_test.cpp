@@ -55,32 +55,25 @@ TEST_F(ColumnProfileTest, WritesThisFileFirst) {
 }
 
 TEST_F(ColumnProfileTest, IgnoresStoredValuesOutOfRange) {
-  const struct {
-    const char* Stored;
-    std::int32_t Width, Align;
-    const wchar_t* Header;
-    std::optional<bool> Ascending{};
-  } rows[] = {
-      {"<Width>\"0\"</Width>", 70, 1, L"User ID"},
-      {"<Width>\"2049\"</Width><Sort>\"2\"</Sort>", 70, 1, L"User ID"},
+  // What is stored, then width, alignment, header and whether the sort ascends.
+  const std::tuple<std::string, std::int32_t, std::int32_t, std::wstring, std::optional<bool>> rows[] = {
+      {"<Width>\"0\"</Width>", 70, 1, L"User ID", {}},
+      {"<Width>\"2049\"</Width><Sort>\"2\"</Sort>", 70, 1, L"User ID", {}},
       {"<Width>\"-5\"</Width><Sort>\"1\"</Sort>", 70, 1, L"User ID", true},
       {"<Width>\"2048\"</Width><Sort>\"-1\"</Sort>", 2048, 1, L"User ID", false},
-      {"<Width>\"1\"</Width><Align>\"2\"</Align>", 1, 2, L"User ID"},
-      {"<Width>\"99999999999999999999\"</Width><Align>\"3\"</Align>", 70, 1, L"User ID"},
-      {"<Width>\"wide\"</Width><Align>\"-1\"</Align>", 70, 1, L"User ID"},
-      {"<Header>\"\"</Header><Group>\"-2147483648\"</Group><Order>\"2147483647\"</Order>", 70, 1, L"User ID"},
-      {"<Header>\"Own\"</Header>", 70, 1, L"Own"},
-      {"<Header>\"Own\"</Header></colUserID><fault", 70, 1, L"User ID"},
+      {"<Width>\"1\"</Width><Align>\"2\"</Align>", 1, 2, L"User ID", {}},
+      {"<Width>\"99999999999999999999\"</Width><Align>\"3\"</Align>", 70, 1, L"User ID", {}},
+      {"<Width>\"wide\"</Width><Align>\"-1\"</Align>", 70, 1, L"User ID", {}},
+      {"<Header>\"\"</Header><Group>\"-2147483648\"</Group><Order>\"2147483647\"</Order>", 70, 1, L"User ID", {}},
+      {"<Header>\"Own\"</Header>", 70, 1, L"Own", {}},
+      {"<Header>\"Own\"</Header></colUserID><fault", 70, 1, L"User ID", {}},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.Stored);
+  for (const auto& [stored, width, align, header, ascending] : rows) {
     ColumnProfile profile = NewProfile();
-    Load(profile, "<colUserID>" + std::string(row.Stored) + "</colUserID>");
+    Load(profile, "<colUserID>" + stored + "</colUserID>");
     const ColumnState state = profile.InsertProfiledColumn(kUser, 0);
-    EXPECT_EQ(state.Width, row.Width);
-    EXPECT_EQ(state.Align, row.Align);
-    EXPECT_EQ(state.Header, row.Header);
-    EXPECT_EQ(SortsAscending(state), row.Ascending);
+    EXPECT_EQ(std::tuple(stored, state.Width, state.Align, state.Header, SortsAscending(state)),
+              std::tuple(stored, width, align, header, ascending));
     EXPECT_TRUE(profile.DisplayOrder(1).empty());
   }
 }

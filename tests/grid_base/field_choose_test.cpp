@@ -118,12 +118,7 @@ TEST_F(FieldChooseTest, KeepsOrRestoresTheOrderByTheWayItIsLeft) {
       dialog.FindWindow(id)->GetEventHandler()->ProcessEvent(click);
     };
   };
-  const struct {
-    const char* Way;
-    std::function<void(wxDialog&)> Leave;
-    int Saved;
-    std::vector<int> Columns;
-  } rows[] = {
+  const std::tuple<const char*, std::function<void(wxDialog&)>, int, std::vector<int>> rows[] = {
       {"save", press(27011), 1, {1, 0}},
       {"no save", press(27016), 0, {1, 0}},
       {"cancel", press(2), 0, {0, 1}},
@@ -131,7 +126,8 @@ TEST_F(FieldChooseTest, KeepsOrRestoresTheOrderByTheWayItIsLeft) {
       {"close", [](wxDialog& dialog) { dialog.Close(); }, 0, {0, 1}},
   };
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.Way);
+    const auto& [way, ignored, saved, columns] = row;
+    SCOPED_TRACE(way);
     Grid->SaveCount = 0;
     Grid->ShowAllColumns();
     for (int column = 0; column < 5; ++column) Grid->GetColumnsInfo().SetColumnDisplayPos(column, column);
@@ -142,10 +138,10 @@ TEST_F(FieldChooseTest, KeepsOrRestoresTheOrderByTheWayItIsLeft) {
       ListOf(dialog, 27014).SetCurSel(2);
       Key(WXK_SPACE);
       EXPECT_TRUE(PumpUntil([this] { return Columns() == std::vector<int>{1, 0}; }));
-      row.Leave(dialog);
+      std::get<1>(row)(dialog);
     });
-    EXPECT_EQ(Columns(), row.Columns);
-    EXPECT_EQ(Grid->SaveCount, row.Saved);
+    EXPECT_EQ(Columns(), columns);
+    EXPECT_EQ(Grid->SaveCount, saved);
   }
 }
 

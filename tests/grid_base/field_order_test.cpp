@@ -41,11 +41,9 @@ void FillColumns(CQORPGridColumnsInfo& columns) {
 }
 
 TEST(FieldOrder, CommandsMoveItemsAndColumns) {
-  const struct {
-    const char* Commands;  // 0 to 3 and a to c select; + checks all hidden items, - clears the selected one
-    const wchar_t *Shown, *Hidden;
-    std::vector<int> Columns;
-  } rows[] = {
+  // The commands, of which 0 to 3 and a to c select, + checks all hidden items, - clears the selected one; the lists
+  // and the columns then.
+  const std::tuple<std::string, std::wstring, std::wstring, std::vector<int>> rows[] = {
       {"", L"D+A+B+", L"CBE", {4, 0, 1}},
       {"udhs", L"D+A+B+", L"CBE", {4, 0, 1}},
       {"0u", L"[D+]A+B+", L"CBE", {4, 0, 1}},
@@ -68,8 +66,8 @@ TEST(FieldOrder, CommandsMoveItemsAndColumns) {
       {"1uhr", L"[D+]B+", L"ACBE", {4, 1}},
       {"as3uuur", L"[C+]D+A+B+", L"[B]E", {4, 0, 1, 2}},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.Commands);
+  for (const auto& [commands, shownText, hiddenText, places] : rows) {
+    SCOPED_TRACE(commands);
     CQORPGridColumnsInfo columns;
     FillColumns(columns);
     FieldOrder::ColumnTable table;
@@ -77,7 +75,7 @@ TEST(FieldOrder, CommandsMoveItemsAndColumns) {
     FakeList shown, hidden;
     FieldOrder order(columns, table, shown, hidden);
     order.Fill();
-    for (const char command : std::string(row.Commands)) {
+    for (const char command : commands) {
       if (command == 'u') order.MoveUp();
       if (command == 'd') order.MoveDown();
       if (command == 'h') order.Hide();
@@ -89,9 +87,8 @@ TEST(FieldOrder, CommandsMoveItemsAndColumns) {
       if (command >= '0' && command <= '3') shown.SetCurSel(command - '0');
       if (command >= 'a' && command <= 'c') hidden.SetCurSel(command - 'a');
     }
-    EXPECT_EQ(TextOf(shown), row.Shown);
-    EXPECT_EQ(TextOf(hidden), row.Hidden);
-    EXPECT_EQ(columns.DisplayColumns(), row.Columns);
+    EXPECT_EQ(std::pair(TextOf(shown), TextOf(hidden)), std::pair(shownText, hiddenText));
+    EXPECT_EQ(columns.DisplayColumns(), places);
   }
 }
 

@@ -16,19 +16,15 @@ CQORPGridColumnsInfo SixColumns() {
 using Places = std::vector<int>;
 
 TEST(ColumnsInfo, PlacesKeepLockedColumnsBeforeTheOthers) {
-  const struct {
-    int Place, Column;
-    Places Expected;
-  } cases[] = {
+  const std::tuple<int, int, Places> cases[] = {
       {0, 5, {5, 3, 0, 2}}, {1, 3, {5, 3, 0, 2}}, {3, 5, {3, 5, 0, 2}}, {9, 3, {5, 3, 0, 2}},  {2, 2, {3, 5, 2, 0}},
       {0, 2, {3, 5, 2, 0}}, {3, 0, {3, 5, 2, 0}}, {9, 0, {3, 5, 2, 0}}, {-1, 0, {3, 5, 0, 2}}, {0, -1, {3, 5, 0, 2}},
       {0, 6, {3, 5, 0, 2}}, {1, 5, {3, 5, 0, 2}}, {3, 4, {3, 5, 0, 2}},  // hidden: its place shows when it does
   };
-  for (const auto& row : cases) {
-    SCOPED_TRACE(testing::Message() << "column " << row.Column << " to place " << row.Place);
+  for (const auto& [place, column, expected] : cases) {
     CQORPGridColumnsInfo columns = SixColumns();
-    columns.SetColumnDisplayPos(row.Place, row.Column);
-    EXPECT_EQ(columns.DisplayColumns(), row.Expected);
+    columns.SetColumnDisplayPos(place, column);
+    EXPECT_EQ(columns.DisplayColumns(), expected) << "column " << column << " to place " << place;
   }
   CQORPGridColumnsInfo columns = SixColumns();
   columns.SetColumnDisplayPos(3, 4);
@@ -43,22 +39,17 @@ TEST(ColumnsInfo, PlacesKeepLockedColumnsBeforeTheOthers) {
 }
 
 TEST(ColumnsInfo, ADroppedColumnIsLockedAmongLockedOnes) {
-  const struct {
-    int Place, Column;
-    Places Expected;
-    bool Moves, Locked;
-  } cases[] = {
+  const std::tuple<int, int, Places, bool, bool> cases[] = {
       {2, 0, {3, 5, 0, 2}, false, false}, {3, 0, {3, 5, 0, 2}, false, false}, {4, 0, {3, 5, 2, 0}, true, false},
       {1, 0, {3, 0, 5, 2}, true, true},   {0, 2, {2, 3, 5, 0}, true, true},   {2, 2, {3, 5, 2, 0}, true, false},
       {2, 3, {5, 3, 0, 2}, true, true},   {3, 3, {5, 0, 3, 2}, true, false},  {4, 5, {3, 0, 2, 5}, true, false},
       {2, 5, {3, 5, 0, 2}, false, true},  {0, 1, {3, 5, 0, 2}, false, false}, {0, 9, {3, 5, 0, 2}, false, false},
   };
-  for (const auto& row : cases) {
-    SCOPED_TRACE(testing::Message() << "column " << row.Column << " before place " << row.Place);
+  for (const auto& [place, column, expected, moves, locked] : cases) {
     CQORPGridColumnsInfo columns = SixColumns();
-    EXPECT_EQ(columns.DropColumn(row.Place, row.Column), row.Moves);
-    EXPECT_EQ(columns.DisplayColumns(), row.Expected);
-    EXPECT_EQ(columns.GetColumnLocked(row.Column), row.Locked);
+    EXPECT_EQ(columns.DropColumn(place, column), moves) << "column " << column << " before place " << place;
+    EXPECT_EQ(columns.DisplayColumns(), expected);
+    EXPECT_EQ(columns.GetColumnLocked(column), locked);
   }
 }
 
@@ -81,22 +72,21 @@ TEST(ColumnsInfo, SortColumnsKeepTheOrderInWhichTheyWereSet) {
   CQORPGridColumnsInfo columns = SixColumns();
   // The states and priorities of columns 0, 2 and 4.
   const auto sort = [&columns] {
-    std::string text;
+    Places sorts;
     for (const int column : {0, 2, 4})
-      text +=
-          std::to_string(columns.GetColumnState(column)) + '/' + std::to_string(columns.GetSortPriority(column)) + ' ';
-    return text;
+      sorts.insert(sorts.end(), {columns.GetColumnState(column), columns.GetSortPriority(column)});
+    return sorts;
   };
   columns.SetSortColumn(2, true, true);
   columns.SetSortColumn(0, false, true);
   columns.SetSortColumn(2, false, true);
-  EXPECT_EQ(sort(), "-1/1 -1/0 0/-1 ") << "another direction is not another priority";
+  EXPECT_EQ(sort(), (Places{-1, 1, -1, 0, 0, -1})) << "another direction is not another priority";
   columns.RemoveSortColumn(2);
-  EXPECT_EQ(sort(), "-1/0 0/-1 0/-1 ");
+  EXPECT_EQ(sort(), (Places{-1, 0, 0, -1, 0, -1}));
   columns.SetSortColumn(4, true, false);
-  EXPECT_EQ(sort(), "0/-1 0/-1 1/0 ");
+  EXPECT_EQ(sort(), (Places{0, -1, 0, -1, 1, 0}));
   columns.SetSortColumn(6, true, false);
-  EXPECT_EQ(sort(), "0/-1 0/-1 1/0 ") << "no such column, no change";
+  EXPECT_EQ(sort(), (Places{0, -1, 0, -1, 1, 0})) << "no such column, no change";
 }
 
 TEST(ColumnsInfo, ColumnsComeWithoutGapsAndWithAWidth) {
@@ -113,31 +103,18 @@ TEST(ColumnsInfo, ColumnsComeWithoutGapsAndWithAWidth) {
 const std::vector<int> kWidths{100, 50, 80, 8, 200};
 const ColumnStrip kStrip(kWidths, 2, 60);
 
-TEST(ColumnStrip, FrozenColumnsStayWhileTheOthersScroll) {
-  const ColumnSpan expected[] = {{0, 100}, {100, 150}, {90, 170}, {170, 178}, {178, 378}};
-  for (int place = 0; place < 5; ++place) EXPECT_EQ(kStrip.SpanOf(place), expected[place]) << place;
-  EXPECT_EQ(kStrip.FrozenWidth(), 150);
-  const ColumnStrip none(kWidths, 0, 60);
-  EXPECT_EQ(none.SpanOf(0), (ColumnSpan{-60, 40}));
-  EXPECT_EQ(none.FrozenWidth(), 0);
-}
-
 TEST(ColumnStrip, FindsWhatTheMousePointsAt) {
-  const struct {
-    int X, At, Edge, Drop;  // edges are found within 4 pixels
-  } rows[] = {
+  // The x, the column, the edge within 4 pixels and the place of a drop.
+  const std::tuple<int, int, int, int> rows[] = {
       {-1, -1, -1, 0}, {0, 0, -1, 0},    {49, 0, -1, 0},  {50, 0, -1, 1},  {95, 0, -1, 1}, {96, 0, 0, 1},
       {100, 1, -1, 1}, {124, 1, -1, 1},  {125, 1, -1, 2}, {140, 1, -1, 2}, {149, 1, 1, 2}, {150, 2, 1, 3},
       {154, 2, 1, 3},  {155, 2, -1, 3},  {166, 2, 2, 3},  {173, 3, 2, 3},  {174, 3, 3, 4}, {178, 4, 3, 4},
       {182, 4, 3, 4},  {183, 4, -1, 4},  {277, 4, -1, 4}, {278, 4, -1, 5}, {377, 4, 4, 5}, {378, -1, 4, 5},
       {382, -1, 4, 5}, {383, -1, -1, 5},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.X);
-    EXPECT_EQ(kStrip.PlaceAt(row.X), row.At);
-    EXPECT_EQ(kStrip.PlaceOfEdgeAt(row.X, 4), row.Edge);
-    EXPECT_EQ(kStrip.DropPlaceAt(row.X), row.Drop);
-  }
+  for (const auto& [x, place, edge, drop] : rows)
+    EXPECT_EQ(std::tuple(x, kStrip.PlaceAt(x), kStrip.PlaceOfEdgeAt(x, 4), kStrip.DropPlaceAt(x)),
+              std::tuple(x, place, edge, drop));
   // A column without room for its edge: the right one of two edges in one place counts.
   EXPECT_EQ(ColumnStrip(std::vector<int>{50, 0, 50}, 0, 0).PlaceOfEdgeAt(48, 4), 1);
 }

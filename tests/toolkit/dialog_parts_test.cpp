@@ -5,12 +5,8 @@
 namespace {
 
 TEST(MessageButtons, FollowTheBitsOfTheStyle) {
-  const struct {
-    std::uint32_t Style;
-    const wchar_t* Buttons;  // with ids
-    std::size_t Default;
-    int CloseId;
-  } rows[] = {
+  // The style; the buttons with their ids, the default one and the answer of closing.
+  const std::tuple<std::uint32_t, std::wstring, std::size_t, int> rows[] = {
       {0x00, L"OK1", 0, 1},
       {0x70, L"OK1", 0, 1},
       {0x07, L"OK1", 0, 1},
@@ -27,14 +23,11 @@ TEST(MessageButtons, FollowTheBitsOfTheStyle) {
       {0x80140, L"&Left1000Right1001", 0, 0},
       {0x200, L"OK1", 0, 1},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.Style);
-    const MessageButtons made = ButtonsOfStyle(row.Style, {L"&Left", L"Right"});
+  for (const auto& [style, buttons, theDefault, closeId] : rows) {
+    const MessageButtons made = ButtonsOfStyle(style, {L"&Left", L"Right"});
     std::wstring text;
     for (const MessageButton& button : made.Buttons) text += button.Caption + std::to_wstring(button.Id);
-    EXPECT_EQ(text, row.Buttons);
-    EXPECT_EQ(made.Default, row.Default);
-    EXPECT_EQ(made.CloseId, row.CloseId);
+    EXPECT_EQ(std::tuple(style, text, made.Default, made.CloseId), std::tuple(style, buttons, theDefault, closeId));
   }
 }
 

@@ -49,8 +49,7 @@ class DockingTest : public GuiTest {
     GuiTest::TearDown();
   }
   void DestroyFrame() {
-    if (Main != nullptr) Main->Destroy();
-    Main = nullptr;
+    if (Main != nullptr) std::exchange(Main, nullptr)->Destroy();
     Pump();
     EXPECT_EQ(Living, 0);
   }
@@ -121,6 +120,9 @@ TEST_F(DockingTest, DocksBehindTheBarsOfASide) {
   EXPECT_EQ(first->GetPosition().x, 1) << "a bar has a frame of one pixel, the tabs have none";
   EXPECT_EQ(Tabs().GetRect().GetRight(), Main->GetClientSize().x - 1);
   EXPECT_EQ(Tabs().GetPosition().y, 0);
+  Bar->FloatControlBar(wxRect(60, 60, 900, 300));
+  for (const char* place : {"dr", "+"}) Move(Bar, place);
+  EXPECT_LE(Bar->GetSize().x, Main->GetClientSize().x * 6 / 10) << "a new dock leaves room for the tabs";
 }
 
 TEST_F(DockingTest, ShowsItsTitleAtEachPlace) {
@@ -186,29 +188,30 @@ TEST_F(DockingTest, ARightClickOpensTheMenuOfTheBar) {
   Main->Bind(wxEVT_MENU_OPEN, [&](wxMenuEvent& event) { entries = EntriesOf(*event.GetMenu()), typist.Start(20); });
   Main->Bind(wxEVT_MENU_CLOSE, [&](wxMenuEvent&) { typist.Stop(); });
   for (const char* place : {"dr", "+"}) Move(Bar, place);
-  const struct {
-    int Key;
-    const char *Expected, *Entries;
-  } rows[] = {{WXK_ESCAPE, "dr", "Floating[Docking]TabbedHide"},
-              {'T', "t", "Floating[Docking]TabbedHide"},
-              {'D', "dr", "FloatingDocking[Tabbed]Hide"},
-              {'D', "dr", "Floating[Docking]TabbedHide"},
-              {'H', "-", "Floating[Docking]TabbedHide"}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(testing::Message() << static_cast<char>(row.Key) << " from " << Standing(Bar));
-    key = row.Key;
+  const std::tuple<int, const char*, const char*> rows[] = {{WXK_ESCAPE, "dr", "Floating[Docking]TabbedHide"},
+                                                            {'T', "t", "Floating[Docking]TabbedHide"},
+                                                            {'D', "dr", "FloatingDocking[Tabbed]Hide"},
+                                                            {'D', "dr", "Floating[Docking]TabbedHide"},
+                                                            {'H', "-", "Floating[Docking]TabbedHide"}};
+  int x = 20;
+  for (const auto& [choice, place, shown] : rows) {
+    SCOPED_TRACE(testing::Message() << choice << " from " << Standing(Bar));
+    key = choice;
     entries.clear();
-    const wxWindow& page = Bar->IsMDITabbed() ? static_cast<wxWindow&>(*Bar->GetParentMDIChild()) : *Bar;
+    const wxWindow& page = Bar->IsMDITabbed() ? *Bar->GetParent() : *Bar;
     wxUIActionSimulator pointer;
     // Two clicks at one place would be a double click.
-    pointer.MouseMove(page.GetScreenPosition() + wxPoint(20 + 9 * static_cast<int>(&row - rows), -8));
+    pointer.MouseMove(page.GetScreenPosition() + wxPoint(x += 9, -8));
     Pump();
     pointer.MouseClick(wxMOUSE_BTN_RIGHT);
-    EXPECT_TRUE(PumpUntil([&] { return !entries.empty() && !typist.IsRunning() && Standing(Bar) == row.Expected; }));
-    EXPECT_EQ(entries, row.Entries);
-    Pump();
+    EXPECT_TRUE(PumpUntil([&] { return !entries.empty() && !typist.IsRunning(); }));
+    EXPECT_EQ(Standing(Bar), place);
+    EXPECT_EQ(entries, shown);
   }
   EXPECT_EQ(Bar->ClosePresses, 1);
+  Move(Bar, "+");
+  DoubleClick(*Main, Bar->GetPosition() + wxPoint(20, -8));
+  EXPECT_EQ(Standing(Bar), "f");
 }
 
 TEST_F(DockingTest, KeysGoToTheBarWithTheFocusFirst) {
@@ -247,9 +250,8 @@ TEST_F(DockingTest, KeepsItsStateUnderTheSection) {
   for (const auto& [place, line] : rows) {
     SCOPED_TRACE(place);
     Move(Bar, place);
-    EXPECT_TRUE(Bar->SaveState(settings, section, 1, 7));
-    ASSERT_TRUE(settings.OpenPath(section) && settings.Read(L"Bar-1", text));
-    EXPECT_TRUE(text.starts_with(line));
+    ASSERT_TRUE(Bar->SaveState(settings, section, 1, 7) && settings.OpenPath(section));
+    EXPECT_TRUE(settings.Read(L"Bar-1", text) && text.starts_with(line));
     other->FloatControlBar(wxRect(400, 300, 200, 100));
     ASSERT_TRUE(other->LoadState(settings, section, 1, 7));
     Pump();
@@ -269,6 +271,10 @@ TEST_F(DockingTest, KeepsItsStateUnderTheSection) {
   EXPECT_TRUE(load(L"1;docked;1;220;150;420;260;left;0;0;0;0;300;200"));
   EXPECT_EQ(Standing(Bar), "dl");
   EXPECT_NEAR(Bar->GetSize().x, 300, 2);
+  Bar->MoveCount = 0;
+  EXPECT_TRUE(load(L"1;docked;1;220;150;420;260;left;0;0;0;0;850;200"));
+  EXPECT_NEAR(Bar->GetSize().x, 850, 2);
+  EXPECT_GT(Bar->MoveCount, 0);
   Bar->EnableDocking(false);
   Bar->FloatControlBar(kFloatRect);
   EXPECT_TRUE(load(L"1;docked;1;220;150;420;260;left;0;0;0;0;300;200"));

@@ -53,11 +53,7 @@ TEST_F(FilterBar, TheEditGoesWithItsColumn) {
   Edit()->SetSelection(1, 3);
   CQORPGridColumnsInfo& columns = Grid->GetColumnsInfo();
   for (const int column : {2, 3, 5}) Grid->SetColumnWidth(column, 500);
-  const struct {
-    const char* What;
-    std::function<void()> Do;
-    bool Frozen, InView;
-  } steps[] = {
+  const std::tuple<const char*, std::function<void()>, bool, bool> steps[] = {
       {"moved", [&] { columns.SetColumnDisplayPos(1, 4), Grid->AdjustLayout(); }, false, true},
       {"wider", [&] { Grid->SetColumnWidth(4, 160); }, false, true},
       {"locked", [&] { Grid->SetColumnLocked(4, true); }, true, true},
@@ -69,20 +65,18 @@ TEST_F(FilterBar, TheEditGoesWithItsColumn) {
       {"scrolled into view", [&] { Grid->EditFilter(4), Edit()->SetSelection(1, 3); }, false, true},
       {"frozen between beats", [&] { Grid->SetColumnLocked(4, true), Beat(); }, true, true},
   };
-  for (const auto& step : steps) {
-    SCOPED_TRACE(step.What);
-    step.Do();
+  for (const auto& [what, change, frozen, inView] : steps) {
+    SCOPED_TRACE(what);
+    change();
     Pump();
-    ASSERT_NE(Edit(), nullptr);
     const wxWindow* header = Grid->GetHeaderWindow(4);
-    EXPECT_EQ(Edit()->GetParent(), header);
-    EXPECT_EQ(header != Grid->GetHeaderWindow(), step.Frozen);
+    ASSERT_TRUE(Edit() != nullptr && Edit()->GetParent() == header);
+    EXPECT_EQ(header != Grid->GetHeaderWindow(), frozen);
     const wxRect field = Grid->FilterRect(4), edit = Edit()->GetRect().Intersect(header->GetClientSize());
-    EXPECT_EQ(!field.IsEmpty(), step.InView);
-    EXPECT_TRUE(!step.InView || (field.Contains(edit) && edit.GetRight() == field.GetRight() - 1));
+    EXPECT_EQ(!field.IsEmpty(), inView);
+    EXPECT_TRUE(!inView || (field.Contains(edit) && edit.GetRight() == field.GetRight() - 1));
     EXPECT_GE(edit.width, field.width - 6);
-    EXPECT_EQ(Text(), L"text");
-    EXPECT_EQ(Selection(), std::pair(1L, 3L));
+    EXPECT_TRUE(Text() == L"text" && Selection() == std::pair(1L, 3L));
     EXPECT_EQ(wxWindow::FindFocus(), Grid->GetFilterEdit());
   }
   Grid->SetColumnVisible(4, false);
@@ -99,11 +93,8 @@ TEST_F(FilterBar, KeysMoveBetweenFieldsAndLeaveThem) {
   std::vector<int> passedOn;
   Frame->Bind(wxEVT_CHAR_HOOK,
               [&passedOn](wxKeyEvent& event) { passedOn.push_back(event.GetKeyCode()), event.Skip(); });
-  const struct {
-    int Key, Held;
-    const wchar_t* Expected;  // the text of the field that is edited then
-    int From, To;             // its selection
-  } steps[] = {
+  // The key with what is held, the text of the field that is edited then, and its selection.
+  const std::tuple<int, int, std::wstring, long, long> steps[] = {
       {WXK_TAB, kNoKey, L"0", 0, 1},   {WXK_TAB, kNoKey, L"2", 0, 1},   {WXK_TAB, kNoKey, L"4", 0, 1},
       {WXK_TAB, kNoKey, L"5", 0, 1},   {WXK_TAB, kNoKey, L"3", 0, 1},   {WXK_TAB, kShift, L"5", 0, 1},
       {WXK_TAB, kShift, L"4", 0, 1},   {WXK_RIGHT, kNoKey, L"4", 0, 1}, {WXK_END, kNoKey, L"4", 1, 1},
@@ -113,12 +104,10 @@ TEST_F(FilterBar, KeysMoveBetweenFieldsAndLeaveThem) {
       {WXK_F5, kNoKey, L"4", 1, 1},    {'O', kAlt, L"4", 1, 1},         {'K', kControl, L"4", 1, 1},
   };
   Grid->EditFilter(3);
-  for (const auto& step : steps) {
-    SCOPED_TRACE(std::to_string(&step - steps));
-    if (step.Key == WXK_END) Edit()->SetInsertionPointEnd();  // a made event does nothing to a native field
-    Press(*Edit(), step.Key, step.Held);
-    ASSERT_EQ(Text(), step.Expected);
-    EXPECT_EQ(Selection(), std::pair(long{step.From}, long{step.To}));
+  for (const auto& [key, held, expected, from, to] : steps) {
+    if (key == WXK_END) Edit()->SetInsertionPointEnd();  // a made event does nothing to a native field
+    Press(*Edit(), key, held);
+    ASSERT_EQ(std::tuple(Text(), Selection()), std::tuple(expected, std::pair(from, to))) << key << ' ' << held;
   }
   EXPECT_EQ(passedOn, (std::vector<int>{WXK_F5, 'O', 'K'}));
   RightClick(*Edit(), {5, 5});

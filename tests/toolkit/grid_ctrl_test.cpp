@@ -20,11 +20,7 @@ TEST_F(GridCtrl, AsksForThePaintedRowsOnly) {
 
 // Without a repaint of its own the test waits in vain.
 TEST_F(GridCtrl, RepaintsWhatAChangeTouches) {
-  const struct {
-    const char* What;
-    std::function<void()> Change;
-    std::set<int> Rows;
-  } steps[] = {
+  const std::tuple<const char*, std::function<void()>, std::set<int>> steps[] = {
       {"a click", [&] { ClickRow(4); }, {3, 4, 5}},
       {"the row that was current", [&] { ClickRow(9); }, {4, 9}},
       {"a range", [&] { ClickRow(14, kShift); }, {10, 12, 14}},
@@ -39,13 +35,11 @@ TEST_F(GridCtrl, RepaintsWhatAChangeTouches) {
       {"stripes", [&] { Grid->EnableAlternateRows(true); }, {0, 20}},
       {"lines", [&] { Grid->EnableGridLines(false); }, {0, 20}},
   };
-  for (const auto& step : steps) {
-    SCOPED_TRACE(step.What);
-    PumpUntil([this] { return !Asked.empty(); });
+  for (const auto& [what, change, rows] : steps) {
     PaintNow(*Grid);
     Asked.clear();
-    step.Change();
-    EXPECT_TRUE(PumpUntil([&] { return std::ranges::includes(Asked, step.Rows); }));
+    change();
+    EXPECT_TRUE(PumpUntil([this, &wanted = rows] { return std::ranges::includes(Asked, wanted); })) << what;
   }
 }
 
@@ -53,12 +47,7 @@ TEST_F(GridCtrl, HeadersShowTheColumnsOfTheModel) {
   const auto show = [this](bool visible, const char* columns) {
     for (; *columns != 0; ++columns) Grid->SetColumnVisible(*columns - '0', visible);
   };
-  const struct {
-    const char* What;
-    std::function<void()> Change;
-    Places Expected;
-    int Frozen;
-  } steps[] = {
+  const std::tuple<const char*, std::function<void()>, Places, int> steps[] = {
       {"hidden", [&] { show(false, "1"); }, {0, 2, 3, 4, 5}, 0},
       {"locked", [&] { Grid->SetColumnLocked(3, true); }, {3, 0, 2, 4, 5}, 1},
       {"more frozen than locked", [&] { Grid->FreezeColumns(2); }, {3, 0, 2, 4, 5}, 2},
@@ -69,14 +58,12 @@ TEST_F(GridCtrl, HeadersShowTheColumnsOfTheModel) {
       {"too wide to freeze", [&] { Grid->SetColumnWidth(0, 1100); }, {3, 0}, 1},
       {"nothing frozen", [&] { Grid->SetColumnLocked(3, false), Grid->FreezeColumns(0); }, {0, 1}, 0},
   };
-  for (const auto& step : steps) {
-    SCOPED_TRACE(step.What);
-    step.Change();
+  for (const auto& [what, change, expected, frozen] : steps) {
+    change();
     Pump();
-    EXPECT_EQ(Headers(), step.Expected);
-    int frozen = 0;
-    for (const int column : Headers()) frozen += Grid->GetHeaderWindow(column) != Grid->GetHeaderWindow();
-    EXPECT_EQ(frozen, step.Frozen);
+    EXPECT_EQ(Headers(), expected) << what;
+    const auto isFrozen = [this](int column) { return Grid->GetHeaderWindow(column) != Grid->GetHeaderWindow(); };
+    EXPECT_EQ(std::ranges::count_if(Headers(), isFrozen), frozen) << what;
     PaintNow(*Grid);
   }
   EXPECT_EQ(Grid->HeaderRect(1).x - Grid->HeaderRect(0).x, 1100);
@@ -134,19 +121,16 @@ TEST_F(GridCtrl, FrozenColumnsStayWhileTheOthersScroll) {
 
 TEST_F(GridCtrl, TheMouseMovesLocksAndResizesColumns) {
   Grid->SetColumnLocked(5, true);  // 5 | 0 1 2 3 4
-  const struct {
-    int Column, ToX;  // in the window of its header
-    Places Expected;
-  } drags[] = {
+  // The column, the x to which it is dragged in the window of its header, and the headers then.
+  const std::tuple<int, int, Places> drags[] = {
       {1, 154, {5, 0, 1, 2, 3, 4}},  // 4 pixels are a click
       {1, 145, {5, 0, 1, 2, 3, 4}},  // 5 pixels are a drag
       {0, 160, {5, 1, 0, 2, 3, 4}}, {3, -90, {3, 5, 1, 0, 2, 4}}, {3, 160, {5, 3, 1, 0, 2, 4}},
   };
-  for (const auto& drag : drags) {
-    SCOPED_TRACE(testing::Message() << "column " << drag.Column << " to " << drag.ToX);
-    const wxPoint from = Middle(Grid->HeaderRect(drag.Column));
-    Drag(*Grid->GetHeaderWindow(drag.Column), from, {drag.ToX, from.y});
-    EXPECT_EQ(Headers(), drag.Expected);
+  for (const auto& [column, toX, expected] : drags) {
+    const wxPoint from = Middle(Grid->HeaderRect(column));
+    Drag(*Grid->GetHeaderWindow(column), from, {toX, from.y});
+    EXPECT_EQ(Headers(), expected) << "column " << column << " to " << toX;
   }
   EXPECT_EQ(Grid->ColumnChanges, 3);
   EXPECT_EQ(Grid->Toggled, Places{1});
@@ -209,12 +193,7 @@ TEST_F(GridCtrl, MouseAndKeysSelectRows) {
   const auto pressAll = [this](std::initializer_list<int> keys) {
     for (const int key : keys) PressKey(key);
   };
-  const struct {
-    const char* What;
-    std::function<void()> Do;
-    int Current;
-    RowRanges Expected;
-  } steps[] = {
+  const std::tuple<const char*, std::function<void()>, int, RowRanges> steps[] = {
       {"click", [&] { ClickRow(4); }, 4, {{4, 4}}},
       {"Shift and click", [&] { ClickRow(2, kShift); }, 2, {{2, 4}}},
       {"Ctrl and click", [&] { ClickRow(9, kControl); }, 9, {{2, 4}, {9, 9}}},
@@ -247,12 +226,10 @@ TEST_F(GridCtrl, MouseAndKeysSelectRows) {
       {"cleared", [&] { Grid->SetCurSel(-1); }, -1, {}},
       {"Down without a current row", [&] { PressKey(WXK_DOWN); }, 0, {{0, 0}}},
   };
-  for (const auto& step : steps) {
-    SCOPED_TRACE(step.What);
-    step.Do();
-    EXPECT_EQ(Grid->GetCurSel(), step.Current);
-    EXPECT_EQ(Selected(), step.Expected);
-    EXPECT_EQ(Grid->CellRect(step.Current, 0).IsEmpty(), step.Current < 0) << "the current row is in view";
+  for (const auto& [what, act, current, expected] : steps) {
+    act();
+    EXPECT_EQ(std::tuple(Grid->GetCurSel(), Selected()), std::tuple(current, expected)) << what;
+    EXPECT_EQ(Grid->CellRect(current, 0).IsEmpty(), current < 0) << "the current row is in view: " << what;
   }
   EXPECT_GT(Grid->Focused, 0);
 }
@@ -282,13 +259,12 @@ TEST_F(GridCtrl, KeepsTheViewWhenRowsArrive) {
   Grid->SetCurSel(500);
   PressKey(WXK_DOWN, kShift);
   const int first = Grid->GetFirstVisibleRow(), top = Grid->CellRect(500, 3).y;
-  const struct {
-    int Rows, Inserted, Before, First;
-  } steps[] = {{1060, 50, 0, first + 50}, {1061, 1, first + 50, first + 51}, {1062, 1, first + 52, first + 51}};
-  for (const auto& step : steps) {
-    Grid->SetVirtualRows(step.Rows, step.Inserted, step.Before);
-    EXPECT_EQ(Grid->GetFirstVisibleRow(), step.First);
-    EXPECT_TRUE(step.Inserted < 50 || Grid->CellRect(550, 3).y == top);
+  const std::tuple<int, int, int, int> steps[] = {
+      {1060, 50, 0, first + 50}, {1061, 1, first + 50, first + 51}, {1062, 1, first + 52, first + 51}};
+  for (const auto& [rows, inserted, before, firstThen] : steps) {
+    Grid->SetVirtualRows(rows, inserted, before);
+    EXPECT_EQ(Grid->GetFirstVisibleRow(), firstThen);
+    EXPECT_TRUE(inserted < 50 || Grid->CellRect(550, 3).y == top);
   }
   EXPECT_EQ(Selected(), (RowRanges{{552, 553}}));
   Grid->SetVirtualRows(20);

@@ -48,21 +48,18 @@ TEST_F(GridPainting, PaintsCellsByOwnColoursMarksAndTheme) {
   for (int i = 0; i < 2; ++i) PressKey(WXK_DOWN, kControl);
   // Rows 7 and 8 are selected, 10 is current; column 4 is a sort column, 5 is selected.
   const ColorRef odd = Blend(window, text, 3), sorted = Blend(window, text, 5), both = Blend(window, text, 8);
-  const struct {
-    int Row, Column, Y;  // right of the text, from the top of the cell, or from the bottom if negative
-    ColorRef Expected;
-  } places[] = {
+  // Row, column, and y from the top of the cell, or from the bottom if negative, right of the text.
+  const std::tuple<int, int, int, ColorRef> places[] = {
       {0, 1, 5, kBlue},     {3, 4, 5, kBlue},      {1, 1, 5, odd},       {2, 1, 5, window},  {2, 4, 5, sorted},
       {1, 4, 5, both},      {2, 5, 5, highlight},  {6, 1, -2, kBlue},    {7, 1, 0, kAmber},  {7, 1, 1, kAmber},
       {7, 1, 2, highlight}, {7, 1, -2, highlight}, {8, 1, 0, highlight}, {8, 1, -2, kAmber}, {10, 1, 0, kAmber},
       {10, 1, 1, window},   {10, 1, -2, kAmber},   {10, 1, -3, window},
   };
   const Picture picture(*Grid->GetRowsWindow());
-  for (const auto& place : places) {
-    const wxRect cell = Grid->CellRect(place.Row, place.Column);
-    const int y = place.Y < 0 ? cell.GetBottom() + 1 + place.Y : cell.y + place.Y;
-    EXPECT_EQ(picture.At(cell.GetRight() - 3, y), place.Expected)
-        << "row " << place.Row << ", column " << place.Column << ", y " << place.Y;
+  for (const auto& [row, column, y, expected] : places) {
+    const wxRect cell = Grid->CellRect(row, column);
+    EXPECT_EQ(picture.At(cell.GetRight() - 3, y < 0 ? cell.GetBottom() + 1 + y : cell.y + y), expected)
+        << "row " << row << ", column " << column << ", y " << y;
   }
   const wxRect cell = Grid->CellRect(2, 1);
   EXPECT_NE(picture.At(cell.GetRight(), cell.y + 5), window) << "a line at the right";

@@ -54,41 +54,36 @@ class MessageBoxTest : public GuiTest {
 };
 
 TEST_F(MessageBoxTest, ShowsItsStyleAndAnswersKeys) {
-  const struct {
-    std::uint32_t Style;
-    const char* Buttons;
-    int Key;  // 0 closes the box
-    int Answer;
-    const char* Icon;
-    bool Closes = true;  // by its close box and Escape
-  } rows[] = {
-      {0x10, "[OK]", 0, 1, "wxART_ERROR"},
-      {0x21, "[OK]Cancel ", WXK_ESCAPE, 2, "wxART_QUESTION"},
+  // The style, the buttons, the key (0 closes the box), the answer, the icon, and whether close box and Escape close
+  // it.
+  const std::tuple<std::uint32_t, wxString, int, int, const char*, bool> rows[] = {
+      {0x10, "[OK]", 0, 1, "wxART_ERROR", true},
+      {0x21, "[OK]Cancel ", WXK_ESCAPE, 2, "wxART_QUESTION", true},
       {0x32, "[Abort]Retry Ignore ", 'I', 5, "wxART_WARNING", false},
-      {0x203, "Yes No [Cancel]", 'n', 7, ""},
-      {0x70, "[OK]", WXK_ESCAPE, 1, ""},
+      {0x203, "Yes No [Cancel]", 'n', 7, "", true},
+      {0x70, "[OK]", WXK_ESCAPE, 1, "", true},
       {0x104, "Yes [No]", 'y', 6, "", false},
       {0x80140, "[Left]Right & more ", 'R', 1001, "wxART_INFORMATION", false},
   };
   testing::internal::CaptureStderr();
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.Style);
-    CQORPMessageBox box({.Caption = L"Trade Book", .Text = L"50 % & more", .Style = row.Style});
+    SCOPED_TRACE(std::get<0>(row));
+    CQORPMessageBox box({.Caption = L"Trade Book", .Text = L"50 % & more", .Style = std::get<0>(row)});
     box.ButtonCaptions = {L"&Left", L"&Right && more"};
     const int answer = Show(box, [&row](wxDialog& dialog) {
-      EXPECT_EQ(ButtonsOf(dialog), row.Buttons);
-      EXPECT_TRUE(HasIcon(dialog, row.Icon));
+      const auto& [style, buttons, userKey, answers, icon, closes] = row;
+      EXPECT_EQ(ButtonsOf(dialog), buttons);
+      EXPECT_TRUE(HasIcon(dialog, icon));
       EXPECT_EQ(ChildrenOf<wxStaticText>(dialog).front()->GetLabelText(), L"50 % & more");
-      EXPECT_EQ(dialog.GetTitle(), L"Trade Book");
-      EXPECT_EQ(dialog.GetLayoutDirection() == wxLayout_RightToLeft, (row.Style & 0x80000) != 0);
-      EXPECT_TRUE(dialog.HasFlag(wxCAPTION));
-      EXPECT_EQ(dialog.HasFlag(wxCLOSE_BOX), row.Closes);
-      for (const int key : {int{'Q'}, row.Closes ? 'Q' : int{WXK_ESCAPE}}) Press(dialog, key);
+      EXPECT_TRUE(dialog.GetTitle() == L"Trade Book" && dialog.HasFlag(wxCAPTION));
+      EXPECT_EQ(dialog.GetLayoutDirection() == wxLayout_RightToLeft, (style & 0x80000) != 0);
+      EXPECT_EQ(dialog.HasFlag(wxCLOSE_BOX), closes);
+      Press(dialog, closes ? 'Q' : int{WXK_ESCAPE});
       Press(dialog, 'O', kControl);
-      if (row.Key == 0 || !row.Closes) dialog.Close();
-      if (row.Key != 0) Press(dialog, row.Key);
+      if (userKey == 0 || !closes) dialog.Close();
+      if (userKey != 0) Press(dialog, userKey);
     });
-    EXPECT_EQ(answer, row.Answer);
+    EXPECT_EQ(answer, std::get<3>(row));
   }
   const std::string printed = testing::internal::GetCapturedStderr();
   EXPECT_EQ(printed.find("CRITICAL"), std::string::npos) << printed;
