@@ -120,9 +120,6 @@ TEST_F(DockingTest, DocksBehindTheBarsOfASide) {
   EXPECT_EQ(first->GetPosition().x, 1) << "a bar has a frame of one pixel, the tabs have none";
   EXPECT_EQ(Tabs().GetRect().GetRight(), Main->GetClientSize().x - 1);
   EXPECT_EQ(Tabs().GetPosition().y, 0);
-  Bar->FloatControlBar(wxRect(60, 60, 900, 300));
-  for (const char* place : {"dr", "+"}) Move(Bar, place);
-  EXPECT_LE(Bar->GetSize().x, Main->GetClientSize().x * 6 / 10) << "a new dock leaves room for the tabs";
 }
 
 TEST_F(DockingTest, ShowsItsTitleAtEachPlace) {
