@@ -1,7 +1,8 @@
+// wx needs the system's header first.
+#include <windows.h>
+
 #include "toolkit/system/native_windows.h"
 
-#include <windows.h>
-// wx needs the system's header first.
 #include <wx/app.h>
 #include <wx/clipbrd.h>
 #include <wx/evtloop.h>
@@ -10,6 +11,7 @@
 #include <wx/msw/private.h>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 // The cursor follows the selection.
