@@ -11,7 +11,7 @@
 
 #include "book_windows/windows/book_screen.h"
 #include "book_windows/windows/trade_book_bar.h"
-#include "toolkit/bars/frame.h"
+#include "toolkit/bars/docking_manager.h"
 
 // Records the painted windows. A global filter, because wxWidgets 3.2 fails with handlers that come and go.
 class PaintWatch : public wxEventFilter {

@@ -4,7 +4,6 @@
 
 #include "fuzz/fuzz_functions.h"
 #include "grid_base/settings/settings_text.h"
-#include "grid_base/settings/tag_guard.h"
 #include "tests/grid_base/slow_settings_text.h"
 
 namespace {

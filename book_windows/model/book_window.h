@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "grid_base/settings/grid_font.h"
 #include "grid_base/settings/registry.h"
+#include "grid_base/settings/registry_store.h"
 
 class Book;
 class CQORPProp;

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "grid_base/settings/grid_font.h"
+#include "grid_base/settings/registry_store.h"
 #include "grid_ops/exports/csv_export.h"
 #include "grid_ops/rows/column_filter.h"
 #include "host_link/host_functions/function_table.h"

@@ -10,7 +10,6 @@
 #include "grid_base/windows/window_boxes.h"
 #include "grid_ops/exports/export_settings.h"
 #include "toolkit/dialogs/dialog.h"
-#include "toolkit/dialogs/file_dialog.h"
 #include "toolkit/dialogs/popups.h"
 
 namespace fs = std::filesystem;

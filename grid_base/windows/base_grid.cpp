@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "foundations/paths.h"
-#include "grid_base/windows/field_choose.h"
 #include "host_link/messages/packet_reader.h"
 #include "toolkit/dialogs/dialog.h"
 #include "toolkit/system/make_child.h"
@@ -77,12 +76,6 @@ void CVELDSGridCtrl::RemoveAllColumns() {
 void CVELDSGridCtrl::ShowColumns(bool visible) {
   for (int column = 0; column < GetColumnCount(); ++column) GetColumnsInfo().SetColumnVisible(column, visible);
   AdjustLayout();
-}
-
-void CVELDSGridCtrl::ChooseFields() {
-  const FocusReturn focus(*this);
-  CFieldChoose dialog(*this);
-  if (dialog.CreateOverGrid()) dialog.DoModal();
 }
 
 void CVELDSGridCtrl::ResetFilter() {

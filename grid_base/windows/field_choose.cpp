@@ -1,10 +1,15 @@
-#include "grid_base/windows/field_choose.h"
-
+// CFieldChoose: the dialog of "Field Choose", with a list of visible and one of hidden columns, and buttons that move a
+// column. The grid changes at once.
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
+#include <optional>
+
 #include "grid_base/settings/grid_types.h"
 #include "grid_base/windows/base_grid.h"
+#include "grid_base/windows/field_order.h"
+#include "toolkit/dialogs/controls.h"
+#include "toolkit/dialogs/dialog.h"
 #include "toolkit/system/make_child.h"
 
 namespace {
@@ -25,6 +30,35 @@ constexpr int kListHeight = 140;
 
 constexpr int kMarginPx = 10;
 constexpr int kGapPx = 6;
+
+class CFieldChoose : public CQORPDialog {
+ public:
+  explicit CFieldChoose(CVELDSGridCtrl& grid) : Grid(grid) {}
+  // Makes the window for DoModal over the grid; false if it could not be made.
+  bool CreateOverGrid();
+
+  // Restores the order of the columns.
+  void OnCancel() override;
+
+ protected:
+  void OnInitDialog() override;
+
+ private:
+  void MakeControls();
+  wxSizer* MakeLists();
+  wxSizer* MakeList(int id, const wchar_t* label, CQORPCheckListBox*& list);
+  wxSizer* MakeMoveButtons();
+  wxSizer* MakeEndButtons();
+  void OnKey(wxKeyEvent& event);
+  void Do(bool (FieldOrder::*command)());
+
+  CVELDSGridCtrl& Grid;
+  std::optional<FieldOrder> Order;
+  // Child windows.
+  CQORPCheckListBox* ShownList = nullptr;
+  CQORPCheckListBox* HiddenList = nullptr;
+  CQORPButton* OkButton = nullptr;
+};
 
 }  // namespace
 
@@ -117,4 +151,10 @@ void CFieldChoose::OnKey(wxKeyEvent& event) {
   } else {
     event.Skip();
   }
+}
+
+void CVELDSGridCtrl::ChooseFields() {
+  const FocusReturn focus(*this);
+  CFieldChoose dialog(*this);
+  if (dialog.CreateOverGrid()) dialog.DoModal();
 }

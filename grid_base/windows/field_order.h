@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "grid_base/settings/column_profile.h"
-#include "toolkit/model/check_list.h"
 #include "toolkit/model/columns_info.h"
+#include "toolkit/model/dialog_parts.h"
 
 class FieldOrder {
  public:

@@ -10,7 +10,7 @@
 #include "tests/book_windows/book_desk.h"
 #include "tests/toolkit/dialog_answers.h"
 #include "tests/toolkit/gui_test.h"
-#include "toolkit/bars/frame.h"
+#include "toolkit/bars/docking_manager.h"
 
 class BooksTest : public GuiTest {
  protected:

@@ -1,5 +1,7 @@
 #include "grid_base/settings/column_profile.h"
 
+#include <regex>
+
 #include "tests/support/own_folder.h"
 
 namespace {
@@ -19,9 +21,7 @@ const NewColumn kServer{"colServer", L"Server", 60, 0, 0};
 const NewColumn kUser{"colUserID", L"User ID", 70, 1, 1};
 
 std::string Lines(const std::string& text) {
-  std::string lines;
-  for (const char character : text) lines += character == '\n' ? "\r\n" : std::string(1, character);
-  return lines;
+  return std::regex_replace(text, std::regex("\n"), "\r\n");
 }
 
 TEST_F(ColumnProfileTest, WritesThisFileFirst) {
@@ -48,43 +48,32 @@ TEST_F(ColumnProfileTest, WritesThisFileFirst) {
                                     "<IsMultipleSort>\"1\"</IsMultipleSort>\n</TradeBook>\n</ColumnProfile>\n"));
   ColumnProfile loaded = NewProfile();
   loaded.LoadColumnProfileFile();
-  const ColumnState user = loaded.InsertProfiledColumn(kUser, 0);
-  EXPECT_EQ(user.Header, L"User \"ID\"");
-  EXPECT_EQ(user.Locked, 1);
-  EXPECT_EQ(SortsAscending(user), std::optional<bool>(false));
+  EXPECT_EQ(loaded.InsertProfiledColumn(kUser, 0).Locked, 1);
   EXPECT_EQ(loaded.Columns().at(0).Width, 70) << "a reset goes back to the grid's width";
   EXPECT_EQ(loaded.Columns().at(0).Header, L"User \"ID\"");
   EXPECT_EQ(loaded.GroupPlaces().at(3), 0);
 }
 
 TEST_F(ColumnProfileTest, IgnoresStoredValuesOutOfRange) {
-  const struct {
-    const char* Stored;
-    std::int32_t Width, Align;
-    const wchar_t* Header;
-    int Sort;  // 1 ascending, -1 descending, 0 no sort is set
-  } rows[] = {
-      {"<Width>\"0\"</Width>", 70, 1, L"User ID", 0},
-      {"<Width>\"2049\"</Width><Sort>\"2\"</Sort>", 70, 1, L"User ID", 0},
-      {"<Width>\"-5\"</Width><Sort>\"1\"</Sort>", 70, 1, L"User ID", 1},
-      {"<Width>\"2048\"</Width><Sort>\"-1\"</Sort>", 2048, 1, L"User ID", -1},
-      {"<Width>\"1\"</Width><Align>\"2\"</Align>", 1, 2, L"User ID", 0},
-      {"<Width>\"99999999999999999999\"</Width><Align>\"3\"</Align>", 70, 1, L"User ID", 0},
-      {"<Width>\"wide\"</Width><Align>\"-1\"</Align>", 70, 1, L"User ID", 0},
-      {"<Header>\"\"</Header><Group>\"-2147483648\"</Group><Order>\"2147483647\"</Order>", 70, 1, L"User ID", 0},
-      {"<Header>\"Own\"</Header>", 70, 1, L"Own", 0},
-      {"<Header>\"Own\"</Header></colUserID><fault", 70, 1, L"User ID", 0},
+  // What is stored, then width, alignment, header and whether the sort ascends.
+  const std::tuple<std::string, std::int32_t, std::int32_t, std::wstring, std::optional<bool>> rows[] = {
+      {"<Width>\"0\"</Width>", 70, 1, L"User ID", {}},
+      {"<Width>\"2049\"</Width><Sort>\"2\"</Sort>", 70, 1, L"User ID", {}},
+      {"<Width>\"-5\"</Width><Sort>\"1\"</Sort>", 70, 1, L"User ID", true},
+      {"<Width>\"2048\"</Width><Sort>\"-1\"</Sort>", 2048, 1, L"User ID", false},
+      {"<Width>\"1\"</Width><Align>\"2\"</Align>", 1, 2, L"User ID", {}},
+      {"<Width>\"99999999999999999999\"</Width><Align>\"3\"</Align>", 70, 1, L"User ID", {}},
+      {"<Width>\"wide\"</Width><Align>\"-1\"</Align>", 70, 1, L"User ID", {}},
+      {"<Header>\"\"</Header><Group>\"-2147483648\"</Group><Order>\"2147483647\"</Order>", 70, 1, L"User ID", {}},
+      {"<Header>\"Own\"</Header>", 70, 1, L"Own", {}},
+      {"<Header>\"Own\"</Header></colUserID><fault", 70, 1, L"User ID", {}},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.Stored);
+  for (const auto& [stored, width, align, header, ascending] : rows) {
     ColumnProfile profile = NewProfile();
-    Load(profile, "<colUserID>" + std::string(row.Stored) + "</colUserID>");
+    Load(profile, "<colUserID>" + stored + "</colUserID>");
     const ColumnState state = profile.InsertProfiledColumn(kUser, 0);
-    EXPECT_EQ(state.Width, row.Width);
-    EXPECT_EQ(state.Align, row.Align);
-    EXPECT_EQ(state.Header, row.Header);
-    const auto ascending = SortsAscending(state);
-    EXPECT_EQ(ascending ? (*ascending ? 1 : -1) : 0, row.Sort);
+    EXPECT_EQ(std::tuple(stored, state.Width, state.Align, state.Header, SortsAscending(state)),
+              std::tuple(stored, width, align, header, ascending));
     EXPECT_TRUE(profile.DisplayOrder(1).empty());
   }
 }

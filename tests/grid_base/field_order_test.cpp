@@ -28,7 +28,7 @@ std::wstring TextOf(const CheckList& list) {
   std::wstring text;
   for (int i = 0; i < list.GetItemCount(); ++i) {
     const std::wstring item = list.GetItemText(i) + (list.GetCheck(i) ? L"+" : L"");
-    text += (i == 0 ? L"" : L" ") + (i == list.GetCurSel() ? L"[" + item + L"]" : item);
+    text += i == list.GetCurSel() ? L"[" + item + L"]" : item;
   }
   return text;
 }
@@ -41,36 +41,33 @@ void FillColumns(CQORPGridColumnsInfo& columns) {
 }
 
 TEST(FieldOrder, CommandsMoveItemsAndColumns) {
-  struct Row {
-    const char* Commands;  // 0 to 3 and a to c select; + checks all hidden items, - clears the selected one
-    const wchar_t *Shown, *Hidden;
-    std::vector<int> Columns;
+  // The commands, of which 0 to 3 and a to c select, + checks all hidden items, - clears the selected one; the lists
+  // and the columns then.
+  const std::tuple<std::string, std::wstring, std::wstring, std::vector<int>> rows[] = {
+      {"", L"D+A+B+", L"CBE", {4, 0, 1}},
+      {"udhs", L"D+A+B+", L"CBE", {4, 0, 1}},
+      {"0u", L"[D+]A+B+", L"CBE", {4, 0, 1}},
+      {"2d", L"D+A+[B+]", L"CBE", {4, 0, 1}},
+      {"1u", L"[A+]D+B+", L"CBE", {0, 4, 1}},
+      {"1-u", L"[A]D+B+", L"CBE", {0, 4, 1}},
+      {"0dd", L"A+B+[D+]", L"CBE", {0, 1, 4}},
+      {"2h", L"D+[A+]", L"BCBE", {4, 0}},
+      {"+0h", L"[A+]B+", L"DC+B+E", {0, 1}},  // inserts at the top, clears at the bottom
+      {"0hhhh", L"", L"BADCBE", {}},
+      {"as", L"D+A+B+C+", L"[B]E", {4, 0, 1, 2}},
+      {"0has", L"[A+]B+D+", L"[C]BE", {0, 1, 4}},  // behind all others, not back to its place
+      {"0hbs", L"[A+]B+C+", L"D[B]E", {0, 1, 2}},
+      {"bs", L"D+A+B+B+", L"C[E]", {4, 0, 1, 3}},
+      {"bs3u", L"D+A+[B+]B+", L"C[E]", {4, 0, 1, 3}},  // moves the first of two columns with one header
+      {"bs3uu", L"D+[B+]A+B+", L"C[E]", {4, 1, 0, 3}},
+      {"bs3h", L"D+A+[B+]", L"B[C]E", {4, 0, 3}},
+      {"csbs", L"D+A+B+E+B+", L"[C]", {4, 0, 1, 3}},
+      {"1ur", L"[A+]D+B+", L"CBE", {4, 0, 1}},
+      {"1uhr", L"[D+]B+", L"ACBE", {4, 1}},
+      {"as3uuur", L"[C+]D+A+B+", L"[B]E", {4, 0, 1, 2}},
   };
-  const Row rows[] = {
-      {"", L"D+ A+ B+", L"C B E", {4, 0, 1}},
-      {"udhs", L"D+ A+ B+", L"C B E", {4, 0, 1}},
-      {"0u", L"[D+] A+ B+", L"C B E", {4, 0, 1}},
-      {"2d", L"D+ A+ [B+]", L"C B E", {4, 0, 1}},
-      {"1u", L"[A+] D+ B+", L"C B E", {0, 4, 1}},
-      {"1-u", L"[A] D+ B+", L"C B E", {0, 4, 1}},
-      {"0dd", L"A+ B+ [D+]", L"C B E", {0, 1, 4}},
-      {"2h", L"D+ [A+]", L"B C B E", {4, 0}},
-      {"+0h", L"[A+] B+", L"D C+ B+ E", {0, 1}},  // inserts at the top, clears at the bottom
-      {"0hhhh", L"", L"B A D C B E", {}},
-      {"as", L"D+ A+ B+ C+", L"[B] E", {4, 0, 1, 2}},
-      {"0has", L"[A+] B+ D+", L"[C] B E", {0, 1, 4}},  // behind all others, not back to its place
-      {"0hbs", L"[A+] B+ C+", L"D [B] E", {0, 1, 2}},
-      {"bs", L"D+ A+ B+ B+", L"C [E]", {4, 0, 1, 3}},
-      {"bs3u", L"D+ A+ [B+] B+", L"C [E]", {4, 0, 1, 3}},  // moves the first of two columns with one header
-      {"bs3uu", L"D+ [B+] A+ B+", L"C [E]", {4, 1, 0, 3}},
-      {"bs3h", L"D+ A+ [B+]", L"B [C] E", {4, 0, 3}},
-      {"csbs", L"D+ A+ B+ E+ B+", L"[C]", {4, 0, 1, 3}},
-      {"1ur", L"[A+] D+ B+", L"C B E", {4, 0, 1}},
-      {"1uhr", L"[D+] B+", L"A C B E", {4, 1}},
-      {"as3uuur", L"[C+] D+ A+ B+", L"[B] E", {4, 0, 1, 2}},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.Commands);
+  for (const auto& [commands, shownText, hiddenText, places] : rows) {
+    SCOPED_TRACE(commands);
     CQORPGridColumnsInfo columns;
     FillColumns(columns);
     FieldOrder::ColumnTable table;
@@ -78,7 +75,7 @@ TEST(FieldOrder, CommandsMoveItemsAndColumns) {
     FakeList shown, hidden;
     FieldOrder order(columns, table, shown, hidden);
     order.Fill();
-    for (const char command : std::string(row.Commands)) {
+    for (const char command : commands) {
       if (command == 'u') order.MoveUp();
       if (command == 'd') order.MoveDown();
       if (command == 'h') order.Hide();
@@ -90,9 +87,8 @@ TEST(FieldOrder, CommandsMoveItemsAndColumns) {
       if (command >= '0' && command <= '3') shown.SetCurSel(command - '0');
       if (command >= 'a' && command <= 'c') hidden.SetCurSel(command - 'a');
     }
-    EXPECT_EQ(TextOf(shown), row.Shown);
-    EXPECT_EQ(TextOf(hidden), row.Hidden);
-    EXPECT_EQ(columns.DisplayColumns(), row.Columns);
+    EXPECT_EQ(std::pair(TextOf(shown), TextOf(hidden)), std::pair(shownText, hiddenText));
+    EXPECT_EQ(columns.DisplayColumns(), places);
   }
 }
 

@@ -1,7 +1,7 @@
 // The small parts of a grid: folder paths, type names, fonts.
 #include "foundations/paths.h"
-#include "grid_base/settings/grid_font.h"
 #include "grid_base/settings/grid_types.h"
+#include "grid_base/settings/registry_store.h"
 #include "grid_base/settings/xml_settings.h"
 #include "tests/support/own_folder.h"
 
@@ -30,9 +30,8 @@ TEST_F(GridPartsTest, BuildsFoldersAndPath) {
 }
 
 TEST(GridTypeNameTest, NamesKnownCodesOnly) {
-  const std::pair<int, const wchar_t*> rows[] = {{-1, L""},      {0, L"Alert"},         {22, L"NetPostionHistory"},
-                                                 {41, L"Trade"}, {49, L"NetPosExpiry"}, {50, L""}};
-  for (const auto& [code, name] : rows) EXPECT_EQ(GridTypeName(code), name) << code;
+  EXPECT_EQ(GridTypeName(49), L"NetPosExpiry");
+  for (const int unknown : {-1, 50}) EXPECT_EQ(GridTypeName(unknown), L"");
 }
 
 TEST(GridFontTest, TakesTheFontOfTheSectionOrABoldOne) {
@@ -61,6 +60,10 @@ TEST(GridFontTest, TakesTheFontOfTheSectionOrABoldOne) {
   ASSERT_TRUE(stored);
   EXPECT_EQ(stored->CharSet, 2);
   EXPECT_EQ(std::u16string(stored->FaceName), std::u16string(31, u'\xAAAA'));
+  settings.Write(L"Font", std::wstring(2 * sizeof(GridFont), L'0'));
+  const auto zero = LoadGridFont(settings, L"TradeGrid", current);
+  ASSERT_TRUE(zero);
+  EXPECT_TRUE(zero->Height == 0 && zero->Weight == 0 && zero->FaceName[0] == 0) << "zeros are a font, too";
 }
 
 }  // namespace

@@ -11,7 +11,7 @@
 #include "tests/terminal/test_files.h"
 #include "tests/toolkit/gui_test.h"
 #include "toolkit/bars/docking_manager.h"
-#include "toolkit/dialogs/file_dialog.h"
+#include "toolkit/dialogs/dialog.h"
 #include "toolkit/dialogs/message_box.h"
 #include "toolkit/system/make_child.h"
 

@@ -5,26 +5,13 @@
 namespace {
 
 TEST(BarPlace, IsOneLineOfText) {
-  const BarPlace docked{.State = BarState::Docked,
-                        .Shown = true,
-                        .Left = -220,
-                        .Top = 150,
-                        .Width = 420,
-                        .Height = 260,
-                        .Side = DockSide::Bottom,
-                        .Layer = 1,
-                        .Row = 2,
-                        .Position = 3,
-                        .Proportion = 4,
-                        .DockWidth = 300,
-                        .DockHeight = 200};
+  const BarPlace docked{BarState::Docked, true, -220, 150, 420, 260, DockSide::Bottom, 1, 2, 3, 4, 300, 200};
   EXPECT_EQ(BarPlaceText(docked), L"1;docked;1;-220;150;420;260;bottom;1;2;3;4;300;200");
   const wchar_t* lines[] = {
       L"1;docked;1;-220;150;420;260;bottom;1;2;3;4;300;200", L"1;floating;0;-32767;32767;1;32767;left;0;0;0;0;1;1",
       L"1;tabbed;0;0;0;1;1;right;32767;32767;32767;100000000;32767;32767", L"1;docked;0;0;0;1;1;top;0;0;0;0;1;1"};
   for (const wchar_t* line : lines) {
-    SCOPED_TRACE(testing::PrintToString(std::wstring(line)));
-    ASSERT_TRUE(ParseBarPlace(line));
+    ASSERT_TRUE(ParseBarPlace(line)) << testing::PrintToString(std::wstring(line));
     EXPECT_EQ(BarPlaceText(*ParseBarPlace(line)), line);
   }
   EXPECT_EQ(ParseBarPlace(lines[0]), docked);
@@ -51,17 +38,14 @@ TEST(BarPlace, RejectsOtherText) {
     fields[field] = text;
     EXPECT_FALSE(ParseBarPlace(join(fields))) << field << ' ' << testing::PrintToString(std::wstring(text));
   }
-  for (std::size_t count = 1; count < good.size(); ++count)
-    EXPECT_FALSE(ParseBarPlace(join({good.begin(), good.begin() + static_cast<std::ptrdiff_t>(count)}))) << count;
+  for (auto end = good.end() - 1; end != good.begin(); --end) EXPECT_FALSE(ParseBarPlace(join({good.begin(), end})));
   EXPECT_FALSE(ParseBarPlace(L""));
 }
 
 TEST(BarPlace, KeepsAFloatingBarWhereTheMouseCanGripIt) {
   // A panel of 40 pixels takes the top of the first display; the second one stands to the left of it.
   const DisplayArea displays[] = {{{0, 0, 1000, 800}, {0, 40, 1000, 760}}, {{-500, 0, 500, 600}, {-500, 0, 500, 600}}};
-  const struct {
-    ScreenRect Wanted, Expected;
-  } rows[] = {
+  const std::pair<ScreenRect, ScreenRect> rows[] = {
       {{300, 200, 400, 300}, {300, 200, 400, 300}},
       {{300, 200, 0, 300}, {100, 100, 530, 300}},
       {{300, 200, 400, -1}, {100, 100, 530, 300}},
@@ -77,10 +61,8 @@ TEST(BarPlace, KeepsAFloatingBarWhereTheMouseCanGripIt) {
       {{300, 789, 400, 300}, {100, 100, 400, 300}},
       {{0, 40, 5000, 4000}, {0, 40, 1500, 800}},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(testing::Message() << row.Wanted.Left << ' ' << row.Wanted.Top << ' ' << row.Wanted.Width);
-    EXPECT_EQ(UsableFloatRect(row.Wanted, displays), row.Expected);
-  }
+  for (const auto& [wanted, expected] : rows)
+    EXPECT_EQ(UsableFloatRect(wanted, displays), expected) << wanted.Left << ' ' << wanted.Top << ' ' << wanted.Width;
   EXPECT_EQ(UsableFloatRect({20, 20, 400, 300}, {}), (ScreenRect{100, 100, 400, 300}));
 }
 

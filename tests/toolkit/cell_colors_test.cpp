@@ -17,19 +17,16 @@ TEST(CellColors, CellsAndThemeWithoutMarks) {
 }
 
 TEST(CellColors, ASelectedRowDiffersAndStaysReadable) {
-  const struct {
-    std::optional<ColorRef> Background, Text;
-    CellColors Expected;
-  } cases[] = {
+  const std::tuple<std::optional<ColorRef>, std::optional<ColorRef>, CellColors> cases[] = {
       {kBlue, kWhite, {0x6B0000, kWhite}},
       {kRed, kWhite, {0x00006B, kWhite}},
       {kPaleGreen, 0x000000, {0xD0AE5A, 0x000000}},
       {0x101010, 0x303030, {0x7D4907, kWhite}},  // as given it could not be read
       {{}, {}, {kTheme.Highlight, kWhite}},
   };
-  for (const auto& test : cases) {
-    const CellColors colors = ColorsOf(test.Background, test.Text, {.Selected = true}, kTheme);
-    EXPECT_EQ(colors, test.Expected) << std::hex << colors.Background << ' ' << colors.Text;
+  for (const auto& [background, text, expected] : cases) {
+    const CellColors colors = ColorsOf(background, text, {.Selected = true}, kTheme);
+    EXPECT_EQ(colors, expected) << std::hex << colors.Background << ' ' << colors.Text;
     EXPECT_GE(Contrast(colors.Background, colors.Text), 4.4);
   }
 }
@@ -39,11 +36,6 @@ TEST(CellColors, TextsAreMadeOutOnAnyBackground) {
   EXPECT_EQ(ReadableText(0x0000FF, 0xF4F5F6), 0x0000FFu);
   EXPECT_EQ(ReadableText(0xFF0000, 0x303030), 0xFF6666u) << "blue, but lighter";
   EXPECT_EQ(ReadableText(kWhite, kWhite), 0x808080u);
-}
-
-TEST(CellColors, ContrastOfKnownPairs) {
-  EXPECT_NEAR(Contrast(0x000000, kWhite), 21, 0.01);
-  EXPECT_NEAR(Contrast(kWhite, kRed), 4.0, 0.01);
   EXPECT_NEAR(Contrast(0x777777, kWhite), 4.48, 0.01);
 }
 

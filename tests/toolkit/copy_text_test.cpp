@@ -32,12 +32,11 @@ TEST(CopyText, TakesSelectedRowsAndVisibleColumnsOnce) {
 }
 
 TEST(CopyText, KeepsEveryCellOneAndAsItStands) {
-  struct Case {
+  const struct {
     std::wstring Cell, Text;
     std::string Html;
     bool StaysText = false;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {L"", L"", ""},
       {L"a\tb\r\nc\x1F\x7F", L"a b  c  ", "a b  c  "},
       {L"R&D <\"x\">", L"R&D <\"x\">", "R&amp;D &lt;&quot;x&quot;&gt;"},
@@ -59,7 +58,7 @@ TEST(CopyText, KeepsEveryCellOneAndAsItStands) {
   columns.InsertColumn(0, L"", 50);
   RowSelection selection;
   selection.SetRows(1);
-  for (const Case& one : cases) {
+  for (const auto& one : cases) {
     SCOPED_TRACE(one.Html);
     const auto cell = [&one](int, int) -> std::wstring_view { return one.Cell; };
     const CopiedRows copied = CopyAsTextAndHtml({columns, selection, cell}, L"\n");

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "toolkit/dialogs/file_dialog.h"
+#include "toolkit/dialogs/dialog.h"
 
 int DialogAnswers::Enter(wxDialog* dialog) {
   if (auto* file = dynamic_cast<CQORPFileDialog*>(dialog)) {

@@ -14,11 +14,17 @@ constexpr DialogControl kControls[] = {
     {30031, L"", 22, 70, 50, 8},
 };
 
-class DialogTest : public GuiTest {};
+class DialogTest : public GuiTest {
+ protected:
+  CQORPDialog& MakeDialog() {
+    CQORPDialog& dialog = MakeChild<CQORPDialog>();
+    EXPECT_TRUE(dialog.CreateChild(Frame, wxID_ANY, 200, 80, kControls));
+    return dialog;
+  }
+};
 
 TEST_F(DialogTest, AnchoredControlsFollowTheSizeByTheirShare) {
-  CQORPDialog& dialog = MakeChild<CQORPDialog>();
-  ASSERT_TRUE(dialog.CreateChild(Frame, wxID_ANY, 200, 80, kControls));
+  CQORPDialog& dialog = MakeDialog();
   EXPECT_EQ(dialog.GetSize(), dialog.ConvertDialogToPixels(wxSize(200, 80)));
   EXPECT_EQ(dialog.GetStatic(30031)->GetRect(), dialog.FromDialogUnits(wxRect(22, 70, 50, 8)));
   EXPECT_EQ(dialog.GetStatic(30032), nullptr);
@@ -30,37 +36,28 @@ TEST_F(DialogTest, AnchoredControlsFollowTheSizeByTheirShare) {
   dialog.AddAnchor(fill, {.SizeXPercent = 100, .SizeYPercent = 100});
   dialog.AddAnchor(line, {.MoveYPercent = 100});
   dialog.AddAnchor(half, {.MoveXPercent = 50, .MoveYPercent = 100, .SizeXPercent = 50});
-  const struct {
-    wxSize Size;
-    wxRect Fill, Line, Half;
-  } rows[] = {
+  const std::tuple<wxSize, wxRect, wxRect, wxRect> rows[] = {
       {{600, 300}, {0, 0, 600, 270}, {10, 280, 60, 15}, {200, 280, 200, 15}},
       {{300, 100}, {0, 0, 300, 70}, {10, 80, 60, 15}, {50, 80, 50, 15}},
       {{0, 20}, {0, 0, 0, 0}, {10, 0, 60, 15}, {-100, 0, 0, 15}},
       {{400, 200}, {0, 0, 400, 170}, {10, 180, 60, 15}, {100, 180, 100, 15}},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.Size.x);
-    dialog.SetSize(row.Size);
+  for (const auto& [size, fillRect, lineRect, halfRect] : rows) {
+    dialog.SetSize(size);
     dialog.AdjustControlsLayout();
-    EXPECT_EQ(line->GetRect(), row.Line);
-    if (row.Size.x == 0) continue;  // a window without an area is not the same on every platform
-    EXPECT_EQ(fill->GetRect(), row.Fill);
-    EXPECT_EQ(half->GetRect(), row.Half);
+    EXPECT_EQ(line->GetRect(), lineRect) << size.x;
+    if (size.x == 0) continue;  // a window without an area is not the same on every platform
+    EXPECT_EQ(fill->GetRect(), fillRect) << size.x;
+    EXPECT_EQ(half->GetRect(), halfRect) << size.x;
   }
 }
 
 TEST_F(DialogTest, AStaticPaintsOnlyIfItChanges) {
-  CQORPDialog& dialog = MakeChild<CQORPDialog>();
-  ASSERT_TRUE(dialog.CreateChild(Frame, wxID_ANY, 200, 80, kControls));
+  CQORPDialog& dialog = MakeDialog();
   CQORPStatic& text = *dialog.GetStatic(30031);
   ASSERT_TRUE(PumpUntil([&text] { return text.GetPaintCount() > 0; }));
   const wxFont bold = dialog.GetFont().Bold();
-  const struct {
-    const char* Name;
-    std::function<void()> Change;
-    bool Paints;
-  } rows[] = {
+  const std::tuple<const char*, std::function<void()>, bool> rows[] = {
       {"text", [&] { text.SetWindowText(L"1500"); }, true},
       {"the same text", [&] { text.SetWindowText(L"1500"); }, false},
       {"colour", [&] { text.SetTextColor(0x0000FF); }, true},
@@ -68,15 +65,14 @@ TEST_F(DialogTest, AStaticPaintsOnlyIfItChanges) {
       {"theme's colour", [&] { text.SetTextColor({}); }, true},
       {"the dialog's font", [&] { dialog.SetFont(bold); }, true},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.Name);
+  for (const auto& [what, change, paints] : rows) {
     // A second static that is always painted shows that painting is over.
     Pump();
     const int before = text.GetPaintCount(), otherBefore = dialog.GetStatic(30030)->GetPaintCount();
-    row.Change();
+    change();
     dialog.GetStatic(30030)->Refresh();
     ASSERT_TRUE(PumpUntil([&] { return dialog.GetStatic(30030)->GetPaintCount() > otherBefore; }));
-    EXPECT_EQ(text.GetPaintCount() > before, row.Paints);
+    EXPECT_EQ(text.GetPaintCount() > before, paints) << what;
   }
   EXPECT_EQ(text.GetFont(), bold);
   EXPECT_EQ(text.GetToolTipText(), L"");

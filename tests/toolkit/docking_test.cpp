@@ -1,14 +1,14 @@
 #include <wx/aui/auibook.h>
 #include <wx/aui/framemanager.h>
+#include <wx/menu.h>
 #include <wx/textctrl.h>
+#include <wx/timer.h>
+#include <wx/uiaction.h>
 
-#include <filesystem>
-#include <functional>
-
-#include "grid_base/settings/registry_store.h"
+#include "grid_base/settings/xml_settings.h"
 #include "tests/toolkit/gui_test.h"
 #include "toolkit/bars/docking_control_bar.h"
-#include "toolkit/bars/frame.h"
+#include "toolkit/bars/docking_manager.h"
 #include "toolkit/system/make_child.h"
 
 namespace {
@@ -19,14 +19,8 @@ class NotedBar : public CQORPDockingControlBar {
  public:
   explicit NotedBar(int& living) : Living(living) { ++Living; }
   ~NotedBar() override { --Living; }
-  void OnPressCloseButton() override {
-    ++ClosePresses;
-    CQORPDockingControlBar::OnPressCloseButton();
-  }
-  int OnTabCloseButton() override {
-    ++TabClosePresses;
-    return TabGoes;
-  }
+  void OnPressCloseButton() override { ++ClosePresses, CQORPDockingControlBar::OnPressCloseButton(); }
+  int OnTabCloseButton() override { return ++TabClosePresses, TabGoes; }
   bool PreTranslateMessage(wxKeyEvent& event) override {
     Keys.push_back(event.GetKeyCode());
     return event.GetKeyCode() == WXK_ESCAPE;
@@ -48,27 +42,28 @@ class DockingTest : public GuiTest {
     Main = &MakeChild<CQORPFrame>(nullptr, wxID_ANY, L"Terminal", wxRect(60, 40, 1000, 640));
     Main->Show();
     ASSERT_TRUE(PumpUntil([this] { return Main->IsShownOnScreen(); }));
-    Bar = MakeBar(L"Book 1");
+    Bar = MakeBar(L"Book 1", Main->GetDockingManager());
   }
   void TearDown() override {
-    if (Main != nullptr) Main->Destroy();
-    Pump();
-    EXPECT_EQ(Living, 0);
-    std::filesystem::remove(SettingsFile);
+    DestroyFrame();
     GuiTest::TearDown();
   }
-  NotedBar* MakeBar(const std::wstring& caption) { return MakeBar(caption, Main->GetDockingManager()); }
-  NotedBar* MakeBar(const std::wstring& caption, CQORPDockingManager& manager) {
+  void DestroyFrame() {
+    if (Main != nullptr) std::exchange(Main, nullptr)->Destroy();
+    Pump();
+    EXPECT_EQ(Living, 0);
+  }
+  NotedBar* MakeBar(const std::wstring& caption, CQORPDockingManager& manager, const char* place = "-") {
     NotedBar& bar = MakeChild<NotedBar>(Living);
     EXPECT_TRUE(bar.CreateBar(manager, caption, kFloatRect, 30029));
     bar.Edit = &MakeChild<wxTextCtrl>(&bar, wxID_ANY, wxEmptyString, wxPoint(5, 5));
+    Move(&bar, place);
+    if (*place != '-') Move(&bar, "+");
     return &bar;
   }
+  NotedBar* MakeBar(const char* place) { return MakeBar(L"Other", Main->GetDockingManager(), place); }
   wxAuiNotebook& Tabs() {
-    for (wxWindow* child : Main->GetChildren())
-      if (auto* tabs = dynamic_cast<wxAuiNotebook*>(child)) return *tabs;
-    ADD_FAILURE() << "no tabs";
-    std::abort();
+    return dynamic_cast<wxAuiNotebook&>(*wxAuiManager::GetManager(Main)->GetPane(L"tabs").window);
   }
   wxAuiPaneInfo& Pane(NotedBar* bar) { return wxAuiManager::GetManager(Main)->GetPane(bar); }
   // The state of the bar on the screen: f for floating, d with the side for docked, t for tabbed, - for hidden.
@@ -76,47 +71,21 @@ class DockingTest : public GuiTest {
     std::string text = bar->IsBarShown() ? "" : "-";
     if (bar->IsFloating()) text += "f";
     if (bar->IsMDITabbed()) text += "t";
-    if (bar->IsDocked()) text += "d" + std::string(1, SideOnScreen(bar));
-    EXPECT_EQ(bar->GetParentMiniFrame() != nullptr, bar->IsFloating());
+    if (bar->IsDocked()) text += {'d', "?trbl"[Pane(bar).dock_direction]};
     EXPECT_EQ(bar->GetParentMDIChild() != nullptr, bar->IsMDITabbed());
     EXPECT_EQ(bar->IsShownOnScreen(), bar->IsBarShown());
-    EXPECT_EQ(bar->Edit->GetParent(), bar);
     return text;
   }
   // Moves the bar to the place that Standing tells as that text; + shows it.
   static void Move(NotedBar* bar, const std::string& place) {
-    constexpr std::string_view kSides = "lrtb";
     if (place == "-") bar->ShowControlBar(false);
     if (place == "+") bar->ShowControlBar(true);
     if (place == "f") bar->FloatControlBar(bar->GetFloatRect());
     if (place == "t") bar->TabControlBar();
-    if (place[0] == 'd') bar->DockControlBar(static_cast<DockSide>(kSides.find(place[1])));
-    Pump();
-  }
-  char SideOnScreen(NotedBar* bar) {
-    const wxRect middle = Tabs().GetScreenRect(), place = bar->GetScreenRect();
-    if (place.GetRight() < middle.x) return 'l';
-    if (place.x > middle.GetRight()) return 'r';
-    return place.GetBottom() < middle.y ? 't' : place.y > middle.GetBottom() ? 'b' : '?';
-  }
-  void PressPaneClose(NotedBar* bar) {
-    wxAuiManagerEvent event(wxEVT_AUI_PANE_BUTTON);
-    event.SetManager(wxAuiManager::GetManager(Main));
-    event.SetPane(&Pane(bar));
-    event.SetButton(wxAUI_BUTTON_CLOSE);
-    event.GetManager()->OnPaneButton(event);
-    Pump();
-  }
-  void PressTabClose(NotedBar* bar) {
-    wxAuiNotebookEvent event(wxEVT_AUINOTEBOOK_PAGE_CLOSE, Tabs().GetId());
-    event.SetSelection(Tabs().FindPage(bar->GetParentMDIChild()));
-    event.SetEventObject(&Tabs());
-    Tabs().GetEventHandler()->ProcessEvent(event);
-    EXPECT_FALSE(event.IsAllowed());
+    if (place[0] == 'd') bar->DockControlBar(static_cast<DockSide>(std::string_view("lrtb").find(place[1])));
     Pump();
   }
 
-  const std::filesystem::path SettingsFile = std::filesystem::current_path() / "docking_test_settings.xml";
   int Living = 0;
   CQORPFrame* Main = nullptr;
   NotedBar* Bar = nullptr;
@@ -145,24 +114,16 @@ TEST_F(DockingTest, MovesToEachPlaceAndComesBackToIt) {
 }
 
 TEST_F(DockingTest, DocksBehindTheBarsOfASide) {
-  NotedBar* bars[] = {Bar, MakeBar(L"Second"), MakeBar(L"Third")};
-  for (NotedBar* bar : bars) {
-    bar->DockControlBar(DockSide::Left);
-    bar->ShowControlBar(true);
-  }
-  Pump();
-  EXPECT_LT(bars[0]->GetScreenPosition().y, bars[1]->GetScreenPosition().y);
-  EXPECT_LT(bars[1]->GetScreenPosition().y, bars[2]->GetScreenPosition().y);
-  EXPECT_EQ(Pane(bars[2]).dock_pos, 2);
-  EXPECT_EQ(bars[0]->GetPosition().x, 1) << "a bar has a frame of one pixel, the tabs have none";
+  NotedBar *first = MakeBar("dl"), *second = MakeBar("dl"), *third = MakeBar("dl");
+  EXPECT_LT(first->GetRect().GetBottom(), second->GetRect().y);
+  EXPECT_LT(second->GetRect().GetBottom(), third->GetRect().y);
+  EXPECT_EQ(first->GetPosition().x, 1) << "a bar has a frame of one pixel, the tabs have none";
   EXPECT_EQ(Tabs().GetRect().GetRight(), Main->GetClientSize().x - 1);
   EXPECT_EQ(Tabs().GetPosition().y, 0);
 }
 
 TEST_F(DockingTest, ShowsItsTitleAtEachPlace) {
-  NotedBar* other = MakeBar(L"Other");
-  other->TabControlBar();
-  other->ShowControlBar(true);
+  MakeBar("t");
   Bar->ShowControlBar(true);
   Bar->SetBarTitle(L"Trade Book : All");
   EXPECT_EQ(Bar->GetParentMiniFrame()->GetTitle(), L"Trade Book : All");
@@ -172,39 +133,86 @@ TEST_F(DockingTest, ShowsItsTitleAtEachPlace) {
   EXPECT_EQ(Tabs().GetPageText(1), L"A & B");
   EXPECT_EQ(Bar->GetParentMDIChild()->GetTitle(), L"A & B");
   Bar->GetParentMDIChild()->SetTitle(L"Page");
-  EXPECT_EQ(Tabs().GetPageText(1), L"Page");
-  EXPECT_EQ(Tabs().GetPageText(0), L"Other");
+  EXPECT_EQ(Tabs().GetPageText(0) + L", " + Tabs().GetPageText(1), L"Other, Page");
   Bar->DockControlBar(DockSide::Left);
   EXPECT_EQ(Pane(Bar).caption, L"A & B");
-  EXPECT_EQ(Bar->GetBarName(), L"Book 1");
-  EXPECT_EQ(Bar->GetDlgCtrlID(), 30029U);
 }
 
 TEST_F(DockingTest, CloseButtonsAskTheBar) {
-  Bar->ShowControlBar(true);
+  Move(Bar, "+");
   Bar->GetParentMiniFrame()->Close();
   Pump();
   EXPECT_EQ(Standing(Bar), "-");
-  Bar->DockControlBar(DockSide::Left);
-  Bar->ShowControlBar(true);
-  PressPaneClose(Bar);
+  for (const char* place : {"dl", "+"}) Move(Bar, place);
+  wxAuiManagerEvent event(wxEVT_AUI_PANE_BUTTON);
+  event.SetManager(wxAuiManager::GetManager(Main));
+  event.SetPane(&Pane(Bar));
+  event.SetButton(wxAUI_BUTTON_CLOSE);
+  event.GetManager()->OnPaneButton(event);
+  Pump();
   EXPECT_EQ(Standing(Bar), "-");
-  Bar->TabControlBar();
-  Bar->ShowControlBar(true);
-  Bar->TabGoes = 0;
-  PressTabClose(Bar);
-  EXPECT_EQ(Standing(Bar), "t");
-  Bar->TabGoes = 1;
-  PressTabClose(Bar);
-  EXPECT_EQ(Standing(Bar), "-");
+  for (const char* place : {"t", "+"}) Move(Bar, place);
+  for (const int goes : {0, 1}) {
+    Bar->TabGoes = goes;
+    wxAuiNotebookEvent close(wxEVT_AUINOTEBOOK_PAGE_CLOSE, Tabs().GetId());
+    close.SetSelection(0);
+    Tabs().GetEventHandler()->ProcessEvent(close);
+    EXPECT_FALSE(close.IsAllowed());
+    Pump();
+    EXPECT_EQ(Standing(Bar), goes == 0 ? "t" : "-");
+  }
   EXPECT_EQ(Bar->ClosePresses, 2);
   EXPECT_EQ(Bar->TabClosePresses, 2);
 }
 
+// The entries of a menu, checked ones in brackets, disabled ones not at all.
+wxString EntriesOf(const wxMenu& menu) {
+  wxString text;
+  for (const wxMenuItem* item : menu.GetMenuItems()) {
+    const bool checked = item->IsCheckable() && item->IsChecked();
+    if (item->IsEnabled()) text += checked ? L"[" + item->GetItemLabelText() + L"]" : item->GetItemLabelText();
+  }
+  return text;
+}
+
+// With the pointer and the keyboard of the display, on a caption or a tab.
+TEST_F(DockingTest, ARightClickOpensTheMenuOfTheBar) {
+  ASSERT_TRUE(GiveRealFocus(*Main));
+  wxString entries;
+  int key = 0;
+  wxTimer typist;  // a key that comes before the menu listens is lost
+  typist.Bind(wxEVT_TIMER, [&key](wxTimerEvent&) { wxUIActionSimulator().Char(key); });
+  Main->Bind(wxEVT_MENU_OPEN, [&](wxMenuEvent& event) { entries = EntriesOf(*event.GetMenu()), typist.Start(20); });
+  Main->Bind(wxEVT_MENU_CLOSE, [&](wxMenuEvent&) { typist.Stop(); });
+  for (const char* place : {"dr", "+"}) Move(Bar, place);
+  const std::tuple<int, const char*, const char*> rows[] = {{WXK_ESCAPE, "dr", "Floating[Docking]TabbedHide"},
+                                                            {'T', "t", "Floating[Docking]TabbedHide"},
+                                                            {'D', "dr", "FloatingDocking[Tabbed]Hide"},
+                                                            {'D', "dr", "Floating[Docking]TabbedHide"},
+                                                            {'H', "-", "Floating[Docking]TabbedHide"}};
+  int x = 20;
+  for (const auto& [choice, place, shown] : rows) {
+    SCOPED_TRACE(testing::Message() << choice << " from " << Standing(Bar));
+    key = choice;
+    entries.clear();
+    const wxWindow& page = Bar->IsMDITabbed() ? *Bar->GetParent() : *Bar;
+    wxUIActionSimulator pointer;
+    // Two clicks at one place would be a double click.
+    pointer.MouseMove(page.GetScreenPosition() + wxPoint(x += 9, -8));
+    Pump();
+    pointer.MouseClick(wxMOUSE_BTN_RIGHT);
+    EXPECT_TRUE(PumpUntil([&] { return !entries.empty() && !typist.IsRunning(); }));
+    EXPECT_EQ(Standing(Bar), place);
+    EXPECT_EQ(entries, shown);
+  }
+  EXPECT_EQ(Bar->ClosePresses, 1);
+  Move(Bar, "+");
+  DoubleClick(*Main, Bar->GetPosition() + wxPoint(20, -8));
+  EXPECT_EQ(Standing(Bar), "f");
+}
+
 TEST_F(DockingTest, KeysGoToTheBarWithTheFocusFirst) {
-  NotedBar* other = MakeBar(L"Other");
-  other->DockControlBar(DockSide::Bottom);
-  other->ShowControlBar(true, false);
+  NotedBar* other = MakeBar("db");
   int atFrame = 0;
   Main->Bind(wxEVT_CHAR_HOOK, [&atFrame](wxKeyEvent& event) { ++atFrame, event.Skip(); });
   Bar->ShowControlBar(true);
@@ -224,9 +232,9 @@ TEST_F(DockingTest, KeysGoToTheBarWithTheFocusFirst) {
 }
 
 TEST_F(DockingTest, KeepsItsStateUnderTheSection) {
-  const auto settings = RegistryStore::Make(SettingsFile)->Open(0, 0);
+  CVELDPXMLSettings settings;
   const std::wstring section = L"Trade Book : AllTradeBook 1";
-  EXPECT_FALSE(Bar->LoadState(*settings, section, 1, 7));
+  EXPECT_FALSE(Bar->LoadState(settings, section, 1, 7));
   const std::pair<const char*, const wchar_t*> rows[] = {
       {"f", L"1;floating;1;220;150;420;260;left;0;0;0;"},
       {"db", L"1;docked;1;220;150;420;260;bottom;0;0;0;"},
@@ -234,24 +242,23 @@ TEST_F(DockingTest, KeepsItsStateUnderTheSection) {
       {"-", L"1;tabbed;0;220;150;420;260;bottom;0;0;0;"},
   };
   Bar->ShowControlBar(true);
-  NotedBar* other = MakeBar(L"Other");
+  NotedBar* other = MakeBar("-");
   std::wstring text;
   for (const auto& [place, line] : rows) {
     SCOPED_TRACE(place);
     Move(Bar, place);
-    EXPECT_TRUE(Bar->SaveState(*settings, section, 1, 7));
-    ASSERT_TRUE(settings->OpenPath(section) && settings->Read(L"Bar-1", text));
-    EXPECT_TRUE(text.starts_with(line));
+    ASSERT_TRUE(Bar->SaveState(settings, section, 1, 7) && settings.OpenPath(section));
+    EXPECT_TRUE(settings.Read(L"Bar-1", text) && text.starts_with(line));
     other->FloatControlBar(wxRect(400, 300, 200, 100));
-    ASSERT_TRUE(other->LoadState(*settings, section, 1, 7));
+    ASSERT_TRUE(other->LoadState(settings, section, 1, 7));
     Pump();
     EXPECT_EQ(Standing(other), place);
     EXPECT_EQ(other->GetFloatRect(), kFloatRect);
-    EXPECT_FALSE(other->LoadState(*settings, section, 2, 7));
+    EXPECT_FALSE(other->LoadState(settings, section, 2, 7));
   }
   const auto load = [&](const wchar_t* line) {
-    EXPECT_TRUE(settings->CreatePath(section) && settings->Write(L"Bar-1", std::wstring(line)));
-    return Bar->LoadState(*settings, section, 1, 7);
+    EXPECT_TRUE(settings.CreatePath(section) && settings.Write(L"Bar-1", std::wstring(line)));
+    return Bar->LoadState(settings, section, 1, 7);
   };
   Bar->ShowControlBar(true);
   EXPECT_FALSE(load(L"1;docked;1;220;150;420;260;middle;0;0;0;0;300;200"));
@@ -261,6 +268,8 @@ TEST_F(DockingTest, KeepsItsStateUnderTheSection) {
   EXPECT_TRUE(load(L"1;docked;1;220;150;420;260;left;0;0;0;0;300;200"));
   EXPECT_EQ(Standing(Bar), "dl");
   EXPECT_NEAR(Bar->GetSize().x, 300, 2);
+  EXPECT_TRUE(load(L"1;docked;1;220;150;420;260;left;0;0;0;0;850;200"));
+  EXPECT_NEAR(Bar->GetSize().x, 850, 2);
   Bar->EnableDocking(false);
   Bar->FloatControlBar(kFloatRect);
   EXPECT_TRUE(load(L"1;docked;1;220;150;420;260;left;0;0;0;0;300;200"));
@@ -269,40 +278,24 @@ TEST_F(DockingTest, KeepsItsStateUnderTheSection) {
 
 TEST_F(DockingTest, BarsGoAloneOrWithTheirFrame) {
   CQORPDockingManager& manager = Main->GetDockingManager();
-  NotedBar* others[] = {MakeBar(L"a"), MakeBar(L"b"), MakeBar(L"c"), MakeBar(L"d")};
-  others[0]->TabControlBar();
-  others[1]->DockControlBar(DockSide::Left);
-  for (NotedBar* bar : others) bar->ShowControlBar(true);
-  Pump();
-  manager.DestroyBar(others[0]);
-  others[1]->Destroy();
-  delete others[2];
+  NotedBar *tabbed = MakeBar("t"), *docked = MakeBar("dl"), *floating = MakeBar("f"), *last = MakeBar("f");
+  manager.DestroyBar(tabbed);
+  docked->Destroy();
+  delete floating;
   EXPECT_EQ(Living, 2);
-  EXPECT_EQ(manager.Bars(), (std::vector<CQORPDockingControlBar*>{Bar, others[3]}));
+  EXPECT_EQ(manager.Bars(), (std::vector<CQORPDockingControlBar*>{Bar, last}));
   EXPECT_EQ(Tabs().GetPageCount(), 0U);
   Pump();
-  Bar->TabControlBar();
-  Bar->ShowControlBar(true);
-  Main->Destroy();  // one tabbed, one floating
-  Main = nullptr;
-  Pump();
-  EXPECT_EQ(Living, 0);
+  for (const char* place : {"t", "+"}) Move(Bar, place);
+  DestroyFrame();  // one tabbed, one floating
 }
 
 TEST_F(DockingTest, TheFrameOfAProcessGoesWithItsBars) {
   EXPECT_EQ(CQORPDockingManager::ForProcess(), &Main->GetDockingManager());
-  Main->Destroy();
-  Main = nullptr;
-  Pump();
+  DestroyFrame();
   CQORPDockingManager* own = CQORPDockingManager::ForProcess();
-  ASSERT_NE(own, nullptr);
-  EXPECT_EQ(CQORPDockingManager::ForProcess(), own);
-  EXPECT_FALSE(own->Frame().IsShown());
-  NotedBar* tabbed = MakeBar(L"Tabbed", *own);
-  NotedBar* docked = MakeBar(L"Docked", *own);
-  tabbed->TabControlBar();
-  docked->DockControlBar(DockSide::Left);
-  for (NotedBar* bar : {tabbed, docked}) bar->ShowControlBar(true);
+  ASSERT_TRUE(own != nullptr && CQORPDockingManager::ForProcess() == own && !own->Frame().IsShown());
+  NotedBar *tabbed = MakeBar(L"Tabbed", *own, "t"), *docked = MakeBar(L"Docked", *own, "dl");
   EXPECT_TRUE(own->Frame().IsShown());
   tabbed->TabGoes = 0;
   own->Frame().Close();
@@ -311,10 +304,7 @@ TEST_F(DockingTest, TheFrameOfAProcessGoesWithItsBars) {
   tabbed->TabGoes = 1;
   own->Frame().Close();
   EXPECT_FALSE(own->Frame().IsShown() || tabbed->IsBarShown());
-  EXPECT_EQ(tabbed->TabClosePresses, 2);
-  EXPECT_EQ(tabbed->ClosePresses, 0);
-  EXPECT_EQ(docked->ClosePresses, 1) << "a hidden bar is not asked again";
-  EXPECT_EQ(docked->TabClosePresses, 0);
+  EXPECT_TRUE(tabbed->TabClosePresses == 2 && docked->ClosePresses == 1) << "a hidden bar is not asked again";
   tabbed->ShowControlBar(true);
   EXPECT_TRUE(own->Frame().IsShown());
   own->Frame().Destroy();

@@ -1,6 +1,6 @@
 #include "tests/toolkit/grid_fixture.h"
 
-#include <map>
+#include <algorithm>
 
 #include "toolkit/system/make_child.h"
 
@@ -34,12 +34,13 @@ void GridFixture::SetUp() {
 }
 
 Places GridFixture::Headers() const {
-  std::map<int, int> byLeft;
-  for (int column = 0; column < Grid->GetColumnCount(); ++column)
-    if (const wxRect rect = Grid->HeaderRect(column); !rect.IsEmpty())
-      byLeft[Grid->GetHeaderWindow(column)->GetScreenPosition().x + rect.x] = column;
+  const auto left = [this](int column) {
+    return Grid->GetHeaderWindow(column)->GetPosition().x + Grid->HeaderRect(column).x;
+  };
   Places columns;
-  for (const auto& [left, column] : byLeft) columns.push_back(column);
+  for (int column = 0; column < Grid->GetColumnCount(); ++column)
+    if (!Grid->HeaderRect(column).IsEmpty()) columns.push_back(column);
+  std::ranges::sort(columns, {}, left);
   return columns;
 }
 

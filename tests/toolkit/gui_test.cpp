@@ -53,14 +53,18 @@ void ProcessIdle(wxEventLoopBase& loop) {
   }
 }
 
+void Hold(wxKeyboardState& state, int held) {
+  state.SetShiftDown((held & kShift) != 0);
+  state.SetControlDown((held & kControl) != 0);
+  state.SetAltDown((held & kAlt) != 0);
+}
+
 void SendMouse(wxWindow& window, wxEventType type, const wxPoint& point, int held, bool leftIsDown = false) {
   wxMouseEvent event(type);
   event.SetEventObject(&window);
   event.SetId(window.GetId());
   event.SetPosition(point);
-  event.SetShiftDown((held & kShift) != 0);
-  event.SetControlDown((held & kControl) != 0);
-  event.SetAltDown((held & kAlt) != 0);
+  Hold(event, held);
   event.SetLeftDown(leftIsDown);
   window.GetEventHandler()->ProcessEvent(event);
 }
@@ -72,9 +76,7 @@ bool SendKey(wxWindow& window, wxEventType type, int keyCode, int held) {
   event.SetId(window.GetId());
   event.m_keyCode = keyCode;
   event.m_uniChar = static_cast<wxChar>(keyCode < WXK_START ? keyCode : 0);
-  event.SetShiftDown((held & kShift) != 0);
-  event.SetControlDown((held & kControl) != 0);
-  event.SetAltDown((held & kAlt) != 0);
+  Hold(event, held);
   const bool taken = window.GetEventHandler()->ProcessEvent(event);
   return type == wxEVT_CHAR_HOOK ? taken && !event.IsNextEventAllowed() : taken;
 }

@@ -8,8 +8,6 @@
 #include <wx/stattext.h>
 #include <wx/uiaction.h>
 
-#include <cstring>
-
 #include "tests/toolkit/gui_test.h"
 #include "toolkit/dialogs/popups.h"
 #include "toolkit/system/make_child.h"
@@ -25,12 +23,10 @@ std::vector<Control*> ChildrenOf(wxWindow& window) {
 }
 
 // The captions from left to right, the default one in brackets.
-std::wstring ButtonsOf(wxDialog& dialog) {
-  std::wstring text;
-  for (const wxButton* button : ChildrenOf<wxButton>(dialog)) {
-    const std::wstring caption = button->GetLabelText().ToStdWstring();
-    text += (text.empty() ? L"" : L" ") + (button == dialog.GetDefaultItem() ? L"[" + caption + L"]" : caption);
-  }
+wxString ButtonsOf(wxDialog& dialog) {
+  wxString text;
+  for (const wxButton* button : ChildrenOf<wxButton>(dialog))
+    text += button == dialog.GetDefaultItem() ? L"[" + button->GetLabelText() + L"]" : button->GetLabelText() + L" ";
   return text;
 }
 
@@ -40,9 +36,8 @@ bool HasIcon(wxDialog& dialog, const char* art) {
   if (icons.empty() || *art == 0) return icons.empty() && *art == 0;
   const wxImage shown = icons.front()->GetBitmap().ConvertToImage();
   const wxImage wanted = wxArtProvider::GetBitmap(art, wxART_MESSAGE_BOX).ConvertToImage();
-  return shown.GetSize() == wanted.GetSize() &&
-         std::memcmp(shown.GetData(), wanted.GetData(),
-                     3 * static_cast<std::size_t>(shown.GetWidth() * shown.GetHeight())) == 0;
+  const auto bytes = 3 * static_cast<std::size_t>(wanted.GetWidth() * wanted.GetHeight());
+  return shown.GetSize() == wanted.GetSize() && std::equal(shown.GetData(), shown.GetData() + bytes, wanted.GetData());
 }
 
 class MessageBoxTest : public GuiTest {
@@ -56,99 +51,59 @@ class MessageBoxTest : public GuiTest {
     });
     return box.ShowModal();
   }
-  static void PressButton(wxDialog& dialog, std::size_t index) {
-    wxButton& button = *ChildrenOf<wxButton>(dialog)[index];
-    wxCommandEvent event(wxEVT_BUTTON, button.GetId());
-    event.SetEventObject(&button);
-    button.GetEventHandler()->ProcessEvent(event);
-  }
 };
 
 TEST_F(MessageBoxTest, ShowsItsStyleAndAnswersKeys) {
-  const struct {
-    std::uint32_t Style;
-    const wchar_t* Buttons;
-    int Key;  // 0 closes the box
-    int Answer;
-    const char* Icon;
-  } rows[] = {
-      {0x10, L"[OK]", 0, 1, "wxART_ERROR"},
-      {0x21, L"[OK] Cancel", WXK_ESCAPE, 2, "wxART_QUESTION"},
-      {0x32, L"[Abort] Retry Ignore", 'I', 5, "wxART_WARNING"},
-      {0x203, L"Yes No [Cancel]", 'n', 7, ""},
-      {0x70, L"[OK]", WXK_ESCAPE, 1, ""},
-      {0x80140, L"[Left] Right & more", 'R', 1001, "wxART_INFORMATION"},
+  // The style, the buttons, the key (0 closes the box), the answer, the icon, and whether close box and Escape close
+  // it.
+  const std::tuple<std::uint32_t, wxString, int, int, const char*, bool> rows[] = {
+      {0x10, "[OK]", 0, 1, "wxART_ERROR", true},
+      {0x21, "[OK]Cancel ", WXK_ESCAPE, 2, "wxART_QUESTION", true},
+      {0x32, "[Abort]Retry Ignore ", 'I', 5, "wxART_WARNING", false},
+      {0x203, "Yes No [Cancel]", 'n', 7, "", true},
+      {0x70, "[OK]", WXK_ESCAPE, 1, "", true},
+      {0x104, "Yes [No]", 'y', 6, "", false},
+      {0x80140, "[Left]Right & more ", 'R', 1001, "wxART_INFORMATION", false},
   };
   testing::internal::CaptureStderr();
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.Style);
-    CQORPMessageBox box({.Caption = L"Trade Book", .Text = L"50 % & more", .Style = row.Style});
+    SCOPED_TRACE(std::get<0>(row));
+    CQORPMessageBox box({.Caption = L"Trade Book", .Text = L"50 % & more", .Style = std::get<0>(row)});
     box.ButtonCaptions = {L"&Left", L"&Right && more"};
     const int answer = Show(box, [&row](wxDialog& dialog) {
-      EXPECT_EQ(ButtonsOf(dialog), row.Buttons);
-      EXPECT_TRUE(HasIcon(dialog, row.Icon));
+      const auto& [style, buttons, userKey, answers, icon, closes] = row;
+      EXPECT_EQ(ButtonsOf(dialog), buttons);
+      EXPECT_TRUE(HasIcon(dialog, icon));
       EXPECT_EQ(ChildrenOf<wxStaticText>(dialog).front()->GetLabelText(), L"50 % & more");
-      EXPECT_EQ(dialog.GetTitle(), L"Trade Book");
-      EXPECT_EQ(dialog.GetLayoutDirection() == wxLayout_RightToLeft, (row.Style & 0x80000) != 0);
-      Press(dialog, 'Q');
-      Press(dialog, row.Buttons[1], kControl);
-      row.Key == 0 ? static_cast<void>(dialog.Close()) : Press(dialog, row.Key);
+      EXPECT_TRUE(dialog.GetTitle() == L"Trade Book" && dialog.HasFlag(wxCAPTION));
+      EXPECT_EQ(dialog.GetLayoutDirection() == wxLayout_RightToLeft, (style & 0x80000) != 0);
+      EXPECT_EQ(dialog.HasFlag(wxCLOSE_BOX), closes);
+      Press(dialog, closes ? 'Q' : int{WXK_ESCAPE});
+      Press(dialog, 'O', kControl);
+      if (userKey == 0 || !closes) dialog.Close();
+      if (userKey != 0) Press(dialog, userKey);
     });
-    EXPECT_EQ(answer, row.Answer);
-    EXPECT_FALSE(box.Checked);
+    EXPECT_EQ(answer, std::get<3>(row));
   }
   const std::string printed = testing::internal::GetCapturedStderr();
   EXPECT_EQ(printed.find("CRITICAL"), std::string::npos) << printed;
 }
 
-TEST_F(MessageBoxTest, HasACloseBoxOnlyIfItCanBeClosed) {
-  for (const std::uint32_t style : {0x01U, 0x02U, 0x04U, 0x100U}) {
-    SCOPED_TRACE(style);
-    CQORPMessageBox box({.Text = L"Sure?", .Style = style, .ButtonCaptions = {L"One", L"Two"}});
-    const int answer = Show(box, [style](wxDialog& dialog) {
-      EXPECT_EQ(dialog.HasFlag(wxCLOSE_BOX), style == 1);
-      EXPECT_TRUE(dialog.HasFlag(wxCAPTION));
-      Press(dialog, WXK_ESCAPE);
-      if (style == 1) return;
-      dialog.Close();
-      Pump();
-      ASSERT_EQ(ModalDialog(), &dialog);
-      PressButton(dialog, 1);
-    });
-    EXPECT_EQ(answer, style == 1 ? 2 : style == 2 ? 4 : style == 4 ? 7 : 1001);
-  }
-}
-
-TEST_F(MessageBoxTest, HandsTheCheckBack) {
+TEST_F(MessageBoxTest, HandsTheCheckBackAndShowsTheIconOfTheFrame) {
   for (const bool before : {false, true}) {
-    CQORPMessageBox box({.Text = L"Sure?", .Style = 1, .WithCheck = true, .Checked = before});
+    if (before) Frame->SetIcon(wxArtProvider::GetIcon("wxART_QUESTION", wxART_MESSAGE_BOX, {32, 32}));
+    CQORPMessageBox box({.Text = L"Sure?", .Style = 0x81, .WithCheck = true, .Checked = before});
     box.CheckCaption = L" Don't Ask Again";
     Show(box, [before](wxDialog& dialog) {
       wxCheckBox* check = ChildrenOf<wxCheckBox>(dialog).front();
       EXPECT_EQ(check->GetLabel(), L" Don't Ask Again");
       EXPECT_EQ(check->GetValue(), before);
+      EXPECT_EQ(ChildrenOf<wxStaticBitmap>(dialog).size(), before ? 1U : 0U);
       check->SetValue(!before);
       dialog.Close();
     });
     EXPECT_EQ(box.Checked, !before);
   }
-}
-
-TEST_F(MessageBoxTest, ShowsTheIconOfTheFrame) {
-  CQORPMessageBox box({.Text = L"Sure?", .Style = 0x80});
-  const auto countIcons = [&] {
-    std::size_t count = 0;
-    Show(box, [&count](wxDialog& dialog) {
-      count = ChildrenOf<wxStaticBitmap>(dialog).size();
-      dialog.Close();
-    });
-    return count;
-  };
-  EXPECT_EQ(countIcons(), 0U);
-  wxIcon icon;
-  icon.CopyFromBitmap(wxArtProvider::GetBitmap("wxART_QUESTION", wxART_MESSAGE_BOX, {32, 32}));
-  Frame->SetIcon(icon);
-  EXPECT_EQ(countIcons(), 1U);
 }
 
 TEST_F(MessageBoxTest, EnterAndArrowsMoveAmongTheButtons) {
@@ -157,10 +112,11 @@ TEST_F(MessageBoxTest, EnterAndArrowsMoveAmongTheButtons) {
     const std::vector<wxButton*> buttons = ChildrenOf<wxButton>(dialog);
     dialog.Raise();
     ASSERT_TRUE(PumpUntil([&] { return wxWindow::FindFocus() == buttons[1]; }));
-    const std::pair<int, int> steps[] = {{WXK_RIGHT, 2}, {WXK_DOWN, 0}, {WXK_LEFT, 2}, {WXK_UP, 1}, {WXK_UP, 0}};
+    const std::pair<int, std::size_t> steps[] = {
+        {WXK_RIGHT, 2}, {WXK_DOWN, 0}, {WXK_LEFT, 2}, {WXK_UP, 1}, {WXK_UP, 0}};
     for (const auto& [key, focused] : steps) {
       Press(dialog, key);
-      ASSERT_TRUE(PumpUntil([&] { return wxWindow::FindFocus() == buttons[static_cast<std::size_t>(focused)]; }));
+      ASSERT_TRUE(PumpUntil([&] { return wxWindow::FindFocus() == buttons[focused]; }));
     }
     wxUIActionSimulator().Char(WXK_RETURN);
   });
@@ -177,6 +133,7 @@ TEST_F(MessageBoxTest, APopupTakesNoFocusAndClosesItself) {
   above.ShowInCorner();
   EXPECT_GT(popup.GetRect().x, 1000);
   EXPECT_LE(above.GetRect().GetBottom(), popup.GetRect().y);
+  EXPECT_EQ(ChildrenOf<wxStaticText>(popup).size() + ChildrenOf<wxStaticText>(above).size(), 3U);
   ASSERT_TRUE(PumpUntil([&first] { return first == nullptr; }));
   EXPECT_TRUE(Frame->IsActive());
   Click(above, wxPoint(2, 2));

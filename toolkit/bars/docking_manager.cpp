@@ -1,5 +1,8 @@
 #include "toolkit/bars/docking_manager.h"
 
+#include <wx/app.h>
+#include <wx/aui/framemanager.h>
+// wx needs the manager first.
 #include <wx/aui/dockart.h>
 #include <wx/aui/floatpane.h>
 #include <wx/frame.h>
@@ -11,6 +14,7 @@
 
 #include "toolkit/bars/docking_parts.h"
 #include "toolkit/dialogs/controls.h"
+#include "toolkit/start/toolkit_start.h"
 #include "toolkit/system/make_child.h"
 
 CQORPDockingManager::CQORPDockingManager(wxFrame& frame) : Parts(std::make_unique<Impl>(*this, frame)) {}
@@ -230,4 +234,51 @@ wxAuiFloatingFrame* DockingLayout::CreateFloatingFrame(wxWindow* parent, const w
   // wxAUI sets the least size after this call.
   frame->CallAfter([frame] { frame->SetMinSize(kSmallestMiniFrame); });
   return frame;
+}
+
+CQORPFrame::CQORPFrame(wxWindow* parent, int id, const std::wstring& title, const wxRect& rect)
+    : wxFrame(parent, id, title, rect.GetPosition(), rect.GetSize()),
+      Docking(std::make_unique<CQORPDockingManager>(*this)) {}
+
+CQORPFrame::~CQORPFrame() = default;
+
+namespace {
+
+const wxRect kUsualRect{80, 80, 1000, 640};
+
+}  // namespace
+
+BarsFrame::BarsFrame() : CQORPFrame(nullptr, wxID_ANY, wxTheApp->GetAppDisplayName().ToStdWstring(), kUsualRect) {
+  Bind(wxEVT_CLOSE_WINDOW, &BarsFrame::OnClose, this);
+}
+
+BarsFrame* BarsFrame::Existing() {
+  for (wxWindow* window : wxTopLevelWindows)
+    if (auto* frame = dynamic_cast<BarsFrame*>(window); frame != nullptr && !frame->IsBeingDeleted()) return frame;
+  return nullptr;
+}
+
+void BarsFrame::OnClose(wxCloseEvent& event) {
+  const std::vector<CQORPDockingControlBar*> bars = GetDockingManager().Bars();
+  bool shown = false;
+  for (CQORPDockingControlBar* bar : bars) {
+    if (bar->IsBarShown()) RunBarCommand(*bar, BarCommand::Hide, DockSide::Left);
+    shown = shown || bar->IsBarShown();
+  }
+  if (!shown) Hide();
+  if (event.CanVeto()) event.Veto();
+}
+
+CQORPDockingManager* CQORPDockingManager::ForProcess() {
+  if (!StartToolkit()) return nullptr;
+  BarsFrame* own = BarsFrame::Existing();
+  for (wxWindow* window : wxTopLevelWindows) {
+    auto* frame = dynamic_cast<CQORPFrame*>(window);
+    if (frame != nullptr && frame != own && !frame->IsBeingDeleted()) return &frame->GetDockingManager();
+  }
+  if (own == nullptr) {
+    own = &MakeChild<BarsFrame>();  // a top-level window destroys itself
+    own->GetDockingManager().Parts->ShowsFrame = true;
+  }
+  return &own->GetDockingManager();
 }

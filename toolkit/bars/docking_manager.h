@@ -1,12 +1,11 @@
 // CQORPDockingManager: the layout of the bars of a frame: docked at a side, floating in a mini frame, or as a tab in
-// the middle. One for each CQORPFrame.
+// the middle. CQORPFrame: the main frame of a terminal, with a docking manager.
 #pragma once
 
-#include <wx/aui/framemanager.h>
 #include <wx/frame.h>
 
-#include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "toolkit/system/toolkit_export.h"
@@ -45,26 +44,27 @@ class TOOLKIT_EXPORT CQORPDockingManager {
   std::unique_ptr<Impl> Parts;
 };
 
-// DockingLayout: a wxAUI manager with readable colours in every theme, mini frames that may be small, and a search for
-// the caption at a point.
-class DockingLayout : public wxAuiManager {
+// The manager has the client area. A key goes to the bar with the focus before any control gets it.
+class TOOLKIT_EXPORT CQORPFrame : public wxFrame {
  public:
-  explicit DockingLayout(wxFrame& frame);
-  // The window of the pane whose caption is at that point of the frame; null for none.
-  wxWindow* CaptionAt(const wxPoint& point);
-  // The share of the frame that a new dock may take.
-  static constexpr double kUsualShare = 0.6;
-  static constexpr double kLargestShare = 0.9;
-  void LimitDocks(double share) { SetDockSizeConstraint(share, share); }
-  // Moves the mini frame of the pane to the rectangle of the screen.
-  static void PlaceMiniFrame(const wxAuiPaneInfo& pane, const wxRect& rect);
-
-  // The user has dragged the mini frame with that window to the place.
-  std::function<void(wxWindow*, const wxPoint&)> OnDragged;
-
-  wxAuiFloatingFrame* CreateFloatingFrame(wxWindow* parent, const wxAuiPaneInfo& pane) override;
+  CQORPFrame(wxWindow* parent, int id, const std::wstring& title, const wxRect& rect);
+  // Destroys the bars first, while the frame is still whole.
+  ~CQORPFrame() override;
+  CQORPDockingManager& GetDockingManager() noexcept { return *Docking; }
 
  private:
-  void TakeThemeColours();
-  void OnThemeChanged(wxSysColourChangedEvent& event);
+  std::unique_ptr<CQORPDockingManager> Docking;
+};
+
+// BarsFrame: the frame for the bars of a process that has no CQORPFrame. Closing it presses the close button of every
+// bar, and hides it if no bar is left. It does not keep a process alive.
+class BarsFrame : public CQORPFrame {
+ public:
+  BarsFrame();
+  bool ShouldPreventAppExit() const override { return false; }
+  // The frame made so far; null for none.
+  static BarsFrame* Existing();
+
+ private:
+  void OnClose(wxCloseEvent& event);
 };

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "toolkit/bars/bar_menu.h"
+#include "toolkit/bars/docking_control_bar.h"
 #include "toolkit/system/make_child.h"
 
 namespace {

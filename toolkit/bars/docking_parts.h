@@ -5,6 +5,7 @@
 #include <wx/aui/auibook.h>
 #include <wx/aui/framemanager.h>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,6 +13,30 @@
 #include "toolkit/bars/docking_control_bar.h"
 #include "toolkit/bars/docking_manager.h"
 #include "toolkit/model/bar_place.h"
+
+// DockingLayout: a wxAUI manager with readable colours in every theme, mini frames that may be small, and a search for
+// the caption at a point.
+class DockingLayout : public wxAuiManager {
+ public:
+  explicit DockingLayout(wxFrame& frame);
+  // The window of the pane whose caption is at that point of the frame; null for none.
+  wxWindow* CaptionAt(const wxPoint& point);
+  // The share of the frame that a new dock may take.
+  static constexpr double kUsualShare = 0.6;
+  static constexpr double kLargestShare = 0.9;
+  void LimitDocks(double share) { SetDockSizeConstraint(share, share); }
+  // Moves the mini frame of the pane to the rectangle of the screen.
+  static void PlaceMiniFrame(const wxAuiPaneInfo& pane, const wxRect& rect);
+
+  // The user has dragged the mini frame with that window to the place.
+  std::function<void(wxWindow*, const wxPoint&)> OnDragged;
+
+  wxAuiFloatingFrame* CreateFloatingFrame(wxWindow* parent, const wxAuiPaneInfo& pane) override;
+
+ private:
+  void TakeThemeColours();
+  void OnThemeChanged(wxSysColourChangedEvent& event);
+};
 
 class CQORPDockingControlBar::Impl {
  public:

@@ -11,7 +11,7 @@
 #include <string>
 
 #include "toolkit/model/cell_colors.h"
-#include "toolkit/model/check_list.h"
+#include "toolkit/model/dialog_parts.h"
 #include "toolkit/system/toolkit_export.h"
 
 // A push button with one action.

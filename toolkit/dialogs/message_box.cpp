@@ -12,7 +12,7 @@
 
 #include <cwctype>
 
-#include "toolkit/model/message_buttons.h"
+#include "toolkit/model/dialog_parts.h"
 #include "toolkit/start/toolkit_start.h"
 #include "toolkit/system/make_child.h"
 

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "toolkit/dialogs/context_menu.h"
+#include "toolkit/dialogs/popups.h"
 #include "toolkit/model/cell_colors.h"
 #include "toolkit/model/columns_info.h"
 #include "toolkit/system/toolkit_export.h"

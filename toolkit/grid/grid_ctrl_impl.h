@@ -5,8 +5,7 @@
 
 #include "toolkit/grid/filter_fields.h"
 #include "toolkit/grid/grid_ctrl.h"
-#include "toolkit/grid/grid_header_input.h"
-#include "toolkit/grid/grid_rows_input.h"
+#include "toolkit/grid/grid_input.h"
 #include "toolkit/grid/grid_state.h"
 #include "toolkit/grid/grid_view.h"
 

@@ -1,4 +1,4 @@
-#include "toolkit/grid/grid_header_input.h"
+#include "toolkit/grid/grid_input.h"
 
 #include <wx/cursor.h>
 #include <wx/window.h>

@@ -1,4 +1,4 @@
-#include "toolkit/grid/grid_rows_input.h"
+#include "toolkit/grid/grid_input.h"
 
 #include <wx/window.h>
 
@@ -82,12 +82,8 @@ void GridRowsInput::ShowChange(const RowSelection& before) {
 
 void GridRowsInput::SetCurrentColumn(const wxWindow& window, int x) {
   const int before = State.CurrentColumn;
-  const int stripX = View->StripX(window, x);
-  const ColumnStrip strip = View->Strip();
-  for (int place = 0; place < View->Table().GetNumberCols(); ++place) {
-    const ColumnSpan& span = strip.SpanOf(place);
-    if (stripX >= span.Left && stripX < span.Right) State.CurrentColumn = View->Table().ColumnAt(place);
-  }
+  const int place = View->Strip().PlaceAt(View->StripX(window, x));
+  if (place >= 0) State.CurrentColumn = View->Table().ColumnAt(place);
   if (State.CurrentColumn != before) View->RepaintHeader();
 }
 

@@ -9,7 +9,7 @@
 
 #include "toolkit/grid/grid_painting.h"
 #include "toolkit/grid/grid_state.h"
-#include "toolkit/model/column_strip.h"
+#include "toolkit/model/columns_info.h"
 
 class GridView : public wxGrid {
  public:

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <type_traits>
 
-#include "foundations/text_tools.h"
+#include "platform/locale.h"
 
 namespace {
 
@@ -45,13 +45,6 @@ std::wstring JoinedKey(std::wstring_view letters) {
   return L'\2' + std::wstring(letters);
 }
 
-std::wstring Wide(std::string_view text) {
-  return NarrowToWide(std::string(text));
-}
-std::wstring Wide(std::wstring_view text) {
-  return std::wstring(text);
-}
-
 std::wstring WithoutControls(std::wstring text) {
   std::ranges::replace_if(
       text, [](wchar_t c) { return CodeOf(c) < L' '; }, L' ');
@@ -63,7 +56,7 @@ std::wstring WithoutControls(std::wstring text) {
 TextMeasures::TextMeasures(wxDC& dc) : Dc(dc), Steps((kAscii + 1) * kAscii, kCare) {}
 
 template <typename Char>
-int TextMeasures::SumOfSteps(std::basic_string_view<Char> text) {
+std::optional<int> TextMeasures::SumOfSteps(std::basic_string_view<Char> text) {
   unsigned seen = 0, before = kNothingBefore;
   int sum = 0, care = 0;
   for (const Char character : text) {
@@ -74,7 +67,8 @@ int TextMeasures::SumOfSteps(std::basic_string_view<Char> text) {
     sum += step >> 1;
     before = code % kAscii;
   }
-  return seen < kAscii && (care & kCare) == 0 ? sum : WidthWithCare(WithoutControls(Wide(text)));
+  if (seen >= kAscii || (care & kCare) != 0) return std::nullopt;
+  return sum;
 }
 
 template <typename Measure>
@@ -129,19 +123,21 @@ int TextMeasures::JoinedMorePx(std::wstring_view text, std::size_t from, std::si
 }
 
 int TextMeasures::WidthPx(std::string_view text) {
-  return SumOfSteps(text);
+  const std::optional<int> px = SumOfSteps(text);
+  return px ? *px : WidthWithCare(WithoutControls(CodePageToWide(text)));
 }
 
 int TextMeasures::WidthPx(std::wstring_view text) {
-  return SumOfSteps(text);
+  const std::optional<int> px = SumOfSteps(text);
+  return px ? *px : WidthWithCare(WithoutControls(std::wstring(text)));
 }
 
 void WidestText::Offer(std::string_view text) {
-  if (const int px = Measures.WidthPx(text); IsWanted(px)) Candidates.emplace(px, Wide(text));
+  if (const int px = Measures.WidthPx(text); IsWanted(px)) Candidates.emplace(px, CodePageToWide(text));
 }
 
 void WidestText::Offer(std::wstring_view text) {
-  if (const int px = Measures.WidthPx(text); IsWanted(px)) Candidates.emplace(px, Wide(text));
+  if (const int px = Measures.WidthPx(text); IsWanted(px)) Candidates.emplace(px, text);
 }
 
 // One text of each width near the largest is enough.

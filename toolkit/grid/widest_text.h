@@ -4,6 +4,7 @@
 
 #include <wx/dc.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -29,7 +30,7 @@ class TOOLKIT_EXPORT TextMeasures {
 
  private:
   template <typename Char>
-  int SumOfSteps(std::basic_string_view<Char> text);
+  std::optional<int> SumOfSteps(std::basic_string_view<Char> text);  // nothing for a text that needs care
   int WidthWithCare(const std::wstring& text);
   int SumPx(std::wstring_view text);
   int StepPx(wchar_t before, wchar_t character);

@@ -1,6 +1,7 @@
 #include "toolkit/model/columns_info.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 const CQORPGridColumnsInfo::Column* CQORPGridColumnsInfo::Find(int column) const {
   return column >= 0 && column < GetColumnCount() ? &Columns[static_cast<std::size_t>(column)] : nullptr;
@@ -150,4 +151,46 @@ void CQORPGridColumnsInfo::RemoveSortColumn(int column) {
 int CQORPGridColumnsInfo::GetSortPriority(int column) const {
   const auto at = std::ranges::find(SortOrder, column);
   return at == SortOrder.end() ? -1 : static_cast<int>(at - SortOrder.begin());
+}
+
+ColumnStrip::ColumnStrip(std::span<const int> widths, int frozen, int scrolledPx) {
+  int left = 0;
+  for (const int width : widths) {
+    const bool isFrozen = static_cast<int>(Spans.size()) < frozen;
+    const int seen = isFrozen ? left : left - scrolledPx;
+    Spans.push_back({seen, seen + width});
+    left += width;
+    if (isFrozen) Frozen = Spans.size(), FrozenPx = left;
+  }
+}
+
+int ColumnStrip::PlaceAt(int x) const {
+  const auto at = std::ranges::find_if(Spans, [x](const ColumnSpan& span) { return x >= span.Left && x < span.Right; });
+  return at == Spans.end() ? -1 : static_cast<int>(at - Spans.begin());
+}
+
+int ColumnStrip::PlaceOfEdgeAt(int x, int nearPx) const {
+  for (int place = static_cast<int>(Spans.size()) - 1; place >= 0; --place) {
+    const int right = SpanOf(place).Right;
+    if (std::abs(x - right) <= nearPx && right >= FrozenPx) return place;
+  }
+  const int place = PlaceAt(x);
+  return place >= 0 && SpanOf(place).Right - x <= nearPx ? place : -1;
+}
+
+int ColumnStrip::DropPlaceAt(int x) const {
+  const auto isBehind = [x](const ColumnSpan& span) { return x < (span.Left + span.Right) / 2; };
+  // Frozen columns cover what is scrolled under them.
+  const auto end = x < FrozenPx ? Spans.begin() + static_cast<std::ptrdiff_t>(Frozen) : Spans.end();
+  return static_cast<int>(std::find_if(Spans.begin(), end, isBehind) - Spans.begin());
+}
+
+int CountFrozen(std::span<const int> widths, int wanted, int roomPx) {
+  int count = std::clamp(wanted, 0, std::max(static_cast<int>(widths.size()) - 1, 0));
+  int right = 0;
+  for (int place = 0; place < count; ++place) {
+    right += widths[static_cast<std::size_t>(place)];
+    if (right >= roomPx) count = place;
+  }
+  return count;
 }

@@ -7,6 +7,7 @@
 
 #include "foundations/error_report.h"
 #include "toolkit/system/make_child.h"
+#include "toolkit/system/native_windows.h"
 
 namespace {
 

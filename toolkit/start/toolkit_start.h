@@ -16,11 +16,3 @@ TOOLKIT_EXPORT void StopToolkit();
 // From now on a failed assertion of wxWidgets is a line of CQORLog and no window. StartToolkit calls this if it starts
 // wxWidgets; a terminal that starts it itself calls this itself.
 TOOLKIT_EXPORT void ReportToolkitAssertions();
-
-// The two functions that differ between platforms; for toolkit_start.cpp only.
-
-// Starts wxWidgets with the app that was set before, and connects its events with the loop of the process. False,
-// without any effect, if there is no display.
-bool StartEmbedding();
-// Ends wxWidgets and deletes its app.
-void StopEmbedding();

@@ -1,4 +1,5 @@
-// Functions of the system that wxWidgets lacks: list boxes, names for screen readers, clipboard.
+// Functions of the system that wxWidgets lacks: list boxes, names for screen readers, clipboard, and a start within the
+// loop of another program.
 #pragma once
 
 #include <wx/dataobj.h>
@@ -22,3 +23,9 @@ std::unique_ptr<wxDataObjectSimple> HtmlForClipboard(const std::string& html);
 
 // Keeps the present clipboard data after the end of the program.
 void KeepClipboardAfterEnd();
+
+// Starts wxWidgets with the app that was set before, and connects its events with the loop of the process. False,
+// without any effect, if there is no display.
+bool StartEmbedding();
+// Ends wxWidgets and deletes its app.
+void StopEmbedding();

@@ -12,7 +12,7 @@
 #include <span>
 #include <string>
 
-#include "toolkit/bars/frame.h"
+#include "toolkit/bars/docking_manager.h"
 
 // Rows from the top down, each of width times red, green, blue; rgb holds width * height * 3 bytes. Empty for a picture
 // without pixels.

@@ -13,7 +13,7 @@
 
 #include "terminal/windows/frame/window_tools.h"
 #include "toolkit/dialogs/controls.h"
-#include "toolkit/dialogs/file_dialog.h"
+#include "toolkit/dialogs/dialog.h"
 
 namespace {
 

@@ -11,7 +11,6 @@
 #include "terminal/common/errors.h"
 #include "terminal/windows/frame/main_frame.h"
 #include "toolkit/dialogs/dialog.h"
-#include "toolkit/dialogs/file_dialog.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "terminal/script/window_script.h"
-#include "toolkit/bars/frame.h"
+#include "toolkit/bars/docking_manager.h"
 
 enum class StatusField : int { Focus, DayClock, State, Trades, Rate };
 

@@ -1,4 +1,4 @@
-#include "toolkit/model/message_buttons.h"
+#include "toolkit/model/dialog_parts.h"
 
 #include <algorithm>
 #include <iterator>
