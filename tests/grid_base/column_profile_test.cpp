@@ -1,7 +1,5 @@
 #include "grid_base/settings/column_profile.h"
 
-#include <regex>
-
 #include "tests/support/own_folder.h"
 
 namespace {
@@ -20,10 +18,6 @@ class ColumnProfileTest : public OwnFolder {
 const NewColumn kServer{"colServer", L"Server", 60, 0, 0};
 const NewColumn kUser{"colUserID", L"User ID", 70, 1, 1};
 
-std::string Lines(const std::string& text) {
-  return std::regex_replace(text, std::regex("\n"), "\r\n");
-}
-
 TEST_F(ColumnProfileTest, WritesThisFileFirst) {
   {
     ColumnProfile profile = NewProfile();
@@ -36,16 +30,16 @@ TEST_F(ColumnProfileTest, WritesThisFileFirst) {
     profile.SaveMultipleSort(true);
     EXPECT_TRUE(profile.SaveColumnProfileFile());
   }
-  EXPECT_EQ(ReadFile(File()), Lines("<ColumnProfile>\n<TradeBook>\n"
-                                    "<colServer>\n<Header>\"Server\"</Header>\n<Width>\"60\"</Width>\n"
-                                    "<Visible>\"0\"</Visible>\n<Align>\"0\"</Align>\n<Sort>\"0\"</Sort>\n"
-                                    "<Locked>\"0\"</Locked>\n<Order>\"-1\"</Order>\n<Group>\"-1\"</Group>\n"
-                                    "</colServer>\n"
-                                    "<colUserID>\n<Header>\"User \"ID\"\"</Header>\n<Width>\"2048\"</Width>\n"
-                                    "<Visible>\"1\"</Visible>\n<Align>\"2\"</Align>\n<Sort>\"-1\"</Sort>\n"
-                                    "<Locked>\"1\"</Locked>\n<Order>\"0\"</Order>\n<Group>\"3\"</Group>\n"
-                                    "</colUserID>\n"
-                                    "<IsMultipleSort>\"1\"</IsMultipleSort>\n</TradeBook>\n</ColumnProfile>\n"));
+  EXPECT_EQ(ReadFile(File()),
+            "<ColumnProfile>\r\n<TradeBook>\r\n<colServer>\r\n<Header>\"Server\"</Header>\r\n"
+            "<Width>\"60\"</Width>\r\n<Visible>\"0\"</Visible>\r\n<Align>\"0\"</Align>\r\n"
+            "<Sort>\"0\"</Sort>\r\n<Locked>\"0\"</Locked>\r\n<Order>\"-1\"</Order>\r\n"
+            "<Group>\"-1\"</Group>\r\n</colServer>\r\n"
+            "<colUserID>\r\n<Header>\"User \"ID\"\"</Header>\r\n"
+            "<Width>\"2048\"</Width>\r\n<Visible>\"1\"</Visible>\r\n<Align>\"2\"</Align>\r\n"
+            "<Sort>\"-1\"</Sort>\r\n<Locked>\"1\"</Locked>\r\n<Order>\"0\"</Order>\r\n"
+            "<Group>\"3\"</Group>\r\n</colUserID>\r\n<IsMultipleSort>\"1\"</IsMultipleSort>\r\n"
+            "</TradeBook>\r\n</ColumnProfile>\r\n");
   ColumnProfile loaded = NewProfile();
   loaded.LoadColumnProfileFile();
   EXPECT_EQ(loaded.InsertProfiledColumn(kUser, 0).Locked, 1);
@@ -104,8 +98,8 @@ TEST_F(ColumnProfileTest, SavesInTheOrderOfTheFile) {
   profile.SaveColumnState("colServer", {L"S", 8, 0, 0, 0, 0, -1, -1});
   EXPECT_TRUE(profile.SaveColumnProfileFile());
   EXPECT_TRUE(
-      ReadFile(File()).starts_with(Lines("<ColumnProfile>\n<TradeBook>\n<IsMultipleSort>\"1\"</IsMultipleSort>\n"
-                                         "<colServer>\n<Width>\"8\"</Width>\n<Header>\"S\"</Header>\n")));
+      ReadFile(File()).starts_with("<ColumnProfile>\r\n<TradeBook>\r\n<IsMultipleSort>\"1\"</IsMultipleSort>\r\n"
+                                   "<colServer>\r\n<Width>\"8\"</Width>\r\n<Header>\"S\"</Header>\r\n"));
 }
 
 }  // namespace

