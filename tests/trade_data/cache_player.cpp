@@ -2,7 +2,6 @@
 
 #include <stdexcept>
 
-#include "tests/support/wire_bytes.h"
 #include "tests/trade_data/deliver.h"
 
 namespace {

@@ -9,8 +9,17 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/support/wire_bytes.h"
 #include "tests/trade_data/slow_trade_cache.h"
 #include "trade_data/cache/trade_cache.h"
+
+inline std::string TradeMessage(std::uint32_t id, std::uint32_t quantity, const std::string& execution,
+                                const std::string& more = {}) {
+  return WireMessage(
+      8111, WireU32(20008, id) + WireText(55101, execution) + WireTerminator() + WireU32(20014, quantity) + more);
+}
+inline const std::string kDownloadEnd = WireMessage(8112, "");
+inline const std::string kClear = WireMessage(30022, "");
 
 class CachePlayer {
  public:

@@ -87,11 +87,8 @@ TEST_F(RecordFileTest, NamesFilesAndBackups) {
 // Whole messages after damage are cut off too: they would come back after the new ones.
 TEST_F(RecordFileTest, LoadsUpToTheLastWholeMessageAndWritesAfterIt) {
   const std::string deflated = Deflated(WireU16(10002, 8111) + WireU32(20008, 1));
-  struct Case {
-    std::string Name, Bytes, Ids;
-    std::size_t Loaded;
-  };
-  std::vector<Case> cases = {
+  // The bytes, the ids that are loaded, and the size of what is.
+  std::vector<std::tuple<std::string, std::string, std::string, std::size_t>> cases = {
       {"plain and compressed", WireFrame(deflated, 1) + Message(2), "1 2 ", 10 + deflated.size() + 22},
       {"a refused one costs itself", Message(1) + Message(13) + Message(2), "1 2 ", 66},
       {"garbage between", Message(1) + "#xy" + Message(2) + "z", "1 2 ", 47},
@@ -101,21 +98,21 @@ TEST_F(RecordFileTest, LoadsUpToTheLastWholeMessageAndWritesAfterIt) {
       {"a bare header", WireU16(1, 0) + WireU16(10001, 0), "", 0},
   };
   for (std::size_t size = 1; size <= 66; ++size)
-    cases.push_back({"cut after " + std::to_string(size), (Message(1) + Message(2) + Message(3)).substr(0, size),
-                     std::string("1 2 3 ").substr(0, size / 22 * 2), size / 22 * 22});
+    cases.emplace_back("cut after " + std::to_string(size), (Message(1) + Message(2) + Message(3)).substr(0, size),
+                       std::string("1 2 3 ").substr(0, size / 22 * 2), size / 22 * 22);
   EXPECT_EQ(TestFile(Folder).Load(), 0u);
-  for (const Case& row : cases) {
-    SCOPED_TRACE(row.Name);
-    TestFile& file = Open(row.Bytes);
-    EXPECT_EQ(file.Load(), row.Loaded);
-    EXPECT_EQ(file.Ids, row.Ids);
-    EXPECT_EQ(ReadFile(Path()), row.Bytes) << "reading alone changes nothing";
+  for (const auto& [name, bytes, ids, loaded] : cases) {
+    SCOPED_TRACE(name);
+    TestFile& file = Open(bytes);
+    EXPECT_EQ(file.Load(), loaded);
+    EXPECT_EQ(file.Ids, ids);
+    EXPECT_EQ(ReadFile(Path()), bytes) << "reading alone changes nothing";
     const std::string report = ReportOf([&] { EXPECT_TRUE(file.Write(Message(8)) && file.Write(Message(9))); });
-    const std::size_t rest = row.Bytes.size() - row.Loaded;
+    const std::size_t rest = bytes.size() - loaded;
     const std::string expected = "\tBytes behind the last whole message, cut off: " + std::to_string(rest) + "\n";
     EXPECT_TRUE(rest == 0 ? report.empty() : report.ends_with(expected)) << report;
     EXPECT_LE(std::count(report.begin(), report.end(), '\n'), 1) << report;
-    EXPECT_EQ(Closed(), row.Bytes.substr(0, row.Loaded) + Message(8) + Message(9));
+    EXPECT_EQ(Closed(), bytes.substr(0, loaded) + Message(8) + Message(9));
   }
 }
 
@@ -159,8 +156,7 @@ std::string ReportOfTooMany(TestFile& file) {
     QOR::Base::CQORADAStore store;
     CQORADAWriteAsync writer(file, store);
     for (std::uint32_t id = 1; id <= 10000; ++id) writer.Write(AsBytes(Message(id)));
-    EXPECT_FALSE(writer.Close());
-    EXPECT_FALSE(writer.Close());
+    EXPECT_FALSE(writer.Close() || writer.Close());
     std::cerr << writer.Error() << std::endl;
   });
 }

@@ -61,11 +61,8 @@ TEST(TradeImplTest, DecodesTheFieldsBeforeACutAnywhere) {
 
 TEST(TradeImplTest, ReadsWhatItCanOfOddMessages) {
   const std::string end = WireTerminator(), id5 = WireU32(20008, 5), side2 = WireU8(101, 2), twenty(20, 'c');
-  const struct {
-    const char* What;
-    std::string Body;
-    std::string Read;  // VELDTradeID, VELDOrderID, Side, OrderID, ProductType
-  } kRows[] = {
+  // What is odd, the message, and what is read: VELDTradeID, VELDOrderID, Side, OrderID, ProductType.
+  const std::tuple<const char*, std::string, std::string> kRows[] = {
       {"the key section alone", id5 + WireU32(20009, 6) + end, "5 6 0 0 1"},
       {"no terminator: the body is lost", id5 + side2 + WireU32(20084, 2), "5 0 0 0 1"},
       {"a key field in the body is none", end + id5 + side2, "0 0 2 0 1"},
@@ -91,13 +88,13 @@ TEST(TradeImplTest, ReadsWhatItCanOfOddMessages) {
       {"product type 0", end + WireU32(20084, 0), "0 0 0 0 1"},
       {"product type 7", end + WireU32(20084, 7), "0 0 0 0 7"},
   };
-  for (const auto& row : kRows) {
-    const TradeRecord record = Decode(row.Body);
+  for (const auto& [what, body, expected] : kRows) {
+    const TradeRecord record = Decode(body);
     std::string read;
     for (const std::uint32_t number :
          {+record.VELDTradeID, +record.VELDOrderID, std::uint32_t{record.Side}, +record.OrderID, +record.ProductType})
       read += std::to_string(number) + " ";
-    EXPECT_EQ(read, row.Read + " ") << row.What;
+    EXPECT_EQ(read, expected + " ") << what;
   }
 }
 
@@ -220,12 +217,9 @@ TEST(OrderImplTest, EndsSectionsAtTheirTerminators) {
                           WireU32(20011, 8) + WireText(55001, "USER1") + WireTerminator();
   const OrderRecord record = DecodeOrder(key + WireU32(20007, 0x23232323) + WireU32(20014, 150) + WireU32(20084, 3) +
                                          WireTerminator() + WireU32(20014, 151));
-  EXPECT_EQ(+record.VELDOrderID, 7u);
-  EXPECT_EQ(+record.OrderID, 8u);
-  EXPECT_STREQ(record.UserID, "USER1");
-  EXPECT_STREQ(record.ExchangeOrderNo, "");
-  EXPECT_EQ(+record.Quantity, 150u);
-  EXPECT_EQ(+record.ProductType, 3u);
+  EXPECT_EQ(std::tuple(+record.VELDOrderID, +record.OrderID, +record.Quantity, +record.ProductType),
+            std::tuple(7u, 8u, 150u, 3u));
+  EXPECT_EQ(record.UserID + std::string(record.ExchangeOrderNo), "USER1");
 }
 
 TEST(OrderImplTest, ReplacesTheKeySectionByAStoredOrder) {

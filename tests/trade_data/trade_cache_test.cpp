@@ -5,24 +5,17 @@
 #include <random>
 
 #include "tests/support/sample_trade.h"
-#include "tests/support/wire_bytes.h"
 #include "tests/trade_data/cache_player.h"
 
 namespace {
 
 using Books = std::map<std::string, BookSettings>;
 
-std::string Trade(std::uint32_t id, std::uint32_t quantity, const char* execution, const std::string& more = {}) {
-  return WireMessage(
-      8111, WireU32(20008, id) + WireText(55101, execution) + WireTerminator() + WireU32(20014, quantity) + more);
-}
 std::string Amend(std::uint32_t id, std::uint32_t product, std::uint32_t newQuantity, std::uint32_t addQuantity,
                   const std::string& more = {}) {
   return WireMessage(9112, WireU32(20008, id) + WireU32(20084, product) + WireU32(20103, newQuantity) +
                                WireU32(20104, addQuantity) + more);
 }
-const std::string kDownloadEnd = WireMessage(8112, "");
-const std::string kClear = WireMessage(30022, "");
 const std::string kReopen = WireMessage(kReopenDownload, "");
 
 struct Step {
@@ -42,29 +35,29 @@ void CheckSteps(std::initializer_list<Step> steps) {
 }
 
 TEST(TradeCacheTest, NumbersTradesOfTheDownloadAndThenLiveOnes) {
-  const std::string download = Trade(3, 30, "c") + Trade(1, 10, "a") + Trade(2, 20, "b");
+  const std::string download = TradeMessage(3, 30, "c") + TradeMessage(1, 10, "a") + TradeMessage(2, 20, "b");
   CheckSteps({
       {"in the download", download, "live, pending 1:10/1 2:20/1 3:30/1, rows, next 0"},
-      {"repeats", download + Trade(9, 90, "a"), "live, pending 1:10/1 2:20/1 3:30/1, rows, next 0"},
-      {"another execution", Trade(2, 25, "b2"), "live, pending 1:10/1 2:25/1 3:30/1, rows, next 0"},
+      {"repeats", download + TradeMessage(9, 90, "a"), "live, pending 1:10/1 2:20/1 3:30/1, rows, next 0"},
+      {"another execution", TradeMessage(2, 25, "b2"), "live, pending 1:10/1 2:25/1 3:30/1, rows, next 0"},
       {"its end", kDownloadEnd, "live 1:10/1 2:25/1 3:30/1, pending, rows 0=1 1=2 2=3, next 3"},
-      {"live", Trade(5, 50, "e"), "live 1:10/1 2:25/1 3:30/1 5:50/1, pending, rows 0=1 1=2 2=3 3=5, next 4"},
-      {"an older id", Trade(4, 40, "d"),
+      {"live", TradeMessage(5, 50, "e"), "live 1:10/1 2:25/1 3:30/1 5:50/1, pending, rows 0=1 1=2 2=3 3=5, next 4"},
+      {"an older id", TradeMessage(4, 40, "d"),
        "live 1:10/1 2:25/1 3:30/1 4:40/1 5:50/1, pending, rows 0=1 1=2 2=3 3=5 4=4, next 5"},
-      {"a known id", Trade(1, 11, "a2"),
+      {"a known id", TradeMessage(1, 11, "a2"),
        "live 1:11/1 2:25/1 3:30/1 4:40/1 5:50/1, pending, rows 0=1 1=2 2=3 3=5 4=4, next 5"},
-      {"known executions, and the end again", Trade(7, 70, "e") + kDownloadEnd,
+      {"known executions, and the end again", TradeMessage(7, 70, "e") + kDownloadEnd,
        "live 1:11/1 2:25/1 3:30/1 4:40/1 5:50/1, pending, rows 0=1 1=2 2=3 3=5 4=4, next 5"},
       {"cleared", kClear, "live, pending, rows, next 5"},
       {"the next login", download, "live, pending 1:10/1 2:20/1 3:30/1, rows, next 5"},
-      {"numbers go on", kDownloadEnd + Trade(0x80000000u, 8, "n"),
+      {"numbers go on", kDownloadEnd + TradeMessage(0x80000000u, 8, "n"),
        "live -2147483648:8/1 1:10/1 2:20/1 3:30/1, pending, rows 5=1 6=2 7=3 8=-2147483648, next 9"},
   });
 }
 
 TEST(TradeCacheTest, AmendsKnownTradesAndAddsUnknownOnes) {
   CheckSteps({
-      {"a trade", Amend(7, 2, 0, 70) + Amend(7, 2, 9, 0) + kDownloadEnd + Trade(5, 50, "e"),
+      {"a trade", Amend(7, 2, 0, 70) + Amend(7, 2, 9, 0) + kDownloadEnd + TradeMessage(5, 50, "e"),
        "live 5:50/1, pending, rows 0=5, next 1"},
       {"unknown, nothing to add", Amend(7, 2, 0, 0) + Amend(7, 2, 9, 0), "live 5:50/1, pending, rows 0=5, next 1"},
       {"product alone", Amend(5, 2, 0, 77), "live 5:50/2, pending, rows 0=5, next 1"},
@@ -74,7 +67,7 @@ TEST(TradeCacheTest, AmendsKnownTradesAndAddsUnknownOnes) {
       {"its execution is known", WireMessage(8111, WireU32(20008, 9) + WireText(55100, "oe") + WireTerminator()),
        "live 5:60/0, pending, rows 0=5, next 1"},
       {"in the download the earlier amendment waits under the new id",
-       kReopen + Trade(2, 20, "b") + Amend(8, 2, 0, 80, WireText(55100, "o8")),
+       kReopen + TradeMessage(2, 20, "b") + Amend(8, 2, 0, 80, WireText(55100, "o8")),
        "live 5:60/0, pending 2:20/1 8(5):60/0, rows 0=5, next 1"},
       {"a repeat of it", Amend(9, 2, 0, 90, WireText(55100, "o8")),
        "live 5:60/0, pending 2:20/1 8(5):60/0, rows 0=5, next 1"},
