@@ -25,8 +25,7 @@ class ScriptedGrid : public CQORPGridCtrl {
     });
   }
   void AskQuestion() {
-    constexpr std::uint32_t kYesNo = 4;
-    CQORPMessageBox box({.Parent = this, .Text = L"Shall the answer be no?", .Style = kYesNo});
+    CQORPMessageBox box({.Parent = this, .Text = L"Shall the answer be no?", .Style = 4});  // Yes and No
     Note(box.ShowModal() == 7 ? "No" : "Yes");
   }
   void AskForFile() {
@@ -130,12 +129,6 @@ TEST_F(ScriptRun, GivesTheFocusBackToTheNamedBook) {
   EXPECT_EQ(Grid->Notes, (Texts{"focus One", "focus One", "sort 1", "sort 2"}));
 }
 
-TEST_F(ScriptRun, ChoosesAndChecksItems) {
-  EXPECT_EQ(Run("book-menu Items\ncheck Second\ncheck First\ncheck First\nchoose Second\nchoose second\nanswer Done\n"),
-            "6: no list of the dialog has such an item\n");
-  EXPECT_EQ(Grid->Notes, (Texts{"item 1+", "item 0+", "item 0-", "chosen 1"}));
-}
-
 // The second script takes longer than a step and is over long before the first one goes on.
 TEST_F(ScriptRun, WaitsAsLongAsItIsTold) {
   std::ostringstream reports;
@@ -163,16 +156,13 @@ TEST_F(ScriptRun, DrivesABook) {
 
 TEST_F(ScriptRun, AnswersDialogs) {
   const std::filesystem::path file = TestFolder() / "made" / "b.csv";
-  const std::string questions = "book-menu Ask\nexpect-text answer be no\nanswer No\n";
-  EXPECT_EQ(Run(questions + "save-as " + PathText(file) + "\nbook-menu Files>Export\ncancel-save\n" +
-                "book-menu Files>Export\nbook-menu Ask\nanswer Maybe\nanswer Yes\n"),
-            "9: the dialog has no such button\n");
-  EXPECT_EQ(Grid->Notes, (Texts{"No", "b.csv", "cancelled", "Yes"}));
+  EXPECT_EQ(Run("book-menu Ask\nexpect-text answer be no\nclose-book\nanswer No\nsave-as " + PathText(file) +
+                "\nbook-menu Files>Export\ncancel-save\nbook-menu Files>Export\nbook-menu Ask\nanswer Maybe\n"
+                "answer Yes\nbook-menu Items\ncheck Second\ncheck First\ncheck First\nchoose Second\n"
+                "choose second\nanswer Done\nclose-book\n"),
+            "3: a dialog is up\n10: the dialog has no such button\n17: no list of the dialog has such an item\n");
+  EXPECT_EQ(Grid->Notes, (Texts{"No", "b.csv", "cancelled", "Yes", "item 1+", "item 0+", "item 0-", "chosen 1"}));
   EXPECT_TRUE(std::filesystem::is_directory(file.parent_path()));
-}
-
-TEST_F(ScriptRun, ClosesNoBookUnderADialog) {
-  EXPECT_EQ(Run("book-menu Ask\nclose-book\nanswer No\nclose-book\n"), "2: a dialog is up\n");
   EXPECT_FALSE(Bar->IsBarShown());
 }
 
@@ -188,15 +178,12 @@ TEST_F(ScriptRun, ReportsUnexpectedThings) {
 TEST(PngFile, WritesTheFormatsBytes) {
   // Two pixels side by side over two: red, green; red, blue.
   const std::uint8_t pixels[] = {255, 0, 0, 0, 255, 0, 255, 0, 0, 0, 0, 255};
-  const std::string png = PngBytes(2, 2, pixels);
-  EXPECT_EQ(png.substr(0, 33),
-            std::string("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\0\0\0\2\0\0\0\2\x08\2\0\0\0\xFD\xD4\x9A\x73", 33));
-  EXPECT_EQ(png.substr(37, 4), "IDAT");
-  EXPECT_EQ(png.substr(png.size() - 12), std::string("\0\0\0\0IEND\xAE\x42\x60\x82", 12));
+  const std::string head("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\0\0\0\2\0\0\0\2\x08\2\0\0\0\xFD\xD4\x9A\x73", 33);
   EXPECT_EQ(PngBytes(2, 3, pixels) + PngBytes(0, 2, {}), "");
   EXPECT_THROW(WritePngFile(TestFolder() / "no" / "x.png", 2, 2, pixels), TerminalError);
   WritePngFile(TestFolder() / "x.png", 2, 2, pixels);
-  EXPECT_EQ(ReadFile(TestFolder() / "x.png"), png);
+  EXPECT_TRUE(ReadFile(TestFolder() / "x.png").starts_with(head));
+  EXPECT_TRUE(ReadFile(TestFolder() / "x.png").ends_with(std::string("\0\0\0\0IEND\xAE\x42\x60\x82", 12)));
 }
 
 }  // namespace
