@@ -276,25 +276,23 @@ TEST_F(WindowSessionTest, KeepsPlacesAndSort) {
   grid.SetColumnWidth(3, 333);
   columns.SetColumnDisplayPos(0, 3);
   const std::vector<int> order = columns.DisplayColumns();
-  const wxRect place = Main().GetNormalRect();
-  Close();
-  EXPECT_EQ(WindowMemory(Given.Work).LoadFrame().value_or(FramePlace()).Rectangle,
-            (SettingsRectangle{place.x, place.y, place.x + place.width, place.y + place.height}));
-  const auto openAt = [this](const SettingsRectangle& rectangle) {
-    WindowMemory memory(Given.Work);
-    memory.SaveFrame({rectangle, false});
-    EXPECT_TRUE(memory.Write());
-    Open();
-  };
-  openAt({40, 60, 940, 700});
   // A window manager may still be placing the new window.
+  EXPECT_TRUE(Wait([this] {
+    Main().SetSize(wxSize(900, 640));
+    return Main().GetNormalRect().GetSize() == wxSize(900, 640);
+  }));
+  Close();
+  Open();
   EXPECT_TRUE(Wait([this] { return Main().GetSize() == wxSize(900, 640); }));
   const CQORPGridColumnsInfo& again = Watch().Grid().GetColumnsInfo();
   EXPECT_EQ(again.GetColumnWidth(3), 333);
   EXPECT_EQ(again.DisplayColumns(), order);
   EXPECT_EQ(again.GetColumnState(5), 1);
   Close();
-  openAt({20000, 20000, 20900, 20640});
+  WindowMemory memory(Given.Work);
+  memory.SaveFrame({{20000, 20000, 20900, 20640}, false});
+  EXPECT_TRUE(memory.Write());
+  Open();
   EXPECT_LT(Main().GetPosition().x, 10000) << "that screen is gone";
 }
 
@@ -338,6 +336,7 @@ TEST_F(WindowSessionTest, OpensAnotherDayAndPlaysItTheNextTime) {
   // Without that day the sample plays, here to its end.
   std::filesystem::remove(other);
   const auto sample = ProgramFolder() / "sample_day";
+  std::filesystem::remove_all(sample);
   std::filesystem::copy(TestFolder(), sample);
   std::filesystem::rename(sample / "day.csv", sample / "trades.csv");
   Given.ExitAfter.emplace().Played = true;
