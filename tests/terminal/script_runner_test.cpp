@@ -3,7 +3,6 @@
 #include <wx/button.h>
 #include <wx/checklst.h>
 
-#include <algorithm>
 #include <sstream>
 
 #include "terminal/common/errors.h"
@@ -26,15 +25,11 @@ class ScriptedGrid : public CQORPGridCtrl {
     });
   }
   void AskQuestion() {
-    CQORPMessageBox box;
-    box.Parent = this;
-    box.Text = L"Shall the answer be no?";
-    box.Style = 4;  // Yes and No
+    CQORPMessageBox box({.Parent = this, .Text = L"Shall the answer be no?", .Style = 4});  // Yes and No
     Note(box.ShowModal() == 7 ? "No" : "Yes");
   }
   void AskForFile() {
-    CQORPFileDialog dialog(this, "proposal.csv", L".csv", L"Files (*.csv)");
-    const auto path = dialog.AskForPath();
+    const auto path = CQORPFileDialog(this, "proposal.csv", L".csv", L"Files (*.csv)").AskForPath();
     Note(path ? path->filename().string() : "cancelled");
   }
   void AskForItems() {
@@ -42,9 +37,9 @@ class ScriptedGrid : public CQORPGridCtrl {
     const wxString items[] = {L"First", L"Second"};
     auto& list = MakeChild<wxCheckListBox>(&dialog, wxID_ANY, wxDefaultPosition, wxDefaultSize, 2, items);
     MakeChild<wxButton>(&dialog, wxID_OK, L"Done");
-    list.Bind(wxEVT_CHECKLISTBOX, [&](wxCommandEvent& event) {
-      Note("item " + std::to_string(event.GetInt()) +
-           (list.IsChecked(static_cast<unsigned>(event.GetInt())) ? "+" : "-"));
+    list.Bind(wxEVT_CHECKLISTBOX, [&](const wxCommandEvent& event) {
+      const auto item = static_cast<unsigned>(event.GetInt());
+      Note("item " + std::to_string(item) + (list.IsChecked(item) ? "+" : "-"));
     });
     Note(dialog.ShowModal() == wxID_OK ? "chosen " + std::to_string(list.GetSelection()) : "cancelled");
   }
@@ -93,7 +88,10 @@ class ScriptRun : public GuiTest, protected ScriptTarget {
     BadLineReport badLines(reports);
     ScriptRunner runner(file, *this, badLines);
     runner.Start();
-    EXPECT_TRUE(PumpUntil([&runner] { return runner.HasEnded(); }));
+    int patience = 20;  // a refused command alone takes more than a second
+    while (!PumpUntil([&runner] { return runner.HasEnded(); }) && --patience > 0) {
+    }
+    EXPECT_TRUE(runner.HasEnded());
     Pump();
     return Without(reports.str(), PathText(file) + ":");
   }
@@ -131,12 +129,6 @@ TEST_F(ScriptRun, GivesTheFocusBackToTheNamedBook) {
   EXPECT_EQ(Grid->Notes, (Texts{"focus One", "focus One", "sort 1", "sort 2"}));
 }
 
-TEST_F(ScriptRun, ChoosesAndChecksItems) {
-  EXPECT_EQ(Run("book-menu Items\ncheck Second\ncheck First\ncheck First\nchoose Second\nchoose second\nanswer Done\n"),
-            "6: no list of the dialog has such an item\n");
-  EXPECT_EQ(Grid->Notes, (Texts{"item 1+", "item 0+", "item 0-", "chosen 1"}));
-}
-
 // The second script takes longer than a step and is over long before the first one goes on.
 TEST_F(ScriptRun, WaitsAsLongAsItIsTold) {
   std::ostringstream reports;
@@ -156,8 +148,7 @@ TEST_F(ScriptRun, DrivesABook) {
   EXPECT_EQ(Grid->Notes, (Texts{"18=a", "18=a ", "18=a >", "18=b", "18=\xC3\xBC", "18=", "sort 19"}));
   EXPECT_TRUE(Grid->IsColumnSelected(0));
   ASSERT_EQ(Grid->GetSelectionCount(), 1);
-  EXPECT_EQ(Grid->GetSelection(0).Top, 2);
-  EXPECT_EQ(Grid->GetSelection(0).Bottom, 199);
+  EXPECT_EQ(std::pair(Grid->GetSelection(0).Top, Grid->GetSelection(0).Bottom), std::pair(2, 199));
   EXPECT_TRUE(Bar->IsDocked());
   LooksUntilLess = 5;
   EXPECT_EQ(Run("expect-rows 299\n"), "");
@@ -165,31 +156,14 @@ TEST_F(ScriptRun, DrivesABook) {
 
 TEST_F(ScriptRun, AnswersDialogs) {
   const std::filesystem::path file = TestFolder() / "made" / "b.csv";
-  EXPECT_EQ(
-      Run("book-menu Ask\nexpect-text answer be no\nanswer No\nsave-as " + PathText(file) +
-          "\nbook-menu Files>Export\ncancel-save\nbook-menu Files>Export\nbook-menu Ask\nanswer Maybe\nanswer Yes\n"),
-      "9: the dialog has no such button\n");
-  EXPECT_EQ(Grid->Notes, (Texts{"No", "b.csv", "cancelled", "Yes"}));
+  EXPECT_EQ(Run("book-menu Ask\nexpect-text answer be no\nclose-book\nanswer No\nsave-as " + PathText(file) +
+                "\nbook-menu Files>Export\ncancel-save\nbook-menu Files>Export\nbook-menu Ask\nanswer Maybe\n"
+                "answer Yes\nbook-menu Items\ncheck Second\ncheck First\ncheck First\nchoose Second\n"
+                "choose second\nanswer Done\nclose-book\n"),
+            "3: a dialog is up\n10: the dialog has no such button\n17: no list of the dialog has such an item\n");
+  EXPECT_EQ(Grid->Notes, (Texts{"No", "b.csv", "cancelled", "Yes", "item 1+", "item 0+", "item 0-", "chosen 1"}));
   EXPECT_TRUE(std::filesystem::is_directory(file.parent_path()));
-}
-
-// A book is not closed behind the back of a dialog of its own.
-TEST_F(ScriptRun, ClosesABookAndAppendsUsage) {
-  const std::filesystem::path before = std::filesystem::current_path();
-  std::filesystem::current_path(TestFolder());
-  EXPECT_EQ(Run("usage a\nbook-menu Ask\nclose-book\nanswer No\nclose-book\n"), "3: a dialog is up\n");
-  std::filesystem::current_path(before);
   EXPECT_FALSE(Bar->IsBarShown());
-  std::string usage = ReadFile(TestFolder() / "out" / "usage.csv");
-  std::ranges::replace(usage, ',', ' ');
-  std::istringstream file(usage);
-  std::string titles, name;
-  std::uint64_t heap = 0, handles = 0, windows = 0, books = 0;
-  std::getline(file, titles) >> name >> heap >> handles >> windows >> books;
-  EXPECT_EQ(titles, "name heap handles windows books");
-  EXPECT_EQ(std::pair(name, books), std::pair(std::string("a"), std::uint64_t{1}));
-  EXPECT_GE(heap, 100000U);  // handles: Wine counts none
-  EXPECT_GT(windows, 2U);
 }
 
 TEST_F(ScriptRun, ReportsUnexpectedThings) {
@@ -204,16 +178,12 @@ TEST_F(ScriptRun, ReportsUnexpectedThings) {
 TEST(PngFile, WritesTheFormatsBytes) {
   // Two pixels side by side over two: red, green; red, blue.
   const std::uint8_t pixels[] = {255, 0, 0, 0, 255, 0, 255, 0, 0, 0, 0, 255};
-  const std::string png = PngBytes(2, 2, pixels);
   const std::string head("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\0\0\0\2\0\0\0\2\x08\2\0\0\0\xFD\xD4\x9A\x73", 33);
-  EXPECT_EQ(png.substr(0, 33), head);
-  EXPECT_EQ(png.substr(37, 4), "IDAT");
-  EXPECT_EQ(png.substr(png.size() - 12), std::string("\0\0\0\0IEND\xAE\x42\x60\x82", 12));
-  EXPECT_EQ(PngBytes(2, 3, pixels), "");
-  EXPECT_EQ(PngBytes(0, 2, {}), "");
+  EXPECT_EQ(PngBytes(2, 3, pixels) + PngBytes(0, 2, {}), "");
   EXPECT_THROW(WritePngFile(TestFolder() / "no" / "x.png", 2, 2, pixels), TerminalError);
   WritePngFile(TestFolder() / "x.png", 2, 2, pixels);
-  EXPECT_EQ(ReadFile(TestFolder() / "x.png"), png);
+  EXPECT_TRUE(ReadFile(TestFolder() / "x.png").starts_with(head));
+  EXPECT_TRUE(ReadFile(TestFolder() / "x.png").ends_with(std::string("\0\0\0\0IEND\xAE\x42\x60\x82", 12)));
 }
 
 }  // namespace

@@ -1,34 +1,31 @@
 // Which of two window systems the terminal takes, beside the X server that the test runs on; what is not printed.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <wx/utils.h>
 
 #include <array>
-#include <cstdlib>
-#include <string>
 
 #include "terminal/windows/frame/window_tools.h"
 
 namespace {
 
-std::string Value(const char* name) {
-  const char* value = std::getenv(name);
-  return value == nullptr ? "" : value;
-}
-
-void Give(const char* name, const std::string& value) {
-  value.empty() ? unsetenv(name) : setenv(name, value.c_str(), 1);
+void Give(const char* name, const wxString& value) {
+  value.empty() ? wxUnsetEnv(name) : wxSetEnv(name, value);
 }
 
 TEST(WindowSystem, TakesAReachableXServerUnlessTheUserHasChosen) {
-  const std::string display = Value("DISPLAY"), chosen = Value("GDK_BACKEND");
-  if (display.empty()) GTEST_SKIP() << "there is no X server";
-  const std::array<std::string, 3> cases[] = {
+  wxString display, chosen, taken;
+  wxGetEnv("GDK_BACKEND", &chosen);
+  if (!wxGetEnv("DISPLAY", &display)) GTEST_SKIP() << "there is no X server";
+  const std::array<wxString, 3> cases[] = {
       {display, "", "x11"}, {display, "wayland", "wayland"}, {"", "", ""}, {":65000", "", ""}};
-  for (const auto& [server, backend, taken] : cases) {
+  for (const auto& [server, backend, wanted] : cases) {
     Give("DISPLAY", server);
     Give("GDK_BACKEND", backend);
     ChooseWindowSystem();
-    EXPECT_EQ(Value("GDK_BACKEND"), taken) << server << backend;
+    taken.clear();
+    wxGetEnv("GDK_BACKEND", &taken);
+    EXPECT_EQ(taken, wanted) << server << backend;
   }
   Give("DISPLAY", display);
   Give("GDK_BACKEND", chosen);
