@@ -27,9 +27,8 @@ TEST(Options, TakesEveryOption) {
     EXPECT_EQ(ParseOptions({"--record", "r", "--record-mode", mode}).RecordMode, *mode - '0');
   const auto played = *ParseOptions({"--exit-after", "played"}).ExitAfter;
   const auto timed = *ParseOptions({"--exit-after", "604800"}).ExitAfter;
-  using std::chrono::seconds;
-  EXPECT_TRUE(played.HasCome(true, seconds(0)) && !played.HasCome(false, seconds(1000)));
-  EXPECT_TRUE(timed.HasCome(false, seconds(604800)) && !timed.HasCome(true, seconds(604799)));
+  EXPECT_TRUE(played.HasCome(true, {}) && !played.HasCome(false, std::chrono::hours(9)));
+  EXPECT_TRUE(timed.HasCome(false, std::chrono::hours(168)) && !timed.HasCome(true, std::chrono::minutes(10079)));
 }
 
 TEST(Options, NamesFilesElseTheDefaults) {

@@ -113,8 +113,7 @@ TEST_F(TerminalHostTest, AnswersOnlyRequestThirtyForAKnownSecurity) {
 }
 
 TEST(PluginDescription, ReadsTheFourMessages) {
-  std::u16string title(u"Trades\0#", 8);  // "#": after the terminator, no part of the text
-  title.resize(64);
+  constexpr std::u16string_view title(u"Trades\0#", 8);  // the text ends before its terminator
   const auto wide = [](int tag, std::u16string_view text) {
     return WireText(tag, {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t)});
   };
