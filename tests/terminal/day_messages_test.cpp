@@ -1,75 +1,51 @@
 // The messages made of a day, their numbers, and how they are recorded.
-#include <gtest/gtest.h>
-
-#include <sstream>
-#include <tuple>
-#include <vector>
-
-#include "terminal/common/errors.h"
 #include "terminal/day/day_input.h"
 #include "terminal/day/trade_message.h"
+#include "terminal/link/message_log.h"
 #include "tests/terminal/test_files.h"
 
 namespace {
 
-const std::string kTime = "20131007-00:00:01";
-
 class TradeMessage : public testing::Test {
  protected:
+  TradeMessage() { EXPECT_TRUE(Day.Next(First)); }
   std::string MessageOf(const DayTrade& trade) {
     CQORPacketWriter writer(0);
     Messages.Write(trade, 9101, writer);
     writer.Finish();
     return {reinterpret_cast<const char*>(writer.GetData()), writer.GetSize()};
   }
-  DayTrade FirstTrade() {
-    TradeDay day(WriteTestFile("day.csv", kTradeHeader + TradeLine(kTime, "700001")), BadLines);
-    DayTrade trade;
-    EXPECT_TRUE(day.Next(trade));
-    return trade;
-  }
 
-  std::ostringstream Reports;
-  BadLineReport BadLines{Reports};
-  OrderDesk Desk{WriteDesk(), BadLines};
-  SecurityList Securities{WriteSecurities(), BadLines};
+  TestReport BadLines;
+  TradeDay Day{WriteDay({"00:00:01"}), BadLines};
+  OrderDesk Desk{TestFolder() / "desk.csv", BadLines};
+  SecurityList Securities{TestFolder() / "securities.csv", BadLines};
   TradeMessages Messages{Desk, Securities};
+  DayTrade First;
 };
 
 TEST_F(TradeMessage, HasTheseFieldsInThisOrder) {
-  DayTrade made = FirstTrade();
-  made.Symbol = "SYM";
-  made.ExpiryDate = "201312";
-  const std::string key = WireText(55001, "ANITA") + WireU32(20008, 1) + WireU32(20009, 1) + WireText(55101, "700001") +
-                          WireText(55100, "1100") + WireTerminator();
-  const std::string security = WireText(55010, "ARCA") + WireText(55104, "IBM") + WireText(55105, "EQ") +
-                               WireText(55103, "SYM") + WireText(55143, "201312") + WireText(55106, "XX") +
-                               WireDouble(40004, 0) + WireDouble(40008, 1) + WireText(55107, "BIG BLUE");
-  const std::string trade = WireText(55118, kTime) + WireU32(20011, 500001) + WireText(55116, kTime) +
-                            WireText(55117, kTime) + WireU8(101, 2) + WireU8(102, 2) + WireU32(20084, 3) +
-                            WireU32(20014, 25) + WireU32(20013, 0) + WireU32(20036, 0) + WireDouble(40002, 182.5);
-  const std::string desk = WireText(55018, "DESK1") + WireText(55102, "C1001") + WireText(55131, "10412") +
-                           WireText(55012, "4000") + WireText(55109, "ref") + WireU32(20068, 11) + WireU32(20081, 0) +
-                           WireU32(20082, 0) + WireU32(20083, 0) + WireText(55151, "") + WireU8(115, 1) +
-                           WireU32(20101, 0) + WireText(55124, "TERM-A01") + WireText(55123, "AAAPA1001A") +
-                           WireText(55328, "ALGO7") + WireU16(11115, 2) + WireText(55329, "PART9") +
-                           WireText(55109, "ref");
-  const std::string message = MessageOf(made);
-  EXPECT_EQ(message, WireMessage(9101, key + security + trade + desk));
-  EXPECT_EQ(Reports.str(), "");
-  // What the market watch reads of it, which leaves the reader where it stood.
+  First.Symbol = "SYM";
+  First.ExpiryDate = "201312";
+  const std::string message = MessageOf(First);
   const ExactBytes block(message);
+  EXPECT_EQ(
+      FieldsText({block.Data() + 10, message.size() - 10}),
+      "10002=9101 55001='ANITA' 20008=1 20009=1 55101='1' 55100='1100' 65535= 55010='ARCA' 55104='IBM' 55105='EQ' "
+      "55103='SYM' 55143='201312' 55106='XX' 40004=0 40008=1 55107='BIG BLUE' 55118='20131007-00:00:01' "
+      "20011=500001 55116='20131007-00:00:01' 55117='20131007-00:00:01' 101=2 102=2 20084=3 20014=25 20013=0 "
+      "20036=0 40002=182.5 55018='DESK1' 55102='C1001' 55131='10412' 55012='4000' 55109='ref' 20068=11 20081=0 "
+      "20082=0 20083=0 55151='' 115=1 20101=0 55124='TERM-A01' 55123='AAAPA1001A' 55328='ALGO7' 11115=2 "
+      "55329='PART9' 55109='ref'");
+  // What the market watch reads of it.
   CQORPacketReader reader(block.Data(), block.Size());
-  std::uint16_t needed = 0, consumed = 0;
-  ASSERT_TRUE(reader.ParseHeader(needed, consumed));
-  for (int time = 0; time < 2; ++time) {
-    const TradePrint print = ReadTradePrint(reader);
-    std::string texts;
-    for (const char* text : {print.Exchange, print.SecurityID, print.Symbol, print.Name, print.ExpiryDate, print.Time})
-      texts += std::string(text) + "|";
-    EXPECT_EQ(texts, "ARCA|IBM|SYM|BIG BLUE|201312|" + kTime + "|");
-    EXPECT_EQ(std::pair(print.Quantity, print.Price), std::pair(25U, 182.5));
-  }
+  reader.Cursor = 10;  // behind the header
+  const TradePrint print = ReadTradePrint(reader);
+  std::string texts;
+  for (const char* text : {print.Exchange, print.SecurityID, print.Symbol, print.Name, print.ExpiryDate, print.Time})
+    texts += std::string(text) + "|";
+  EXPECT_EQ(texts, "ARCA|IBM|SYM|BIG BLUE|201312|20131007-00:00:01|");
+  EXPECT_EQ(std::pair(print.Quantity, print.Price), std::pair(25U, 182.5));
 }
 
 TEST_F(TradeMessage, SharesNumbersAmongFillsOfAnOrder) {
@@ -78,14 +54,13 @@ TEST_F(TradeMessage, SharesNumbersAmongFillsOfAnOrder) {
       {"1100", "20131007-00:00:01", 1, 1, "20131007-00:00:01"},
       {"1100", "20131007-00:00:09", 1, 2, "20131007-00:00:01"},
       {"1101", "20131007-00:00:09", 2, 3, "20131007-00:00:09"}};
-  DayTrade trade = FirstTrade();
   for (const auto& [order, time, orderNumber, tradeNumber, orderTime] : fills) {
-    trade.ExchangeOrderNo = order;
-    trade.ExchangeTradeTime.Text = time;
-    const std::string message = MessageOf(trade);
-    for (const std::string& field :
-         {WireU32(20009, orderNumber), WireU32(20008, tradeNumber), WireText(55117, orderTime)})
-      EXPECT_NE(message.find(field), std::string::npos) << tradeNumber;
+    First.ExchangeOrderNo = order;
+    First.ExchangeTradeTime.Text = time;
+    const std::string message = MessageOf(First);
+    for (const std::string& part :
+         {WireU32(20008, tradeNumber) + WireU32(20009, orderNumber), WireText(55117, orderTime)})
+      EXPECT_NE(message.find(part), std::string::npos) << tradeNumber;
   }
 }
 
@@ -94,25 +69,24 @@ TEST_F(TradeMessage, GivesAnOrderTheSameDeskLineEverywhere) {
   for (const char* user : {"A", "B", "C", "D", "E"}) lines += user + std::string(",,,,,1,2,1,0,,,,0,,\n");
   const OrderDesk desk(WriteTestFile("five.csv", lines), BadLines);
   // FNV-1a of "" is 0xCBF29CE484222325 and of "a" 0xAF63DC4C8601EC8C, as its authors publish them: 2 and 1 modulo 5.
-  EXPECT_EQ(desk.LineOf("").UserID, "C");
-  EXPECT_EQ(desk.LineOf("a").UserID, "B");
+  EXPECT_EQ(desk.LineOf("").UserID + desk.LineOf("a").UserID, "CB");
 }
 
 using Kind = LiveFrom::Kind;
 
-// The numbers that a day gives for a wire file, each as its reader says it and as its bytes do.
-std::string Played(const std::string& bytes, LiveFrom liveFrom, std::string* reports = nullptr) {
-  std::ostringstream told;
-  BadLineReport badLines(told);
-  NumberedDay script(OpenMessageDay(WriteTestFile("day.bin", bytes), badLines), liveFrom);
-  std::string numbers;
+// The numbers that a day gives for a wire file, each as its reader says it and as its bytes do, also after its time was
+// read; the times; the reports.
+std::string Played(const std::string& bytes, LiveFrom liveFrom) {
+  TestReport reports;
+  NumberedDay script(OpenMessageDay(WriteTestFile("day.bin", bytes), reports), liveFrom);
+  std::string numbers, times;
   while (script.Next()) {
-    const CQORPacketReader& message = script.Message();
+    CQORPacketReader& message = script.Message();
     numbers += std::to_string(message.MessageNumber) + " ";
+    times += ReadTradePrint(message).Time;
     EXPECT_EQ(LoadValue<std::uint16_t>(message.Data + message.Cursor - 2), message.MessageNumber);
   }
-  if (reports != nullptr) *reports = Without(told.str(), PathText(TestFolder() / "day.bin") + ": ");
-  return numbers;
+  return numbers + times + Without(reports.str(), PathText(TestFolder() / "day.bin") + ": ");
 }
 
 TEST(NumberedDay, EndsEachDownloadOnce) {
@@ -138,10 +112,13 @@ TEST(NumberedDay, EndsEachDownloadOnce) {
 }
 
 TEST(NumberedDay, BeginsLiveTradesAtTheirTime) {
-  std::string bytes;
-  for (const char* time :
-       {"20131007-09:00:00", "20131007-11:59:59", "20131007-12:00:00", "20131007-11:00:00", "20140609-09:00:00"})
+  std::string bytes, compressed, times;
+  for (const std::string time :
+       {"20131007-09:00:00", "20131007-11:59:59", "20131007-12:00:00", "20131007-11:00:00", "20140609-09:00:00"}) {
     bytes += DayMessage(8111, time);
+    compressed += WireFrame(Deflated(std::string_view(DayMessage(8111, time)).substr(10)), 1);
+    times += time;
+  }
   const std::pair<const char*, const char*> cases[] = {
       {"12:00:00", "8111 8111 8112 9101 9101 9101 "},
       {"12:00:01", "8111 8111 8111 8111 8112 9101 "},  // the next date lies behind every time of the first
@@ -149,19 +126,16 @@ TEST(NumberedDay, BeginsLiveTradesAtTheirTime) {
       {"20140609-09:00:00", "8111 8111 8111 8111 8112 9101 "},
       {"20140609-09:00:01", "8111 8111 8111 8111 8111 8112 "},
   };
-  for (const auto& [from, expected] : cases) EXPECT_EQ(Played(bytes, *ParseLiveFrom(from)), expected) << from;
+  for (const auto& [from, numbers] : cases)
+    for (const std::string& file : {bytes, compressed}) EXPECT_EQ(Played(file, *ParseLiveFrom(from)), numbers + times);
 }
 
 TEST(NumberedDay, ReportsUnreadableMessages) {
-  std::string number = DayMessage(8111);
-  number[8] = 4;  // the number is cut to one byte
-  number.pop_back();
-  std::string reports;
-  EXPECT_EQ(Played(DayMessage(8111) + number + DayMessage(8111, "", 2) + DayMessage(8111, "", 100) + DayMessage(9101),
-                   {}, &reports),
-            "8111 8112 9101 ");
+  const std::string number = WireFrame(WireHead(10002) + "x");  // cut to one byte
   const std::string noKey = ": the message is enciphered and there is no key\n";
-  EXPECT_EQ(reports, "byte 15: the message cannot be read\nbyte 29" + noKey + "byte 44" + noKey);
+  EXPECT_EQ(
+      Played(DayMessage(8111) + number + DayMessage(8111, "", 2) + DayMessage(8111, "", 100) + DayMessage(9101), {}),
+      "8111 8112 9101 byte 15: the message cannot be read\nbyte 29" + noKey + "byte 44" + noKey);
 }
 
 TEST(LiveFrom, TellsTimesFromCounts) {

@@ -2,7 +2,6 @@
 // is loaded, one line for each call, and calls the terminal back. ON_PLUGIN_MESSAGE is the name of its third entry
 // point: the right one, or another to be a plug-in that lacks it.
 #include <fstream>
-#include <string>
 
 #include "host_link/host_functions/terminal_functions.h"
 #include "host_link/messages/message_table.h"
@@ -23,18 +22,16 @@ Function Terminal(const char* name) {
 void Refresh() {
   Log << "refresh" << std::endl;
 }
-
-// The menu command.
-void OpenBook() {
+void RunMenuCommand() {
   Log << "command" << std::endl;
 }
 
-// The text of the field 55101; empty without one.
-std::string TradeNumber(CQORPacketReader& message) {
-  char text[65] = {};
-  while (message.NextTag() && message.Tag != 55101) message.SkipValue();
-  if (message.Tag == 55101) message.ReadText(text, 64);
-  return text;
+void Send(std::uint16_t number, const std::string& fields = {}) {
+  CQORPacketWriter message(0);
+  message.AddU16(10002, number);
+  message.Cursor +=
+      static_cast<std::uint16_t>(fields.copy(reinterpret_cast<char*>(message.Buffer) + message.Cursor, fields.size()));
+  Terminal<PluginDataSendFunction>("PluginDataSend")(&message);
 }
 
 void AskTerminal() {
@@ -44,44 +41,31 @@ void AskTerminal() {
   std::uint16_t number = MasterRequest::kRequestNumber;
   Terminal<GetMasterRequestFunction>("GetMasterRequest")(&request, 0, &number);
   const auto* record = reinterpret_cast<const char*>(request.MasterRecord);
-  double multiplier = 0;
-  std::memcpy(&multiplier, record + kMasterMultiplierOffset, sizeof multiplier);
-  Log << "master " << record + kMasterNameOffset << ' ' << multiplier << std::endl;
+  Log << "master " << record + kMasterNameOffset << ' ' << LoadValue<double>(record + kMasterMultiplierOffset)
+      << std::endl;
   const auto newBar = Terminal<GetPluginBarIDFunction>("GetPluginBarID");
   const auto removeBar = Terminal<PluginRemoveBarIDFunction>("PluginRemoveBarID");
   const std::uint32_t first = newBar("Fake", "one");
-  const std::uint32_t second = newBar("Fake", "one");
   removeBar(first, "Fake");
-  const bool isFree = newBar("Fake", "one") == first;
-  Log << "bars " << (isFree ? second - first : 0) << std::endl;
+  Log << "bars " << (first != 0 && newBar("Fake", "one") == first) << std::endl;
   removeBar(first, "Fake");
-  removeBar(second, "Fake");
   Terminal<ApplicationFocusFunction>("ApplicationFocus")(nullptr, 0);
-  CQORPacketWriter question(0);
-  question.AddU16(10002, 32022);
-  Terminal<PluginDataSendFunction>("PluginDataSend")(&question);
-}
-
-void RegisterRefresh() {
-  CQORPacketWriter message(0);
-  message.AddU16(10002, 32005);
-  message.AddU64(30002, reinterpret_cast<std::uint64_t>(&Refresh));
-  message.AddU32(60003, 1);
-  Terminal<PluginDataSendFunction>("PluginDataSend")(&message);
+  Send(32022);
 }
 
 // Where the route of message 30006 points: apart from the exported function, so that a test sees which was called.
 void RoutedMessage(CQORPacketReader* message) {
   const std::uint16_t number = message->MessageNumber;
-  Log << "routed " << number;
-  if (number != 8112) Log << ' ' << TradeNumber(*message);
-  Log << std::endl;
+  char tradeNumber[65] = {};
+  while (message->NextTag() && message->Tag != 55101) message->SkipValue();
+  if (message->Tag == 55101) message->ReadText(tradeNumber, 64);
+  Log << "routed " << number << (number == 8112 ? "" : " ") << tradeNumber << std::endl;
   if (number == 8112) AskTerminal();
 }
 
 template <typename Function>
-std::string Address(Function* function) {
-  return WireValue(30001, reinterpret_cast<std::uint64_t>(function));
+std::string Address(Function* function, int tag = 30001) {
+  return WireValue(tag, reinterpret_cast<std::uint64_t>(function));
 }
 
 std::string Route(unsigned number, MessageFunction function, Numbers routed) {
@@ -106,15 +90,15 @@ TRADEBOOK_EXPORT void ON_PLUGIN_MESSAGE(CQORPacketReader* message) {
   std::uint16_t consumed = 0;
   const bool raw = message->Cursor == 0 && message->ParseHeader(needed, consumed);
   Log << (raw ? "raw " : "parsed ") << message->MessageNumber << std::endl;
-  if (message->MessageNumber == 30025) RegisterRefresh();
+  if (message->MessageNumber == 30025) Send(32005, Address(&Refresh, 30002) + WireU32(60003, 1));
 }
 
 TRADEBOOK_EXPORT void GetDllInfo(HostReplyBuffer* reply, const std::uint8_t* infoOnly) {
   std::string messages = WireMessage(30004, WireText(55020, "Fake"));
   if (*infoOnly == 0)
-    messages +=
-        WireMessage(30005, Wide(55192, u"Fakes") + Address(&OpenBook) + Wide(55353, u"Fake Book") + WireU8(126, 0x77)) +
-        Route(30006, &RoutedMessage, {8111, 8112, 9101}) +
-        Route(30007, &ON_PLUGIN_MESSAGE, {30025, 30022, 30021, 30020});
+    messages += WireMessage(30005, Wide(55192, u"Fakes") + Address(&RunMenuCommand) + Wide(55353, u"Fake Book") +
+                                       WireU8(126, 0x77)) +
+                Route(30006, &RoutedMessage, {8111, 8112, 9101}) +
+                Route(30007, &ON_PLUGIN_MESSAGE, {30025, 30022, 30021, 30020});
   reply->AppendBytes(messages.data(), static_cast<std::uint32_t>(messages.size()), true);
 }

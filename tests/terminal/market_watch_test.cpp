@@ -1,23 +1,11 @@
 #include "terminal/watch/market_watch.h"
 
-#include <gtest/gtest.h>
-
-#include <sstream>
-
 #include "tests/terminal/test_files.h"
 
 namespace {
 
 class MarketWatchTest : public testing::Test {
  protected:
-  void Trade(const std::string& exchange, const std::string& id, double price, std::uint32_t quantity = 1,
-             const std::string& time = "20131007-09:30:00") {
-    TradePrint print{{}, {}, "SYM", "NAME", "201312", {}, quantity, price};
-    exchange.copy(print.Exchange, TradePrint::kLongestText);
-    id.copy(print.SecurityID, TradePrint::kLongestText);
-    time.copy(print.Time, TradePrint::kLongestText);
-    Watch.OnTradeSent(print);
-  }
   // All rows in one column, from the top down.
   std::string Column(std::size_t column) const {
     std::string text;
@@ -25,49 +13,41 @@ class MarketWatchTest : public testing::Test {
     return text;
   }
 
-  std::ostringstream Reports;
-  BadLineReport BadLines{Reports};
-  SecurityList Securities{WriteSecurities("ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,1\n"
-                                          "NYSE,IBM,IBM,BIG BLUE,EQ,,XX,0,1\n"
+  TestReport BadLines;
+  SecurityList Securities{WriteSecurities("ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,1\nNYSE,IBM,IBM,BIG BLUE,EQ,,XX,0,1\n"
                                           "ARCA,BAC,BAC,BANK,EQ,,XX,0,1\n"),
                           BadLines};
   MarketWatch Watch{Securities};
 };
 
 TEST_F(MarketWatchTest, SumsUpTrades) {
-  Trade("NYSE", "IBM", 1182.5, 1000, "20131007-09:30:01");
-  Trade("NYSE", "IBM", 1180, 2345, "20131007-09:30:02");
-  Trade("NYSE", "IBM", 1181.25, 5, "20131007-09:30:03");
-  Trade("NEW", "X", 2);
-  ASSERT_EQ(Watch.Rows(), 4);
-  EXPECT_EQ(Watch.RowAt(0).Trades, 0U);
+  Watch.OnTradeSent({"NYSE", "IBM", {}, {}, {}, "20131007-09:30:01", 1000, 1182.5});
+  Watch.OnTradeSent({"NYSE", "IBM", {}, {}, {}, "20131007-09:30:02", 2345, 1180});
+  Watch.OnTradeSent({"NYSE", "IBM", {}, {}, {}, "20131007-09:30:03", 5, 1181.25});
+  Watch.OnTradeSent({"NEW", "X", "SYM", "NAME", "201312", "20131007-09:30:00", 1, 2});
+  EXPECT_EQ(Column(9), "0 3 0 1 ");
   const WatchRow& row = Watch.RowAt(1);
-  const char* const expected[] = {"NYSE",  "IBM",   "IBM",   "BIG BLUE", "",        "1,181.25",
-                                  "-1.25", "-0.11", "3,350", "3",        "09:30:03"};
-  for (std::size_t column = 0; column < kWatchColumnCount; ++column)
-    EXPECT_EQ(kWatchColumns[column].Text(row), expected[column]) << column;
-  EXPECT_EQ(row.Tick, Trend::Up);             // of the last change
-  EXPECT_EQ(row.ChangeTrend(), Trend::Down);  // against the first price
-  EXPECT_EQ(Watch.RowAt(3).Name, "NAME");     // a security that is not listed
-  EXPECT_EQ(Watch.RowOf("BAC"), 2);
-  EXPECT_EQ(Watch.RowOf("bac"), -1);
+  std::string texts;
+  for (const WatchColumn& column : kWatchColumns) texts += column.Text(row) + "|";
+  EXPECT_EQ(texts, "NYSE|IBM|IBM|BIG BLUE||1,181.25|-1.25|-0.11|3,350|3|09:30:03|");
+  EXPECT_TRUE(row.Tick == Trend::Up && row.ChangeTrend() == Trend::Down);  // the last change, and all of them
+  EXPECT_EQ(Watch.RowAt(3).Name, "NAME");                                  // a security that is not listed
+  EXPECT_EQ(std::pair(Watch.RowOf("BAC"), Watch.RowOf("bac")), std::pair(2, -1));
   Watch.ForgetTrades();
-  EXPECT_EQ(Watch.Rows(), 4);
   EXPECT_EQ(Column(8), "0 0 0 0 ");
-  Trade("NYSE", "IBM", 5);
+  Watch.OnTradeSent({"NYSE", "IBM", {}, {}, {}, {}, 1, 5});
   EXPECT_EQ(Watch.RowAt(1).Change(), 0);
 }
 
 TEST_F(MarketWatchTest, SortsTradedRowsBeforeOthers) {
-  Trade("ARCA", "BAC", 13);
-  Trade("ARCA", "IBM", 182);
+  Watch.OnTradeSent({"ARCA", "BAC", {}, {}, {}, {}, 1, 13});
+  Watch.OnTradeSent({"ARCA", "IBM", {}, {}, {}, {}, 1, 182});
   Watch.SortBy(5, true);
-  EXPECT_EQ(Column(1), "BAC IBM IBM ");
-  EXPECT_EQ(Column(0), "ARCA ARCA NYSE ");
+  EXPECT_EQ(Column(1) + Column(0), "BAC IBM IBM ARCA ARCA NYSE ");
   Watch.SortBy(5, false);
   EXPECT_EQ(Column(1), "IBM BAC IBM ");
   const std::size_t bank = Watch.IdentityAt(1);
-  Trade("ARCA", "BAC", 200);
+  Watch.OnTradeSent({"ARCA", "BAC", {}, {}, {}, {}, 1, 200});
   EXPECT_EQ(Column(1), "IBM BAC IBM ");  // until the next beat
   EXPECT_TRUE(Watch.TakeChanges());
   EXPECT_EQ(Column(1), "BAC IBM IBM ");
@@ -79,17 +59,13 @@ TEST_F(MarketWatchTest, SortsTradedRowsBeforeOthers) {
 }
 
 TEST_F(MarketWatchTest, KeepsARowFreshForOneBeat) {
-  EXPECT_TRUE(Watch.TakeChanges());
-  EXPECT_FALSE(Watch.TakeChanges());
-  Trade("ARCA", "IBM", 1);
-  EXPECT_TRUE(Watch.TakeChanges());
-  EXPECT_TRUE(Watch.IsFresh(Watch.RowAt(0)));
-  Trade("ARCA", "IBM", 1);
-  EXPECT_TRUE(Watch.TakeChanges());
-  EXPECT_TRUE(Watch.IsFresh(Watch.RowAt(0)));
-  EXPECT_TRUE(Watch.TakeChanges());
-  EXPECT_FALSE(Watch.IsFresh(Watch.RowAt(0)));
-  EXPECT_FALSE(Watch.TakeChanges());
+  std::string beats;
+  for (const bool trades : {false, false, true, true, false, false}) {
+    if (trades) Watch.OnTradeSent({"ARCA", "IBM", {}, {}, {}, {}, 1, 1});
+    beats += Watch.TakeChanges() ? " changed" : " same";
+    if (Watch.IsFresh(Watch.RowAt(0))) beats += "+fresh";
+  }
+  EXPECT_EQ(beats, " changed same changed+fresh changed+fresh changed same");
 }
 
 TEST(MarketWatchText, SeparatesThousands) {
@@ -97,9 +73,7 @@ TEST(MarketWatchText, SeparatesThousands) {
       {1313.4, "1,313.40"}, {0.05, "0.05"}, {-0.00001, "0.00"}, {0.12345, "0.1235"}, {-1234567.125, "-1,234,567.125"},
       {999, "999.00"},      {0, "0.00"},    {1e300 * 1e300, ""}};
   for (const auto& [price, text] : cases) EXPECT_EQ(PriceText(price), text);
-  const std::pair<std::uint64_t, const char*> numbers[] = {
-      {0, "0"}, {999, "999"}, {1000, "1,000"}, {18446744073709551615U, "18,446,744,073,709,551,615"}};
-  for (const auto& [number, text] : numbers) EXPECT_EQ(WithThousands(number), text);
+  EXPECT_EQ(WithThousands(0) + " " + WithThousands(999) + " " + WithThousands(1000), "0 999 1,000");
 }
 
 }  // namespace

@@ -6,10 +6,8 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
-#include <filesystem>
-#include <initializer_list>
-#include <string>
+#include <sstream>
+#include <tuple>
 
 #include "platform/modules.h"
 #include "terminal/common/errors.h"
@@ -22,10 +20,9 @@ inline std::filesystem::path TestFolder() {
   const auto folder =
       ProgramFolder() / "terminal_test_files" / (std::string(test->test_suite_name()) + "." + test->name());
   static std::filesystem::path made;
-  if (made != folder) {
+  if (std::exchange(made, folder) != folder) {
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
-    made = folder;
   }
   return folder;
 }
@@ -43,6 +40,11 @@ inline std::string Without(std::string text, const std::string& part) {
   return text;
 }
 
+// Keeps the text of its reports.
+struct TestReport : std::ostringstream, BadLineReport {
+  TestReport() : BadLineReport(static_cast<std::ostream&>(*this)) {}
+};
+
 inline constexpr const char* kTradeHeader =
     "exchange_trade_time,exchange,security_id,symbol,security_type,expiry_date,option_type,strike_price,side,quantity,"
     "price,multiplier,exchange_order_no,exchange_trade_id\n";
@@ -57,9 +59,6 @@ inline constexpr const char* kSecurityLine = "ARCA,IBM,IBM,BIG BLUE,EQ,,XX,0,2.5
 inline std::filesystem::path WriteSecurities(const std::string& lines = kSecurityLine) {
   return WriteTestFile("securities.csv", kSecurityHeader + lines);
 }
-inline std::filesystem::path WriteDesk(const std::string& lines = kDeskLine) {
-  return WriteTestFile("desk.csv", kDeskHeader + lines);
-}
 
 // A line of a trade CSV with that time and trade number.
 inline std::string TradeLine(const std::string& time, const std::string& tradeId) {
@@ -68,7 +67,7 @@ inline std::string TradeLine(const std::string& time, const std::string& tradeId
 // A day of a trade at each of the times, numbered from 1, with securities and desk beside it.
 inline std::filesystem::path WriteDay(std::initializer_list<const char*> times) {
   WriteSecurities();
-  WriteDesk();
+  WriteTestFile("desk.csv", kDeskHeader + std::string(kDeskLine));
   std::string day = kTradeHeader;
   int number = 0;
   for (const char* time : times) day += TradeLine(std::string("20131007-") + time, std::to_string(++number));
@@ -93,9 +92,8 @@ class TestClock : public PlayClock {
 
 inline constexpr bool kWindows = std::filesystem::path::preferred_separator == '\\';
 
-inline std::string Quoted(const std::filesystem::path& path) {
-  std::filesystem::path preferred = path;
-  return "\"" + PathText(preferred.make_preferred()) + "\"";
+inline std::string Quoted(std::filesystem::path path) {
+  return "\"" + PathText(path.make_preferred()) + "\"";
 }
 
 inline std::filesystem::path TestModule(const char* name) {
@@ -105,14 +103,12 @@ inline std::filesystem::path TestModule(const char* name) {
 // What a run of the built terminal says.
 struct RunResult {
   int Code;
-  std::string Out;
-  std::string Errors;
+  std::string Out, Errors;
 };
 
 inline RunResult RunProgram(const std::string& arguments, const std::string& environment = {}) {
   const auto program = ProgramFolder() / ".." / "bin" / (kWindows ? "terminal.exe" : "terminal");
-  const auto out = TestFolder() / "out.txt";
-  const auto errors = TestFolder() / "errors.txt";
+  const auto out = TestFolder() / "out.txt", errors = TestFolder() / "errors.txt";
   std::string command = environment + Quoted(program) + " " + arguments + " > " + Quoted(out) + " 2> " + Quoted(errors);
   if (kWindows) command = "\"" + command + "\"";  // the shell takes one pair of quotes off
   const int status = std::system(command.c_str());
