@@ -5,7 +5,7 @@
 #include "grid_base/settings/registry_store.h"
 #include "tests/book_windows/books_fixture.h"
 #include "tests/support/files.h"
-#include "tests/toolkit/spoken_name.h"
+#include "tests/toolkit/gui_test.h"
 
 namespace fs = std::filesystem;
 

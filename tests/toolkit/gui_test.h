@@ -1,5 +1,5 @@
 // For tests with real windows: a main program that starts wxWidgets, a frame per test, an event pump, and mouse and key
-// events. Without a display every such test is skipped.
+// events. Without a display the program is skipped.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -39,16 +39,15 @@ void Click(wxWindow& window, const wxPoint& point, int held = kNoKey);
 void DoubleClick(wxWindow& window, const wxPoint& point);
 void RightClick(wxWindow& window, const wxPoint& point);
 // Presses at the first point, moves through the middle, releases at the last.
-void Drag(wxWindow& window, const wxPoint& from, const wxPoint& to, int held = kNoKey);
+void Drag(wxWindow& window, const wxPoint& from, const wxPoint& to);
 // A key as the system sends it: char hook, then key down, then char, until a handler takes it.
 void Press(wxWindow& window, int keyCode, int held = kNoKey);
 
-// The same with the pointer of the display; the window must be shown and not covered.
-void DragRealPointer(wxWindow& window, const wxPoint& from, const wxPoint& to);
 // True if the window gets the focus of the system; some displays need a window manager for that.
 bool GiveRealFocus(wxWindow& window);
 
 // The client area as painted now. Compare colours at a few places only: themes and fonts differ.
 wxImage PictureOf(wxWindow& window);
-// The same in a PNG file, for people to look at.
-bool SavePicture(wxWindow& window, const std::wstring& path);
+
+// The name of the window that screen readers say.
+std::wstring SpokenName(wxWindow& window);

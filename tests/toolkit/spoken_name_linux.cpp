@@ -1,6 +1,6 @@
 #include <dlfcn.h>
 
-#include "tests/toolkit/spoken_name.h"
+#include "tests/toolkit/gui_test.h"
 
 std::wstring SpokenName(wxWindow& window) {
   const auto accessibleOf = reinterpret_cast<void* (*)(void*)>(dlsym(RTLD_DEFAULT, "gtk_widget_get_accessible"));

@@ -1,4 +1,4 @@
-#include "tests/toolkit/spoken_name.h"
+#include "tests/toolkit/gui_test.h"
 
 // The system's own answer for a window without one: its text.
 std::wstring SpokenName(wxWindow& window) {

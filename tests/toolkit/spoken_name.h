@@ -1,8 +1,0 @@
-// The name of a window that screen readers say.
-#pragma once
-
-#include <wx/window.h>
-
-#include <string>
-
-std::wstring SpokenName(wxWindow& window);
