@@ -22,14 +22,6 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-// Many times as long as PumpUntil() alone: a loaded machine is slow to show a window or to run a script.
-bool Wait(const std::function<bool()>& condition) {
-  int patience = 20;
-  while (!PumpUntil(condition) && --patience > 0) {
-  }
-  return patience > 0;
-}
-
 template <typename Target>
 std::uint64_t Address(Target* target) {
   return reinterpret_cast<std::uint64_t>(target);
@@ -79,10 +71,10 @@ class WindowSessionTest : public GuiTest {
   void Open() {
     Session = std::make_unique<WindowSession>(FilesOf(Given), Given, BadLines);
     Session->Open();
-    ASSERT_TRUE(Wait([this] { return Session->GetDay().HasEnded() || Session->GetDay().DayTrades() == 3; }));
+    ASSERT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded() || Session->GetDay().DayTrades() == 3; }));
   }
   void WaitForEnd() {
-    EXPECT_TRUE(Wait([this] { return Session->GetDay().HasEnded(); }));
+    EXPECT_TRUE(PumpUntil([this] { return Session->GetDay().HasEnded(); }));
   }
   void Close() {
     Main().Close();
@@ -127,16 +119,16 @@ TEST_F(WindowSessionTest, MenuPlaysTheDay) {
     EXPECT_EQ(Watch().Grid().Selected()->Trades, 4U) << "those before are forgotten";
   }
   std::string status;
-  EXPECT_TRUE(Wait([&] {
+  EXPECT_TRUE(PumpUntil([&] {
     Watch().SetFocus();
     status.clear();
     for (int field = 0; field < 5; ++field) status += Main().GetStatusBar()->GetStatusText(field).ToStdString() + "|";
     return status.starts_with("Market Watch|2013-10-07 01:00:00|Day played|4 trades|") && status.ends_with(" / s|");
   })) << status;
-  EXPECT_TRUE(Wait([this] { return ReadFile(Given.Work / "fake_plugin.log").ends_with("refresh\n"); }));
+  EXPECT_TRUE(PumpUntil([this] { return ReadFile(Given.Work / "fake_plugin.log").ends_with("refresh\n"); }));
   Choose(L"File", L"Exit");
   EXPECT_EQ(Log(), told + "raw 30021\n");
-  EXPECT_TRUE(Wait([this] { return Session->GetWindows().Frame() == nullptr; }));
+  EXPECT_TRUE(PumpUntil([this] { return Session->GetWindows().Frame() == nullptr; }));
 }
 
 TEST_F(WindowSessionTest, MenuShowsHowThingsStand) {
@@ -162,7 +154,7 @@ TEST_F(WindowSessionTest, MenuShowsHowThingsStand) {
     EXPECT_EQ(checked(), states) << static_cast<int>(command);
   }
   Session->Commands().Run(TerminalCommand::StartAgain);
-  EXPECT_TRUE(Wait([&] { return pause.IsEnabled(); }));
+  EXPECT_TRUE(PumpUntil([&] { return pause.IsEnabled(); }));
   Session->GetWindows().Messages().OnPressCloseButton();
   EXPECT_EQ(checked(), "00100010") << "a closed bar shows at once";
   DialogAnswers answers;
@@ -186,9 +178,9 @@ TEST_F(WindowSessionTest, OpensABookByMenuKeyAndClick) {
     if (before == 3) Watch().FloatControlBar(wxRect(300, 300, 500, 300));
     Watch().ShowControlBar(true);
     WaitForActivation(Watch());
-    ASSERT_TRUE(Wait([this] { return Main().GetDockingManager().BarOf(wxWindow::FindFocus()) == &Watch(); }));
+    ASSERT_TRUE(PumpUntil([this] { return Main().GetDockingManager().BarOf(wxWindow::FindFocus()) == &Watch(); }));
     wxUIActionSimulator().Char(WXK_F8);
-    EXPECT_TRUE(Wait([&] { return commands() > before; }));
+    EXPECT_TRUE(PumpUntil([&] { return commands() > before; }));
     Pump();
     EXPECT_EQ(commands(), before + 1);
   }
@@ -247,10 +239,10 @@ TEST_F(WindowSessionTest, ShowsPropertiesWhileTheBookIsShown) {
   for (int time = 0; time < 2; ++time) {
     book.ShowControlBar(true);
     grid.SetFocus();
-    ASSERT_TRUE(Wait([&grid] { return wxWindow::FindFocus() == &grid; }));
+    ASSERT_TRUE(PumpUntil([&grid] { return wxWindow::FindFocus() == &grid; }));
     request();
     EXPECT_TRUE(pane.IsDocked());
-    EXPECT_TRUE(Wait([&pane] { return pane.GetDockingManager()->BarOf(wxWindow::FindFocus()) == &pane; }));
+    EXPECT_TRUE(PumpUntil([&pane] { return pane.GetDockingManager()->BarOf(wxWindow::FindFocus()) == &pane; }));
     auto& list = dynamic_cast<wxPropertyGrid&>(*pane.List().GetChildren().front());
     for (const long value : {-2147483647, 7, 7}) list.ChangePropertyValue(list.GetPropertyByLabel(L"Number"), value);
     book.ShowControlBar(false);
@@ -277,13 +269,13 @@ TEST_F(WindowSessionTest, KeepsPlacesAndSort) {
   columns.SetColumnDisplayPos(0, 3);
   const std::vector<int> order = columns.DisplayColumns();
   // A window manager may still be placing the new window.
-  EXPECT_TRUE(Wait([this] {
+  EXPECT_TRUE(PumpUntil([this] {
     Main().SetSize(wxSize(900, 640));
     return Main().GetNormalRect().GetSize() == wxSize(900, 640);
   }));
   Close();
   Open();
-  EXPECT_TRUE(Wait([this] { return Main().GetSize() == wxSize(900, 640); }));
+  EXPECT_TRUE(PumpUntil([this] { return Main().GetSize() == wxSize(900, 640); }));
   const CQORPGridColumnsInfo& again = Watch().Grid().GetColumnsInfo();
   EXPECT_EQ(again.GetColumnWidth(3), 333);
   EXPECT_EQ(again.DisplayColumns(), order);
@@ -304,7 +296,7 @@ struct FileChoice : wxModalDialogHook {
     auto* asking = dynamic_cast<wxFileDialog*>(dialog);
     if (asking == nullptr) return wxID_NONE;
     asking->SetPath(File);
-    return !File.empty() && Wait([&] { return asking->GetPath() == File; }) ? wxID_OK : wxID_CANCEL;
+    return !File.empty() && PumpUntil([&] { return asking->GetPath() == File; }) ? wxID_OK : wxID_CANCEL;
   }
   std::wstring File;
 };
@@ -325,7 +317,7 @@ TEST_F(WindowSessionTest, OpensAnotherDayAndPlaysItTheNextTime) {
   EXPECT_EQ(open(WriteTestFile("bad.csv", "x")), 1U);
   EXPECT_EQ(Log(), before);
   EXPECT_EQ(open(other), 0U);
-  EXPECT_TRUE(Wait([this] { return Watch().Grid().GetVirtualRows() == 1; }));
+  EXPECT_TRUE(PumpUntil([this] { return Watch().Grid().GetVirtualRows() == 1; }));
   WaitForEnd();
   EXPECT_EQ(Log(), before + "raw 30022\nrouted 8112\nmaster OTHER 4\nbars 1\nraw 30020\nrouted 9101 9\n");
   Close();
@@ -342,7 +334,7 @@ TEST_F(WindowSessionTest, OpensAnotherDayAndPlaysItTheNextTime) {
   Given.ExitAfter.emplace().Played = true;
   DialogAnswers answers;
   Open();
-  EXPECT_TRUE(Wait([this] { return Session->GetWindows().Frame() == nullptr; }));
+  EXPECT_TRUE(PumpUntil([this] { return Session->GetWindows().Frame() == nullptr; }));
   ASSERT_EQ(answers.Said.size(), 1U);
   EXPECT_NE(answers.Said.front().find(L"day2.csv"), std::wstring::npos);
   EXPECT_EQ(Log(), before + "raw 30021\n");
@@ -367,13 +359,13 @@ TEST_F(WindowSessionTest, ScriptTakesBooksByTheirTitles) {
   }
   WaitForActivation(Main());
   Choose(L"Day", L"As Fast As Possible");
-  EXPECT_TRUE(Wait([this] { return BadLines.FailedCommands() == 2 && Log().ends_with("command\n"); })) << Log();
+  EXPECT_TRUE(PumpUntil([this] { return BadLines.FailedCommands() == 2 && Log().ends_with("command\n"); })) << Log();
   EXPECT_EQ(Without(Reports.str(), PathText(Given.Script)),
             ":12: the command cannot be done now\n:13: the command cannot be done now\n");
   EXPECT_FALSE(first.IsBarShown());
   EXPECT_FALSE(second.IsDocked());
   RunningHost()->ApplicationFocus(&first, true);
-  EXPECT_TRUE(Wait([&] { return std::ranges::count(Main().GetDockingManager().Bars(), &first) == 0; }));
+  EXPECT_TRUE(PumpUntil([&] { return std::ranges::count(Main().GetDockingManager().Bars(), &first) == 0; }));
   EXPECT_EQ(std::ranges::count(Main().GetDockingManager().Bars(), &second), 1);
   std::string usage = ReadFile(TestFolder() / "out" / "usage.csv");
   EXPECT_TRUE(usage.starts_with("name,heap,handles,windows,books\ntwo,") && usage.ends_with(",2\n")) << usage;
@@ -394,14 +386,14 @@ TEST_F(WindowSessionTest, LogsMessagesOfBothDirections) {
   WaitForEnd();
   Choose(L"View", L"Messages");
   EXPECT_TRUE(Session->GetWindows().Messages().IsDocked());
-  EXPECT_TRUE(Wait([&grid] { return grid.GetVirtualRows() > 0; }));
+  EXPECT_TRUE(PumpUntil([&grid] { return grid.GetVirtualRows() > 0; }));
   EXPECT_EQ(shown(LogColumn::Number),
             (Texts{"9101", "9101", "30020", "32022", "8112", "8111", "8111", "30022", "30026", "32005", "30025"}));
   EXPECT_EQ(grid.CellText(-1, LogColumn::Number) + grid.CellText(11, LogColumn::Number), "");
   grid.SetFilterText(static_cast<int>(LogColumn::Direction), L"FROM");
   EXPECT_EQ(shown(LogColumn::Meaning), (Texts{"what is selected?", "register the beat"}));
   Ask(&Watch());
-  EXPECT_TRUE(Wait([&grid] { return grid.GetVirtualRows() == 3; }));
+  EXPECT_TRUE(PumpUntil([&grid] { return grid.GetVirtualRows() == 3; }));
   DialogAnswers answers;
   answers.SaveAs = TestFolder() / "messages.csv";
   Press(*grid.GetRowsWindow(), 'S', kControl);

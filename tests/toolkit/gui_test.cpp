@@ -8,6 +8,8 @@
 #include <wx/log.h>
 #include <wx/uiaction.h>
 
+#include <chrono>
+
 #include "toolkit/system/make_child.h"
 
 #ifdef __SANITIZE_ADDRESS__
@@ -19,8 +21,9 @@ extern "C" __attribute__((visibility("default"))) const char* __lsan_default_sup
 
 namespace {
 
-constexpr int kWaitRounds = 500, kWaitMs = 10;
-constexpr int kNoDisplay = 77;  // skips the program
+constexpr int kWaitMs = 10;
+constexpr std::chrono::seconds kPatience(60);  // only a failing test waits that long
+constexpr int kNoDisplay = 77;                 // skips the program
 
 void ReportAssertion(const wxString& file, int line, const wxString& /*function*/, const wxString& condition,
                      const wxString& message) {
@@ -91,12 +94,12 @@ void Pump() {
 }
 
 bool PumpUntil(const std::function<bool()>& condition) {
-  for (int round = 0; round < kWaitRounds; ++round) {
-    Pump();
-    if (condition()) return true;
+  const auto end = std::chrono::steady_clock::now() + kPatience;
+  for (Pump(); !condition(); Pump()) {
+    if (std::chrono::steady_clock::now() > end) return false;
     wxEventLoopBase::GetActive()->DispatchTimeout(kWaitMs);
   }
-  return false;
+  return true;
 }
 
 // Some systems paint at the next refresh of the screen only.
@@ -149,9 +152,10 @@ void Press(wxWindow& window, int keyCode, int held) {
 // A window manager places a new window before it activates it. If the first one never becomes active, there is no
 // window manager, and places and sizes are final at once.
 void WaitForActivation(wxWindow& window) {
-  static bool isManaged = true;
   auto& top = dynamic_cast<wxTopLevelWindow&>(*wxGetTopLevelParent(&window));
-  if (isManaged) isManaged = PumpUntil([&top] { return top.IsActive(); });
+  const auto isActive = [&top] { return top.IsActive(); };
+  static const bool isManaged = PumpUntil(isActive);
+  if (isManaged) PumpUntil(isActive);
   Pump();
 }
 
