@@ -57,7 +57,13 @@ void ClickCheck(CQORPCheckListBox& list, int item) {
   wxPoint point(list.FromDIP(10), 0);
   while (list.HitTest(point) != item && point.y < list.GetSize().y) ++point.y;
   point.y += list.GetCharHeight() / 2;
-  DragRealPointer(list, point, point);
+  wxUIActionSimulator pointer;
+  pointer.MouseMove(list.ClientToScreen(point));
+  Pump();
+  pointer.MouseDown();
+  Pump();
+  pointer.MouseUp();
+  Pump();
 }
 
 void Key(int code, int modifiers = wxMOD_NONE) {
