@@ -16,5 +16,5 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # What is built here is run with Wine: CTest puts it before each program.
 find_program(TRADEBOOK_WINE NAMES wine64 wine PATHS /usr/lib/wine NO_CMAKE_FIND_ROOT_PATH)
 if(TRADEBOOK_WINE)
-  set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../tools/run_in_wine.sh ${TRADEBOOK_WINE})
+  set(CMAKE_CROSSCOMPILING_EMULATOR ${TRADEBOOK_WINE})
 endif()
