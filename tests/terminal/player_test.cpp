@@ -102,6 +102,7 @@ TEST_F(PlayerTest, LoginBringsTheDaySoFarAsADownload) {
   EXPECT_EQ(std::pair(Run.DayTrades(), Run.Counts().Messages), std::pair(std::uint64_t{4}, std::uint64_t{20}));
   Run.Begin(*Input);  // a new begin forgets the login
   EXPECT_EQ(PlayAfter(), "IBM:8111 IBM:8111 8112 30020 IBM:9101 999");
+  if (kWindows) return;  // an open file stays there
   std::filesystem::remove(TestFolder() / "day.csv");
   EXPECT_THROW(Run.LoginAgain(), TerminalError);
   EXPECT_EQ(PlayAfter(), "");

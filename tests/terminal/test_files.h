@@ -112,5 +112,5 @@ inline RunResult RunProgram(const std::string& arguments, const std::string& env
   std::string command = environment + Quoted(program) + " " + arguments + " > " + Quoted(out) + " 2> " + Quoted(errors);
   if (kWindows) command = "\"" + command + "\"";  // the shell takes one pair of quotes off
   const int status = std::system(command.c_str());
-  return {kWindows ? status : status >> 8, ReadFile(out), ReadFile(errors)};
+  return {kWindows ? status : status >> 8, Without(ReadFile(out), "\r"), Without(ReadFile(errors), "\r")};
 }
