@@ -87,8 +87,7 @@ TEST_F(ModuleTest, SendsTheAddressesOfItsOwnFunctions) {
             Hex("23 0100 0000 23 1127 3400 23 1227 3675 23 3175") + AddressOf(module.OnMessage));
   EXPECT_EQ(Part(content, 131 + 322 + 62, 131 + 322 + 62 + 26),
             Hex("23 0100 0000 23 1127 2700 23 1227 3775 23 3175") + AddressOf(module.OnPluginMessage));
-  // The menu command is a no-op without windows, and so is each entry point without an argument.
-  reinterpret_cast<CommandFunction>(LoadValue<std::uint64_t>(content.data() + 131 + 10 + 5 + 133 + 3))();
+  // Each entry point is a no-op without an argument.
   module.GetDllInfo(nullptr, &infoOnly);
   module.OnMessage(nullptr);
   module.OnPluginMessage(nullptr);

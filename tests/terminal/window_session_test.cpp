@@ -338,6 +338,7 @@ TEST_F(WindowSessionTest, OpensAnotherDayAndPlaysItTheNextTime) {
   ASSERT_EQ(answers.Said.size(), 1U);
   EXPECT_NE(answers.Said.front().find(L"day2.csv"), std::wstring::npos);
   EXPECT_EQ(Log(), before + "raw 30021\n");
+  Session.reset();
   std::filesystem::remove_all(sample);
 }
 
@@ -414,24 +415,6 @@ TEST_F(WindowSessionTest, LogsMessagesOfBothDirections) {
   EXPECT_EQ(shown(LogColumn::Number), Texts{"30020"});
 }
 
-TEST_F(WindowSessionTest, ProgramRunsAScriptInItsWindows) {
-  const auto script = WriteTestFile(
-      "script.txt", "wait played\nselect IBM\nselect NONE\nopen-book\nclose-book\nscreenshot shot.png\nexit\n");
-  Close();
-  std::filesystem::current_path(TestFolder());
-  const RunResult run = RunProgram("--day " + Quoted(Given.Day) + " --live-from 2 --speed max --plugin " +
-                                   Quoted(Given.Plugin) + " --work " + Quoted(Given.Work) + " --script " +
-                                   Quoted(script) + " --screenshot " + Quoted(TestFolder() / "end.png"));
-  EXPECT_EQ(run.Code, 1) << run.Errors;
-  for (const char* failed : {":3: the command cannot be done now", ":5: there is no book"})
-    EXPECT_NE(run.Errors.find(PathText(script) + failed), std::string::npos) << run.Errors;
-  for (const char* line : {"Messages sent       10", "Bad lines           0", "Failed commands     2"})
-    EXPECT_NE(run.Out.find(line), std::string::npos) << run.Out;
-  for (const char* picture : {"shot.png", "end.png"})
-    EXPECT_TRUE(wxImage(wxString((TestFolder() / picture).wstring())).IsOk()) << picture;
-  EXPECT_EQ(Log(), "raw 30025\nexported 30026\nraw 30022\n" + kDay + "command\nraw 30021\n");
-}
-
 // What colour a part of a picture has: green or red by one letter, blank for neither.
 char ColourOf(const wxImage& image, const wxRect& part, int least) {
   for (int y = part.y; y <= part.GetBottom(); ++y)
@@ -468,6 +451,7 @@ TEST_F(WindowSessionTest, MarketWatchColoursChangesAndMarksFreshRows) {
   grid.SelectAll();
   ASSERT_TRUE(grid.Copy());
   EXPECT_NE(CopiedText().find("A\tNONE\tS\tN\t\t\t\t\t\t\t"), std::string::npos) << "a row without trades";
+  Frame->DestroyChildren();  // ahead of the rows
 }
 
 }  // namespace
