@@ -9,6 +9,8 @@
 #include <wx/uiaction.h>
 
 #include <chrono>
+#include <string_view>
+#include <utility>
 
 #include "toolkit/system/make_child.h"
 
@@ -66,6 +68,21 @@ bool SendKey(wxWindow& window, wxEventType type, int keyCode, int held) {
   event.m_keyCode = keyCode;
   event.m_uniChar = static_cast<wxChar>(keyCode < WXK_START ? keyCode : 0);
   return Send(window, event, held) && !(type == wxEVT_CHAR_HOOK && event.IsNextEventAllowed());
+}
+
+wxImage Screenshot(wxWindow& window) {
+  PaintNow(window);
+  Pump();
+  const wxSize size = window.GetClientSize();
+  wxClientDC source(&window);
+  wxBitmap bitmap(size.x, size.y);
+  wxMemoryDC(bitmap).Blit(0, 0, size.x, size.y, &source, 0, 0);
+  return bitmap.ConvertToImage();
+}
+
+std::string_view BytesOf(const wxImage& image) {
+  return {reinterpret_cast<const char*>(image.GetData()),
+          static_cast<std::size_t>(3 * image.GetWidth() * image.GetHeight())};
 }
 
 }  // namespace
@@ -166,14 +183,14 @@ bool GiveRealFocus(wxWindow& window) {
   return PumpUntil([&window] { return wxWindow::FindFocus() == &window; });
 }
 
+// A place that the X server has cleared is black until it is painted again: the picture counts that comes out twice.
 wxImage PictureOf(wxWindow& window) {
-  PaintNow(window);
-  Pump();
-  const wxSize size = window.GetClientSize();
-  wxClientDC source(&window);
-  wxBitmap bitmap(size.x, size.y);
-  wxMemoryDC(bitmap).Blit(0, 0, size.x, size.y, &source, 0, 0);
-  return bitmap.ConvertToImage();
+  wxImage before, picture;
+  EXPECT_TRUE(PumpUntil([&] {
+    before = std::exchange(picture, Screenshot(window));
+    return before.IsOk() && BytesOf(before) == BytesOf(picture);
+  }));
+  return picture;
 }
 
 int main(int argc, char** argv) {
