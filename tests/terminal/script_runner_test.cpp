@@ -2,6 +2,7 @@
 
 #include <wx/button.h>
 #include <wx/checklst.h>
+#include <zlib.h>
 
 #include <sstream>
 
@@ -139,10 +140,10 @@ TEST_F(ScriptRun, WaitsAsLongAsItIsTold) {
 TEST_F(ScriptRun, DrivesABook) {
   EXPECT_EQ(Run("filter C2 x\n"), "1: the filter bar is not shown\n");
   Grid->EnableFilterBar(true);
-  EXPECT_EQ(Run("filter C18 a >\nfilter C18 b\nfilter C18 \xC3\xBC\nfilter C18\nheader C19\nheader C0 ctrl\nrows 3 "
-                "200\nplace bottom\n"),
+  EXPECT_EQ(Run("filter C18 a >\nfilter C18 b\nfilter C18 \xC3\xBC\nfilter C18\nfilter C0 z\nheader C19\nheader C0 "
+                "ctrl\nrows 3 200\nplace bottom\n"),
             "");
-  EXPECT_EQ(Grid->Notes, (Texts{"18=a", "18=a ", "18=a >", "18=b", "18=\xC3\xBC", "18=", "sort 19"}));
+  EXPECT_EQ(Grid->Notes, (Texts{"18=a", "18=a ", "18=a >", "18=b", "18=\xC3\xBC", "18=", "0=z", "sort 19"}));
   EXPECT_TRUE(Grid->IsColumnSelected(0));
   ASSERT_EQ(Grid->GetSelectionCount(), 1);
   EXPECT_EQ(std::pair(Grid->GetSelection(0).Top, Grid->GetSelection(0).Bottom), std::pair(2, 199));
@@ -179,8 +180,13 @@ TEST(PngFile, WritesTheFormatsBytes) {
   EXPECT_EQ(PngBytes(2, 3, pixels) + PngBytes(0, 2, {}), "");
   EXPECT_THROW(WritePngFile(TestFolder() / "no" / "x.png", 2, 2, pixels), TerminalError);
   WritePngFile(TestFolder() / "x.png", 2, 2, pixels);
-  EXPECT_TRUE(ReadFile(TestFolder() / "x.png").starts_with(head));
-  EXPECT_TRUE(ReadFile(TestFolder() / "x.png").ends_with(std::string("\0\0\0\0IEND\xAE\x42\x60\x82", 12)));
+  const std::string file = ReadFile(TestFolder() / "x.png"), end("\0\0\0\0IEND\xAE\x42\x60\x82", 12);
+  EXPECT_TRUE(file.starts_with(head) && file.ends_with(end));
+  const auto* data = reinterpret_cast<const Bytef*>(file.data()) + head.size() + 8;
+  Bytef rows[14];
+  uLongf size = sizeof rows;
+  ASSERT_EQ(uncompress(rows, &size, data, static_cast<uLong>(file.size() - head.size() - end.size() - 12)), Z_OK);
+  EXPECT_EQ(std::string(rows, rows + size), std::string("\0\xFF\0\0\0\xFF\0\2\0\0\0\0\1\xFF", 14));
 }
 
 }  // namespace

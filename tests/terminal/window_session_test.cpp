@@ -13,6 +13,7 @@
 #include <sstream>
 
 #include "terminal/common/errors.h"
+#include "terminal/windows/drivers/screen_picture.h"
 #include "tests/terminal/test_files.h"
 #include "tests/toolkit/dialog_answers.h"
 #include "tests/toolkit/gui_test.h"
@@ -33,6 +34,10 @@ void Send(std::uint16_t number, std::initializer_list<std::pair<std::uint16_t, s
   message.AddU16(10002, number);
   for (const auto& [tag, address] : addresses) message.AddU64(tag, address);
   RunningHost()->PluginDataSend(&message);
+}
+
+std::string HighFirst(int word) {
+  return {0, 0, static_cast<char>(word >> 8), static_cast<char>(word)};
 }
 
 std::string CopiedText() {
@@ -83,6 +88,14 @@ class WindowSessionTest : public GuiTest {
   MainFrame& Main() { return *Session->GetWindows().Frame(); }
   MarketWatchBar& Watch() { return Session->GetWindows().Watch(); }
   void Choose(const wchar_t* menu, const wchar_t* entry) { EXPECT_TRUE(Main().RunMenu({menu, entry})) << entry; }
+  // The states of the menu's speeds and bars.
+  std::string Checked() {
+    std::string all;
+    for (const std::size_t menu : {2, 3})
+      for (const wxMenuItem* item : Main().GetMenuBar()->GetMenu(menu)->GetMenuItems())
+        if (item->IsCheckable()) all += item->IsChecked() ? '1' : '0';
+    return all;
+  }
   // What the plug-in was told, but for its refreshes.
   std::string Log() { return Without(ReadFile(Given.Work / "fake_plugin.log"), "refresh\n"); }
   void Ask(const void* window) { Send(32022, {{30002, Address(&NoteAnswer)}, {30001, Address(window)}}); }
@@ -132,16 +145,9 @@ TEST_F(WindowSessionTest, MenuPlaysTheDay) {
 }
 
 TEST_F(WindowSessionTest, MenuShowsHowThingsStand) {
-  const auto checked = [this] {
-    std::string all;
-    for (const std::size_t menu : {2, 3})
-      for (const wxMenuItem* item : Main().GetMenuBar()->GetMenu(menu)->GetMenuItems())
-        if (item->IsCheckable()) all += item->IsChecked() ? '1' : '0';
-    return all;
-  };
   const wxMenuItem& pause = *Main().GetMenuBar()->GetMenu(2)->FindItemByPosition(0);
   WaitForEnd();
-  EXPECT_EQ(checked(), "00001100");
+  EXPECT_EQ(Checked(), "00001100");
   EXPECT_FALSE(pause.IsEnabled()) << "the day is over";
   const std::pair<TerminalCommand, const char*> runs[] = {
       {TerminalCommand::SixtyTimes, "00010100"},  {TerminalCommand::RealTime, "01000100"},
@@ -151,12 +157,12 @@ TEST_F(WindowSessionTest, MenuShowsHowThingsStand) {
   };
   for (const auto& [command, states] : runs) {
     Session->Commands().Run(command);
-    EXPECT_EQ(checked(), states) << static_cast<int>(command);
+    EXPECT_EQ(Checked(), states) << static_cast<int>(command);
   }
   Session->Commands().Run(TerminalCommand::StartAgain);
   EXPECT_TRUE(PumpUntil([&] { return pause.IsEnabled(); }));
   Session->GetWindows().Messages().OnPressCloseButton();
-  EXPECT_EQ(checked(), "00100010") << "a closed bar shows at once";
+  EXPECT_EQ(Checked(), "00100010") << "a closed bar shows at once";
   DialogAnswers answers;
   Choose(L"Help", L"Keys");
   Choose(L"Help", L"About");
@@ -273,8 +279,14 @@ TEST_F(WindowSessionTest, KeepsPlacesAndSort) {
     Main().SetSize(wxSize(900, 640));
     return Main().GetNormalRect().GetSize() == wxSize(900, 640);
   }));
+  Main().Maximize();
+  EXPECT_TRUE(PumpUntil([this] { return Main().IsMaximized(); }));
   Close();
+  Given.SpeedGiven = false;
   Open();
+  EXPECT_EQ(Checked(), "00010100") << "sixty times";
+  EXPECT_TRUE(PumpUntil([this] { return Main().IsMaximized(); }));
+  Main().Maximize(false);
   EXPECT_TRUE(PumpUntil([this] { return Main().GetSize() == wxSize(900, 640); }));
   const CQORPGridColumnsInfo& again = Watch().Grid().GetColumnsInfo();
   EXPECT_EQ(again.GetColumnWidth(3), 333);
@@ -286,6 +298,14 @@ TEST_F(WindowSessionTest, KeepsPlacesAndSort) {
   EXPECT_TRUE(memory.Write());
   Open();
   EXPECT_LT(Main().GetPosition().x, 10000) << "that screen is gone";
+  Frame->Hide();
+  Watch().FloatControlBar(wxRect(1000, 500, 500, 300));
+  WaitForActivation(Watch());
+  const wxRect all =
+      Main().GetRect().Union(Watch().GetParentMiniFrame()->GetRect()).Intersect(wxGetClientDisplayRect());
+  SavePicture(Main(), TestFolder() / "picture.png");
+  const std::string size = ReadFile(TestFolder() / "picture.png").substr(16, 8);
+  EXPECT_EQ(size, HighFirst(all.width) + HighFirst(all.height));
 }
 
 // Chooses the file in dialogs that ask for one to open; an empty path cancels.

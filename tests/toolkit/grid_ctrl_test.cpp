@@ -92,7 +92,7 @@ TEST_F(GridCtrl, WidthsFollowTheScaleOfTheScreenAndTheTexts) {
 TEST_F(GridCtrl, FrozenColumnsStayAndSelectTheirCells) {
   for (const int column : {2, 3, 4, 5}) Grid->SetColumnWidth(column, 600);
   Grid->FreezeColumns(2);
-  EXPECT_EQ(Grid->GetSelection(0).Top, -1);
+  EXPECT_EQ(std::pair(Grid->GetSelection(0).Top, Grid->GetSelection(0).Bottom), std::pair(-1, -1));
   ClickRow(5);
   EXPECT_EQ(std::pair(Grid->GetSelection(0).Left, Grid->GetSelection(0).Right), std::pair(0, 5));
   Grid->EnableWholeRowSelection(false);

@@ -1,5 +1,6 @@
 #include <wx/clipbrd.h>
 #include <wx/dcclient.h>
+#include <wx/grid.h>
 #include <wx/settings.h>
 #include <wx/textfile.h>
 
@@ -60,6 +61,9 @@ TEST_F(GridPainting, PaintsCellsByOwnColoursMarksAndTheme) {
     EXPECT_EQ(picture.At(cell.GetRight() - 3, y < 0 ? cell.GetBottom() + 1 + y : cell.y + y), expected)
         << "row " << row << ", column " << column << ", y " << y;
   }
+  const Picture labels(*dynamic_cast<wxGrid&>(*Grid->GetRowsWindow()->GetParent()).GetGridRowLabelWindow());
+  for (const int row : {9, 10, 11})
+    EXPECT_EQ(labels.HasInk({1, Grid->CellRect(row, 1).y + 1, labels.Image.GetWidth() - 3, 10}), row == 10) << row;
   const wxRect cell = Grid->CellRect(2, 1);
   EXPECT_NE(picture.At(cell.GetRight(), cell.y + 5), window) << "a line at the right";
   Grid->EnableGridLines(false);
@@ -100,6 +104,15 @@ TEST_F(GridPainting, HeadersShowTitleMarksAndLines) {
   Grid->GetColumnsInfo().SelectColumn(1, false);
   for (int i = 0; i < 2; ++i) PressKey(WXK_RIGHT, kControl);
   EXPECT_EQ(paint().At(header.x + 1, header.GetBottom() - 1), highlight) << "the current column";
+  const int drop = Grid->HeaderRect(3).x;
+  SendMouse(*Grid->GetHeaderWindow(), Middle(header), kNoKey, {wxEVT_LEFT_DOWN});
+  for (const int at : {drop - 10, drop + 10}) {
+    SendMouse(*Grid->GetHeaderWindow(), {at, 5}, kNoKey, {wxEVT_MOTION});
+    picture = paint();
+    EXPECT_TRUE(picture.At(drop, 5) == highlight && picture.At(drop - 1, 5) == highlight) << "where it would go";
+  }
+  SendMouse(*Grid->GetHeaderWindow(), Middle(header), kNoKey, {wxEVT_MOTION, wxEVT_LEFT_UP});
+  EXPECT_EQ(paint().At(drop, 5), face);
   for (const auto& [prompt, text] : {std::pair(L"<all>", L""), {L"", L""}, {L"", L"x"}}) {
     Grid->EnableFilterBar(true, prompt);
     Grid->SetFilterText(1, text);

@@ -53,15 +53,6 @@ bool Send(wxWindow& window, auto& event, int held) {
   return window.GetEventHandler()->ProcessEvent(event);
 }
 
-void SendMouse(wxWindow& window, const wxPoint& point, int held, std::initializer_list<wxEventType> types) {
-  for (const wxEventType type : types) {
-    wxMouseEvent event(type);
-    event.SetPosition(point);
-    event.SetLeftDown(type == wxEVT_LEFT_DOWN || type == wxEVT_MOTION);
-    Send(window, event, held);
-  }
-}
-
 // True if a handler took the key.
 bool SendKey(wxWindow& window, wxEventType type, int keyCode, int held) {
   wxKeyEvent event(type);
@@ -131,6 +122,15 @@ wxDialog* ModalDialog() {
   for (wxWindow* window : wxTopLevelWindows)
     if (auto* dialog = dynamic_cast<wxDialog*>(window); dialog != nullptr && dialog->IsModal()) return dialog;
   return nullptr;
+}
+
+void SendMouse(wxWindow& window, const wxPoint& point, int held, std::initializer_list<wxEventType> types) {
+  for (const wxEventType type : types) {
+    wxMouseEvent event(type);
+    event.SetPosition(point);
+    event.SetLeftDown(type == wxEVT_LEFT_DOWN || type == wxEVT_MOTION);
+    Send(window, event, held);
+  }
 }
 
 void Click(wxWindow& window, const wxPoint& point, int held) {

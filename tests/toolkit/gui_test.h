@@ -34,7 +34,9 @@ void PaintNow(wxWindow& window);
 // The dialog that waits for its answer; null for none.
 wxDialog* ModalDialog();
 
-// Sends events to the window, then calls Pump(). Points are relative to the window.
+// Points are relative to the window.
+void SendMouse(wxWindow& window, const wxPoint& point, int held, std::initializer_list<wxEventType> types);
+// Send events to the window, then call Pump().
 void Click(wxWindow& window, const wxPoint& point, int held = kNoKey);
 void DoubleClick(wxWindow& window, const wxPoint& point);
 void RightClick(wxWindow& window, const wxPoint& point);
