@@ -3,6 +3,7 @@
 #pragma once
 
 #include <bit>
+#include <cstdint>
 #include <cstring>
 #include <string>
 
@@ -23,4 +24,12 @@ void StoreValue(void* place, const Value& value) noexcept {
 template <typename Value>
 std::string BytesOfValue(const Value& value) {
   return std::string(reinterpret_cast<const char*>(&value), sizeof value);
+}
+
+// One and the high bit in each of eight bytes.
+inline constexpr std::uint64_t kByteOnes = 0x0101010101010101, kByteHighs = 0x8080808080808080;
+
+// The lowest bit that is set is the high bit of the first zero byte; 0 if the word has no zero byte.
+constexpr std::uint64_t ZeroBytes(std::uint64_t word) noexcept {
+  return (word - kByteOnes) & ~word & kByteHighs;
 }

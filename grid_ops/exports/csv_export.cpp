@@ -19,7 +19,6 @@ struct Cell {
 };
 using Cells = std::vector<Cell>;
 
-constexpr std::string_view kLineEnd = "\r\n";
 constexpr fs::path::value_type kSeparators[] = {'\\', '/', 0};
 
 int CountOf(std::span<const GridColumn> columns) {

@@ -132,7 +132,6 @@ void TradeFileLines::Append(LineBuffer& line, bool isCash, std::string_view serv
 
 namespace {
 
-constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::size_t kDateLength = 4;  // cuts the year off
 
 // The two files. Both are created, even if only one gets trades.

@@ -6,7 +6,7 @@ namespace {
 
 using Guard = QOR::Thread::CQORLockGuard;
 
-constexpr std::size_t kAhead = 24;  // records fetched before they are looked at
+constexpr std::size_t kTradesAhead = 24;  // records fetched before they are looked at
 
 // Keys wrap around at 32 bits.
 constexpr std::int32_t KeyBelow(std::int32_t key) {
@@ -51,7 +51,7 @@ void BookRows::CollectRows(LetsIn letsIn) {
   RowMap collected;
   std::int32_t key = kFirstRowKey;
   for (std::size_t i = 0; i < trades.size(); ++i) {
-    if (i + kAhead < trades.size()) letsIn.Prefetch(trades[i + kAhead]);
+    if (i + kTradesAhead < trades.size()) letsIn.Prefetch(trades[i + kTradesAhead]);
     if (!letsIn.Accepts(*trades[i])) continue;
     collected.Store(key, trades[i]);
     key = KeyBelow(key);

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <limits>
 
+#include "foundations/byte_words.h"
 #include "foundations/text_tools.h"
 #include "platform/locale.h"
 
@@ -32,12 +33,11 @@ std::int32_t WholeNumberOf(double value) noexcept {
   return fits ? static_cast<std::int32_t>(rounded) : 0;
 }
 
-constexpr std::uint64_t kOnes = 0x0101010101010101, kHighs = 0x8080808080808080;
-
 // Eight bytes of ASCII at once: the high bit of (byte + 0x80 - limit) is set if the byte is not below the limit. Bytes
 // from 'A' to 'Z' get bit 5.
 constexpr std::uint64_t SmallLetters(std::uint64_t word) {
-  const std::uint64_t capitals = (word + kOnes * (0x80 - 'A')) & ~(word + kOnes * (0x80 - 'Z' - 1)) & kHighs;
+  const std::uint64_t capitals =
+      (word + kByteOnes * (0x80 - 'A')) & ~(word + kByteOnes * (0x80 - 'Z' - 1)) & kByteHighs;
   return word | (capitals >> 2);
 }
 static_assert(SmallLetters(0x405A41615B7A3900) == 0x407A61615B7A3900);
@@ -54,7 +54,6 @@ struct LowerCell {
 };
 
 void LowerCell::Take(const char* text, std::size_t size) noexcept {
-  static_assert(std::endian::native == std::endian::little);
   for (;; text += 8, size -= 8, Size += 8) {
     std::uint64_t word = 0;
     if (size >= sizeof word)
@@ -62,10 +61,10 @@ void LowerCell::Take(const char* text, std::size_t size) noexcept {
     else
       for (std::size_t i = 0; i < size; ++i) word |= std::uint64_t{static_cast<std::uint8_t>(text[i])} << 8 * i;
     // The lowest high bit marks the first zero byte; bytes behind it do not count.
-    const std::uint64_t zeros = (word - kOnes) & ~word & kHighs;
+    const std::uint64_t zeros = ZeroBytes(word);
     const std::uint64_t counting = (zeros & (0 - zeros)) - 1;
-    if ((word & counting & kHighs) != 0) Plain = false;
-    const std::uint64_t lower = SmallLetters(word & ~kHighs);
+    if ((word & counting & kByteHighs) != 0) Plain = false;
+    const std::uint64_t lower = SmallLetters(word & ~kByteHighs);
     std::memcpy(Text + Size, &lower, sizeof lower);
     if (zeros != 0) {
       Size += static_cast<std::size_t>(std::countr_zero(zeros)) / 8;

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <utility>
 
+#include "foundations/byte_words.h"
 #include "grid_ops/columns/cell_text.h"
 
 namespace {
@@ -37,8 +38,6 @@ struct SortField {
 };
 
 std::uint64_t SortField::TextWord(const TradeRecord& record, std::size_t word) const noexcept {
-  constexpr std::uint64_t kOnes = 0x0101010101010101, kHighs = 0x8080808080808080;
-  static_assert(std::endian::native == std::endian::little);
   const char* text = FieldPlace(record, Field);
   if (word > 0 && std::memchr(text, 0, 8 * word) != nullptr) return 0;
   std::uint64_t bytes = 0;
@@ -46,7 +45,7 @@ std::uint64_t SortField::TextWord(const TradeRecord& record, std::size_t word) c
     std::memcpy(&bytes, text + 8 * word, sizeof bytes);
   else
     std::memcpy(&bytes, text + 8 * word, left);
-  const std::uint64_t zeros = (bytes - kOnes) & ~bytes & kHighs;
+  const std::uint64_t zeros = ZeroBytes(bytes);
   if (zeros != 0) bytes &= (zeros & (0 - zeros)) - 1;
   return __builtin_bswap64(bytes);
 }

@@ -107,8 +107,8 @@ bool ChooseFromContextMenu(wxWindow& owner, std::span<const CQORPMenuItem> items
 
 namespace {
 
-constexpr int kMarginPx = 10;
-constexpr int kTextWidthPx = 320;
+constexpr int kGapPx = 10;
+constexpr int kLinePx = 320;
 constexpr int kSteps = 8;
 constexpr long kStyle = wxFRAME_NO_TASKBAR | wxFRAME_TOOL_WINDOW | wxSTAY_ON_TOP | wxBORDER_SIMPLE;
 
@@ -117,7 +117,7 @@ int StackedHeight(const wxWindow* besides) {
   int height = 0;
   for (wxWindow* window : wxTopLevelWindows)
     if (window != besides && window->IsShown() && dynamic_cast<CQORPPopupWindow*>(window) != nullptr)
-      height += window->GetSize().y + kMarginPx;
+      height += window->GetSize().y + kGapPx;
   return height;
 }
 
@@ -136,7 +136,7 @@ CQORPPopupWindow::CQORPPopupWindow(wxWindow* parent, const std::wstring& caption
   SetSizer(&MakeChild<wxBoxSizer>(wxVERTICAL));
   if (!caption.empty()) AddLine(caption, true);
   AddLine(text, false);
-  GetSizer()->AddSpacer(kMarginPx);
+  GetSizer()->AddSpacer(kGapPx);
   GetSizer()->SetSizeHints(this);
   AppearTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Appear(); });
   CloseTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Close(true); });
@@ -148,15 +148,15 @@ void CQORPPopupWindow::AddLine(const std::wstring& text, bool isCaption) {
   line.SetForegroundColour(GetForegroundColour());
   line.SetLabelText(text);
   if (isCaption) line.SetFont(Params.SmallCaption ? line.GetFont().Smaller() : line.GetFont().Bold());
-  line.Wrap(kTextWidthPx);
+  line.Wrap(kLinePx);
   line.Bind(wxEVT_LEFT_UP, [this](wxMouseEvent&) { Close(true); });
-  GetSizer()->Add(&line, wxSizerFlags().Border(wxLEFT | wxTOP | wxRIGHT, kMarginPx));
+  GetSizer()->Add(&line, wxSizerFlags().Border(wxLEFT | wxTOP | wxRIGHT, kGapPx));
 }
 
 void CQORPPopupWindow::ShowInCorner() {
   const wxRect screen = ScreenOf(GetParent());
-  const int top = screen.GetBottom() - GetSize().y - kMarginPx - StackedHeight(this);
-  Move(screen.GetRight() - GetSize().x - kMarginPx, std::max(screen.y, top));
+  const int top = screen.GetBottom() - GetSize().y - kGapPx - StackedHeight(this);
+  Move(screen.GetRight() - GetSize().x - kGapPx, std::max(screen.y, top));
   if (Params.AnimationType == 1 && CanSetTransparent()) {
     AppearTimer.Start(std::max(1, Params.AnimationSpeedMs));
   } else {

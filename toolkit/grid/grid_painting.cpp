@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <string>
 
+#include "toolkit/grid/widest_text.h"
+
 namespace {
 
 constexpr int kPadding = 4;
@@ -142,12 +144,6 @@ constexpr int kTextPadding = 3;
 constexpr int kFramePx = 2;
 constexpr ColorRef kFrameColor = 0x00C8FF;  // amber contrasts with blue, red, white and black
 constexpr wchar_t kEllipsis = L'\u2026';
-
-std::wstring WithoutControls(std::wstring text) {
-  std::ranges::replace_if(
-      text, [](wchar_t c) { return c < L' '; }, L' ');
-  return text;
-}
 
 FittedTexts::Fitted Measure(wxDC& dc, const std::wstring& text, int widthPx) {
   const wxString whole = WithoutControls(text);

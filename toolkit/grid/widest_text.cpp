@@ -45,13 +45,13 @@ std::wstring JoinedKey(std::wstring_view letters) {
   return L'\2' + std::wstring(letters);
 }
 
+}  // namespace
+
 std::wstring WithoutControls(std::wstring text) {
   std::ranges::replace_if(
       text, [](wchar_t c) { return CodeOf(c) < L' '; }, L' ');
   return text;
 }
-
-}  // namespace
 
 TextMeasures::TextMeasures(wxDC& dc) : Dc(dc), Steps((kAscii + 1) * kAscii, kCare) {}
 

@@ -12,6 +12,9 @@
 
 #include "toolkit/system/toolkit_export.h"
 
+// The text as a grid shows it: control characters are blanks.
+std::wstring WithoutControls(std::wstring text);
+
 // The width that the device gives to a text in its present font, in a few nanoseconds per character. Device and font
 // must not change. Control characters count as blanks, as a grid shows them.
 //

@@ -5,10 +5,6 @@
 #include "foundations/paths.h"
 #include "foundations/text_tools.h"
 
-namespace {
-constexpr std::string_view kLineEnd = "\r\n";
-}
-
 void DailyFile::OpenDailyFile(const std::filesystem::path& folder, std::string_view date, std::string_view serverName) {
   const std::filesystem::path file = folder / ("Trade" + std::string(date) + ".CSV");
   std::vector<NamedColumn> columns = ReadColumns(folder / "TradeHeaderFile.txt");

@@ -8,6 +8,10 @@
 #include <string_view>
 #include <vector>
 
+#include "foundations/byte_words.h"
+
+inline constexpr std::string_view kLineEnd = "\r\n";  // of every file of trades
+
 // As a stream prints a double by default: six significant digits, no trailing zeros, an exponent if that is shorter.
 // Writes at most kLongestDouble characters and returns the end.
 inline constexpr std::size_t kLongestDouble = 16;
@@ -32,17 +36,14 @@ inline char* PrintBlanks(char* to, std::size_t count) noexcept {
 }
 
 // The text of a field of at most that many bytes, up to its NUL. May overwrite up to seven bytes after it. Copies eight
-// bytes at a time: the first zero byte of a word is the lowest high bit of (word - 1s) & ~word. Inline, so that it is
-// compiled for each field's size.
+// bytes at a time. Inline, so that it is compiled for each field's size.
 inline char* PrintField(char* to, const char* field, std::size_t size) noexcept {
-  static_assert(std::endian::native == std::endian::little);
-  constexpr std::uint64_t kOnes = 0x0101010101010101, kHighs = 0x8080808080808080;
   std::size_t at = 0;
   for (; at + 8 <= size; at += 8) {
     std::uint64_t word;
     std::memcpy(&word, field + at, 8);
     std::memcpy(to, &word, 8);
-    const std::uint64_t zeros = (word - kOnes) & ~word & kHighs;
+    const std::uint64_t zeros = ZeroBytes(word);
     if (zeros != 0) return to + std::countr_zero(zeros) / 8;
     to += 8;
   }
