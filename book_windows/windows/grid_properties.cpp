@@ -11,18 +11,13 @@
 
 namespace {
 
-constexpr std::uint32_t kOkButton = 0, kWarningIcon = 1;
+constexpr std::uint32_t kOk = 0, kWarningIcon = 1;
 constexpr std::uint32_t kFontDialog = CQORPFontProp::kScreenFonts | CQORPFontProp::kEffects;
 static_assert(kFontDialog == 257);
 // Intentional: the same text for all four colours, though it describes none of them.
 constexpr const wchar_t* kColorDescription = L"Specifies the default dialog border color";
 // Intentional: "Default" differs from a new grid's colours, and is the same for rows and their texts.
 constexpr ColorRef kBuyDefault = 0xFF875F, kSellDefault = 0x9B82FF;
-
-// The grid owns the font.
-struct FontOf {};
-using Member = std::variant<FontOf, ColorRef GridSettings::*, std::int32_t GridSettings::*, bool GridSettings::*,
-                            bool& (*)(PluginState&)>;
 
 bool& ManyBooks(PluginState& state) {
   return state.MultipleTradeBookDisable;
@@ -35,6 +30,9 @@ bool& AutoWrite(PluginState& state) {
 
 // In the order of the pane; the index is the id. Rows of one group are adjacent.
 struct GridProperties::Row {
+  struct FontOf {};  // the grid owns the font
+  using Member = std::variant<FontOf, ColorRef GridSettings::*, std::int32_t GridSettings::*, bool GridSettings::*,
+                              bool& (*)(PluginState&)>;
   const wchar_t* Group;
   const wchar_t* Label;
   Member Value;
@@ -42,7 +40,7 @@ struct GridProperties::Row {
 };
 
 const GridProperties::Row GridProperties::kRows[] = {
-    {L"Font", L"Font", FontOf{}},
+    {L"Font", L"Font", Row::FontOf{}},
     {L"Color", L"Buy Color", &GridSettings::BuyColor, kBuyDefault},
     {L"Color", L"Sell Color", &GridSettings::SellColor, kSellDefault},
     {L"Color", L"Font Buy Color", &GridSettings::FontBuyColor, kBuyDefault},
@@ -64,7 +62,7 @@ std::unique_ptr<CQORPProp> GridProperties::MakeItem(const Row& row, int id) cons
     const Row& Of;
     int Id;
     using Made = std::unique_ptr<CQORPProp>;
-    Made operator()(FontOf) const {
+    Made operator()(Row::FontOf) const {
       return std::make_unique<CQORPFontProp>(Of.Label, Owner.Grid.GetGridFont(), kFontDialog, CQORPFontProp::kNoColor,
                                              Id, L"Change Font");
     }
@@ -121,7 +119,7 @@ bool GridProperties::WarnsOfOpenBooks() {
   ++state.WarnCount;
   wxWindow* focused = wxWindow::FindFocus();
   const FocusReturn focus(focused == nullptr ? Grid : *focused);
-  Screen.Terminal.ShowMessage(&Grid, std::wstring(kExportCaption), L"Please Close All TradeBook Except One.", kOkButton,
+  Screen.Terminal.ShowMessage(&Grid, std::wstring(kExportCaption), L"Please Close All TradeBook Except One.", kOk,
                               kWarningIcon, 0);
   return true;
 }
@@ -131,7 +129,7 @@ bool GridProperties::TakeValue(const Row& row, const CQORPProp::Value& value) {
     GridProperties& Owner;
     const Row& Of;
     const CQORPProp::Value& Value;
-    bool operator()(FontOf) const {
+    bool operator()(Row::FontOf) const {
       Owner.Grid.SetGridFont(std::get<wxFont>(Value));
       return true;
     }

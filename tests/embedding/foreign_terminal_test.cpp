@@ -15,10 +15,10 @@ namespace {
 constexpr const char* kBookTitle = "Trade Book : All";
 
 // What books answer to message 32022 ends with the security.
-std::set<std::string> selected;
+std::set<std::string> chosen;
 void TakeSelection(CQORPacketReader* answer) {
   const std::string text(answer->Data, answer->Data + answer->End);
-  if (text.find("COMEX") != std::string::npos) selected.insert(text.substr(text.size() - 3));
+  if (text.find("COMEX") != std::string::npos) chosen.insert(text.substr(text.size() - 3));
 }
 
 class LoadedModule {
@@ -53,12 +53,12 @@ class LoadedModule {
   }
   // Every window that had the focus is asked for the security of its current row.
   std::set<std::string> Selected() const {
-    selected.clear();
+    chosen.clear();
     for (const auto& [window, closed] : fakeTerminal.Focus)
       Call("OnPluginMessage", 32022,
            Hex("23 3175") + Word(reinterpret_cast<std::uint64_t>(window), 8) + Hex("23 3275") +
                Word(reinterpret_cast<std::uint64_t>(&TakeSelection), 8));
-    return selected;
+    return chosen;
   }
 
   const fs::path File = ProgramFolder() / ".." / "bin" / (std::string("tradebook") + ModuleSuffix());

@@ -39,7 +39,7 @@ TerminalBar& AsBar(TerminalBar* bar) {
   return *bar;
 }
 
-using enum TerminalCommand;
+using Command = TerminalCommand;
 using enum MenuEntry::Form;
 
 }  // namespace
@@ -68,48 +68,46 @@ MenuCommands::State MenuCommands::ShownState() const {
 
 // In the order of TerminalCommand, rows of one menu together. The plug-in tells the texts of its own entry.
 constexpr MenuCommands::Row MenuCommands::kRows[] = {
-    {{IdOf(OpenDay), L"&File", L"&Open Day...", L"Play another day", Ctrl('O')}, &MenuCommands::AskForDay},
-    {{IdOf(TerminalCommand::Exit), L"&File", L"E&xit", L"Close the terminal; the books come back at the next start",
-      Ctrl('Q'), Plain, true},
+    {{IdOf(Command::OpenDay), L"&File", L"&Open Day...", L"Play another day", Ctrl('O')}, &MenuCommands::AskForDay},
+    {{IdOf(Command::Exit), L"&File", L"E&xit", L"Close the terminal; the books come back at the next start", Ctrl('Q'),
+      Plain, true},
      &MenuCommands::Exit},
-    {{IdOf(TerminalCommand::OpenBook), nullptr, nullptr, L"Open a book of the security in focus, or of all"},
+    {{IdOf(Command::OpenBook), nullptr, nullptr, L"Open a book of the security in focus, or of all"},
      &MenuCommands::RunPluginEntry},
-    {{IdOf(TerminalCommand::PlayOrPause), L"&Day", L"&Pause", L"Hold the live trades, or let them go on",
-      FunctionKey(5), Check},
+    {{IdOf(Command::PlayOrPause), L"&Day", L"&Pause", L"Hold the live trades, or let them go on", FunctionKey(5),
+      Check},
      &MenuCommands::PlayOrPause,
      &MenuCommands::PauseState},
-    {{IdOf(RealTime), L"&Day", L"&Real Time", L"Live trades as they came on the day", Ctrl('1'), Radio, true},
+    {{IdOf(Command::RealTime), L"&Day", L"&Real Time", L"Live trades as they came on the day", Ctrl('1'), Radio, true},
      &MenuCommands::SetSpeed<1>,
      &MenuCommands::SpeedState<1>},
-    {{IdOf(TenTimes), L"&Day", L"&10 Times", L"Live trades ten times as fast", Ctrl('2'), Radio},
+    {{IdOf(Command::TenTimes), L"&Day", L"&10 Times", L"Live trades ten times as fast", Ctrl('2'), Radio},
      &MenuCommands::SetSpeed<10>,
      &MenuCommands::SpeedState<10>},
-    {{IdOf(SixtyTimes), L"&Day", L"&60 Times", L"Live trades sixty times as fast", Ctrl('3'), Radio},
+    {{IdOf(Command::SixtyTimes), L"&Day", L"&60 Times", L"Live trades sixty times as fast", Ctrl('3'), Radio},
      &MenuCommands::SetSpeed<60>,
      &MenuCommands::SpeedState<60>},
-    {{IdOf(FullSpeed), L"&Day", L"As &Fast As Possible", L"Live trades without waiting", Ctrl('4'), Radio},
+    {{IdOf(Command::FullSpeed), L"&Day", L"As &Fast As Possible", L"Live trades without waiting", Ctrl('4'), Radio},
      &MenuCommands::SetSpeed<0>,
      &MenuCommands::SpeedState<0>},
-    {{IdOf(TerminalCommand::StartAgain), L"&Day", L"&Start Again", L"Play the day from its begin", Ctrl('B'), Plain,
-      true},
+    {{IdOf(Command::StartAgain), L"&Day", L"&Start Again", L"Play the day from its begin", Ctrl('B'), Plain, true},
      &MenuCommands::StartAgain},
-    {{IdOf(NewLogin), L"&Day", L"New &Login", L"Log in anew: the trades so far come once more", Ctrl('L')},
+    {{IdOf(Command::NewLogin), L"&Day", L"New &Login", L"Log in anew: the trades so far come once more", Ctrl('L')},
      &MenuCommands::LoginAgain},
-    {{IdOf(TerminalCommand::RefreshBooks), L"&Day", L"Refresh &Books", L"Have every book apply its filter again",
-      Ctrl('R')},
+    {{IdOf(Command::RefreshBooks), L"&Day", L"Refresh &Books", L"Have every book apply its filter again", Ctrl('R')},
      &MenuCommands::RefreshBooks},
-    {{IdOf(TerminalCommand::MarketWatch), L"&View", L"&Market Watch", L"Show or hide the market watch", Ctrl('M'),
-      Check},
+    {{IdOf(Command::MarketWatch), L"&View", L"&Market Watch", L"Show or hide the market watch", Ctrl('M'), Check},
      &MenuCommands::Toggle<&SessionWindows::Watch>,
      &MenuCommands::ShownState<&SessionWindows::Watch>},
-    {{IdOf(Properties), L"&View", L"&Properties", L"Show or hide the properties of a book", Ctrl('P'), Check},
+    {{IdOf(Command::Properties), L"&View", L"&Properties", L"Show or hide the properties of a book", Ctrl('P'), Check},
      &MenuCommands::Toggle<&SessionWindows::Properties>,
      &MenuCommands::ShownState<&SessionWindows::Properties>},
-    {{IdOf(Messages), L"&View", L"M&essages", L"Show or hide the log of messages", Ctrl('E'), Check},
+    {{IdOf(Command::Messages), L"&View", L"M&essages", L"Show or hide the log of messages", Ctrl('E'), Check},
      &MenuCommands::Toggle<&SessionWindows::Messages>,
      &MenuCommands::ShownState<&SessionWindows::Messages>},
-    {{IdOf(Keys), L"&Help", L"&Keys", L"The keys of terminal and books", FunctionKey(1)}, &MenuCommands::ShowKeys},
-    {{IdOf(About), L"&Help", L"&About", L"Versions", FunctionKey(12)}, &MenuCommands::ShowAbout},
+    {{IdOf(Command::Keys), L"&Help", L"&Keys", L"The keys of terminal and books", FunctionKey(1)},
+     &MenuCommands::ShowKeys},
+    {{IdOf(Command::About), L"&Help", L"&About", L"Versions", FunctionKey(12)}, &MenuCommands::ShowAbout},
 };
 
 MenuCommands::MenuCommands(DayControl& day, PluginConnection& connection, SessionWindows& windows, BookBars& books,
@@ -131,7 +129,7 @@ void MenuCommands::AddPluginEntry(MainFrame& frame) const {
   if (told.MenuCommand == 0) return;
   const std::wstring title = L"&" + Utf16ToWide(told.MenuTitle);
   const std::wstring text = Utf16ToWide(told.MenuEntry);
-  MenuEntry entry = kRows[IdOf(TerminalCommand::OpenBook)].Entry;
+  MenuEntry entry = kRows[IdOf(Command::OpenBook)].Entry;
   entry.Menu = title.c_str();
   entry.Text = text.c_str();
   entry.Key = {.Code = told.MenuKey};
