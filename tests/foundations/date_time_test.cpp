@@ -38,16 +38,13 @@ TEST(DateTimeTest, PrintsEveryPattern) {
       {"yyyyMM", "202603", "202512"},
       {"dd", "01", "15"},
       {"MMMyy", "Mar26", "Dec25"},
-      // These are not in the table and print as the default.
-      {"", "01/03/2026", "15/12/2025"},
-      {"dd-MMM-yyyy", "01/03/2026", "15/12/2025"},
-      {"yyyymmdd", "01/03/2026", "15/12/2025"},
-      {"yyyyMMdd ", "01/03/2026", "15/12/2025"},
   };
   for (const auto& [pattern, morning, evening] : kRows) {
     EXPECT_EQ(FormatTimeText(kMorning, pattern, true), morning) << pattern;
     EXPECT_EQ(FormatTimeText(kEvening, pattern, true), evening) << pattern;
   }
+  for (const char* unknown : {"", "dd-MMM-yyyy", "yyyymmdd", "yyyyMMdd "})
+    EXPECT_EQ(FormatTimeText(kMorning, unknown, true), "01/03/2026") << "the default";
 }
 
 TEST(DateTimeTest, TurnsTheTwelveHourClockAtNoonAndMidnight) {
@@ -93,25 +90,19 @@ TEST(DateTimeTest, WritesNothingWithoutRoomForTheZeroByte) {
 }
 
 TEST(DateTimeTest, ParsesByPlace) {
+  // The name of a month in four letters reads as month 0. A number may stand where a name is due.
   const std::tuple<const char*, const char*, std::int64_t> kRows[] = {
-      {"01-Mar-2026", "dd-MMM-yyyy", 1772323200},
-      // The month by a four-letter field reads as 0.
-      {"01 March 2026", "dd MMMM yyyy", 1764547200},
-      {"01 0003 2026", "dd MMMM yyyy", 1772323200},
-      {"01-FOO-2026", "dd-MMM-yyyy", 1764547200},
-      // A number may stand where a name is due.
-      {"01-03 -2026", "dd-MMM-yyyy", 1772323200},
-      {" 1/ 3/2026", "dd/MM/yyyy", 1772323200},
-      {"+1/+3/2026", "dd/MM/yyyy", 1772323200},
-      {"-1/03/2026", "dd/MM/yyyy", 1772150400},
+      {"01-Mar-2026", "dd-MMM-yyyy", 1772323200},   {"01 March 2026", "dd MMMM yyyy", 1764547200},
+      {"01 0003 2026", "dd MMMM yyyy", 1772323200}, {"01-FOO-2026", "dd-MMM-yyyy", 1764547200},
+      {"01-03 -2026", "dd-MMM-yyyy", 1772323200},   {" 1/ 3/2026", "dd/MM/yyyy", 1772323200},
+      {"+1/+3/2026", "dd/MM/yyyy", 1772323200},     {"-1/03/2026", "dd/MM/yyyy", 1772150400},
       {"ab/cd/efgh", "dd/MM/yyyy", 943920000},
-      {"", "", 943920000},
-      // Too short, or not a pattern that parses.
-      {"2026-03", "yyyy-MM-dd", 0},
-      {"01/03/2026", "dd/mm/yyyy", 0},
   };
   for (const auto& [value, pattern, instant] : kRows)
     EXPECT_EQ(ParseTimeText(value, pattern), instant) << value << " by " << pattern;
+  EXPECT_EQ(ParseTimeText("", ""), 943920000);
+  EXPECT_EQ(ParseTimeText("2026-03", "yyyy-MM-dd"), 0) << "too short";
+  EXPECT_EQ(ParseTimeText("01/03/2026", "dd/mm/yyyy"), 0) << "not a pattern that parses";
   for (const char* pattern :
        {"ddMMyy", "MMddyy", "MM/dd/yyyy hh:mm:ss tt", "HH:mm:ss", "yyyyMMdd_HHmm", "yyyyMM", "dd", "MMMyy"})
     EXPECT_EQ(ParseTimeText(FormatTimeText(kMorning, pattern, true), pattern), 0) << pattern << " only prints";
@@ -130,28 +121,21 @@ TEST(DateTimeTest, IgnoresSeparatorsAndWhatFollowsWhenItParses) {
 TEST(DateTimeTest, MakesInstantsOfFieldsOutOfRange) {
   constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
   constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
+  // 2100 is no leap year: 1 March. The days of -4001 count from the year -2001, those of -4000 from the first day of a
+  // year that begins in March, in a leap year.
   const std::pair<std::array<std::int32_t, 6>, std::int64_t> kRows[] = {
-      {{2100, 2, 29, 0, 0, 0}, 4107542400},  // no leap year: 1 March
-      {{2026, 0, 1, 0, 0, 0}, 1764547200},
-      {{2026, 1, 0, 0, 0, 0}, 1767139200},
-      {{2026, 15, 1, 0, 0, 0}, 1803859200},
-      {{2026, -11, 1, 0, 0, 0}, 1735689600},
-      {{2026, 3, 1, 25, -1, 61}, 1772413201},
-      {{99, 12, 31, 0, 0, 0}, 4102358400},
-      {{100, 1, 1, 0, 0, 0}, -1},
-      {{-1, 1, 1, 0, 0, 0}, 915148800},
-      {{-4001, 6, 1450228, 0, 0, 0}, 0},  // from the year -2001
-      {{-4000, 3, 1449954, 0, 0, 0}, 0},  // and from the first day of a year of March, in a leap year
-      {{1969, 12, 31, 23, 59, 59}, -1},
-      {{1969, 12, 31, 23, 59, 60}, 0},
-      {{3000, 12, 31, 23, 59, 59}, 32535215999},
-      {{3001, 1, 1, 0, 0, 0}, -1},
-      {{2000, 1, 1, 0, 0, kMost}, 3094168447},
-      {{kMost, kMost, kMost, kMost, kMost, kMost}, -1},
-      {{kLeast, kLeast, kLeast, kLeast, kLeast, kLeast}, -1},
+      {{2100, 2, 29, 0, 0, 0}, 4107542400},  {{2026, 0, 1, 0, 0, 0}, 1764547200},
+      {{2026, 1, 0, 0, 0, 0}, 1767139200},   {{2026, 15, 1, 0, 0, 0}, 1803859200},
+      {{2026, -11, 1, 0, 0, 0}, 1735689600}, {{2026, 3, 1, 25, -1, 61}, 1772413201},
+      {{99, 12, 31, 0, 0, 0}, 4102358400},   {{100, 1, 1, 0, 0, 0}, -1},
+      {{-1, 1, 1, 0, 0, 0}, 915148800},      {{-4001, 6, 1450228, 0, 0, 0}, 0},
+      {{-4000, 3, 1449954, 0, 0, 0}, 0},     {{1969, 12, 31, 23, 59, 59}, -1},
+      {{1969, 12, 31, 23, 59, 60}, 0},       {{3000, 12, 31, 23, 59, 59}, 32535215999},
+      {{3001, 1, 1, 0, 0, 0}, -1},           {{2000, 1, 1, 0, 0, kMost}, 3094168447},
   };
   for (const auto& [f, instant] : kRows)
     EXPECT_EQ(MakeUtcTime(f[0], f[1], f[2], f[3], f[4], f[5]), instant) << f[0] << ' ' << f[1] << ' ' << f[2];
+  for (const std::int32_t end : {kLeast, kMost}) EXPECT_EQ(MakeUtcTime(end, end, end, end, end, end), -1) << end;
 }
 
 // The library's own calendar against ours, every day with its own reading of the clock.
