@@ -12,12 +12,6 @@ namespace {
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-struct Row {
-  int Column;
-  std::wstring Filter;
-  std::vector<std::string> Accepted, Refused;  // bytes in the record
-};
-
 void Check(int column, const std::wstring& filter, const std::string& cell, bool matches) {
   SCOPED_TRACE(testing::Message() << column << " " << testing::PrintToString(filter) << testing::PrintToString(cell));
   TradeRecord record{};
@@ -27,8 +21,9 @@ void Check(int column, const std::wstring& filter, const std::string& cell, bool
 }
 
 TEST(ColumnFilterTest, ComparesTexts) {
+  // The column, the filter, and the bytes in the record that it accepts and refuses.
   // clang-format off
-  const Row kRows[] = {
+  const std::tuple<int, std::wstring, std::vector<std::string>, std::vector<std::string>> kRows[] = {
       {12, L"BAn", {"XBANKX", "xbankx"}, {"", "ba n"}}, {12, L" bank x ", {"bank x"}, {"bankx"}},
       {12, L"", {"", "x"}, {}}, {12, L"  ", {"", "x"}, {}},
       // Intentional: the first word excludes rows.
@@ -57,19 +52,15 @@ TEST(ColumnFilterTest, ComparesTexts) {
       {34, L"x", {"\1\2"}, {}}, {35, L"or", {"abc"}, {}}, {37, L"x", {""}, {}}, {-1, L"x", {""}, {}},
   };
   // clang-format on
-  for (const Row& row : kRows) {
-    for (const std::string& cell : row.Accepted) Check(row.Column, row.Filter, cell, true);
-    for (const std::string& cell : row.Refused) Check(row.Column, row.Filter, cell, false);
+  for (const auto& [column, filter, accepted, refused] : kRows) {
+    for (const std::string& cell : accepted) Check(column, filter, cell, true);
+    for (const std::string& cell : refused) Check(column, filter, cell, false);
   }
 }
 
 TEST(ColumnFilterTest, ComparesNumbers) {
   // clang-format off
-  const struct {
-    int Column;
-    std::wstring Filter;
-    std::vector<double> Accepted, Refused;
-  } kRows[] = {
+  const std::tuple<int, std::wstring, std::vector<double>, std::vector<double>> kRows[] = {
       {20, L"1234.5", {1234.5, 51234.56}, {1234.05}}, {20, L".", {0.5}, {1234, 1e20}},
       {20, L"50", {0.50001}, {0.5, 1234.5}}, {20, L"0.3", {0.1 + 0.2}, {0.29}}, {20, L"30", {30}, {0.1 + 0.2}},
       {20, L"0.333333333333333", {1 / 3.0}, {0.33333333333333}}, {20, L"0.3333333333333333", {}, {1 / 3.0}},
@@ -91,9 +82,9 @@ TEST(ColumnFilterTest, ComparesNumbers) {
       {21, L"0", {2147483647.5, -1e20, kNaN, -kInfinity}, {1}},
   };
   // clang-format on
-  for (const auto& row : kRows) {
-    for (const double value : row.Accepted) Check(row.Column, row.Filter, BytesOfValue(value), true);
-    for (const double value : row.Refused) Check(row.Column, row.Filter, BytesOfValue(value), false);
+  for (const auto& [column, filter, accepted, refused] : kRows) {
+    for (const double value : accepted) Check(column, filter, BytesOfValue(value), true);
+    for (const double value : refused) Check(column, filter, BytesOfValue(value), false);
   }
 }
 

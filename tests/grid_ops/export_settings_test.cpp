@@ -14,29 +14,25 @@ class ExportSettings : public OwnFolder {
 TEST_F(ExportSettings, ReadsTheFlagOrWritesIt) {
   const std::string created = "[TRADECSV]\r\nExchangeFormatCSV=FALSE\r\n",
                     other = "[CSV]\r\nExchangeFormatCSV=TRUE\r\n";
-  // Whether the flag is set then if it was not, and if it was; and what is written if the file changes.
-  const struct {
-    std::string Before;
-    bool FlagFromFalse, FlagFromTrue;
-    std::string After = Before;
-  } rows[] = {
+  // The file before; whether the flag is set then if it was not, and if it was; and the file if it changes.
+  const std::tuple<std::string, bool, bool, std::string> rows[] = {
       {"", false, false, created},
-      {"[TRADECSV]\nExchangeFormatCSV=TRUE", true, true},
-      {"[tradecsv]\nEXCHANGEFORMATCSV = \"TRUE\" \n", true, true},
-      {"[TRADECSV]\nExchangeFormatCSV=true\n", false, true},
-      {"[TRADECSV]\nExchangeFormatCSV=TRUE1\n", false, true},
+      {"[TRADECSV]\nExchangeFormatCSV=TRUE", true, true, ""},
+      {"[tradecsv]\nEXCHANGEFORMATCSV = \"TRUE\" \n", true, true, ""},
+      {"[TRADECSV]\nExchangeFormatCSV=true\n", false, true, ""},
+      {"[TRADECSV]\nExchangeFormatCSV=TRUE1\n", false, true, ""},
       {"[TRADECSV]\nExchangeFormatCSV=\n", false, false, created},
       {other, false, false, other + "\r\n" + created},
   };
-  for (const auto& row : rows)
+  for (const auto& [before, flagFromFalse, flagFromTrue, after] : rows)
     for (const bool from : {false, true}) {
-      SCOPED_TRACE(row.Before + (from ? ", from true" : ", from false"));
+      SCOPED_TRACE(before + (from ? ", from true" : ", from false"));
       fs::remove(File());
-      if (!row.Before.empty()) WriteFile(File(), row.Before);
+      if (!before.empty()) WriteFile(File(), before);
       bool flag = from;
       ReadExchangeFormatFlag(File(), flag);
-      EXPECT_EQ(flag, from ? row.FlagFromTrue : row.FlagFromFalse);
-      EXPECT_EQ(ReadFile(File()), row.After);
+      EXPECT_EQ(flag, from ? flagFromTrue : flagFromFalse);
+      EXPECT_EQ(ReadFile(File()), after.empty() ? before : after);
     }
 }
 
