@@ -24,14 +24,10 @@ GridColumns ColumnsShown(int count, const std::vector<std::string>& shown) {
   return columns;
 }
 
-struct CsvCase {
-  const char* What;
-  const char* Mode;
-  std::vector<std::string> Shown;
-  std::vector<std::size_t> Rows;  // of the cache's trades
-  std::vector<GridRowRange> Selections;
-  std::string Bytes;
-};
+// What is written, the mode, the columns shown, the rows as places of the cache's trades, the selections, and the
+// bytes.
+using CsvCase = std::tuple<const char*, const char*, std::vector<std::string>, std::vector<std::size_t>,
+                           std::vector<GridRowRange>, std::string>;
 
 // The columns are Server, UserID, VELDTradeID and VELDOrderID; the cache has trades 7 and -3 of server A, 5 of server
 // B.
@@ -56,21 +52,20 @@ const CsvCase kCases[] = {
 };
 // clang-format on
 
-class CsvExport : public OwnFolder {};
+using CsvExport = OwnFolder;
 
 TEST_F(CsvExport, WritesColumnsAndRowsOfItsMode) {
   SampleTrades trades;
   PutText(trades.Add("A", 7).UserID, "a,b");
   trades.Add("A", -3);
   trades.Add("B", 5);
-  for (const CsvCase& test : kCases) {
-    SCOPED_TRACE(test.What);
-    const GridColumns columns = ColumnsShown(4, test.Shown);
+  for (const auto& [what, mode, shown, places, selections, bytes] : kCases) {
+    const GridColumns columns = ColumnsShown(4, shown);
     std::vector<TradeRecord*> rows;
-    for (const std::size_t row : test.Rows) rows.push_back(&trades.Records[row]);
+    for (const std::size_t place : places) rows.push_back(&trades.Records[place]);
     WriteFile(Folder / "out.csv", std::string(1000, 'x'));
-    ExportGridCsv(test.Mode, Folder / "out.csv", {columns, rows, test.Selections, "Default", trades.ByServer});
-    EXPECT_EQ(ReadFile(Folder / "out.csv"), test.Bytes);
+    ExportGridCsv(mode, Folder / "out.csv", {columns, rows, selections, "Default", trades.ByServer});
+    EXPECT_EQ(ReadFile(Folder / "out.csv"), bytes) << what;
   }
 }
 

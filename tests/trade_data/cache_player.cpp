@@ -105,11 +105,3 @@ std::string CachePlayer::Difference() {
 std::string CachePlayer::State() {
   return TextOf(Look());
 }
-
-std::string CachePlayer::TakeCalls() {
-  std::string text;
-  for (const auto& [call, bytes] : Told) text += (text.empty() ? "" : ", ") + call;
-  Told.clear();
-  Slow.Told.clear();
-  return text;
-}

@@ -31,9 +31,10 @@ class CachePlayer {
   std::string Play(std::string_view messages, bool compareEach = false);
 
   // The state as text: trades as id:quantity/product, a trade stored under another id as key(id); numbers as their
-  // distance below 0x7FFFFFFF; what the books were told since the last call.
+  // distance below 0x7FFFFFFF.
   std::string State();
-  std::string TakeCalls();
+  // What the books were told so far is compared no more.
+  void ForgetCalls() { Told.clear(), Slow.Told.clear(); }
 
   TradeCache& Cache() { return *Fast; }
 

@@ -18,19 +18,12 @@ std::string Amend(std::uint32_t id, std::uint32_t product, std::uint32_t newQuan
 }
 const std::string kReopen = WireMessage(kReopenDownload, "");
 
-struct Step {
-  const char* What;
-  std::string Messages;
-  const char* State;
-};
-
-// One after the other, from the start.
-void CheckSteps(std::initializer_list<Step> steps) {
+// What comes, its messages, and the state then: one after the other, from the start.
+void CheckSteps(std::initializer_list<std::tuple<const char*, std::string, const char*>> steps) {
   CachePlayer player;
-  for (const Step& step : steps) {
-    SCOPED_TRACE(step.What);
-    EXPECT_EQ(player.Play(step.Messages), "");
-    EXPECT_EQ(player.State(), step.State);
+  for (const auto& [what, messages, state] : steps) {
+    EXPECT_EQ(player.Play(messages), "") << what;
+    EXPECT_EQ(player.State(), state) << what;
   }
 }
 
@@ -130,7 +123,7 @@ TEST(TradeCacheTest, AgreesWithTheSlowCache) {
     CachePlayer player(kBooks[seed % std::size(kBooks)]);
     for (int step = 0; step < 300; ++step) {
       ASSERT_EQ(player.Play(messages.Next(), true), "") << "seed " << seed << ", step " << step;
-      player.TakeCalls();
+      player.ForgetCalls();
     }
   }
 }
