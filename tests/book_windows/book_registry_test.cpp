@@ -22,20 +22,18 @@ class BookRegistryTest : public BookModelTest {
 TEST_F(BookRegistryTest, OpensWhatTheFocusedWindowSelects) {
   Desk.Trade(1, "COMEX", "GC1", 1, 5, 10);
   Desk.Trade(2, "COMEX", "GC2", 2, 3, 20);
-  const struct {
-    const char *Exchange, *SecurityID, *Title, *Ids;
-  } kRows[] = {
+  const char* const kRows[][4] = {
       {nullptr, nullptr, kAll, "21"}, {"COMEX", "GC1", kGold, "1"}, {"COMEX", "", kAll, "21"}, {"", "GC1", kAll, "21"}};
   int number = 0;
-  for (const auto& row : kRows) {
+  for (const auto& [exchange, securityId, title, ids] : kRows) {
     SCOPED_TRACE(++number);
     Desk.State->SelectedKey = {"COMEX", "GC2"};  // an earlier answer
-    if (row.Exchange == nullptr) BookDesk::SelectNothing();
-    if (row.Exchange != nullptr) BookDesk::Select(row.Exchange, row.SecurityID);
+    if (exchange == nullptr) BookDesk::SelectNothing();
+    if (exchange != nullptr) BookDesk::Select(exchange, securityId);
     FakeBookWindow& window = Open();
-    const std::string name = "TradeBook " + std::to_string(number), key = row.Title + name + std::to_string(number);
-    EXPECT_EQ(window.TakeNotes(), std::string("title ") + row.Title + "; show; focus bar; rows replaced; totals");
-    EXPECT_EQ(Ids(window.Shown), row.Ids);
+    const std::string name = "TradeBook " + std::to_string(number), key = title + name + std::to_string(number);
+    EXPECT_EQ(window.TakeNotes(), std::string("title ") + title + "; show; focus bar; rows replaced; totals");
+    EXPECT_EQ(Ids(window.Shown), ids);
     EXPECT_EQ(window.Shown.Name, name);
     EXPECT_EQ(Desk.State->BooksByKey.at(key), &window.Shown);
     EXPECT_EQ(Registry->BarsById.find(static_cast<std::uint32_t>(number))->second, &window.Shown);
@@ -74,16 +72,12 @@ TEST_F(BookRegistryTest, ReturnsTheIdOfABookWithoutWindow) {
   EXPECT_EQ(fakeTerminal.BarCalls.size(), 2u);
 }
 
-// W is the menu command, E is Escape in the grid.
+// Of the book of gold or of that of all trades; W is the menu command, E is Escape in the grid. Then what its window is
+// told, the trades, and the quantity bought.
 TEST_F(BookRegistryTest, FollowsCommandAndEscape) {
   for (std::uint32_t id = 1; id <= 3; ++id) Desk.Trade(id, id == 3 ? "" : "COMEX", id == 3 ? "" : "GC1", 1, id, 10);
   Desk.Trade(4, "MCX", "GC1", 1, 4, 10);
-  const struct {
-    bool Gold;
-    char Step;
-    const char *Notes, *Ids;
-    const wchar_t* Bought;
-  } kRows[] = {
+  const std::tuple<bool, char, const char*, const char*, const wchar_t*> kRows[] = {
       {true, 'W', "rows replaced; totals; show; focus grid; title Trade Book : All", "4321", L"10"},
       {true, 'E', "title Trade Book : COMEX GOLD 201312; rows replaced; totals", "21", L"3"},
       {false, 'E', "title Trade Book : ; rows replaced; totals", "3", L"3"},
@@ -93,14 +87,12 @@ TEST_F(BookRegistryTest, FollowsCommandAndEscape) {
   };
   FakeBookWindow &gold = OpenGold(), &all = OpenAll();
   gold.TakeNotes(), all.TakeNotes();
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.Notes);
-    FakeBookWindow& window = row.Gold ? gold : all;
-    if (row.Step == 'W') Widen(window);
-    if (row.Step == 'E') Registry->OnEscape(window.Shown);
-    EXPECT_EQ(window.TakeNotes(), row.Notes);
-    EXPECT_EQ(Ids(window.Shown), row.Ids);
-    EXPECT_EQ(Bought(window.Shown), row.Bought);
+  for (const auto& [ofGold, step, notes, ids, bought] : kRows) {
+    FakeBookWindow& window = ofGold ? gold : all;
+    step == 'W' ? Widen(window) : Registry->OnEscape(window.Shown);
+    EXPECT_EQ(window.TakeNotes(), notes);
+    EXPECT_EQ(Ids(window.Shown), ids) << notes;
+    EXPECT_EQ(Bought(window.Shown), bought) << notes;
   }
   // Intentional: a book stays under the key that it was opened with, so that closing it under another leaves the entry.
   EXPECT_EQ(all.Shown.ProfileKey, std::string(kBlank) + "TradeBook 22");
@@ -116,23 +108,21 @@ TEST_F(BookRegistryTest, ClosesByEachWay) {
   const auto tab = [this](FakeBookWindow& window) {
     Registry->CloseBook(window.Shown, BookRegistry::Close::LeaveToTab);
   };
-  const struct {
-    std::function<void(FakeBookWindow&)> Close;
-    bool Floating;
-    const char* Notes;
-  } kRows[] = {{escape, true, "hide"}, {button, false, "hide"}, {tab, false, ""}};
+  // The way, whether the book floats, and what its window is told.
+  const std::tuple<std::function<void(FakeBookWindow&)>, bool, const char*> kRows[] = {
+      {escape, true, "hide"}, {button, false, "hide"}, {tab, false, ""}};
   std::uint32_t id = 0;
-  for (const auto& row : kRows) {
+  for (const auto& [close, floats, notes] : kRows) {
     SCOPED_TRACE(++id);
     FakeBookWindow& window = OpenGold();
-    window.Floating = row.Floating;
+    window.Floating = floats;
     window.Shown.Settings.BuyColor = 100 + id;
     window.TakeNotes();
     fakeTerminal.BarCalls.clear(), fakeTerminal.Focus.clear();
-    if (!row.Floating) escape(window);
+    if (!floats) escape(window);
     EXPECT_EQ(InLists(), 3u) << "Escape closes only what floats";
-    row.Close(window), row.Close(window);  // the second finds no book
-    EXPECT_EQ(window.TakeNotes(), row.Notes);
+    close(window), close(window);  // the second finds no book
+    EXPECT_EQ(window.TakeNotes(), notes);
     EXPECT_EQ(InLists(), 0u);
     EXPECT_EQ(fakeTerminal.BarCalls, std::vector{"-" + std::to_string(id)});
     EXPECT_EQ(fakeTerminal.Focus, (std::vector{std::pair(window.BarAddress(), true)}));

@@ -7,55 +7,50 @@
 
 namespace {
 
-// S and A begin a book of a security and of all trades, W is the menu command, E is Escape.
+// S and A begin a book of a security and of all trades, W is the menu command, E is Escape. Then title, mark, whether
+// the book is filtered, and whether it shows averages.
 TEST(BookStateTest, FollowsCommandAndEscape) {
-  const struct {
-    const char *Steps, *Title, *AllMark;
-    bool Filtered, Averages;
-  } kRows[] = {
+  const std::tuple<const char*, const char*, const char*, bool, bool> kRows[] = {
       {"A", kAll, kAll, false, false},   {"S", kGold, "", true, true},      {"SW", kAll, "", false, false},
       {"SWW", kAll, "", false, false},   {"SWE", kGold, "", true, true},    {"AE", kBlank, "", true, false},
       {"AEW", kAll, kAll, false, false}, {"AEWE", kBlank, "", true, false}, {"AEE", kBlank, "", true, false},
       {"SWEWE", kGold, "", true, true},
   };
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.Steps);
+  for (const auto& [steps, title, mark, filtered, averages] : kRows) {
+    SCOPED_TRACE(steps);
     BookState book;
-    for (const char step : std::string_view(row.Steps)) {
+    for (const char step : std::string_view(steps)) {
       if (step == 'S') book.BeginSecurity(BookState::ScriptTitleOf("COMEX", "GOLD 201312"));
       if (step == 'A') book.BeginAll();
       if (step == 'W') book.Widen();
       if (step == 'E') book.Narrow();
     }
-    EXPECT_EQ(book.Title(), row.Title);
-    EXPECT_EQ(book.Key("TradeBook 7", 7), row.Title + std::string("TradeBook 77"));
-    EXPECT_EQ(book.AllMark, row.AllMark);
-    EXPECT_EQ(book.Filtered, row.Filtered);
-    EXPECT_EQ(book.ShowsAverages(), row.Averages);
+    EXPECT_EQ(std::tuple(book.Title(), book.AllMark, book.Filtered, book.ShowsAverages()),
+              std::tuple(title, mark, filtered, averages));
+    EXPECT_EQ(book.Key("TradeBook 7", 7), title + std::string("TradeBook 77"));
   }
 }
 
 TEST(BookStateTest, EachStateHasItsStoredName) {
   using enum RestoredState;
-  const struct {
-    const char *ScriptTitle, *AllMark, *CurrentTitle, *Written;
-    RestoredState Back;
-  } kRows[] = {{kGold, "", kGold, kGold, Security}, {kGold, "", "", kGold, Security},
-               {kGold, "", kAll, kAll, Widened},    {kGold, kAll, kAll, nullptr, Security},
-               {"", "", "", kBlank, Blank},         {"", kAll, kAll, kAll, All},
-               {"", "", kAll, kAll, All},           {"", kAll, "", kAll, All}};
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.ScriptTitle + std::string("|") + row.AllMark + "|" + row.CurrentTitle);
+  // The three titles, the name that is stored for them (null for none), and the state that comes back.
+  const std::tuple<const char*, const char*, const char*, const char*, RestoredState> kRows[] = {
+      {kGold, "", kGold, kGold, Security}, {kGold, "", "", kGold, Security},
+      {kGold, "", kAll, kAll, Widened},    {kGold, kAll, kAll, nullptr, Security},
+      {"", "", "", kBlank, Blank},         {"", kAll, kAll, kAll, All},
+      {"", "", kAll, kAll, All},           {"", kAll, "", kAll, All}};
+  for (const auto& [script, mark, current, written, back] : kRows) {
+    SCOPED_TRACE(script + std::string("|") + mark + "|" + current);
     BookState state;
-    state.ScriptTitle = row.ScriptTitle, state.AllMark = row.AllMark, state.CurrentTitle = row.CurrentTitle;
+    state.ScriptTitle = script, state.AllMark = mark, state.CurrentTitle = current;
     BookRecord record;
     record.Security = {"COMEX", "GC1"};
-    record.ScriptTitle = row.ScriptTitle;
+    record.ScriptTitle = script;
     record.ScriptTradeName = ScriptTradeNameOf(state);
-    EXPECT_EQ(record.ScriptTradeName, row.Written == nullptr ? std::nullopt : std::optional<std::string>(row.Written));
-    EXPECT_EQ(RestoredStateOf(record), row.Back);
+    EXPECT_EQ(record.ScriptTradeName, written == nullptr ? std::nullopt : std::optional<std::string>(written));
+    EXPECT_EQ(RestoredStateOf(record), back);
     record.Security.Exchange[0] = '\0';
-    EXPECT_EQ(RestoredStateOf(record), row.Back == Security ? Unknown : row.Back);
+    EXPECT_EQ(RestoredStateOf(record), back == Security ? Unknown : back);
   }
 }
 
@@ -109,17 +104,17 @@ TEST_F(StoredBooksTest, ComeBackInTheirStates) {
   Restore();
   ASSERT_EQ(Screen.Windows.size(), 4u);
   EXPECT_TRUE(fakeTerminal.Sent.empty()) << "nobody is asked what is selected";
-  const struct {
-    const char* Title;
-    std::size_t Rows, RowsLater;
-  } kBooks[] = {{kGold, 1, 2}, {kAll, 0, 1}, {kAll, 0, 2}, {kBlank, 1, 1}};
+  // The title, and the rows now and after another trade.
+  const std::tuple<const char*, std::size_t, std::size_t> kBooks[] = {
+      {kGold, 1, 2}, {kAll, 0, 1}, {kAll, 0, 2}, {kBlank, 1, 1}};
   for (std::size_t i = 0; i < std::size(kBooks); ++i) {
     SCOPED_TRACE(i);
     FakeBookWindow& window = *Screen.Windows[i];
-    const std::string number = std::to_string(i + 1), key = kBooks[i].Title + ("TradeBook " + number) + number;
-    EXPECT_EQ(window.TakeNotes(), "settings; rows replaced; totals; title " + std::string(kBooks[i].Title) + "; load " +
-                                      key + "; show; focus bar; rows replaced; totals");
-    EXPECT_EQ(window.Shown.Rows.RowCount(), kBooks[i].Rows);
+    const std::string title = std::get<0>(kBooks[i]), number = std::to_string(i + 1),
+                      key = title + "TradeBook " + number + number;
+    EXPECT_EQ(window.TakeNotes(), "settings; rows replaced; totals; title " + title + "; load " + key +
+                                      "; show; focus bar; rows replaced; totals");
+    EXPECT_EQ(window.Shown.Rows.RowCount(), std::get<1>(kBooks[i]));
     EXPECT_EQ(Desk.State->BooksByKey.at(key), &window.Shown);
     EXPECT_EQ(Registry->BooksByWindow.at(window.GridAddress()), &window.Shown);
   }
@@ -129,7 +124,7 @@ TEST_F(StoredBooksTest, ComeBackInTheirStates) {
   EXPECT_EQ(Screen.Windows[2]->Shown.State.Title(), kGold) << "a widened book still knows its security";
   Desk.Trade(9, "COMEX", "GC1", 1, 5, 10);
   for (std::size_t i = 0; i < std::size(kBooks); ++i)
-    EXPECT_EQ(Screen.Windows[i]->Shown.Rows.RowCount(), kBooks[i].RowsLater) << i;
+    EXPECT_EQ(Screen.Windows[i]->Shown.Rows.RowCount(), std::get<2>(kBooks[i])) << i;
 }
 
 // Intentional: entries are overwritten and never removed.
@@ -158,13 +153,8 @@ TEST_F(StoredBooksTest, TakeWhateverIsStored) {
   const std::string one = "<1>\"TradeBook 1\"</1>";
   const std::string filter = "<ScriptName1>\"x\"</ScriptName1><FilterKeySecurityID1>\"GC1\"</FilterKeySecurityID1>";
   const std::string all = "<ScriptTradeName1>\"Trade Book : All\"</ScriptTradeName1>";
-  const struct {
-    std::string Entries;
-    std::size_t Books;
-    std::uint32_t LastNum;
-    std::string Title;  // of the first book
-    std::size_t WithKey;
-  } kStores[] = {
+  // What is stored; the books, the last number, the title of the first book, and the keys.
+  const std::tuple<std::string, std::size_t, std::uint32_t, std::string, std::size_t> kStores[] = {
       {"", 0, 0, "", 0},
       {twenty, 15, 55, kBlank, 15},
       {one + "<3>\"TradeBook 3\"</3>", 1, 0, kBlank, 1},
@@ -177,15 +167,14 @@ TEST_F(StoredBooksTest, TakeWhateverIsStored) {
       {one + all + one, 1, 0, kAll, 1},
       {one + "<2>\"TradeBook 1\"</2>", 2, 0, kBlank, 1},
   };
-  for (const auto& store : kStores) {
-    SCOPED_TRACE(store.Entries.substr(0, 300));
+  for (const auto& [entries, books, lastNum, title, keys] : kStores) {
+    SCOPED_TRACE(entries.substr(0, 300));
     Start();
     fakeTerminal.BarIds["TradeBook 1"] = 1;
-    Restore(store.Entries);
-    ASSERT_EQ(Registry->BooksByWindow.size(), store.Books);
-    EXPECT_EQ(Desk.State->LastNum, store.LastNum);
-    EXPECT_EQ(Desk.State->BooksByKey.size(), store.WithKey);
-    EXPECT_EQ(store.Books == 0 ? "" : Screen.Windows.front()->Shown.State.Title(), store.Title);
+    Restore(entries);
+    ASSERT_EQ(Registry->BooksByWindow.size(), books);
+    EXPECT_EQ(std::pair(+Desk.State->LastNum, Desk.State->BooksByKey.size()), std::pair(lastNum, keys));
+    EXPECT_EQ(books == 0 ? "" : Screen.Windows.front()->Shown.State.Title(), title);
   }
 }
 
