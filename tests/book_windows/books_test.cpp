@@ -104,19 +104,14 @@ TEST_F(BooksTest, SummaryLineFollowsTheTrades) {
   Desk->Trade(2, "COMEX", "GC1", 2, 7, 20);
   EXPECT_EQ(Summary(book, 30031), L"0") << "nothing is written before the beat";
   Beat();
-  const struct {
-    int Id;
-    const wchar_t* Text;
-    ColorRef Color;
-  } kTotals[] = {
+  const std::tuple<int, const wchar_t*, ColorRef> kTotals[] = {
       {30031, L"5", 0xFF0000},  {30033, L"50.00", 0xFF0000},  {30043, L"10.00", 0xFF0000},
       {30035, L"7", 0x0000FF},  {30037, L"140.00", 0x0000FF}, {30045, L"20.00", 0x0000FF},
       {30039, L"-2", 0x0000FF}, {30041, L"90.00", 0xFF0000},
   };
-  for (const auto& total : kTotals) {
-    SCOPED_TRACE(total.Id);
-    EXPECT_EQ(Summary(book, total.Id), total.Text);
-    EXPECT_EQ(book.Dialog->GetStatic(total.Id)->GetTextColor(), total.Color);
+  for (const auto& [id, text, color] : kTotals) {
+    EXPECT_EQ(Summary(book, id), text) << id;
+    EXPECT_EQ(book.Dialog->GetStatic(id)->GetTextColor(), color) << id;
   }
   CQORPStatic& average = *book.Dialog->GetStatic(30043);
   const auto point = [](wxWindow& window, wxEventType how) {

@@ -53,29 +53,19 @@ TEST_F(CommandsTest, MenuHasTheseEntries) {
   }
 }
 
-// The user's keys while a menu is up, which has a loop of its own until it closes.
-class MenuKeys : public wxTimer {
- public:
-  MenuKeys() { Start(100); }
-
- private:
-  void Notify() override {
-    constexpr int kPatience = 50;
-    wxUIActionSimulator keyboard;
-    if (++Beats > kPatience)
-      keyboard.Char(WXK_ESCAPE);
-    else
-      keyboard.Char(Beats % 2 == 1 ? WXK_UP : WXK_RETURN);  // the last entry, which is Property
-  }
-  int Beats = 0;
-};
-
 TEST_F(CommandsTest, MenuMeansTheBookThatItIsOpenedOver) {
   CTradeBookBar &first = Open(), &second = OpenGold();
   first.DockControlBar(DockSide::Left);
   second.DockControlBar(DockSide::Right);
   FocusGrid(second);
-  const MenuKeys keys;
+  // The user's keys while the menu is up, which has a loop of its own until it closes: the last entry is Property.
+  constexpr int kPatience = 50;
+  int beats = 0;
+  wxTimer keys;
+  keys.Bind(wxEVT_TIMER, [&beats](wxTimerEvent&) {
+    wxUIActionSimulator().Char(++beats > kPatience ? WXK_ESCAPE : beats % 2 == 1 ? WXK_UP : WXK_RETURN);
+  });
+  keys.Start(100);
   RightClick(*first.Grid()->GetHeaderWindow(), wxPoint(20, 8));
   EXPECT_EQ(fakeTerminal.SentNumbers().back(), 32003);
   EXPECT_EQ(Part(fakeTerminal.Sent.back(), 15, 48),
@@ -88,37 +78,30 @@ TEST_F(CommandsTest, CopiesOneRangeOfAtMost10001Rows) {
   CTradeBookGrid& grid = *Open().Grid();
   ShowOnly(grid, {18, 2});
   wxWindow& rows = *grid.GetRowsWindow();
-  const struct {
-    int From, ShiftKey;
-    bool OneMore;
-    std::vector<std::wstring> Said;
-    std::ptrdiff_t Lines;
-  } kRows[] = {
+  const std::wstring start = L"Trade Book: ";
+  // The first row, the key that extends the selection, whether another row is selected, and the message and the lines.
+  const std::tuple<int, int, bool, std::vector<std::wstring>, std::ptrdiff_t> kRows[] = {
       {2, WXK_END, false, {}, 10001},
-      {-1,
-       0,
-       false,
-       {L"Trade Book: Content of the grid is too large, please make selection and repeat command."},
-       10001},
+      {-1, 0, false, {start + L"Content of the grid is too large, please make selection and repeat command."}, 10001},
       {1,
        WXK_END,
        false,
-       {L"Trade Book: Selection is too large, please make smaller selection and repeat command."},
+       {start + L"Selection is too large, please make smaller selection and repeat command."},
        10001},
-      {2000, 0, true, {L"Trade Book: This command can't be used on multiple selection."}, 10001},
+      {2000, 0, true, {start + L"This command can't be used on multiple selection."}, 10001},
       {10002, 0, false, {}, 1},
   };
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.From);
-    grid.SetCurSel(row.From);
-    if (row.ShiftKey != 0) Press(rows, row.ShiftKey, kShift);
-    if (row.OneMore)
+  for (const auto& [from, shiftKey, oneMore, said, lines] : kRows) {
+    SCOPED_TRACE(from);
+    grid.SetCurSel(from);
+    if (shiftKey != 0) Press(rows, shiftKey, kShift);
+    if (oneMore)
       for (const int key : {int{WXK_UP}, int{WXK_UP}, int{WXK_SPACE}}) Press(rows, key, kControl);
     Answers.Said.clear();
     grid.SetFocus();
     Press(rows, 'C', kControl);
-    EXPECT_EQ(Answers.Said, row.Said);
-    EXPECT_EQ(std::ranges::count(ClipboardText(), L'\n'), row.Lines) << "a refused copy leaves the former one";
+    EXPECT_EQ(Answers.Said, said);
+    EXPECT_EQ(std::ranges::count(ClipboardText(), L'\n'), lines) << "a refused copy leaves the former one";
   }
   Desk->Trade(10004, "COMEX", "GC1", 1, 5, 10);
   EXPECT_TRUE(grid.RunContextMenu({L"Copy"}));
@@ -151,25 +134,22 @@ TEST_F(CommandsTest, ExportsAskWriteReportAndRemember) {
   const fs::path &folder = Desk->Folder,
                  root = fs::path() += fs::path::preferred_separator + fs::path(visible).native();
   fs::create_directories(folder / "other");
-  const struct {
-    const wchar_t* Command;
-    fs::path SaveAs, Proposal;
-    std::string Bytes;
-  } kRows[] = {
+  // The command, the file that the user chooses, the one proposed, and the bytes.
+  const std::tuple<const wchar_t*, fs::path, fs::path, std::string> kRows[] = {
       {L"Visible Columns", {}, root, ""},
       {L"Visible Columns", folder / "other" / "v.csv", root, "SecurityID,Quantity,Price\r\nGC2,7,20.000000"},
       {L"Selected Columns", folder / "s.csv", folder / "CSV" / selected, "VELDTradeID,Quantity,\r\n2,7,"},
       {L"Visible Columns", folder / "nowhere" / "x.csv", folder / "other" / visible, ""},
   };
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.SaveAs);
-    Answers.AnswerAnew(row.SaveAs);
-    EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", row.Command}));
-    EXPECT_EQ(Answers.Proposals, std::vector{row.Proposal});
-    EXPECT_EQ(ReadFile(row.SaveAs), row.Bytes);
+  for (const auto& [command, saveAs, proposal, bytes] : kRows) {
+    SCOPED_TRACE(saveAs);
+    Answers.AnswerAnew(saveAs);
+    EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", command}));
+    EXPECT_EQ(Answers.Proposals, std::vector{proposal});
+    EXPECT_EQ(ReadFile(saveAs), bytes);
     // Intentional: whatever became of the file.
     const std::vector<std::wstring> report{L"Trade Book: Trade Book CSV Successfully exported..!!"};
-    EXPECT_EQ(Answers.Said, row.SaveAs.empty() ? std::vector<std::wstring>() : report);
+    EXPECT_EQ(Answers.Said, saveAs.empty() ? std::vector<std::wstring>() : report);
   }
   Answers.SaveAs = folder / "all.csv";
   EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", L"All Columns"}));

@@ -14,7 +14,6 @@ class PropertiesTest : public BooksTest {
  protected:
   void SetUp() override {
     BooksTest::SetUp();
-    if (IsSkipped()) return;
     Properties = std::make_unique<CQORPPropList>().release();  // the frame owns it
     ASSERT_TRUE(Properties->Create(Frame, wxID_ANY, L"Properties"));
     Properties->SetSize(Frame->GetClientSize());
@@ -105,12 +104,9 @@ TEST_F(PropertiesTest, AChangeGoesToEveryBookAndToTheFile) {
   CTradeBookBar &one = Open(), &two = OpenGold();
   FillFor(two);
   const wxVariant automatic = Color(1, *wxBLACK);
-  const struct {
-    const wchar_t* Label;
-    wxVariant Value;
-    const char *Key, *Text;
-    std::function<bool(CTradeBookBar&)> IsShown;
-  } kRows[] = {
+  // The item, its new value, the key and the text in the file, and whether a book shows it.
+  using IsShown = std::function<bool(CTradeBookBar&)>;
+  const std::tuple<const wchar_t*, wxVariant, const char*, const char*, IsShown> kRows[] = {
       {L"Buy Color", Color(wxPG_COLOUR_CUSTOM, wxColour(10, 20, 30)), "BuyColor", "1971210",
        [](CTradeBookBar& bar) { return Cell(bar, 0, 2).Background == 0x1E140Au; }},
       {L"Buy Color", automatic, "BuyColor", "16746335",
@@ -134,11 +130,11 @@ TEST_F(PropertiesTest, AChangeGoesToEveryBookAndToTheFile) {
   };
   int paints = 0;
   one.Grid()->GetRowsWindow()->Bind(wxEVT_PAINT, [&paints](wxPaintEvent& event) { event.Skip(), ++paints; });
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.Key + std::string(row.Text));
-    Choose(row.Label, row.Value);
-    EXPECT_EQ(Stored(row.Key), row.Text);
-    EXPECT_TRUE(row.IsShown(one) && row.IsShown(two));
+  for (const auto& [label, value, key, text, isShown] : kRows) {
+    SCOPED_TRACE(key + std::string(text));
+    Choose(label, value);
+    EXPECT_EQ(Stored(key), text);
+    EXPECT_TRUE(isShown(one) && isShown(two));
     EXPECT_TRUE(paints > 0 || PumpUntil([&paints] { return paints > 0; }));
     paints = 0;
   }
@@ -210,22 +206,20 @@ TEST_F(PropertiesTest, WarnsOnceWhileOtherBooksAreOpen) {
 
 // A stored height or weight may be any number.
 TEST_F(PropertiesTest, FontsComeBackFromTheirBlocks) {
-  const struct {
-    std::int32_t Height, Weight;
-    int ShownPx, ShownWeight;
-  } kRows[] = {{-24, 700, 24, 700},
-               {24, 400, 24, 400},
-               {0, 0, 12, 400},
-               {-1000, 1001, 200, 1000},
-               {std::numeric_limits<std::int32_t>::min(), -7, 200, 400}};
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.Height);
+  // Height and weight, as stored and as shown.
+  const std::int32_t kRows[][4] = {{-24, 700, 24, 700},
+                                   {24, 400, 24, 400},
+                                   {0, 0, 12, 400},
+                                   {-1000, 1001, 200, 1000},
+                                   {std::numeric_limits<std::int32_t>::min(), -7, 200, 400}};
+  for (const auto& [height, weight, shownPx, shownWeight] : kRows) {
+    SCOPED_TRACE(height);
     GridFont block;
-    block.Height = row.Height, block.Weight = row.Weight;
+    block.Height = height, block.Weight = weight;
     SetFaceName(block, L"Sans");
     const wxFont font = WindowFontOf(block);
-    EXPECT_EQ(font.GetPixelSize().y, row.ShownPx);
-    EXPECT_EQ(font.GetNumericWeight(), row.ShownWeight);
+    EXPECT_EQ(font.GetPixelSize().y, shownPx);
+    EXPECT_EQ(font.GetNumericWeight(), shownWeight);
     EXPECT_EQ(font.GetFaceName(), L"Sans");
     EXPECT_EQ(std::u16string(FontBlockOf(font).FaceName), u"Sans");
   }
