@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <span>
-#include <string>
 #include <string_view>
 
 #include "fuzz/fuzz_functions.h"

@@ -11,7 +11,6 @@
 #include "grid_base/settings/settings_text.h"
 #include "grid_base/settings/xml_settings.h"
 #include "grid_ops/exports/exchange_files.h"
-#include "platform/modules.h"
 #include "terminal/program/options.h"
 #include "terminal/script/window_script.h"
 #include "tests/documents/page.h"

@@ -20,7 +20,6 @@ class FieldChooseTest : public GuiTest {
  protected:
   void SetUp() override {
     GuiTest::SetUp();
-    if (Frame == nullptr) return;
     Grid = &MakeChild<ChooserGrid>(Host);
     ASSERT_TRUE(Grid->Create(Frame, 1));
     Grid->SetSize(Frame->GetClientSize());

@@ -6,7 +6,6 @@
 #include <random>
 #include <set>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "foundations/byte_words.h"
