@@ -1,7 +1,6 @@
 // Architecture page, wire format and host guide say what the code does.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <set>
 #include <sstream>
@@ -12,10 +11,10 @@
 #include "grid_ops/exports/exchange_files.h"
 #include "host_link/host_functions/terminal_functions.h"
 #include "host_link/messages/message_table.h"
-#include "platform/modules.h"
 #include "tests/documents/page.h"
-#include "tests/support/files.h"
+#include "tests/support/own_folder.h"
 #include "tests/support/plain_book.h"
+#include "tests/support/programs.h"
 #include "tests/support/wire_bytes.h"
 
 namespace {
@@ -61,15 +60,13 @@ void WithReader(const Bytes& message, const std::function<void(CQORPacketReader&
 }
 
 // The functions that the page names make the texts that it quotes.
-TEST(ArchitecturePage, QuotesWhatOneTradeLeaves) {
-  const fs::path folder = ProgramFolder() / "life of a trade";
-  fs::remove_all(folder);
-  fs::create_directories(folder);
-  WriteFile(folder / "TradeHeaderFile.txt", "SecurityID\nSide\nQuantity\nPrice");
-  WriteFile(folder / "EXCHANGETRADEFORMAT.TXT", "Trade Status\nSide\nQuantity\nPrice");
+using LifeOfOneTrade = OwnFolder;
+TEST_F(LifeOfOneTrade, LeavesWhatThePageQuotes) {
+  WriteFile(Folder / "TradeHeaderFile.txt", "SecurityID\nSide\nQuantity\nPrice");
+  WriteFile(Folder / "EXCHANGETRADEFORMAT.TXT", "Trade Status\nSide\nQuantity\nPrice");
   CQORTradeImpl decoder;
   TradeBooks books;
-  TradeCache cache(decoder, books, folder);
+  TradeCache cache(decoder, books, Folder);
   PlainBook book(cache);
   books["a book"] = &book;
   cache.OnDownloadEnd();
@@ -88,9 +85,9 @@ TEST(ArchitecturePage, QuotesWhatOneTradeLeaves) {
     const bool shown = isCode || column.Title == "SecurityID" || column.Title == "Quantity";
     columns.push_back({std::string(column.Title), shown, index, false});
   }
-  ExportGridCsv("Visible Columns", folder / "visible", {columns, rows, {}, cache.ServerName, cache.LiveTrades});
-  WriteExchangeTradeFiles({columns, cache.LiveTrades, {}, folder, folder, 0});
-  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+  ExportGridCsv("Visible Columns", Folder / "visible", {columns, rows, {}, cache.ServerName, cache.LiveTrades});
+  WriteExchangeTradeFiles({columns, cache.LiveTrades, {}, Folder, Folder, 0});
+  for (const auto& entry : fs::recursive_directory_iterator(Folder)) {
     std::string text = entry.is_directory() ? "" : ReadFile(entry.path());
     if (text.empty() || text.ends_with("Price")) continue;  // a folder, or what was there before
     std::erase(text, '\r');
@@ -179,25 +176,18 @@ TEST(HostGuide, QuotesTheExampleLineForLine) {
 }
 
 // The example does what the guide says. Its exit code is 0 or not.
-TEST(MinimalHost, PrintsWhatTheGuideShowsAndWritesADailyFile) {
-  constexpr bool kWindows = fs::path::preferred_separator == '\\';
-  const fs::path former = fs::current_path(), folder = ProgramFolder() / "minimal host test";
-  fs::remove_all(folder);
-  fs::create_directories(folder);
-  fs::current_path(folder);
+using MinimalHost = OwnFolder;
+TEST_F(MinimalHost, PrintsWhatTheGuideShowsAndWritesADailyFile) {
+  const fs::path former = fs::current_path();
+  fs::current_path(Folder);
   const auto run = [](const std::string& arguments) {
-    const fs::path program = ProgramFolder() / ".." / "bin" / (kWindows ? "minimal_host.exe" : "minimal_host");
-    std::string command = "\"" + fs::path(program).make_preferred().string() + "\" " + arguments + " > out 2>&1";
-    if (kWindows) command = "\"" + command + "\"";  // the shell takes one pair of quotes off
-    return std::system(command.c_str());
+    return RunCommand(BuiltProgram("../bin/minimal_host") + ' ' + arguments + " > out 2>&1");
   };
   EXPECT_EQ(run(""), 0);
-  std::string out = ReadFile("out"), daily;
+  std::string out = ReadFile("out");
   std::erase(out, '\r');
   EXPECT_EQ(SplitText(out, '\n'), FencedBlock("host_guide.md", "The example prints", "text")) << out;
-  for (const auto& entry : fs::directory_iterator("minimal_host"))
-    if (entry.path().extension() == ".CSV") daily += ReadFile(entry.path());
-  EXPECT_EQ(daily,
+  EXPECT_EQ(ReadFile(DailyFileIn("minimal_host")),
             "VELDTradeID,SecurityID,Side,Quantity,Price,\r\n1,GC201312,Buy,2,1313.25,\r\n2,GC201312,Buy,2,1313.4,");
   EXPECT_NE(run("no_such_module"), 0);
   EXPECT_TRUE(ReadFile("out").starts_with("the module cannot be used: ")) << ReadFile("out");

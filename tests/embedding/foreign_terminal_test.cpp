@@ -96,10 +96,7 @@ TEST(ForeignTerminal, TradesGoOnWithoutADisplay) {
   module.EndDownload();
   module.Beat();
   module.Trade(2, "GC2");
-  std::string daily;
-  for (const auto& entry : fs::directory_iterator(fs::current_path()))
-    if (entry.path().extension() == ".CSV") daily += ReadFile(entry.path());
-  EXPECT_EQ(daily, "VELDTradeID,SecurityID,\r\n1,GC1,\r\n2,GC2,");
+  EXPECT_EQ(ReadFile(DailyFileIn(fs::current_path())), "VELDTradeID,SecurityID,\r\n1,GC1,\r\n2,GC2,");
   EXPECT_TRUE(fakeTerminal.Focus.empty());
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
   UnloadModule(module.Handle);

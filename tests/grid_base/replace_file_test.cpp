@@ -1,29 +1,23 @@
 // Files that are replaced by several processes, by processes that die, and through links.
 #include "platform/files.h"
 
-#include <cstdlib>
 #include <future>
 #include <vector>
 
-#include "platform/modules.h"
 #include "tests/support/own_folder.h"
+#include "tests/support/programs.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr bool kWindows = fs::path::preferred_separator == '\\';
-
 class ReplaceFile : public OwnFolder {
  protected:
-  fs::path File() const { return (Folder / "s.xml").make_preferred(); }
+  fs::path File() const { return Folder / "s.xml"; }
   // What a shell gives for the child, with a line of the shell before it.
   int RunChild(const std::string& before, int id, int rounds) const {
-    const fs::path program = (ProgramFolder() / (kWindows ? "replace_child.exe" : "replace_child")).make_preferred();
-    std::string command = before + "\"" + program.string() + "\" \"" + File().string() + "\" " + std::to_string(id) +
-                          ' ' + std::to_string(rounds);
-    if (kWindows) command = "\"" + command + "\"";  // the shell takes one pair of quotes off
-    return std::system(command.c_str());
+    return RunCommand(before + BuiltProgram("replace_child") + ' ' + Quoted(File()) + ' ' + std::to_string(id) + ' ' +
+                      std::to_string(rounds));
   }
   bool Replace(const fs::path& file, const std::string& bytes) { return ReplaceFileContent(file, bytes, Error); }
   std::ptrdiff_t FilesInFolder() const { return std::distance(fs::directory_iterator(Folder), {}); }

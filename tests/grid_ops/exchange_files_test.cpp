@@ -15,8 +15,7 @@ class ExchangeFiles : public OwnFolder {
   TradeFileRun Run() const {
     return {Columns, Trades.ByServer, kNoDivisors, Folder / "grid", Folder / "plugin", kEvening};
   }
-  void SetUp() override {
-    OwnFolder::SetUp();
+  ExchangeFiles() {
     fs::create_directory(Folder / "grid");
     fs::create_directory(Folder / "plugin");
     Columns[TradeColumnIndex("colUserID")].Visible = false;

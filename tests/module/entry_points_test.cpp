@@ -10,7 +10,7 @@
 #include "platform/modules.h"
 #include "tests/host_link/link_fixtures.h"
 #include "tests/support/failing_memory.h"
-#include "tests/support/own_folder.h"
+#include "tests/support/files.h"
 #include "tests/support/wire_bytes.h"
 
 TRADEBOOK_EXPORT void GetDllInfo(HostReplyBuffer* reply, const std::uint8_t* infoOnly) noexcept;
@@ -51,14 +51,9 @@ void Trade(unsigned number, unsigned id) {
 void Answer(CQORPacketReader*) {}
 
 TEST(EntryPointsTest, ServesAMessageAgainThatRanOutOfMemory) {
-  const fs::path folder = fs::current_path();  // as the module did when it was loaded
-  const auto dailyFile = [&folder] {
-    for (const auto& entry : fs::directory_iterator(folder))
-      if (entry.path().extension() == ".CSV") return entry.path();
-    return fs::path();
-  };
-  while (!dailyFile().empty()) fs::remove(dailyFile());  // of an earlier run
-  WriteBytes(folder / "TradeHeaderFile.txt", "VELDTradeID\r\nExchangeTradeTime\r\nQuantity\r\n");
+  const fs::path folder = fs::current_path();                            // as the module did when it was loaded
+  while (!DailyFileIn(folder).empty()) fs::remove(DailyFileIn(folder));  // of an earlier run
+  WriteFile(folder / "TradeHeaderFile.txt", "VELDTradeID\r\nExchangeTradeTime\r\nQuantity\r\n");
   const std::uint8_t infoOnly = 0;
   ReplyForTest reply(16, true);
   CallUntilServed([&] { GetDllInfo(&reply.Buffer, &infoOnly); });
@@ -72,7 +67,7 @@ TEST(EntryPointsTest, ServesAMessageAgainThatRanOutOfMemory) {
   Send(9112, WireU32(20008, 2) + WireU32(20084, 1) + WireU32(20103, 20));
   Trade(9101, 4);
   fs::remove(folder / "TradeHeaderFile.txt");
-  EXPECT_EQ(BytesOf(dailyFile()),
+  EXPECT_EQ(ReadFile(DailyFileIn(folder)),
             "VELDTradeID,ExchangeTradeTime,Quantity,\r\n1,,1,\r\n2,,2,\r\n3,,3,\r\n4,,4,\r\n2,,20,");
   EXPECT_GT(failures, 40);
 }

@@ -46,16 +46,12 @@ using Files = std::vector<std::string>;
 // A working folder of its own, with the columns of the daily file.
 class ModuleTest : public OwnFolder {
  protected:
-  void SetUp() override {
-    OwnFolder::SetUp();
+  ModuleTest() {
     std::filesystem::current_path(Folder);
     WriteFile(Folder / "TradeHeaderFile.txt", "VELDTradeID\nQuantity\nNoColumn\nPrice\n");
     fakeTerminal = {};
   }
-  void TearDown() override {
-    std::filesystem::current_path(FormerFolder);
-    OwnFolder::TearDown();
-  }
+  ~ModuleTest() override { std::filesystem::current_path(FormerFolder); }
 
   // The contents of the files that the module has written.
   Files DailyFiles() const {
@@ -93,17 +89,6 @@ TEST_F(ModuleTest, SendsTheAddressesOfItsOwnFunctions) {
   module.OnPluginMessage(nullptr);
   EXPECT_TRUE(fakeTerminal.Sent.empty());
   EXPECT_EQ(terminalMessages, 0);
-}
-
-TEST_F(ModuleTest, CallsTheTerminalsFunctions) {
-  const LoadedModule module;
-  module.Send(32023, Hex("23 E2D6 0300 'ASX' 23 40D7 0600 'BHP.AX'"));
-  EXPECT_EQ(fakeTerminal.MasterRequests, std::vector<std::string>{"ASX|BHP.AX"});
-  EXPECT_TRUE(fakeTerminal.Sent.empty());
-  module.Send(30025);
-  ASSERT_EQ(fakeTerminal.SentNumbers(), std::vector<std::uint16_t>{32005});
-  // The refresh callback is a no-op without windows.
-  reinterpret_cast<CommandFunction>(LoadValue<std::uint64_t>(&fakeTerminal.Sent[0].at(18)))();
 }
 
 TEST_F(ModuleTest, WritesTheDailyFileToTheFolderAtLoadAndClosesItAtUnload) {

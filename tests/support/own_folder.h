@@ -7,17 +7,15 @@
 
 class OwnFolder : public testing::Test {
  protected:
-  void SetUp() override {
+  OwnFolder() {
     const std::string suite = testing::UnitTest::GetInstance()->current_test_info()->test_suite_name();
     for (int i = 0; !std::filesystem::create_directory(Folder); ++i)
       Folder = std::filesystem::temp_directory_path() / ("tradebook_" + suite + "_" + std::to_string(i));
   }
-  void TearDown() override { std::filesystem::remove_all(Folder); }
+  ~OwnFolder() override {
+    std::error_code ignored;
+    std::filesystem::remove_all(Folder, ignored);
+  }
 
   std::filesystem::path Folder = std::filesystem::temp_directory_path();
 };
-
-inline constexpr auto WriteBytes = &WriteFile;
-inline std::string BytesOf(const std::filesystem::path& file) {
-  return ReadFile(file);
-}

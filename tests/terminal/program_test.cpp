@@ -99,9 +99,7 @@ std::string DailyFileOf(const std::string& day) {
   std::filesystem::remove_all(work);
   const RunResult run = RunProgram("--headless --work " + Quoted(work) + " --day " + day);
   EXPECT_EQ(run.Code, 0) << run.Errors;
-  for (const auto& entry : std::filesystem::directory_iterator(work))
-    if (entry.path().extension() == ".CSV") return ReadFile(entry.path());
-  return "no daily file";
+  return ReadFile(DailyFileIn(work));
 }
 
 TEST(Program, PlaysADayAlikeFromItsRecordFile) {

@@ -64,7 +64,6 @@ class ScriptRun : public GuiTest, protected ScriptTarget {
  protected:
   void SetUp() override {
     GuiTest::SetUp();
-    if (IsSkipped()) return;
     Manager = std::make_unique<CQORPDockingManager>(*Frame);
     Bar = &MakeChild<CQORPDockingControlBar>();
     ASSERT_TRUE(Bar->CreateBar(*Manager, L"Book", wxRect(100, 100, 500, 300), 1));

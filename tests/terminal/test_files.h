@@ -9,10 +9,9 @@
 #include <sstream>
 #include <tuple>
 
-#include "platform/modules.h"
 #include "terminal/common/errors.h"
 #include "terminal/link/terminal_host.h"
-#include "tests/support/files.h"
+#include "tests/support/programs.h"
 #include "tests/support/wire_bytes.h"
 
 inline std::filesystem::path TestFolder() {
@@ -79,6 +78,13 @@ inline std::string DayMessage(unsigned number, const std::string& time = {}, uns
   return WireMessage(number, time.empty() ? "" : WireText(55118, time), mode);
 }
 
+// What the callback of message 32022 gets, whole.
+inline std::vector<std::string> Answers;
+inline void NoteAnswer(CQORPacketReader* message) {
+  EXPECT_EQ(message->Cursor, 0) << "raw, as to the plug-in's own function";
+  Answers.emplace_back(reinterpret_cast<const char*>(message->Data), message->End);
+}
+
 // Stands still but for sleeps and for what a test adds.
 class TestClock : public PlayClock {
  public:
@@ -89,12 +95,6 @@ class TestClock : public PlayClock {
   }
   Time Current;
 };
-
-inline constexpr bool kWindows = std::filesystem::path::preferred_separator == '\\';
-
-inline std::string Quoted(std::filesystem::path path) {
-  return "\"" + PathText(path.make_preferred()) + "\"";
-}
 
 inline std::filesystem::path TestModule(const char* name) {
   return ProgramFolder() / (std::string(name) + ModuleSuffix());
@@ -107,10 +107,8 @@ struct RunResult {
 };
 
 inline RunResult RunProgram(const std::string& arguments, const std::string& environment = {}) {
-  const auto program = ProgramFolder() / ".." / "bin" / (kWindows ? "terminal.exe" : "terminal");
   const auto out = TestFolder() / "out.txt", errors = TestFolder() / "errors.txt";
-  std::string command = environment + Quoted(program) + " " + arguments + " > " + Quoted(out) + " 2> " + Quoted(errors);
-  if (kWindows) command = "\"" + command + "\"";  // the shell takes one pair of quotes off
-  const int status = std::system(command.c_str());
+  const int status = RunCommand(environment + BuiltProgram("../bin/terminal") + " " + arguments + " > " + Quoted(out) +
+                                " 2> " + Quoted(errors));
   return {kWindows ? status : status >> 8, Without(ReadFile(out), "\r"), Without(ReadFile(errors), "\r")};
 }

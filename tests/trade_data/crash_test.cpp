@@ -1,19 +1,15 @@
 // What becomes of a process when the writer thread of a record file dies, and when another thread does.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "platform/faults.h"
-#include "platform/modules.h"
-#include "tests/support/files.h"
+#include "tests/support/programs.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr bool kWindows = fs::path::preferred_separator == '\\';
 
 struct ChildEnd {
   int Code;
@@ -34,11 +30,8 @@ void TakeDumps(ChildEnd& end) {
 
 // The command before it runs in a POSIX shell only.
 ChildEnd RunChild(const std::string& arguments, const std::string& before = "") {
-  const fs::path program = (ProgramFolder() / (kWindows ? "crash_child.exe" : "crash_child")).make_preferred();
-  const fs::path out = (ProgramFolder() / "crash_child.out").make_preferred();
-  std::string command = before + "\"" + program.string() + "\" " + arguments + " > \"" + out.string() + "\" 2>&1";
-  if (kWindows) command = "\"" + command + "\"";  // the shell takes one pair of quotes off
-  const int status = std::system(command.c_str());
+  const fs::path out = ProgramFolder() / "crash_child.out";
+  const int status = RunCommand(before + BuiltProgram("crash_child") + ' ' + arguments + " > " + Quoted(out) + " 2>&1");
   const bool killed = !kWindows && (status & 0x7F) != 0;
   ChildEnd end{kWindows ? status : killed ? 128 + (status & 0x7F) : status >> 8, ReadFile(out)};
   TakeDumps(end);
