@@ -7,10 +7,10 @@
 #include "tests/grid_ops/slow_book.h"
 
 int FuzzFilterText(const std::uint8_t* data, std::size_t size) {
-  constexpr std::size_t kLargestInput = 4096;
+  constexpr std::size_t kLongestTexts = 4096;
   if (size == 0) return 0;
   const int column = data[0] % (kTradeColumnCount + 2) - 1;  // also one below the columns, and their count
-  const std::string texts(reinterpret_cast<const char*>(data) + 1, std::min(size, kLargestInput) - 1);
+  const std::string texts(reinterpret_cast<const char*>(data) + 1, std::min(size, kLongestTexts) - 1);
   const std::size_t end = std::min(texts.find('\n'), texts.size());
   std::wstring filter = NarrowToWide(texts.substr(0, end));
   // A byte of 1 stands for a letter that no western code page has.
