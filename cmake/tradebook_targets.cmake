@@ -34,7 +34,8 @@ function(tradebook_layer name)
   target_link_libraries(${name} PUBLIC tradebook_options ${LAYER_LINKS})
 endfunction()
 
-# tradebook_platform_sources(OUT stem...): picks stem_windows.cpp or stem_linux.cpp for each stem.
+# tradebook_platform_sources(OUT stem...): picks stem_windows.cpp or stem_linux.cpp for each stem. Each stays an object of
+# its own: the headers of a system rename functions, and tests replace some of these files.
 function(tradebook_platform_sources out)
   set(files)
   foreach(stem ${ARGN})
@@ -44,5 +45,6 @@ function(tradebook_platform_sources out)
       list(APPEND files ${stem}_linux.cpp)
     endif()
   endforeach()
+  set_source_files_properties(${files} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
   set(${out} ${files} PARENT_SCOPE)
 endfunction()
