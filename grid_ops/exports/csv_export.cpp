@@ -148,9 +148,9 @@ void ExportGridCsv(std::string_view mode, const fs::path& path, const CsvSource&
 
 fs::path ProposeCsvPath(const CsvCommand& command, ExportFolders& folders, const fs::path& gridFolder,
                         std::int64_t now) {
-  if (command.Id == kSelectedColumnsCommand) folders.Base = Joined(gridFolder, "CSV");
+  if (command.Id == kSelectedColumnsCommand) folders.ExportFolder = Joined(gridFolder, "CSV");
   const fs::path& last = LastOf(command, folders);
-  const fs::path start = last.empty() && command.StartsFromBase ? folders.Base : last;
+  const fs::path start = last.empty() && command.StartsFromBase ? folders.ExportFolder : last;
   return Joined(start,
                 std::string(command.Stem) + FormatTimeText(now, std::string(command.DatePattern), false) + ".CSV");
 }

@@ -86,7 +86,7 @@ inline constexpr std::wstring_view kExportCaption = L"Trade Book";
 
 // The folders of one process. All start empty; none is stored.
 struct ExportFolders {
-  std::filesystem::path Base;
+  std::filesystem::path ExportFolder;                               // where commands without a last folder start
   std::array<std::filesystem::path, std::size(kCsvCommands)> Last;  // by index in kCsvCommands
 };
 
