@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# tools/tidy.sh [RANGE]: runs clang-tidy over the files that a range of commits touched, with the flags of build/release.
+# tools/tidy.sh [RANGE]: runs clang-tidy over the files that a range of commits touched, with the flags of build/debug.
 # RANGE is what git diff takes; without one the last commit and what is not committed. A header is checked within a
 # source that includes it. Exit code 1 if there are findings.
 set -euo pipefail
@@ -7,8 +7,8 @@ cd "$(dirname "$0")/.."
 . tools/setup.sh
 
 range=${1:-HEAD~1}
-need_packages tidy
-[ -f build/release/compile_commands.json ] || fail "Please build first: ./run or ./test makes build/release."
+need_packages build tidy
+cmake --preset debug >/dev/null || fail "The build could not be configured."
 
 # The sources that clang-tidy is given for the touched files, each once.
 sources() {
@@ -18,14 +18,14 @@ sources() {
       *.h) git grep -l -F "#include \"$file\"" -- '*.cpp' | sed -n 1p ;;
     esac
   done | sort -u | while read -r file; do
-    grep -q -F "/$file\"" build/release/compile_commands.json && printf '%s\n' "$file" || say "not in build/release: $file" >&2
+    grep -q -F "/$file\"" build/debug/compile_commands.json && printf '%s\n' "$file" || say "not in build/debug: $file" >&2
   done
 }
 
 # clang does not know two of gcc's options.
 database=$(mktemp -d)
 trap 'rm -rf "$database"' EXIT
-sed 's/ -fno-gnu-unique//; s/ -Wno-restrict//' build/release/compile_commands.json >"$database/compile_commands.json"
+sed 's/ -fno-gnu-unique//; s/ -Wno-restrict//' build/debug/compile_commands.json >"$database/compile_commands.json"
 
 mapfile -t files < <(sources)
 [ ${#files[@]} -eq 0 ] && { say "nothing to check in $range"; exit 0; }
