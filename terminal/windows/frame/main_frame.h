@@ -59,15 +59,13 @@ class MainFrame : public CQORPFrame {
 void ShowFailure(wxWindow* parent, const std::string& sentence);
 void ShowMessage(wxWindow* parent, const std::wstring& caption, const std::wstring& text);
 
-// Runs the function; false, with the reason shown, when it threw.
+// Runs the function; shows why if it throws.
 template <typename Function>
-bool OrShowFailure(wxWindow* parent, Function function) {
+void OrShowFailure(wxWindow* parent, Function function) {
   try {
     function();
-    return true;
   } catch (const std::exception& failure) {
     ShowFailure(parent, failure.what());
-    return false;
   }
 }
 
