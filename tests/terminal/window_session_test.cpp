@@ -242,6 +242,7 @@ TEST_F(WindowSessionTest, ShowsPropertiesWhileTheBookIsShown) {
     ASSERT_TRUE(PumpUntil([&grid] { return wxWindow::FindFocus() == &grid; }));
     request();
     EXPECT_TRUE(pane.IsDocked());
+    EXPECT_EQ(Checked()[6], '1') << "the menu shows it at once";
     EXPECT_TRUE(PumpUntil([&pane] { return pane.GetDockingManager()->BarOf(wxWindow::FindFocus()) == &pane; }));
     auto& list = dynamic_cast<wxPropertyGrid&>(*pane.List().GetChildren().front());
     for (const long value : {-2147483647, 7, 7}) list.ChangePropertyValue(list.GetPropertyByLabel(L"Number"), value);
