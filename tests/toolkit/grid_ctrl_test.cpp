@@ -223,6 +223,12 @@ TEST_F(GridCtrl, MouseAndKeysSelectRows) {
   PressKey(WXK_DOWN);
   check(0, {{0, 0}});
   EXPECT_GT(Grid->Focused, 0);
+  // A pointer that stays below scrolls on until the button is released.
+  SendMouse(rows, at(3), kNoKey, {wxEVT_LEFT_DOWN});
+  SendMouse(rows, {50, rows.GetClientSize().y}, kNoKey, {wxEVT_MOTION});
+  EXPECT_TRUE(PumpUntil([&] { return Grid->GetCurSel() > page + 3; }));
+  SendMouse(rows, {50, rows.GetClientSize().y}, kNoKey, {wxEVT_LEFT_UP});
+  check(Grid->GetCurSel(), {{3, Grid->GetCurSel()}});
 }
 
 TEST_F(GridCtrl, KeepsTheViewWhenRowsArrive) {
