@@ -135,8 +135,9 @@ void TenBooksOnScreen(benchmark::State& state) {
     day->Play(messages);
     day->PaintBeat();
   }
-  for (const auto& [id, bar] : day->Books().BarsById)
-    if (bar->Grid()->GetVirtualRows() != static_cast<int>(expected)) state.SkipWithError("a book lacks rows");
+  for (const auto& [id, book] : day->Books().BarsById)
+    if (DayOfBooks::BarOf(*book).Grid()->GetVirtualRows() != static_cast<int>(expected))
+      state.SkipWithError("a book lacks rows");
   day->CloseBooks();
   state.SetItemsProcessed(state.iterations());
 }
