@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr long kShownAfterMs = 250;
-constexpr std::uint32_t kOkButton = 0, kReportIcon = 6;
+constexpr std::uint32_t kReportIcon = 6;
 
 // The plug-in has no price divisors: see PriceDivisors.
 const PriceDivisors kNoDivisors;

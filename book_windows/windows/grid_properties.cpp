@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::uint32_t kOk = 0, kWarningIcon = 1;
+constexpr std::uint32_t kWarningIcon = 1;
 constexpr std::uint32_t kFontDialog = CQORPFontProp::kScreenFonts | CQORPFontProp::kEffects;
 static_assert(kFontDialog == 257);
 // Intentional: the same text for all four colours, though it describes none of them.
@@ -119,7 +119,7 @@ bool GridProperties::WarnsOfOpenBooks() {
   ++state.WarnCount;
   wxWindow* focused = wxWindow::FindFocus();
   const FocusReturn focus(focused == nullptr ? Grid : *focused);
-  Screen.Terminal.ShowMessage(&Grid, std::wstring(kExportCaption), L"Please Close All TradeBook Except One.", kOk,
+  Screen.Terminal.ShowMessage(&Grid, std::wstring(kExportCaption), L"Please Close All TradeBook Except One.", kOkButton,
                               kWarningIcon, 0);
   return true;
 }

@@ -96,6 +96,7 @@ using PluginRemoveBarIDFunction = void (*)(std::uint32_t barId, const char* plug
 
 // By button code: OK, yes-no, OK-cancel, retry-cancel, abort-retry-ignore, cancel-try-continue, yes-no-cancel, and the
 // two custom buttons.
+inline constexpr std::uint32_t kOkButton = 0;  // the code of OK
 inline constexpr std::uint32_t kCustomButtonsStyle = 256;
 inline constexpr std::uint32_t kButtonStyles[] = {0, 4, 1, 5, 2, 6, 3, kCustomButtonsStyle};
 inline constexpr std::uint32_t kCustomButtonIds[] = {1000, 1001};
