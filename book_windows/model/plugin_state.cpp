@@ -17,7 +17,7 @@ std::wstring PathOf(const std::wstring& key) {
 struct SwitchKey {
   const wchar_t* Read;
   const wchar_t* Written = Read;
-  bool Missing = false;  // the value if nothing is stored. Intentional: not that of a new book
+  bool Missing = false;  // the value if nothing is stored. Intentional: a new book has another
 };
 constexpr SwitchKey kAutoWrite{L"AutoTradeWriteCSV", L"AutoTradeWriteCSV ", true};
 

@@ -25,7 +25,7 @@ struct WatchRow {
   std::uint64_t Trades = 0;
   std::uint64_t Quantity = 0;
   std::string Time;              // of the last trade
-  std::uint64_t TradedBeat = 0;  // 0: not traded
+  std::uint64_t TradedBeat = 0;  // 0 before the first trade
 
   double Change() const noexcept { return Last - First; }
   Trend ChangeTrend() const noexcept;

@@ -1,8 +1,7 @@
 #include "tests/book_windows/book_desk.h"
 
-#include <gtest/gtest.h>
-
 #include "grid_base/settings/registry_store.h"
+#include "tests/support/own_folder.h"
 
 namespace fs = std::filesystem;
 
@@ -14,23 +13,15 @@ void TakeAnswer(CQORPacketReader* answer) {
   if (newestRouter != nullptr) newestRouter->OnPluginMessage(*answer);
 }
 
-// One folder for the process: its store takes the first one and keeps it.
-const fs::path& ProcessFolder() {
-  static const fs::path folder = [] {
-    const std::string suite = testing::UnitTest::GetInstance()->current_test_info()->test_suite_name();
-    fs::path made;
-    for (int i = 0; made.empty() || !fs::create_directory(made); ++i)
-      made = fs::temp_directory_path() /
-             (u8"tradebook \u00e9\u20ac " + fs::path(suite + " " + std::to_string(i)).u8string());
-    return made;
-  }();
-  return folder;
+// Its store takes the first folder of the process and keeps it.
+const fs::path& FolderOfBooks() {
+  static const ProcessFolder folder(u8"tradebook \u00e9\u20ac books ");
+  return folder.Path;
 }
 
 }  // namespace
 
-BookDesk::BookDesk() : Folder(ProcessFolder()) {
-  fs::create_directories(Folder);
+BookDesk::BookDesk() : Folder(FolderOfBooks()) {
   fs::current_path(Folder);
   CQORPRegistrySP::UseFolder(Folder);
   for (const wchar_t* path : {L"PLUGINDLLS", L"TradeBook"})  // the store outlives a test
@@ -42,7 +33,7 @@ BookDesk::~BookDesk() {
   newestRouter = nullptr;
   fs::current_path(fs::temp_directory_path());
   std::error_code ignored;
-  fs::remove_all(Folder, ignored);
+  for (const fs::path& entry : fs::directory_iterator(Folder, ignored)) fs::remove_all(entry, ignored);
 }
 
 void BookDesk::StartAgain() {

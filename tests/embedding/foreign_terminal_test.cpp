@@ -6,7 +6,7 @@
 #include "tests/embedding/foreign_loop.h"
 #include "tests/host_link/link_fixtures.h"
 #include "tests/support/fake_terminal.h"
-#include "tests/support/files.h"
+#include "tests/support/own_folder.h"
 
 namespace fs = std::filesystem;
 
@@ -24,11 +24,11 @@ void TakeSelection(CQORPacketReader* answer) {
 class LoadedModule {
  public:
   LoadedModule() {
-    const fs::path folder = fs::temp_directory_path() / "tradebook_foreign_terminal";
-    fs::current_path(fs::temp_directory_path());
-    fs::remove_all(folder);
-    fs::create_directories(folder);
-    fs::current_path(folder);
+    static const ProcessFolder folder(u8"tradebook foreign terminal ");
+    static int modules = 0;
+    const fs::path own = folder.Path / std::to_string(++modules);
+    fs::create_directory(own);
+    fs::current_path(own);
     WriteFile("TradeHeaderFile.txt", "VELDTradeID\nSecurityID\n");
     std::string error;
     Handle = LoadModule(File, error);

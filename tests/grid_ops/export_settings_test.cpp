@@ -49,7 +49,7 @@ TEST_F(ExportSettings, SavesThePathAndKeepsTheRest) {
       "twice\r\nUser=a\r\nUser=b\r\n"
       "\xE9=\"c\"\r\n\r\n[PATH]\r\n\r\n; last\r\nTrade=C:\\DAYS\\\xE9Z\r\n\r\n; the end\r\n";
   EXPECT_EQ(ReadFile(File()), expected);
-  folder = "C:\\days\\\xE9z";  // the same but for its case: not written
+  folder = "C:\\days\\\xE9z";  // differs only in case, so nothing is written
   WriteFile(File(), "");
   SaveTradePath(File(), folder, remembered);
   EXPECT_EQ(ReadFile(File()), "");

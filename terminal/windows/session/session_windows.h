@@ -61,7 +61,7 @@ class BookBars {
   // The address of a bar that may be in the midst of its close, or of anything else.
   void NoteClosed(const void* window) { Closed.push_back(window); }
   // A plug-in only hides a bar of its own, which belongs to the frame; as nothing shows it again, it is destroyed here.
-  // Deferred: not from within a call of the plug-in or an event of a bar.
+  // Deferred until calls of the plug-in and events of a bar have returned.
   void DestroyClosed();
 
  private:
