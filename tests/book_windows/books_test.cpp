@@ -40,8 +40,7 @@ TEST_F(BooksTest, ShowsTitleRowsAndColors) {
   EXPECT_TRUE(PumpUntil([&paints] { return paints > 0; })) << "a beat repaints rows that only changed";
   const wxImage picture = PictureOf(book);
   const wxColour frame = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNSHADOW);
-  for (const int x : {0, picture.GetWidth() - 1})
-    EXPECT_EQ(wxColour(picture.GetRed(x, 50), picture.GetGreen(x, 50), picture.GetBlue(x, 50)), frame) << x;
+  for (const int x : {0, picture.GetWidth() - 1}) EXPECT_EQ(ColourAt(picture, {x, 50}), frame) << x;
 }
 
 // What is selected stays so between a trade and the beat.
@@ -73,7 +72,8 @@ TEST_F(BooksTest, CurrentRowFollowsItsTrade) {
 }
 
 TEST_F(BooksTest, HeaderClickSortsAndMarks) {
-  for (std::uint32_t id = 1; id <= 4; ++id) Desk->Trade(id, "COMEX", id % 2 == 0 ? "GC2" : "GC1", 1, 10 - id, id);
+  for (std::uint32_t id = 1; id <= 4; ++id)
+    Desk->Trade(id, "COMEX", id % 2 == 0 ? "GC2" : "GC1", id == 1 ? 0 : 1, 10 - id, id);
   CTradeBookGrid& grid = *Open().Grid();
   ShowOnly(grid, {2, 11, 18});
   const CQORPGridColumnsInfo& columns = grid.GetColumnsInfo();
@@ -85,6 +85,11 @@ TEST_F(BooksTest, HeaderClickSortsAndMarks) {
   EXPECT_EQ(click(11), 1);
   EXPECT_EQ(Ids(grid), L"3142");
   EXPECT_EQ(grid.GetCurSel(), 0) << "no row was current ahead of the sort";
+  const wxImage picture = PictureOf(*grid.GetRowsWindow());
+  const auto colour = [&](int column) {
+    return ColourAt(picture, grid.CellRect(1, column).GetTopRight() + wxPoint(-3, 5));
+  };
+  EXPECT_NE(colour(11), colour(18)) << "trade 1 has no side, so its cell shows that the column is sorted";
   EXPECT_EQ(click(18), 1);
   EXPECT_EQ(columns.GetSortPriority(18), 1);
   EXPECT_EQ(click(18), -1);

@@ -325,7 +325,7 @@ struct FileChoice : wxModalDialogHook {
 TEST_F(WindowSessionTest, OpensAnotherDayAndPlaysItTheNextTime) {
   WaitForEnd();
   const auto other = WriteTestFile("other/day2.csv", kTradeHeader + TradeLine("20131008-10:00:00", "9"));
-  WriteTestFile("other/securities.csv", kSecurityHeader + std::string("ARCA,IBM,IBM,OTHER,EQ,,XX,0,4\n"));
+  WriteTestFile("other/securities.csv", kSecurityHeader + std::string("ARCA,IBM,IBM,OTHER,EQ,,XX,0,4\nbad\n"));
   WriteTestFile("other/desk.csv", kDeskHeader + std::string(kDeskLine));
   const auto open = [this](const std::filesystem::path& file) {
     DialogAnswers answers;
@@ -341,6 +341,7 @@ TEST_F(WindowSessionTest, OpensAnotherDayAndPlaysItTheNextTime) {
   EXPECT_TRUE(PumpUntil([this] { return Watch().Grid().GetVirtualRows() == 1; }));
   WaitForEnd();
   EXPECT_EQ(Log(), before + "raw 30022\nrouted 8112\nmaster OTHER 4\nbars 1\nraw 30020\nrouted 9101 9\n");
+  EXPECT_EQ(Session->Summary().BadLines, 1U);
   Close();
   Given.Day.clear();
   Open();
@@ -411,6 +412,7 @@ TEST_F(WindowSessionTest, LogsMessagesOfBothDirections) {
   EXPECT_TRUE(PumpUntil([&grid] { return grid.GetVirtualRows() > 0; }));
   EXPECT_EQ(shown(LogColumn::Number),
             (Texts{"9101", "9101", "30020", "32022", "8112", "8111", "8111", "30022", "30026", "32005", "30025"}));
+  EXPECT_EQ(grid.CellText(8, LogColumn::Fields), "20128=0 30002=0");
   EXPECT_EQ(grid.CellText(-1, LogColumn::Number) + grid.CellText(11, LogColumn::Number), "");
   grid.SetFilterText(static_cast<int>(LogColumn::Direction), L"FROM");
   EXPECT_EQ(shown(LogColumn::Meaning), (Texts{"what is selected?", "register the beat"}));

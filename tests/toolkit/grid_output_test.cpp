@@ -19,9 +19,7 @@ constexpr auto ColorOf = [](wxSystemColour index) -> ColorRef { return wxSystemS
 // A window as painted now.
 struct Picture {
   explicit Picture(wxWindow& window) : Image(PictureOf(window)) {}
-  ColorRef At(int x, int y) const {
-    return static_cast<ColorRef>(Image.GetRed(x, y) | Image.GetGreen(x, y) << 8 | Image.GetBlue(x, y) << 16);
-  }
+  ColorRef At(int x, int y) const { return ColourAt(Image, {x, y}).GetRGB(); }
   // The first and the last x at which a pixel differs from the upper left one; the right and the left end for none.
   std::pair<int, int> Ink(const wxRect& rect) const {
     std::pair<int, int> ends(rect.GetRight(), rect.x);

@@ -193,6 +193,10 @@ wxImage PictureOf(wxWindow& window) {
   return picture;
 }
 
+wxColour ColourAt(const wxImage& picture, const wxPoint& place) {
+  return {picture.GetRed(place.x, place.y), picture.GetGreen(place.x, place.y), picture.GetBlue(place.x, place.y)};
+}
+
 int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
   wxSetAssertHandler(ReportAssertion);

@@ -50,6 +50,7 @@ bool GiveRealFocus(wxWindow& window);
 
 // The client area as painted now. Compare colours at a few places only: themes and fonts differ.
 wxImage PictureOf(wxWindow& window);
+wxColour ColourAt(const wxImage& picture, const wxPoint& place);
 
 // The name of the window that screen readers say.
 std::wstring SpokenName(wxWindow& window);
