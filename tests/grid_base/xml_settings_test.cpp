@@ -75,6 +75,12 @@ TEST(XmlSettings, StoresEachKindAsItsBytesAndReadsObjects) {
   std::unique_ptr<SettingsObject> object;
   EXPECT_TRUE(settings.Read(L"pointer", object) && dynamic_cast<Pair&>(*object).Second == 0x03040506U);
   EXPECT_TRUE(settings.Read(L"nothing", object) && object == nullptr);
+  for (const wchar_t* damaged :
+       {L"ff", L"feff0700040050616972020106050403", L"ffff07000400", L"ffff0700040050616979020106050403",
+        L"ffff0800040050616972020106050403", L"ffff07000400506169720201"}) {
+    settings.Write(L"damaged", std::wstring(damaged));
+    EXPECT_FALSE(settings.Read(L"damaged", object)) << damaged;
+  }
   EXPECT_FALSE(settings.Read(L"none", pair)) << "there is no such key";
   EXPECT_FALSE(settings.Read(L"nothing", pair)) << "too few bytes for a pair";
 }

@@ -438,6 +438,19 @@ TEST_F(WindowSessionTest, LogsMessagesOfBothDirections) {
   EXPECT_EQ(shown(LogColumn::Number), Texts{"30020"});
 }
 
+TEST_F(WindowSessionTest, LogShowsTheLatestMessages) {
+  MessageLog log;
+  auto& grid = MakeChild<LogGrid>(log);
+  ASSERT_TRUE(grid.Create(Frame, wxID_ANY));
+  for (const std::size_t more : {std::size_t{3}, MessageLog::kMost}) {
+    for (std::size_t i = 0; i < more; ++i) log.Add(true, 30020, {});
+    grid.ShowChanges();
+  }
+  ASSERT_EQ(grid.GetVirtualRows(), static_cast<int>(MessageLog::kMost));
+  EXPECT_EQ(grid.CellText(grid.GetVirtualRows() - 1, LogColumn::Count), "4");
+  Frame->DestroyChildren();  // ahead of the log
+}
+
 // What colour a part of a picture has: green or red by one letter, blank for neither.
 char ColourOf(const wxImage& image, const wxRect& part, int least) {
   for (int y = part.y; y <= part.GetBottom(); ++y)
@@ -453,6 +466,7 @@ TEST_F(WindowSessionTest, MarketWatchColoursChangesAndMarksFreshRows) {
   MarketWatch rows(securities);
   auto& grid = MakeChild<MarketWatchGrid>(rows, [] {});
   ASSERT_TRUE(grid.Create(Frame, wxID_ANY));
+  EXPECT_EQ(grid.GetVirtualRows(), 3) << "ahead of the first trade";
   Frame->SendSizeEvent();
   for (const double price : {10., 12., 11.5}) rows.OnTradeSent({"A", "UP", {}, {}, {}, "x-09:30:00", 5, price});
   rows.OnTradeSent({"A", "FLAT", {}, {}, {}, "x-09:30:00", 5, 10});
