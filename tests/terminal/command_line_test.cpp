@@ -98,23 +98,16 @@ TEST(WindowScript, ReadsItsCommands) {
       {"open-book # now", {.Action = OpenBook}},
       {"  select GC 2013\t", {.Action = Select, .Text = "GC 2013"}},
       {"focus book", {.Action = Focus, .Focus = ScriptFocus::Book}},
-      {"focus book GC 2013", {.Action = Focus, .Text = "GC 2013", .Focus = ScriptFocus::Book}},
-      {"focus market-watch", {.Action = Focus, .Focus = ScriptFocus::MarketWatch}},
       {"key Ctrl+c", {.Action = Key, .Key = {'C', true}}},
-      {"wait played", {.Action = WaitPlayed}},
       {"wait 3600000", {.Action = WaitTime, .Time = std::chrono::hours(1)}},
       {"screenshot a b.png", {.Action = Screenshot, .Text = "a b.png"}},
       {"menu Day > As Fast As Possible", {.Action = Menu, .Menu = {"Day", "As Fast As Possible"}}},
       {"usage day 1\r", {.Action = Usage, .Text = "day 1"}},
       {"filter Side  not buy # now", {.Action = Filter, .Text = "not buy", .Column = "Side"}},
-      {"filter Side", {.Action = Filter, .Column = "Side"}},
-      {"header Price", {.Action = Header, .Column = "Price"}},
       {"header Price ctrl", {.Action = Header, .Column = "Price", .Ctrl = true}},
       {"rows 2 2", {.Action = Rows, .FirstRow = 2, .LastRow = 2}},
-      {"book-menu Copy", {.Action = BookMenu, .Menu = {"Copy"}}},
       {"place tab", {.Action = Place, .Place = ScriptPlace::Tab}},
       {"expect-rows 0", {.Action = ExpectRows}},
-      {"expect-rows 12", {.Action = ExpectRows, .Count = 12}},
   };
   for (const auto& [line, command] : cases) {
     const auto read = ReadWindowScript(WriteTestFile("good.txt", std::string("# a remark\r\n\r\n") + line));

@@ -140,7 +140,7 @@ const std::string kSampleText =
     "101=2 10002=9101 20014=4000000000 30001=18446744073709551615 40002=99.25 "
     "50000=0x000000000000000000000000000000A5 55010='CO\"\\x80~\\x7F\\x1F ' 60003=250";
 
-TEST(MessageLog, WritesRowsAsCsvAndKeepsTheLatest) {
+TEST(MessageLog, WritesRowsAsCsv) {
   for (std::size_t size = 0; size < kSample.size(); ++size)  // each cut reads what is whole
     EXPECT_TRUE(kSampleText.starts_with(FieldsText(ExactSpan(kSample.substr(0, size))))) << size;
   MessageLog log;
@@ -158,8 +158,6 @@ TEST(MessageLog, WritesRowsAsCsvAndKeepsTheLatest) {
   const LoggedMessage message{1, std::chrono::system_clock::time_point(std::chrono::milliseconds(65007)), false, 1, {}};
   const std::string time = LogText(message, LogColumn::Time);  // the hour is that of the place
   EXPECT_TRUE(time.size() == 12 && time.ends_with(":05.007")) << time;
-  for (std::size_t i = 0; i < MessageLog::kMost; ++i) log.Add(true, 1, {});
-  EXPECT_TRUE(log.At(0).Count == MessageLog::kMost + 3 && log.At(log.Size() - 1).Count == 4);
 }
 
 // A module that lacks an entry point is unloaded again: the log that it opens while it is loaded is made anew.

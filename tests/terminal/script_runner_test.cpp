@@ -153,11 +153,13 @@ TEST_F(ScriptRun, DrivesABook) {
 
 TEST_F(ScriptRun, AnswersDialogs) {
   const std::filesystem::path file = TestFolder() / "made" / "b.csv";
-  EXPECT_EQ(Run("book-menu Ask\nexpect-text answer be no\nclose-book\nanswer No\nsave-as " + PathText(file) +
+  EXPECT_EQ(Run("book-menu Ask\nexpect-text answer be no\nexpect-text be yes\nclose-book\nanswer No\nsave-as " +
+                PathText(file) +
                 "\nbook-menu Files>Export\ncancel-save\nbook-menu Files>Export\nbook-menu Ask\nanswer Maybe\n"
                 "answer Yes\nbook-menu Items\ncheck Second\ncheck First\ncheck First\nchoose Second\n"
                 "choose second\nanswer Done\nclose-book\n"),
-            "3: a dialog is up\n10: the dialog has no such button\n17: no list of the dialog has such an item\n");
+            "3: the dialog shows no such text\n4: a dialog is up\n11: the dialog has no such button\n18: no list of "
+            "the dialog has such an item\n");
   EXPECT_EQ(Grid->Notes, (Texts{"No", "b.csv", "cancelled", "Yes", "item 1+", "item 0+", "item 0-", "chosen 1"}));
   EXPECT_TRUE(std::filesystem::is_directory(file.parent_path()));
   EXPECT_FALSE(Bar->IsBarShown());
@@ -170,6 +172,8 @@ TEST_F(ScriptRun, ReportsUnexpectedThings) {
             "5: the book shows 300 rows\n6: the book's menu has no such entry, or it cannot be had now\n"
             "7: there is no dialog\n9: the save dialog that was to be answered before has not come up\n"
             "10: the save dialog that was to be answered has not come up\n");
+  Bar = nullptr;
+  EXPECT_EQ(Run("place left\nrows 1 1\n"), "1: there is no book\n2: there is no book\n");
 }
 
 TEST(PngFile, WritesTheFormatsBytes) {

@@ -36,10 +36,6 @@ void Send(std::uint16_t number, std::initializer_list<std::pair<std::uint16_t, s
   RunningHost()->PluginDataSend(&message);
 }
 
-std::string HighFirst(int word) {
-  return {0, 0, static_cast<char>(word >> 8), static_cast<char>(word)};
-}
-
 std::string CopiedText() {
   wxTextDataObject copied;
   EXPECT_TRUE(wxTheClipboard->Open() && wxTheClipboard->GetData(copied));
@@ -77,6 +73,7 @@ class WindowSessionTest : public GuiTest {
   void Close() {
     Main().Close();
     Session.reset();
+    EXPECT_EQ(wxTopLevelWindows.GetCount(), 1U) << "the test's own";
   }
   MainFrame& Main() { return *Session->GetWindows().Frame(); }
   MarketWatchBar& Watch() { return Session->GetWindows().Watch(); }
@@ -102,6 +99,7 @@ class WindowSessionTest : public GuiTest {
 
   Options Given;
   std::filesystem::path Home;
+  const PlayClock::Time Begun = WallClock().Now();
   std::ostringstream Reports;
   BadLineReport BadLines{Reports};
   std::unique_ptr<WindowSession> Session;
@@ -141,7 +139,7 @@ TEST_F(WindowSessionTest, MenuShowsHowThingsStand) {
   const wxMenuItem& pause = *Main().GetMenuBar()->GetMenu(2)->FindItemByPosition(0);
   WaitForEnd();
   EXPECT_EQ(Checked(), "00001100");
-  EXPECT_FALSE(pause.IsEnabled()) << "the day is over";
+  EXPECT_FALSE(Main().RunMenu({L"Day", L"Pause"})) << "the day is over";
   const std::pair<TerminalCommand, const char*> runs[] = {
       {TerminalCommand::SixtyTimes, "00010100"},  {TerminalCommand::RealTime, "01000100"},
       {TerminalCommand::TenTimes, "00100100"},    {TerminalCommand::PlayOrPause, "10100100"},
@@ -194,11 +192,11 @@ TEST_F(WindowSessionTest, OpensABookByMenuKeyAndClick) {
   DoubleClick(*grid.GetRowsWindow(), grid.CellRect(0, 1).GetTopLeft() + wxPoint(5, 5));
   EXPECT_EQ(grid.GetCurSel(), 0);
   EXPECT_EQ(commands(), before + 1);
-  Press(*grid.GetRowsWindow(), WXK_RETURN);
+  for (const int key : {WXK_RETURN, WXK_NUMPAD_ENTER}) Press(*grid.GetRowsWindow(), key);
   Press(*grid.GetRowsWindow(), WXK_RETURN, kControl);
   grid.SetCurSel(-1);
   Press(*grid.GetRowsWindow(), WXK_RETURN);
-  EXPECT_EQ(commands(), before + 2);
+  EXPECT_EQ(commands(), before + 3);
 }
 
 TEST_F(WindowSessionTest, AnswersWhatIsSelectedInABar) {
@@ -305,8 +303,7 @@ TEST_F(WindowSessionTest, KeepsPlacesAndSort) {
   const wxRect all =
       Main().GetRect().Union(Watch().GetParentMiniFrame()->GetRect()).Intersect(wxGetClientDisplayRect());
   SavePicture(Main(), TestFolder() / "picture.png");
-  const std::string size = ReadFile(TestFolder() / "picture.png").substr(16, 8);
-  EXPECT_EQ(size, HighFirst(all.width) + HighFirst(all.height));
+  EXPECT_EQ(wxImage((TestFolder() / "picture.png").wstring()).GetSize(), all.GetSize());
 }
 
 // Chooses the file in dialogs that ask for one to open; an empty path cancels.
@@ -341,7 +338,9 @@ TEST_F(WindowSessionTest, OpensAnotherDayAndPlaysItTheNextTime) {
   EXPECT_TRUE(PumpUntil([this] { return Watch().Grid().GetVirtualRows() == 1; }));
   WaitForEnd();
   EXPECT_EQ(Log(), before + "raw 30022\nrouted 8112\nmaster OTHER 4\nbars 1\nraw 30020\nrouted 9101 9\n");
-  EXPECT_EQ(Session->Summary().BadLines, 1U);
+  const DaySummary summary = Session->Summary();
+  EXPECT_EQ(std::tuple(summary.BadLines, summary.Played.Trades(), summary.ControlMessages), std::tuple(1U, 5U, 4U));
+  EXPECT_TRUE(summary.Time.count() > 0 && summary.Time <= WallClock().Now() - Begun);
   Close();
   Given.Day.clear();
   Open();
@@ -368,11 +367,11 @@ TEST_F(WindowSessionTest, ScriptTakesBooksByTheirTitles) {
   Close();
   std::filesystem::current_path(TestFolder());
   Given.Speed = 1;  // the last trade would come after an hour
-  Given.Script =
-      WriteTestFile("script.txt",
-                    "wait played\nfocus market-watch\nkey F8\nfocus book two\nexpect-text Book two\nplace floating\n"
-                    "focus market-watch\nexpect-text Book two\nusage two\nfocus book one\nclose-book\nselect NONE\n"
-                    "focus book one\n");
+  Given.Script = WriteTestFile(
+      "script.txt",
+      "wait played\nfocus market-watch\nkey F8\nfocus book two\nexpect-text Book two\nplace floating\n"
+      "focus market-watch\nexpect-text Book two\nusage one\nusage two\nfocus book one\nclose-book\nselect NONE\n"
+      "focus book one\n");
   Open();
   auto& first = MakeBook(L"Book one", RunningHost()->GetPluginBarID("one"));
   auto& second = MakeBook(L"Book two", RunningHost()->GetPluginBarID("two"));
@@ -384,14 +383,15 @@ TEST_F(WindowSessionTest, ScriptTakesBooksByTheirTitles) {
   Choose(L"Day", L"As Fast As Possible");
   EXPECT_TRUE(PumpUntil([this] { return BadLines.FailedCommands() == 2 && Log().ends_with("command\n"); })) << Log();
   EXPECT_EQ(Without(Reports.str(), PathText(Given.Script)),
-            ":12: the command cannot be done now\n:13: the command cannot be done now\n");
+            ":13: the command cannot be done now\n:14: the command cannot be done now\n");
   EXPECT_FALSE(first.IsBarShown());
   EXPECT_FALSE(second.IsDocked());
   RunningHost()->ApplicationFocus(&first, true);
   EXPECT_TRUE(PumpUntil([&] { return std::ranges::count(Main().GetDockingManager().Bars(), &first) == 0; }));
   EXPECT_EQ(std::ranges::count(Main().GetDockingManager().Bars(), &second), 1);
   std::string usage = ReadFile(TestFolder() / "out" / "usage.csv");
-  EXPECT_TRUE(usage.starts_with("name,heap,handles,windows,books\ntwo,") && usage.ends_with(",2\n")) << usage;
+  EXPECT_TRUE(usage.starts_with("name,heap,handles,windows,books\none,") && usage.ends_with(",2\n")) << usage;
+  EXPECT_EQ(usage.rfind("name"), 0U) << "titles once";
   std::ranges::replace(usage, ',', ' ');
   std::uint64_t heap = 0, handles = 0, windows = 0;
   std::istringstream(usage.substr(usage.find("two") + 3)) >> heap >> handles >> windows;
@@ -416,8 +416,10 @@ TEST_F(WindowSessionTest, LogsMessagesOfBothDirections) {
   EXPECT_EQ(grid.CellText(-1, LogColumn::Number) + grid.CellText(11, LogColumn::Number), "");
   grid.SetFilterText(static_cast<int>(LogColumn::Direction), L"FROM");
   EXPECT_EQ(shown(LogColumn::Meaning), (Texts{"what is selected?", "register the beat"}));
+  grid.SetCurSel(0);
   Ask(&Watch());
   EXPECT_TRUE(PumpUntil([&grid] { return grid.GetVirtualRows() == 3; }));
+  EXPECT_EQ(grid.GetCurSel(), 1) << "the same message";
   DialogAnswers answers;
   answers.SaveAs = TestFolder() / "messages.csv";
   Press(*grid.GetRowsWindow(), 'S', kControl);
@@ -488,6 +490,8 @@ TEST_F(WindowSessionTest, MarketWatchColoursChangesAndMarksFreshRows) {
   grid.SelectAll();
   ASSERT_TRUE(grid.Copy());
   EXPECT_NE(CopiedText().find("A\tNONE\tS\tN\t\t\t\t\t\t\t"), std::string::npos) << "a row without trades";
+  grid.SetPlace({{{L"Gone", 50}, {kWatchColumns[5].Title, 77}}, L"Gone"});
+  EXPECT_EQ(grid.GetColumnsInfo().DisplayColumns().front(), 5);
   Frame->DestroyChildren();  // ahead of the rows
 }
 

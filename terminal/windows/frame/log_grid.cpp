@@ -44,7 +44,6 @@ bool LogGrid::Create(wxWindow* parent, int id) {
   EnableFilterBar(true, L"<all>");
   EnableVirtualMode([this](int row, int column, CQORPGridCell& cell) { return ShowCell(row, column, cell); });
   Bind(wxEVT_MENU, [this](wxCommandEvent& event) { RunCommand(event.GetId()); });
-  AdjustLayout();
   return true;
 }
 
@@ -76,11 +75,10 @@ void LogGrid::ShowChanges() {
   for (std::uint64_t count = std::max(Seen, all - Log.Size()) + 1; count <= all; ++count)
     if (IsWanted(Log.At(static_cast<std::size_t>(all - count)))) Shown.push_back(count);
   Seen = all;
-  const int added = static_cast<int>(Shown.size() - before);
+  const std::size_t added = Shown.size() - before;
   const std::uint64_t oldest = all - Log.Size();
   std::erase_if(Shown, [oldest](std::uint64_t count) { return count <= oldest; });
-  SetVirtualRows(static_cast<int>(Shown.size()), std::min(added, static_cast<int>(Shown.size())));
-  if (added > 0) RedrawRows();
+  SetVirtualRows(static_cast<int>(Shown.size()), static_cast<int>(added));
 }
 
 void LogGrid::Collect() {
@@ -88,7 +86,6 @@ void LogGrid::Collect() {
   Seen = 0;
   SetVirtualRows(0);
   ShowChanges();
-  RedrawRows();
 }
 
 void LogGrid::OnFilterBarChanged(int, const std::wstring&) {

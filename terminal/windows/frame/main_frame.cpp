@@ -127,7 +127,6 @@ bool MainFrame::RunMenu(const std::vector<std::wstring>& texts) {
     menu = item->GetSubMenu();
   }
   if (item == nullptr || !item->IsEnabled() || menu != nullptr) return false;
-  if (item->IsCheckable()) item->Check(item->IsRadio() || !item->IsChecked());
   wxCommandEvent chosen(wxEVT_MENU, item->GetId());
   chosen.SetEventObject(this);
   return GetEventHandler()->ProcessEvent(chosen);

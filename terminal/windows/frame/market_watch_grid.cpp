@@ -26,15 +26,13 @@ ColorRef ColorOf(Trend trend) {
 }  // namespace
 
 bool MarketWatchGrid::Create(wxWindow* parent, int id) {
+  if (!CQORPGridCtrl::Create(parent, id)) return false;
+  NameForReaders(L"Market Watch");
   AddColumns();
   EnableVirtualMode([this](int row, int column, CQORPGridCell& cell) { return ShowCell(row, column, cell); });
   EnableRowHeader(false);
   EnableAlternateRows(true);
   EnableMarkSortedColumn(true);
-  if (!CQORPGridCtrl::Create(parent, id)) return false;
-  NameForReaders(L"Market Watch");
-  for (std::size_t column = 0; column < kWatchColumnCount; ++column)
-    SetColumnWidth(static_cast<int>(column), FromDIP(kWatchColumns[column].WidthPx));
   GetRowsWindow()->Bind(wxEVT_LEFT_DCLICK, [this](wxMouseEvent& event) {
     event.Skip();
     CallAfter([this] { Opened(); });  // once the click has made its row the current one
@@ -46,7 +44,7 @@ bool MarketWatchGrid::Create(wxWindow* parent, int id) {
 void MarketWatchGrid::AddColumns() {
   for (std::size_t at = 0; at < kWatchColumnCount; ++at) {
     const int column = static_cast<int>(at);
-    InsertColumn(column, kWatchColumns[at].Title, kWatchColumns[at].WidthPx);
+    InsertColumn(column, kWatchColumns[at].Title, FromDIP(kWatchColumns[at].WidthPx));
     GetColumnsInfo().SetColumnAlign(column, kWatchColumns[at].ToRight ? 1 : 0);
   }
 }
@@ -72,7 +70,7 @@ void MarketWatchGrid::KeepSelected(Change change) {
   const bool hasCurrent = current >= 0 && current < Watch.Rows();
   const std::size_t identity = hasCurrent ? Watch.IdentityAt(current) : 0;
   change();
-  if (GetVirtualRows() != Watch.Rows()) SetVirtualRows(Watch.Rows());
+  SetVirtualRows(Watch.Rows());
   if (!hasCurrent) return;
   const int moved = Watch.RowOfIdentity(identity);
   if (moved != current) SetCurSel(moved);

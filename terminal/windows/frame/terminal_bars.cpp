@@ -40,7 +40,6 @@ bool MarketWatchBar::Create(CQORPDockingManager& manager, std::uint32_t id, Mark
                             std::function<void()> opened) {
   const wxRect floating(manager.Frame().GetPosition() + FromDIP(wxPoint(80, 120)), FromDIP(wxSize(760, 420)));
   if (!CreateBar(manager, L"Market Watch", floating, id)) return false;
-  EnableDocking(true);
   Rows = &MakeChild<MarketWatchGrid>(rows, std::move(opened));
   if (!Rows->Create(this, wxID_ANY)) return false;
   Hold(Rows);
@@ -69,7 +68,6 @@ void MarketWatchBar::OnBarFocus() {
 bool LogBar::Create(CQORPDockingManager& manager, std::uint32_t id, MessageLog& log) {
   const wxRect floating(manager.Frame().GetPosition() + FromDIP(wxPoint(120, 160)), FromDIP(wxSize(900, 360)));
   if (!CreateBar(manager, L"Messages", floating, id)) return false;
-  EnableDocking(true);
   Rows = &MakeChild<LogGrid>(log);
   if (!Rows->Create(this, wxID_ANY)) return false;
   Hold(Rows);
@@ -104,7 +102,6 @@ CQORPDockingControlBar* BarOfGrid(const CQORPDockingManager& manager, std::uint6
 bool PropertyPane::Create(CQORPDockingManager& manager, std::uint32_t id) {
   const wxRect floating(manager.Frame().GetPosition() + FromDIP(wxPoint(160, 160)), FromDIP(wxSize(360, 480)));
   if (!CreateBar(manager, L"Properties", floating, id)) return false;
-  EnableDocking(true);
   Items = &MakeChild<CQORPPropList>();
   if (!Items->Create(this, wxID_ANY, L"Properties")) return false;
   Items->SetHint(kHint);

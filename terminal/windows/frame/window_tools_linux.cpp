@@ -14,11 +14,12 @@ Function* Loaded(const char* name) {
   return reinterpret_cast<Function*>(dlsym(RTLD_DEFAULT, name));
 }
 
-bool IsReachable(const char* display) {
+// The one that DISPLAY names.
+bool IsServerReachable() {
   const auto open = Loaded<void*(const char*)>("XOpenDisplay");
   const auto close = Loaded<int(void*)>("XCloseDisplay");
   if (open == nullptr || close == nullptr) return false;
-  void* server = open(display);
+  void* server = open(nullptr);
   if (server != nullptr) close(server);
   return server != nullptr;
 }
@@ -41,9 +42,7 @@ constexpr int kCritical = 1 << 3;  // G_LOG_LEVEL_CRITICAL
 }  // namespace
 
 void ChooseWindowSystem() {
-  const char* display = std::getenv("DISPLAY");
-  if (std::getenv("GDK_BACKEND") == nullptr && display != nullptr && IsReachable(display))
-    setenv("GDK_BACKEND", "x11", 0);
+  if (IsServerReachable()) setenv("GDK_BACKEND", "x11", 0);
 }
 
 void DropKnownComplaints() {
