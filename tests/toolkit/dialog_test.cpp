@@ -1,6 +1,8 @@
 #include <wx/artprov.h>
 #include <wx/button.h>
 #include <wx/checkbox.h>
+#include <wx/dcclient.h>
+#include <wx/settings.h>
 #include <wx/statbmp.h>
 #include <wx/stattext.h>
 #include <wx/uiaction.h>
@@ -34,6 +36,7 @@ class DialogTest : public GuiTest {
   }
 };
 using MessageBoxTest = DialogTest;
+const std::wstring kLongText = std::wstring(35, L'W') + L' ' + std::wstring(35, L'W');
 
 TEST_F(DialogTest, AnchoredControlsFollowTheSizeByTheirShare) {
   CQORPDialog& dialog = MakeDialog();
@@ -44,7 +47,7 @@ TEST_F(DialogTest, AnchoredControlsFollowTheSizeByTheirShare) {
   // The control, its place, its anchor, and its places in a large and a small dialog.
   const std::tuple<int, wxRect, CQORPDialog::Anchor, wxRect, wxRect> rows[] = {
       {30029, {0, 0, 400, 170}, {0, 0, 100, 100}, {0, 0, 600, 270}, {0, 0, 300, 70}},
-      {30030, {10, 180, 60, 15}, {0, 100, 0, 0}, {10, 280, 60, 15}, {10, 80, 60, 15}},
+      {30030, {10, 180, 60, 15}, {.MoveYPercent = 100}, {10, 280, 60, 15}, {10, 80, 60, 15}},
       {30031, {100, 180, 100, 15}, {50, 100, 50, 0}, {200, 280, 200, 15}, {50, 80, 50, 15}}};
   for (const auto& [id, rect, anchor, large, small] : rows) {
     dialog.GetStatic(id)->SetSize(rect);
@@ -64,14 +67,13 @@ TEST_F(DialogTest, AStaticPaintsOnlyIfItChanges) {
   CQORPDialog& dialog = MakeDialog();
   CQORPStatic &text = *dialog.GetStatic(30031), &other = *dialog.GetStatic(30030);
   ASSERT_TRUE(PumpUntil([&text] { return text.GetPaintCount() > 0; }));
-  const wxFont bold = dialog.GetFont().Bold();
   const std::tuple<const char*, std::function<void()>, bool> rows[] = {
       {"text", [&] { text.SetWindowText(L"1500"); }, true},
       {"the same text", [&] { text.SetWindowText(L"1500"); }, false},
       {"colour", [&] { text.SetTextColor(0x0000FF); }, true},
       {"the same colour", [&] { text.SetTextColor(0x0000FF); }, false},
       {"theme's colour", [&] { text.SetTextColor({}); }, true},
-      {"the dialog's font", [&] { dialog.SetFont(bold); }, true},
+      {"the dialog's font", [&] { dialog.SetFont(dialog.GetFont().Bold()); }, true},
   };
   for (const auto& [what, change, paints] : rows) {
     // A second static that is always painted shows that painting is over.
@@ -82,10 +84,30 @@ TEST_F(DialogTest, AStaticPaintsOnlyIfItChanges) {
     ASSERT_TRUE(PumpUntil([&] { return other.GetPaintCount() > otherBefore; }));
     EXPECT_EQ(text.GetPaintCount() > before, paints) << what;
   }
-  EXPECT_TRUE(text.GetFont() == bold && text.GetToolTipText().empty());
-  const std::wstring wide(200, L'9');
-  text.SetWindowText(wide);
-  EXPECT_TRUE(PumpUntil([&] { return text.GetToolTipText() == wide; }));
+  EXPECT_TRUE(text.GetFont() == dialog.GetFont() && text.GetToolTipText().empty());
+  text.SetWindowText(kLongText);
+  EXPECT_TRUE(PumpUntil([&] { return text.GetToolTipText() == kLongText; }));
+  auto& list = MakeChild<CQORPCheckListBox>(Frame, wxID_ANY, L"Columns");
+  EXPECT_EQ(SpokenName(text) + SpokenName(list), kLongText + L"Columns");
+}
+
+// Painted at once, in no event.
+TEST_F(DialogTest, ProgressIsShownAtTheLowerEdgeUntilItsEnd) {
+  const wxSize size = Frame->GetClientSize();
+  const auto isBarAt = [&](int x) {
+    wxColour colour;
+    wxClientDC(Frame).GetPixel(x, size.y - 3, &colour);
+    return colour == wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHT);
+  };
+  {
+    CQORPProgressOverlay overlay(*Frame);
+    for (const int percent : {0, 30, 60}) {
+      overlay.ShowProgress(L"Exporting:", percent);
+      for (const int at : {0, 20, 50, 80})
+        EXPECT_EQ(isBarAt(size.x * at / 100), at < percent) << at << " of " << percent;
+    }
+  }
+  EXPECT_TRUE(PumpUntil([&] { return !isBarAt(20); }));
 }
 
 TEST_F(DialogTest, AModalDialogResizesAndAnswers) {
@@ -165,12 +187,13 @@ TEST_F(MessageBoxTest, ShowsItsStyleAndAnswersKeys) {
 TEST_F(MessageBoxTest, HandsTheCheckBackAndShowsTheIconOfTheFrame) {
   for (const bool before : {false, true}) {
     if (before) Frame->SetIcon(wxArtProvider::GetIcon("wxART_QUESTION", wxART_MESSAGE_BOX, {32, 32}));
-    CQORPMessageBox box({.Text = L"Sure?", .Style = 0x81, .WithCheck = true, .Checked = before});
+    CQORPMessageBox box({.Text = kLongText, .Style = 0x81, .WithCheck = true, .Checked = before});
     box.CheckCaption = L" Don't Ask Again";
     Show(box, [before](wxDialog& dialog) {
       wxCheckBox* check = ChildrenOf<wxCheckBox>(dialog).front();
       EXPECT_TRUE(check->GetLabel() == L" Don't Ask Again" && check->GetValue() == before);
       EXPECT_EQ(ChildrenOf<wxStaticBitmap>(dialog).size(), before ? 1U : 0U);
+      EXPECT_LT(dialog.GetSize().x, dialog.GetTextExtent(kLongText).x) << "a long text has several lines";
       check->SetValue(!before);
       dialog.Close();
     });

@@ -19,8 +19,8 @@ class NotedBar : public CQORPDockingControlBar {
  public:
   NotedBar() { ++Living; }
   ~NotedBar() override { --Living; }
-  void OnPressCloseButton() override { ++ClosePresses, CQORPDockingControlBar::OnPressCloseButton(); }
-  int OnTabCloseButton() override { return ++TabClosePresses, TabGoes; }
+  void OnPressCloseButton() override { ++ClosePresses, Goes ? CQORPDockingControlBar::OnPressCloseButton() : void(); }
+  int OnTabCloseButton() override { return ++TabClosePresses, Goes; }
   bool PreTranslateMessage(wxKeyEvent& event) override {
     return Keys.push_back(event.GetKeyCode()), Keys.back() == WXK_ESCAPE;
   }
@@ -28,7 +28,7 @@ class NotedBar : public CQORPDockingControlBar {
   void OnBarMoved() override { ++MoveCount; }
 
   static inline int Living = 0;
-  int ClosePresses = 0, TabClosePresses = 0, TabGoes = 1, FocusCount = 0, MoveCount = 0;
+  int ClosePresses = 0, TabClosePresses = 0, Goes = 1, FocusCount = 0, MoveCount = 0;
   std::vector<int> Keys;
   wxTextCtrl* Edit = nullptr;
 };
@@ -91,7 +91,6 @@ TEST_F(DockingTest, MovesToEachPlaceAndComesBackToIt) {
   };
   for (const auto& [move, expected] : steps) {
     SCOPED_TRACE(testing::Message() << move << " from " << Standing(Bar));
-    Bar->MoveCount = 0;
     Move(Bar, {move});
     EXPECT_EQ(Standing(Bar), expected);
     EXPECT_EQ(Bar->GetFloatRect(), kFloatRect);
@@ -108,6 +107,7 @@ TEST_F(DockingTest, DocksBehindTheBarsOfASide) {
   const NotedBar* bars[] = {MakeBar("dl"), MakeBar("dl"), MakeBar("dl")};
   EXPECT_TRUE(bars[0]->GetRect().GetBottom() < bars[1]->GetRect().y &&
               bars[1]->GetRect().GetBottom() < bars[2]->GetRect().y);
+  EXPECT_NEAR(bars[0]->GetSize().x, kFloatRect.width, 2);
   EXPECT_EQ(bars[0]->GetPosition().x, 1) << "a bar has a frame of one pixel, the tabs have none";
   EXPECT_EQ(Tabs().GetRect().GetTopRight(), wxPoint(Main->GetClientSize().x - 1, 0));
 }
@@ -128,38 +128,33 @@ TEST_F(DockingTest, ShowsItsTitleAtEachPlace) {
 }
 
 TEST_F(DockingTest, CloseButtonsAskTheBar) {
-  Move(Bar, {"+"});
-  Bar->GetParentMiniFrame()->Close();
-  Pump();
-  EXPECT_EQ(Standing(Bar), "-");
-  Move(Bar, {"dl", "+"});
-  wxAuiManagerEvent event(wxEVT_AUI_PANE_BUTTON);
-  event.SetManager(wxAuiManager::GetManager(Main));
-  event.SetPane(&Pane(Bar));
-  event.SetButton(wxAUI_BUTTON_CLOSE);
-  event.GetManager()->OnPaneButton(event);
-  Pump();
-  EXPECT_EQ(Standing(Bar), "-");
-  Move(Bar, {"t", "+"});
-  for (const int goes : {0, 1}) {
-    Bar->TabGoes = goes;
-    wxAuiNotebookEvent close(wxEVT_AUINOTEBOOK_PAGE_CLOSE, Tabs().GetId());
-    close.SetSelection(0);
-    Tabs().GetEventHandler()->ProcessEvent(close);
-    EXPECT_FALSE(close.IsAllowed());
-    Pump();
-    EXPECT_EQ(Standing(Bar), goes == 0 ? "t" : "-");
+  wxAuiNotebookEvent tab(wxEVT_AUINOTEBOOK_PAGE_CLOSE, Tabs().GetId());
+  tab.SetSelection(0);
+  wxAuiManagerEvent pane(wxEVT_AUI_PANE_BUTTON);
+  pane.SetManager(wxAuiManager::GetManager(Main));
+  pane.SetButton(wxAUI_BUTTON_CLOSE);
+  for (const std::string place : {"f", "dl", "t"}) {
+    Move(Bar, {place, "+"});
+    for (Bar->Goes = 0; Bar->Goes <= 1; ++Bar->Goes) {
+      pane.SetPane(&Pane(Bar));
+      if (place == "f") Bar->GetParentMiniFrame()->Close();
+      if (place == "dl") pane.GetManager()->OnPaneButton(pane);
+      if (place == "t") Tabs().GetEventHandler()->ProcessEvent(tab);
+      Pump();
+      EXPECT_EQ(Standing(Bar), Bar->Goes == 0 ? place : "-");
+    }
   }
-  EXPECT_EQ(std::pair(Bar->ClosePresses, Bar->TabClosePresses), std::pair(2, 2));
+  EXPECT_FALSE(tab.IsAllowed());
+  EXPECT_EQ(std::pair(Bar->ClosePresses, Bar->TabClosePresses), std::pair(4, 2));
 }
 
 // The entries of a menu, checked ones in brackets, disabled ones not at all.
 wxString EntriesOf(const wxMenu& menu) {
   wxString text;
-  for (const wxMenuItem* item : menu.GetMenuItems())
-    if (item->IsEnabled())
-      text +=
-          item->IsCheckable() && item->IsChecked() ? L"[" + item->GetItemLabelText() + L"]" : item->GetItemLabelText();
+  for (const wxMenuItem* item : menu.GetMenuItems()) {
+    const wxString label = item->IsEnabled() ? item->GetItemLabelText() : wxString();
+    text += item->IsCheckable() && item->IsChecked() ? L"[" + label + L"]" : label;
+  }
   return text;
 }
 
@@ -258,7 +253,7 @@ TEST_F(DockingTest, KeepsItsStateUnderTheSection) {
 TEST_F(DockingTest, BarsGoAloneOrWithTheirFrame) {
   CQORPDockingManager& manager = Main->GetDockingManager();
   NotedBar *tabbed = MakeBar("t"), *docked = MakeBar("dl"), *floating = MakeBar("f"), *last = MakeBar("f");
-  manager.DestroyBar(tabbed);
+  for (int i = 0; i < 2; ++i) manager.DestroyBar(tabbed);  // there is none the second time
   docked->Destroy();
   delete floating;
   EXPECT_EQ(NotedBar::Living, 2);
@@ -277,7 +272,7 @@ TEST_F(DockingTest, TheFrameOfAProcessGoesWithItsBars) {
   NotedBar *tabbed = MakeBar(L"Tabbed", *own, "t"), *docked = MakeBar(L"Docked", *own, "dl");
   for (const int goes : {0, 1}) {
     EXPECT_TRUE(own->Frame().IsShown() && tabbed->IsBarShown());
-    tabbed->TabGoes = goes;
+    tabbed->Goes = goes;
     own->Frame().Close();
     EXPECT_FALSE(docked->IsBarShown());
   }

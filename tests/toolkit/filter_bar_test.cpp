@@ -88,6 +88,7 @@ TEST_F(FilterBar, KeysMoveBetweenFieldsAndLeaveThem) {
   Grid->SetColumnVisible(1, false);
   Grid->SetColumnLocked(3, true);  // 3 | 0 2 4 5
   for (int column = 0; column < 6; ++column) Grid->SetFilterText(column, std::to_wstring(column));
+  PressKey('F', kControl), Grid->Keys.clear();  // the first field
   std::vector<int> passedOn;
   Frame->Bind(wxEVT_CHAR_HOOK, [&](wxKeyEvent& event) { passedOn.push_back(event.GetKeyCode()), event.Skip(); });
   // The key with what is held, the text of the field that is edited then, and its selection.
@@ -100,7 +101,6 @@ TEST_F(FilterBar, KeysMoveBetweenFieldsAndLeaveThem) {
       {'C', kControl, L"4", 1, 1},     {'V', kControl, L"4", 1, 1}, {'X', 0, L"4", 1, 1},
       {WXK_F5, 0, L"4", 1, 1},         {'O', kAlt, L"4", 1, 1},     {'K', kControl, L"4", 1, 1},
   };
-  Grid->EditFilter(3);
   for (const auto& [key, held, expected, from, to] : steps) {
     if (key == WXK_END) Edit()->SetInsertionPointEnd();  // a made event does nothing to a native field
     Press(*Edit(), key, held);
@@ -108,7 +108,7 @@ TEST_F(FilterBar, KeysMoveBetweenFieldsAndLeaveThem) {
   }
   EXPECT_EQ(passedOn, (std::vector<int>{WXK_F5, 'O', 'K'}));
   RightClick(*Edit(), {5, 5});
-  for (const int key : {WXK_ESCAPE, WXK_RETURN, WXK_DOWN}) {
+  for (const int key : {WXK_ESCAPE, WXK_RETURN, WXK_NUMPAD_ENTER, WXK_DOWN, WXK_NUMPAD_DOWN}) {
     Press(*Edit(), key);
     EXPECT_TRUE(Text() == L"none" && RowsHaveFocus() && Grid->Keys.empty());
     PressKey('F', kControl);
@@ -163,7 +163,6 @@ TEST_F(FilterBar, TheRealKeyboardTypesWhileRowsCome) {
   type('B', L"ab");
   type(WXK_ESCAPE, L"none");
   EXPECT_TRUE(RowsHaveFocus() && Grid->Keys.empty());
-  EXPECT_EQ(Grid->GetFilterText(4), L"ab");
   for (int column = 0; column < 6; ++column) Grid->SetColumnWidth(column, 500);
   for (const int column : {0, 5, 0}) {
     EXPECT_TRUE(Grid->EditFilter(column));

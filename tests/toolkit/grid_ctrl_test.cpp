@@ -1,3 +1,6 @@
+#include <wx/grid.h>
+#include <wx/textctrl.h>
+
 #include "tests/toolkit/grid_fixture.h"
 
 namespace {
@@ -72,9 +75,10 @@ TEST_F(GridCtrl, WidthsFollowTheScaleOfTheScreenAndTheTexts) {
   Pump();
   EXPECT_EQ(widthOf(2), 150);
   EXPECT_EQ(Grid->HeaderRect(3).x - Grid->HeaderRect(2).x, 150);
-  Grid->SetCurSel(500);
+  Grid->SetVirtualRows(1'000'000);
+  Grid->SetCurSel(999'999);
   Grid->SizeToFit();
-  EXPECT_EQ(widthOf(2), std::max(Grid->GetTextExtent(L"500.2").x, Grid->GetTextExtent(L"Title 2").x) + 16);
+  EXPECT_EQ(widthOf(2), Grid->GetTextExtent(L"999999.2").x + 16);
   Grid->SetColumnVisible(2, false);
   wxFont large = Grid->GetGridFont();
   large.SetPointSize(2 * large.GetPointSize());
@@ -101,6 +105,15 @@ TEST_F(GridCtrl, FrozenColumnsStayAndSelectTheirCells) {
   EXPECT_EQ(Grid->HeaderRect(1), frozen);
   EXPECT_LT(Grid->HeaderRect(3).x, scrolled.x);
   EXPECT_EQ(Grid->CellRect(0, 3).x, Grid->HeaderRect(3).x);
+  wxWindow& headers = *Grid->GetHeaderWindow(3);
+  const wxPoint start = Middle(Grid->HeaderRect(3));
+  const int before = Grid->HeaderRect(3).x;
+  SendMouse(headers, start, kNoKey, {wxEVT_LEFT_DOWN});
+  for (const auto& [x, scrolledBy] : {std::pair(2000, 20), {-2000, 0}}) {
+    SendMouse(headers, {x, start.y}, kNoKey, {wxEVT_MOTION});
+    EXPECT_EQ(Grid->HeaderRect(3).x, before - scrolledBy) << "a drag beyond an end scrolls";
+  }
+  SendMouse(headers, start, kNoKey, {wxEVT_MOTION, wxEVT_LEFT_UP});
   const wxPoint end = Grid->CellRect(3, 1).GetRightBottom() - wxPoint(2, 2);
   for (const int column : {1, 2}) {
     Click(*Grid->GetRowsWindow(column), column == 1 ? end : wxPoint(2, end.y));
@@ -109,6 +122,8 @@ TEST_F(GridCtrl, FrozenColumnsStayAndSelectTheirCells) {
   Grid->SetColumnVisible(2, false);
   Grid->SetCurSel(0);
   EXPECT_EQ(std::pair(Grid->GetSelection(0).Left, Grid->GetSelection(0).Right), std::pair(0, 0)) << "it is hidden";
+  for (int i = 0; i < 4; ++i) PressKey(WXK_RIGHT, kControl);
+  EXPECT_FALSE(Grid->HeaderRect(5).IsEmpty()) << "the current column comes into view";
   for (const int width : {240, 1200}) {  // no room for two frozen columns, then for both again
     Frame->SetSize(width, 700);
     EXPECT_TRUE(PumpUntil([&] { return (Grid->GetHeaderWindow(1) == Grid->GetHeaderWindow()) == (width == 240); }));
@@ -140,6 +155,14 @@ TEST_F(GridCtrl, TheMouseMovesLocksAndResizesColumns) {
     EXPECT_EQ(Grid->GetColumnsInfo().GetColumnWidth(3), width);
   }
   EXPECT_EQ(Grid->ColumnChanges, 6);
+  const int locked = Grid->HeaderRect(5).GetRight();
+  wxWindow& header = *Grid->GetHeaderWindow(5);
+  for (const int x : {locked, locked - 50}) {
+    SendMouse(header, {x, 5}, kNoKey, {wxEVT_MOTION});
+    EXPECT_EQ(header.GetCursor().IsOk(), x == locked) << "a cursor of its own over an edge";
+  }
+  Drag(header, {locked, 5}, {1500, 5});
+  EXPECT_EQ(Grid->GetHeaderWindow(5), Grid->GetHeaderWindow()) << "too wide to freeze";
 }
 
 TEST_F(GridCtrl, HeaderClicksAndKeysChooseMoveSortSelectAndResizeColumns) {
@@ -160,12 +183,10 @@ TEST_F(GridCtrl, HeaderClicksAndKeysChooseMoveSortSelectAndResizeColumns) {
     EXPECT_EQ(Grid->IsColumnSelected(3) && Grid->IsColumnSelected(4), selected);
   }
   const int before = Grid->HeaderRect(3).width;
-  press('+', kControl | kShift);
-  press(WXK_NUMPAD_ADD, kControl);
-  press('-', kControl);
+  for (const int key : {int{'+'}, int{'='}, int{WXK_NUMPAD_ADD}, int{'-'}, int{'_'}}) press(key, kControl | kShift);
   EXPECT_EQ(Grid->HeaderRect(3).width, before + Grid->FromDIP(8));
-  EXPECT_EQ(Grid->ColumnChanges, 3);
-  press('-', kControl, 50);
+  EXPECT_EQ(Grid->ColumnChanges, 5);
+  press(WXK_NUMPAD_SUBTRACT, kControl, 50);
   EXPECT_EQ(Grid->HeaderRect(3).width, Grid->OnGetColumnMinWidth(3));
   press(WXK_LEFT, kControl | kShift);
   EXPECT_EQ(Headers(), (Places{0, 3, 2, 4, 5}));
@@ -177,26 +198,24 @@ TEST_F(GridCtrl, HeaderClicksAndKeysChooseMoveSortSelectAndResizeColumns) {
 }
 
 TEST_F(GridCtrl, MouseAndKeysSelectRows) {
-  const int page = FullRows();
+  const int page = FullRows(), end = 7 + page, top = 999 - page;
   wxWindow& rows = *Grid->GetRowsWindow();
+  auto& view = dynamic_cast<wxGrid&>(*rows.GetParent());
   const auto at = [this](int row) { return Middle(Grid->CellRect(row, 0)); };
   const auto check = [this](int current, const RowRanges& expected) {
     EXPECT_EQ(std::tuple(Grid->GetCurSel(), Selected()), std::tuple(current, expected));
     EXPECT_EQ(Grid->CellRect(current, 0).IsEmpty(), current < 0) << "the current row is in view";
   };
   const std::tuple<const char*, std::function<void()>, int, RowRanges> steps[] = {
+      {"a row header", [&] { Click(*view.GetGridRowLabelWindow(), at(5)); }, 5, {{5, 5}}},
+      {"the corner", [&] { Click(*view.GetGridCornerLabelWindow(), wxPoint(5, 5)); }, 5, {{0, 999}}},
       {"click", [&] { ClickRow(4); }, 4, {{4, 4}}},
       {"Shift and click", [&] { ClickRow(2, kShift); }, 2, {{2, 4}}},
       {"Ctrl and click", [&] { ClickRow(9, kControl); }, 9, {{2, 4}, {9, 9}}},
       {"both", [&] { ClickRow(11, kControl | kShift); }, 11, {{2, 4}, {9, 11}}},
       {"a right click on a selected row", [&] { RightClick(rows, at(3)); }, 11, {{2, 4}, {9, 11}}},
       {"a right click elsewhere", [&] { RightClick(rows, at(6)); }, 6, {{6, 6}}},
-      {"a drag beyond the top",
-       [&] {
-         Grid->SetCurSel(999), Drag(rows, at(998), {50, -5});
-       },
-       999 - page,
-       {{999 - page, 998}}},
+      {"a drag beyond the top", [&] { Grid->SetCurSel(999), Drag(rows, at(998), wxPoint(50, -5)); }, top, {{top, 998}}},
       {"cleared", [&] { Grid->SetCurSel(-1); }, -1, {}},
       {"a drag", [&] { Grid->SetCurSel(0), Drag(rows, at(3), at(8)); }, 8, {{3, 8}}},
   };
@@ -205,14 +224,13 @@ TEST_F(GridCtrl, MouseAndKeysSelectRows) {
     act();
     check(current, expected);
   }
-  const int below = 7 + page;
   const std::tuple<int, int, int, int, int> keys[] = {
       {WXK_DOWN, 0, 9, 9, 9},          {WXK_UP, kShift, 8, 8, 9},     {WXK_UP, kControl, 7, 8, 9},
-      {WXK_SPACE, kControl, 7, 7, 9},  {WXK_SPACE, 0, 7, 7, 7},       {WXK_PAGEDOWN, 0, below, below, below},
+      {WXK_SPACE, kControl, 7, 7, 9},  {WXK_SPACE, 0, 7, 7, 7},       {WXK_PAGEDOWN, 0, end, end, end},
       {WXK_NUMPAD_PAGEUP, 0, 7, 7, 7}, {WXK_PAGEUP, kShift, 0, 0, 7}, {WXK_UP, 0, 0, 0, 0},
       {WXK_END, kShift, 999, 0, 999},  {WXK_HOME, kControl, 0, 0, 0}, {WXK_END, kControl, 999, 999, 999},
       {'A', kControl, 999, 0, 999},    {'C', kControl, 999, 0, 999},  {WXK_UP, kAlt, 999, 0, 999},
-      {WXK_TAB, 0, 999, 0, 999},       {WXK_RETURN, 0, 999, 0, 999},
+      {WXK_TAB, 0, 999, 0, 999},       {WXK_RETURN, 0, 999, 0, 999},  {WXK_NUMPAD_HOME, kControl, 0, 0, 0},
   };
   for (const auto& [key, held, current, first, last] : keys) {
     SCOPED_TRACE(testing::Message() << key << " with " << held);
@@ -229,6 +247,15 @@ TEST_F(GridCtrl, MouseAndKeysSelectRows) {
   EXPECT_TRUE(PumpUntil([&] { return Grid->GetCurSel() > page + 3; }));
   SendMouse(rows, {50, rows.GetClientSize().y}, kNoKey, {wxEVT_LEFT_UP});
   check(Grid->GetCurSel(), {{3, Grid->GetCurSel()}});
+  Grid->SetVirtualRows(12), Grid->SetCurSel(3);
+  Click(rows, {50, 500}), RightClick(rows, {50, 500});
+  check(3, {{3, 3}});  // they were below the last row
+  SendMouse(rows, at(3), kNoKey, {wxEVT_LEFT_DOWN});
+  rows.ReleaseMouse();
+  wxMouseCaptureLostEvent lost;
+  rows.GetEventHandler()->ProcessEvent(lost);
+  SendMouse(rows, at(5), kNoKey, {wxEVT_MOTION});
+  check(3, {{3, 3}});
 }
 
 TEST_F(GridCtrl, KeepsTheViewWhenRowsArrive) {
@@ -243,6 +270,7 @@ TEST_F(GridCtrl, KeepsTheViewWhenRowsArrive) {
   Grid->SetCurSel(500);
   PressKey(WXK_DOWN, kShift);
   const int first = Grid->GetFirstVisibleRow(), top = Grid->CellRect(500, 3).y;
+  for (const int key : {WXK_NUMPAD_LEFT, WXK_NUMPAD_RIGHT}) PressKey(key);
   Grid->SetVirtualRows(1060, 50);
   EXPECT_EQ(Grid->CellRect(550, 3).y, top);
   for (const auto& [rows, before, firstThen] : {std::tuple(1061, first + 50, 51), {1062, first + 52, 51}}) {
@@ -250,7 +278,7 @@ TEST_F(GridCtrl, KeepsTheViewWhenRowsArrive) {
     EXPECT_EQ(Grid->GetFirstVisibleRow(), first + firstThen);
   }
   EXPECT_EQ(Selected(), (RowRanges{{552, 553}}));
-  for (const auto& [rows, current, firstThen] : {std::tuple(20, 19, 0), {0, -1, -1}}) {
+  for (const auto& [rows, current, firstThen] : {std::tuple(20, 19, 0), {-1, -1, -1}}) {
     Grid->SetVirtualRows(rows);
     EXPECT_EQ(std::pair(Grid->GetCurSel(), Grid->GetFirstVisibleRow()), std::pair(current, firstThen));
     EXPECT_EQ(Grid->HeaderRect(3).x, scrolled);
@@ -269,9 +297,39 @@ TEST_F(GridCtrl, MenusAndKeysReachTheDerivedGrid) {
   ASSERT_EQ(Grid->MenuPoints.size(), 2u);
   EXPECT_EQ(Grid->MenuPoints[0], rows.ClientToScreen(wxPoint(50, 100)));
   EXPECT_EQ(Grid->MenuPoints[1].y, rows.ClientToScreen(wxPoint(0, below)).y);
+  wxTextCtrl& other = MakeChild<wxTextCtrl>(Frame, wxID_ANY);
+  for (const auto& [row, first, y] : {std::tuple(999, 0, rows.GetClientSize().y - 1), {2, 500, 0}}) {
+    Grid->SetCurSel(row), dynamic_cast<wxGrid&>(*rows.GetParent()).Scroll(-1, first);
+    other.SetFocus();
+    rows.GetEventHandler()->ProcessEvent(key);
+    EXPECT_EQ(Grid->MenuPoints.back().y, rows.ClientToScreen(wxPoint(0, y)).y) << "the current row is out of view";
+    EXPECT_TRUE(Grid->IsDescendant(wxWindow::FindFocus()));
+  }
+  Grid->NameForReaders(L"Trades");
+  Grid->FreezeColumns(1);
+  EXPECT_EQ(SpokenName(rows) + SpokenName(*Grid->GetRowsWindow(0)), L"TradesTrades");
+  Grid->SetCurSel(current);
   Grid->Swallowed = WXK_DOWN;
   for (const int pressed : {WXK_DOWN, WXK_UP}) PressKey(pressed);
   EXPECT_EQ(Grid->GetCurSel(), current - 1);
+}
+
+TEST_F(GridCtrl, KeepsWhatIsSetBeforeItsWindow) {
+  ProbeGrid& grid = MakeChild<ProbeGrid>();
+  for (const int column : {0, 2, 1}) EXPECT_EQ(grid.InsertColumn(column, L"Title", 70), column == 2 ? -1 : column);
+  grid.EnableVirtualMode([](int, int, CQORPGridCell&) { return false; });
+  grid.SetVirtualRows(5);
+  grid.SetColumnVisible(0, false);
+  for (const int row : {3, -1}) grid.SetCurSel(row);
+  grid.SetFilterText(1, L"x");
+  EXPECT_TRUE(grid.HeaderRect(1).IsEmpty() && grid.CellRect(0, 1).IsEmpty() && !grid.EditFilter(1));
+  EXPECT_EQ(grid.GetFirstVisibleRow(), -1);
+  ASSERT_TRUE(grid.Create(Frame, 8));
+  grid.SetSize(10, 10);
+  EXPECT_EQ(grid.GetRowsWindow()->GetParent()->GetSize(), grid.FromDIP(wxSize(80, 80))) << "room for its scroll bars";
+  grid.SetSize(400, 300);
+  EXPECT_TRUE(grid.HeaderRect(0).IsEmpty() && grid.HeaderRect(1).width == 70 && grid.GetFilterText(1) == L"x");
+  EXPECT_TRUE(!grid.CellRect(4, 1).IsEmpty() && grid.CellRect(5, 1).IsEmpty());
 }
 
 }  // namespace

@@ -36,6 +36,10 @@ std::optional<int> RowAfter(int keyCode, int current, int page, int rows) {
   }
 }
 
+bool IsHomeOrEnd(int keyCode) {
+  return keyCode == WXK_HOME || keyCode == WXK_NUMPAD_HOME || keyCode == WXK_END || keyCode == WXK_NUMPAD_END;
+}
+
 bool IsSingle(const std::vector<RowRange>& ranges) {
   return ranges.empty() || (ranges.size() == 1 && ranges[0].First == ranges[0].Last);
 }
@@ -156,7 +160,7 @@ bool GridRowsInput::MoveByKey(const wxKeyEvent& event) {
   ChangeSelection([&](RowSelection& selection) {
     if (event.ShiftDown()) {
       selection.Extend(*row, event.CmdDown());
-    } else if (event.CmdDown() && event.GetKeyCode() != WXK_HOME && event.GetKeyCode() != WXK_END) {
+    } else if (event.CmdDown() && !IsHomeOrEnd(event.GetKeyCode())) {
       selection.MoveCurrent(*row);
     } else {
       selection.SelectOnly(*row);
