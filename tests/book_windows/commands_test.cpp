@@ -50,6 +50,16 @@ TEST_F(CommandsTest, MenuHasTheseEntries) {
   for (const auto& [command, columns] : {std::pair{L"Remove All", 0u}, {L"Show All", 37u}, {L"Reset", 35u}}) {
     EXPECT_TRUE(grid.RunContextMenu({L"Column Header", command}));
     EXPECT_EQ(grid.GetColumnsInfo().DisplayColumns().size(), columns);
+    EXPECT_EQ(grid.HeaderRect(0).IsEmpty(), columns < 37) << "shown at once";
+  }
+  EXPECT_TRUE(grid.RunContextMenu({L"Column Header", L"Field Choose"}));
+  EXPECT_TRUE(Answers.Said.back().starts_with(L"Trade - FieldChoose"));
+  wxUpdateUIEvent update(30018);
+  grid.GetEventHandler()->ProcessEvent(update);
+  EXPECT_TRUE(update.GetSetEnabled() && update.GetEnabled());
+  for (const int foreign : {0, 30005}) {
+    wxCommandEvent command(wxEVT_MENU, foreign);
+    EXPECT_FALSE(grid.GetEventHandler()->ProcessEvent(command)) << "may be the terminal's: " << foreign;
   }
 }
 
@@ -78,18 +88,13 @@ TEST_F(CommandsTest, CopiesOneRangeOfAtMost10001Rows) {
   CTradeBookGrid& grid = *Open().Grid();
   ShowOnly(grid, {18, 2});
   wxWindow& rows = *grid.GetRowsWindow();
-  const std::wstring start = L"Trade Book: ";
   // The first row, the key that extends the selection, whether another row is selected, and the message and the lines.
-  const std::tuple<int, int, bool, std::vector<std::wstring>, std::ptrdiff_t> kRows[] = {
-      {2, WXK_END, false, {}, 10001},
-      {-1, 0, false, {start + L"Content of the grid is too large, please make selection and repeat command."}, 10001},
-      {1,
-       WXK_END,
-       false,
-       {start + L"Selection is too large, please make smaller selection and repeat command."},
-       10001},
-      {2000, 0, true, {start + L"This command can't be used on multiple selection."}, 10001},
-      {10002, 0, false, {}, 1},
+  const std::tuple<int, int, bool, const wchar_t*, std::ptrdiff_t> kRows[] = {
+      {2, WXK_END, false, L"", 10001},
+      {-1, 0, false, L"Content of the grid is too large, please make selection and repeat command.", 10001},
+      {1, WXK_END, false, L"Selection is too large, please make smaller selection and repeat command.", 10001},
+      {2000, 0, true, L"This command can't be used on multiple selection.", 10001},
+      {10002, 0, false, L"", 1},
   };
   for (const auto& [from, shiftKey, oneMore, said, lines] : kRows) {
     SCOPED_TRACE(from);
@@ -100,7 +105,7 @@ TEST_F(CommandsTest, CopiesOneRangeOfAtMost10001Rows) {
     Answers.Said.clear();
     grid.SetFocus();
     Press(rows, 'C', kControl);
-    EXPECT_EQ(Answers.Said, said);
+    EXPECT_EQ(Answers.Said, std::vector<std::wstring>(*said != 0, std::wstring(L"Trade Book: ") + said));
     EXPECT_EQ(std::ranges::count(ClipboardText(), L'\n'), lines) << "a refused copy leaves the former one";
   }
   Desk->Trade(10004, "COMEX", "GC1", 1, 5, 10);
@@ -108,6 +113,7 @@ TEST_F(CommandsTest, CopiesOneRangeOfAtMost10001Rows) {
   EXPECT_EQ(ClipboardText().substr(0, 3), L"1\t5") << "rows that came in since the beat move the selected one";
   EXPECT_TRUE(grid.RunContextMenu({L"Copy as HTML"}));
   EXPECT_EQ(Answers.Said.back(), L"Trade Book: Selection was copied to the clipboard as HTML");
+  EXPECT_EQ(ClipboardText(), L"nothing");
   EXPECT_TRUE(grid.RunContextMenu({L"Select All"}));
   EXPECT_EQ(grid.GetSelection(0).Bottom, 10003);
   // Intentional: the guard checks this grid, the copy is of the grid with the focus.
@@ -127,6 +133,7 @@ TEST_F(CommandsTest, ExportsAskWriteReportAndRemember) {
   CTradeBookGrid& grid = *Open().Grid();
   ShowOnly(grid, {11, 18, 20});
   for (const int column : {2, 18}) grid.GetColumnsInfo().SelectColumn(column, true);
+  grid.GetColumnsInfo().SetColumnDisplayPos(0, 20);
   grid.SetFilterText(11, L"gc2");
   Pump();
   const std::string today = FormatTimeText(std::time(nullptr), "yyyyMMdd", false);
@@ -137,12 +144,13 @@ TEST_F(CommandsTest, ExportsAskWriteReportAndRemember) {
   // The command, the file that the user chooses, the one proposed, and the bytes.
   const std::tuple<const wchar_t*, fs::path, fs::path, std::string> kRows[] = {
       {L"Visible Columns", {}, root, ""},
-      {L"Visible Columns", folder / "other" / "v.csv", root, "SecurityID,Quantity,Price\r\nGC2,7,20.000000"},
+      {L"Visible Columns", folder / "other" / "v.csv", root, "Price,SecurityID,Quantity\r\n20.000000,GC2,7"},
       {L"Selected Columns", folder / "s.csv", folder / "CSV" / selected, "VELDTradeID,Quantity,\r\n2,7,"},
       {L"Visible Columns", folder / "nowhere" / "x.csv", folder / "other" / visible, ""},
   };
   for (const auto& [command, saveAs, proposal, bytes] : kRows) {
     SCOPED_TRACE(saveAs);
+    if (saveAs == folder / "s.csv") Desk->Trade(3, "NSECM", "GC2", 2, 9, 20);  // the selected row is that of trade 2
     Answers.AnswerAnew(saveAs);
     EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", command}));
     EXPECT_EQ(Answers.Proposals, std::vector{proposal});
@@ -155,7 +163,7 @@ TEST_F(CommandsTest, ExportsAskWriteReportAndRemember) {
   EXPECT_TRUE(grid.RunContextMenu({L"Export CSV", L"All Columns"}));
   const std::string all = ReadFile(Answers.SaveAs);
   EXPECT_EQ(all.substr(0, 26), "Server,UserID,VELDTradeID,");
-  EXPECT_EQ(std::ranges::count(all, '\n'), 2) << "whatever the filter says";
+  EXPECT_EQ(std::ranges::count(all, '\n'), 3) << "whatever the filter says";
   const std::string saved = "[PATH]\r\nTrade=" + ToUpperText(FolderText(folder / "nowhere")) + "\r\n";
   EXPECT_TRUE(ReadFile(folder / "config.ini").ends_with(saved)) << "that of the visible columns alone";
 }
@@ -191,6 +199,7 @@ TEST_F(CommandsTest, SizeToFitMeasuresEveryRow) {
   dc.SetFont(grid.GetGridFont());
   const auto fitted = [&](int column) {
     EXPECT_TRUE(grid.RunContextMenu({L"Column Header", L"Size To Fit"}));
+    EXPECT_EQ(grid.HeaderRect(2).width, grid.GetColumnsInfo().GetColumnWidth(2)) << "shown at once";
     return grid.GetColumnsInfo().GetColumnWidth(column);
   };
   grid.GetColumnsInfo().SetSortColumn(12, true, true);

@@ -46,14 +46,19 @@ TEST_F(ColumnProfileTest, WritesThisFileFirst) {
   EXPECT_EQ(loaded.Columns().at(0).Width, 70) << "a reset goes back to the grid's width";
   EXPECT_EQ(loaded.Columns().at(0).Header, L"User \"ID\"");
   EXPECT_EQ(loaded.GroupPlaces().at(3), 0);
+  loaded.SaveMultipleSort(false);
+  EXPECT_EQ(loaded.LoadMultipleSort(), 0);
+  loaded.SaveColumnState("colServer", {L"S", 8, 0, 0, 0, 0, -1, -1});
+  EXPECT_TRUE(loaded.SaveColumnProfileFile());
+  const std::string kept = "<ColumnProfile>\r\n<TradeBook>\r\n<colServer>\r\n<Header>\"S\"</Header>";
+  EXPECT_TRUE(ReadFile(File()).starts_with(kept)) << "what is in the file keeps its place";
 }
 
 TEST_F(ColumnProfileTest, IgnoresStoredValuesOutOfRange) {
   // What is stored, then width, alignment, header and whether the sort ascends.
   const std::tuple<std::string, std::int32_t, std::int32_t, std::wstring, std::optional<bool>> rows[] = {
-      {"<Width>\"0\"</Width>", 70, 1, L"User ID", {}},
+      {"<Width>\"0\"</Width><Sort>\"1\"</Sort>", 70, 1, L"User ID", true},
       {"<Width>\"2049\"</Width><Sort>\"2\"</Sort>", 70, 1, L"User ID", {}},
-      {"<Width>\"-5\"</Width><Sort>\"1\"</Sort>", 70, 1, L"User ID", true},
       {"<Width>\"2048\"</Width><Sort>\"-1\"</Sort>", 2048, 1, L"User ID", false},
       {"<Width>\"1\"</Width><Align>\"2\"</Align>", 1, 2, L"User ID", {}},
       {"<Width>\"99999999999999999999\"</Width><Align>\"3\"</Align>", 70, 1, L"User ID", {}},
@@ -88,18 +93,6 @@ TEST_F(ColumnProfileTest, PlacesColumnsAndResetsThem) {
   for (const ColumnReset& reset : profile.ResetColumns(8)) widths.push_back(reset.Visible ? reset.Width : -1);
   EXPECT_EQ(widths, (std::vector<std::int32_t>{50, 51, -1, 53, 54, 55, 56, -1}));
   EXPECT_TRUE(profile.ResetColumns(-1).empty());
-}
-
-TEST_F(ColumnProfileTest, SavesInTheOrderOfTheFile) {
-  ColumnProfile profile = NewProfile();
-  Load(profile, "<IsMultipleSort>\"0\"</IsMultipleSort><colServer><Width>\"9\"</Width></colServer>");
-  EXPECT_EQ(profile.LoadMultipleSort(), 0);
-  profile.SaveMultipleSort(true);
-  profile.SaveColumnState("colServer", {L"S", 8, 0, 0, 0, 0, -1, -1});
-  EXPECT_TRUE(profile.SaveColumnProfileFile());
-  EXPECT_TRUE(
-      ReadFile(File()).starts_with("<ColumnProfile>\r\n<TradeBook>\r\n<IsMultipleSort>\"1\"</IsMultipleSort>\r\n"
-                                   "<colServer>\r\n<Width>\"8\"</Width>\r\n<Header>\"S\"</Header>\r\n"));
 }
 
 }  // namespace

@@ -41,8 +41,6 @@ class FieldChooseTest : public GuiTest {
     Grid->ChooseFields();
   }
 
-  std::vector<int> Columns() const { return Grid->GetColumnsInfo().DisplayColumns(); }
-
   const GridHost Host{{}};
   ChooserGrid* Grid = nullptr;
 };
@@ -94,17 +92,21 @@ TEST_F(FieldChooseTest, MouseAndKeysChangeTheGridAtOnce) {
     Key(WXK_DOWN);
     Key(WXK_SPACE);
     EXPECT_TRUE(become(L"[C+]A+E+ | B[D]")) << TextOf(shown);
+    Press(hidden, 'W', kAlt);
+    EXPECT_TRUE(PumpUntil([&] { return wxWindow::FindFocus() == &shown; }));
+    EXPECT_EQ(dialog.GetDefaultItem(), dialog.FindWindow(27016));
     Key(WXK_RETURN);
   });
-  EXPECT_EQ(Columns(), (std::vector<int>{2, 0, 4}));
+  EXPECT_EQ(Grid->GetColumnsInfo().DisplayColumns(), (std::vector<int>{2, 0, 4}));
   EXPECT_TRUE(PumpUntil([this] { return Grid->IsDescendant(wxWindow::FindFocus()); }));
 }
 
 TEST_F(FieldChooseTest, KeepsOrRestoresTheOrderByTheWayItIsLeft) {
   // The button, or Escape, or 0 to close the dialog; then the profiles saved and the columns.
   const std::vector<int> before{0, 1, 2}, moved{1, 0, 2};
-  const std::tuple<int, int, std::vector<int>> rows[] = {
-      {27016, 0, moved}, {27011, 1, before}, {2, 1, before}, {WXK_ESCAPE, 1, before}, {0, 1, before}};
+  const std::tuple<int, int, std::vector<int>> rows[] = {{27016, 0, moved}, {27011, 1, before},
+                                                         {2, 1, before},    {WXK_ESCAPE, 1, before},
+                                                         {0, 1, before},    {WXK_NUMPAD_ENTER, 1, moved}};
   for (const auto& [way, saved, columns] : rows) {
     SCOPED_TRACE(way);
     Choose([id = way](wxDialog& dialog) {
@@ -115,10 +117,14 @@ TEST_F(FieldChooseTest, KeepsOrRestoresTheOrderByTheWayItIsLeft) {
       ListOf(dialog, 27014).SetCurSel(0);
       press(27013);
       if (id == 0) return void(dialog.Close());
-      if (id == WXK_ESCAPE) return Press(ListOf(dialog, 27014), id);
+      if (id > 2 && id < 27000) return Press(ListOf(dialog, 27014), id);
+      wxWindow& button = *dialog.FindWindow(id);
+      EXPECT_TRUE(PumpUntil([&button] { return button.SetFocus(), wxWindow::FindFocus() == &button; }));
+      Press(button, WXK_RETURN);
+      EXPECT_TRUE(dialog.IsModal()) << "Enter is the button's";
       press(id);
     });
-    EXPECT_EQ(Columns(), columns);
+    EXPECT_EQ(Grid->GetColumnsInfo().DisplayColumns(), columns);
     EXPECT_EQ(Grid->SaveCount, saved);
   }
 }
