@@ -212,6 +212,19 @@ TEST_F(BookRegistryTest, SortsByClicksAndKeepsItsRowsWhenASortEnds) {
   EXPECT_EQ(window.TakeNotes(), "rows replaced; totals") << "once";
 }
 
+// Intentional: a sort that a profile restored takes all numbered trades as rows, whatever the security.
+TEST_F(BookRegistryTest, RestoredSortTakesAllTradesAsRows) {
+  Desk.Trade(1, "COMEX", "GC1", 1, 5, 10);
+  Desk.Trade(2, "MCX", "GC1", 1, 7, 10);
+  Screen.SortStates.assign(37, 0);
+  Screen.SortStates[18] = -1;
+  FakeBookWindow& window = OpenGold();
+  EXPECT_EQ(window.Shown.Sort.StateOf(18), -1);
+  EXPECT_EQ(Ids(window.Shown), "21");
+  Registry->RebuildAllBooks();
+  EXPECT_EQ(Ids(window.Shown), "1") << "only when virtual mode begins";
+}
+
 // CQORPProp is the toolkit's; the model passes it on unread.
 TEST_F(BookRegistryTest, PropertyGoesToEveryBookThatIsLeft) {
   for (int i = 0; i < 3; ++i) Open();

@@ -236,13 +236,8 @@ TEST_F(BooksTest, ColumnsComeBackAfterARestart) {
   EXPECT_EQ(Desk->Functions->Boxes, nullptr) << "no message box after the books";
   fs::current_path(later);
   Start();
-  Desk->Trade(1, "COMEX", "GC1", 1, 5, 10);
-  Desk->Trade(2, "MCX", "GC1", 1, 7, 10);
   CTradeBookBar& bar = OpenGold();
   fs::current_path(Desk->Folder);
-  EXPECT_EQ(Ids(*bar.Grid()), L"21") << "a restored sort takes all trades as rows, whatever the security";
-  Registry().RebuildAllBooks();
-  EXPECT_EQ(Ids(*bar.Grid()), L"1") << "only when virtual mode begins";
   const CQORPGridColumnsInfo& columns = bar.Grid()->GetColumnsInfo();
   EXPECT_TRUE(columns.GetColumnVisible(0) && !columns.GetColumnVisible(3) && columns.GetColumnLocked(4));
   EXPECT_EQ(std::tuple(columns.GetColumnWidth(12), columns.GetColumnAlign(4), columns.GetColumnState(18)),

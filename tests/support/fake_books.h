@@ -20,7 +20,7 @@ class FakeBookWindow : public BookWindow {
   void OnTitleChanged() override { Note("title " + Shown.State.Title()); }
   void OnSortChanged() override { Note("sort"); }
   void OnSettingsChanged() override { Note("settings"); }
-  std::vector<int> BeginVirtualMode() override { return {}; }
+  std::vector<int> BeginVirtualMode() override { return SortStates; }
   int CurrentRow() override { return Row; }
   void ClearCurrentRow() override { Note("no row"); }
   void ShowBar(bool shown) override { Note(shown ? "show" : "hide"); }
@@ -43,6 +43,7 @@ class FakeBookWindow : public BookWindow {
 
   Book& Shown;
   FakeBookScreen& Screen;
+  std::vector<int> SortStates;
   int Row = -1;
   bool Floating = true;
   BookPlace At;
@@ -59,12 +60,15 @@ class FakeBookScreen : public BookScreen {
   BookWindow* MakeWindow(Book& book, const SettingsRectangle& rect, std::uint32_t) override {
     MadeUnderResources = SelectedResources() != nullptr;
     if (MakesNone) return nullptr;
-    return Windows.emplace_back(std::make_unique<FakeBookWindow>(*this, book, rect)).get();
+    auto& window = *Windows.emplace_back(std::make_unique<FakeBookWindow>(*this, book, rect));
+    window.SortStates = SortStates;
+    return &window;
   }
 
   std::vector<std::unique_ptr<FakeBookWindow>> Windows;
   BookRegistry* Registry = nullptr;
   FakeBookWindow* Focused = nullptr;
+  std::vector<int> SortStates;
   bool HasDisplay = true;
   bool MakesNone = false;
   bool MadeUnderResources = false;            // the last window

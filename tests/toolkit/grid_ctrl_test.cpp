@@ -314,22 +314,4 @@ TEST_F(GridCtrl, MenusAndKeysReachTheDerivedGrid) {
   EXPECT_EQ(Grid->GetCurSel(), current - 1);
 }
 
-TEST_F(GridCtrl, KeepsWhatIsSetBeforeItsWindow) {
-  ProbeGrid& grid = MakeChild<ProbeGrid>();
-  for (const int column : {0, 2, 1}) EXPECT_EQ(grid.InsertColumn(column, L"Title", 70), column == 2 ? -1 : column);
-  grid.EnableVirtualMode([](int, int, CQORPGridCell&) { return false; });
-  grid.SetVirtualRows(5);
-  grid.SetColumnVisible(0, false);
-  for (const int row : {3, -1}) grid.SetCurSel(row);
-  grid.SetFilterText(1, L"x");
-  EXPECT_TRUE(grid.HeaderRect(1).IsEmpty() && grid.CellRect(0, 1).IsEmpty() && !grid.EditFilter(1));
-  EXPECT_EQ(grid.GetFirstVisibleRow(), -1);
-  ASSERT_TRUE(grid.Create(Frame, 8));
-  grid.SetSize(10, 10);
-  EXPECT_EQ(grid.GetRowsWindow()->GetParent()->GetSize(), grid.FromDIP(wxSize(80, 80))) << "room for its scroll bars";
-  grid.SetSize(400, 300);
-  EXPECT_TRUE(grid.HeaderRect(0).IsEmpty() && grid.HeaderRect(1).width == 70 && grid.GetFilterText(1) == L"x");
-  EXPECT_TRUE(!grid.CellRect(4, 1).IsEmpty() && grid.CellRect(5, 1).IsEmpty());
-}
-
 }  // namespace
