@@ -231,6 +231,7 @@ TEST(OrderImplTest, ReplacesTheKeySectionByAStoredOrder) {
   EXPECT_STREQ(DecodeBy<OrderRecord>(impl, wire).UserID, "wire") << "without a terminator";
   OrderRecord record = DecodeBy<OrderRecord>(impl, wire + WireTerminator());
   EXPECT_STREQ(record.UserID, "stored");
+  EXPECT_TRUE(impl.FetchRecord(7, record));
   impl.ClearRecords();
   EXPECT_FALSE(impl.FetchRecord(7, record));
 }
