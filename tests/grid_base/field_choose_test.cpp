@@ -1,4 +1,5 @@
 #include <wx/dialog.h>
+#include <wx/stattext.h>
 #include <wx/uiaction.h>
 
 #include "grid_base/windows/base_grid.h"
@@ -71,6 +72,10 @@ void Key(int code, int modifiers = wxMOD_NONE) {
 TEST_F(FieldChooseTest, MouseAndKeysChangeTheGridAtOnce) {
   Choose([this](wxDialog& dialog) {
     CQORPCheckListBox &shown = ListOf(dialog, 27014), &hidden = ListOf(dialog, 27015);
+    for (const auto& [list, label] : {std::pair(&shown, L"Shown columns"), {&hidden, L"Hidden columns"}}) {
+      const auto* above = dynamic_cast<wxStaticText*>(list->GetPrevSibling());
+      EXPECT_TRUE(above != nullptr && above->GetLabelText() == label) << label;
+    }
     const auto become = [&](const std::wstring& lists) {
       return PumpUntil([&] { return TextOf(shown) + L" | " + TextOf(hidden) == lists; });
     };

@@ -194,6 +194,9 @@ TEST_F(DockingTest, ARightClickOpensTheMenuOfTheBar) {
   }
   EXPECT_EQ(Bar->ClosePresses, 1);
   Move(Bar, {"+"});
+  wxContextMenuEvent menuKey(wxEVT_CONTEXT_MENU, Bar->GetId(), wxDefaultPosition);
+  menuKey.SetEventObject(Bar);
+  EXPECT_FALSE(Bar->GetEventHandler()->ProcessEvent(menuKey)) << "the key is for what has the focus";
   DoubleClick(*Main, Bar->GetPosition() + wxPoint(20, -8));
   EXPECT_EQ(Standing(Bar), "f");
 }
