@@ -111,18 +111,19 @@ TEST_F(CommandsTest, CopiesOneRangeOfAtMost10001Rows) {
   Desk->Trade(10004, "COMEX", "GC1", 1, 5, 10);
   EXPECT_TRUE(grid.RunContextMenu({L"Copy"}));
   EXPECT_EQ(ClipboardText().substr(0, 3), L"1\t5") << "rows that came in since the beat move the selected one";
+  Desk->Trade(10005, "COMEX", "GC9", 1, 5, 10);
   EXPECT_TRUE(grid.RunContextMenu({L"Copy as HTML"}));
   EXPECT_EQ(Answers.Said.back(), L"Trade Book: Selection was copied to the clipboard as HTML");
   EXPECT_EQ(ClipboardText(), L"nothing");
   EXPECT_TRUE(grid.RunContextMenu({L"Select All"}));
-  EXPECT_EQ(grid.GetSelection(0).Bottom, 10003);
+  EXPECT_EQ(grid.GetSelection(0).Bottom, 10004) << "of all rows, as the copy had them counted";
   // Intentional: the guard checks this grid, the copy is of the grid with the focus.
   CTradeBookBar& other = OpenGold();
   ShowOnly(*other.Grid(), {2});
   FocusGrid(other);
   other.Grid()->SetCurSel(2);
   grid.SetCurSel(0);
-  Desk->Trade(10005, "COMEX", "GC1", 1, 5, 10);
+  Desk->Trade(10005, "COMEX", "GC9", 1, 5, 10);
   EXPECT_TRUE(grid.RunContextMenu({L"Copy"}));
   EXPECT_EQ(ClipboardText().substr(0, 5), L"10002");
 }

@@ -76,6 +76,7 @@ TEST_F(FieldChooseTest, MouseAndKeysChangeTheGridAtOnce) {
       const auto* above = dynamic_cast<wxStaticText*>(list->GetPrevSibling());
       EXPECT_TRUE(above != nullptr && above->GetLabelText() == label) << label;
     }
+    EXPECT_NEAR(shown.GetSize().x, hidden.GetSize().x, 1);
     const auto become = [&](const std::wstring& lists) {
       return PumpUntil([&] { return TextOf(shown) + L" | " + TextOf(hidden) == lists; });
     };
