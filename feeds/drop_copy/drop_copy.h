@@ -1,0 +1,39 @@
+// DropCopy: a FIX session that keeps journals: the engine, with the journal of the day as its store.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "feeds/common/feed_report.h"
+#include "feeds/settings/feed_settings.h"
+
+// Called on the engine's thread; OnAlarm on any.
+class DropCopyEvents : public AlarmSink {
+ public:
+  virtual void OnState(bool loggedOn, const std::string& text) = 0;
+  // Something was appended to the journal.
+  virtual void OnKept() = 0;
+  // From now on that journal is appended to; the one before is whole.
+  virtual void OnNewDay(const std::filesystem::path& journal) = 0;
+};
+
+// The journal is named after the session and the day, which is the UTC date on which the session ends. A new day begins
+// when the engine resets its numbers at the begin of a session; where numbers go on over days, with the first message
+// of the next day.
+class DropCopy {
+ public:
+  // Opens the journal of the day that is now. Throws FeedError.
+  DropCopy(const FeedSettings& settings, DropCopyEvents& events);
+  ~DropCopy();
+  DropCopy(const DropCopy&) = delete;
+  DropCopy& operator=(const DropCopy&) = delete;
+
+  std::filesystem::path JournalFile() const;
+  void Start();
+  void Stop();
+
+ private:
+  struct State;
+  std::unique_ptr<State> Self;
+};
