@@ -55,10 +55,11 @@ std::uint64_t BookDesk::OnPluginMessage() {
 }
 
 void BookDesk::Trade(std::uint32_t id, const char* exchange, const char* securityId, std::uint8_t side,
-                     std::uint32_t quantity, double price) {
-  const std::string fields = WireU32(20008, id) + WireText(55100, std::to_string(id)) + WireTerminator() +
-                             WireText(55010, exchange) + WireText(55104, securityId) + WireU8(101, side) +
-                             WireU32(20014, quantity) + WireDouble(40002, price) + WireDouble(40008, 1);
+                     std::uint32_t quantity, double price, const char* execution) {
+  const std::string fields = WireU32(20008, id) + WireText(55100, std::to_string(id)) + WireText(55101, execution) +
+                             WireTerminator() + WireText(55010, exchange) + WireText(55104, securityId) +
+                             WireU8(101, side) + WireU32(20014, quantity) + WireDouble(40002, price) +
+                             WireDouble(40008, 1);
   Deliver(true, 9101, {fields.begin(), fields.end()},
           [this](CQORPacketReader& trade) { State->TradeStore.OnTrade(trade); });
 }

@@ -20,8 +20,9 @@ class BookDesk {
   // The callback that the plug-in names in its messages.
   static std::uint64_t OnPluginMessage();
 
+  // Another execution with a known id replaces that trade.
   void Trade(std::uint32_t id, const char* exchange, const char* securityId, std::uint8_t side, std::uint32_t quantity,
-             double price);
+             double price, const char* execution = "");
   // Messages without fields: 8112 goes to OnMessage, the others to OnPluginMessage.
   void Tell(std::uint16_t number);
   // The security that the window with the focus selects; without arguments none.

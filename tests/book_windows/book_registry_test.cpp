@@ -1,6 +1,7 @@
 #include "book_windows/model/book_registry.h"
 
 #include "tests/book_windows/book_model_fixture.h"
+#include "tests/support/files.h"
 
 namespace {
 
@@ -157,6 +158,25 @@ TEST_F(BookRegistryTest, MessagesChangeEveryBook) {
   EXPECT_EQ(Ids(gold.Shown) + Ids(all.Shown), "") << "no book points at a record that goes";
   Desk.Trade(9, "COMEX", "GC1", 1, 5, 10);
   EXPECT_EQ(Ids(all.Shown), "") << "before the end of the download nothing reaches a book";
+}
+
+// As a drop copy corrects and busts trades: message 9101 with the trade's id and another execution, then 30020.
+TEST_F(BookRegistryTest, CorrectionsReachRowsTotalsAndDailyFile) {
+  WriteFile(Desk.Folder / "TradeHeaderFile.txt", "VELDTradeID\r\nQuantity\r\nPrice\r\n");
+  Desk.State->TradeStore.AutoTradeWriteCSV = true;
+  FakeBookWindow &gold = OpenGold(), &all = OpenAll();
+  Desk.Tell(8112);
+  for (std::uint32_t id = 1; id <= 3; ++id) Desk.Trade(id, "COMEX", "GC1", 1, 10 * id, 2);
+  Desk.Trade(2, "COMEX", "GC1", 1, 25, 4, "corrected");
+  Desk.Trade(3, "COMEX", "GC1", 1, 0, 2, "busted");
+  Desk.Tell(30020);
+  for (const Book* book : {&gold.Shown, &all.Shown}) {
+    EXPECT_EQ(Ids(*book), "321");
+    EXPECT_EQ(Bought(*book), L"35");
+    EXPECT_EQ(book->Line.TextOf(SummaryValue::BuyAmt), L"120.00");
+  }
+  EXPECT_EQ(ReadFile(DailyFileIn(Desk.Folder)),
+            "VELDTradeID,Quantity,Price,\r\n1,10,2,\r\n2,20,2,\r\n3,30,2,\r\n2,25,4,\r\n3,0,2,");
 }
 
 TEST_F(BookRegistryTest, TellsTheSelectedRow) {
