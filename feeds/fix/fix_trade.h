@@ -1,0 +1,251 @@
+// The mapping: which FIX fields each field of a trade message comes from, and TradeFrame, which writes the message.
+//
+// A "slot" is one FIX field that is read, or one thing that a venue may choose to send elsewhere. The rows of
+// kTradeFieldRows say everything else; the reader (fix_report.h) and the writer loop over them.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <iterator>
+#include <string>
+#include <string_view>
+
+#include "trade_data/records/trade_impl.h"
+
+// What the reader fills beside plain FIX fields: parties of a role and choices of a venue. Above every FIX tag that has
+// a slot.
+enum FixSource : std::uint16_t {
+  kMemberParty = 60001,
+  kUserParty,
+  kOtherUserParty,
+  kCtclParty,
+  kClientChoice,
+  kUserChoice,
+  kCtclChoice,
+  kDefaultExchange,
+  kDefaultUser,
+};
+
+struct FixSlot {
+  std::uint16_t Tag;
+  bool OfSide = false;  // in a TradeCaptureReport it belongs to the side that it stands in
+};
+
+// Sorted by tag. The choices are copies of the field that the venue sends.
+inline constexpr FixSlot kFixSlots[] = {
+    {1, true},
+    {11, true},
+    {17},
+    {19},
+    {20},
+    {30},
+    {31},
+    {32},
+    {37, true},
+    {40, true},
+    {48},
+    {54, true},
+    {55},
+    {58, true},
+    {60},
+    {77, true},
+    {150},
+    {151, true},
+    {167},
+    {198, true},
+    {200},
+    {201},
+    {202},
+    {207},
+    {231},
+    {487},
+    {541},
+    {571},
+    {572},
+    {856},
+    {939},
+    {1003},
+    {kMemberParty, true},
+    {kUserParty, true},
+    {kOtherUserParty, true},
+    {kCtclParty, true},
+    {kClientChoice, true},
+    {kUserChoice, true},
+    {kCtclChoice, true},
+    {kDefaultExchange},
+    {kDefaultUser},
+};
+inline constexpr std::size_t kFixSlotCount = std::size(kFixSlots);
+
+// The slot of a FIX tag or source; kFixSlotCount if there is none.
+constexpr std::size_t FixSlotOf(std::uint32_t tag) noexcept {
+  std::size_t slot = 0;
+  while (slot < kFixSlotCount && kFixSlots[slot].Tag != tag) ++slot;
+  return slot;
+}
+
+// The values of one execution, as views of its text. An empty value is as good as none.
+struct FixValues {
+  std::array<std::string_view, kFixSlotCount> Slots;
+
+  template <std::uint16_t kTag>
+  std::string_view& At() noexcept {
+    static_assert(FixSlotOf(kTag) < kFixSlotCount);
+    return Slots[FixSlotOf(kTag)];
+  }
+  template <std::uint16_t kTag>
+  std::string_view At() const noexcept {
+    static_assert(FixSlotOf(kTag) < kFixSlotCount);
+    return Slots[FixSlotOf(kTag)];
+  }
+  void FillFrom(const FixValues& other) noexcept {
+    for (std::size_t i = 0; i < kFixSlotCount; ++i)
+      if (Slots[i].empty()) Slots[i] = other.Slots[i];
+  }
+};
+
+// How a value becomes one of the wire. The numbers and ids that the mapper gives come from TradeNumbers.
+enum class FixKind : std::uint8_t {
+  Text,
+  Time,
+  Price,  // told if it is wrong, as are all but those that a trade must have
+  Quantity,
+  Side,         // 1, 3: 1; 2, 5, 6: 2
+  OrderType,    // 1 to 4; anything else is 0
+  OpenClose,    // O: 1, C: 2; anything else is 0
+  OptionType,   // 0: PE, 1: CE; anything else is XX
+  Multiplier,   // a price, or the venue's default
+  Terminator,   // of the key section
+  TradeNumber,  // VELDTradeID
+  OrderNumber,  // VELDOrderID
+  ClientOrder,  // OrderID
+  TradeId,      // ExchangeTradeID
+  OrderId,      // ExchangeOrderNo
+};
+
+// The first source that has a value is taken.
+struct TradeFieldRow {
+  std::uint16_t Tag;
+  FixKind Kind;
+  std::uint16_t Sources[4] = {};
+};
+
+// In the order of the wire.
+inline constexpr TradeFieldRow kTradeFieldRows[] = {
+    {55001, FixKind::Text, {kUserChoice, kUserParty, kOtherUserParty, kDefaultUser}},  // UserID
+    {20008, FixKind::TradeNumber},
+    {20009, FixKind::OrderNumber},
+    {55101, FixKind::TradeId},
+    {55100, FixKind::OrderId},
+    {65535, FixKind::Terminator},
+    {55010, FixKind::Text, {207, 30, kDefaultExchange}},  // Exchange
+    {55104, FixKind::Text, {48, 55}},                     // SecurityID
+    {55105, FixKind::Text, {167}},                        // SecurityType
+    {55103, FixKind::Text, {55}},                         // Symbol
+    {55143, FixKind::Text, {541, 200}},                   // ExpiryDate
+    {55106, FixKind::OptionType, {201}},
+    {40004, FixKind::Price, {202}},  // StrikePrice
+    {40008, FixKind::Multiplier, {231}},
+    {55118, FixKind::Time, {60}},  // ExchangeTradeTime
+    {20011, FixKind::ClientOrder, {11}},
+    {101, FixKind::Side, {54}},
+    {102, FixKind::OrderType, {40}},
+    {20014, FixKind::Quantity, {32}},
+    {20013, FixKind::Quantity, {151}},  // PendingQuantity
+    {40002, FixKind::Price, {31}},
+    {55102, FixKind::Text, {kClientChoice}},            // ClientID
+    {55131, FixKind::Text, {kMemberParty}},             // MemberID
+    {55012, FixKind::Text, {kCtclChoice, kCtclParty}},  // CTCLID
+    {55109, FixKind::Text, {58}},                       // ReferenceText
+    {115, FixKind::OpenClose, {77}},
+};
+
+constexpr const WireField* WireFieldOf(std::uint16_t tag) noexcept {
+  for (const WireField& field : kTradeKeyFields)
+    if (field.Tag == tag) return &field;
+  for (const WireField& field : kTradeBodyFields)
+    if (field.Tag == tag) return &field;
+  return nullptr;
+}
+
+constexpr bool IsTradeText(FixKind kind) noexcept {
+  return kind == FixKind::Text || kind == FixKind::Time || kind == FixKind::OptionType || kind == FixKind::TradeId ||
+         kind == FixKind::OrderId;
+}
+
+// Every row is a field of the trade message, texts are texts there, and every source has a slot.
+constexpr bool FitsTradeMessage() {
+  for (const TradeFieldRow& row : kTradeFieldRows) {
+    for (const std::uint16_t source : row.Sources)
+      if (source != 0 && FixSlotOf(source) == kFixSlotCount) return false;
+    if (row.Kind == FixKind::Terminator) continue;
+    const WireField* field = WireFieldOf(row.Tag);
+    if (field == nullptr || IsTradeText(row.Kind) != (field->Kind == Field::Text)) return false;
+  }
+  return true;
+}
+static_assert(FitsTradeMessage());
+
+// The longest text of a field of the trade message.
+template <std::uint16_t kTag>
+constexpr std::size_t LongestText() noexcept {
+  static_assert(WireFieldOf(kTag) != nullptr && WireFieldOf(kTag)->Kind == Field::Text);
+  return WireFieldOf(kTag)->Limit;
+}
+
+// What the mapper gives a trade.
+struct TradeNumbers {
+  std::uint32_t Trade = 0;
+  std::uint32_t Order = 0;
+  std::uint32_t ClientOrder = 0;
+  std::string_view TradeId;
+  std::string_view OrderId;
+  double Multiplier = 1;  // of a text without one
+};
+
+// True without control characters, which would end a record's text or a line of the daily file.
+bool IsPlainText(std::string_view text) noexcept;
+// A copy that is plain, with question marks for control characters, cut at that many characters.
+std::string PlainText(std::string_view text, std::size_t longest);
+
+// Appends a sentence, separated from the one before.
+void TellReason(std::string& reason, std::string_view sentence);
+
+// What forbids a trade, as a sentence; empty if it has all that a trade must have: 31, 32, 54, and 48 or 55. Only a
+// bust may have the quantity 0.
+std::string MistakeOfTrade(const FixValues& values, bool isBust);
+// "TAG=VALUE MISTAKE".
+std::string Sentence(std::string_view tag, std::string_view value, std::string_view mistake);
+
+// 1 for a buy, 2 for a sell, 0 for any other side.
+std::uint8_t SideCode(std::string_view side) noexcept;
+
+// One plain message 9101, written field by field into a block of its own.
+class TradeFrame {
+ public:
+  // Requires: MistakeOfTrade found none. Adds to the reason what does not fit: texts are cut at their limit and control
+  // characters become question marks; numbers that cannot be read become 0.
+  void Write(const FixValues& values, const TradeNumbers& numbers, std::string& reason);
+  const std::uint8_t* Data() const noexcept { return Bytes.data(); }
+  std::size_t Size() const noexcept { return Used; }
+
+ private:
+  static constexpr std::size_t kLargest = [] {
+    std::size_t size = kHeaderSize + 5;
+    for (const TradeFieldRow& row : kTradeFieldRows)
+      size += 5 + (row.Kind == FixKind::Terminator ? 0 : PlaceSize(*WireFieldOf(row.Tag)));
+    return size;
+  }();
+
+  template <typename Value>
+  void Put(std::uint16_t tag, Value value) noexcept;
+  void PutText(std::uint16_t tag, std::string_view text) noexcept;
+  void PutMark(std::uint16_t tag) noexcept;
+  struct Step;
+  struct Taken;
+  void PutTold(const Step& step, const Taken& taken, std::string& reason);
+  void WriteStep(const Step& step, const Taken& taken, const TradeNumbers& numbers, std::string& reason);
+
+  std::array<std::uint8_t, kLargest> Bytes;
+  std::size_t Used = 0;
+};

@@ -1,0 +1,401 @@
+#include "feeds/fix/trade_mapper.h"
+
+#include <array>
+#include <initializer_list>
+#include <utility>
+
+#include "feeds/fix/fix_report.h"
+#include "feeds/fix/fix_text.h"
+#include "feeds/fix/known_trades.h"
+
+namespace {
+
+// The kind of an id stands before it in keys of trade capture reports.
+constexpr std::string_view kReportIdKey = "\001571", kTradeIdKey = "\0011003", kReusedKey = "\001reused";
+constexpr std::string_view kSideLetters[] = {"", "B", "S"};
+
+// One execution of a report: all of an ExecutionReport, or one side of a TradeCaptureReport.
+struct Execution {
+  FixValues& Values;
+  FixReportKind Kind;
+  std::uint64_t Place;
+  std::string_view OrderId;     // 37, or what stands for it
+  std::string_view Id;          // 17, or what stands for it
+  std::string_view ShownId;     // with the side if the report has several
+  std::string_view Side = {};   // "B", "S", "B2": of a TradeCaptureReport; empty for an ExecutionReport
+  std::uint32_t SidePlace = 0;  // in group 552
+
+  bool IsSide() const noexcept { return !Side.empty(); }
+  bool IsBust() const noexcept { return Kind == FixReportKind::Bust; }
+};
+
+constexpr unsigned Gravity(ReportOutcome outcome) noexcept {
+  switch (outcome) {
+    case ReportOutcome::NoTrade:
+      return 0;
+    case ReportOutcome::Repeat:
+      return 1;
+    case ReportOutcome::Trade:
+    case ReportOutcome::Correction:
+    case ReportOutcome::Bust:
+      return 2;
+    case ReportOutcome::Unknown:
+      return 3;
+    case ReportOutcome::Refused:
+      return 4;
+  }
+  return 4;
+}
+
+constexpr ReportOutcome OutcomeOf(FixReportKind kind) noexcept {
+  switch (kind) {
+    case FixReportKind::Trade:
+      return ReportOutcome::Trade;
+    case FixReportKind::Correction:
+      return ReportOutcome::Correction;
+    case FixReportKind::Bust:
+      return ReportOutcome::Bust;
+    case FixReportKind::NoTrade:
+      return ReportOutcome::NoTrade;
+    case FixReportKind::Refused:
+      return ReportOutcome::Refused;
+  }
+  return ReportOutcome::Refused;
+}
+
+std::string_view FirstOf(std::initializer_list<std::string_view> values) noexcept {
+  for (const std::string_view value : values)
+    if (!value.empty()) return value;
+  return {};
+}
+
+std::string MistakeOfIds(const FixValues& values) {
+  static constexpr std::uint16_t kIds[] = {11, 17, 19, 37, 198, 571, 572, 1003};
+  for (const std::uint16_t tag : kIds)
+    if (const std::string_view id = values.Slots[FixSlotOf(tag)]; id.size() > KnownTrades::kLongestId)
+      return Sentence(std::to_string(tag), id, "is too long for an id");
+  return {};
+}
+
+// An off-book trade has no order: what it was agreed under, or the trade itself, stands for it.
+void FillCaptureIds(FixValues& values) noexcept {
+  values.At<17>() = FirstOf({values.At<17>(), values.At<1003>(), values.At<571>()});
+  values.At<37>() = FirstOf({values.At<37>(), values.At<198>(), values.At<11>(), values.At<17>()});
+}
+
+}  // namespace
+
+struct TradeMapper::State {
+  State(MappingChoices choices, TextAt textAt)
+      : Choices(std::move(choices)), TextOfPlace(std::move(textAt)), Reader(Choices) {}
+
+  void MapExecutionReport(std::uint64_t place);
+  void MapCaptureReport(std::uint64_t place);
+  void AddKnownSides(FixReportKind kind, std::uint64_t place);
+  void MapSides(FixReportKind kind, std::uint64_t place);
+  void MapSide(FixReportKind kind, std::uint64_t place, std::uint32_t sidePlace, const std::string& side);
+
+  void MapExecution(const Execution& execution);
+  void MapTrade(const Execution& execution);
+  void MapChange(const Execution& execution);
+  void MapUnknownChange(const Execution& execution);
+  void ChangeTrade(const Execution& execution, std::uint32_t trade);
+
+  bool IsRepeatedChange(const Execution& execution);
+  bool Find(std::string_view key, KnownExecution& known) const noexcept;
+  bool FindExecution(const Execution& execution, std::string_view id, KnownExecution& known);
+  bool FindChanged(const Execution& execution, KnownExecution& known);
+  std::uint32_t AddTrade(const Execution& execution);
+  void NameTrade(const Execution& execution, const KnownExecution& known);
+  void FillFromKnown(FixValues& values, std::uint32_t trade);
+  void Show(const Execution& execution, std::uint32_t trade);
+
+  // Valid until the next call.
+  std::string_view KeyOf(std::initializer_list<std::string_view> parts);
+  std::string_view KeyOf(const Execution& execution, std::string_view id);
+  std::string_view ReportKeyOf(const Execution& execution, std::string_view reportId);
+  void Tell(ReportOutcome outcome, std::string_view sentence = {});
+
+  const MappingChoices Choices;
+  const TextAt TextOfPlace;
+  const FixReportReader Reader;
+  KnownTrades Known;
+  TradeFrame Frame;
+  FixReport Report;
+  // Of a trade that is corrected: its report and the text that the values are views of.
+  FixReport KnownReport;
+  std::string KnownText;
+  std::string Key;
+  std::string Identity;  // the key of a correction or bust itself
+  std::string BustText;
+  bool HasCaptures = false;
+  MappedReport Result;
+  std::vector<std::uint8_t>* Messages = nullptr;
+};
+
+TradeMapper::TradeMapper(MappingChoices choices, TextAt textAt)
+    : Self(std::make_unique<State>(std::move(choices), std::move(textAt))) {}
+TradeMapper::~TradeMapper() = default;
+
+MappedReport TradeMapper::Map(std::string_view text, std::uint64_t place, std::vector<std::uint8_t>& messages) {
+  State& self = *Self;
+  self.Result = {};
+  self.Messages = &messages;
+  const std::string mistake = self.Reader.Read(text, self.Report);
+  if (!mistake.empty())
+    self.Tell(ReportOutcome::Refused, mistake);
+  else if (self.Report.Type == FixReportType::Execution)
+    self.MapExecutionReport(place);
+  else if (self.Report.Type == FixReportType::TradeCapture)
+    self.MapCaptureReport(place);
+  return std::move(self.Result);
+}
+
+void TradeMapper::State::Tell(ReportOutcome outcome, std::string_view sentence) {
+  if (Gravity(outcome) > Gravity(Result.Outcome)) Result.Outcome = outcome;
+  if (!sentence.empty()) TellReason(Result.Reason, sentence);
+}
+
+std::string_view TradeMapper::State::KeyOf(std::initializer_list<std::string_view> parts) {
+  Key.clear();
+  for (const std::string_view part : parts) {
+    if (!Key.empty()) Key += kSoh;
+    Key += part;
+  }
+  return Key;
+}
+
+std::string_view TradeMapper::State::KeyOf(const Execution& execution, std::string_view id) {
+  if (execution.Side.empty()) return KeyOf({execution.OrderId, id});
+  return KeyOf({execution.OrderId, id, execution.Side});
+}
+
+std::string_view TradeMapper::State::ReportKeyOf(const Execution& execution, std::string_view reportId) {
+  return KeyOf({kReportIdKey, reportId, execution.Side});
+}
+
+void TradeMapper::State::MapExecutionReport(std::uint64_t place) {
+  std::string mistake;
+  FixValues& values = Report.Common;
+  const FixReportKind kind = KindOfReport(Report.Type, values, mistake);
+  if (kind == FixReportKind::NoTrade || kind == FixReportKind::Refused) return Tell(OutcomeOf(kind), mistake);
+  MapExecution({values, kind, place, values.At<37>(), values.At<17>(), values.At<17>()});
+}
+
+void TradeMapper::State::MapCaptureReport(std::uint64_t place) {
+  std::string mistake;
+  const FixReportKind kind = KindOfReport(Report.Type, Report.Common, mistake);
+  if (kind == FixReportKind::NoTrade) return;
+  if (Report.SidesTold != Report.Sides.size())
+    TellReason(Result.Reason, "552 tells " + std::to_string(Report.SidesTold) + " sides, " +
+                                  std::to_string(Report.Sides.size()) + " came");
+  if (Report.Sides.empty() && !Report.Common.At<54>().empty()) Report.Sides.emplace_back();
+  if (Report.Sides.empty()) AddKnownSides(kind, place);
+  if (Report.Sides.empty()) return Tell(ReportOutcome::Refused, "54 is missing");
+  MapSides(kind, place);
+}
+
+// A correction or bust without sides is one of all sides that are known.
+void TradeMapper::State::AddKnownSides(FixReportKind kind, std::uint64_t place) {
+  if (kind == FixReportKind::Trade || !MistakeOfIds(Report.Common).empty()) return;
+  FillCaptureIds(Report.Common);
+  const std::string_view id = Report.Common.At<17>();
+  if (id.empty()) return;
+  for (const std::string_view side : {"1", "2"}) {
+    KnownExecution known;
+    if (!FindChanged({Report.Common, kind, place, Report.Common.At<37>(), id, id, kSideLetters[SideCode(side)]}, known))
+      continue;
+    Report.Sides.emplace_back().At<54>() = side;
+  }
+}
+
+// Sides of one code are told apart by their order.
+void TradeMapper::State::MapSides(FixReportKind kind, std::uint64_t place) {
+  unsigned counts[std::size(kSideLetters)] = {};
+  for (std::uint32_t i = 0; i < Report.Sides.size(); ++i) {
+    FixValues& values = Report.Sides[i];
+    values.FillFrom(Report.Common);
+    const std::uint8_t code = SideCode(values.At<54>());
+    std::string side(kSideLetters[code]);
+    if (++counts[code] > 1) side += std::to_string(counts[code]);
+    if (code == 0)
+      Tell(ReportOutcome::Refused, Sentence("54", values.At<54>(), "is no side of a trade"));
+    else
+      MapSide(kind, place, i, side);
+  }
+}
+
+void TradeMapper::State::MapSide(FixReportKind kind, std::uint64_t place, std::uint32_t sidePlace,
+                                 const std::string& side) {
+  FixValues& values = Report.Sides[sidePlace];
+  FillCaptureIds(values);
+  // The trade keeps its id where it is corrected: the report's own tells the two apart.
+  const bool isChange = kind != FixReportKind::Trade;
+  std::string shownId(isChange ? FirstOf({values.At<571>(), values.At<17>()}) : values.At<17>());
+  if (Report.Sides.size() > 1) shownId += "-" + side;
+  HasCaptures = true;
+  MapExecution({values, kind, place, values.At<37>(), values.At<17>(), shownId, side, sidePlace});
+}
+
+void TradeMapper::State::MapExecution(const Execution& execution) {
+  const std::string mistake = MistakeOfIds(execution.Values);
+  if (!mistake.empty()) return Tell(ReportOutcome::Refused, mistake);
+  if (execution.Id.empty())
+    return Tell(ReportOutcome::Refused, execution.IsSide() ? "17, 571 and 1003 are missing" : "17 is missing");
+  if (execution.OrderId.empty()) return Tell(ReportOutcome::Refused, "37 is missing");
+  if (execution.Kind == FixReportKind::Trade)
+    MapTrade(execution);
+  else
+    MapChange(execution);
+}
+
+void TradeMapper::State::MapTrade(const Execution& execution) {
+  KnownExecution known;
+  if (FindExecution(execution, execution.Id, known)) {
+    Tell(ReportOutcome::Repeat);
+    if (known.Kind != FixReportKind::Trade)
+      TellReason(Result.Reason, Sentence("17", execution.Id, "came behind its correction and is not shown"));
+    return;
+  }
+  if (const std::string mistake = MistakeOfTrade(execution.Values, false); !mistake.empty())
+    return Tell(ReportOutcome::Refused, mistake);
+  const std::uint32_t trade = AddTrade(execution);
+  NameTrade(execution, {trade, execution.Kind});
+  Show(execution, trade);
+  Tell(ReportOutcome::Trade);
+}
+
+void TradeMapper::State::MapChange(const Execution& execution) {
+  if (IsRepeatedChange(execution)) return Tell(ReportOutcome::Repeat);
+  KnownExecution known;
+  if (FindChanged(execution, known))
+    ChangeTrade(execution, known.Trade);
+  else
+    MapUnknownChange(execution);
+}
+
+// Some venues give a correction or bust the id of the trade: then time, price and quantity tell it from its repeat.
+bool TradeMapper::State::IsRepeatedChange(const Execution& execution) {
+  constexpr std::size_t kLongestPart = 64;
+  const FixValues& values = execution.Values;
+  KnownExecution known;
+  const std::string_view reportId = execution.IsSide() ? values.At<571>() : std::string_view();
+  Identity = reportId.empty() ? KeyOf(execution, execution.Id) : ReportKeyOf(execution, reportId);
+  if (!Known.Find(Identity, known)) return false;
+  if (known.Kind == execution.Kind) return true;
+  Identity = KeyOf({kReusedKey, execution.OrderId, execution.Id, execution.Side, execution.IsBust() ? "bust" : "",
+                    values.At<60>().substr(0, kLongestPart), values.At<31>().substr(0, kLongestPart),
+                    values.At<32>().substr(0, kLongestPart)});
+  return Known.Find(Identity, known);
+}
+
+bool TradeMapper::State::Find(std::string_view key, KnownExecution& known) const noexcept {
+  return Known.Find(key, known) && known.Trade != KnownExecution::kNoTrade;
+}
+
+// Finds what came as an ExecutionReport from a side of a TradeCaptureReport, and the other way round.
+bool TradeMapper::State::FindExecution(const Execution& execution, std::string_view id, KnownExecution& known) {
+  if (Known.Find(KeyOf(execution, id), known)) return true;
+  const std::uint8_t side = SideCode(execution.Values.At<54>());
+  if (execution.IsSide())
+    return execution.Side.size() == 1 && Find(KeyOf({execution.OrderId, id}), known) &&
+           Known.At(known.Trade).Side == side;
+  return HasCaptures && side != 0 && Known.Find(KeyOf({execution.OrderId, id, kSideLetters[side]}), known);
+}
+
+bool TradeMapper::State::FindChanged(const Execution& execution, KnownExecution& known) {
+  const auto isTrade = [&](bool found) { return found && known.Trade != KnownExecution::kNoTrade; };
+  const FixValues& values = execution.Values;
+  const std::string_view named = values.At<19>();
+  if (!named.empty() && isTrade(FindExecution(execution, named, known))) return true;
+  if (!execution.IsSide()) return named.empty() && isTrade(FindExecution(execution, execution.Id, known));
+  for (const std::string_view report : {values.At<572>(), values.At<571>()})
+    if (!report.empty() && Find(ReportKeyOf(execution, report), known)) return true;
+  const std::string_view tradeId = values.At<1003>();
+  return (!tradeId.empty() && Find(KeyOf({kTradeIdKey, tradeId, execution.Side}), known)) ||
+         isTrade(FindExecution(execution, execution.Id, known));
+}
+
+void TradeMapper::State::MapUnknownChange(const Execution& execution) {
+  const FixValues& values = execution.Values;
+  const std::string_view named = FirstOf({values.At<19>(), values.At<572>(), execution.Id});
+  std::string sentence = (execution.IsBust() ? "bust of " : "correction of ") +
+                         PlainText(named, KnownTrades::kLongestId) + ", which never came";
+  const std::string mistake = MistakeOfTrade(values, false);
+  if (execution.IsBust() || !mistake.empty()) {
+    Known.Name(Identity, {KnownExecution::kNoTrade, execution.Kind});
+    if (!execution.IsBust()) sentence += ", is not shown: " + mistake;
+    return Tell(ReportOutcome::Unknown, sentence);
+  }
+  const std::uint32_t trade = AddTrade(execution);
+  const KnownExecution known{trade, execution.Kind};
+  Known.Name(Identity, known);
+  NameTrade(execution, known);
+  if (!values.At<19>().empty()) Known.Name(KeyOf(execution, values.At<19>()), known);
+  if (execution.IsSide() && !values.At<572>().empty()) Known.Name(ReportKeyOf(execution, values.At<572>()), known);
+  Show(execution, trade);
+  Tell(ReportOutcome::Unknown, sentence + ", is shown as a new trade");
+}
+
+// A bust has the price of what it busts: its own fields may be 0.
+void TradeMapper::State::ChangeTrade(const Execution& execution, std::uint32_t trade) {
+  FixValues& values = execution.Values;
+  if (execution.IsBust()) {
+    BustText.assign("bust ").append(FirstOf({values.At<19>(), values.At<572>(), execution.Id}));
+    values.At<31>() = {};
+  }
+  FillFromKnown(values, trade);
+  if (execution.IsBust()) {
+    values.At<32>() = "0";
+    values.At<58>() = BustText;
+  }
+  if (const std::string mistake = MistakeOfTrade(values, execution.IsBust()); !mistake.empty())
+    return Tell(ReportOutcome::Refused, mistake);
+  Known.Name(Identity, {trade, execution.Kind});
+  if (!execution.IsBust()) Known.KeepCorrected(trade, Reader.TextOf(values));
+  Show(execution, trade);
+  Tell(OutcomeOf(execution.Kind));
+}
+
+std::uint32_t TradeMapper::State::AddTrade(const Execution& execution) {
+  return Known.Add({execution.Place, Known.OrderNumber(execution.OrderId),
+                    static_cast<std::uint16_t>(execution.SidePlace), SideCode(execution.Values.At<54>())});
+}
+
+void TradeMapper::State::NameTrade(const Execution& execution, const KnownExecution& known) {
+  Known.Name(KeyOf(execution, execution.Id), known);
+  if (!execution.IsSide()) return;
+  const FixValues& values = execution.Values;
+  if (!values.At<571>().empty()) Known.Name(ReportKeyOf(execution, values.At<571>()), known);
+  if (!values.At<1003>().empty()) Known.Name(KeyOf({kTradeIdKey, values.At<1003>(), execution.Side}), known);
+}
+
+// The order stays that of the trade.
+void TradeMapper::State::FillFromKnown(FixValues& values, std::uint32_t trade) {
+  const std::string* corrected = Known.CorrectedText(trade);
+  KnownText = corrected != nullptr ? *corrected : TextOfPlace(Known.At(trade).Place);
+  if (!Reader.Read(KnownText, KnownReport).empty() || KnownReport.Type == FixReportType::Other)
+    return TellReason(Result.Reason, "the text of the trade before its correction cannot be read");
+  const std::size_t side = Known.At(trade).SidePlace;
+  FixValues known = side < KnownReport.Sides.size() ? KnownReport.Sides[side] : KnownReport.Common;
+  known.FillFrom(KnownReport.Common);
+  if (KnownReport.Type == FixReportType::TradeCapture) FillCaptureIds(known);
+  values.FillFrom(known);
+  values.At<37>() = known.At<37>();
+}
+
+void TradeMapper::State::Show(const Execution& execution, std::uint32_t trade) {
+  FixValues& values = execution.Values;
+  values.At<kDefaultExchange>() = Choices.Exchange;
+  values.At<kDefaultUser>() = Choices.UserID;
+  std::string& reason = Result.Reason;
+  if (Report.Twice != 0) TellReason(reason, std::to_string(Report.Twice) + " is there twice, the first is taken");
+  const std::uint32_t order = Known.At(trade).Order;
+  const std::string shownOrder = Known.ShownOrder(values.At<37>(), order, reason);
+  const std::string shownTrade = Known.ShownTrade(shownOrder, execution.ShownId, reason);
+  Frame.Write(values,
+              {trade + 1, order, Known.ClientOrderNumber(values.At<11>()), shownTrade, shownOrder, Choices.Multiplier},
+              reason);
+  Messages->insert(Messages->end(), Frame.Data(), Frame.Data() + Frame.Size());
+  ++Result.Messages;
+}

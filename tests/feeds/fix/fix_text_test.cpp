@@ -1,0 +1,73 @@
+#include "feeds/fix/fix_text.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/feeds/fix/fix_samples.h"
+#include "tests/support/wire_bytes.h"
+
+namespace {
+
+// "8 FIX.4.4;9 5;..." and, if the text is not whole, where its mistake stands.
+std::string Walked(const std::string& text) {
+  const ExactBytes bytes(text);
+  FixText fields({reinterpret_cast<const char*>(bytes.Data()), bytes.Size()});
+  FixField field;
+  std::string walked;
+  while (fields.Next(field)) walked += std::to_string(field.Tag) + " " + std::string(field.Value) + ";";
+  std::replace(walked.begin(), walked.end(), '\x01', '|');
+  return fields.IsWhole() ? walked : walked + "!" + std::to_string(fields.Place());
+}
+
+TEST(FixTextTest, WalksFieldsAndRefusesOthers) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"8=F|9=0|10=000|", "8 F;9 0;10 000;"},
+      {"8=F|9=0|35=8|58=|10=000|", "8 F;9 0;35 8;58 ;10 000;"},
+      {"8=F|9=0|58=a=b, eight or more|10=000|", "8 F;9 0;58 a=b, eight or more;10 000;"},
+      {"8=F|9=0|4294967=1|10=000|", "8 F;9 0;4294967 1;10 000;"},
+      // The head.
+      {"", "!0"},
+      {"9=0|8=F|10=000|", "!4"},
+      {"8=|9=0|10=000|", "!3"},
+      {"8=F|35=8|10=000|", "8 F;!9"},
+      {"8=F|9=|10=000|", "8 F;!7"},
+      {"8=F|9=1x|10=000|", "8 F;!9"},
+      // Tags.
+      {"8=F|9=0|=1|10=000|", "8 F;9 0;!8"},
+      {"8=F|9=0|01=1|10=000|", "8 F;9 0;!8"},
+      {"8=F|9=0|1x=1|10=000|", "8 F;9 0;!8"},
+      {"8=F|9=0|-1=1|10=000|", "8 F;9 0;!8"},
+      {"8=F|9=0|99999999999999999999=1|10=000|", "8 F;9 0;!8"},
+      {"8=F|9=0||10=000|", "8 F;9 0;!8"},
+      // The trailer.
+      {"8=F|9=0|", "8 F;9 0;!8"},
+      {"8=F|9=0|10=00|", "8 F;9 0;!14"},
+      {"8=F|9=0|10=0000|", "8 F;9 0;!16"},
+      {"8=F|9=0|10=00x|", "8 F;9 0;!15"},
+      {"8=F|9=0|10=000", "8 F;9 0;!11"},
+      {"8=F|9=0|10=000|1=1|", "8 F;9 0;!15"},
+      // Data.
+      {"8=F|9=0|95=5|96=a|b|c|1=x|10=000|", "8 F;9 0;95 5;96 a|b|c;1 x;10 000;"},
+      {"8=F|9=0|621=1|622=||10=000|", "8 F;9 0;621 1;622 |;10 000;"},
+      {"8=F|9=0|95=0|96=|10=000|", "8 F;9 0;95 0;96 ;10 000;"},
+      {"8=F|9=0|95=4|96=abc|10=000|", "8 F;9 0;95 4;!16"},
+      {"8=F|9=0|95=2|96=abc|10=000|", "8 F;9 0;95 2;!16"},
+      {"8=F|9=0|95=99999|96=abc|10=000|", "8 F;9 0;95 99999;!20"},
+      {"8=F|9=0|95=18446744073709551615|96=a|10=000|", "8 F;9 0;95 18446744073709551615;!35"},
+      {"8=F|9=0|95=x|96=a|10=000|", "8 F;9 0;95 x;96 a;10 000;"},
+      {"8=F|9=0|95=3|1=b|96=a|10=000|", "8 F;9 0;95 3;1 b;96 a;10 000;"},
+      {"8=F|9=0|95=3|354=b|10=000|", "8 F;9 0;95 3;354 b;10 000;"},
+  };
+  for (const auto& [text, walked] : rows) {
+    SCOPED_TRACE(text);
+    EXPECT_EQ(Walked(WithSoh(text)), walked);
+  }
+}
+
+TEST(FixTextTest, KnowsTheDataFieldOfEachLength) {
+  for (const auto& [length, data] : kFixDataFields) {
+    const std::string pair = std::to_string(length) + "=3|" + std::to_string(data) + "=||||";
+    EXPECT_NE(Walked(WithSoh("8=F|9=0|" + pair + "10=000|")).find(";10 000;"), std::string::npos) << pair;
+  }
+}
+
+}  // namespace
