@@ -1,0 +1,122 @@
+#include "feeds/journal/journal_reader.h"
+
+#include "feeds/common/feed_report.h"
+#include "feeds/journal/file_failure.h"
+#include "tests/feeds/journal/small_journal.h"
+#include "tests/support/own_folder.h"
+
+namespace {
+
+class JournalReaderTest : public OwnFolder {
+ protected:
+  void Append(std::string_view bytes) { std::ofstream(File, std::ios::binary | std::ios::app) << bytes; }
+  const std::filesystem::path File = Folder / "x.journal";
+};
+
+TEST_F(JournalReaderTest, ReadsLiteralBytes) {
+  WriteFile(File, SmallJournal());
+  JournalReader reader(File);
+  EXPECT_EQ(reader.Identity().Session, kSmallSession);
+  EXPECT_EQ(reader.Identity().Date, kSmallDate);
+  EXPECT_EQ(reader.Identity().Created, 1772438400);
+  EXPECT_EQ(reader.BytesBehind(), 114u);
+  EXPECT_EQ(Rest(reader), kSmallRecords);
+  EXPECT_EQ(reader.Identity().Created, 1772445600) << "of the reset";
+  EXPECT_EQ(reader.BytesBehind(), 0u);
+  EXPECT_EQ(reader.TextAt(55), std::get<4>(kSmallRecords[0]));
+  for (const std::uint64_t place : {0, 54, 56, 103, 169, 5000}) EXPECT_EQ(reader.TextAt(place), "") << place;
+}
+
+TEST_F(JournalReaderTest, LosesOnlyTheDamagedRecord) {
+  const std::string whole = SmallJournal();
+  for (std::size_t at = 0; at < whole.size(); ++at) {
+    SCOPED_TRACE(at);
+    std::string bytes = whole;
+    bytes[at] = static_cast<char>(bytes[at] ^ (1 << at % 8));
+    WriteFile(File, bytes);
+    if (at < kSmallPlaces[0]) {
+      EXPECT_THROW(JournalReader{File}, FeedError);
+      continue;
+    }
+    const std::size_t damaged = at < kSmallPlaces[1] ? 0 : at < kSmallPlaces[2] ? 1 : 2;
+    std::vector<Given> left = kSmallRecords;
+    left.erase(left.begin() + static_cast<std::ptrdiff_t>(damaged));
+    JournalReader reader(File);
+    EXPECT_EQ(Rest(reader), left);
+    const std::size_t size = kSmallPlaces[damaged + 1] - kSmallPlaces[damaged];
+    EXPECT_EQ(reader.DamagedBytes(), damaged == 2 ? 0 : size);
+    EXPECT_EQ(reader.BytesBehind(), damaged == 2 ? size : 0);
+  }
+}
+
+TEST_F(JournalReaderTest, FindsTheNextRecordAcrossBlocksOfMarks) {
+  const std::string whole = SmallJournal();
+  const std::string begin = whole.substr(0, kSmallPlaces[1]), end = whole.substr(kSmallPlaces[1]);
+  std::string marks;
+  while (marks.size() < 3 << 20) marks += kRecordMark;
+  for (const std::size_t size : {1u, 3u, 4u, 262'110u, 262'111u, 262'144u, 3u << 20}) {
+    SCOPED_TRACE(size);
+    WriteFile(File, begin + marks.substr(0, size));
+    JournalReader reader(File);
+    EXPECT_EQ(Rest(reader).size(), 1u);
+    EXPECT_EQ(Rest(reader).size(), 0u);
+    EXPECT_EQ(reader.DamagedBytes(), 0u) << "no record follows yet";
+    Append(end);
+    EXPECT_EQ(Rest(reader).size(), 2u);
+    EXPECT_EQ(reader.DamagedBytes(), size);
+  }
+  // Without the last bytes of the first record.
+  WriteFile(File, begin.substr(0, begin.size() - 5) + end);
+  JournalReader reader(File);
+  EXPECT_EQ(Rest(reader).size(), 2u);
+  EXPECT_EQ(reader.DamagedBytes(), kSmallPlaces[1] - kSmallPlaces[0] - 5);
+}
+
+TEST_F(JournalReaderTest, WaitsForTheRestOfARecord) {
+  const std::string whole = SmallJournal();
+  const std::string first = whole.substr(kSmallPlaces[0], kSmallPlaces[1] - kSmallPlaces[0]);
+  for (std::size_t size = 1; size < first.size(); ++size) {
+    SCOPED_TRACE(size);
+    WriteFile(File, whole + first.substr(0, size));
+    JournalReader reader(File), other(File);
+    EXPECT_EQ(Rest(reader).size(), 3u);
+    EXPECT_EQ(Rest(other).size(), 3u);
+    EXPECT_EQ(reader.BytesBehind(), size);
+    Append(first.substr(size));
+    EXPECT_EQ(Rest(reader).size(), 1u);
+    // Its writer cut it and wrote another one, and one more.
+    WriteFile(File, whole + whole.substr(kSmallPlaces[1]));
+    EXPECT_EQ(Rest(other).size(), 2u);
+    EXPECT_EQ(reader.DamagedBytes() + other.DamagedBytes(), 0u);
+  }
+}
+
+TEST_F(JournalReaderTest, RefusesOtherFiles) {
+  const std::string header = SmallJournal().substr(0, kSmallPlaces[0]);
+  const auto refusal = [&](const std::string& bytes) {
+    WriteFile(File, bytes);
+    try {
+      const JournalReader reader(File);
+    } catch (const FeedError& error) {
+      return std::string(error.what()).substr(PathInSentence(File).size() + 1);
+    }
+    return std::string();
+  };
+  std::string later = header, longer = header;
+  later[8] = 2;
+  longer[11] = 5;
+  EXPECT_EQ(refusal(header), "");
+  EXPECT_EQ(refusal("8=FIX.4.4"), "is no journal");
+  EXPECT_EQ(refusal(later), "is a journal of another version");
+  EXPECT_EQ(refusal(longer + std::string(5000, 'x')), "has a damaged header");
+  for (std::size_t size = 0; size < header.size(); ++size) EXPECT_NE(refusal(header.substr(0, size)), "") << size;
+  EXPECT_FALSE(IsJournalFile(File / "none"));
+  WriteFile(File, header.substr(0, 7));
+  EXPECT_FALSE(IsJournalFile(File));
+  WriteFile(File, header.substr(0, 8));
+  EXPECT_TRUE(IsJournalFile(File));
+  EXPECT_THROW(JournalReader{Folder / "none"}, FeedError);
+  EXPECT_THROW(JournalReader{Folder}, FeedError);
+}
+
+}  // namespace
