@@ -8,9 +8,13 @@ namespace {
 
 TEST(FuzzCorpusTest, KeepsItsProperties) {
   const std::pair<const char*, int (*)(const std::uint8_t*, std::size_t)> targets[] = {
-      {"packet_reader_fuzz", FuzzPacketReader},         {"trade_decoder_fuzz", FuzzTradeDecoder},
-      {"message_sequence_fuzz", FuzzMessageSequence},   {"settings_text_fuzz", FuzzSettingsText},
-      {"description_files_fuzz", FuzzDescriptionFiles}, {"filter_text_fuzz", FuzzFilterText},
+      {"packet_reader_fuzz", FuzzPacketReader},
+      {"trade_decoder_fuzz", FuzzTradeDecoder},
+      {"message_sequence_fuzz", FuzzMessageSequence},
+      {"settings_text_fuzz", FuzzSettingsText},
+      {"description_files_fuzz", FuzzDescriptionFiles},
+      {"filter_text_fuzz", FuzzFilterText},
+      {"journal_fuzz", FuzzJournal},
   };
   for (const auto& [target, function] : targets) {
     int inputs = 0;

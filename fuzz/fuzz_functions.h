@@ -19,6 +19,8 @@ int FuzzSettingsText(const std::uint8_t* data, std::size_t size);
 int FuzzDescriptionFiles(const std::uint8_t* data, std::size_t size);
 // A byte for the column, the text of its filter field, a line end, and the cell as in the record.
 int FuzzFilterText(const std::uint8_t* data, std::size_t size);
+// R and a journal, or the pieces that one is made of.
+int FuzzJournal(const std::uint8_t* data, std::size_t size);
 
 inline void RequireProperty(bool holds, const char* property) {
   if (holds) return;
