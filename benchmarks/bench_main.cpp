@@ -64,6 +64,8 @@ constexpr Figure kFigures[] = {
      "BeatOfBook/10000/iterations:40", 1.5},
     {"SQLite shell writes the CSV / CSV of all columns", "SqliteShellCsv/iterations:1/repeats:3/real_time",
      "ExportCsv/real_time", 3, true},
+    {"report of 400 bytes into the journal / one write call", "AppendToJournal", "WriteSameReports", 2},
+    {"read one of 1,000,000 reports / read the bare bytes", "ReadJournal", "ReadSameBytes", 12},
 };
 constexpr double kMostBytesPerTrade = 975;
 constexpr double kBeatMs = 250;
