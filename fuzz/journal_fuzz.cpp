@@ -1,33 +1,16 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <vector>
 
-#include "feeds/common/feed_report.h"
 #include "feeds/journal/journal_reader.h"
 #include "foundations/byte_words.h"
 #include "fuzz/fuzz_functions.h"
+#include "tests/support/own_folder.h"
 
 namespace {
 
 using PlacedText = std::pair<std::uint64_t, std::string>;
-
-// In a folder that no other process has.
-struct FuzzedFile {
-  FuzzedFile() {
-    for (int i = 0; Folder.empty() || !std::filesystem::create_directory(Folder); ++i)
-      Folder = std::filesystem::temp_directory_path() / ("journal_fuzz_" + std::to_string(i));
-    Path = Folder / "x.journal";
-  }
-  ~FuzzedFile() {
-    std::error_code ignored;
-    std::filesystem::remove_all(Folder, ignored);
-  }
-  void Write(std::string_view bytes) const { std::ofstream(Path, std::ios::binary) << bytes; }
-  std::filesystem::path Folder, Path;
-};
 
 // A journal of the pieces in the input, each an operation, a size and bytes: a record, other bytes, a cut, a flip.
 std::string JournalOf(std::string_view input) {
@@ -80,34 +63,22 @@ void TakeAll(JournalReader& reader, std::vector<PlacedText>& records) {
   }
 }
 
-int RequireRefusal(const FuzzedFile& file, const std::string& bytes) {
-  file.Write(bytes);
-  bool isRefused = false;
-  try {
-    const JournalReader reader(file.Path);
-  } catch (const FeedError&) {
-    isRefused = true;
-  }
-  RequireProperty(isRefused, "a file that is no journal is refused");
-  return 0;
-}
-
 }  // namespace
 
 int FuzzJournal(const std::uint8_t* data, std::size_t size) {
-  static const FuzzedFile file;
+  static const ProcessFolder folder(u8"journal_fuzz_");
+  const std::filesystem::path file = folder.Path / "x.journal";
   const std::string_view input(reinterpret_cast<const char*>(data), size);
   const std::string bytes = input.starts_with('R') ? std::string(input.substr(1)) : JournalOf(input);
   JournalHeader header;
-  if (DecodeJournalHeader(bytes, header) != nullptr) return RequireRefusal(file, bytes);
-  const std::vector<PlacedText> expected = SlowRecords(bytes);
-  // Grown meanwhile, from any size on.
-  file.Write(bytes.substr(0, header.Size + (size * 31 % (bytes.size() - header.Size + 1))));
+  if (DecodeJournalHeader(bytes, header) != nullptr) return 0;
+  // The file grows from some size on.
+  WriteFile(file, bytes.substr(0, header.Size + (size * 31 % (bytes.size() - header.Size + 1))));
   std::vector<PlacedText> records;
-  JournalReader reader(file.Path);
+  JournalReader reader(file);
   TakeAll(reader, records);
-  file.Write(bytes);
+  WriteFile(file, bytes);
   TakeAll(reader, records);
-  RequireProperty(records == expected, "the slow way finds the same records");
+  RequireProperty(records == SlowRecords(bytes), "the slow way finds the same records");
   return 0;
 }

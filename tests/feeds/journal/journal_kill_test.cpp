@@ -68,7 +68,7 @@ TEST_F(JournalKillTest, OnlyTheOwnerMayRead) {
   }
 }
 
-// The last number that the writer acknowledged before it was killed, at any moment behind that many.
+// Kills it at any moment behind that many acknowledgements; the last number that it acknowledged.
 std::uint32_t KillAWriter(const std::filesystem::path& folder, std::uint64_t acknowledged) {
   int ends[2];
   EXPECT_EQ(pipe(ends), 0);
