@@ -120,7 +120,10 @@ const JournalIdentity& JournalReader::Identity() const noexcept {
 bool JournalReader::Next(JournalRecord& record) {
   constexpr std::int64_t kMicroseconds = 1'000'000;
   JournalRecord next;
-  if (!Self->ReadRecord(Self->Place, next) && !Self->SkipDamage(next)) return false;
+  if (!Self->ReadRecord(Self->Place, next) && !Self->SkipDamage(next)) {
+    Self->BlockSize = 0;  // the tail is read anew
+    return false;
+  }
   record = next;
   Self->Place = record.Place + kRecordHeadSize + record.Text.size();
   Self->Searched = 0;

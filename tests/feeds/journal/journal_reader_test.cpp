@@ -48,27 +48,35 @@ TEST_F(JournalReaderTest, LosesOnlyTheDamagedRecord) {
   }
 }
 
-TEST_F(JournalReaderTest, FindsTheNextRecordAcrossBlocksOfMarks) {
+TEST_F(JournalReaderTest, FindsTheNextRecordBehindAnyDamage) {
   const std::string whole = SmallJournal();
-  const std::string begin = whole.substr(0, kSmallPlaces[1]), end = whole.substr(kSmallPlaces[1]);
-  std::string marks;
+  const std::string first = whole.substr(0, kSmallPlaces[1]), third = whole.substr(kSmallPlaces[2]);
+  const std::string second = whole.substr(kSmallPlaces[1], kSmallPlaces[2] - kSmallPlaces[1]);
+  std::string marks, tooLarge;
   while (marks.size() < 3 << 20) marks += kRecordMark;
-  for (const std::size_t size : {1u, 3u, 4u, 262'110u, 262'111u, 262'144u, 3u << 20}) {
-    SCOPED_TRACE(size);
-    WriteFile(File, begin + marks.substr(0, size));
-    JournalReader reader(File);
-    EXPECT_EQ(Rest(reader).size(), 1u);
+  // With sums that are right.
+  EncodeJournalRecord({JournalKind::Message, 1, 1, 0, std::string(kLargestJournalText + 1, 'x')}, 0xEF902A2F, tooLarge);
+  std::vector<std::string> damages = {tooLarge, marks, first.substr(60)};
+  for (const std::size_t size : {1, 3, 4, 262'110, 262'111, 262'142, 262'143, 262'144}) {
+    damages.push_back(marks.substr(0, size));
+    damages.push_back(std::string(size, 'x'));
+  }
+  for (const std::string& damage : damages) {
+    SCOPED_TRACE(damage.size());
+    WriteFile(File, first + damage);
+    JournalReader reader(File), other(File);
+    EXPECT_EQ(Rest(reader).size() + Rest(other).size(), 2u);
+    Append(second.substr(0, 20));
     EXPECT_EQ(Rest(reader).size(), 0u);
     EXPECT_EQ(reader.DamagedBytes(), 0u) << "no record follows yet";
-    Append(end);
+    Append(second.substr(20) + third);
     EXPECT_EQ(Rest(reader).size(), 2u);
-    EXPECT_EQ(reader.DamagedBytes(), size);
+    EXPECT_EQ(reader.DamagedBytes(), damage.size());
+    // Its writer cut it and went on, and that was damaged.
+    WriteFile(File, first + second + '?' + third);
+    EXPECT_EQ(Rest(other).size(), 2u);
+    EXPECT_EQ(other.DamagedBytes(), 1u);
   }
-  // Without the last bytes of the first record.
-  WriteFile(File, begin.substr(0, begin.size() - 5) + end);
-  JournalReader reader(File);
-  EXPECT_EQ(Rest(reader).size(), 2u);
-  EXPECT_EQ(reader.DamagedBytes(), kSmallPlaces[1] - kSmallPlaces[0] - 5);
 }
 
 TEST_F(JournalReaderTest, WaitsForTheRestOfARecord) {
