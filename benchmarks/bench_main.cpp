@@ -66,6 +66,7 @@ constexpr Figure kFigures[] = {
      "ExportCsv/real_time", 3, true},
     {"report of 400 bytes into the journal / one write call", "AppendToJournal", "WriteSameReports", 2},
     {"read one of 1,000,000 reports / read the bare bytes", "ReadJournal", "ReadSameBytes", 12},
+    {"trade message of a report in the journal / read it", "MapJournal", "ReadTradeJournal", 10},
 };
 constexpr double kMostBytesPerTrade = 975;
 constexpr double kBeatMs = 250;
