@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // How to reach the servers. Secrets are read from their files when the connection is made.
 struct LogAccess {
@@ -31,8 +32,15 @@ struct LogAddress {
 };
 
 // "nats://HOST[:PORT][,HOST[:PORT]...]/NAME.DATE", or tls://. Throws FeedError that says what is wrong; a user or
-// password in it is refused, as everybody sees the command line of a process.
+// password in it is refused, as everybody sees the command line of a process, and is not repeated.
 LogAddress ParseLogAddress(std::string_view text);
+// The servers of "nats://HOST[:PORT][,[nats://]HOST[:PORT]...]", or tls://, each with scheme and port; all are nats or
+// all tls. Throws FeedError.
+std::vector<std::string> ParseLogServers(std::string_view text);
+// "trades.20260301". Throws FeedError.
+LogDay ParseLogDay(std::string_view text);
 // The access of a desk beside the address: lines "key = value" with user, password_file, credentials_file, authorities.
-// Throws FeedError.
+// Relative paths are those of the file's folder. Throws FeedError.
 LogAccess ReadLogAccess(const std::filesystem::path& file, const LogAddress& address);
+// Throws FeedError if these settings do not go together.
+void CheckLogAccess(const LogAccess& access);

@@ -1,0 +1,5 @@
+#include "feeds/day_log/secret_file.h"
+
+bool OthersMayRead(const std::filesystem::path&) {
+  return false;
+}
