@@ -1,4 +1,5 @@
-// FixEngine: a FIX initiator session over QuickFIX. This header also compiles as C++14, which QuickFIX's own need.
+// FixEngine: a FIX initiator session over QuickFIX that takes every message as it came. This header also compiles as
+// C++14, which QuickFIX's own need.
 #pragma once
 
 #include <cstdint>
@@ -13,13 +14,14 @@ struct FixEngineSettings {
   int Port = 0;
   int HeartbeatSeconds = 30;
   int ReconnectSeconds = 5;
-  std::string StartTime = "00:00:00";  // UTC; equal times: around the clock
+  std::string StartTime = "00:00:00";  // UTC; equal times: around the clock, from midnight to midnight
   std::string EndTime = "00:00:00";
+  std::string StartDay;  // "monday"; of a session of a week, empty for one of a day
+  std::string EndDay;
   std::string Username;  // sent in the logon if not empty, as is the password; neither is ever logged
   std::string Password;
   bool ResetOnLogon = false;
-  std::string Dictionary;  // file; empty for the open dictionary
-  std::string WorkFolder;  // for the open dictionary's file
+  std::string Dictionary;  // file in QuickFIX's format; empty for the open dictionary
   bool Tls = false;
   std::string TlsAuthorities;  // PEM file; empty for the system's
   std::string TlsHost;         // the name that the certificate must have; empty for Host
@@ -27,7 +29,7 @@ struct FixEngineSettings {
   std::string TlsKey;
 };
 
-// Where the engine keeps numbers and messages. Called on the engine's thread.
+// Where the engine keeps numbers and messages. Called on the thread that makes the engine, then on the engine's.
 class FixStore {
  public:
   virtual ~FixStore() = default;
@@ -35,15 +37,15 @@ class FixStore {
   virtual std::uint32_t NextTarget() = 0;
   // Of the numbers, in seconds UTC since 1970.
   virtual std::int64_t Created() = 0;
-  // Keeps both numbers with the raw message that moved them (null for none), in one write. False if that failed: the
-  // session disconnects and the numbers stay.
+  // Keeps both numbers with the raw message that moved them (null for none), in one write. A refused message may come
+  // with numbers that have not moved. False if that failed: the session disconnects and the numbers stay.
   virtual bool Keep(std::uint32_t nextSender, std::uint32_t nextTarget, const std::string* text, bool refused) = 0;
-  // Both numbers are 1 from now on, created now.
+  // Both numbers are 1 from now on, created now. False if that failed: it is asked for again.
   virtual bool Reset() = 0;
 };
 
-// What the session tells, on the engine's thread. AlarmKind of feed_report.h as a number, so that this header stays
-// alone.
+// What the session tells; on the same threads. AlarmKind of feed_report.h as a number, so that this header stays alone.
+// No text has the password.
 class FixEngineEvents {
  public:
   virtual ~FixEngineEvents() = default;
@@ -51,6 +53,9 @@ class FixEngineEvents {
   virtual void OnEngineAlarm(int alarmKind, const std::string& text) = 0;
 };
 
+// Messages reach the store once each and in the order of their numbers. What QuickFIX refuses (35=3, 35=j), and what is
+// garbled, is kept too and told. Only TLS connections whose certificate has the host's name are used; the check of the
+// name is one for the process, so all its engines with TLS must have the same host.
 class FixEngine {
  public:
   // Throws std::runtime_error for settings that QuickFIX refuses.
@@ -61,7 +66,7 @@ class FixEngine {
 
   // Starts the engine's thread, which connects, and connects again whenever the connection is lost.
   void Start();
-  // Logs out and ends the thread; waits for the logout for some seconds at most.
+  // Logs out and ends the thread; waits for the logout for about ten seconds at most.
   void Stop();
 
  private:

@@ -105,7 +105,7 @@ constexpr Combination kNeeded[] = {
     {"tls", "host", "use", "yes"},          {"tls", "authorities", "use", "yes"}, {"tls", "certificate", "use", "yes"},
     {"tls", "certificate", "key"},          {"tls", "key", "certificate"},        {"log", "user", "servers"},
     {"log", "credentials_file", "servers"}, {"log", "authorities", "servers"},    {"log", "user", "password_file"},
-    {"log", "password_file", "user"},
+    {"log", "password_file", "user"},       {"session", "start_day", "end_day"},  {"session", "end_day", "start_day"},
 };
 constexpr Combination kExcluded[] = {{"log", "credentials_file", "user"}};
 
@@ -168,7 +168,6 @@ FeedSettings ReadFeedSettings(const std::filesystem::path& file, std::vector<Set
   SettingsChecker checker(given, mistakes);
   checker.SetAll(std::filesystem::absolute(file).parent_path(), settings);
   checker.CheckCombinations();
-  settings.Session.WorkFolder = settings.JournalFolder.string();
   std::ranges::stable_sort(mistakes, {}, &SettingsMistake::Line);
   return settings;
 }

@@ -80,6 +80,12 @@ std::string SetTime(const Value& value) {
   return SetText(value);
 }
 
+std::string SetDay(const Value& value) {
+  for (const std::string_view day : {"monday", "tuesday", "wednesday", "thursday", "friday", "saturday", "sunday"})
+    if (value.Text == day) return SetText(value);
+  return "must be a day of the week, like monday";
+}
+
 bool IsNameCharacter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-';
 }
@@ -171,6 +177,8 @@ std::string SetValue(const SettingKey& key, std::string_view value, const fs::pa
       return SetYesNo(given);
     case SettingKind::Time:
       return SetTime(given);
+    case SettingKind::Day:
+      return SetDay(given);
     case SettingKind::LogName:
       return SetLogName(given);
     case SettingKind::Servers:

@@ -41,8 +41,13 @@ constexpr SettingKey kKeys[] = {
     {"session", "start_time", Kind::Time, SessionText<&S::StartTime>, "00:00:00",
      "When the session begins and ends each day, in UTC. Numbers begin at 1 again at the start; equal times mean "
      "around\n"
-     "the clock. The journal has the date on which the session ends."},
+     "the clock, from midnight to midnight. A journal has the date on which its session ends."},
     {"session", "end_time", Kind::Time, SessionText<&S::EndTime>, "00:00:00", ""},
+    {"session", "start_day", Kind::Day, SessionText<&S::StartDay>, "",
+     "For a session of a week: the days on which it begins and ends, like sunday and friday. A new journal begins at "
+     "the\n"
+     "end time of each day, and the numbers go on."},
+    {"session", "end_day", Kind::Day, SessionText<&S::EndDay>, "", ""},
     {"session", "heartbeat_seconds", Kind::Number, SessionNumber<&S::HeartbeatSeconds>, "30",
      "A lost connection is noticed after about twice this time.", false, 1, 3600},
     {"session", "reconnect_seconds", Kind::Number, SessionNumber<&S::ReconnectSeconds>, "5",

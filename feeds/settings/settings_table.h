@@ -16,6 +16,7 @@ enum class SettingKind : std::uint8_t {
   Decimal,  // above 0
   YesNo,
   Time,     // HH:MM:SS
+  Day,      // of the week
   LogName,  // lower case letters, digits and hyphens
   Servers,  // nats:// or tls:// addresses
   Folder,   // made when it is used

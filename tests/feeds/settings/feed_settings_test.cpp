@@ -57,7 +57,8 @@ TEST_F(FeedSettingsTest, ReadsEveryKey) {
   const FeedSettings read = Read(
       "\xEF\xBB\xBF; all of it\r\n [session] \r\nversion = FIXT.1.1\nsender_comp_id = ME = I\ntarget_comp_id=YOU\n"
       "host=fix.example\nport=65535\nusername=me\npassword_file=secret\nstart_time=08:30:00\nend_time=23:59:59\n"
-      "heartbeat_seconds=20\nreconnect_seconds=1\nreset_on_logon=yes\ndictionary=pem\n"
+      "start_day=sunday\nend_day=friday\nheartbeat_seconds=20\nreconnect_seconds=1\nreset_on_logon=yes\ndictionary="
+      "pem\n"
       "[tls]\nuse=yes\nhost=other\nauthorities=pem\ncertificate=pem\nkey=secret\n[journal]\nfolder=../days\n"
       "[log]\nservers=nats://a:1,tls://b\nname=desk-2\nreplicas=3\nuser=gate\npassword_file=secret\nauthorities=pem\n"
       "[mapping]\nexchange=NSE\nclient_tag=5001\nuser_tag=5002\nctcl_tag=5003\nuser_id=U\nmultiplier=0.5\n");
@@ -67,12 +68,12 @@ TEST_F(FeedSettingsTest, ReadsEveryKey) {
   EXPECT_EQ(session.BeginString + session.SenderCompID + session.TargetCompID, "FIXT.1.1ME = IYOU");
   EXPECT_EQ(session.Host + session.Username + session.Password, "fix.examplemes3cret");
   EXPECT_EQ(session.StartTime + session.EndTime, "08:30:0023:59:59");
+  EXPECT_EQ(session.StartDay + session.EndDay, "sundayfriday");
   EXPECT_EQ(session.Port + session.HeartbeatSeconds + session.ReconnectSeconds, 65535 + 20 + 1);
   EXPECT_TRUE(session.ResetOnLogon && session.Tls);
   EXPECT_EQ(session.Dictionary + session.TlsAuthorities + session.TlsCertificate, pem + pem + pem);
   EXPECT_EQ(session.TlsHost + session.TlsKey, "other" + (Folder / "secret").string());
   EXPECT_EQ(read.JournalFolder, Folder.parent_path() / "days");
-  EXPECT_EQ(session.WorkFolder, read.JournalFolder.string());
   EXPECT_EQ(read.Log, (LogAccess{"nats://a:1,tls://b", "gate", Folder / "secret", {}, Folder / "pem"}));
   EXPECT_EQ(read.LogName + std::to_string(read.LogReplicas), "desk-23");
   const MappingChoices& mapping = read.Mapping;
@@ -103,6 +104,8 @@ TEST_F(FeedSettingsTest, TellsEachMistakeWithItsLine) {
       {"end_time=8:30:00", "6: end_time: must be a time in UTC, like 08:30:00"},
       {"end_time=08:30:0", "6: end_time: must be a time in UTC, like 08:30:00"},
       {"end_time=08:30:-1", "6: end_time: must be a time in UTC, like 08:30:00"},
+      {"start_day=Monday\nend_day=friday", "6: start_day: must be a day of the week, like monday"},
+      {"end_day=friday", "6: end_day needs start_day"},
       {"reset_on_logon=Y", "6: reset_on_logon: must be yes or no"},
       {"dictionary=none", "6: dictionary: " + folder + "none does not exist"},
       {"dictionary=.", "6: dictionary: " + folder + " cannot be read"},
