@@ -5,18 +5,20 @@
 # part, all of it ends; nothing is left running.
 # Without a display it plays faster, on a virtual one, and leaves a picture in out/.
 set -euo pipefail
-set -m  # each part is a process group, so that it ends with all that it has started
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 . "$here/tools/setup.sh"
 bin=$here/build/release/bin
 demo=$(mktemp -d "${TMPDIR:-/tmp}/trade_book_demo.XXXXXX")
 declare -A process=()
 
-# part NAME COMMAND...: starts it; its output is in NAME.log.
+# part NAME COMMAND...: starts it as a process group, which ends with all that it has started. Its output is in
+# NAME.log.
 part() {
   local name=$1
   shift
+  set -m
   "$@" >"$demo/$name.log" 2>&1 </dev/null &
+  set +m
   process[$name]=$!
 }
 
@@ -127,5 +129,5 @@ wait "${process[terminal]}" || code=$?
 [ $code = 0 ] || give_up terminal "ended with code $code"
 cat "$demo/terminal.log"
 if [ ${#start[@]} -gt 0 ]; then
-  say "$(cat "$demo"/work/Trade*.CSV | wc -l) lines in the daily file; a picture of the windows is in out/demo.png"
+  say "$(cat "$demo"/work/Trade*.CSV 2>/dev/null | wc -l) lines in the daily file; a picture of the windows is in out/demo.png"
 fi
