@@ -1,6 +1,7 @@
 #include "demo_venue/venue_day.h"
 
 #include <array>
+#include <cmath>
 #include <cstdio>
 
 namespace {
@@ -45,7 +46,7 @@ DayTrade MadeUpTrade(std::uint64_t index) {
   trade.Multiplier = security.Multiplier;
   trade.Side = index % 3 == 0 ? TradeSide::Sell : TradeSide::Buy;
   trade.Quantity = static_cast<std::uint32_t>(1 + index % 500);
-  trade.Price = 100 + static_cast<double>(index * 37 % 2000) / 100;
+  trade.Price = static_cast<double>(10000 + index * 37 % 2000) / 100;
   trade.ExchangeOrderNo = std::to_string(2000000000000 + index / 3);
   trade.ExchangeTradeID = std::to_string(1000000 + index);
   return trade;
@@ -182,8 +183,9 @@ void AddExecution(VenueText& text, ReportForm form, bool oldTypes, const std::st
 
 void AddReport(VenueText& text, ReportForm form, ReportStyle style, DayTrade trade, const DeskLine& desk) {
   if (form == ReportForm::Correction) {
+    constexpr double kDecimals = 1e6;  // so that the sum is a short decimal as well
     trade.Quantity += 1;
-    trade.Price += 0.5;
+    trade.Price = std::round((trade.Price + 0.5) * kDecimals) / kDecimals;
   }
   const std::string id = trade.ExchangeTradeID + kForms[static_cast<std::size_t>(form)].Suffix;
   if (style.Capture)
