@@ -1,0 +1,114 @@
+#include "feeds/engine/fix_engine.h"
+
+#include <quickfix/SSLSocketInitiator.h>
+#include <quickfix/Session.h>
+#include <quickfix/SocketInitiator.h>
+
+#include <atomic>
+#include <stdexcept>
+
+#include "feeds/engine/open_dictionary.h"
+#include "feeds/engine/session_store.h"
+#include "feeds/engine/session_watch.h"
+#include "feeds/engine/tls_host.h"
+
+namespace {
+
+constexpr int kLogonSeconds = 10;
+constexpr int kLogoutSeconds = 2;
+
+// QuickFIX finds sessions by their names in one list for the process: this keeps two of the same name apart.
+FIX::SessionID NewSessionId(const FixEngineSettings& settings) {
+  static std::atomic<unsigned> made{0};
+  return FIX::SessionID(settings.BeginString, settings.SenderCompID, settings.TargetCompID, std::to_string(++made));
+}
+
+void AddTls(const FixEngineSettings& settings, FIX::Dictionary& values) {
+  values.setString(FIX::SSL_PROTOCOL, "+TLSv1_2");  // 1.3 is not in QuickFIX's list, but allowed as well
+  // Without authorities QuickFIX accepts any certificate.
+  values.setString(FIX::CERT_AUTH_FILE,
+                   settings.TlsAuthorities.empty() ? SystemTlsAuthorities() : settings.TlsAuthorities);
+  if (settings.TlsCertificate.empty()) return;
+  values.setString(FIX::CLIENT_CERT_FILE, settings.TlsCertificate);
+  values.setString(FIX::CLIENT_CERT_KEY_FILE, settings.TlsKey);
+}
+
+FIX::SessionSettings MakeSettings(const FixEngineSettings& settings, const FIX::SessionID& id) {
+  FIX::Dictionary values;
+  values.setString(FIX::CONNECTION_TYPE, "initiator");
+  values.setString(FIX::SOCKET_CONNECT_HOST, settings.Host);
+  values.setInt(FIX::SOCKET_CONNECT_PORT, settings.Port);
+  values.setBool(FIX::SOCKET_NODELAY, true);
+  values.setInt(FIX::HEARTBTINT, settings.HeartbeatSeconds);
+  values.setInt(FIX::RECONNECT_INTERVAL, settings.ReconnectSeconds);
+  values.setString(FIX::START_TIME, settings.StartTime);
+  values.setString(FIX::END_TIME, settings.EndTime);
+  if (!settings.StartDay.empty()) {
+    values.setString(FIX::START_DAY, settings.StartDay);
+    values.setString(FIX::END_DAY, settings.EndDay);
+  }
+  values.setBool(FIX::RESET_ON_LOGON, settings.ResetOnLogon);
+  values.setInt(FIX::LOGON_TIMEOUT, kLogonSeconds);
+  values.setInt(FIX::LOGOUT_TIMEOUT, kLogoutSeconds);
+  values.setBool(FIX::CHECK_LATENCY, false);        // a wrong clock is no reason to refuse a trade
+  values.setBool(FIX::USE_DATA_DICTIONARY, false);  // they are set later
+  if (id.isFIXT()) values.setString(FIX::DEFAULT_APPLVERID, "FIX.5.0SP2");
+  if (settings.Tls) AddTls(settings, values);
+
+  FIX::SessionSettings all;
+  all.set(values);
+  all.set(id, values);
+  return all;
+}
+
+}  // namespace
+
+struct FixEngine::State {
+  State(const FixEngineSettings& settings, FixStore& fixStore, FixEngineEvents& events)
+      : Told(events, settings.Password), Store(fixStore, Incoming, Told), Watch(settings, Store, Incoming, Told) {
+    const FIX::SessionID id = NewSessionId(settings);
+    const FIX::DataDictionaryProvider dictionaries = MakeDictionaries(settings.BeginString, settings.Dictionary);
+    const FIX::SessionSettings all = MakeSettings(settings, id);
+    if (settings.Tls) {
+      VerifyTlsHost(settings.TlsHost.empty() ? settings.Host : settings.TlsHost);
+      Initiator.reset(new FIX::SSLSocketInitiator(Watch, Store, all, Watch));
+    } else {
+      Initiator.reset(new FIX::SocketInitiator(Watch, Store, all, Watch));
+    }
+    Initiator->getSession(id)->setDataDictionaryProvider(dictionaries);
+  }
+
+  IncomingMessages Incoming;
+  ToldTexts Told;
+  SessionStore Store;
+  SessionWatch Watch;
+  std::unique_ptr<FIX::Initiator> Initiator;
+};
+
+namespace {
+
+template <typename Work>
+auto OrRuntimeError(Work work) -> decltype(work()) {
+  try {
+    return work();
+  } catch (const FIX::Exception& error) {
+    throw std::runtime_error(error.what());
+  }
+}
+
+}  // namespace
+
+FixEngine::FixEngine(const FixEngineSettings& settings, FixStore& store, FixEngineEvents& events)
+    : Self(OrRuntimeError([&] { return std::unique_ptr<State>(new State(settings, store, events)); })) {}
+
+FixEngine::~FixEngine() {
+  Stop();
+}
+
+void FixEngine::Start() {
+  OrRuntimeError([this] { Self->Initiator->start(); });
+}
+
+void FixEngine::Stop() {
+  Self->Initiator->stop();
+}
