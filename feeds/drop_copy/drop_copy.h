@@ -8,7 +8,7 @@
 #include "feeds/common/feed_report.h"
 #include "feeds/settings/feed_settings.h"
 
-// Called on the engine's thread; OnAlarm on any.
+// Called on the engine's thread, and on the one that makes the DropCopy; OnAlarm on any.
 class DropCopyEvents : public AlarmSink {
  public:
   virtual void OnState(bool loggedOn, const std::string& text) = 0;
@@ -18,19 +18,21 @@ class DropCopyEvents : public AlarmSink {
   virtual void OnNewDay(const std::filesystem::path& journal) = 0;
 };
 
-// The journal is named after the session and the day, which is the UTC date on which the session ends. A new day begins
-// when the engine resets its numbers at the begin of a session; where numbers go on over days, with the first message
-// of the next day.
+// The journal is named after the session and the day, which is the UTC date on which the session ends (session_days.h).
+// A new day begins when the engine resets its numbers at the begin of a session; in a session of a week, where numbers
+// go on over days, with the first message behind the end time of each day.
+//
+// A full disk costs the connection, not the message: the alarm comes once, and the session goes on when there is room.
 class DropCopy {
  public:
-  // Opens the journal of the day that is now. Throws FeedError.
+  // Opens the journal of the day that is now: of the next session if there is none. Throws FeedError.
   DropCopy(const FeedSettings& settings, DropCopyEvents& events);
   ~DropCopy();
   DropCopy(const DropCopy&) = delete;
   DropCopy& operator=(const DropCopy&) = delete;
 
-  std::filesystem::path JournalFile() const;
-  void Start();
+  std::filesystem::path JournalFile() const;  // that is appended to; on any thread
+  void Start();                               // throws FeedError
   void Stop();
 
  private:
