@@ -59,11 +59,18 @@ LogOrder::Verdict LogOrder::Admit(std::string_view id, std::span<const std::uint
   if (!end || !count) return LeaveOut(end ? "it holds other bytes than whole trade messages" : "it has no id");
   if (*end < *count) return LeaveOut("its id is lower than the number of its messages");
   const std::uint64_t begin = *end - *count;
-  if (begin != Position && !IsRepeating() && ReadAgainAt != GivenCount && !LeftOut) return Verdict::Again;
+  if (begin != Position && MayReadAgain()) return Verdict::Again;
   if (begin < Position) return LeaveOut("its messages were there before");
-  if (begin > Position) return SkipTo(begin);
+  if (begin > Position) {
+    const Verdict verdict = SkipTo(begin);
+    if (verdict != Verdict::Taken) return verdict;
+  }
   LeftOut = false;
   return Append(payload, messages) ? Verdict::Taken : Verdict::Other;
+}
+
+bool LogOrder::MayReadAgain() noexcept {
+  return !IsRepeating() && !LeftOut && ReadAgainAt != GivenCount && ReadingsLeft-- > 0;
 }
 
 void LogOrder::BeginAgain() noexcept {
@@ -73,18 +80,20 @@ void LogOrder::BeginAgain() noexcept {
   LeftOut = false;
 }
 
+// What was told when it was read for the first time is not told again.
 LogOrder::Verdict LogOrder::LeaveOut(const char* reason) {
   Why = reason;
   LeftOut = true;
-  return Verdict::Damaged;
+  return IsRepeating() ? Verdict::Taken : Verdict::Damaged;
 }
 
 LogOrder::Verdict LogOrder::SkipTo(std::uint64_t begin) {
-  Why = "messages " + std::to_string(Position + 1) + " to " + std::to_string(begin) + " of the day are missing";
   const bool reachesNew = IsRepeating() && begin >= GivenCount;
   if (reachesNew && RepeatHash != GivenHash) return Verdict::Other;
   Position = begin;
-  GivenCount = std::max(GivenCount, Position);
+  if (begin <= GivenCount) return Verdict::Taken;
+  Why = "messages " + std::to_string(GivenCount + 1) + " to " + std::to_string(begin) + " of the day are missing";
+  GivenCount = begin;
   LeftOut = false;
   return Verdict::Missing;
 }

@@ -2,7 +2,7 @@
 // gives. No network here.
 //
 //   stored := id payload
-//   id      : header Nats-Msg-Id, the count of messages of the day up to the batch's end, in decimal digits
+//   id      : header Trade-Count, the count of messages of the day up to the batch's end, in decimal digits
 //   payload := message+, each a plain wire message of number 9101
 #pragma once
 
@@ -12,6 +12,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+inline constexpr char kBatchIdHeader[] = "Trade-Count";
 
 // The number of trade messages that the bytes are made of; nothing if there are other bytes, or none.
 std::optional<std::uint64_t> CountTradeMessages(std::span<const std::uint8_t> payload) noexcept;
@@ -39,10 +41,13 @@ class LogOrder {
   std::uint64_t Given() const noexcept { return GivenCount; }
 
   static constexpr std::size_t kMostPayload = 1024 * 1024;
+  // How often batches that do not follow make it read again; later ones are only told of.
+  static constexpr int kMostReadings = 8;
 
  private:
   Verdict LeaveOut(const char* reason);
   Verdict SkipTo(std::uint64_t begin);
+  bool MayReadAgain() noexcept;
   bool Append(std::span<const std::uint8_t> payload, std::vector<std::uint8_t>& messages);
   bool IsRepeating() const noexcept { return Position < GivenCount; }
 
@@ -50,7 +55,8 @@ class LogOrder {
   std::uint64_t GivenCount = 0;              // the highest position of all readings
   std::size_t GivenHash = 0;                 // of the messages up to GivenCount
   std::size_t RepeatHash = 0;                // of those up to Position, while it is below GivenCount
-  std::optional<std::uint64_t> ReadAgainAt;  // the count at which a reading from the first batch changed nothing
-  bool LeftOut = false;                      // the batch before was left out: its messages are known to be missing
+  std::optional<std::uint64_t> ReadAgainAt;  // the count at which the last reading from the first batch began
+  int ReadingsLeft = kMostReadings;
+  bool LeftOut = false;  // the batch before was left out: its messages are known to be missing
   std::string Why;
 };

@@ -167,7 +167,7 @@ Step LogReader::State::Admit(std::vector<std::uint8_t>& messages) {
   natsMsg* message = Pulled.front().get();
   if (!IsNext(message)) return Step::Nothing;
   const char* id = nullptr;
-  if (natsMsgHeader_Get(message, "Nats-Msg-Id", &id) != NATS_OK || id == nullptr) id = "";
+  if (natsMsgHeader_Get(message, kBatchIdHeader, &id) != NATS_OK || id == nullptr) id = "";
   const auto* bytes = reinterpret_cast<const std::uint8_t*>(natsMsg_GetData(message));
   const auto size = static_cast<std::size_t>(natsMsg_GetDataLength(message));
   const LogOrder::Verdict verdict = Order.Admit(id, {bytes, size}, messages);

@@ -26,6 +26,7 @@ struct LogWriter::State {
   void CheckSubject(const jsStreamInfo& info) const;
   void FindEnd(const jsStreamInfo& info);
   std::uint64_t IdAt(std::uint64_t number);
+  void Append(std::uint64_t count, std::span<const std::uint8_t> messages);
 
   NatsLink Link;
   const LogDay Day;
@@ -67,7 +68,7 @@ NatsPtr<jsStreamInfo> LogWriter::State::MakeStream() {
 void LogWriter::State::CheckSubject(const jsStreamInfo& info) const {
   const jsStreamConfig* config = info.Config;
   if (config == nullptr || config->SubjectsLen != 1 || Day.Subject() != config->Subjects[0])
-    throw LogRefusal("the stream " + Day.Stream() + " has other subjects than " + Day.Subject() + " alone");
+    throw FeedError("the stream " + Day.Stream() + " has other subjects than " + Day.Subject() + " alone");
 }
 
 // The last batch with an id tells the count; batches without one are not ours, and readers leave them out.
@@ -78,7 +79,7 @@ void LogWriter::State::FindEnd(const jsStreamInfo& info) {
   const std::uint64_t lowest = std::max(std::max<std::uint64_t>(info.State.FirstSeq, 1), passed);
   for (std::uint64_t number = LastNumber; Count == 0 && number >= lowest; --number) Count = IdAt(number);
   if (Count == 0 && info.State.Msgs > 0)
-    throw LogRefusal("the log " + Day.Subject() + " holds messages that no writer of trades has made");
+    throw FeedError("the log " + Day.Subject() + " holds messages that no writer of trades has made");
 }
 
 // The id of that stored batch; 0 if there is none.
@@ -90,8 +91,37 @@ std::uint64_t LogWriter::State::IdAt(std::uint64_t number) {
   if (status == NATS_NOT_FOUND) return 0;
   if (status != NATS_OK) Link.Fail("the end of the log " + Day.Subject() + " cannot be read", status, code);
   const char* id = nullptr;
-  if (natsMsgHeader_Get(got, "Nats-Msg-Id", &id) != NATS_OK) return 0;
+  if (natsMsgHeader_Get(got, kBatchIdHeader, &id) != NATS_OK) return 0;
   return ParseBatchId(id).value_or(0);
+}
+
+// Intentional: without the id of JetStream, Nats-Msg-Id. A server knows ids only within a window of time: a batch after
+// a quiet time and a restart would be refused, and one whose id was used by somebody else would be lost. The expected
+// number of the batch before has neither trouble, and as surely stores a batch once.
+void LogWriter::State::Append(std::uint64_t count, std::span<const std::uint8_t> messages) {
+  Ready = false;
+  const std::string stream = Day.Stream();
+  const std::string what = "the log " + Day.Subject() + " did not take a batch";
+  natsMsg* made = nullptr;
+  natsStatus status = natsMsg_Create(&made, Day.Subject().c_str(), nullptr,
+                                     reinterpret_cast<const char*>(messages.data()), static_cast<int>(messages.size()));
+  const NatsPtr<natsMsg> message(made);
+  if (status == NATS_OK) status = natsMsgHeader_Set(made, kBatchIdHeader, std::to_string(count).c_str());
+  if (status != NATS_OK) Link.Fail(what, status);
+  jsPubOptions options;
+  jsPubOptions_Init(&options);
+  options.ExpectStream = stream.c_str();
+  options.ExpectLastSeq = LastNumber;
+  options.ExpectNoMessage = LastNumber == 0;
+  options.MaxWait = kLogAnswerTime.count();
+  jsPubAck* got = nullptr;
+  jsErrCode code = jsErrCode(0);
+  status = js_PublishMsg(&got, Link.Stream(), made, &options, &code);
+  const NatsPtr<jsPubAck> ack(got);
+  if (status != NATS_OK) Link.Fail(what, status, code);
+  Count = count;
+  LastNumber = ack->Sequence;
+  Ready = true;
 }
 
 LogWriter::LogWriter(LogAccess access, LogDay day, int replicas)
@@ -107,9 +137,7 @@ std::uint64_t LogWriter::Connect(milliseconds atMost) {
       const auto left = std::chrono::duration_cast<milliseconds>(end - Clock::now());
       Self->Open(std::clamp(left, kBetweenTries, kLogAnswerTime));
       return Self->Count;
-    } catch (const LogRefusal&) {
-      throw;
-    } catch (const FeedError&) {
+    } catch (const LogTrouble&) {
       if (Clock::now() + kBetweenTries >= end) throw;
     }
     std::this_thread::sleep_for(kBetweenTries);
@@ -125,25 +153,5 @@ void LogWriter::Publish(std::uint64_t before, std::uint32_t count, std::span<con
   if (messages.size() > kMostBytes || CountTradeMessages(messages) != count)
     throw FeedError("a batch for the log " + self.Day.Subject() + " does not hold " + std::to_string(count) +
                     " whole plain trade messages of at most 262,144 bytes together");
-  self.Ready = false;
-  const std::string id = std::to_string(before + count);
-  const std::string stream = self.Day.Stream();
-  jsPubOptions options;
-  jsPubOptions_Init(&options);
-  options.MsgId = id.c_str();
-  options.ExpectStream = stream.c_str();
-  // Intentional: the number of the batch before, not its id. A server that was started again knows the last id only if
-  // it is younger than the window of duplicates, and would refuse all batches after a quiet time.
-  options.ExpectLastSeq = self.LastNumber;
-  options.ExpectNoMessage = self.LastNumber == 0;
-  options.MaxWait = kLogAnswerTime.count();
-  jsPubAck* got = nullptr;
-  jsErrCode code = jsErrCode(0);
-  const natsStatus status = js_Publish(&got, self.Link.Stream(), self.Day.Subject().c_str(), messages.data(),
-                                       static_cast<int>(messages.size()), &options, &code);
-  const NatsPtr<jsPubAck> ack(got);
-  if (status != NATS_OK) self.Link.Fail("the log " + self.Day.Subject() + " did not take a batch", status, code);
-  self.Count = before + count;
-  self.LastNumber = ack->Sequence;
-  self.Ready = true;
+  self.Append(before + count, messages);
 }

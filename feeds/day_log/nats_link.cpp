@@ -10,10 +10,16 @@ namespace {
 constexpr std::int64_t kPingMs = 5000;
 constexpr int kPingsWithoutAnswer = 2;
 
-void Set(natsStatus status, const char* what) {
-  if (status == NATS_OK) return;
+// The client's words, without the line of its source.
+std::string LastError(natsStatus status) {
   const char* reason = nats_GetLastError(nullptr);
-  throw LogRefusal(std::string(what) + ": " + (reason != nullptr ? reason : natsStatus_GetText(status)));
+  const std::string text = reason != nullptr ? reason : natsStatus_GetText(status);
+  const std::size_t place = text.starts_with('(') ? text.find("): ") : std::string::npos;
+  return place == std::string::npos ? text : text.substr(place + 3);
+}
+
+void Set(natsStatus status, const char* what) {
+  if (status != NATS_OK) throw FeedError(std::string(what) + ": " + LastError(status));
 }
 
 // The client writes the password as it is into a text of JSON.
@@ -21,8 +27,13 @@ std::string ReadPassword(const std::filesystem::path& file) {
   std::string password = ReadSecretLine(file);
   if (std::ranges::any_of(password,
                           [](char c) { return c == '"' || c == '\\' || static_cast<unsigned char>(c) < 0x20; }))
-    throw LogRefusal("the password in " + file.string() + " has a quote, a backslash or a control character");
+    throw FeedError("the password in " + file.string() + " has a quote, a backslash or a control character");
   return password;
+}
+
+// What a user may not do is answered beside the request, which would wait for its answer in vain.
+void CloseIfNotPermitted(natsConnection* connection, natsSubscription*, natsStatus status, void*) {
+  if (status == NATS_NOT_PERMITTED) natsConnection_Close(connection);
 }
 
 std::string WithoutScheme(const std::string& server) {
@@ -42,6 +53,7 @@ NatsPtr<natsOptions> NatsLink::Options(const std::string& server, Milliseconds a
   // Secrets go to no server but those that the user named.
   Set(natsOptions_SetIgnoreDiscoveredServers(made, true), "servers");
   Set(natsOptions_SetPingInterval(made, kPingMs), "ping");
+  Set(natsOptions_SetErrorHandler(made, CloseIfNotPermitted, nullptr), "errors");
   Set(natsOptions_SetMaxPingsOut(made, kPingsWithoutAnswer), "ping");
   if (server.starts_with("tls://")) Set(natsOptions_SetSecure(made, true), "this build has no TLS for logs");
   if (!Access.Authorities.empty())
@@ -73,7 +85,7 @@ void NatsLink::Connect(Milliseconds atMost) {
   {
     const std::lock_guard lock(Guard);
     Connection.reset(connection);
-    if (Cancelled) throw LogRefusal(ServerName + ": no connection: it is not wanted any more");
+    if (Cancelled) throw FeedError(ServerName + ": no connection: it is not wanted any more");
   }
   jsCtx* context = nullptr;
   Set(natsConnection_JetStream(&context, connection, nullptr), "JetStream");
@@ -113,14 +125,13 @@ NatsPtr<jsStreamInfo> NatsLink::StreamInfo(const LogDay& day, Milliseconds atMos
 void NatsLink::Fail(const std::string& what, natsStatus status, jsErrCode code) const {
   const std::string begin = ServerName + ": " + what + ": ";
   if (status == NATS_CONNECTION_AUTH_FAILED || status == NATS_NOT_PERMITTED)
-    throw LogRefusal(begin + (Access.User.empty() ? "the server refuses this access"
-                                                  : "the server refuses the user " + Access.User + " or the password"));
-  // What a user may not do is answered beside the request, which only times out.
+    throw FeedError(begin + (Access.User.empty() ? "the server refuses this access"
+                                                 : "the server refuses the user " + Access.User + " or the password"));
   const char* ofServer = nullptr;
   if (Connection != nullptr && natsConnection_GetLastError(Connection.get(), &ofServer) == NATS_NOT_PERMITTED)
-    throw LogRefusal(begin + "the user " + Access.User + " may not do that: " + (ofServer != nullptr ? ofServer : ""));
-  const char* reason = nats_GetLastError(nullptr);
-  const bool isTold = reason != nullptr && (code != 0 || status == NATS_SSL_ERROR);
-  if (status == NATS_NO_SERVER || status == NATS_IO_ERROR) throw FeedError(begin + "the server cannot be reached");
-  throw FeedError(begin + (isTold ? reason : natsStatus_GetText(status)));
+    throw FeedError(begin + "the user " + Access.User + " may not do that: " + (ofServer != nullptr ? ofServer : ""));
+  const std::string told = LastError(status);
+  if (status == NATS_SSL_ERROR || status == NATS_SECURE_CONNECTION_WANTED) throw FeedError(begin + told);
+  if (status == NATS_NO_SERVER || status == NATS_IO_ERROR) throw LogTrouble(begin + "the server cannot be reached");
+  throw LogTrouble(begin + (code != 0 ? told : natsStatus_GetText(status)));
 }

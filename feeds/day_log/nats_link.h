@@ -16,8 +16,8 @@
 // How long a request may take: a cluster that chooses a new leader is silent for seconds.
 inline constexpr std::chrono::milliseconds kLogAnswerTime(5000);
 
-// A FeedError that another try does not cure: the servers or the settings refuse what was asked for.
-class LogRefusal : public FeedError {
+// A FeedError that another try may cure: servers that are silent, away or not ready.
+class LogTrouble : public FeedError {
  public:
   using FeedError::FeedError;
 };
@@ -57,7 +57,7 @@ class NatsLink {
 
   // What is known of the stream; null if there is none. Throws FeedError.
   NatsPtr<jsStreamInfo> StreamInfo(const LogDay& day, Milliseconds atMost);
-  // Throws FeedError, or LogRefusal where another try is of no use. `what` is "the log cannot be read".
+  // Throws LogTrouble, or FeedError if the user is refused. `what` is "the log cannot be read".
   [[noreturn]] void Fail(const std::string& what, natsStatus status, jsErrCode code = jsErrCode(0)) const;
 
  private:

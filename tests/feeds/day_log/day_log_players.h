@@ -53,6 +53,13 @@ inline std::vector<std::uint32_t> ReadDay(LogReader& reader, std::size_t count,
   return TradeIds(messages);
 }
 
+// Appends until there are that many messages, or the time is over.
+inline std::vector<std::uint32_t> ReadOn(LogReader& reader, std::size_t count, std::vector<std::uint8_t>& messages) {
+  const auto bound = Bound();
+  while (TradeIds(messages).size() < count && !IsOver(bound)) reader.Take(messages, std::chrono::milliseconds(50));
+  return TradeIds(messages);
+}
+
 // Reads until that step, or the time is over; what comes meanwhile is appended.
 inline bool ReadUntil(LogReader& reader, LogReader::Step step, std::vector<std::uint8_t>& messages) {
   const auto bound = Bound();
