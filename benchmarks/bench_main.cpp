@@ -105,6 +105,12 @@ constexpr TimeLimit kTimeLimits[] = {
      5000},
     {"ten books at 5,000 trades a second: a beat / at rest", kBeatOfTenBooks,
      "TenBooksOnScreen/0/iterations:40/repeats:3", kBeatMs},
+    {"a trade into the day log, in batches of 582 / NATS alone", "WriteLog/582/iterations:1/real_time",
+     "PublishSameBatches/582/iterations:1/real_time", 1.0 / 30'000 * 1000},
+    {"a trade into the day log, in batches of 10 / NATS alone", "WriteLog/10/iterations:1/real_time",
+     "PublishSameBatches/10/iterations:1/real_time", 1.0 / 30'000 * 1000},
+    {"a trade out of the day log / NATS alone", "ReadLog/iterations:1/real_time",
+     "PullSameBatches/iterations:1/real_time", 1.0 / 200'000 * 1000},
 };
 
 void PrintTimeLimits(const Results& results) {

@@ -19,6 +19,7 @@ constexpr milliseconds kConnectTime(2000);
 constexpr milliseconds kSilence(1000);
 constexpr milliseconds kBetweenReads(500);
 constexpr std::size_t kEnoughBytes = 512 * 1024;
+constexpr std::size_t kPulledBytes = 4 * kEnoughBytes;
 constexpr std::size_t kMostBatches = 1024;
 
 }  // namespace
@@ -44,7 +45,6 @@ struct LogReader::State {
   const LogDay Day;
   NatsPtr<natsSubscription> Subscription;
   std::deque<NatsPtr<natsMsg>> Pulled;
-  std::size_t PulledBytes = 0;
   int PullSize = 1;
 
   LogOrder Order;
@@ -61,7 +61,6 @@ struct LogReader::State {
 
 void LogReader::State::Drop() noexcept {
   Pulled.clear();
-  PulledBytes = 0;
   PullSize = 1;
   // Without its connection first, the end of a subscription would wait for an answer about its consumer.
   if (!Link.IsConnected()) Link.Close();
@@ -125,7 +124,7 @@ bool LogReader::State::SeeStream() {
   return true;
 }
 
-// Waits for one batch, or for what the last pull says to be about kEnoughBytes.
+// Waits for one batch, or for what the last pull says to be about kPulledBytes.
 void LogReader::State::Pull(milliseconds atMost) {
   natsMsgList list = {};
   jsErrCode code = jsErrCode(0);
@@ -144,7 +143,7 @@ void LogReader::State::Pull(milliseconds atMost) {
   }
   LastSign = Clock::now();
   const std::size_t average = bytes / Pulled.size() + 1;
-  PullSize = static_cast<int>(std::clamp<std::size_t>(kEnoughBytes / average, 1, kMostBatches));
+  PullSize = static_cast<int>(std::clamp<std::size_t>(kPulledBytes / average, 1, kMostBatches));
 }
 
 void LogReader::State::CheckSilence() {

@@ -30,7 +30,7 @@ inline std::vector<std::uint32_t> IdsUpTo(std::uint32_t last) {
 
 // Writes messages up to `last` in batches; `written` tells how far it is.
 inline void WriteDay(LogWriter& writer, std::uint32_t last, std::uint32_t batch, std::atomic<std::uint32_t>& written) {
-  const auto bound = Bound();
+  const auto bound = Bound(120);
   bool connected = false;
   while (written < last && !IsOver(bound)) try {
       if (!connected) written = static_cast<std::uint32_t>(writer.Connect(std::chrono::seconds(5)));
