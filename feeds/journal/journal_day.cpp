@@ -21,7 +21,7 @@ std::string ShownField(std::string_view text, std::string_view tag) {
   return shown;
 }
 
-// What is counted and told of an outcome; Alarm is for a report with a reason.
+// What is counted, and what kind of alarm a reason is, by outcome.
 struct OutcomeRow {
   ReportOutcome Outcome;
   std::uint64_t JournalCounts::*Count;
@@ -78,7 +78,7 @@ void JournalDay::MapRecord(const JournalRecord& record) {
   for (const OutcomeRow& row : kOutcomeRows) {
     if (row.Outcome != mapped.Outcome) continue;
     ++(Told.*row.Count);
-    if (!mapped.Reason.empty() || row.Kind != AlarmKind::CutField) Tell(row.Kind, record, mapped.Reason);
+    if (!mapped.Reason.empty()) Tell(row.Kind, record, mapped.Reason);
   }
   // Once for both.
   if (isRefused && mapped.Outcome != ReportOutcome::Refused) ++Told.Refused;

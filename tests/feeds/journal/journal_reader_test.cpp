@@ -57,7 +57,7 @@ TEST_F(JournalReaderTest, FindsTheNextRecordBehindAnyDamage) {
   // With sums that are right.
   EncodeJournalRecord({JournalKind::Message, 1, 1, 0, std::string(kLargestJournalText + 1, 'x')}, 0xEF902A2F, tooLarge);
   std::vector<std::string> damages = {tooLarge, marks, first.substr(60)};
-  for (const std::size_t size : {1, 3, 4, 262'110, 262'111, 262'142, 262'143, 262'144}) {
+  for (const std::size_t size : {1, 3, 4, 67, 262'110, 262'111, 262'142, 262'143, 262'144}) {
     damages.push_back(marks.substr(0, size));
     damages.push_back(std::string(size, 'x'));
   }
@@ -66,13 +66,14 @@ TEST_F(JournalReaderTest, FindsTheNextRecordBehindAnyDamage) {
     WriteFile(File, first + damage);
     JournalReader reader(File), other(File);
     EXPECT_EQ(Rest(reader).size() + Rest(other).size(), 2u);
+    EXPECT_EQ(Rest(other).size(), 0u);
     Append(second.substr(0, 20));
     EXPECT_EQ(Rest(reader).size(), 0u);
     EXPECT_EQ(reader.DamagedBytes(), 0u) << "no record follows yet";
     Append(second.substr(20) + third);
     EXPECT_EQ(Rest(reader).size(), 2u);
     EXPECT_EQ(reader.DamagedBytes(), damage.size());
-    // Its writer cut it and went on, and that was damaged.
+    // Its writer cut it and went on, to the same size where that was 67 more, and that was damaged.
     WriteFile(File, first + second + '?' + third);
     EXPECT_EQ(Rest(other).size(), 2u);
     EXPECT_EQ(other.DamagedBytes(), 1u);

@@ -60,8 +60,14 @@ TEST_F(JournalTest, CutsATornTail) {
       EXPECT_EQ(ReadFile(std::filesystem::path(File) += ".torn"), torn);
       ASSERT_TRUE(journal.Append(JournalKind::Refused, 3, 4, "text"));
     }
+    EXPECT_EQ(std::filesystem::file_size(File), kSmallPlaces[2] + 37);
     EXPECT_EQ(TextsOf(File), (std::vector<std::string>{std::get<4>(kSmallRecords[0]), "", "text"}));
   }
+  std::string large = "begin of three megabytes";
+  large.resize(3 << 20, 'x');
+  WriteFile(File, whole + large);
+  EXPECT_EQ(Journal(Folder, kSmallSession, kSmallDate).CutBytes(), large.size());
+  EXPECT_TRUE(ReadFile(std::filesystem::path(File) += ".torn") == torn + large);
   for (std::size_t size = 0; size < kSmallPlaces[0]; ++size) {
     WriteFile(File, whole.substr(0, size));
     EXPECT_EQ(Journal(Folder, kSmallSession, kSmallDate).CutBytes(), size) << "of the header";
@@ -78,6 +84,8 @@ TEST_F(JournalTest, KeepsWhatStandsBehindDamage) {
   EXPECT_EQ(journal.DamagedBytes(), 48u);
   EXPECT_EQ(journal.Identity().Created, 1772445600) << "of the reset";
   EXPECT_EQ(ReadFile(File), bytes);
+  ASSERT_TRUE(journal.Append(JournalKind::Reset, 1, 1, ""));
+  EXPECT_NE(journal.Identity().Created, 1772445600) << "of the last one";
 }
 
 TEST_F(JournalTest, RefusesOtherJournals) {
