@@ -10,7 +10,7 @@
 #include "feeds/engine/open_dictionary.h"
 #include "feeds/engine/session_store.h"
 #include "feeds/engine/session_watch.h"
-#include "feeds/engine/tls_host.h"
+#include "feeds/engine/tls_client.h"
 
 namespace {
 
@@ -23,17 +23,15 @@ FIX::SessionID NewSessionId(const FixEngineSettings& settings) {
   return FIX::SessionID(settings.BeginString, settings.SenderCompID, settings.TargetCompID, std::to_string(++made));
 }
 
-void AddTls(const FixEngineSettings& settings, FIX::Dictionary& values) {
+void AddTls(const FixEngineSettings& settings, const TlsClient& tls, FIX::Dictionary& values) {
   values.setString(FIX::SSL_PROTOCOL, "+TLSv1_2");  // 1.3 is not in QuickFIX's list, but allowed as well
-  // Without authorities QuickFIX accepts any certificate.
-  values.setString(FIX::CERT_AUTH_FILE,
-                   settings.TlsAuthorities.empty() ? SystemTlsAuthorities() : settings.TlsAuthorities);
+  values.setString(FIX::CERT_AUTH_FILE, tls.Authorities());
   if (settings.TlsCertificate.empty()) return;
   values.setString(FIX::CLIENT_CERT_FILE, settings.TlsCertificate);
   values.setString(FIX::CLIENT_CERT_KEY_FILE, settings.TlsKey);
 }
 
-FIX::SessionSettings MakeSettings(const FixEngineSettings& settings, const FIX::SessionID& id) {
+FIX::SessionSettings MakeSettings(const FixEngineSettings& settings, const TlsClient* tls, const FIX::SessionID& id) {
   FIX::Dictionary values;
   values.setString(FIX::CONNECTION_TYPE, "initiator");
   values.setString(FIX::SOCKET_CONNECT_HOST, settings.Host);
@@ -53,7 +51,7 @@ FIX::SessionSettings MakeSettings(const FixEngineSettings& settings, const FIX::
   values.setBool(FIX::CHECK_LATENCY, false);        // a wrong clock is no reason to refuse a trade
   values.setBool(FIX::USE_DATA_DICTIONARY, false);  // they are set later
   if (id.isFIXT()) values.setString(FIX::DEFAULT_APPLVERID, "FIX.5.0SP2");
-  if (settings.Tls) AddTls(settings, values);
+  if (tls) AddTls(settings, *tls, values);
 
   FIX::SessionSettings all;
   all.set(values);
@@ -68,13 +66,14 @@ struct FixEngine::State {
       : Told(events, settings.Password), Store(fixStore, Incoming, Told), Watch(settings, Store, Incoming, Told) {
     const FIX::SessionID id = NewSessionId(settings);
     const FIX::DataDictionaryProvider dictionaries = MakeDictionaries(settings.BeginString, settings.Dictionary);
-    const FIX::SessionSettings all = MakeSettings(settings, id);
-    if (settings.Tls) {
-      VerifyTlsHost(settings.TlsHost.empty() ? settings.Host : settings.TlsHost);
+    if (settings.Tls)
+      Tls.reset(new TlsClient(settings.TlsHost.empty() ? settings.Host : settings.TlsHost, settings.TlsAuthorities,
+                              [this](const std::string& reason) { Watch.OnNoConnection(reason); }));
+    const FIX::SessionSettings all = MakeSettings(settings, Tls.get(), id);
+    if (Tls)
       Initiator.reset(new FIX::SSLSocketInitiator(Watch, Store, all, Watch));
-    } else {
+    else
       Initiator.reset(new FIX::SocketInitiator(Watch, Store, all, Watch));
-    }
     Initiator->getSession(id)->setDataDictionaryProvider(dictionaries);
   }
 
@@ -82,6 +81,7 @@ struct FixEngine::State {
   ToldTexts Told;
   SessionStore Store;
   SessionWatch Watch;
+  std::unique_ptr<TlsClient> Tls;
   std::unique_ptr<FIX::Initiator> Initiator;
 };
 
@@ -106,9 +106,11 @@ FixEngine::~FixEngine() {
 }
 
 void FixEngine::Start() {
+  const TlsClient::Scope scope(Self->Tls.get());
   OrRuntimeError([this] { Self->Initiator->start(); });
 }
 
 void FixEngine::Stop() {
+  if (Self->Tls) Self->Tls->GiveUp();
   Self->Initiator->stop();
 }

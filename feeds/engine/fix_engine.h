@@ -54,8 +54,8 @@ class FixEngineEvents {
 };
 
 // Messages reach the store once each and in the order of their numbers. What QuickFIX refuses (35=3, 35=j), and what is
-// garbled, is kept too and told. Only TLS connections whose certificate has the host's name are used; the check of the
-// name is one for the process, so all its engines with TLS must have the same host.
+// garbled, is kept too and told. With TLS, the certificate
+// must have the host's name and be signed by one of the authorities.
 class FixEngine {
  public:
   // Throws std::runtime_error for settings that QuickFIX refuses.

@@ -172,3 +172,8 @@ void SessionWatch::OnDisconnecting() {
   Incoming.Clear();
   Told.State(false, Lost);
 }
+
+void SessionWatch::OnNoConnection(const std::string& reason) {
+  Reason = reason;
+  OnDisconnecting();
+}

@@ -11,6 +11,9 @@ class SessionWatch : public FIX::Application, public FIX::Log, public FIX::LogFa
  public:
   SessionWatch(const FixEngineSettings& settings, SessionStore& store, IncomingMessages& incoming, ToldTexts& told);
 
+  // A connection that the session has not heard of could not be made.
+  void OnNoConnection(const std::string& reason);
+
   void onCreate(const FIX::SessionID&) override {}
   void onLogon(const FIX::SessionID&) override;
   void onLogout(const FIX::SessionID&) override {}

@@ -135,7 +135,11 @@ std::string FixPeer::Send(std::string_view type, unsigned number, std::string_vi
 }
 
 void FixPeer::SendRaw(std::string_view text) {
-  const auto sent = Self->Tls ? SSL_write(Self->Tls, text.data(), static_cast<int>(text.size()))
-                              : send(Self->Client, text.data(), text.size(), MSG_NOSIGNAL);
-  if (sent != static_cast<ssize_t>(text.size())) throw std::runtime_error("cannot send");
+  if (!Self->Tls) return SendPlain(text);
+  if (SSL_write(Self->Tls, text.data(), static_cast<int>(text.size())) <= 0) throw std::runtime_error("cannot send");
+}
+
+void FixPeer::SendPlain(std::string_view bytes) {
+  if (send(Self->Client, bytes.data(), bytes.size(), MSG_NOSIGNAL) != static_cast<ssize_t>(bytes.size()))
+    throw std::runtime_error("cannot send");
 }

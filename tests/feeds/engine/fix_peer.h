@@ -28,6 +28,7 @@ class FixPeer {
   std::string Send(std::string_view type, unsigned number, std::string_view fields = {},
                    std::string_view sender = "VENUE");
   void SendRaw(std::string_view text);
+  void SendPlain(std::string_view bytes);  // beside TLS
   std::string Make(std::string_view type, unsigned number, std::string_view fields, std::string_view sender) const;
 
  private:
