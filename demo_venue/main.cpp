@@ -69,7 +69,7 @@ VenuePace PaceOf(const VenueOptions& options) {
 VenueDay DayOf(const VenueOptions& options, BadLineReport& badLines) {
   const RunFiles files = RunFiles::OfDay(options.Day);
   const std::filesystem::path desk = options.Desk.empty() ? files.Desk : std::filesystem::path(options.Desk);
-  return options.MadeUp > 0 ? VenueDay(options.MadeUp, desk, badLines) : VenueDay(files.Day, desk, badLines);
+  return options.MadeUp > 0 ? VenueDay(options.MadeUp, desk, badLines) : VenueDay(files.Day.File, desk, badLines);
 }
 
 void WritePort(const std::string& file, int port) {

@@ -28,6 +28,10 @@ void BadLineReport::AtLine(const std::filesystem::path& file, std::uint64_t line
   if (IsNew(file)) Out << PathText(file) << ':' << line << ": " << reason << '\n';
 }
 
+void BadLineReport::InFile(const std::filesystem::path& file, const std::string& reason) {
+  if (IsNew(file)) Out << PathText(file) << ": " << reason << '\n';
+}
+
 void BadLineReport::AtCommand(const std::filesystem::path& file, std::uint64_t line, const std::string& reason) {
   ++Failed;
   Out << PathText(file) << ':' << line << ": " << reason << '\n';

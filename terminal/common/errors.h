@@ -43,6 +43,8 @@ class BadLineReport {
   void AtLine(const std::filesystem::path& file, std::uint64_t line, const std::string& reason);
   // "FILE: byte OFFSET: reason", offsets counted from 0.
   void AtByte(const std::filesystem::path& file, std::uint64_t offset, const std::string& reason);
+  // "FILE: reason"
+  void InFile(const std::filesystem::path& file, const std::string& reason);
   // "FILE:LINE: reason" for a command that failed.
   void AtCommand(const std::filesystem::path& file, std::uint64_t line, const std::string& reason);
 

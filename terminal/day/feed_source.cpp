@@ -15,7 +15,7 @@ struct PhaseRow {
   const char* Name;
 };
 constexpr PhaseRow kPhases[] = {
-    {FeedPhase::Connecting, "Connecting"},
+    {FeedPhase::Connecting, "Not connected yet"},
     {FeedPhase::Downloading, "Downloading"},
     {FeedPhase::Live, "Live"},
     {FeedPhase::Lost, "Lost"},
@@ -29,7 +29,7 @@ const char* NameOfPhase(FeedPhase phase) {
 }
 
 bool TellsWhy(const FeedState& state) {
-  return !state.Text.empty() && (state.Phase == FeedPhase::Lost || state.Phase == FeedPhase::Ended);
+  return !state.Text.empty() && state.Phase != FeedPhase::Downloading && state.Phase != FeedPhase::Live;
 }
 
 std::string Reason(const FeedState& state) {

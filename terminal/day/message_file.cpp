@@ -148,13 +148,10 @@ void FileBytes::Fill() {
   Filled += static_cast<std::size_t>(Stream.gcount());
 }
 
-namespace {
-
-// The field of the message number is first in every body and as long as the head of a counted field.
-constexpr std::uint16_t kNumberFieldSize = 5;
-
-// Copies the body as one counted field; the field of the number then overwrites its head.
-bool CopyBody(const CQORPacketReader& message, CQORPacketWriter& writer) {
+// The body is copied as one counted field. The field of the number, which is first in every body and as long as the
+// head of a counted field, then overwrites that head.
+bool CopyMessage(const CQORPacketReader& message, CQORPacketWriter& writer) {
+  constexpr std::uint16_t kNumberFieldSize = 5;
   const std::uint8_t* body = message.Data + message.Cursor - kNumberFieldSize;
   if (!writer.AddBytes(10002, message.Data + message.Cursor, static_cast<std::uint16_t>(message.End - message.Cursor)))
     return false;
@@ -162,8 +159,6 @@ bool CopyBody(const CQORPacketReader& message, CQORPacketWriter& writer) {
   writer.Finish();
   return writer.GetSize() != 0;
 }
-
-}  // namespace
 
 MessageRecorder::MessageRecorder(std::filesystem::path path, std::uint16_t mode)
     : FilePath(std::move(path)), Mode(mode) {
@@ -174,7 +169,7 @@ MessageRecorder::MessageRecorder(std::filesystem::path path, std::uint16_t mode)
 
 bool MessageRecorder::Write(const CQORPacketReader& message) {
   CQORPacketWriter writer(Mode);
-  if (!CopyBody(message, writer)) return false;
+  if (!CopyMessage(message, writer)) return false;
   errno = 0;
   Stream.write(reinterpret_cast<const char*>(writer.GetData()), writer.GetSize());
   if (!Stream) ThrowFileError(FilePath, "cannot be written", errno);

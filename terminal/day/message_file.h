@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "host_link/messages/packet_reader.h"
+#include "host_link/messages/packet_writer.h"
 #include "terminal/common/errors.h"
 #include "trade_data/record_files/ada_write_async.h"
 #include "trade_data/records/trade_impl.h"
@@ -80,6 +81,10 @@ class MessageFile {
 
 // The offset of the first whole header; npos for none.
 std::size_t FindMessageHeader(std::string_view bytes, std::size_t from) noexcept;
+
+// Copies a message after ParseHeader, with the number in its bytes, into an empty writer, and finishes it. False if it
+// exceeds the writer's limit.
+bool CopyMessage(const CQORPacketReader& message, CQORPacketWriter& writer);
 
 class MessageRecorder {
  public:

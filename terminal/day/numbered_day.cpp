@@ -1,6 +1,7 @@
 #include "terminal/day/numbered_day.h"
 
 #include <charconv>
+#include <string>
 #include <utility>
 
 #include "host_link/messages/message_header.h"
@@ -13,16 +14,16 @@ NumberedDay::NumberedDay(std::unique_ptr<MessageSource> source, LiveFrom liveFro
   DownloadEnd.Finish();
 }
 
-bool NumberedDay::Next() {
+DayStep NumberedDay::Next() {
   if (Held.Data != nullptr) {
     Parse(std::exchange(Held, {}));
     SetNumber(9101);
-    return true;
+    return DayStep::Message;
   }
-  if (!TakeNext()) {
-    if (DownloadEnded) return false;
+  if (const DayStep step = TakeNext(); step != DayStep::Message) {
+    if (DownloadEnded || (step == DayStep::NothingYet && !Source->IsCaughtUp())) return step;
     ShowDownloadEnd();
-    return true;
+    return DayStep::Message;
   }
   if (Reader->MessageNumber == 8112) DownloadEnded = true;
   if (Reader->MessageNumber == 30022) DownloadEnded = false;
@@ -30,23 +31,30 @@ bool NumberedDay::Next() {
     Held = Shown;
     ShowDownloadEnd();
   }
-  return true;
+  return DayStep::Message;
 }
 
-// The next readable message of the source, with its number; false at the end.
-bool NumberedDay::TakeNext() {
-  for (RawMessage frame; Source->Next(frame);) {
+// The next readable message of the source, with its number.
+DayStep NumberedDay::TakeNext() {
+  for (RawMessage frame;;) {
+    if (const DayStep step = Source->Next(frame); step != DayStep::Message) return step;
     if (!Parse(frame)) {
       const bool enciphered = Reader->Mode == kModeEnciphered || Reader->Mode == kModeEncipheredByReader;
       Source->Report(enciphered ? "the message is enciphered and there is no key" : "the message cannot be read");
       continue;
     }
-    if (From.By == LiveFrom::Kind::AsNumbered) return true;
-    if (Reader->MessageNumber == 8112) continue;
+    if (From.By == LiveFrom::Kind::AsNumbered) return DayStep::Message;
+    if (IsLeftOut()) continue;
     if (IsTrade()) Renumber();
-    return true;
+    return DayStep::Message;
   }
-  return false;
+}
+
+// Messages of a feed come from elsewhere: one with an address of a function in it must not reach the plug-in.
+bool NumberedDay::IsLeftOut() {
+  if (From.By != LiveFrom::Kind::CaughtUp || IsTrade()) return Reader->MessageNumber == 8112;
+  Source->Report("message " + std::to_string(Reader->MessageNumber) + " is no trade");
+  return true;
 }
 
 bool NumberedDay::Parse(const RawMessage& frame) {
@@ -77,6 +85,7 @@ void NumberedDay::SetNumber(std::uint16_t number) {
 }
 
 bool NumberedDay::IsLive() {
+  if (From.By == LiveFrom::Kind::CaughtUp) return Source->IsCaughtUp();
   if (From.By == LiveFrom::Kind::Count) return TradeCount >= From.Value;
   const std::optional<std::int64_t> seconds = TradeSeconds();
   if (!seconds) return false;

@@ -12,12 +12,21 @@
 #include "host_link/messages/packet_writer.h"
 #include "terminal/day/message_file.h"
 
+// What the next step in a day is.
+enum class DayStep : std::uint8_t {
+  Message,
+  NothingYet,  // of a feed: ask again later
+  End,
+};
+
 // Gives the messages of a day one at a time.
 class MessageSource {
  public:
   virtual ~MessageSource() = default;
-  // The next message, valid until the next call; it may be changed. False at the end of the day.
-  virtual bool Next(RawMessage& frame) = 0;
+  // The message is valid until the next call; it may be changed.
+  virtual DayStep Next(RawMessage& frame) = 0;
+  // Of a feed: the messages of Next have happened since it was connected.
+  virtual bool IsCaughtUp() const { return false; }
   // Reports the last message to the user.
   virtual void Report(const std::string& reason) = 0;
 };
@@ -29,6 +38,7 @@ struct LiveFrom {
     Count,       // so many trades are download
     TimeOfDay,   // trades before that second of the first trade's date are download
     Instant,     // trades before that second are download
+    CaughtUp,    // trades are download until the source is caught up; nothing but trades is taken
   };
   Kind By = Kind::AsNumbered;
   std::int64_t Value = 0;
@@ -37,16 +47,16 @@ struct LiveFrom {
 // "5000", "12:00:00" or "20131007-12:00:00"; nothing for any other text.
 std::optional<LiveFrom> ParseLiveFrom(std::string_view text);
 
-// An 8112 comes before every live trade and before the end of the day. Messages that cannot be read are reported and
-// skipped. With LiveFrom::AsNumbered the trades and the 8112 of a wire file stay; otherwise trades are numbered anew
-// and its 8112 is dropped. A day stays live. All other messages pass unchanged; after a 30022, which begins a new
-// download, another 8112 comes.
+// An 8112 comes before every live trade and before the end of the day, of a feed as soon as it is caught up. Messages
+// that cannot be read are reported and skipped. With LiveFrom::AsNumbered the trades and the 8112 of a wire file stay;
+// otherwise trades are numbered anew and its 8112 is dropped. A day stays live. All other messages pass unchanged;
+// after a 30022, which begins a new download, another 8112 comes.
 class NumberedDay {
  public:
   NumberedDay(std::unique_ptr<MessageSource> source, LiveFrom liveFrom);
 
-  // Goes to the next message; false at the end of the day. Both views are valid until the next call.
-  bool Next();
+  // Goes to the next message. Both views are valid until the next call.
+  DayStep Next();
   // The message with its header parsed.
   CQORPacketReader& Message() noexcept { return *Reader; }
   // The same message as raw bytes.
@@ -59,7 +69,8 @@ class NumberedDay {
 
  private:
   bool Parse(const RawMessage& frame);
-  bool TakeNext();
+  DayStep TakeNext();
+  bool IsLeftOut();
   void ShowDownloadEnd();
   void Renumber();
   void SetNumber(std::uint16_t number);

@@ -86,6 +86,7 @@ const TradeMessages::Order& TradeMessages::OrderOf(const DayTrade& trade) {
 namespace {
 
 constexpr WireField kPrintFields[] = {
+    {20008, Field::U32, offsetof(TradePrint, Number)},
     {20014, Field::U32, offsetof(TradePrint, Quantity)},
     {40002, Field::Double, offsetof(TradePrint, Price)},
     {55010, Field::Text, offsetof(TradePrint, Exchange), TradePrint::kLongestText},
@@ -106,4 +107,18 @@ TradePrint ReadTradePrint(CQORPacketReader& message) {
   ReadFields(message, kPrintFields, kPrintIndex, &print);
   message.Cursor = start;
   return print;
+}
+
+std::uint32_t ReadTradeNumber(const CQORPacketReader& message) {
+  constexpr std::uint16_t kNumberTag = 20008;
+  FieldCursor place{message.Data, message.Cursor, message.End};
+  std::uint16_t tag = 0;
+  std::uint32_t number = 0;
+  while (place.NextTag(tag)) {
+    if (tag != kNumberTag)
+      place.SkipValue(tag);
+    else if (place.ReadValue(&number, sizeof number))
+      break;
+  }
+  return number;
 }

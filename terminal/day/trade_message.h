@@ -48,12 +48,16 @@ struct TradePrint {
   Text Time{};
   std::uint32_t Quantity = 0;
   double Price = 0;
+  std::uint32_t Number = 0;  // VELDTradeID
 };
 
 // Walks a message after ParseHeader and leaves the reader unchanged. Missing fields stay empty or 0.
 TradePrint ReadTradePrint(CQORPacketReader& message);
+// The same for the number alone, which stands near the begin.
+std::uint32_t ReadTradeNumber(const CQORPacketReader& message);
 
-// Is told of each trade before the plug-in.
+// Is told of each trade before the plug-in. One whose number has come replaces that trade: a correction, or a bust with
+// the quantity 0.
 class TradeListener {
  public:
   virtual ~TradeListener() = default;

@@ -72,9 +72,18 @@ std::string TimeText(std::chrono::system_clock::time_point time) {
 
 }  // namespace
 
-void MessageLog::Add(bool toPlugin, std::uint16_t number, std::span<const std::uint8_t> fields) {
+void MessageLog::Add(LogDirection direction, std::uint16_t number, std::span<const std::uint8_t> fields) {
   if (Messages.size() == kMost) Messages.pop_front();
-  Messages.push_back({++Taken, std::chrono::system_clock::now(), toPlugin, number, {fields.begin(), fields.end()}});
+  Messages.push_back({++Taken, std::chrono::system_clock::now(), direction, number, {fields.begin(), fields.end()}});
+}
+
+void MessageLog::Add(bool toPlugin, std::uint16_t number, std::span<const std::uint8_t> fields) {
+  Add(toPlugin ? LogDirection::ToPlugin : LogDirection::FromPlugin, number, fields);
+}
+
+void MessageLog::AddNote(bool isAlarm, const std::string& text) {
+  Add(isAlarm ? LogDirection::Alarm : LogDirection::Connection, 0,
+      {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
 }
 
 void MessageLog::Add(bool toPlugin, const CQORPacketWriter& message) {
@@ -117,22 +126,44 @@ std::string FieldsText(std::span<const std::uint8_t> fields) {
   return text;
 }
 
+namespace {
+
+struct DirectionRow {
+  const char* Text;
+  const char* Meaning;  // null: that of the message
+};
+// In the order of LogDirection.
+constexpr DirectionRow kDirections[] = {
+    {"to plug-in", nullptr}, {"from plug-in", nullptr}, {"feed", "alarm"}, {"feed", "connection"}};
+
+// Controls would break the lines of a file.
+std::string NoteText(std::span<const std::uint8_t> text) {
+  std::string shown(text.begin(), text.end());
+  for (char& c : shown)
+    if (static_cast<unsigned char>(c) < ' ') c = ' ';
+  return shown;
+}
+
+}  // namespace
+
 std::string LogText(const LoggedMessage& message, LogColumn column) {
+  const DirectionRow& direction = kDirections[static_cast<std::size_t>(message.Direction)];
+  const bool isNote = direction.Meaning != nullptr;
   switch (column) {
     case LogColumn::Count:
       return std::to_string(message.Count);
     case LogColumn::Time:
       return TimeText(message.Time);
     case LogColumn::Direction:
-      return message.ToPlugin ? "to plug-in" : "from plug-in";
+      return direction.Text;
     case LogColumn::Number:
-      return std::to_string(message.Number);
+      return isNote ? "" : std::to_string(message.Number);
     case LogColumn::Meaning:
-      return MeaningOf(message.Number);
+      return isNote ? direction.Meaning : MeaningOf(message.Number);
     case LogColumn::Bytes:
-      return std::to_string(message.Fields.size());
+      return isNote ? "" : std::to_string(message.Fields.size());
     case LogColumn::Fields:
-      return FieldsText(message.Fields);
+      return isNote ? NoteText(message.Fields) : FieldsText(message.Fields);
   }
   return {};
 }

@@ -1,5 +1,5 @@
-// MessageLog: the latest messages between terminal and plug-in, in both directions, with their texts for a list and a
-// file.
+// MessageLog: the latest messages between terminal and plug-in, in both directions, and what feeds tell, with their
+// texts for a list and a file.
 #pragma once
 
 #include <chrono>
@@ -13,12 +13,14 @@
 
 #include "host_link/messages/packet_writer.h"
 
+enum class LogDirection : std::uint8_t { ToPlugin, FromPlugin, Alarm, Connection };
+
 struct LoggedMessage {
-  std::uint64_t Count = 0;  // of all messages so far, from 1
+  std::uint64_t Count = 0;  // of all rows so far, from 1
   std::chrono::system_clock::time_point Time;
-  bool ToPlugin = false;
-  std::uint16_t Number = 0;
-  std::vector<std::uint8_t> Fields;  // decoded, behind the message number
+  LogDirection Direction = LogDirection::ToPlugin;
+  std::uint16_t Number = 0;          // 0 for what a feed tells
+  std::vector<std::uint8_t> Fields;  // decoded, behind the message number; the text of a feed
 };
 
 // Adding copies the bytes; texts are made on demand. After kMost messages the oldest goes.
@@ -29,6 +31,8 @@ class MessageLog {
   void Add(bool toPlugin, std::uint16_t number, std::span<const std::uint8_t> fields);
   // A message that is open or finished; its number is its first field.
   void Add(bool toPlugin, const CQORPacketWriter& message);
+  // What a feed tells.
+  void AddNote(bool isAlarm, const std::string& text);
   void Clear() { Messages.clear(); }
 
   std::size_t Size() const noexcept { return Messages.size(); }
@@ -37,6 +41,8 @@ class MessageLog {
   const LoggedMessage& At(std::size_t row) const { return Messages[Messages.size() - 1 - row]; }
 
  private:
+  void Add(LogDirection direction, std::uint16_t number, std::span<const std::uint8_t> fields);
+
   std::deque<LoggedMessage> Messages;  // the oldest first
   std::uint64_t Taken = 0;
 };

@@ -12,7 +12,9 @@
 
 namespace {
 constexpr std::uint64_t kMessagesBetweenClocks = 16;
-}
+// Until a feed is looked at again.
+constexpr std::chrono::milliseconds kLookAgain{10};
+}  // namespace
 
 void DayRun::Begin(DayInput& input) {
   Input = &input;
@@ -34,6 +36,8 @@ void DayRun::Start() {
   Waiting = false;
   TradesOfDay = 0;
   DownloadSeconds.reset();
+  Sender.StartOver();
+  if (const auto speed = IsFeed() ? std::nullopt : Speed; Pace.GetSpeed() != speed) Pace.SetSpeed(speed, Clock.Now());
   Script = DownloadOfLogin ? &Input->OpenWithDownload(*DownloadOfLogin) : &Input->Open();
   Ended = false;
 }
@@ -42,14 +46,28 @@ std::optional<PlayClock::Time> DayRun::PlayFor(std::chrono::milliseconds time) {
   const PlayClock::Time end = Clock.Now() + time;
   for (std::uint64_t sent = 0; !Ended; ++sent) {
     if (sent % kMessagesBetweenClocks == kMessagesBetweenClocks - 1 && Clock.Now() >= end) return Clock.Now();
-    if (!Waiting && !Script->Next()) {
-      Ended = true;
-      break;
+    const DayStep step = Waiting ? DayStep::Message : Script->Next();
+    Ended = step == DayStep::End;
+    if (step != DayStep::Message) return Rest();
+    if (!IsDue()) {
+      Sender.Rest();
+      return Pace.IsPaused() ? std::nullopt : std::optional(Pace.DueAgain());
     }
-    if (!IsDue()) return Pace.IsPaused() ? std::nullopt : std::optional(Pace.DueAgain());
     SendNext();
   }
   return std::nullopt;
+}
+
+// The download of a feed goes on in a pause.
+std::optional<PlayClock::Time> DayRun::Rest() {
+  Sender.Rest();
+  const bool looksAgain = !Ended && !(Pace.IsPaused() && Live);
+  return looksAgain ? std::optional(Clock.Now() + kLookAgain) : std::nullopt;
+}
+
+void DayRun::SetSpeed(std::optional<double> speed) {
+  Speed = speed;
+  if (!IsFeed()) Pace.SetSpeed(speed, Clock.Now());
 }
 
 bool DayRun::IsDownload() const {
@@ -87,19 +105,6 @@ std::optional<std::int64_t> DayRun::DaySeconds() const {
   return seconds ? seconds : DownloadSeconds;
 }
 
-void DaySender::Send(NumberedDay& script) {
-  const std::uint16_t number = script.Message().MessageNumber;
-  if (Listener != nullptr && script.IsTrade()) Listener->OnTradeSent(ReadTradePrint(script.Message()));
-  if (!Target.Deliver(script.Message(), script.Raw())) {
-    ++Sent.NotAsked;
-    return;
-  }
-  ++Sent.Messages;
-  if (number == 8111) ++Sent.Download;
-  if (number == 9101) ++Sent.Live;
-  if (number == 8112 && Target.Send(30020)) ++Sent.Messages;
-}
-
 std::string StateText(const DayRun& day, std::uint64_t badLines) {
   std::string text = "Live, " + SpeedText(day.GetSpeed());
   if (!day.IsLive()) text = "Download";
@@ -109,19 +114,33 @@ std::string StateText(const DayRun& day, std::uint64_t badLines) {
   return text;
 }
 
-PlayCounts DayPlayer::Play(NumberedDay& script) {
-  while (script.Next()) {
-    if (Pace.GetSpeed() && script.Message().MessageNumber == 9101) WaitForTrade(script);
-    Sender.Send(script);
-    Beat.CallIfDue();
-    Progress.Tell(Sender.Counts().Trades());
+PlayCounts DayPlayer::Play(NumberedDay& script, const std::function<bool()>& goesOn) {
+  while (goesOn()) {
+    const DayStep step = script.Next();
+    if (step == DayStep::Message) {
+      Send(script);
+      continue;
+    }
+    Sender.Rest();
+    if (step == DayStep::End) break;
+    Beat.WaitUntil(Clock.Now() + kLookAgain);
   }
   return Sender.Counts();
 }
 
+void DayPlayer::Send(NumberedDay& script) {
+  if (Pace.GetSpeed() && script.Message().MessageNumber == 9101) WaitForTrade(script);
+  Sender.Send(script);
+  Beat.CallIfDue();
+  Progress.Tell(Sender.Counts().Trades());
+}
+
 void DayPlayer::WaitForTrade(NumberedDay& script) {
   const std::optional<std::int64_t> seconds = script.TradeSeconds();
-  if (seconds) Beat.WaitUntil(Pace.DueTime(*seconds, Clock.Now()));
+  if (!seconds) return;
+  const PlayClock::Time due = Pace.DueTime(*seconds, Clock.Now());
+  if (due > Clock.Now()) Sender.Rest();
+  Beat.WaitUntil(due);
 }
 
 PlayClock::Time DayPace::DueTime(std::int64_t seconds, PlayClock::Time now) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <optional>
@@ -13,6 +14,7 @@
 #include "terminal/day/trade_message.h"
 #include "terminal/link/plugin_link.h"
 #include "terminal/link/terminal_host.h"
+#include "terminal/play/day_sender.h"
 
 // "2013-10-07 10:23:45"; empty for nothing.
 std::string DayClockText(std::optional<std::int64_t> seconds);
@@ -86,53 +88,29 @@ class DayPace {
   std::int64_t Last = 0;  // the second asked about last
 };
 
-// DaySender: hands the messages of a day to the plug-in and counts them.
-struct PlayCounts {
-  std::uint64_t Messages = 0;  // sent, trades among them
-  std::uint64_t Download = 0;  // trades
-  std::uint64_t Live = 0;      // trades
-  std::uint64_t NotAsked = 0;  // messages that the plug-in does not take
-
-  std::uint64_t Trades() const noexcept { return Download + Live; }
-};
-
-// Sends a 30020 after each 8112, as only that corrects the books of one security.
-class DaySender {
- public:
-  // The listener, which may be null, is told of a trade before the plug-in.
-  explicit DaySender(MessageTarget& target, TradeListener* listener = nullptr) : Target(target), Listener(listener) {}
-
-  // Sends the current message.
-  void Send(NumberedDay& script);
-  const PlayCounts& Counts() const noexcept { return Sent; }
-
- private:
-  MessageTarget& Target;
-  TradeListener* Listener;
-  PlayCounts Sent;
-};
-
-// A download never waits, whatever the speed. A pause holds all but the download of a new login.
+// A download never waits, whatever the speed, nor does a feed. A pause holds all but the download of a new login.
 class DayRun {
  public:
   DayRun(MessageTarget& target, TradeListener& listener, PlayClock& clock, std::optional<double> speed)
-      : Clock(clock), Target(target), Pace(speed), Sender(target, &listener) {}
+      : Clock(clock), Target(target), Speed(speed), Pace(speed), Sender(target, clock, &listener) {}
 
   // Plays that day from its begin. The input must outlive its use. This and the next two throw TerminalError.
   void Begin(DayInput& input);
-  // Sends 30022 and the day so far as a download; the live trades go on after it.
+  // Sends 30022 and the day so far as a download; the live trades go on after it. A feed is read from its begin.
   void LoginAgain();
 
-  // Sends what is due, for about that time at most. Returns when more is due; nothing at the end of the day or in a
-  // pause.
+  // Sends what is due, for about that time at most. Returns when more is due, or when to look at a feed again; nothing
+  // at the end of the day or in a pause.
   std::optional<PlayClock::Time> PlayFor(std::chrono::milliseconds time);
 
   void Pause() { Pace.Pause(Clock.Now()); }
   void Resume() { Pace.Resume(Clock.Now()); }
-  void SetSpeed(std::optional<double> speed) { Pace.SetSpeed(speed, Clock.Now()); }
-  std::optional<double> GetSpeed() const noexcept { return Pace.GetSpeed(); }
+  // Of files, now or later.
+  void SetSpeed(std::optional<double> speed);
+  std::optional<double> GetSpeed() const noexcept { return Speed; }
   bool IsPaused() const noexcept { return Pace.IsPaused(); }
   bool HasEnded() const noexcept { return Ended; }
+  bool IsFeed() const noexcept { return Input != nullptr && Input->IsFeed(); }
   // The download has ended.
   bool IsLive() const noexcept { return Live; }
 
@@ -144,12 +122,14 @@ class DayRun {
 
  private:
   void Start();
+  std::optional<PlayClock::Time> Rest();
   bool IsDue();
   bool IsDownload() const;
   void SendNext();
 
   PlayClock& Clock;
   MessageTarget& Target;
+  std::optional<double> Speed;
   DayPace Pace;
   DaySender Sender;
   DayInput* Input = nullptr;
@@ -163,7 +143,8 @@ class DayRun {
   std::optional<std::int64_t> DownloadSeconds;
 };
 
-// "Download", "Live, 60x", "Paused" or "Day played", with the count of bad lines if there are any.
+// "Download", "Live, 60x", "Paused" or "Day played", with the count of bad lines if there are any. A feed tells its own
+// state.
 std::string StateText(const DayRun& day, std::uint64_t badLines);
 
 // Plays the download at once and live trades at their pace, with the beat between messages.
@@ -172,11 +153,14 @@ class DayPlayer {
   // Live trades go that many times faster than the day; nothing for as fast as the plug-in takes them.
   DayPlayer(MessageTarget& target, RefreshBeat& beat, PlayClock& clock, PlayProgress& progress,
             std::optional<double> speed)
-      : Sender(target), Beat(beat), Clock(clock), Progress(progress), Pace(speed) {}
+      : Sender(target, clock), Beat(beat), Clock(clock), Progress(progress), Pace(speed) {}
 
-  PlayCounts Play(NumberedDay& script);
+  // Until the end of the day, or until goesOn, which is asked between messages, says no.
+  PlayCounts Play(
+      NumberedDay& script, const std::function<bool()>& goesOn = [] { return true; });
 
  private:
+  void Send(NumberedDay& script);
   void WaitForTrade(NumberedDay& script);
 
   DaySender Sender;

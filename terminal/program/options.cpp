@@ -7,6 +7,7 @@
 #include <cmath>
 #include <utility>
 
+#include "feeds/day_log/log_address.h"
 #include "platform/modules.h"
 #include "terminal/common/errors.h"
 #include "terminal/script/window_script.h"
@@ -63,6 +64,15 @@ Fault TakePath(const Path& value, Options& options) {
   return value.empty() ? "a path" : nullptr;
 }
 
+// What stands in an address is for the feed to judge, but an address that is wrong is a wrong command line.
+template <Path Options::*Place>
+Fault TakeDay(const Path& value, Options& options) {
+  const DaySpec day(value);
+  if (day.What == DaySpec::Kind::Log) ParseLogAddress(day.Address);
+  if (day.What == DaySpec::Kind::Fix && day.File.empty()) return "fix: and the path of its settings";
+  return TakePath<Place>(value, options);
+}
+
 template <bool Options::*Place>
 Fault TakeFlag(const Path& /*value*/, Options& options) {
   options.*Place = true;
@@ -79,8 +89,13 @@ struct OptionRow {
 constexpr OptionRow kOptions[] = {
     {"--headless", nullptr, TakeFlag<&Options::Headless>,
      "play without windows, as fast as it goes or at --speed, and end"},
-    {"--day", "FILE", TakePath<&Options::Day>,
-     "the day: a CSV of executed trades, a file of wire messages or a record file (default: the sample day)"},
+    {"--day", "FILE|ADDRESS", TakeDay<&Options::Day>,
+     "the day: a CSV of executed trades, a file of wire messages, a record file or the journal of a gateway; or "
+     "trades as they happen: nats://HOST[:PORT][,HOST...]/NAME.DATE, or tls://, for a day log, fix:FILE with the "
+     "settings of a FIX session (default: the sample day)"},
+    {"--log-access", "FILE", TakePath<&Options::LogAccess>,
+     "user and secrets for the log of --day or --record: lines of KEY = VALUE with user, password_file, "
+     "credentials_file and authorities"},
     {"--securities", "FILE", TakePath<&Options::Securities>,
      "names and multipliers (default: securities.csv beside the day, else the sample's)"},
     {"--desk", "FILE", TakePath<&Options::Desk>,
@@ -93,12 +108,12 @@ constexpr OptionRow kOptions[] = {
     {"--plugin", "PATH", TakePath<&Options::Plugin>, "the plug-in's module (default: tradebook beside the program)"},
     {"--work", "DIR", TakePath<&Options::Work>,
      "the folder in which the plug-in works, made when missing (default: trade_book_work in the current folder)"},
-    {"--record", "FILE", TakePath<&Options::Record>,
+    {"--record", "FILE|ADDRESS", TakeDay<&Options::Record>,
      "write the messages of the day into a file instead of playing it; with the extension .ada a record file, which "
-     "holds the trades alone; needs no plug-in"},
+     "holds the trades alone; with the address of a day log its trades into that log; needs no plug-in"},
     {"--record-mode", "0|1", TakeRecordMode, "plain or compressed messages in that file (default: 0)"},
     {"--exit-after", "SECONDS|played", TakeExitAfter,
-     "close the windows after that time, or once the day has been played"},
+     "close the windows after that time, or once the day has been played; with --headless end a feed"},
     {"--screenshot", "FILE", TakePath<&Options::Screenshot>,
      "write a picture of the windows into a PNG file when they close"},
     {"--script", "FILE", TakePath<&Options::Script>, "drive the windows by the commands of a text file"},
@@ -130,7 +145,12 @@ constexpr ExitCodeRow kExitCodes[] = {
 void TakeOption(const CLI::App& app, const OptionRow& row, const std::string& value, Options& options) {
   if (value.starts_with("--") && app.get_option_no_throw(value) != nullptr)
     Refuse(std::string(row.Name) + " needs a value");
-  const Fault expected = row.Take(Path(std::u8string(value.begin(), value.end())), options);
+  Fault expected = nullptr;
+  try {
+    expected = row.Take(Path(std::u8string(value.begin(), value.end())), options);
+  } catch (const FeedError& failure) {
+    Refuse(std::string(row.Name) + ": " + failure.what());  // without the address: a password may stand in it
+  }
   if (expected != nullptr) Refuse("the value \"" + value + "\" of " + row.Name + " is not " + expected);
 }
 
@@ -189,6 +209,10 @@ class CommandLine {
   CLI::App App{"terminal: plays a day of trades to the Trade Book plug-in", "terminal"};
 };
 
+bool IsLog(const Path& given) {
+  return DaySpec(given).What == DaySpec::Kind::Log;
+}
+
 }  // namespace
 
 Options ParseOptions(const std::vector<Path>& arguments) {
@@ -197,21 +221,29 @@ Options ParseOptions(const std::vector<Path>& arguments) {
   for (const Path& argument : arguments) words.push_back(PathText(argument));
   CommandLine(options).Parse(std::move(words));
   if (options.RecordMode && options.Record.empty()) Refuse("--record-mode says something only with --record");
-  const bool ofWindows = options.ExitAfter || !options.Screenshot.empty() || !options.Script.empty();
+  const bool isFeed = DaySpec(options.Day).IsFeed();
+  const bool endsFeed = isFeed && options.Headless && options.Record.empty();
+  const bool ofWindows = (options.ExitAfter && !endsFeed) || !options.Screenshot.empty() || !options.Script.empty();
   if (ofWindows && (options.Headless || !options.Record.empty()))
     Refuse("--exit-after, --screenshot and --script say something only with windows");
+  if (isFeed && (options.Live || options.SpeedGiven || !options.Record.empty()))
+    Refuse("--live-from, --speed and --record say something only of a day of files");
+  if (!options.LogAccess.empty() && !IsLog(options.Day) && !IsLog(options.Record))
+    Refuse("--log-access says something only with the address of a log");
   return options;
 }
 
 RunFiles FilesOf(const Options& options) {
   const auto full = [](const Path& given) { return given.empty() ? given : std::filesystem::absolute(given); };
   RunFiles files = RunFiles::OfDay(options.Day);
-  if (!options.Securities.empty()) files.Securities = full(options.Securities);
+  if (files.Day.IsFeed()) files.Day = DaySpec(options.Day, options.LogAccess);
+  files.FeedSecurities = full(options.Securities);
+  if (!options.Securities.empty()) files.Securities = files.FeedSecurities;
   if (!options.Desk.empty()) files.Desk = full(options.Desk);
   files.Plugin =
       options.Plugin.empty() ? ProgramFolder() / (std::string("tradebook") + ModuleSuffix()) : full(options.Plugin);
   files.Work = full(options.Work.empty() ? "trade_book_work" : options.Work);
-  files.Record = full(options.Record);
+  if (!options.Record.empty()) files.Record.emplace(options.Record, options.LogAccess);
   files.Screenshot = full(options.Screenshot);
   files.Script = full(options.Script);
   return files;

@@ -24,12 +24,13 @@ struct Options {
   bool Headless = false;
   bool Help = false;
   bool Version = false;
-  std::filesystem::path Day;  // empty paths stand for the defaults of the help
+  std::filesystem::path Day;  // or the address of a feed; empty paths stand for the defaults of the help
+  std::filesystem::path LogAccess;
   std::filesystem::path Securities;
   std::filesystem::path Desk;
   std::filesystem::path Plugin;
   std::filesystem::path Work;
-  std::filesystem::path Record;
+  std::filesystem::path Record;  // or the address of a log
   std::filesystem::path Screenshot;
   std::filesystem::path Script;
   std::optional<LiveFrom> Live;

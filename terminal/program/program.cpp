@@ -13,6 +13,8 @@
 #include "terminal/link/plugin_link.h"
 #include "terminal/link/terminal_host.h"
 #include "terminal/play/player.h"
+#include "terminal/program/feed_watch.h"
+#include "terminal/program/log_recording.h"
 
 namespace {
 
@@ -21,7 +23,7 @@ using Path = std::filesystem::path;
 std::string RecordMessages(NumberedDay& script, const Path& file, std::uint16_t mode) {
   MessageRecorder record(file, mode);
   std::uint64_t messages = 0;
-  while (script.Next()) {
+  while (script.Next() == DayStep::Message) {
     if (record.Write(script.Message()))
       ++messages;
     else
@@ -36,7 +38,7 @@ std::string RecordTrades(NumberedDay& script, const Path& file, std::uint16_t mo
   TradeRecorder record(file, mode);
   std::uint64_t trades = 0;
   std::uint64_t others = 0;
-  while (script.Next()) {
+  while (script.Next() == DayStep::Message) {
     const bool isDownloadEnd = script.Message().MessageNumber == 8112;
     if (record.Write(script.Message()))
       ++trades;
@@ -48,13 +50,27 @@ std::string RecordTrades(NumberedDay& script, const Path& file, std::uint16_t mo
   return WithThousands(trades) + " trades" + rest;
 }
 
-void RecordDay(const RunFiles& files, const Options& options, BadLineReport& badLines, std::ostream& out) {
+void RecordIntoFile(const RunFiles& files, const Options& options, BadLineReport& badLines, std::ostream& out) {
+  const Path& file = files.Record->File;
   std::error_code error;
-  if (std::filesystem::equivalent(files.Day, files.Record, error))
-    throw TerminalError(ExitCode::CommandLine, "--record would write over the day, " + PathText(files.Day));
+  if (std::filesystem::equivalent(files.Day.File, file, error))
+    throw TerminalError(ExitCode::CommandLine, "--record would write over the day, " + PathText(file));
   DayInput input(files, options.Live, badLines);
-  const auto record = IsRecordFile(files.Record) ? RecordTrades : RecordMessages;
-  out << PathText(files.Record) << ": " << record(input.Open(), files.Record, options.RecordMode.value_or(0)) << '\n';
+  const auto record = IsRecordFile(file) ? RecordTrades : RecordMessages;
+  out << PathText(file) << ": " << record(input.Open(), file, options.RecordMode.value_or(0)) << '\n';
+}
+
+// A log has no download: whoever reads it tells that itself.
+void RecordIntoLog(const RunFiles& files, BadLineReport& badLines, std::ostream& out) {
+  DayInput input(files, LiveFrom{LiveFrom::Kind::Count, 0}, badLines);
+  NumberedDay& script = input.Open();
+  const std::unique_ptr<BatchTarget> log = OpenLogForRecording(*files.Record);
+  out << files.Record->Address << ": " << RecordedText(RecordTradesInBatches(script, *log)) << '\n';
+}
+
+void RecordDay(const RunFiles& files, const Options& options, BadLineReport& badLines, std::ostream& out) {
+  if (files.Record->What == DaySpec::Kind::Log) return RecordIntoLog(files, badLines, out);
+  RecordIntoFile(files, options, badLines, out);
 }
 
 void PlayDay(const RunFiles& files, const Options& options, BadLineReport& badLines, std::ostream& out,
@@ -72,8 +88,11 @@ void PlayDay(const RunFiles& files, const Options& options, BadLineReport& badLi
   summary.ControlMessages = SendStart(plugin, false);
   PlayProgress progress(errors, clock);
   const PlayClock::Time start = clock.Now();
-  summary.Played = DayPlayer(plugin, beat, clock, progress, options.Speed).Play(script);
+  FeedWatch watch(input, options, clock, progress, errors);
+  summary.Played =
+      DayPlayer(plugin, beat, clock, progress, options.Speed).Play(script, [&watch] { return watch.GoesOn(); });
   summary.Time = clock.Now() - start;
+  watch.TellNews();
   progress.Finish();
   summary.ControlMessages += plugin.Send(30021) ? 1 : 0;
   beat.Register({});
@@ -90,7 +109,7 @@ ExitCode Run(const Options& options, PlayInWindowsFunction playInWindows, std::o
   }
   BadLineReport badLines(errors);
   const RunFiles files = FilesOf(options);
-  if (!options.Record.empty())
+  if (files.Record)
     RecordDay(files, options, badLines, out);
   else if (options.Headless)
     PlayDay(files, options, badLines, out, errors);

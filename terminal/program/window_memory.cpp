@@ -15,8 +15,9 @@ constexpr std::int32_t kMostColumns = 100;
 constexpr const wchar_t* kFramePath = L"Frame";
 constexpr const wchar_t* kWatchPath = L"MarketWatch";
 constexpr const wchar_t* kDayPath = L"Day";
+constexpr const wchar_t* kFeedsPath = L"Feeds";
 
-std::wstring ColumnKey(const wchar_t* what, std::size_t place) {
+std::wstring PlaceKey(const wchar_t* what, std::size_t place) {
   return std::wstring(what) + L"-" + std::to_wstring(place);
 }
 
@@ -27,8 +28,8 @@ bool IsSound(const SettingsRectangle& rectangle) {
 }
 
 bool ReadColumn(CQORPRegistry& settings, std::size_t place, ColumnPlace& column) {
-  return settings.Read(ColumnKey(L"Title", place), column.Title) &&
-         settings.Read(ColumnKey(L"Width", place), column.WidthPx) && !column.Title.empty() &&
+  return settings.Read(PlaceKey(L"Title", place), column.Title) &&
+         settings.Read(PlaceKey(L"Width", place), column.WidthPx) && !column.Title.empty() &&
          column.WidthPx >= kLeastColumnPx && column.WidthPx <= kMostColumnPx;
 }
 
@@ -76,22 +77,52 @@ void WindowMemory::SaveWatch(const WatchPlace& place) {
   settings->CreatePath(kWatchPath);
   settings->Write(L"Columns", static_cast<std::int32_t>(place.Columns.size()));
   for (std::size_t at = 0; at < place.Columns.size(); ++at) {
-    settings->Write(ColumnKey(L"Title", at), place.Columns[at].Title);
-    settings->Write(ColumnKey(L"Width", at), std::int32_t{place.Columns[at].WidthPx});
+    settings->Write(PlaceKey(L"Title", at), place.Columns[at].Title);
+    settings->Write(PlaceKey(L"Width", at), std::int32_t{place.Columns[at].WidthPx});
   }
   settings->Write(L"Sort", place.SortColumn.value_or(L""));
   settings->Write(L"Rising", std::int32_t{place.Rising});
 }
 
-std::optional<std::filesystem::path> WindowMemory::LoadDay() {
+std::optional<DaySpec> WindowMemory::LoadDay() {
   const auto settings = Open();
   std::wstring file;
+  std::wstring access;
   if (!settings->OpenPath(kDayPath) || !settings->Read(L"File", file) || file.empty()) return std::nullopt;
-  return PathOfWide(file);
+  settings->Read(L"LogAccess", access);
+  return DaySpec(PathOfWide(file), PathOfWide(access));
 }
 
 void WindowMemory::SaveDay(const RunFiles& files) {
   const auto settings = Open();
   settings->CreatePath(kDayPath);
-  settings->Write(L"File", files.IsSampleDay() ? std::wstring() : WideOfPath(files.Day));
+  settings->Write(L"File", files.IsSampleDay() ? std::wstring() : WideOfPath(files.Day.Given()));
+  settings->Write(L"LogAccess", WideOfPath(files.Day.Access));
+}
+
+std::vector<DaySpec> WindowMemory::LoadFeeds() {
+  const auto settings = Open();
+  std::vector<DaySpec> feeds;
+  if (!settings->OpenPath(kFeedsPath)) return feeds;
+  for (std::size_t place = 0; place < kMostFeeds; ++place) {
+    std::wstring address;
+    std::wstring access;
+    if (!settings->Read(PlaceKey(L"Address", place), address)) break;
+    settings->Read(PlaceKey(L"LogAccess", place), access);
+    if (DaySpec feed(PathOfWide(address), PathOfWide(access)); feed.IsFeed()) feeds.push_back(std::move(feed));
+  }
+  return feeds;
+}
+
+void WindowMemory::SaveFeed(const DaySpec& feed) {
+  std::vector<DaySpec> feeds = LoadFeeds();
+  std::erase_if(feeds, [&feed](const DaySpec& other) { return other.Given() == feed.Given(); });
+  feeds.insert(feeds.begin(), feed);
+  feeds.resize(std::min(feeds.size(), kMostFeeds));
+  const auto settings = Open();
+  settings->CreatePath(kFeedsPath);
+  for (std::size_t place = 0; place < feeds.size(); ++place) {
+    settings->Write(PlaceKey(L"Address", place), WideOfPath(feeds[place].Given()));
+    settings->Write(PlaceKey(L"LogAccess", place), WideOfPath(feeds[place].Access));
+  }
 }

@@ -1,5 +1,5 @@
-// WindowMemory: the file of the working folder that keeps the place of the frame, the columns of the market watch and
-// the last day. Bars store their places in it themselves.
+// WindowMemory: the file of the working folder that keeps the place of the frame, the columns of the market watch,
+// the last day and the latest feeds. Bars store their places in it themselves.
 #pragma once
 
 #include <memory>
@@ -36,11 +36,17 @@ class WindowMemory {
 
   std::optional<FramePlace> LoadFrame();
   std::optional<WatchPlace> LoadWatch();
+  static constexpr std::size_t kMostFeeds = 10;
+
   // The last day; nothing for the sample.
-  std::optional<std::filesystem::path> LoadDay();
+  std::optional<DaySpec> LoadDay();
+  // The feeds that were connected, the latest first.
+  std::vector<DaySpec> LoadFeeds();
   void SaveFrame(const FramePlace& place);
   void SaveWatch(const WatchPlace& place);
   void SaveDay(const RunFiles& files);
+  // Puts it before the others.
+  void SaveFeed(const DaySpec& feed);
   // For the bars.
   std::unique_ptr<CQORPRegistry> Open() { return Store->Open(0, 0); }
   // Writes the file; false on failure.

@@ -68,8 +68,12 @@ Fault TakeKey(const std::string& rest, ScriptCommand& command) {
 
 Fault TakeWait(const std::string& rest, ScriptCommand& command) {
   if (rest == "played") return nullptr;
+  if (rest == "live") {
+    command.Action = ScriptAction::WaitLive;
+    return nullptr;
+  }
   const std::optional<int> value = WholeNumber(rest, 0, kLongestWaitMs);
-  if (!value) return "played, or milliseconds up to an hour";
+  if (!value) return "played, live, or milliseconds up to an hour";
   command.Action = ScriptAction::WaitTime;
   command.Time = std::chrono::milliseconds(*value);
   return nullptr;
@@ -153,7 +157,8 @@ constexpr CommandRow kCommands[] = {
     {"select", ScriptAction::Select, TakeText, "SECURITY_ID", "makes its row of the market watch the current one"},
     {"focus", ScriptAction::Focus, TakeFocus, "market-watch|book [TITLE]|none", "gives the keys to that window"},
     {"key", ScriptAction::Key, TakeKey, "KEY", "presses a key: F8, Escape, Ctrl+C, Shift+PageDown"},
-    {"wait", ScriptAction::WaitPlayed, TakeWait, "played|MS", "waits for the end of the day, or so many milliseconds"},
+    {"wait", ScriptAction::WaitPlayed, TakeWait, "played|live|MS",
+     "waits for the end of the day or of its download, or so many milliseconds"},
     {"screenshot", ScriptAction::Screenshot, TakeText, "FILE", "writes a picture of the windows"},
     {"menu", ScriptAction::Menu, TakeMenu, "TEXT>TEXT", "runs an entry of the menu bar"},
     {"filter", ScriptAction::Filter, TakeFilter, "COLUMN [TEXT]",

@@ -2,7 +2,7 @@
 //
 //   line    := [command] ["#" anything]          blanks around do not count
 //   command := "open-book" | "select" security-id | "focus" ("market-watch" | "book" [title] | "none") | "key" key
-//            | "wait" ("played" | milliseconds) | "screenshot" file | "menu" text (">" text)+ | "exit"
+//            | "wait" ("played" | "live" | milliseconds) | "screenshot" file | "menu" text (">" text)+ | "exit"
 //            | "close-book" | "usage" name | "filter" column [text] | "header" column ["ctrl"] | "rows" from to |
 //            "book-menu" text (">" text)* | "place" ("left" | "right" | "top" | "bottom" | "tab" | "floating") |
 //            "save-as" file | "cancel-save" | "answer" text | "choose" text | "check" text | "expect-rows" count |
@@ -38,6 +38,7 @@ enum class ScriptAction : std::uint8_t {
   Focus,
   Key,
   WaitPlayed,
+  WaitLive,
   WaitTime,
   Screenshot,
   Usage,

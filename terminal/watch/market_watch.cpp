@@ -25,6 +25,7 @@ void MarketWatch::Fill(const SecurityList& securities) {
   Securities.clear();
   Order.clear();
   ByKey.clear();
+  ByNumber.clear();
   for (const Security& security : securities.All()) Add(security);
   ApplySort();
 }
@@ -50,7 +51,9 @@ void MarketWatch::ForgetTrades() {
     row.Tick = Trend::None;
     row.Time.clear();
     row.TradedBeat = 0;
+    row.LastNumber = 0;
   }
+  ByNumber.clear();
   Changed = true;
 }
 
@@ -60,13 +63,40 @@ WatchRow& MarketWatch::RowFor(const TradePrint& print) {
 }
 
 void MarketWatch::OnTradeSent(const TradePrint& print) {
+  const auto former = print.Number == 0 ? ByNumber.end() : ByNumber.find(print.Number);
+  if (former != ByNumber.end()) return Replace(former->second, print);
   WatchRow& row = RowFor(print);
+  if (print.Number != 0)
+    ByNumber.emplace(print.Number, CountedTrade{static_cast<std::size_t>(&row - Securities.data()), print.Quantity});
+  Count(row, print);
+}
+
+void MarketWatch::Count(WatchRow& row, const TradePrint& print) {
   if (row.Trades == 0) row.First = row.Last = print.Price;
   if (const Trend tick = TrendOf(row.Last, print.Price); tick != Trend::None) row.Tick = tick;
   row.Last = print.Price;
+  row.LastNumber = print.Number;
   row.Quantity += print.Quantity;
   row.Time = print.Time;
   ++row.Trades;
+  row.TradedBeat = LastTraded = Beat;
+  Changed = true;
+}
+
+// A trade of one security never becomes one of another.
+void MarketWatch::Replace(CountedTrade& former, const TradePrint& print) {
+  WatchRow& row = Securities[former.Row];
+  const bool wasBust = former.Quantity == 0;
+  const bool isBust = print.Quantity == 0;
+  row.Quantity += print.Quantity;
+  row.Quantity -= former.Quantity;
+  row.Trades += wasBust ? 1 : 0;
+  row.Trades -= isBust ? 1 : 0;
+  if (!isBust && row.LastNumber == print.Number) {
+    if (const Trend tick = TrendOf(row.Last, print.Price); tick != Trend::None) row.Tick = tick;
+    row.Last = print.Price;
+  }
+  former.Quantity = print.Quantity;
   row.TradedBeat = LastTraded = Beat;
   Changed = true;
 }

@@ -26,13 +26,15 @@ struct WatchRow {
   std::uint64_t Quantity = 0;
   std::string Time;              // of the last trade
   std::uint64_t TradedBeat = 0;  // 0 before the first trade
+  std::uint32_t LastNumber = 0;  // of the trade that set Last
 
   double Change() const noexcept { return Last - First; }
   Trend ChangeTrend() const noexcept;
 };
 
-// Rows move only in SortBy, ApplySort and Fill. A trade of an unlisted security adds a row at the end. A trade costs
-// one hash; a sort is O(n log n).
+// A trade whose number has come replaces the one before: it changes the quantity, and the last price if no later trade
+// set it; a bust keeps the price and counts no longer. Rows move only in SortBy, ApplySort and Fill. A trade of an
+// unlisted security adds a row at the end. A trade costs one hash; a sort is O(n log n).
 class MarketWatch : public TradeListener {
  public:
   explicit MarketWatch(const SecurityList& securities) { Fill(securities); }
@@ -64,6 +66,12 @@ class MarketWatch : public TradeListener {
   bool IsFresh(const WatchRow& row) const noexcept { return row.TradedBeat != 0 && row.TradedBeat + 1 >= Beat; }
 
  private:
+  struct CountedTrade {
+    std::size_t Row;
+    std::uint32_t Quantity;
+  };
+  void Count(WatchRow& row, const TradePrint& print);
+  void Replace(CountedTrade& former, const TradePrint& print);
   WatchRow& RowFor(const TradePrint& print);
   template <typename Told>
   WatchRow& Add(const Told& security);
@@ -71,6 +79,7 @@ class MarketWatch : public TradeListener {
   std::vector<WatchRow> Securities;
   std::vector<std::size_t> Order;                      // rows as they stand, by index into Securities
   std::unordered_map<std::string, std::size_t> ByKey;  // exchange and id
+  std::unordered_map<std::uint32_t, CountedTrade> ByNumber;
   std::optional<int> SortedBy;
   bool Rising = true;
   bool Changed = true;

@@ -20,6 +20,7 @@ std::string FailureOf(ExitCode code, Call call) {
 
 TEST(Options, TakesEveryOption) {
   const Options some = ParseOptions({"--headless", "--live-from", "12:00:00", "--speed", "2.5"});
+  EXPECT_TRUE(ParseOptions({"--headless", "--day", "nats://h/t.20260301", "--exit-after", "5"}).ExitAfter);
   EXPECT_TRUE(some.Headless && some.SpeedGiven && !some.ExitAfter && !some.RecordMode);
   EXPECT_EQ(std::pair(some.Live->Value, *some.Speed), std::pair(std::int64_t{43200}, 2.5));
   EXPECT_FALSE(ParseOptions({"--speed", "3", "--speed", "max"}).Speed || ParseOptions({}).SpeedGiven);
@@ -38,9 +39,13 @@ TEST(Options, NamesFilesElseTheDefaults) {
   EXPECT_TRUE(given.IsSampleDay());
   EXPECT_EQ((std::array{given.Desk, given.Securities, given.Plugin, given.Work, given.Script, given.Screenshot}),
             (std::array{here / "d", here / "s", here / "p", here / "-1", here / "s.txt", here / "p.png"}));
+  const RunFiles feed = FilesOf(ParseOptions({"--day", "nats://h/t.20260301", "--log-access", "a"}));
+  EXPECT_EQ((std::array{feed.Day.Access, feed.Securities, given.WithDay(feed.Day).Securities}),
+            (std::array{here / "a", ProgramFolder() / "sample_day" / "securities.csv", here / "s"}));
   const RunFiles files = FilesOf(ParseOptions({"--record", "r", "--day=d e"}));
   const auto sample = ProgramFolder() / "sample_day";
-  EXPECT_EQ((std::array{files.Day, files.Securities, files.Desk, files.Plugin, files.Work, files.Record, files.Script}),
+  EXPECT_EQ((std::array{files.Day.File, files.Securities, files.Desk, files.Plugin, files.Work, files.Record->File,
+                        files.Script}),
             (std::array{here / "d e", sample / "securities.csv", sample / "desk.csv", TestModule("tradebook"),
                         here / "trade_book_work", here / "r", std::filesystem::path()}));
 }
@@ -53,6 +58,9 @@ TEST(Options, RejectsWithOneSentence) {
       {{"--record-mode", "1"}, "--record-mode says something only with --record"},
       {{"--headless", "--exit-after", "1"}, "--exit-after, --screenshot and --script say something only with windows"},
       {{"--record", "r", "--script", "s"}, "--exit-after, --screenshot and --script say something only with windows"},
+      {{"--day", "fix:c", "--speed", "1"}, "--live-from, --speed and --record say something only of a day of files"},
+      {{"--day", "fix:c", "--record", "r"}, "--live-from, --speed and --record say something only of a day of files"},
+      {{"--day", "d", "--log-access", "a"}, "--log-access says something only with the address of a log"},
   };
   const auto said = [](const std::vector<std::filesystem::path>& words) {
     return FailureOf(ExitCode::CommandLine, [&] { ParseOptions(words); });
@@ -61,10 +69,15 @@ TEST(Options, RejectsWithOneSentence) {
     EXPECT_EQ(said(words), sentence + std::string("; --help lists the options"));
   for (const std::string word : {"--headles", "--Headless", "day.csv", "/day"})
     EXPECT_TRUE(said({word}).starts_with("there is no option " + word + ";"));
+  const std::string secret = said({"--day", "nats://me:word@h/t.20260301"});
+  EXPECT_TRUE(secret.starts_with("--day: ") && secret.find("me:word") == std::string::npos) << secret;
   // Option, values, and what they are not.
   const std::tuple<const char*, std::vector<const char*>, const char*> values[] = {
-      {"--day", {""}, "a path;"},          {"--speed", {"0", "2x", "inf", "Max"}, "a number above 0, or max;"},
-      {"--record-mode", {"2"}, "0 or 1;"}, {"--exit-after", {"0", "604801", "1s"}, "played, or a number of seconds"},
+      {"--day", {""}, "a path;"},
+      {"--day", {"fix:"}, "fix: and the path of its settings"},
+      {"--speed", {"0", "2x", "inf", "Max"}, "a number above 0, or max;"},
+      {"--record-mode", {"2"}, "0 or 1;"},
+      {"--exit-after", {"0", "604801", "1s"}, "played, or a number of seconds"},
       {"--live-from", {"noon"}, "a time"},
   };
   for (const auto& [option, refused, fault] : values)
@@ -99,6 +112,7 @@ TEST(WindowScript, ReadsItsCommands) {
       {"  select GC 2013\t", {.Action = Select, .Text = "GC 2013"}},
       {"focus book", {.Action = Focus, .Focus = ScriptFocus::Book}},
       {"key Ctrl+c", {.Action = Key, .Key = {'C', true}}},
+      {"wait live", {.Action = WaitLive}},
       {"wait 3600000", {.Action = WaitTime, .Time = std::chrono::hours(1)}},
       {"screenshot a b.png", {.Action = Screenshot, .Text = "a b.png"}},
       {"menu Day > As Fast As Possible", {.Action = Menu, .Menu = {"Day", "As Fast As Possible"}}},
@@ -122,8 +136,8 @@ TEST(WindowScript, RejectsALineWithItsNumber) {
       {"open", "there is no command \"open\""},      {"Exit", "there is no command \"Exit\""},
       {"exit now", "exit needs nothing behind it"},  {"select", "select needs a text behind it"},
       {"focus books", "focus needs market-watch,"},  {"key F13", "key needs a key such as"},
-      {"wait -1", "wait needs played, or"},          {"wait 1s", "wait needs played, or"},
-      {"wait 3600001", "wait needs played, or"},     {"menu Day", "menu needs a menu and its entry"},
+      {"wait -1", "wait needs played, live"},        {"wait 1s", "wait needs played, live"},
+      {"wait 3600001", "wait needs played, live"},   {"menu Day", "menu needs a menu and its entry"},
       {"menu Day>>Pause", "menu needs a menu and "}, {"menu Day>", "menu needs a menu and its entry"},
       {"filter", "filter needs a column's title"},   {"header Price Ctrl", "header needs a column's title"},
       {"header", "header needs a column's title"},   {"rows 0 1", "rows needs the first row and the last"},

@@ -80,7 +80,7 @@ std::string Played(const std::string& bytes, LiveFrom liveFrom) {
   TestReport reports;
   NumberedDay script(OpenMessageDay(WriteTestFile("day.bin", bytes), reports), liveFrom);
   std::string numbers, times;
-  while (script.Next()) {
+  while (script.Next() == DayStep::Message) {
     CQORPacketReader& message = script.Message();
     numbers += std::to_string(message.MessageNumber) + " ";
     times += ReadTradePrint(message).Time;

@@ -125,6 +125,7 @@ TEST_F(FeedDayTest, LeavesOutWhatIsNoTrade) {
   EXPECT_EQ(Input.TakeNews().size(), 2U);
   EXPECT_EQ(Input.TakeNews().size(), 0U) << "each once";
   EXPECT_EQ(Input.FeedText(), "Lost, 5 alarms: no answer; connecting again");
+  EXPECT_EQ(FeedStateText({FeedPhase::Connecting, "no such log", 0}, "x", 0), "Not connected yet: no such log");
   Plan.State = {FeedPhase::Downloading, "reading", 1200};
   EXPECT_EQ(FeedStateText(Plan.State, "trades.20131007", 0), "Downloading, 1,200 behind");
   EXPECT_EQ(FeedStateText({FeedPhase::Live, "reading", 0}, "trades.20131007", 1), "Live, 1 alarm, trades.20131007");

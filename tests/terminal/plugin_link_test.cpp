@@ -146,16 +146,20 @@ TEST(MessageLog, WritesRowsAsCsv) {
   MessageLog log;
   log.Add(true, 9101, ExactSpan(kSample));
   for (const std::uint16_t number : Numbers{32003, 1}) log.Add(false, number, {});
+  log.AddNote(true, "gap: 5\nto 7");
+  log.AddNote(false, "Live");
   std::ostringstream file;
-  const std::size_t rows[] = {2, 1, 0};
+  const std::size_t rows[] = {4, 3, 2, 1, 0};
   WriteLog(file, log, rows);
   std::string expected = "No.,Time,Direction,Message,Meaning,Bytes,Fields\r\n1,TIME,to plug-in,9101,live trade," +
                          std::to_string(kSample.size()) + ",\"" + kSampleText +
-                         "\"\r\n2,TIME,from plug-in,32003,show properties,0,\"\"\r\n3,TIME,from plug-in,1,,0,\"\"";
+                         "\"\r\n2,TIME,from plug-in,32003,show properties,0,\"\"\r\n3,TIME,from plug-in,1,,0,\"\"\r\n"
+                         "4,TIME,feed,,alarm,,\"gap: 5 to 7\"\r\n5,TIME,feed,,connection,,\"Live\"";
   expected.insert(expected.find("CO\"") + 2, "\"");  // quotes stand twice
   for (const std::size_t row : rows) expected.replace(expected.find("TIME"), 4, LogText(log.At(row), LogColumn::Time));
   EXPECT_EQ(file.str(), expected);
-  const LoggedMessage message{1, std::chrono::system_clock::time_point(std::chrono::milliseconds(65007)), false, 1, {}};
+  LoggedMessage message;
+  message.Time = std::chrono::system_clock::time_point(std::chrono::milliseconds(65007));
   const std::string time = LogText(message, LogColumn::Time);  // the hour is that of the place
   EXPECT_TRUE(time.size() == 12 && time.ends_with(":05.007")) << time;
 }

@@ -131,6 +131,24 @@ TEST(WorkingFolder, IsMadeAndFilledWithoutOverwriting) {
   EXPECT_TRUE(std::filesystem::equivalent(std::filesystem::current_path(), before));
 }
 
+TEST(WindowMemory, KeepsTheLatestFeeds) {
+  WindowMemory memory(TestFolder());
+  EXPECT_TRUE(memory.LoadFeeds().empty());
+  const auto feed = [](int number) { return DaySpec("nats://h/t.2026030" + std::to_string(number), "access"); };
+  for (const int number : {1, 2, 3, 1, 4, 5, 6, 7, 8, 9, 0, 9, 8}) memory.SaveFeed(feed(number));
+  memory.SaveFeed(DaySpec("fix:desk.cfg"));
+  std::vector<DaySpec> latest = {DaySpec("fix:desk.cfg")};
+  for (const int number : {8, 9, 0, 7, 6, 5, 4, 1, 3}) latest.push_back(feed(number));
+  EXPECT_EQ(memory.LoadFeeds(), latest);
+  RunFiles files;
+  files.Day = feed(1);
+  memory.SaveDay(files);
+  EXPECT_EQ(memory.LoadDay(), feed(1));
+  files.Day = DaySpec("day.csv");
+  memory.SaveDay(files);
+  EXPECT_EQ(memory.LoadDay(), files.Day);
+}
+
 TEST(WindowMemory, KeepsOnlyPossiblePlaces) {
   WindowMemory memory(TestFolder());
   EXPECT_FALSE(memory.LoadFrame() || memory.LoadWatch() || memory.LoadDay());

@@ -107,6 +107,7 @@ class ScriptRun : public GuiTest, protected ScriptTarget {
     return --LooksUntilLost == 0 ? nullptr : Bar;
   }
   bool HasPlayed() override { return true; }
+  bool IsLive() override { return LooksUntilLive-- == 0; }
   std::size_t OpenBooks() override { return 1; }
   void SavePictureTo(const std::filesystem::path&) override {}
   void CloseWindows() override {}
@@ -115,6 +116,7 @@ class ScriptRun : public GuiTest, protected ScriptTarget {
   CQORPDockingControlBar* Bar = nullptr;
   ScriptedGrid* Grid = nullptr;
   int LooksUntilLess = 0;  // the book loses a row when it has been looked for so often
+  int LooksUntilLive = 3;
   int LooksUntilLost = 0;  // and once the focus
 };
 
@@ -132,7 +134,8 @@ TEST_F(ScriptRun, WaitsAsLongAsItIsTold) {
   BadLineReport badLines(reports);
   ScriptRunner waiting(WriteTestFile("wait.txt", "wait 3600000\nselect X\n"), *this, badLines);
   waiting.Start();
-  EXPECT_EQ(Run("wait 1\nwait 1\nwait 1\n"), "");
+  EXPECT_EQ(Run("wait 1\nwait live\nwait 1\n"), "");
+  EXPECT_EQ(LooksUntilLive, -1);
   EXPECT_FALSE(waiting.HasEnded());
 }
 

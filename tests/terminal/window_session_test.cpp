@@ -163,7 +163,7 @@ TEST_F(WindowSessionTest, MenuShowsHowThingsStand) {
   Choose(L"Help", L"About");
   ASSERT_EQ(answers.Said.size(), 2U);
   EXPECT_TRUE(answers.Said[0].starts_with(
-      L"Keys: F8: Fake Book Enter: the same, in the market watch  Ctrl+O: Open Day... Ctrl+Q: Exit F5: Pause "));
+      L"Keys: F8: Fake Book Enter: the same, in the market watch  Ctrl+O: Open Day... Ctrl+N: Connect... Ctrl+Q: "));
   EXPECT_NE(answers.Said[1].find(L"Plug-in: Fake fake_plugin"), std::wstring::npos) << answers.Said[1];
 }
 

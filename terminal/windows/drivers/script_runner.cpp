@@ -123,7 +123,7 @@ void ScriptRunner::NoteFocus(const ScriptCommand& command) {
   Refocuses = 0;
 }
 
-// Waits for the end of the day and for the focus of the command before.
+// Waits for the end of the day or its download, and for the focus of the command before.
 bool ScriptRunner::IsAwaited(const ScriptCommand& command) {
   const ScriptCommand* before = Next == 0 ? nullptr : &Commands[Next - 1];
   if (before != nullptr && before->Action == ScriptAction::Focus && FocusWaits < kFocusWaits &&
@@ -132,7 +132,8 @@ bool ScriptRunner::IsAwaited(const ScriptCommand& command) {
     return true;
   }
   FocusWaits = 0;
-  return command.Action == ScriptAction::WaitPlayed && !Target.HasPlayed();
+  return (command.Action == ScriptAction::WaitPlayed && !Target.HasPlayed()) ||
+         (command.Action == ScriptAction::WaitLive && !Target.IsLive());
 }
 
 ScriptRunner::Refusal ScriptRunner::Do(const ScriptCommand& command) {
@@ -151,6 +152,7 @@ ScriptRunner::Refusal ScriptRunner::Do(const ScriptCommand& command) {
     case ScriptAction::Menu:
       return Unless(Target.RunMenu(WideEach(command.Menu)));
     case ScriptAction::WaitPlayed:
+    case ScriptAction::WaitLive:
     case ScriptAction::WaitTime:
       return {};
     case ScriptAction::Screenshot:

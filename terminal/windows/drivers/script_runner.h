@@ -30,6 +30,8 @@ class ScriptTarget {
   virtual CQORPDockingControlBar* Book() = 0;
   virtual std::size_t OpenBooks() = 0;
   virtual bool HasPlayed() = 0;
+  // The download has ended.
+  virtual bool IsLive() = 0;
   // Throws TerminalError.
   virtual void SavePictureTo(const std::filesystem::path& file) = 0;
   virtual void CloseWindows() = 0;

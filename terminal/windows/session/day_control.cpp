@@ -16,8 +16,10 @@ void PluginConnection::Load(const std::filesystem::path& module, TerminalWindows
   Plugin->LogTo(&Log);
 }
 
-DayControl::DayControl(const RunFiles& files, const Options& options, WindowMemory& memory, BadLineReport& badLines)
-    : DayFiles(files),
+DayControl::DayControl(const RunFiles& files, const Options& options, WindowMemory& memory, BadLineReport& badLines,
+                       FeedOpener openFeeds)
+    : OpenFeed(std::move(openFeeds)),
+      DayFiles(files),
       BadLines(badLines),
       Input(FirstInput(options, memory)),
       Rows(Input->Securities),
@@ -28,15 +30,15 @@ std::unique_ptr<DayInput> DayControl::FirstInput(const Options& options, WindowM
   if (const auto last = given ? std::nullopt : memory.LoadDay()) {
     try {
       const RunFiles files = DayFiles.WithDay(*last);
-      auto input = std::make_unique<DayInput>(files, options.Live, BadLines);
-      input->Open();
+      auto input = std::make_unique<DayInput>(files, options.Live, BadLines, OpenFeed);
+      input->Check();
       DayFiles = files;
       return input;
     } catch (const TerminalError& failure) {
       WhyLost = failure.what();
     }
   }
-  return std::make_unique<DayInput>(DayFiles, options.Live, BadLines);
+  return std::make_unique<DayInput>(DayFiles, options.Live, BadLines, OpenFeed);
 }
 
 void DayControl::Start(PluginConnection& connection, PlayObserver& observer) {
@@ -53,6 +55,7 @@ void DayControl::Start(PluginConnection& connection, PlayObserver& observer) {
 
 void DayControl::Stop() {
   if (Timers) Timers->Stop();
+  Input->Close();
 }
 
 void DayControl::Begin() {
@@ -61,10 +64,12 @@ void DayControl::Begin() {
   Timers->PlayOn();
 }
 
-void DayControl::Open(const std::filesystem::path& file) {
-  const RunFiles files = DayFiles.WithDay(file);
-  auto input = std::make_unique<DayInput>(files, std::nullopt, BadLines);
-  input->Open();
+void DayControl::Open(const DaySpec& day) {
+  if (day.IsFeed() && day == DayFiles.Day) return StartAgain();
+  const RunFiles files = DayFiles.WithDay(day);
+  auto input = std::make_unique<DayInput>(files, std::nullopt, BadLines, OpenFeed);
+  input->Check();
+  Input->Close();
   FormerInputs.push_back(std::exchange(Input, std::move(input)));
   DayFiles = files;
   Connection->Host.UseSecurities(Input->Securities);
@@ -108,6 +113,15 @@ void DayControl::SetSpeed(std::optional<double> speed) {
 std::uint64_t DayControl::TradesPerSecond() {
   Rate.Tell(Run->Counts().Trades(), Connection->Clock.Now());
   return Rate.PerSecond();
+}
+
+std::string DayControl::StateText() const {
+  if (!Input->IsFeed()) return ::StateText(*Run, BadLines.Count());
+  return (Run->IsPaused() ? "Paused; " : "") + Input->FeedText();
+}
+
+void DayControl::LogNews() {
+  for (const FeedNote& note : Input->TakeNews()) Connection->Log.AddNote(note.IsAlarm, note.Text);
 }
 
 PlayClock::Time::duration DayControl::TimePlayed() const {

@@ -24,7 +24,7 @@ class PlayObserver {
   // Four times a second, after the plug-in's own refresh; and at once when the day has ended or the user has changed
   // how it plays.
   virtual void OnBeat() = 0;
-  virtual void OnDayBegun(const std::filesystem::path& day) = 0;
+  virtual void OnDayBegun(const DaySpec& day) = 0;
   virtual void OnDayFailed(const std::string& reason) = 0;
 };
 
@@ -88,15 +88,17 @@ class DayControl {
  public:
   // Reads the day that the command line names, else the last one played. Where that cannot be read any more, the
   // sample. Throws TerminalError.
-  DayControl(const RunFiles& files, const Options& options, WindowMemory& memory, BadLineReport& badLines);
+  DayControl(const RunFiles& files, const Options& options, WindowMemory& memory, BadLineReport& badLines,
+             FeedOpener openFeeds);
 
   // Sends the start messages and plays. The connection is loaded.
   void Start(PluginConnection& connection, PlayObserver& observer);
   void Stop();
   bool IsStarted() const noexcept { return Run.has_value(); }
 
-  // A day that cannot be opened leaves the one that plays. This and the next two throw TerminalError.
-  void Open(const std::filesystem::path& file);
+  // A day that cannot be opened leaves the one that plays. The feed that plays begins again. This and the next two
+  // throw TerminalError.
+  void Open(const DaySpec& day);
   void StartAgain();
   void LoginAgain();
   void PlayOrPause();
@@ -106,6 +108,10 @@ class DayControl {
   const DayRun& Day() const { return *Run; }
   std::uint64_t TradesPerSecond();
   PlayClock::Time::duration TimePlayed() const;
+  // For the status bar.
+  std::string StateText() const;
+  // Logs what a feed tells.
+  void LogNews();
 
   const RunFiles& Files() const noexcept { return DayFiles; }
   const SecurityList& Securities() const noexcept { return Input->Securities; }
@@ -118,6 +124,7 @@ class DayControl {
   void Begin();
   void ForgetTrades();
 
+  FeedOpener OpenFeed;
   RunFiles DayFiles;
   BadLineReport& BadLines;
   std::string WhyLost;

@@ -12,6 +12,7 @@
 #include "foundations/paths.h"
 #include "foundations/text_tools.h"
 #include "terminal/program/program.h"
+#include "terminal/windows/frame/connect_dialog.h"
 #include "terminal/windows/frame/window_tools.h"
 
 namespace {
@@ -51,7 +52,7 @@ void MenuCommands::SetSpeed() {
 
 template <int Times>
 MenuCommands::State MenuCommands::SpeedState() const {
-  return {.Checked = Day.Day().GetSpeed() == SpeedOf(Times)};
+  return {.Checked = Day.Day().GetSpeed() == SpeedOf(Times), .Enabled = !Day.Day().IsFeed()};
 }
 
 template <auto Bar>
@@ -69,6 +70,8 @@ MenuCommands::State MenuCommands::ShownState() const {
 // In the order of TerminalCommand, rows of one menu together. The plug-in tells the texts of its own entry.
 constexpr MenuCommands::Row MenuCommands::kRows[] = {
     {{IdOf(Command::OpenDay), L"&File", L"&Open Day...", L"Play another day", Ctrl('O')}, &MenuCommands::AskForDay},
+    {{IdOf(Command::Connect), L"&File", L"&Connect...", L"Show trades as they happen", Ctrl('N')},
+     &MenuCommands::AskForFeed},
     {{IdOf(Command::Exit), L"&File", L"E&xit", L"Close the terminal; the books come back at the next start", Ctrl('Q'),
       Plain, true},
      &MenuCommands::Exit},
@@ -111,11 +114,12 @@ constexpr MenuCommands::Row MenuCommands::kRows[] = {
 };
 
 MenuCommands::MenuCommands(DayControl& day, PluginConnection& connection, SessionWindows& windows, BookBars& books,
-                           std::filesystem::path plugin, std::function<void()> close)
+                           WindowMemory& memory, std::filesystem::path plugin, std::function<void()> close)
     : Day(day),
       Connection(connection),
       Windows(windows),
       Books(books),
+      Memory(memory),
       PluginFile(std::move(plugin)),
       Close(std::move(close)) {}
 
@@ -163,9 +167,19 @@ void MenuCommands::ShowStates() const {
 }
 
 void MenuCommands::AskForDay() {
-  wxFileDialog dialog(Windows.Frame(), L"Open Day", wxString(WideOfPath(Day.Files().Day.parent_path())), wxString(),
-                      L"Days (*.csv;*.bin;*.ada)|*.csv;*.bin;*.ada|All files|*", wxFD_OPEN | wxFD_FILE_MUST_EXIST);
-  if (dialog.ShowModal() == wxID_OK) Day.Open(PathOfWide(dialog.GetPath().ToStdWstring()));
+  wxFileDialog dialog(Windows.Frame(), L"Open Day", wxString(WideOfPath(Day.Files().Day.File.parent_path())),
+                      wxString(), L"Days (*.csv;*.bin;*.ada;*.journal)|*.csv;*.bin;*.ada;*.journal|All files|*",
+                      wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+  if (dialog.ShowModal() == wxID_OK) Day.Open(DaySpec(PathOfWide(dialog.GetPath().ToStdWstring())));
+}
+
+void MenuCommands::AskForFeed() {
+  const auto connect = [this](const DaySpec& feed) {
+    Day.Open(feed);
+    Memory.SaveFeed(feed);
+  };
+  ConnectDialog dialog(Memory.LoadFeeds(), connect);
+  if (dialog.CreateOver(Windows.Frame())) dialog.DoModal();
 }
 
 MenuCommands::State MenuCommands::PauseState() const {

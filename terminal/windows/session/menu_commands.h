@@ -11,6 +11,7 @@
 
 enum class TerminalCommand : std::uint8_t {
   OpenDay,
+  Connect,
   Exit,
   OpenBook,  // the plug-in's menu entry, with the texts and the key of message 30005
   PlayOrPause,
@@ -32,7 +33,7 @@ class MenuCommands {
  public:
   // close ends the terminal.
   MenuCommands(DayControl& day, PluginConnection& connection, SessionWindows& windows, BookBars& books,
-               std::filesystem::path plugin, std::function<void()> close);
+               WindowMemory& memory, std::filesystem::path plugin, std::function<void()> close);
 
   // Makes the menu bar of the terminal's own commands.
   void AddTo(MainFrame& frame) const;
@@ -58,6 +59,7 @@ class MenuCommands {
   static const Row kRows[];
 
   void AskForDay();
+  void AskForFeed();
   void Exit() { Close(); }
   void RunPluginEntry() { OpenBook(); }
   void PlayOrPause() { Day.PlayOrPause(); }
@@ -84,6 +86,7 @@ class MenuCommands {
   PluginConnection& Connection;
   SessionWindows& Windows;
   BookBars& Books;
+  WindowMemory& Memory;
   std::filesystem::path PluginFile;
   std::function<void()> Close;
 };

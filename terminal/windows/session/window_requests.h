@@ -46,6 +46,7 @@ class ScriptActions : public ScriptTarget {
   CQORPDockingControlBar* Book() override { return Books.Current(); }
   std::size_t OpenBooks() override { return Books.Shown().size(); }
   bool HasPlayed() override { return Day.Day().HasEnded(); }
+  bool IsLive() override { return Day.Day().IsLive(); }
   void SavePictureTo(const std::filesystem::path& file) override;
   void CloseWindows() override { Close(); }
 

@@ -37,14 +37,15 @@ void KeepClipboard() {
 
 }  // namespace
 
-WindowSession::WindowSession(const RunFiles& files, const Options& options, BadLineReport& badLines)
+WindowSession::WindowSession(const RunFiles& files, const Options& options, BadLineReport& badLines,
+                             const FeedOpener& openFeeds)
     : Files(files),
       ExitAfter(options.ExitAfter),
       BadLines(badLines),
       Script(MakeScript()),
       Memory(InWorkingFolder(files).Work),
-      Day(files, options, Memory, badLines),
-      Menu(Day, Connection, Windows, Books, files.Plugin, [this] { Close(); }),
+      Day(files, options, Memory, badLines, openFeeds),
+      Menu(Day, Connection, Windows, Books, Memory, files.Plugin, [this] { Close(); }),
       Actions(Day, Windows, Books, Menu, [this] { Close(); }),
       Requests(Connection, Windows, Books, [this] { ShowStatus(); }) {
   EndTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Close(); });
@@ -84,6 +85,7 @@ void WindowSession::Open() {
 
 void WindowSession::OnBeat() {
   if (Windows.Frame() == nullptr) return;
+  Day.LogNews();
   Windows.ShowChanges();
   if (!Connection.IsBusy()) Books.DestroyClosed();
   ShowStatus();
@@ -92,8 +94,9 @@ void WindowSession::OnBeat() {
   if (ends && !EndTimer.IsRunning()) EndTimer.StartOnce(kPaintedMs);
 }
 
-void WindowSession::OnDayBegun(const std::filesystem::path& day) {
-  Windows.Frame()->SetTitle(L"Trading Terminal - " + WideOfPath(day.filename()));
+void WindowSession::OnDayBegun(const DaySpec& day) {
+  const std::wstring name = day.IsFeed() ? Wide(day.Name()) : WideOfPath(day.File.filename());
+  Windows.Frame()->SetTitle(L"Trading Terminal - " + name);
 }
 
 void WindowSession::OnDayFailed(const std::string& reason) {
@@ -110,7 +113,7 @@ void WindowSession::ShowStatus() {
   Books.NoteFocus(focused);
   frame.SetStatus(StatusField::Focus, focused == nullptr ? std::wstring() : focused->GetBarTitle());
   frame.SetStatus(StatusField::DayClock, Wide(DayClockText(day.DaySeconds())));
-  frame.SetStatus(StatusField::State, Wide(StateText(day, BadLines.Count())));
+  frame.SetStatus(StatusField::State, Wide(Day.StateText()));
   frame.SetStatus(StatusField::Trades, Wide(WithThousands(day.DayTrades()) + " trades"));
   frame.SetStatus(StatusField::Rate, Wide(WithThousands(Day.TradesPerSecond()) + " / s"));
   Menu.ShowStates();
@@ -133,6 +136,7 @@ void WindowSession::Finish() {
   Connection.Beat.Register({});
   Windows.Save(Memory);
   Memory.SaveDay(Day.Files());
+  if (Day.Files().Day.IsFeed()) Memory.SaveFeed(Day.Files().Day);
   KeepClipboard();
   if (!Memory.Write()) ShowFailure(frame, std::string(WindowMemory::kFileName) + " cannot be written");
 }

@@ -20,7 +20,8 @@
 class WindowSession : private PlayObserver {
  public:
   // Reads what the day needs and enters the working folder. Throws TerminalError.
-  WindowSession(const RunFiles& files, const Options& options, BadLineReport& badLines);
+  WindowSession(const RunFiles& files, const Options& options, BadLineReport& badLines,
+                const FeedOpener& openFeeds = OpenFeeds);
   // Windows go before the plug-in, whose classes stand in them.
   ~WindowSession() override;
 
@@ -36,7 +37,7 @@ class WindowSession : private PlayObserver {
  private:
   std::unique_ptr<ScriptRunner> MakeScript();
   void OnBeat() override;
-  void OnDayBegun(const std::filesystem::path& day) override;
+  void OnDayBegun(const DaySpec& day) override;
   void OnDayFailed(const std::string& reason) override;
   void ShowStatus();
   // Closes the frame; a dialog ends first.
