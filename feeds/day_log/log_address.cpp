@@ -149,8 +149,7 @@ LogAddress ParseLogAddress(std::string_view text) {
   const std::size_t scheme = SchemeOf(text).size();
   if (scheme == 0) throw FeedError("the address of a log begins with nats:// or tls://");
   const std::size_t slash = text.rfind('/');
-  if (slash < scheme)
-    throw FeedError("the address of a log ends with its day, such as /trades.20260301");
+  if (slash < scheme) throw FeedError("the address of a log ends with its day, such as /trades.20260301");
   LogAddress address;
   for (const std::string& server : ParseLogServers(text.substr(0, slash)))
     address.Servers += (address.Servers.empty() ? "" : ",") + server;

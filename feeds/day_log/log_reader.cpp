@@ -1,12 +1,11 @@
 #include "feeds/day_log/log_reader.h"
 
 #include <algorithm>
-#include <deque>
 #include <optional>
 #include <thread>
-#include <utility>
 
 #include "feeds/day_log/log_batch.h"
+#include "feeds/day_log/log_consumer.h"
 #include "feeds/day_log/nats_link.h"
 
 namespace {
@@ -19,33 +18,29 @@ constexpr milliseconds kConnectTime(2000);
 constexpr milliseconds kSilence(1000);
 constexpr milliseconds kBetweenReads(500);
 constexpr std::size_t kEnoughBytes = 512 * 1024;
-constexpr std::size_t kPulledBytes = 4 * kEnoughBytes;
-constexpr std::size_t kMostBatches = 1024;
 
 }  // namespace
 
-// Batches are pulled, each pull by a consumer on the server that acknowledges nothing and begins behind the last batch
-// taken. After anything odd (an error, a gap, silence while the log grows) the consumer is made anew: a subscription of
-// the client that lived through a change of servers may stall for good.
+// A consumer on the server begins behind the last batch taken and acknowledges nothing. After anything odd (an error, a
+// gap, silence while the log grows) it is made anew: one that lived through a change of servers may stall for good.
 struct LogReader::State {
   State(LogAccess access, LogDay day) : Link(std::move(access)), Day(std::move(day)) {}
 
   Step TakeNext(std::vector<std::uint8_t>& messages, milliseconds atMost);
-  bool Subscribe();
+  bool MakeConsumer();
   bool SeeStream();
-  void Pull(milliseconds atMost);
+  bool Pull(milliseconds atMost);
   void CheckSilence();
-  Step Deliver(std::vector<std::uint8_t>& messages);
+  Step Deliver(std::vector<std::uint8_t>& messages, milliseconds atMost);
   Step Admit(std::vector<std::uint8_t>& messages);
-  bool IsNext(natsMsg* message);
+  bool IsNext();
   void ReadAgain() noexcept;
   void Drop() noexcept;
 
   NatsLink Link;
   const LogDay Day;
-  NatsPtr<natsSubscription> Subscription;
-  std::deque<NatsPtr<natsMsg>> Pulled;
-  int PullSize = 1;
+  std::optional<LogConsumer> Consumer;
+  LogConsumer::Batch Pulled;  // the batch that is next, if it has come
 
   LogOrder Order;
   std::uint64_t LastNumber = 0;          // of the batch taken last
@@ -60,11 +55,9 @@ struct LogReader::State {
 };
 
 void LogReader::State::Drop() noexcept {
-  Pulled.clear();
-  PullSize = 1;
-  // Without its connection first, the end of a subscription would wait for an answer about its consumer.
+  Pulled = {};
+  Consumer.reset();
   if (!Link.IsConnected()) Link.Close();
-  Subscription.reset();
 }
 
 void LogReader::State::ReadAgain() noexcept {
@@ -79,29 +72,14 @@ Step LogReader::State::TakeNext(std::vector<std::uint8_t>& messages, millisecond
     Drop();
     Link.Connect(kConnectTime);
   }
-  if (Subscription == nullptr && !Subscribe()) return Step::Missing;
-  if (Pulled.empty()) Pull(atMost);
-  return Deliver(messages);
+  if (!Consumer && !MakeConsumer()) return Step::Missing;
+  return Deliver(messages, atMost);
 }
 
 // False if there is no stream.
-bool LogReader::State::Subscribe() {
+bool LogReader::State::MakeConsumer() {
   if (!SeeStream()) return false;
-  jsSubOptions options;
-  jsSubOptions_Init(&options);
-  const std::string stream = Day.Stream();
-  options.Stream = stream.c_str();
-  options.Config.AckPolicy = js_AckNone;
-  options.Config.DeliverPolicy = js_DeliverByStartSequence;
-  options.Config.OptStartSeq = LastNumber + 1;
-  options.Config.MemoryStorage = true;
-  options.Config.Replicas = 1;
-  natsSubscription* subscription = nullptr;
-  jsErrCode code = jsErrCode(0);
-  const natsStatus status =
-      js_PullSubscribe(&subscription, Link.Stream(), Day.Subject().c_str(), nullptr, nullptr, &options, &code);
-  if (status != NATS_OK) Link.Fail("the log " + Day.Subject() + " cannot be read", status, code);
-  Subscription.reset(subscription);
+  Consumer.emplace(Link, Day, LastNumber + 1);
   LastSign = Clock::now();
   return true;
 }
@@ -124,26 +102,17 @@ bool LogReader::State::SeeStream() {
   return true;
 }
 
-// Waits for one batch, or for what the last pull says to be about kPulledBytes.
-void LogReader::State::Pull(milliseconds atMost) {
-  natsMsgList list = {};
-  jsErrCode code = jsErrCode(0);
-  const natsStatus status =
-      natsSubscription_Fetch(&list, Subscription.get(), PullSize, std::max<std::int64_t>(atMost.count(), 1), &code);
-  std::size_t bytes = 0;
-  for (int i = 0; status == NATS_OK && i < list.Count; ++i) {
-    bytes += static_cast<std::size_t>(natsMsg_GetDataLength(list.Msgs[i]));
-    Pulled.emplace_back(std::exchange(list.Msgs[i], nullptr));
-  }
-  natsMsgList_Destroy(&list);
-  if (status == NATS_TIMEOUT) return CheckSilence();
-  if (status != NATS_OK) {
-    Drop();
-    Link.Fail("the log " + Day.Subject() + " cannot be read on", status, code);
+// Waits for the next batch; false if none has come.
+bool LogReader::State::Pull(milliseconds atMost) {
+  if (Pulled.Message != nullptr) return true;
+  Pulled = Consumer->Next(atMost);
+  if (Pulled.Message == nullptr) {
+    CheckSilence();
+    return false;
   }
   LastSign = Clock::now();
-  const std::size_t average = bytes / Pulled.size() + 1;
-  PullSize = static_cast<int>(std::clamp<std::size_t>(kPulledBytes / average, 1, kMostBatches));
+  EndNumber = std::max(EndNumber, Pulled.Number + Pulled.Pending);
+  return true;
 }
 
 void LogReader::State::CheckSilence() {
@@ -152,19 +121,23 @@ void LogReader::State::CheckSilence() {
   if (!SeeStream() || EndNumber > LastNumber) Drop();
 }
 
-Step LogReader::State::Deliver(std::vector<std::uint8_t>& messages) {
+// Waits for the first batch alone, and takes what else has come.
+Step LogReader::State::Deliver(std::vector<std::uint8_t>& messages, milliseconds atMost) {
   const std::size_t before = messages.size();
   Step step = Step::Nothing;
-  while (!Pulled.empty() && step != Step::Damaged && messages.size() - before < kEnoughBytes) step = Admit(messages);
+  while (step != Step::Damaged && messages.size() - before < kEnoughBytes && Consumer && Pull(atMost)) {
+    step = Admit(messages);
+    atMost = milliseconds(0);
+  }
   CaughtUp = CaughtUp || (Goal && LastNumber >= *Goal);
   if (step == Step::Damaged) return step;
   return messages.size() > before ? Step::Messages : Step::Nothing;
 }
 
-// Hands the first batch that was pulled to the order of the day.
+// Hands the batch that was pulled to the order of the day.
 Step LogReader::State::Admit(std::vector<std::uint8_t>& messages) {
-  natsMsg* message = Pulled.front().get();
-  if (!IsNext(message)) return Step::Nothing;
+  if (!IsNext()) return Step::Nothing;
+  natsMsg* message = Pulled.Message.get();
   const char* id = nullptr;
   if (natsMsgHeader_Get(message, kBatchIdHeader, &id) != NATS_OK || id == nullptr) id = "";
   const auto* bytes = reinterpret_cast<const std::uint8_t*>(natsMsg_GetData(message));
@@ -189,31 +162,23 @@ Step LogReader::State::Admit(std::vector<std::uint8_t>& messages) {
       break;
   }
   ++LastNumber;
-  Pulled.pop_front();
+  Pulled = {};
   return verdict == LogOrder::Verdict::Damaged ? Step::Damaged : Step::Messages;
 }
 
 // Drops a batch that was given, and the consumer if batches before this one are missing; once, as they may be deleted.
-bool LogReader::State::IsNext(natsMsg* message) {
-  jsMsgMetaData* got = nullptr;
-  if (natsMsg_GetMetaData(&got, message) != NATS_OK) {
-    Pulled.pop_front();
+bool LogReader::State::IsNext() {
+  if (Pulled.Number <= LastNumber) {
+    Pulled = {};
     return false;
   }
-  const NatsPtr<jsMsgMetaData> data(got);
-  const std::uint64_t number = data->Sequence.Stream;
-  EndNumber = std::max(EndNumber, number + data->NumPending);
-  if (number <= LastNumber) {
-    Pulled.pop_front();
-    return false;
-  }
-  if (number == LastNumber + 1) return true;
+  if (Pulled.Number == LastNumber + 1) return true;
   if (GapAt != LastNumber) {
     GapAt = LastNumber;
     Drop();
     return false;
   }
-  LastNumber = number - 1;
+  LastNumber = Pulled.Number - 1;
   return true;
 }
 

@@ -31,7 +31,7 @@ struct NatsEnd {
   void operator()(jsCtx* object) const noexcept { jsCtx_Destroy(object); }
   void operator()(jsStreamInfo* object) const noexcept { jsStreamInfo_Destroy(object); }
   void operator()(jsPubAck* object) const noexcept { jsPubAck_Destroy(object); }
-  void operator()(jsMsgMetaData* object) const noexcept { jsMsgMetaData_Destroy(object); }
+  void operator()(jsConsumerInfo* object) const noexcept { jsConsumerInfo_Destroy(object); }
 };
 template <typename Object>
 using NatsPtr = std::unique_ptr<Object, NatsEnd>;
@@ -51,6 +51,7 @@ class NatsLink {
   // For good, from any thread: what waits for the servers fails, as does every later Connect.
   void Cancel() noexcept;
   bool IsConnected() const noexcept;
+  natsConnection* Client() const noexcept { return Connection.get(); }
   jsCtx* Stream() const noexcept { return Context.get(); }
   // "desk-log:4222": connected to, or tried last.
   const std::string& Server() const noexcept { return ServerName; }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "feeds/day_log/log_consumer.h"
 #include "tests/feeds/day_log/log_server.h"
 
 namespace {
@@ -32,6 +33,24 @@ TEST(LogBatchTest, ReadsIdsOfDigitsAlone) {
   EXPECT_EQ(ParseBatchId("18446744073709551615"), 18446744073709551615u);
   for (const char* id : {"", "0", "-1", "+1", " 1", "1 ", "1x", "18446744073709551616"})
     EXPECT_EQ(ParseBatchId(id), std::nullopt) << id;
+}
+
+TEST(LogBatchTest, FindsThePlaceInTheSubjectOfTheAcknowledgement) {
+  constexpr const char* kPlaces[] = {
+      "$JS.ACK.TRADES_20260301.c1.1.513.7.1772323200000000000.12",
+      "$JS.ACK.domain.hash.TRADES_20260301.c1.1.513.7.1772323200000000000.12",
+      "$JS.ACK._.hash.TRADES_20260301.c1.1.513.7.1772323200000000000.12.token",
+  };
+  for (const char* subject : kPlaces) {
+    const std::optional<BatchPlace> place = ParseBatchPlace(subject);
+    ASSERT_TRUE(place) << subject;
+    EXPECT_EQ(place->Number, 513u);
+    EXPECT_EQ(place->Pending, 12u);
+  }
+  for (const char* subject :
+       {"", "$JS.ACK", "$JS.ACK.s.c.1.513.7.1", "$JS.ACK.s.c.1.x.7.1.12", "$JS.ACK.s.c.1.513.7.1.",
+        "$JS.API.s.c.1.513.7.1.12", "_INBOX.s.c.1.513.7.1.12.1", "$JS.ACK.s.c.1.513.7.1.12.9"})
+    EXPECT_FALSE(ParseBatchPlace(subject)) << subject;
 }
 
 // What comes, what is said of it and which trades are given.
