@@ -110,7 +110,7 @@ constexpr TimeLimit kTimeLimits[] = {
     {"a trade into the day log, in batches of 10 / NATS alone", "WriteLog/10/iterations:1/real_time",
      "PublishSameBatches/10/iterations:1/real_time", 1.0 / 30'000 * 1000},
     {"a trade out of the day log / NATS alone", "ReadLog/iterations:1/real_time",
-     "PullSameBatches/iterations:1/real_time", 1.0 / 200'000 * 1000},
+     "ReceiveSameBatches/iterations:1/real_time", 1.0 / 200'000 * 1000},
 };
 
 void PrintTimeLimits(const Results& results) {
