@@ -6,6 +6,11 @@ namespace {
 constexpr std::uint64_t kMostGarbledKept = 1000;
 constexpr std::uint64_t kToldEach = 1000;
 
+// QuickFIX 1.15 looks at the time once a second and whenever bytes have come, 8 KiB of them at most, and keeps all that
+// are not yet a message: 16 MiB of them are no message any more.
+constexpr unsigned kMostBeats = 2048;
+constexpr unsigned kBeatsOfSecond = 4;
+
 // What these functions may throw is part of their type; anything else would end the process.
 template <typename Work>
 auto OrIoException(Work work) -> decltype(work()) {
@@ -107,9 +112,26 @@ void SessionStore::incrNextTargetMsgSeqNum() throw(FIX::IOException) {
   OrIoException([this] { TakeNumber(); });
 }
 
+void SessionStore::Hear() {
+  Beats = 0;
+  Heard = std::chrono::steady_clock::now();
+}
+
+void SessionStore::EndEndless() const {
+  if (++Beats <= kMostBeats) return;
+  const auto silent =
+      std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - Heard).count();
+  if (Beats <= kMostBeats + kBeatsOfSecond * static_cast<unsigned>(silent)) return;
+  Beats = 0;
+  throw FIX::IOException("it sends bytes without an end");
+}
+
+// The one function that QuickFIX calls whenever bytes have come.
 FIX::UtcTimeStamp SessionStore::getCreationTime() const throw(FIX::IOException) {
-  return OrIoException(
-      [this] { return IsResetDue ? FIX::UtcTimeStamp() : FIX::UtcTimeStamp(static_cast<time_t>(Store.Created())); });
+  return OrIoException([this] {
+    EndEndless();
+    return IsResetDue ? FIX::UtcTimeStamp() : FIX::UtcTimeStamp(static_cast<time_t>(Store.Created()));
+  });
 }
 
 // Never fails: QuickFIX resets while it connects, and an exception there would leave it waiting for that connection for

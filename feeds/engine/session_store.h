@@ -3,6 +3,8 @@
 
 #include <quickfix/MessageStore.h>
 
+#include <chrono>
+
 #include "feeds/engine/fix_engine.h"
 #include "feeds/engine/incoming_messages.h"
 #include "feeds/engine/told_texts.h"
@@ -20,6 +22,8 @@ class SessionStore : public FIX::MessageStore, public FIX::MessageStoreFactory {
   // Tells of a message that was kept as refused without an answer so far.
   void TellPending(const std::string& reason);
   void KeepGarbled(const std::string& reason);
+  // A message has come, or a connection is made.
+  void Hear();
   // The next change of the target's number upwards is one by a reset, not by a gap fill.
   void ExpectJump(bool isReset) { IsJump = isReset; }
 
@@ -43,6 +47,7 @@ class SessionStore : public FIX::MessageStore, public FIX::MessageStoreFactory {
   std::uint32_t NextSender() { return IsResetDue ? 1 : Store.NextSender(); }
   void Keep(std::uint32_t sender, std::uint32_t target, const std::string* text, bool refused);
   void TakeNumber();
+  void EndEndless() const;
   void Jump(std::uint32_t number);
 
   FixStore& Store;
@@ -53,4 +58,6 @@ class SessionStore : public FIX::MessageStore, public FIX::MessageStoreFactory {
   std::uint32_t PendingRefusal = 0;
   std::uint32_t KeptRefusal = 0;
   std::uint64_t Garbled = 0;
+  mutable unsigned Beats = 0;  // since Heard
+  std::chrono::steady_clock::time_point Heard;
 };

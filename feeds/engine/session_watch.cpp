@@ -113,6 +113,7 @@ void SessionWatch::fromAdmin(const FIX::Message& message,
                                                           FIX::IncorrectTagValue, FIX::RejectLogon) {
   const std::string type = FieldOf(message.getHeader(), FIX::FIELD::MsgType);
   const std::string text = FieldOf(message, FIX::FIELD::Text);
+  Store.Hear();
   Incoming.Accept(NumberOf(message.getHeader(), FIX::FIELD::MsgSeqNum));
   if (type == "4") Store.ExpectJump(FieldOf(message, FIX::FIELD::GapFillFlag) != "Y");
   if (type == "5") Reason = "it logged out" + (text.empty() ? "" : ": " + text);
@@ -121,10 +122,12 @@ void SessionWatch::fromAdmin(const FIX::Message& message,
 void SessionWatch::fromApp(const FIX::Message& message,
                            const FIX::SessionID&) throw(FIX::FieldNotFound, FIX::IncorrectDataFormat,
                                                         FIX::IncorrectTagValue, FIX::UnsupportedMessageType) {
+  Store.Hear();
   Incoming.Accept(NumberOf(message.getHeader(), FIX::FIELD::MsgSeqNum));
 }
 
 void SessionWatch::onIncoming(const std::string& text) {
+  Store.Hear();
   if (!Incoming.Take(text, Store.NextTarget())) throw FIX::InvalidMessage(kTooFarAhead);
 }
 
@@ -163,6 +166,7 @@ void SessionWatch::OnConnecting() {
     IsOutageTold = true;
   }
   Reason.clear();
+  Store.Hear();
   Told.State(false, Lost.empty() ? "connecting to " + Peer : Lost + "; connecting again");
 }
 

@@ -116,6 +116,25 @@ TEST(FixEngine, ComesBackForWhatCouldNotBeKept) {
   EXPECT_TRUE(session.Venue.IsTold("the message cannot be kept"));
 }
 
+TEST(FixEngine, DropsACounterpartyThatSendsWithoutAnEnd) {
+  const std::string block(1 << 20, 'x');
+  for (const std::string_view begin : {"8=FIX.4.4\0019=2000000000\001", "no begin"}) {
+    FixPeer peer;
+    Session session(peer);
+    session.Start();
+    peer.LogOn(1);
+    ASSERT_TRUE(session.HasTarget(2));
+    peer.SendRaw(begin);
+    int blocks = 0;
+    try {
+      for (; blocks < 100; ++blocks) peer.SendRaw(block);
+    } catch (const std::runtime_error&) {
+    }
+    EXPECT_LT(blocks, 40);
+    EXPECT_TRUE(session.Venue.IsTold("it sends bytes without an end"));
+  }
+}
+
 TEST(FixEngine, TellsThePasswordToNobodyButTheCounterparty) {
   FixPeer peer;
   Session session(peer);
