@@ -1,5 +1,6 @@
 #include "feeds/engine/incoming_messages.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -22,6 +23,16 @@ std::string FixField(const std::string& text, int tag) {
 bool IsSessionMessage(const std::string& text) {
   const std::string type = FixField(text, kMsgType);
   return type.size() == 1 && std::strchr("01245A", type[0]) != nullptr;
+}
+
+bool IsUnharmed(const std::string& text) {
+  constexpr std::size_t kTrailer = 7;  // "10=000" and its end
+  if (text.size() < kTrailer) return false;
+  unsigned sum = 0;
+  for (std::size_t i = 0; i < text.size() - kTrailer; ++i) sum += static_cast<unsigned char>(text[i]);
+  char trailer[16];
+  std::snprintf(trailer, sizeof trailer, "10=%03u%c", sum % 256, kSoh);
+  return text.compare(text.size() - kTrailer, kTrailer, trailer) == 0;
 }
 
 bool IncomingMessages::Take(const std::string& text, std::uint32_t expected) {

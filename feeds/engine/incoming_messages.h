@@ -12,6 +12,9 @@ std::string FixField(const std::string& text, int tag);
 // is worth keeping.
 bool IsSessionMessage(const std::string& text);
 
+// The checksum (10) is right: the message is as it was sent.
+bool IsUnharmed(const std::string& text);
+
 // The engine parses the message that has just come, or puts it aside while earlier ones are missing and parses it
 // later. Both find its raw text here by its number. What is put aside is bounded.
 class IncomingMessages {
@@ -19,6 +22,7 @@ class IncomingMessages {
   // False if it is ahead of the expected number and too many are put aside already: the engine must not see it. The
   // counterparty sends it again.
   bool Take(const std::string& text, std::uint32_t expected);
+  bool IsLast(std::uint32_t number) const { return LastNumber == number; }
   // What has come last is garbled. Gives its text.
   std::string TakeGarbled();
   // The engine has found nothing wrong with that message.

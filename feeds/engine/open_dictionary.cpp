@@ -92,6 +92,10 @@ const FixGroup kGroups[] = {
     {627, {628, 629, 630}},  // hops, in the header
 };
 
+// Their values may hold the end of a field: the field before has the length.
+constexpr int kDataFields[] = {89,  91,  96,  213, 349, 351,  353,  355,  357,  359,  361,  363,
+                               365, 446, 619, 622, 735, 1185, 1280, 1282, 1398, 1400, 1402, 1578};
+
 const FixGroup* FindGroup(int count) {
   for (const FixGroup& group : kGroups)
     if (group.Count == count) return &group;
@@ -129,6 +133,7 @@ ptr::shared_ptr<FIX::DataDictionary> MakeOpenDictionary() {
   Open(*open);
   for (const FixGroup& group : kGroups)
     for (const char* type : kMessageTypes) AddGroup(*open, type, group);
+  for (const int field : kDataFields) open->addFieldType(field, FIX::TYPE::Data);
   open->addHeaderField(627, false);
   AddGroup(*open, "_header_", *FindGroup(627));
   return open;

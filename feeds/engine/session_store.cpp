@@ -70,14 +70,20 @@ void SessionStore::TellRefused(std::uint32_t number, const std::string& reason, 
                       " was refused: " + reason + ".");
 }
 
+// A message that came as it was sent would be no better the next time: it takes its number, as those behind it wait.
 void SessionStore::KeepGarbled(const std::string& reason) {
+  const std::uint32_t number = NextTarget();
+  const bool isLast = Incoming.IsLast(number);
   const std::string text = Incoming.TakeGarbled();
+  const bool takesNumber = isLast && IsUnharmed(text);
   try {
-    if (++Garbled <= kMostGarbledKept) Keep(NextSender(), NextTarget(), &text, true);
+    if (takesNumber || ++Garbled <= kMostGarbledKept) Keep(NextSender(), number + (takesNumber ? 1 : 0), &text, true);
   } catch (const FIX::IOException&) {
-    // The same: it comes again, as its number has not been taken.
+    return;  // the store has told why, and the message comes again
   }
-  if (Garbled < 10 || Garbled % kToldEach == 0)
+  if (takesNumber)
+    Told.Tell(AlarmKind::RefusedMessage, "Message " + std::to_string(number) + " was refused: " + reason + ".");
+  else if (Garbled < 10 || Garbled % kToldEach == 0)
     Told.Tell(AlarmKind::RefusedMessage,
               "A garbled message was left out, the " + std::to_string(Garbled) + ". so far: " + reason + ".");
 }

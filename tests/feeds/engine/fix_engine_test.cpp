@@ -11,6 +11,7 @@ TEST(FixEngine, TakesWhatPublishedDictionariesRefuse) {
       {"8", "17=5|555=2|600=L1|602=1|654=a|600=L2|602=2|654=b|454=2|455=a|456=1|455=b|456=2|768=1|769=x|"},
       {"U7", "17=6|"},
       {"8", "17=7|627=2|628=HUB|628=HUB2|"},
+      {"8", "17=8|354=5|355=a|b=c|58=|"},
   };
   for (const std::string version : {"FIX.4.2", "FIX.4.4", "FIXT.1.1"}) {
     SCOPED_TRACE(version);
@@ -114,6 +115,25 @@ TEST(FixEngine, ComesBackForWhatCouldNotBeKept) {
   EXPECT_EQ(session.Venue.Kept, Texts{again});
   EXPECT_TRUE(session.Venue.IsTold("disconnected: disconnected from VENUE at 127.0.0.1"));
   EXPECT_TRUE(session.Venue.IsTold("the message cannot be kept"));
+}
+
+TEST(FixEngine, OutlivesGarbage) {
+  FixPeer peer;
+  Session session(peer);
+  session.Start();
+  peer.LogOn(1);
+  peer.SendRaw("8=FIX.4.4\0019=-1\00135=8\00110=000\0018=FIX.4.4\0019=x\00110=000\0018=FIX.4.4\0019=\001");
+  for (const char* fields :
+       {"453=99999999|448=x|", "453=-1|448=x|", "354=99999999|355=x|", "354=-9|355=x|", "=|==|", "58"})
+    peer.Send("8", 900, fields);
+  peer.Close();
+  peer.LogOn(2);
+  ASSERT_TRUE(session.HasTarget(3));
+  // No counterparty can send it better: it takes its number.
+  const std::string noTag = peer.Send("8", 3, "nonsense=1|");
+  const std::string report = peer.Send("8", 4, "17=4|");
+  EXPECT_TRUE(session.Venue.WaitFor([&] { return session.Venue.Kept == Texts{report}; }));
+  EXPECT_EQ(session.Venue.Refused.back(), noTag);
 }
 
 TEST(FixEngine, DropsACounterpartyThatSendsWithoutAnEnd) {

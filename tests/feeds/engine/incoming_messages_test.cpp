@@ -61,4 +61,13 @@ TEST(IsSessionMessage, KnowsTheTypes) {
     EXPECT_FALSE(IsSessionMessage("8=x\00135=" + std::string(type) + '\001')) << type;
 }
 
+TEST(IsUnharmed, ComparesTheChecksum) {
+  EXPECT_TRUE(IsUnharmed("A10=065\001"));
+  EXPECT_TRUE(
+      IsUnharmed("\xff\xff"
+                 "10=254\001"));
+  for (const char* text : {"A10=066\001", "A10=065", "A10=65\001", "10=000", ""})
+    EXPECT_FALSE(IsUnharmed(text)) << text;
+}
+
 }  // namespace
