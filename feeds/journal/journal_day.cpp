@@ -1,6 +1,8 @@
 #include "feeds/journal/journal_day.h"
 
 #include <algorithm>
+#include <charconv>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -8,17 +10,42 @@
 
 namespace {
 
-// The value of a field, as far as it can be shown.
+constexpr char kSoh = '\x01';
+
+// The value of the first field with that tag.
+std::optional<std::string_view> FieldOf(std::string_view text, std::string_view tag) {
+  const std::size_t at = text.find(std::string(1, kSoh).append(tag) + '=');
+  if (at == text.npos) return std::nullopt;
+  const std::string_view value = text.substr(at + tag.size() + 2);
+  return value.substr(0, value.find(kSoh));
+}
+
+// The same, as far as it can be shown.
 std::string ShownField(std::string_view text, std::string_view tag) {
   constexpr std::size_t kMostShown = 20;
-  const std::size_t at = text.find(std::string("\x01").append(tag) + '=');
-  if (at == text.npos) return "?";
-  std::string_view value = text.substr(at + tag.size() + 2);
-  value = value.substr(0, std::min(value.find('\x01'), kMostShown));
-  std::string shown(value);
+  std::string shown(FieldOf(text, tag).value_or("?").substr(0, kMostShown));
   std::replace_if(
       shown.begin(), shown.end(), [](char letter) { return letter < ' ' || letter > '~'; }, '?');
   return shown;
+}
+
+bool IsNumber(std::optional<std::string_view> field, std::size_t wanted) {
+  std::size_t number = wanted + 1;
+  if (field) std::from_chars(field->data(), field->data() + field->size(), number);
+  return number == wanted;
+}
+
+// Its length and checksum are right.
+bool IsUndamaged(std::string_view text) {
+  constexpr std::size_t kTrailerSize = 7;  // 10=nnn and SOH
+  const std::size_t length = text.find(std::string(1, kSoh) + "9=");
+  const std::size_t body = length == text.npos ? length : text.find(kSoh, length + 1);
+  if (body == text.npos || text.size() < body + 1 + kTrailerSize) return false;
+  const std::size_t trailer = text.size() - kTrailerSize;
+  unsigned sum = 0;
+  for (const char letter : text.substr(0, trailer)) sum += static_cast<unsigned char>(letter);
+  return IsNumber(FieldOf(text, "9"), trailer - body - 1) &&
+         IsNumber(FieldOf(text.substr(trailer - 1), "10"), sum % 256);
 }
 
 // What is counted, and what kind of alarm a reason is, by outcome.
@@ -74,6 +101,10 @@ void JournalDay::MapRecord(const JournalRecord& record) {
   const bool isRefused = record.Kind == JournalKind::Refused;
   if (isRefused) Tell(AlarmKind::RefusedMessage, record, "the engine refused it");
   if (record.Text.empty()) return;
+  if (isRefused && !IsOfSession(record.Text)) {
+    ++Told.Refused;
+    return;
+  }
   const MappedReport mapped = Mapper.Map(record.Text, record.Place, Waiting);
   for (const OutcomeRow& row : kOutcomeRows) {
     if (row.Outcome != mapped.Outcome) continue;
@@ -82,6 +113,14 @@ void JournalDay::MapRecord(const JournalRecord& record) {
   }
   // Once for both.
   if (isRefused && mapped.Outcome != ReportOutcome::Refused) ++Told.Refused;
+}
+
+// A message that the engine refuses for its form is a trade all the same. One that was damaged on its way comes again,
+// and one between other CompIDs is of another session.
+bool JournalDay::IsOfSession(std::string_view text) const {
+  const std::string target(FieldOf(text, "49").value_or(""));
+  return IsUndamaged(text) &&
+         Identity().Session.ends_with(':' + std::string(FieldOf(text, "56").value_or("")) + "->" + target);
 }
 
 void JournalDay::TellDamage(const JournalRecord& record) {

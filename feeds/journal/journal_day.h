@@ -20,8 +20,8 @@ struct JournalCounts {
   std::uint64_t Unknown = 0;  // corrections and busts of trades that never came
 };
 
-// Messages that the engine refused are mapped like all others, as one of them may be a trade; the alarm is told in any
-// case. Call it from one thread.
+// Messages that the engine refused are mapped like all others, as one of them may be a trade, unless they are damaged
+// or of another session; the alarm is told in any case. Call it from one thread.
 class JournalDay {
  public:
   // Throws FeedError.
@@ -42,6 +42,7 @@ class JournalDay {
  private:
   bool GiveWaiting(std::vector<std::uint8_t>& messages, std::size_t begin, std::size_t mostBytes);
   void MapRecord(const JournalRecord& record);
+  bool IsOfSession(std::string_view text) const;
   void TellDamage(const JournalRecord& record);
   void Tell(AlarmKind kind, const JournalRecord& record, const std::string& what);
 
