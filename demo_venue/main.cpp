@@ -8,7 +8,7 @@
 #include <system_error>
 
 #include "demo_venue/venue_server.h"
-#include "terminal/day/day_input.h"
+#include "platform/modules.h"
 
 namespace {
 

@@ -18,8 +18,9 @@ void Disconnect(VenueSession& session, std::uint32_t /*number*/) {
 
 void Garble(VenueSession& session, std::uint32_t /*number*/) {
   std::string trade = session.NextTrade();
-  char& digit = trade[trade.size() - 2];
-  digit = digit == '0' ? '1' : '0';
+  trade[trade.find("\x01"
+                   "31=") +
+        4] ^= 1;  // another digit
   session.Put(trade);
 }
 
@@ -108,7 +109,7 @@ constexpr FaultKind kFaults[] = {
     {"disconnect", 0, "the connection ends in the middle of the next trade", Disconnect},
     {"logout", 0, "the venue logs out, and lets the client come again", LogoutNow},
     {"silence", 0, "nothing is sent or answered any more on this connection", Silence},
-    {"garble", 0, "the next trade has a wrong checksum", Garble},
+    {"garble", 0, "the next trade has another price than its checksum says", Garble},
     {"bad-length", 3, "the length of the next trade is that much too high", BadLength},
     {"endless", 4, "the next trade has a field of that many megabytes which does not end; then the connection ends",
      Endless},

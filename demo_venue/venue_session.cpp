@@ -198,6 +198,7 @@ void VenueSession::OnBytes(std::string_view bytes, VenueTime now) {
 
 void VenueSession::OnMessage(const std::string& message) {
   const std::string_view type = VenueField(message, 35);
+  if (type == "A" && NextIn == 0) return OnResetAnswer(message);
   if (LoggedOn == (type == "A")) {
     Notices.push_back("refused a message of type " + std::string(type) +
                       (LoggedOn ? ", a second logon" : " before the logon"));
@@ -273,6 +274,11 @@ void VenueSession::OnLogon(const std::string& message) {
   NextIn = reset && !asked ? 0 : number + 1;
 }
 
+// An initiator may answer a reset that it has not asked for by a logon of its own.
+void VenueSession::OnResetAnswer(const std::string& message) {
+  NextIn = VenueNumber(message, 34) + 1;
+}
+
 void VenueSession::OnHeartbeat(const std::string& message) {
   if (VenueField(message, 112) == kAllCame && !Settings.Stay && !SaidGoodBye) End(Now);
 }
@@ -281,7 +287,9 @@ void VenueSession::OnTestRequest(const std::string& message) {
   SendAdmin("0", VenueText().Add(112, VenueField(message, 112)));
 }
 
+// The question whether all came is not sent again as it is, so it is asked once more.
 void VenueSession::OnResendRequest(const std::string& message) {
+  AskedForRest = false;
   const std::uint64_t to = VenueNumber(message, 16);
   Resend(std::max<std::uint64_t>(VenueNumber(message, 7), 1), to == 0 ? Sent.size() : to);
 }

@@ -107,6 +107,7 @@ class VenueSession {
   bool IsForUs(const std::string& message) const;
   bool TakesNumber(const std::string& message);
   void OnLogon(const std::string& message);
+  void OnResetAnswer(const std::string& message);
   void ResetNumbers();
   void AskAgain();
   void OnHeartbeat(const std::string& message);
