@@ -31,7 +31,7 @@ DropCopy::DropCopy(const FeedSettings& settings, DropCopyEvents& events) try
 } catch (const FeedError&) {
   throw;
 } catch (const std::runtime_error& error) {
-  throw FeedError(error.what());
+  throw SessionRefused(error.what());
 }
 DropCopy::~DropCopy() = default;
 
@@ -43,7 +43,7 @@ void DropCopy::Start() {
   try {
     Self->Engine.Start();
   } catch (const std::runtime_error& error) {
-    throw FeedError(error.what());
+    throw SessionRefused(error.what());
   }
 }
 

@@ -8,6 +8,12 @@
 #include "feeds/common/feed_report.h"
 #include "feeds/settings/feed_settings.h"
 
+// The engine refuses the settings of the session, however often they are tried.
+class SessionRefused : public FeedError {
+ public:
+  using FeedError::FeedError;
+};
+
 // Called on the engine's thread, and on the one that makes the DropCopy; OnAlarm on any.
 class DropCopyEvents : public AlarmSink {
  public:
@@ -25,14 +31,15 @@ class DropCopyEvents : public AlarmSink {
 // A full disk costs the connection, not the message: the alarm comes once, and the session goes on when there is room.
 class DropCopy {
  public:
-  // Opens the journal of the day that is now: of the next session if there is none. Throws FeedError.
+  // Opens the journal of the day that is now: of the next session if there is none. Throws FeedError, SessionRefused if
+  // it is the settings.
   DropCopy(const FeedSettings& settings, DropCopyEvents& events);
   ~DropCopy();
   DropCopy(const DropCopy&) = delete;
   DropCopy& operator=(const DropCopy&) = delete;
 
   std::filesystem::path JournalFile() const;  // that is appended to; on any thread
-  void Start();                               // throws FeedError
+  void Start();                               // throws SessionRefused
   void Stop();
 
  private:
