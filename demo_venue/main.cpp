@@ -8,7 +8,7 @@
 #include <system_error>
 
 #include "demo_venue/venue_server.h"
-#include "platform/modules.h"
+#include "terminal/day/day_input.h"
 
 namespace {
 
