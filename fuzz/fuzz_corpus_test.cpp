@@ -15,6 +15,7 @@ TEST(FuzzCorpusTest, KeepsItsProperties) {
       {"description_files_fuzz", FuzzDescriptionFiles},
       {"filter_text_fuzz", FuzzFilterText},
       {"journal_fuzz", FuzzJournal},
+      {"fix_mapping_fuzz", FuzzFixMapping},
   };
   for (const auto& [target, function] : targets) {
     int inputs = 0;

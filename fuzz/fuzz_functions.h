@@ -21,6 +21,8 @@ int FuzzDescriptionFiles(const std::uint8_t* data, std::size_t size);
 int FuzzFilterText(const std::uint8_t* data, std::size_t size);
 // R and a journal, or the pieces that one is made of.
 int FuzzJournal(const std::uint8_t* data, std::size_t size);
+// FIX messages, one on a line, with | for SOH; without head and trailer if a line does not begin with 8=.
+int FuzzFixMapping(const std::uint8_t* data, std::size_t size);
 
 inline void RequireProperty(bool holds, const char* property) {
   if (holds) return;

@@ -12,6 +12,7 @@ constexpr std::uint8_t kIsChoice = 0x80;
 constexpr std::uint8_t kNothing = 0x7F, kPartyId = 0x7E, kPartyRole = 0x7D, kSideGroup = 0x7C, kSideStart = 0x7B;
 static_assert(kFixSlotCount < kSideStart);
 
+constexpr int kHeadFields = 3;  // 8, 9, 35
 constexpr std::string_view kHead = "8=FIX\0019=0\00135=8\001", kTrailer = "10=000\001";
 
 std::uint16_t OrElse(std::uint16_t choice, std::uint16_t standard) noexcept {
@@ -148,15 +149,19 @@ std::string FixReportReader::Read(std::string_view text, FixReport& report) cons
   report.SidesTold = report.Twice = 0;
   FixText fields(text);
   FixField field;
-  if (!fields.Next(field) || !fields.Next(field) || !fields.Next(field) || field.Tag != 35)
-    return "the text does not begin with 8, 9 and 35";
-  report.Type = TypeOf(field.Value);
-  if (report.Type == FixReportType::Other) return {};
   Walk walk(report);
-  while (fields.Next(field) && report.Sides.size() <= kMostSides) TakeField(walk, field.Tag, field.Value);
-  if (report.Sides.size() > kMostSides) return "the report has more than " + std::to_string(kMostSides) + " sides";
-  if (!fields.IsWhole()) return "the text is garbled at byte " + std::to_string(fields.Place());
-  return {};
+  for (int count = 1; fields.Next(field); ++count) {
+    if (count > kHeadFields) {
+      TakeField(walk, field.Tag, field.Value);
+      if (report.Sides.size() > kMostSides) return "the report has more than " + std::to_string(kMostSides) + " sides";
+    } else if (count == kHeadFields) {
+      if (field.Tag != 35) break;
+      report.Type = TypeOf(field.Value);
+      if (report.Type == FixReportType::Other) return {};
+    }
+  }
+  if (report.Type == FixReportType::Other) return "the text does not begin with 8, 9 and 35";
+  return fields.IsWhole() ? std::string() : "the text is garbled at byte " + std::to_string(fields.Place());
 }
 
 inline void FixReportReader::TakeField(Walk& walk, std::uint32_t tag, std::string_view value) const {

@@ -3,18 +3,18 @@
 #include <algorithm>
 #include <charconv>
 
-bool FixText::IsHead(const FixField& field) const noexcept {
-  if (Count == 1) return field.Tag == 8 && !field.Value.empty();
-  return field.Tag == 9 && !field.Value.empty() && std::all_of(field.Value.begin(), field.Value.end(), IsDigit);
+bool FixText::IsHead(int count, std::uint32_t tag, std::string_view value) noexcept {
+  if (count == 1) return tag == 8 && !value.empty();
+  return tag == 9 && !value.empty() && std::all_of(value.begin(), value.end(), IsDigit);
 }
 
 bool FixText::IsTrailer(std::string_view value) noexcept {
   return value.size() == 3 && std::all_of(value.begin(), value.end(), IsDigit);
 }
 
-// A length that is no number makes the data an ordinary field.
-void FixText::ExpectData(const FixField& length) noexcept {
-  const char* const end = length.Value.data() + length.Value.size();
-  const auto [last, error] = std::from_chars(length.Value.data(), end, DataLength);
-  if (error == std::errc() && last == end) DataTag = kDataTags[length.Tag];
+std::size_t FixText::LengthOf(std::string_view value) noexcept {
+  std::size_t length = 0;
+  const char* const end = value.data() + value.size();
+  const auto [last, error] = std::from_chars(value.data(), end, length);
+  return error == std::errc() && last == end ? std::min(length, kNoLength - 1) : kNoLength;
 }

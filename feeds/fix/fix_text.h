@@ -5,12 +5,13 @@
 //   data    := length-tag=n SOH data-tag=n bytes SOH      the bytes may hold SOH
 #pragma once
 
+#include <emmintrin.h>
+
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
-
-#include "foundations/byte_words.h"
 
 inline constexpr char kSoh = '\x01';
 
@@ -31,19 +32,24 @@ struct FixField {
 
 // Never reads past the text, whatever it is. BodyLength and CheckSum are not compared with the text: the engine has
 // done that.
+//
+// Looks for SOH in 64 bytes at once, ahead of the fields: so the next field does not wait for the end of this one.
 class FixText {
  public:
   explicit FixText(std::string_view text) noexcept : Begin(text.data()), At(Begin), End(Begin + text.size()) {}
 
   // The next field, from 8 to 10; false behind 10 and at the first mistake.
-  bool Next(FixField& field) noexcept {
-    if (At == End || !ReadTag(field.Tag) || !ReadValue(field)) return false;
-    if (++Count <= kHeadFields) return IsHead(field);
+  [[gnu::always_inline]] bool Next(FixField& field) noexcept {
+    if (!ReadField(field)) return false;
+    if (Count < kHeadFields) return IsHead(++Count, field.Tag, field.Value);
     if (field.Tag == kTrailerTag) {
       Whole = At == End && IsTrailer(field.Value);
       return Whole;
     }
-    if (field.Tag < kDataTags.size() && kDataTags[field.Tag] != 0) ExpectData(field);
+    if (field.Tag < kDataTags.size() && kDataTags[field.Tag] != 0) {
+      DataTag = kDataTags[field.Tag];
+      DataLength = LengthOf(field.Value);
+    }
     return true;
   }
   // True behind a well-formed 10 at the very end.
@@ -54,7 +60,7 @@ class FixText {
  private:
   static constexpr int kHeadFields = 2;
   static constexpr std::uint32_t kTrailerTag = 10;
-  static constexpr std::uint32_t kMostTag = 99'999'999;
+  static constexpr std::ptrdiff_t kMostDigits = 9;
   static constexpr auto kDataTags = [] {
     std::array<std::uint16_t, 622> tags{};
     for (const FixDataField& row : kFixDataFields) tags[row.LengthTag] = row.DataTag;
@@ -63,46 +69,78 @@ class FixText {
 
   static constexpr bool IsDigit(char byte) noexcept { return byte >= '0' && byte <= '9'; }
 
-  bool ReadTag(std::uint32_t& tag) noexcept {
-    std::uint32_t number = 0;
+  // Every step ends at the SOH that was found before, which is no digit.
+  bool ReadField(FixField& field) noexcept {
+    const char* end = EndOfText();
+    if (end == nullptr || *At == '0') return false;
     const char* at = At;
-    for (; at != End && IsDigit(*at) && number <= kMostTag; ++at)
-      number = number * 10 + static_cast<std::uint32_t>(*at - '0');
-    if (at == End || *at != '=' || number == 0 || *At == '0') return false;
+    std::uint32_t tag = 0;
+    for (; IsDigit(*at); ++at) tag = tag * 10 + static_cast<std::uint32_t>(*at - '0');
+    if (*at != '=' || tag == 0 || at - At > kMostDigits) return false;
     At = at + 1;
-    tag = number;
-    return true;
-  }
-  bool ReadValue(FixField& field) noexcept {
-    const char* end = field.Tag == DataTag ? EndOfData() : EndOfText();
+    if (tag == DataTag && DataLength != kNoLength) {
+      end = EndOfData();
+      if (end == nullptr) return false;
+    }
     DataTag = 0;
-    if (end == nullptr) return false;
+    field.Tag = tag;
     field.Value = {At, static_cast<std::size_t>(end - At)};
     At = end + 1;
     return true;
   }
-  // The next SOH, eight bytes at a time; null if there is none.
-  const char* EndOfText() const noexcept {
-    const char* at = At;
-    for (; End - at >= 8; at += 8)
-      if (const std::uint64_t found = ZeroBytes(LoadValue<std::uint64_t>(at) ^ kByteOnes); found != 0)
-        return at + std::countr_zero(found) / 8;
-    for (; at != End; ++at)
-      if (*at == kSoh) return at;
-    return nullptr;
+  // The next SOH; null if there is none.
+  const char* EndOfText() noexcept {
+    while (Sohs == 0) {
+      if (Scanned == End) return nullptr;
+      Scan();
+    }
+    const char* const end = Block + std::countr_zero(Sohs);
+    Sohs &= Sohs - 1;
+    return end;
+  }
+  static std::uint64_t EqualBytes(const char* bytes, __m128i wanted) noexcept {
+    std::uint64_t equal = 0;
+    for (int i = 0; i < 4; ++i) {
+      const __m128i part = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + 16 * i));
+      const auto bits = static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(part, wanted)));
+      equal |= std::uint64_t{bits} << (16 * i);
+    }
+    return equal;
+  }
+  void Scan() noexcept {
+    Block = Scanned;
+    const auto left = static_cast<std::size_t>(End - Scanned);
+    if (left >= kBlockSize) {
+      Sohs = EqualBytes(Block, _mm_set1_epi8(kSoh));
+      Scanned += kBlockSize;
+      return;
+    }
+    char last[kBlockSize] = {};
+    std::memcpy(last, Block, left);
+    Sohs = EqualBytes(last, _mm_set1_epi8(kSoh));
+    Scanned = End;
   }
   // The SOH behind the bytes that the length field has told; null if it is not there.
-  const char* EndOfData() const noexcept {
-    if (DataLength >= static_cast<std::size_t>(End - At)) return nullptr;
-    return At[DataLength] == kSoh ? At + DataLength : nullptr;
+  const char* EndOfData() noexcept {
+    if (DataLength >= static_cast<std::size_t>(End - At) || At[DataLength] != kSoh) return nullptr;
+    Scanned = At + DataLength + 1;
+    Sohs = 0;
+    return At + DataLength;
   }
-  bool IsHead(const FixField& field) const noexcept;
+  // The rare steps get values and not the object: then the compiler keeps it in registers.
+  static bool IsHead(int count, std::uint32_t tag, std::string_view value) noexcept;
   static bool IsTrailer(std::string_view value) noexcept;
-  void ExpectData(const FixField& length) noexcept;
+  // Of the data field behind it; kNoLength makes that an ordinary field.
+  static std::size_t LengthOf(std::string_view value) noexcept;
+  static constexpr std::size_t kNoLength = static_cast<std::size_t>(-1);
 
   const char* Begin;
   const char* At;
   const char* End;
+  static constexpr std::size_t kBlockSize = 64;
+  const char* Scanned = Begin;  // where SOH has not been looked for
+  const char* Block = Begin;    // where the bits of Sohs begin
+  std::uint64_t Sohs = 0;       // what has been found and not been reached
   int Count = 0;
   bool Whole = false;
   std::uint32_t DataTag = 0;  // 0, or the data field whose length is known

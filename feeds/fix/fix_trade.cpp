@@ -1,9 +1,9 @@
 #include "feeds/fix/fix_trade.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "feeds/fix/fix_values.h"
+#include "feeds/fix/id_table.h"
 
 namespace {
 
@@ -91,9 +91,7 @@ void TellReason(std::string& reason, std::string_view sentence) {
 bool IsPlainText(std::string_view text) noexcept {
   for (; text.size() >= 8; text.remove_prefix(8))
     if (ControlBytes(LoadValue<std::uint64_t>(text.data())) != 0) return false;
-  std::uint64_t rest = kByteOnes * ' ';
-  std::memcpy(&rest, text.data(), text.size());
-  return ControlBytes(rest) == 0;
+  return ControlBytes(LoadShortText(text) | (kByteOnes * ' ') << (8 * text.size())) == 0;
 }
 
 std::string PlainText(std::string_view text, std::size_t longest) {
@@ -153,8 +151,11 @@ void TradeFrame::Put(std::uint16_t tag, Value value) noexcept {
 // Requires: at most the field's limit.
 void TradeFrame::PutText(std::uint16_t tag, std::string_view text) noexcept {
   Put(tag, static_cast<std::uint16_t>(text.size()));
-  std::copy(text.begin(), text.end(), &Bytes[Used]);
+  // Texts are short: eight bytes at a time, the last ones with what is overwritten next.
+  std::uint8_t* place = &Bytes[Used];
   Used += text.size();
+  for (; text.size() >= 8; text.remove_prefix(8), place += 8) StoreValue(place, LoadValue<std::uint64_t>(text.data()));
+  StoreValue(place, LoadShortText(text));
 }
 
 void TradeFrame::PutMark(std::uint16_t tag) noexcept {

@@ -231,7 +231,7 @@ class TradeFrame {
 
  private:
   static constexpr std::size_t kLargest = [] {
-    std::size_t size = kHeaderSize + 5;
+    std::size_t size = kHeaderSize + 5 + sizeof(std::uint64_t);  // PutText stores whole words
     for (const TradeFieldRow& row : kTradeFieldRows)
       size += 5 + (row.Kind == FixKind::Terminator ? 0 : PlaceSize(*WireFieldOf(row.Tag)));
     return size;

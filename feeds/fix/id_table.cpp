@@ -5,8 +5,6 @@
 #include <random>
 #include <utility>
 
-#include "foundations/byte_words.h"
-
 namespace {
 
 constexpr std::size_t kFirstSlots = 1024;
@@ -24,9 +22,7 @@ std::uint64_t Mixed(std::uint64_t hash) noexcept {
 std::uint64_t HashFrom(std::uint64_t start, std::string_view id) noexcept {
   std::uint64_t hash = start + id.size() * kByteOnes;
   for (; id.size() >= 8; id.remove_prefix(8)) hash = Mixed(hash ^ LoadValue<std::uint64_t>(id.data()));
-  std::uint64_t rest = 0;
-  std::memcpy(&rest, id.data(), id.size());
-  return Mixed(hash ^ rest);
+  return Mixed(hash ^ LoadShortText(id));
 }
 
 std::uint64_t SeedOfProcess() {

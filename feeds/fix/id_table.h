@@ -6,6 +6,19 @@
 #include <string_view>
 #include <vector>
 
+#include "foundations/byte_words.h"
+
+// The bytes of a text of less than 8, with zeros behind them.
+inline std::uint64_t LoadShortText(std::string_view text) noexcept {
+  const char* const at = text.data();
+  const std::size_t size = text.size();
+  if (size >= 4)
+    return LoadValue<std::uint32_t>(at) | std::uint64_t{LoadValue<std::uint32_t>(at + size - 4)} << (8 * (size - 4));
+  if (size >= 2)
+    return LoadValue<std::uint16_t>(at) | std::uint64_t{LoadValue<std::uint16_t>(at + size - 2)} << (8 * (size - 2));
+  return size == 0 ? 0 : static_cast<std::uint8_t>(*at);
+}
+
 // The same everywhere and for ever: what depends on it is the same wherever messages are mapped.
 std::uint64_t HashOfId(std::string_view id) noexcept;
 

@@ -28,7 +28,10 @@ bool KnownTrades::Find(std::string_view key, KnownExecution& execution) const no
 }
 
 void KnownTrades::Name(std::string_view key, const KnownExecution& execution) {
-  if (Executions.Find(key) != nullptr) return;
+  if (Executions.Find(key) == nullptr) NameNew(key, execution);
+}
+
+void KnownTrades::NameNew(std::string_view key, const KnownExecution& execution) {
   Executions.Insert(key, execution.Trade << kKindBits | static_cast<std::uint32_t>(execution.Kind));
 }
 
@@ -43,23 +46,23 @@ const std::string* KnownTrades::CorrectedText(std::uint32_t trade) const noexcep
   return found == Corrected.end() ? nullptr : &found->second;
 }
 
-std::string KnownTrades::ShownOrder(std::string_view orderId, std::uint32_t order, std::string& reason) const {
-  if (FitsAsId(orderId)) return std::string(orderId);
-  std::string shown = WithNumber(orderId, order);
-  TellReason(reason, Sentence("37", orderId, "is shown as " + shown));
-  return shown;
+std::string_view KnownTrades::ShownOrder(std::string_view orderId, std::uint32_t order, std::string& reason) {
+  if (FitsAsId(orderId)) return orderId;
+  MadeOrder = WithNumber(orderId, order);
+  TellReason(reason, Sentence("37", orderId, "is shown as " + MadeOrder));
+  return MadeOrder;
 }
 
 // Only hashes of the pairs are kept: two pairs with one hash cost an id its last characters, never a trade.
-std::string KnownTrades::ShownTrade(std::string_view shownOrder, std::string_view id, std::string& reason) {
+std::string_view KnownTrades::ShownTrade(std::string_view shownOrder, std::string_view id, std::string& reason) {
   const auto isNew = [&](std::string_view shown) {
     Pair.assign(shownOrder).append(shown);
     return ShownPairs.Insert(HashOfId(Pair));
   };
-  if (FitsAsId(id) && isNew(id)) return std::string(id);
+  if (FitsAsId(id) && isNew(id)) return id;
   std::uint32_t number = ShownPairs.Size() + 1;
-  std::string shown = WithNumber(id, number);
-  while (!isNew(shown)) shown = WithNumber(id, ++number);
-  TellReason(reason, Sentence("17", id, "is shown as " + shown));
-  return shown;
+  MadeTrade = WithNumber(id, number);
+  while (!isNew(MadeTrade)) MadeTrade = WithNumber(id, ++number);
+  TellReason(reason, Sentence("17", id, "is shown as " + MadeTrade));
+  return MadeTrade;
 }

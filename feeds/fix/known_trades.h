@@ -37,6 +37,8 @@ class KnownTrades {
   bool Find(std::string_view key, KnownExecution& execution) const noexcept;
   // A known key stays what it is.
   void Name(std::string_view key, const KnownExecution& execution);
+  // Requires: the key is not known.
+  void NameNew(std::string_view key, const KnownExecution& execution);
 
   std::uint32_t Add(const KnownTrade& trade);
   const KnownTrade& At(std::uint32_t trade) const noexcept { return Trades[trade]; }
@@ -51,10 +53,11 @@ class KnownTrades {
   std::uint32_t ClientOrderNumber(std::string_view id) { return id.empty() ? 0 : ClientOrders.OrdinalOf(id); }
 
   // The id of an order as a trade message shows it. One that does not fit ends with a tilde and the order's number.
-  std::string ShownOrder(std::string_view orderId, std::uint32_t order, std::string& reason) const;
+  // Valid until the next call, as is the other.
+  std::string_view ShownOrder(std::string_view orderId, std::uint32_t order, std::string& reason);
   // The id of an execution as a trade message shows it. Readers take a second pair of the same ids, joined without a
   // separator, as a repeat: one that does not fit, or whose pair was shown, ends with a tilde and a number of its own.
-  std::string ShownTrade(std::string_view shownOrder, std::string_view id, std::string& reason);
+  std::string_view ShownTrade(std::string_view shownOrder, std::string_view id, std::string& reason);
 
  private:
   std::vector<KnownTrade> Trades;
@@ -62,6 +65,6 @@ class KnownTrades {
   IdTable Orders;
   IdTable ClientOrders;
   IdHashes ShownPairs;
-  std::string Pair;
+  std::string Pair, MadeOrder, MadeTrade;
   std::unordered_map<std::uint32_t, std::string> Corrected;
 };

@@ -129,6 +129,7 @@ struct TradeMapper::State {
   std::string Identity;  // the key of a correction or bust itself
   std::string BustText;
   bool HasCaptures = false;
+  std::size_t TextSize = 0;
   MappedReport Result;
   std::vector<std::uint8_t>* Messages = nullptr;
 };
@@ -141,6 +142,7 @@ MappedReport TradeMapper::Map(std::string_view text, std::uint64_t place, std::v
   State& self = *Self;
   self.Result = {};
   self.Messages = &messages;
+  self.TextSize = text.size();
   const std::string mistake = self.Reader.Read(text, self.Report);
   if (!mistake.empty())
     self.Tell(ReportOutcome::Refused, mistake);
@@ -238,8 +240,9 @@ void TradeMapper::State::MapSide(FixReportKind kind, std::uint64_t place, std::u
 }
 
 void TradeMapper::State::MapExecution(const Execution& execution) {
-  const std::string mistake = MistakeOfIds(execution.Values);
-  if (!mistake.empty()) return Tell(ReportOutcome::Refused, mistake);
+  if (TextSize > KnownTrades::kLongestId)
+    if (const std::string mistake = MistakeOfIds(execution.Values); !mistake.empty())
+      return Tell(ReportOutcome::Refused, mistake);
   if (execution.Id.empty())
     return Tell(ReportOutcome::Refused, execution.IsSide() ? "17, 571 and 1003 are missing" : "17 is missing");
   if (execution.OrderId.empty()) return Tell(ReportOutcome::Refused, "37 is missing");
@@ -391,8 +394,8 @@ void TradeMapper::State::Show(const Execution& execution, std::uint32_t trade) {
   std::string& reason = Result.Reason;
   if (Report.Twice != 0) TellReason(reason, std::to_string(Report.Twice) + " is there twice, the first is taken");
   const std::uint32_t order = Known.At(trade).Order;
-  const std::string shownOrder = Known.ShownOrder(values.At<37>(), order, reason);
-  const std::string shownTrade = Known.ShownTrade(shownOrder, execution.ShownId, reason);
+  const std::string_view shownOrder = Known.ShownOrder(values.At<37>(), order, reason);
+  const std::string_view shownTrade = Known.ShownTrade(shownOrder, execution.ShownId, reason);
   Frame.Write(values,
               {trade + 1, order, Known.ClientOrderNumber(values.At<11>()), shownTrade, shownOrder, Choices.Multiplier},
               reason);

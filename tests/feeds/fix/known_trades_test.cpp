@@ -64,7 +64,7 @@ TEST(KnownTradesTest, ShowsEveryExecutionUnderAPairOfItsOwn) {
 }
 
 TEST(KnownTradesTest, ShowsOrdersThatDoNotFitWithTheirNumber) {
-  const KnownTrades known;
+  KnownTrades known;
   std::string told;
   EXPECT_EQ(known.ShownOrder(std::string(32, 'o'), 815, told), std::string(32, 'o'));
   EXPECT_EQ(told, "");
