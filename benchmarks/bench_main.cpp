@@ -45,6 +45,7 @@ struct Figure {
 constexpr Figure kFigures[] = {
     {"decode one trade message / copy its bytes out of memory", "DecodeTrade", "CopyMessage", 5},
     {"QuickFIX parses the same fields / decode one trade message", "ParseFixReport", "DecodeTrade", 15, true},
+    {"map one FIX report / QuickFIX parses it in a session", "MapReport", "SessionParsesReport", 0.1},
     {"download of 1,000,000 trades, each / copy its bytes", "Download/1000000", "CopyMessage", 15},
     {"download of 1,000,000, each / download of 10,000, each", "Download/1000000", "Download/10000", 1.5},
     {"live trade with daily file / one write call of its line", "LiveWithDailyFile", "WriteSameLines", 3},

@@ -1,7 +1,8 @@
-// QuickFIX, to compare with the decoder: FIX 4.4 execution reports with the fields of a sample trade.
+// QuickFIX, to compare with the decoder and the mapping: FIX 4.4 execution reports with the fields of a sample trade.
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -9,9 +10,18 @@ class FixReports {
  public:
   // Reports 0 to count - 1, each of a different trade.
   explicit FixReports(std::size_t count);
+  ~FixReports();
+  FixReports(const FixReports&) = delete;
+  FixReports& operator=(const FixReports&) = delete;
+
+  const std::string& TextOf(std::size_t i) const { return Texts[i]; }
   // Parses report i into a new message and counts its fields with header and trailer.
   std::size_t ParseAndCountFields(std::size_t i) const;
+  // The same as a session parses it: with a dictionary that knows every field as a text, and groups.
+  std::size_t ParseWithDictionary(std::size_t i) const;
 
  private:
+  struct Dictionary;
+  std::unique_ptr<Dictionary> Open;
   std::vector<std::string> Texts;
 };
