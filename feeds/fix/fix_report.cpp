@@ -147,6 +147,7 @@ std::string FixReportReader::Read(std::string_view text, FixReport& report) cons
   report.Common = {};
   report.Sides.clear();
   report.SidesTold = report.Twice = 0;
+  report.IsPlain = false;
   FixText fields(text);
   FixField field;
   Walk walk(report);
@@ -161,6 +162,7 @@ std::string FixReportReader::Read(std::string_view text, FixReport& report) cons
     }
   }
   if (report.Type == FixReportType::Other) return "the text does not begin with 8, 9 and 35";
+  report.IsPlain = fields.IsPlain();
   return fields.IsWhole() ? std::string() : "the text is garbled at byte " + std::to_string(fields.Place());
 }
 

@@ -19,6 +19,7 @@ struct FixReport {
   FixReportType Type = FixReportType::Other;
   FixValues Common;              // all of an ExecutionReport
   std::vector<FixValues> Sides;  // of a TradeCaptureReport: what stands in group 552, one for each 54
+  bool IsPlain = false;          // no value has control characters
   std::uint32_t SidesTold = 0;   // 552
   std::uint32_t Twice = 0;       // a tag that stands there twice with different values; the first is taken; 0: none
 };

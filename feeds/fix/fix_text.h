@@ -54,6 +54,8 @@ class FixText {
   }
   // True behind a well-formed 10 at the very end.
   bool IsWhole() const noexcept { return Whole; }
+  // True without data fields and without control characters but SOH.
+  bool IsPlain() const noexcept { return Plain; }
   // Bytes that were read without a mistake, or where it stands.
   std::size_t Place() const noexcept { return static_cast<std::size_t>(At - Begin); }
 
@@ -98,26 +100,30 @@ class FixText {
     Sohs &= Sohs - 1;
     return end;
   }
-  static std::uint64_t EqualBytes(const char* bytes, __m128i wanted) noexcept {
-    std::uint64_t equal = 0;
+  void ScanBytes(const char* bytes) noexcept {
+    const __m128i soh = _mm_set1_epi8(kSoh), lastControl = _mm_set1_epi8(0x1F), deleted = _mm_set1_epi8(0x7F);
+    __m128i controls = _mm_setzero_si128();
     for (int i = 0; i < 4; ++i) {
       const __m128i part = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + 16 * i));
-      const auto bits = static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(part, wanted)));
-      equal |= std::uint64_t{bits} << (16 * i);
+      const __m128i ends = _mm_cmpeq_epi8(part, soh);
+      const __m128i others = _mm_andnot_si128(ends, _mm_cmpeq_epi8(_mm_min_epu8(part, lastControl), part));
+      controls = _mm_or_si128(controls, _mm_or_si128(others, _mm_cmpeq_epi8(part, deleted)));
+      Sohs |= std::uint64_t{static_cast<std::uint32_t>(_mm_movemask_epi8(ends))} << (16 * i);
     }
-    return equal;
+    Plain = Plain && _mm_movemask_epi8(controls) == 0;
   }
   void Scan() noexcept {
     Block = Scanned;
     const auto left = static_cast<std::size_t>(End - Scanned);
     if (left >= kBlockSize) {
-      Sohs = EqualBytes(Block, _mm_set1_epi8(kSoh));
+      ScanBytes(Block);
       Scanned += kBlockSize;
       return;
     }
-    char last[kBlockSize] = {};
+    char last[kBlockSize];
+    std::memset(last, ' ', kBlockSize);
     std::memcpy(last, Block, left);
-    Sohs = EqualBytes(last, _mm_set1_epi8(kSoh));
+    ScanBytes(last);
     Scanned = End;
   }
   // The SOH behind the bytes that the length field has told; null if it is not there.
@@ -125,6 +131,7 @@ class FixText {
     if (DataLength >= static_cast<std::size_t>(End - At) || At[DataLength] != kSoh) return nullptr;
     Scanned = At + DataLength + 1;
     Sohs = 0;
+    Plain = false;
     return At + DataLength;
   }
   // The rare steps get values and not the object: then the compiler keeps it in registers.
@@ -143,6 +150,7 @@ class FixText {
   std::uint64_t Sohs = 0;       // what has been found and not been reached
   int Count = 0;
   bool Whole = false;
+  bool Plain = true;
   std::uint32_t DataTag = 0;  // 0, or the data field whose length is known
   std::size_t DataLength = 0;
 };

@@ -164,8 +164,8 @@ void TradeFrame::PutMark(std::uint16_t tag) noexcept {
   Used += 3;
 }
 
-void TradeFrame::PutTold(const Step& step, const Taken& taken, std::string& reason) {
-  const bool isPlain = IsPlainText(taken.Value);
+void TradeFrame::PutTold(const Step& step, const Taken& taken, bool isPlain, std::string& reason) {
+  isPlain = isPlain || IsPlainText(taken.Value);
   if (isPlain && taken.Value.size() <= step.Limit) return PutText(step.Tag, taken.Value);
   if (!isPlain) taken.Tell(reason, "has control characters");
   if (taken.Value.size() > step.Limit) taken.Tell(reason, "is cut to " + std::to_string(step.Limit) + " characters");
@@ -175,12 +175,12 @@ void TradeFrame::PutTold(const Step& step, const Taken& taken, std::string& reas
 void TradeFrame::WriteStep(const Step& step, const Taken& taken, const TradeNumbers& numbers, std::string& reason) {
   switch (step.Kind) {
     case FixKind::Text:
-      return PutTold(step, taken, reason);
+      return PutTold(step, taken, numbers.IsPlain, reason);
     case FixKind::Time:
       // The format has no room for fractions beyond a millisecond's, which is no loss to tell.
       if (IsFixTime(taken.Value)) return PutText(step.Tag, taken.Value.substr(0, step.Limit));
       if (!taken.Value.empty()) taken.Tell(reason, "is no time");
-      return PutTold(step, taken, reason);
+      return PutTold(step, taken, numbers.IsPlain, reason);
     case FixKind::OptionType:
       return PutText(step.Tag, OptionTypeOf(taken.Value));
     case FixKind::TradeId:

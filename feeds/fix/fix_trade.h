@@ -201,6 +201,7 @@ struct TradeNumbers {
   std::string_view TradeId;
   std::string_view OrderId;
   double Multiplier = 1;  // of a text without one
+  bool IsPlain = false;   // no value has control characters: they need not be looked for
 };
 
 // True without control characters, which would end a record's text or a line of the daily file.
@@ -243,7 +244,7 @@ class TradeFrame {
   void PutMark(std::uint16_t tag) noexcept;
   struct Step;
   struct Taken;
-  void PutTold(const Step& step, const Taken& taken, std::string& reason);
+  void PutTold(const Step& step, const Taken& taken, bool isPlain, std::string& reason);
   void WriteStep(const Step& step, const Taken& taken, const TradeNumbers& numbers, std::string& reason);
 
   std::array<std::uint8_t, kLargest> Bytes;

@@ -85,7 +85,7 @@ std::uint32_t IdTable::Keep(std::string_view id, std::uint32_t number) {
   const std::size_t size = (kEntryHead + id.size() + kStep - 1) / kStep * kStep;
   if (UsedInLastBlock + size > kBlockSize) {
     if (Blocks.size() * (kBlockSize / kStep) > 0xFFFFFFFF - kBlockSize) throw std::bad_alloc();
-    Blocks.push_back(std::make_unique<std::uint8_t[]>(kBlockSize));
+    Blocks.push_back(std::make_unique_for_overwrite<std::uint8_t[]>(kBlockSize));
     UsedInLastBlock = 0;
   }
   const std::size_t offset = (Blocks.size() - 1) * kBlockSize + UsedInLastBlock;

@@ -87,7 +87,10 @@ void FillCaptureIds(FixValues& values) noexcept {
 
 struct TradeMapper::State {
   State(MappingChoices choices, TextAt textAt)
-      : Choices(std::move(choices)), TextOfPlace(std::move(textAt)), Reader(Choices) {}
+      : Choices(std::move(choices)),
+        ChoicesArePlain(IsPlainText(Choices.Exchange) && IsPlainText(Choices.UserID)),
+        TextOfPlace(std::move(textAt)),
+        Reader(Choices) {}
 
   void MapExecutionReport(std::uint64_t place);
   void MapCaptureReport(std::uint64_t place);
@@ -106,7 +109,7 @@ struct TradeMapper::State {
   bool FindExecution(const Execution& execution, std::string_view id, KnownExecution& known);
   bool FindChanged(const Execution& execution, KnownExecution& known);
   std::uint32_t AddTrade(const Execution& execution);
-  void NameTrade(const Execution& execution, const KnownExecution& known);
+  void NameReports(const Execution& execution, const KnownExecution& known);
   void FillFromKnown(FixValues& values, std::uint32_t trade);
   void Show(const Execution& execution, std::uint32_t trade);
 
@@ -117,6 +120,7 @@ struct TradeMapper::State {
   void Tell(ReportOutcome outcome, std::string_view sentence = {});
 
   const MappingChoices Choices;
+  const bool ChoicesArePlain;
   const TextAt TextOfPlace;
   const FixReportReader Reader;
   KnownTrades Known;
@@ -263,7 +267,8 @@ void TradeMapper::State::MapTrade(const Execution& execution) {
   if (const std::string mistake = MistakeOfTrade(execution.Values, false); !mistake.empty())
     return Tell(ReportOutcome::Refused, mistake);
   const std::uint32_t trade = AddTrade(execution);
-  NameTrade(execution, {trade, execution.Kind});
+  Known.NameNew(KeyOf(execution, execution.Id), {trade, execution.Kind});
+  NameReports(execution, {trade, execution.Kind});
   Show(execution, trade);
   Tell(ReportOutcome::Trade);
 }
@@ -333,7 +338,8 @@ void TradeMapper::State::MapUnknownChange(const Execution& execution) {
   const std::uint32_t trade = AddTrade(execution);
   const KnownExecution known{trade, execution.Kind};
   Known.Name(Identity, known);
-  NameTrade(execution, known);
+  Known.Name(KeyOf(execution, execution.Id), known);
+  NameReports(execution, known);
   if (!values.At<19>().empty()) Known.Name(KeyOf(execution, values.At<19>()), known);
   if (execution.IsSide() && !values.At<572>().empty()) Known.Name(ReportKeyOf(execution, values.At<572>()), known);
   Show(execution, trade);
@@ -365,8 +371,7 @@ std::uint32_t TradeMapper::State::AddTrade(const Execution& execution) {
                     static_cast<std::uint16_t>(execution.SidePlace), SideCode(execution.Values.At<54>())});
 }
 
-void TradeMapper::State::NameTrade(const Execution& execution, const KnownExecution& known) {
-  Known.Name(KeyOf(execution, execution.Id), known);
+void TradeMapper::State::NameReports(const Execution& execution, const KnownExecution& known) {
   if (!execution.IsSide()) return;
   const FixValues& values = execution.Values;
   if (!values.At<571>().empty()) Known.Name(ReportKeyOf(execution, values.At<571>()), known);
@@ -397,7 +402,8 @@ void TradeMapper::State::Show(const Execution& execution, std::uint32_t trade) {
   const std::string_view shownOrder = Known.ShownOrder(values.At<37>(), order, reason);
   const std::string_view shownTrade = Known.ShownTrade(shownOrder, execution.ShownId, reason);
   Frame.Write(values,
-              {trade + 1, order, Known.ClientOrderNumber(values.At<11>()), shownTrade, shownOrder, Choices.Multiplier},
+              {trade + 1, order, Known.ClientOrderNumber(values.At<11>()), shownTrade, shownOrder, Choices.Multiplier,
+               Report.IsPlain && execution.Kind == FixReportKind::Trade && ChoicesArePlain},
               reason);
   Messages->insert(Messages->end(), Frame.Data(), Frame.Data() + Frame.Size());
   ++Result.Messages;
