@@ -104,7 +104,7 @@ TEST(TradeChangesTest, TakesChangesThatReuseTheIdOfTheTrade) {
 
 constexpr std::string_view kCapture =
     "35=AE|571=R1|1003=T1|487=0|856=0|150=F|48=GC201312|55=GC|32=3|31=1313.5|60=20131007-09:30:01|552=2|"
-    "54=1|37=B7|11=c1|453=2|448=HOUSE|452=1|448=T7|452=12|1=buyer|58=for one|54=2|37=S9|1=seller|77=C|";
+    "54=1|37=B7|11=c1|453=2|448=HOUSE|452=1|448=T7|452=12|1=buyer|58=for one|54=2|37=S9|453=1|452=1|1=seller|77=C|";
 
 TEST(TradeChangesTest, MapsEachSideOfACaptureReport) {
   MappedDay day;
@@ -114,6 +114,7 @@ TEST(TradeChangesTest, MapsEachSideOfACaptureReport) {
   EXPECT_STREQ(day.Trades[0].MemberID, "HOUSE");
   EXPECT_STREQ(day.Trades[0].UserID, "T7");
   EXPECT_STREQ(day.Trades[0].ReferenceText, "for one");
+  EXPECT_EQ(day.Trades[0].OpenClose, 0);
   EXPECT_EQ(day.Trades[1].Side, 2);
   EXPECT_STREQ(day.Trades[1].ClientID, "seller");
   EXPECT_STREQ(day.Trades[1].MemberID, "");
@@ -157,6 +158,7 @@ TEST(TradeChangesTest, KnowsWhatACaptureReportIs) {
                      {"35=AE|571=8|55=X|32=3|31=5|552=1|54=9|", "Refused: 54=9 is no side of a trade"},
                      {"35=AE|571=8|55=X|32=3|31=5|552=2|54=1|54=9|", "Refused 6=8/8-B: 54=9 is no side of a trade"},
                      {"35=AE|571=10|55=X|32=3|31=5|552=2|54=1|11=c|54=1|11=c|", "Trade 7=c/10-B 8=c/10-B2"},
+                     {"35=AE|571=13|17=E3|55=X|32=3|31=5|552=1|54=2|37=O|", "Trade 9=O/E3~12: 17=E3 is shown as E3~12"},
                      {"35=AE|571=11|552=17|" + sides, "Refused: the report has more than 16 sides"},
                  });
 }

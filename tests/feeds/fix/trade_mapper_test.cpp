@@ -179,6 +179,10 @@ TEST(TradeMapperTest, TakesFieldsByTheChoicesOfTheVenue) {
   EXPECT_STREQ(other.Trade().UserID, "both");
   EXPECT_STREQ(other.Trade().ClientID, "both");
   EXPECT_STREQ(other.Trade().ReferenceText, "both");
+
+  choices.ClientTag = 96;
+  MappedDay data(choices);
+  EXPECT_EQ(data.MapBody(Fill("37=O|17=1|95=3|96=a|b|")), "Trade 1=O/1: ClientID=a?b has control characters");
 }
 
 TEST(TradeMapperTest, NumbersOrdersAndKnowsRepeats) {
