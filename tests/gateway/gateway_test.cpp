@@ -200,7 +200,7 @@ TEST_F(Pumping, TakesALongOutageFromTheJournal) {
   DayPump pump(Day().File(), {}, 0, Events, Logs());
   Pump(pump);
   Servers.Set(true);
-  Append(Day(), 30'000);
+  Append(Day(), 45'000);
   Pump(pump);
   EXPECT_GT(pump.Behind(), 4000U);
   Append(Day(), 1);
