@@ -44,8 +44,8 @@ struct TradeFrame::Step {
   std::uint8_t Slots[std::size(TradeFieldRow{}.Sources)];
 
   static constexpr Step Of(const TradeFieldRow& row) {
-    const WireField* field = WireFieldOf(row.Tag);
-    Step step{row.Tag, row.Kind, 0, static_cast<std::uint8_t>(field == nullptr ? 0 : field->Limit), {}};
+    const std::optional<WireField> field = WireFieldOf(row.Tag);
+    Step step{row.Tag, row.Kind, 0, static_cast<std::uint8_t>(field ? field->Limit : 0), {}};
     for (const std::uint16_t source : row.Sources)
       if (source != 0) step.Slots[step.SourceCount++] = static_cast<std::uint8_t>(FixSlotOf(source));
     return step;
