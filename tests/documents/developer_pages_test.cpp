@@ -27,7 +27,7 @@ TEST(ArchitecturePage, NamesFilesAndFunctionsThatExist) {
   std::string sources;
   const fs::path root = TRADEBOOK_SOURCE_FOLDER;
   for (const char* folder : {"platform", "foundations", "host_link", "trade_data", "grid_base", "grid_ops", "toolkit",
-                             "book_windows", "terminal", "tests"})
+                             "book_windows", "terminal", "feeds", "gateway", "demo_venue", "tests"})
     for (const auto& entry : fs::recursive_directory_iterator(root / folder)) {
       const std::string path = entry.path().lexically_relative(root).generic_string();
       files.insert({path, entry.path().filename().string()});
