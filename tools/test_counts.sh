@@ -23,11 +23,15 @@ count_results() {
   sed -n 's/.*<testcase name="\([^"]*\)".* status="fail".*/\1/p' "$folder/programs.junit" >"$folder/failed" 2>/dev/null
 }
 
-# count_one FOLDER passed|failed NAME: adds one check that is no test program.
+# count_one FOLDER passed|failed|skipped NAME: adds one check that is no test program.
 count_one() {
   local passed failed skipped
   read -r passed failed skipped <"$1/counts"
-  if [ "$2" = passed ]; then passed=$((passed + 1)); else failed=$((failed + 1)) && echo "$3" >>"$1/failed"; fi
+  case $2 in
+    passed) passed=$((passed + 1)) ;;
+    skipped) skipped=$((skipped + 1)) ;;
+    failed) failed=$((failed + 1)) && echo "$3" >>"$1/failed" ;;
+  esac
   echo "$passed $failed $skipped" >"$1/counts"
 }
 
