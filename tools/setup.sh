@@ -11,6 +11,7 @@ package_list() {
     bench) echo "libbenchmark-dev libsqlite3-dev sqlite3" ;;
     tidy) echo "clang-tidy" ;;
     fuzz) echo "clang libclang-rt-14-dev" ;;
+    feeds) echo "nodejs npm" ;;
     *) fail "no group of packages is named '$1'" ;;
   esac
 }
