@@ -52,12 +52,15 @@ TEST(CommandLines, AreOptionsOfTheTerminal) {
 
 TEST(CommandLines, ArePresetsAndTargetsOfTheBuild) {
   const std::string build = SourceText("CMakePresets.json") + SourceText("cmake/package.cmake");
+  const std::string checks = SourceText("test");
   int count = 0;
   for (const char* page : kPages)
     for (const auto& [pattern, before] :
          {std::pair{R"((?:--preset |\./test |build/)([a-z]+)\b)", "\""}, {R"(--target (\w+))", "add_custom_target("}})
       for (const Match& match : Matches(SourceText(page), pattern)) {
-        EXPECT_NE(build.find(before + match[1]), std::string::npos) << page << ": " << match[0];
+        const bool isKnown = build.find(before + match[1]) != std::string::npos ||
+                             checks.find("    " + match[1] + ") echo ") != std::string::npos;
+        EXPECT_TRUE(isKnown) << page << ": " << match[0];
         ++count;
       }
   EXPECT_GE(count, 4);

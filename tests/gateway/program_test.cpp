@@ -94,7 +94,7 @@ Numbers TradeNumbersOf(std::vector<std::uint8_t> messages) {
     TradeRecord record{};
     EXPECT_TRUE(reader.ParseHeader(needed, consumed) && reader.MessageNumber == 9101);
     CQORTradeImpl().DecodeMessage(reader, record);
-    numbers.push_back(record.VELDTradeID);
+    numbers.push_back(+record.VELDTradeID);
   }
   return numbers;
 }

@@ -20,19 +20,19 @@ TEST(TradeChangesTest, CorrectsInPlaceAndKeepsWhatIsNotRepeated) {
   MappedDay day;
   day.MapBody(Fill("37=A|17=1|11=x|58=first|1=client|453=1|448=house|452=1|"));
   ASSERT_EQ(day.MapBody("35=8|37=A|17=2|19=1|150=G|31=9.5|"), "Correction 1=A/2");
-  EXPECT_EQ(day.Trade().Price, 9.5);
-  EXPECT_EQ(day.Trade().Quantity, 2u);
+  EXPECT_EQ(+day.Trade().Price, 9.5);
+  EXPECT_EQ(+day.Trade().Quantity, 2u);
   EXPECT_STREQ(day.Trade().ReferenceText, "first");
   EXPECT_STREQ(day.Trade().MemberID, "house");
-  EXPECT_EQ(day.Trade().VELDOrderID, 1u);
-  EXPECT_EQ(day.Trade().OrderID, 1u);
+  EXPECT_EQ(+day.Trade().VELDOrderID, 1u);
+  EXPECT_EQ(+day.Trade().OrderID, 1u);
   // The next one names the correction, or the trade, and keeps what the one before has set.
   ASSERT_EQ(day.MapBody("35=8|37=A|17=3|19=2|20=2|150=2|32=7|58=third|"), "Correction 1=A/3");
-  EXPECT_EQ(day.Trade().Price, 9.5);
-  EXPECT_EQ(day.Trade().Quantity, 7u);
+  EXPECT_EQ(+day.Trade().Price, 9.5);
+  EXPECT_EQ(+day.Trade().Quantity, 7u);
   ASSERT_EQ(day.MapBody("35=8|37=A|17=4|19=1|150=G|1=other|"), "Correction 1=A/4");
-  EXPECT_EQ(day.Trade().Price, 9.5);
-  EXPECT_EQ(day.Trade().Quantity, 7u);
+  EXPECT_EQ(+day.Trade().Price, 9.5);
+  EXPECT_EQ(+day.Trade().Quantity, 7u);
   EXPECT_STREQ(day.Trade().ReferenceText, "third");
   EXPECT_STREQ(day.Trade().ClientID, "other");
   EXPECT_STREQ(day.Trade().MemberID, "house");
@@ -57,16 +57,16 @@ TEST(TradeChangesTest, BustsInPlace) {
   MappedDay day;
   day.MapBody(Fill("37=A|17=1|151=8|"));
   ASSERT_EQ(day.MapBody("35=8|37=A|17=2|19=1|20=1|150=2|31=0|32=2|151=10|58=sorry|"), "Bust 1=A/2");
-  EXPECT_EQ(day.Trade().Quantity, 0u);
-  EXPECT_EQ(day.Trade().Price, 1313.5);
-  EXPECT_EQ(day.Trade().PendingQuantity, 10u);
+  EXPECT_EQ(+day.Trade().Quantity, 0u);
+  EXPECT_EQ(+day.Trade().Price, 1313.5);
+  EXPECT_EQ(+day.Trade().PendingQuantity, 10u);
   EXPECT_STREQ(day.Trade().ReferenceText, "bust 1");
   EXPECT_EQ(day.MapBody("35=8|37=A|17=2|19=1|20=1|150=2|31=0|32=2|151=10|58=sorry|"), "Repeat");
   // The bust of a correction names either.
   day.MapBody(Fill("37=B|17=1|"));
   day.MapBody("35=8|37=B|17=2|19=1|150=G|31=9.5|");
   ASSERT_EQ(day.MapBody("35=8|37=B|17=3|19=2|150=H|"), "Bust 2=B/3");
-  EXPECT_EQ(day.Trade().Price, 9.5);
+  EXPECT_EQ(+day.Trade().Price, 9.5);
   EXPECT_STREQ(day.Trade().ReferenceText, "bust 2");
 }
 
@@ -123,11 +123,11 @@ TEST(TradeChangesTest, MapsEachSideOfACaptureReport) {
   EXPECT_EQ(day.MapBody(kCapture), "Repeat");
   // A correction of one side by the report's id; a bust of all by the trade's, without sides.
   ASSERT_EQ(day.MapBody("35=AE|571=R2|572=R1|487=2|31=9|552=1|54=2|37=S9|"), "Correction 2=S9/R2");
-  EXPECT_EQ(day.Trade().Price, 9);
+  EXPECT_EQ(+day.Trade().Price, 9);
   EXPECT_STREQ(day.Trade().ClientID, "seller");
   ASSERT_EQ(day.MapBody("35=AE|571=R3|1003=T1|487=1|552=0|"), "Bust 1=B7/R3-B 2=S9/R3-S");
-  EXPECT_EQ(day.Trades[1].Quantity, 0u);
-  EXPECT_EQ(day.Trades[1].Price, 9);
+  EXPECT_EQ(+day.Trades[1].Quantity, 0u);
+  EXPECT_EQ(+day.Trades[1].Price, 9);
 }
 
 TEST(TradeChangesTest, KnowsWhatACaptureReportIs) {

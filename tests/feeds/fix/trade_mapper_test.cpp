@@ -15,12 +15,13 @@ constexpr std::string_view kOptionFill =
     "452=38|1=A1|55=ABCD|167=OPT|541=20240229|200=202402|201=1|202=2450.5|30=XNSE|54=5|40=1|32=150.00|31=101.75|"
     "151=0.0|60=20240105-10:15:02|77=C|95=9|96=58=a|58=b|58=to the desk|";
 
+// A plus sign makes a copy of a number, as records are packed.
 TEST(TradeMapperTest, MapsEachFieldOfAnExecutionReport) {
   MappedDay day;
   ASSERT_EQ(day.Map(FixMessage(kFutureFill, "FIX.4.2")), "Trade 1=11000000000004/700003");
   const DecodedTrade future = day.Trade();
-  EXPECT_EQ(future.VELDOrderID, 1u);
-  EXPECT_EQ(future.OrderID, 1u);
+  EXPECT_EQ(+future.VELDOrderID, 1u);
+  EXPECT_EQ(+future.OrderID, 1u);
   EXPECT_STREQ(future.UserID, "");
   EXPECT_STREQ(future.Exchange, "COMEX");
   EXPECT_STREQ(future.SecurityID, "GC201312");
@@ -28,22 +29,22 @@ TEST(TradeMapperTest, MapsEachFieldOfAnExecutionReport) {
   EXPECT_STREQ(future.Symbol, "GC");
   EXPECT_STREQ(future.ExpiryDate, "201312");
   EXPECT_STREQ(future.OptionType, "XX");
-  EXPECT_EQ(future.StrikePrice, 0);
-  EXPECT_EQ(future.Multiplier, 100);
+  EXPECT_EQ(+future.StrikePrice, 0);
+  EXPECT_EQ(+future.Multiplier, 100);
   EXPECT_STREQ(future.ExchangeTradeTime, "20131007-09:30:01.123");
   EXPECT_EQ(future.Side, 1);
   EXPECT_EQ(future.OrderType, 2);
-  EXPECT_EQ(future.Quantity, 2u);
-  EXPECT_EQ(future.PendingQuantity, 5u);
-  EXPECT_EQ(future.Price, 1313.25);
+  EXPECT_EQ(+future.Quantity, 2u);
+  EXPECT_EQ(+future.PendingQuantity, 5u);
+  EXPECT_EQ(+future.Price, 1313.25);
   EXPECT_STREQ(future.ClientID, "CLIENT07");
   EXPECT_STREQ(future.ReferenceText, "first of two");
   EXPECT_EQ(future.OpenClose, 1);
 
   ASSERT_EQ(day.Map(FixMessage(kOptionFill)), "Trade 2=O-7/E-9");
   const DecodedTrade option = day.Trade();
-  EXPECT_EQ(option.VELDOrderID, 2u);
-  EXPECT_EQ(option.OrderID, 2u);
+  EXPECT_EQ(+option.VELDOrderID, 2u);
+  EXPECT_EQ(+option.OrderID, 2u);
   EXPECT_STREQ(option.UserID, "TRADER7");
   EXPECT_STREQ(option.MemberID, "HOUSE");
   EXPECT_STREQ(option.CTCLID, "400123");
@@ -51,11 +52,11 @@ TEST(TradeMapperTest, MapsEachFieldOfAnExecutionReport) {
   EXPECT_STREQ(option.SecurityID, "ABCD");
   EXPECT_STREQ(option.ExpiryDate, "20240229");
   EXPECT_STREQ(option.OptionType, "CE");
-  EXPECT_EQ(option.StrikePrice, 2450.5);
-  EXPECT_EQ(option.Multiplier, 1);
+  EXPECT_EQ(+option.StrikePrice, 2450.5);
+  EXPECT_EQ(+option.Multiplier, 1);
   EXPECT_EQ(option.Side, 2);
   EXPECT_EQ(option.OrderType, 1);
-  EXPECT_EQ(option.Quantity, 150u);
+  EXPECT_EQ(+option.Quantity, 150u);
   EXPECT_EQ(option.OpenClose, 2);
   EXPECT_STREQ(option.ReferenceText, "to the desk");
 }
@@ -140,7 +141,7 @@ TEST(TradeMapperTest, TellsWhatDoesNotFit) {
     EXPECT_EQ(day.Last.Outcome, ReportOutcome::Trade);
     EXPECT_EQ(day.Last.Reason, reason);
     EXPECT_STREQ(day.Trade().ClientID, client.c_str());
-    EXPECT_EQ(day.Trade().Multiplier, 1);
+    EXPECT_EQ(+day.Trade().Multiplier, 1);
     EXPECT_EQ(day.Trade().ReferenceText, own.starts_with("58=") ? text.substr(0, 64) : "");
     if (own == "60=09:30") {
       EXPECT_EQ(day.Trade().ExchangeTradeTime, std::string("09:30"));
@@ -163,14 +164,14 @@ TEST(TradeMapperTest, TakesFieldsByTheChoicesOfTheVenue) {
   day.MapBody(Fill("37=O|17=1|1=no|109=yes|20005=ctcl|453=2|448=a|452=4|448=b|452=1|"));
   EXPECT_STREQ(day.Trade().Exchange, "HOME");
   EXPECT_STREQ(day.Trade().UserID, "desk");
-  EXPECT_EQ(day.Trade().Multiplier, 50);
+  EXPECT_EQ(+day.Trade().Multiplier, 50);
   EXPECT_STREQ(day.Trade().ClientID, "yes");
   EXPECT_STREQ(day.Trade().CTCLID, "ctcl");
   EXPECT_STREQ(day.Trade().MemberID, "a");
   day.MapBody(Fill("37=O|17=2|231=2|30=X|453=2|448=enters|452=36|448=held|452=38|"));
   EXPECT_STREQ(day.Trade().Exchange, "X");
   EXPECT_STREQ(day.Trade().UserID, "enters");
-  EXPECT_EQ(day.Trade().Multiplier, 2);
+  EXPECT_EQ(+day.Trade().Multiplier, 2);
   EXPECT_STREQ(day.Trade().CTCLID, "");
 
   choices.UserTag = choices.ClientTag = 58;  // one field for two, and for the text as well
@@ -190,8 +191,8 @@ TEST(TradeMapperTest, NumbersOrdersAndKnowsRepeats) {
   EXPECT_EQ(day.MapBody(Fill("37=A|17=1|11=x|")), "Trade 1=A/1");
   EXPECT_EQ(day.MapBody(Fill("37=B|17=1|11=y|")), "Trade 2=B/1");
   EXPECT_EQ(day.MapBody(Fill("37=A|17=2|11=y|")), "Trade 3=A/2");
-  EXPECT_EQ(day.Trade().VELDOrderID, 1u);
-  EXPECT_EQ(day.Trade().OrderID, 2u);
+  EXPECT_EQ(+day.Trade().VELDOrderID, 1u);
+  EXPECT_EQ(+day.Trade().OrderID, 2u);
   EXPECT_EQ(day.MapBody(Fill("43=Y|37=B|17=1|11=y|")), "Repeat");  // comes again after a reset
   EXPECT_EQ(day.MapBody(Fill("37=A|17=3|32=x|")), "Refused: 32=x is not a number");
   EXPECT_EQ(day.MapBody(Fill("37=A|17=3|")), "Trade 4=A/3");

@@ -48,10 +48,11 @@ std::string Line(const Values&... values) {
   return text.str();
 }
 
+// The sign makes a copy of a number, as records are packed.
 std::string LineOf(const TradeRecord& trade) {
   return Line(trade.ExchangeTradeID, trade.ExchangeOrderNo, trade.Exchange, trade.SecurityID, trade.Symbol,
-              trade.SecurityType, trade.ExpiryDate, trade.OptionType, trade.StrikePrice, trade.Multiplier,
-              int{trade.Side}, trade.Quantity, trade.Price, trade.ExchangeTradeTime, trade.UserID, trade.MemberID,
+              trade.SecurityType, trade.ExpiryDate, trade.OptionType, +trade.StrikePrice, +trade.Multiplier,
+              int{trade.Side}, +trade.Quantity, +trade.Price, trade.ExchangeTradeTime, trade.UserID, trade.MemberID,
               trade.ClientID, trade.CTCLID, int{trade.OrderType}, int{trade.OpenClose}, trade.ReferenceText);
 }
 
@@ -129,7 +130,7 @@ void TakeMessages(const std::vector<std::uint8_t>& bytes, JournalTrades& trades)
     decoder.DecodeKeySection(message, record);
     decoder.DecodeBody(message, record);
     ASSERT_EQ(message.MessageNumber, 9101);
-    trades.Last[record.VELDTradeID] = LineOf(record);
+    trades.Last[+record.VELDTradeID] = LineOf(record);
     ++trades.Messages;
     at += consumed;
   }
