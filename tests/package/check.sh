@@ -42,10 +42,15 @@ else
   for file in terminal tradebook.so libtradebook_toolkit.so; do
     readelf -d "$folder/bin/$file" | grep -q 'R.*PATH.*\[$ORIGIN\]$' || fail "$file does not search its own folder"
   done
+  # The gateway's own sample lacks what only a broker can tell, and nothing else.
+  "$folder/bin/trade_gateway" --sample-config >"$work/gateway.conf"
+  mistakes=$("$folder/bin/trade_gateway" --check "$work/gateway.conf" 2>&1 | wc -l)
+  [ "$mistakes" = 4 ] || fail "the gateway's sample has $mistakes mistakes and not 4"
+  [ -s "$folder/doc/trade_gateway.service" ] || fail "the gateway's service is missing"
 fi
 
 for file in "$folder"/bin/*; do
-  [[ $file == *.so || $file == *.dll || ${file##*/} == terminal* ]] || continue
+  [[ $file == *.so || $file == *.dll || ${file##*/} == terminal* || ${file##*/} == trade_gateway || ${file##*/} == demo_venue ]] || continue
   ! LC_ALL=C objdump -h "$file" | grep -q '\.debug_info' || fail "${file##*/} has not been stripped"
 done
 

@@ -60,10 +60,11 @@ TEST_F(JournalDayTest, CountsAndTellsEachOutcome) {
   Keep(Fix("35=0|34=8|49=VENUE|56=DESK|52=20260302-09:00:00|"));
   Keep("", JournalKind::Numbers);
   Keep(Trade(9, "E5", "1", "58=" + std::string(400, 'x') + '|'));
-  const std::uint64_t end = std::filesystem::file_size(Written.File());
-  std::ofstream(Written.File(), std::ios::binary | std::ios::app) << "damage" << ReadFile(Written.File()).substr(55);
+  const std::string bytes = ReadFile(Written.File());
+  const std::filesystem::path damaged = Folder / "damaged.journal";
+  WriteFile(damaged, bytes + "damage" + bytes.substr(55));
 
-  JournalDay day(Written.File(), {}, Alarms);
+  JournalDay day(damaged, {}, Alarms);
   const std::vector<Bytes> batches = Batches(day);
   ASSERT_EQ(batches.size(), 2u);
   EXPECT_EQ(batches[1].size(), 0u);
@@ -81,7 +82,8 @@ TEST_F(JournalDayTest, CountsAndTellsEachOutcome) {
   ASSERT_EQ(heard, expected);
   const std::string place = std::to_string(55 + 33 + Trade(2, "E1").size());
   EXPECT_EQ(Alarms.Heard[0].Text, "message 3 of type 8 at byte " + place + " of the journal: the engine refused it");
-  EXPECT_EQ(Alarms.Heard[5].Text, "6 bytes before byte " + std::to_string(end + 6) + " of the journal cannot be read");
+  EXPECT_EQ(Alarms.Heard[5].Text,
+            "6 bytes before byte " + std::to_string(bytes.size() + 6) + " of the journal cannot be read");
 }
 
 TEST_F(JournalDayTest, BatchesHoldWholeMessages) {
