@@ -44,7 +44,7 @@ else
   done
   # The gateway's own sample lacks what only a broker can tell, and nothing else.
   "$folder/bin/trade_gateway" --sample-config >"$work/gateway.conf"
-  mistakes=$("$folder/bin/trade_gateway" --check "$work/gateway.conf" 2>&1 | wc -l)
+  mistakes=$({ "$folder/bin/trade_gateway" --check "$work/gateway.conf" 2>&1 || true; } | wc -l)
   [ "$mistakes" = 4 ] || fail "the gateway's sample has $mistakes mistakes and not 4"
   [ -s "$folder/doc/trade_gateway.service" ] || fail "the gateway's service is missing"
 fi
