@@ -13,7 +13,7 @@ using M = MappingChoices;
 using F = FeedSettings;
 using Kind = SettingKind;
 constexpr bool kRequired = true;
-constexpr int kMostTag = 65535;
+constexpr int kMostTag = 65535;  // roles have it as well
 
 template <typename T, auto... Members>
 constexpr FieldOf<T> At = +Field<Members...>;
@@ -24,7 +24,7 @@ constexpr auto SessionNumber = At<int, &F::Session, Member>;
 template <auto Member>
 constexpr auto LogPath = At<std::filesystem::path, &F::Log, Member>;
 template <auto Member>
-constexpr auto MappingTag = At<std::uint16_t, &F::Mapping, Member>;
+constexpr auto MappingNumber = At<std::uint16_t, &F::Mapping, Member>;
 
 constexpr SettingKey kKeys[] = {
     {"session", "version", Kind::Version, SessionText<&S::BeginString>, "FIX.4.4",
@@ -86,10 +86,16 @@ constexpr SettingKey kKeys[] = {
 
     {"mapping", "exchange", Kind::Text, At<std::string, &F::Mapping, &M::Exchange>, "",
      "The exchange of reports that name none (207, 30)."},
-    {"mapping", "client_tag", Kind::Number, MappingTag<&M::ClientTag>, "",
+    {"mapping", "client_tag", Kind::Number, MappingNumber<&M::ClientTag>, "",
      "Tags that this broker uses for the client, the user and the CTCL id, if not the usual ones.", false, 1, kMostTag},
-    {"mapping", "user_tag", Kind::Number, MappingTag<&M::UserTag>, "", "", false, 1, kMostTag},
-    {"mapping", "ctcl_tag", Kind::Number, MappingTag<&M::CtclTag>, "", "", false, 1, kMostTag},
+    {"mapping", "user_tag", Kind::Number, MappingNumber<&M::UserTag>, "", "", false, 1, kMostTag},
+    {"mapping", "ctcl_tag", Kind::Number, MappingNumber<&M::CtclTag>, "", "", false, 1, kMostTag},
+    {"mapping", "member_role", Kind::Number, MappingNumber<&M::MemberRole>, "",
+     "Roles (452) of the parties that are the member, the user and the CTCL id. Empty: 1, the executing firm; 12, the\n"
+     "executing trader, else 36, the entering one; 38, the position account.",
+     false, 1, kMostTag},
+    {"mapping", "user_role", Kind::Number, MappingNumber<&M::UserRole>, "", "", false, 1, kMostTag},
+    {"mapping", "ctcl_role", Kind::Number, MappingNumber<&M::CtclRole>, "", "", false, 1, kMostTag},
     {"mapping", "user_id", Kind::Text, At<std::string, &F::Mapping, &M::UserID>, "",
      "The user of reports that name none."},
     {"mapping", "multiplier", Kind::Decimal, At<double, &F::Mapping, &M::Multiplier>, "1",

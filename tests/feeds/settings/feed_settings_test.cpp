@@ -61,7 +61,8 @@ TEST_F(FeedSettingsTest, ReadsEveryKey) {
       "pem\n"
       "[tls]\nuse=yes\nhost=other\nauthorities=pem\ncertificate=pem\nkey=secret\n[journal]\nfolder=../days\n"
       "[log]\nservers=nats://a:1,tls://b\nname=desk-2\nreplicas=3\nuser=gate\npassword_file=secret\nauthorities=pem\n"
-      "[mapping]\nexchange=NSE\nclient_tag=5001\nuser_tag=5002\nctcl_tag=5003\nuser_id=U\nmultiplier=0.5\n");
+      "[mapping]\nexchange=NSE\nclient_tag=5001\nuser_tag=5002\nctcl_tag=5003\nmember_role=4\n"
+      "user_role=5\nctcl_role=6\nuser_id=U\nmultiplier=0.5\n");
   EXPECT_EQ(Told, Mistakes());
   const FixEngineSettings& session = read.Session;
   const std::string pem = (Folder / "pem").string();
@@ -78,6 +79,7 @@ TEST_F(FeedSettingsTest, ReadsEveryKey) {
   EXPECT_EQ(read.LogName + std::to_string(read.LogReplicas), "desk-23");
   const MappingChoices& mapping = read.Mapping;
   EXPECT_EQ(mapping.ClientTag + mapping.UserTag * 2 + mapping.CtclTag * 3, 5001 + 5002 * 2 + 5003 * 3);
+  EXPECT_EQ(mapping.MemberRole * 100 + mapping.UserRole * 10 + mapping.CtclRole, 456);
   EXPECT_EQ(mapping.Exchange + mapping.UserID, "NSEU");
   EXPECT_EQ(mapping.Multiplier, 0.5);
 }
@@ -124,6 +126,7 @@ TEST_F(FeedSettingsTest, TellsEachMistakeWithItsLine) {
       {"[log]\nauthorities=pem", "7: authorities needs servers"},
       {"[log]\nservers=nats://one\nuser=me", "8: user needs password_file"},
       {"[mapping]\nclient_tag=65536", "7: client_tag: must be a number from 1 to 65535"},
+      {"[mapping]\nctcl_role=0", "7: ctcl_role: must be a number from 1 to 65535"},
       {"[mapping]\nmultiplier=0", "7: multiplier: must be a number above 0, like 1 or 0.5"},
       {"[mapping]\nmultiplier=inf", "7: multiplier: must be a number above 0, like 1 or 0.5"},
   };
