@@ -2,15 +2,16 @@
 
 #include <charconv>
 
-#include "feeds/fix/fix_text.h"
 #include "feeds/fix/fix_values.h"
 
 namespace {
 
-// What the walk does with a tag: stores it in the slot of that number, or one of these. Bit 7: a choice takes it too.
+// The marks of tags, what the walk does with their fields: stores it in the slot of that number, or one of these. Bit
+// 7: a choice takes it too.
 constexpr std::uint8_t kIsChoice = 0x80;
-constexpr std::uint8_t kNothing = 0x7F, kPartyId = 0x7E, kPartyRole = 0x7D, kSideGroup = 0x7C, kSideStart = 0x7B;
-static_assert(kFixSlotCount < kSideStart);
+constexpr std::uint8_t kNothing = kFixSlotCount, kPartyId = 0x7E, kPartyRole = 0x7D, kSideGroup = 0x7C,
+                       kSideStart = 0x7B;
+static_assert(kNothing < kSideStart);
 
 constexpr int kHeadFields = 3;  // 8, 9, 35
 constexpr std::string_view kHead = "8=FIX\0019=0\00135=8\001", kTrailer = "10=000\001";
@@ -74,7 +75,7 @@ constexpr KindRow kCaptureKinds[] = {
 template <std::size_t Count>
 const KindRow* FindKind(const KindRow (&rows)[Count], const FixValues& values) noexcept {
   for (const KindRow& row : rows)
-    if (values.Slots[row.Slot] == row.Value) return &row;
+    if (values.Has(row.Slot) && values.ValueOf(row.Slot) == row.Value) return &row;
   return nullptr;
 }
 
@@ -105,72 +106,85 @@ struct FixReportReader::Walk {
   FixValues* Side = nullptr;   // the last side
   std::string_view LastParty;  // 448
   bool HasSides = false;       // 552 was there
+  bool HasTooMany = false;
 
   void Store(std::size_t slot, std::string_view value) noexcept {
+    if (value.empty()) return;
     FixValues& target = Side != nullptr && kFixSlots[slot].OfSide ? *Side : Report.Common;
-    std::string_view& place = target.Slots[slot];
-    if (place.empty())
-      place = value;
-    else if (place != value && kFixSlots[slot].Tag < kMemberParty)
+    if (!target.Has(slot))
+      target.Put(slot, value);
+    else if (target.ValueOf(slot) != value && kFixSlots[slot].Tag < kMemberParty)
       Report.Twice = kFixSlots[slot].Tag;
   }
   void StartSide(std::string_view value) {
-    if (HasSides) Side = &Report.Sides.emplace_back();
+    HasTooMany = HasTooMany || Report.Sides.size() == kMostSides;
+    if (HasSides && !HasTooMany) Side = &Report.Sides.emplace_back();
     LastParty = {};
     Store(FixSlotOf(54), value);
   }
 };
 
 FixReportReader::FixReportReader(const MappingChoices& choices)
-    : FarAction(kNothing),
-      Choices{{{kClientChoice, OrElse(choices.ClientTag, 1)},
-               {kUserChoice, choices.UserTag},
-               {kCtclChoice, choices.CtclTag}}},
+    : Choices{{{kClientChoice, choices.ClientTag}, {kUserChoice, choices.UserTag}, {kCtclChoice, choices.CtclTag}}},
       // A chosen tag stands for the party.
       Parties{{{kMemberParty, OrElse(choices.MemberRole, 1)},
                {kUserParty, choices.UserTag != 0 ? std::uint16_t{0} : OrElse(choices.UserRole, 12)},
                {kOtherUserParty, choices.UserTag + choices.UserRole != 0 ? std::uint16_t{0} : std::uint16_t{36}},
                {kCtclParty, choices.CtclTag != 0 ? std::uint16_t{0} : OrElse(choices.CtclRole, 38)}}} {
-  Actions.fill(kNothing);
+  for (std::uint32_t tag = 0; tag <= FixTagOrder::kTags; ++tag) Tags.MarkOf(tag) = kNothing;
   for (std::size_t slot = 0; slot < kFixSlotCount; ++slot)
-    if (kFixSlots[slot].Tag < kDirectTags) Actions[kFixSlots[slot].Tag] = static_cast<std::uint8_t>(slot);
-  Actions[54] = kSideStart;
-  Actions[448] = kPartyId;
-  Actions[452] = kPartyRole;
-  Actions[552] = kSideGroup;
+    if (kFixSlots[slot].Tag < kMemberParty) Tags.MarkOf(kFixSlots[slot].Tag) = static_cast<std::uint8_t>(slot);
+  Tags.MarkOf(54) = kSideStart;
+  Tags.MarkOf(448) = kPartyId;
+  Tags.MarkOf(452) = kPartyRole;
+  Tags.MarkOf(552) = kSideGroup;
   for (const Choice& choice : Choices)
-    if (choice.Tag != 0) (choice.Tag < kDirectTags ? Actions[choice.Tag] : FarAction) |= kIsChoice;
+    if (choice.Tag != 0) Tags.MarkOf(choice.Tag) |= kIsChoice;
 }
 
-std::string FixReportReader::Read(std::string_view text, FixReport& report) const {
+// Most values go nowhere or straight to a slot of their own.
+bool FixReportReader::ReadBody(FixText& fields, FixReport& report) const {
+  Walk walk(report);
+  std::uint64_t present = 0;
+  fields.ForEach([&](const FixField& field) {
+    if (field.Mark == kNothing) return;
+    if (field.Mark < kNothing && (present >> field.Mark & 1) == 0) {
+      present |= report.Common.Keep(field.Mark, field.Value);
+      return;
+    }
+    if (walk.Side == nullptr) report.Common.Present = present;
+    TakeRare(walk, field);
+    // From the first side on all values take this way, so that the short one does not ask for sides.
+    present = walk.Side == nullptr ? report.Common.Present : ~std::uint64_t{0};
+  });
+  if (walk.Side == nullptr) report.Common.Present = present;
+  return walk.HasTooMany;
+}
+
+std::string FixReportReader::Read(std::string_view text, FixReport& report) {
   report.Type = FixReportType::Other;
-  report.Common = {};
+  report.Common.Present = 0;
   report.Sides.clear();
   report.SidesTold = report.Twice = 0;
   report.IsPlain = false;
-  FixText fields(text);
+  FixText fields(text, Tags);
   FixField field;
-  Walk walk(report);
-  for (int count = 1; fields.Next(field); ++count) {
-    if (count > kHeadFields) {
-      TakeField(walk, field.Tag, field.Value);
-      if (report.Sides.size() > kMostSides) return "the report has more than " + std::to_string(kMostSides) + " sides";
-    } else if (count == kHeadFields) {
-      if (field.Tag != 35) break;
-      report.Type = TypeOf(field.Value);
-      if (report.Type == FixReportType::Other) return {};
-    }
-  }
-  if (report.Type == FixReportType::Other) return "the text does not begin with 8, 9 and 35";
+  int count = 0;
+  while (count < kHeadFields && fields.Next(field)) ++count;
+  if (count < kHeadFields || field.Tag != 35) return "the text does not begin with 8, 9 and 35";
+  report.Type = TypeOf(field.Value);
+  if (report.Type == FixReportType::Other) return {};
+  const bool hasTooMany = ReadBody(fields, report);
   report.IsPlain = fields.IsPlain();
+  if (hasTooMany) return "the report has more than " + std::to_string(kMostSides) + " sides";
   return fields.IsWhole() ? std::string() : "the text is garbled at byte " + std::to_string(fields.Place());
 }
 
-inline void FixReportReader::TakeField(Walk& walk, std::uint32_t tag, std::string_view value) const {
-  const std::uint8_t action = tag < kDirectTags ? Actions[tag] : FarAction;
-  if (action == kNothing || value.empty()) return;
-  if ((action & kIsChoice) != 0) TakeChoices(walk, tag, value);
-  switch (const std::uint8_t slot = action & static_cast<std::uint8_t>(~kIsChoice)) {
+void FixReportReader::TakeRare(Walk& walk, const FixField& field) const {
+  const std::string_view value = field.Value;
+  if (value.empty()) return;
+  if ((field.Mark & kIsChoice) != 0) TakeChoices(walk, field.Tag, value);
+  switch (const std::uint8_t slot = field.Mark & static_cast<std::uint8_t>(~kIsChoice)) {
     case kNothing:
       return;
     case kPartyId:
@@ -202,10 +216,10 @@ void FixReportReader::TakeParty(Walk& walk, std::string_view role) const {
 
 std::string FixReportReader::TextOf(const FixValues& values) const {
   std::string text(kHead);
-  const auto valueOf = [&](std::uint16_t source) { return values.Slots[FixSlotOf(source)]; };
+  const auto valueOf = [&](std::uint16_t source) { return values.ValueOf(FixSlotOf(source)); };
   for (std::size_t slot = 0; slot < kFixSlotCount; ++slot)
-    if (kFixSlots[slot].Tag < kMemberParty && !values.Slots[slot].empty())
-      AddPair(text, kFixSlots[slot].Tag, values.Slots[slot]);
+    if (kFixSlots[slot].Tag < kMemberParty && values.Has(slot))
+      AddPair(text, kFixSlots[slot].Tag, values.ValueOf(slot));
   for (const Choice& choice : Choices)
     if (FixSlotOf(choice.Tag) == kFixSlotCount && !valueOf(choice.Source).empty())
       AddPair(text, choice.Tag, valueOf(choice.Source));

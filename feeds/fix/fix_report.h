@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "feeds/fix/fix_text.h"
 #include "feeds/fix/fix_trade.h"
 #include "feeds/fix/trade_mapper.h"
 
@@ -33,7 +34,7 @@ class FixReportReader {
 
   // Empty, or what is wrong with the text. Reads other messages no further than their 35. The values are views of the
   // text.
-  std::string Read(std::string_view text, FixReport& report) const;
+  std::string Read(std::string_view text, FixReport& report);
   // The values as an ExecutionReport from which Read reads them again.
   std::string TextOf(const FixValues& values) const;
 
@@ -48,15 +49,14 @@ class FixReportReader {
   };
   struct Walk;
 
-  void TakeField(Walk& walk, std::uint32_t tag, std::string_view value) const;
+  bool ReadBody(FixText& fields, FixReport& report) const;
+  void TakeRare(Walk& walk, const FixField& field) const;
   void TakeChoices(Walk& walk, std::uint32_t tag, std::string_view value) const;
   void TakeParty(Walk& walk, std::string_view role) const;
 
-  static constexpr std::size_t kDirectTags = 1024;
-  std::array<std::uint8_t, kDirectTags> Actions{};  // of each tag: see the .cpp
-  std::uint8_t FarAction;                           // of tags from kDirectTags on
   std::array<Choice, 3> Choices;
   std::array<Party, 4> Parties;
+  FixTagOrder Tags;
 };
 
 // By 150 and 20, in a TradeCaptureReport by 487, 856, 939 and 150. The mistake is set if it is Refused.

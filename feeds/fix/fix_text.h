@@ -5,13 +5,12 @@
 //   data    := length-tag=n SOH data-tag=n bytes SOH      the bytes may hold SOH
 #pragma once
 
-#include <emmintrin.h>
-
 #include <array>
 #include <bit>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
+
+#include "foundations/byte_words.h"
 
 inline constexpr char kSoh = '\x01';
 
@@ -27,7 +26,41 @@ inline constexpr FixDataField kFixDataFields[] = {
 
 struct FixField {
   std::uint32_t Tag = 0;
+  std::uint8_t Mark = 0;   // of the tag, see FixTagOrder
   std::string_view Value;  // of the text that is walked
+};
+
+// What is known of tags beside the text: a mark of the reader's own for each, and which tag came behind which. Senders
+// keep their order, so one comparison of 8 bytes reads most tags. A guess counts only if the text says the same: it
+// changes nothing but the time.
+class FixTagOrder {
+ public:
+  struct Guess {
+    std::uint64_t Mask = 0;  // of the bytes of "TAG="
+    std::uint64_t Bytes = 1;
+    const Guess* Next = nullptr;  // behind that tag; a pointer, as each field waits for it
+    std::uint32_t Tag = 0;
+    std::uint8_t Size = 0;  // of "TAG="
+    std::uint8_t Mark = 0;
+  };
+  static constexpr std::uint32_t kTags = 1024;
+
+  FixTagOrder() = default;
+  FixTagOrder(const FixTagOrder&) = delete;
+  FixTagOrder& operator=(const FixTagOrder&) = delete;
+
+  // Tags from kTags on have one mark for all.
+  std::uint8_t& MarkOf(std::uint32_t tag) noexcept { return Marks[tag < kTags ? tag : kTags]; }
+  // Tags may share a guess.
+  const Guess* Behind(std::uint32_t tag) const noexcept { return &Guesses[tag % kTags]; }
+  // Where no guess is ever kept.
+  const Guess* Nothing() const noexcept { return &Guesses[kTags]; }
+  // Requires: the text has 8 bytes, of which the first ones are the tag and "=".
+  void Learn(const Guess* guess, std::uint32_t tag, const char* text, std::size_t size) noexcept;
+
+ private:
+  std::array<std::uint8_t, kTags + 1> Marks{};
+  std::array<Guess, kTags + 1> Guesses;
 };
 
 // Never reads past the text, whatever it is. BodyLength and CheckSum are not compared with the text: the engine has
@@ -36,21 +69,23 @@ struct FixField {
 // Looks for SOH in 64 bytes at once, ahead of the fields: so the next field does not wait for the end of this one.
 class FixText {
  public:
-  explicit FixText(std::string_view text) noexcept : Begin(text.data()), At(Begin), End(Begin + text.size()) {}
+  FixText(std::string_view text, FixTagOrder& order) noexcept
+      : Order(&order), Begin(text.data()), At(Begin), End(Begin + text.size()) {
+    // A text comes from far memory: all its lines at once, not one behind the other.
+    for (std::size_t i = 0; i < text.size() && i < kMostPrefetched; i += kBlockSize) __builtin_prefetch(Begin + i);
+  }
 
   // The next field, from 8 to 10; false behind 10 and at the first mistake.
-  [[gnu::always_inline]] bool Next(FixField& field) noexcept {
-    if (!ReadField(field)) return false;
-    if (Count < kHeadFields) return IsHead(++Count, field.Tag, field.Value);
-    if (field.Tag == kTrailerTag) {
-      Whole = At == End && IsTrailer(field.Value);
-      return Whole;
+  bool Next(FixField& field) noexcept;
+  // Gives the fields to take(field) until Next would be false.
+  template <typename Take>
+  [[gnu::always_inline]] void ForEach(Take take) {
+    for (FixField field;;) {
+      TakeGuessed(take);
+      if (Sohs == 0 && FindSoh()) continue;
+      if (!Next(field)) return;
+      take(field);
     }
-    if (field.Tag < kDataTags.size() && kDataTags[field.Tag] != 0) {
-      DataTag = kDataTags[field.Tag];
-      DataLength = LengthOf(field.Value);
-    }
-    return true;
   }
   // True behind a well-formed 10 at the very end.
   bool IsWhole() const noexcept { return Whole; }
@@ -62,85 +97,59 @@ class FixText {
  private:
   static constexpr int kHeadFields = 2;
   static constexpr std::uint32_t kTrailerTag = 10;
-  static constexpr std::ptrdiff_t kMostDigits = 9;
+  static constexpr std::ptrdiff_t kMostDigits = 9, kWord = 8;
+  static constexpr std::size_t kMostPrefetched = 1024;
+  // The data tag of each length tag, and kIsData of each data tag.
+  static constexpr std::uint16_t kIsData = 1;
   static constexpr auto kDataTags = [] {
-    std::array<std::uint16_t, 622> tags{};
-    for (const FixDataField& row : kFixDataFields) tags[row.LengthTag] = row.DataTag;
+    std::array<std::uint16_t, 623> tags{};
+    for (const FixDataField& row : kFixDataFields) {
+      tags[row.LengthTag] = row.DataTag;
+      tags[row.DataTag] = kIsData;
+    }
     return tags;
   }();
+  static constexpr std::uint16_t DataTagOf(std::uint32_t tag) noexcept {
+    return tag < kDataTags.size() ? kDataTags[tag] : std::uint16_t{0};
+  }
+  // What means something for the next fields, or for the end, is always read.
+  static constexpr bool IsGuessed(std::uint32_t tag) noexcept { return tag != kTrailerTag && DataTagOf(tag) == 0; }
 
   static constexpr bool IsDigit(char byte) noexcept { return byte >= '0' && byte <= '9'; }
 
-  // Every step ends at the SOH that was found before, which is no digit.
-  bool ReadField(FixField& field) noexcept {
-    const char* end = EndOfText();
-    if (end == nullptr || *At == '0') return false;
-    const char* at = At;
-    std::uint32_t tag = 0;
-    for (; IsDigit(*at); ++at) tag = tag * 10 + static_cast<std::uint32_t>(*at - '0');
-    if (*at != '=' || tag == 0 || at - At > kMostDigits) return false;
-    At = at + 1;
-    if (tag == DataTag && DataLength != kNoLength) {
-      end = EndOfData();
-      if (end == nullptr) return false;
+  // Up to a field that is not as guessed or ends in the next block. Few variables, so that all stay in registers.
+  template <typename Take>
+  [[gnu::always_inline]] void TakeGuessed(Take& take) {
+    if (End - At < kWord) return;
+    const char *at = At, *const block = Block, *const last = End - kWord;
+    std::uint64_t sohs = Sohs;
+    const FixTagOrder::Guess* expected = Expected;
+    while (sohs != 0 && at <= last && (LoadValue<std::uint64_t>(at) & expected->Mask) == expected->Bytes) {
+      const char* const end = block + static_cast<unsigned>(std::countr_zero(sohs));
+      sohs &= sohs - 1;
+      at += expected->Size;
+      take({expected->Tag, expected->Mark, {at, static_cast<std::size_t>(end - at)}});
+      at = end + 1;
+      expected = expected->Next;
     }
-    DataTag = 0;
-    field.Tag = tag;
-    field.Value = {At, static_cast<std::size_t>(end - At)};
-    At = end + 1;
-    return true;
+    At = at;
+    Sohs = sohs;
+    Expected = expected;
   }
-  // The next SOH; null if there is none.
-  const char* EndOfText() noexcept {
-    while (Sohs == 0) {
-      if (Scanned == End) return nullptr;
-      Scan();
-    }
-    const char* const end = Block + std::countr_zero(Sohs);
-    Sohs &= Sohs - 1;
-    return end;
-  }
-  void ScanBytes(const char* bytes) noexcept {
-    const __m128i soh = _mm_set1_epi8(kSoh), lastControl = _mm_set1_epi8(0x1F), deleted = _mm_set1_epi8(0x7F);
-    __m128i controls = _mm_setzero_si128();
-    for (int i = 0; i < 4; ++i) {
-      const __m128i part = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + 16 * i));
-      const __m128i ends = _mm_cmpeq_epi8(part, soh);
-      const __m128i others = _mm_andnot_si128(ends, _mm_cmpeq_epi8(_mm_min_epu8(part, lastControl), part));
-      controls = _mm_or_si128(controls, _mm_or_si128(others, _mm_cmpeq_epi8(part, deleted)));
-      Sohs |= std::uint64_t{static_cast<std::uint32_t>(_mm_movemask_epi8(ends))} << (16 * i);
-    }
-    Plain = Plain && _mm_movemask_epi8(controls) == 0;
-  }
-  void Scan() noexcept {
-    Block = Scanned;
-    const auto left = static_cast<std::size_t>(End - Scanned);
-    if (left >= kBlockSize) {
-      ScanBytes(Block);
-      Scanned += kBlockSize;
-      return;
-    }
-    char last[kBlockSize];
-    std::memset(last, ' ', kBlockSize);
-    std::memcpy(last, Block, left);
-    ScanBytes(last);
-    Scanned = End;
-  }
-  // The SOH behind the bytes that the length field has told; null if it is not there.
-  const char* EndOfData() noexcept {
-    if (DataLength >= static_cast<std::size_t>(End - At) || At[DataLength] != kSoh) return nullptr;
-    Scanned = At + DataLength + 1;
-    Sohs = 0;
-    Plain = false;
-    return At + DataLength;
-  }
-  // The rare steps get values and not the object: then the compiler keeps it in registers.
+  // False if there is none up to the end.
+  bool FindSoh() noexcept;
+  void Scan() noexcept;
+  void ScanBytes(const char* bytes) noexcept;
+  bool ReadTag(std::uint32_t& tag) noexcept;
+  const char* EndOfData() noexcept;
+  bool NoteField(const FixField& field) noexcept;
   static bool IsHead(int count, std::uint32_t tag, std::string_view value) noexcept;
   static bool IsTrailer(std::string_view value) noexcept;
   // Of the data field behind it; kNoLength makes that an ordinary field.
   static std::size_t LengthOf(std::string_view value) noexcept;
   static constexpr std::size_t kNoLength = static_cast<std::size_t>(-1);
 
+  FixTagOrder* Order;
   const char* Begin;
   const char* At;
   const char* End;
@@ -148,6 +157,7 @@ class FixText {
   const char* Scanned = Begin;  // where SOH has not been looked for
   const char* Block = Begin;    // where the bits of Sohs begin
   std::uint64_t Sohs = 0;       // what has been found and not been reached
+  const FixTagOrder::Guess* Expected = Order->Nothing();
   int Count = 0;
   bool Whole = false;
   bool Plain = true;

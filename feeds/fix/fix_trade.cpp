@@ -1,6 +1,7 @@
 #include "feeds/fix/fix_trade.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "feeds/fix/fix_values.h"
 #include "feeds/fix/id_table.h"
@@ -59,8 +60,7 @@ struct TradeFrame::Taken {
 
   static Taken Of(const Step& step, const FixValues& values) noexcept {
     for (std::size_t i = 0; i < step.SourceCount; ++i)
-      if (const std::string_view value = values.Slots[step.Slots[i]]; !value.empty())
-        return {value, kFixSlots[step.Slots[i]].Tag};
+      if (values.Has(step.Slots[i])) return {values.ValueOf(step.Slots[i]), kFixSlots[step.Slots[i]].Tag};
     return {};
   }
   void Tell(std::string& reason, std::string_view mistake) const {
@@ -166,21 +166,29 @@ void TradeFrame::PutMark(std::uint16_t tag) noexcept {
 
 void TradeFrame::PutTold(const Step& step, const Taken& taken, bool isPlain, std::string& reason) {
   isPlain = isPlain || IsPlainText(taken.Value);
-  if (isPlain && taken.Value.size() <= step.Limit) return PutText(step.Tag, taken.Value);
   if (!isPlain) taken.Tell(reason, "has control characters");
   if (taken.Value.size() > step.Limit) taken.Tell(reason, "is cut to " + std::to_string(step.Limit) + " characters");
   PutText(step.Tag, PlainText(taken.Value, step.Limit));
 }
 
-void TradeFrame::WriteStep(const Step& step, const Taken& taken, const TradeNumbers& numbers, std::string& reason) {
+inline void TradeFrame::PutValue(const Step& step, const Taken& taken, bool isPlain, std::string& reason) {
+  if (isPlain && taken.Value.size() <= step.Limit) return PutText(step.Tag, taken.Value);
+  PutTold(step, taken, isPlain, reason);
+}
+
+// Made for each row: its kind, tag, sources and limit are constants there.
+template <std::size_t kRow>
+inline void TradeFrame::WriteRow(const FixValues& values, const TradeNumbers& numbers, std::string& reason) {
+  static constexpr Step step = Step::Of(kTradeFieldRows[kRow]);
+  const Taken taken = Taken::Of(step, values);
   switch (step.Kind) {
     case FixKind::Text:
-      return PutTold(step, taken, numbers.IsPlain, reason);
+      return PutValue(step, taken, numbers.IsPlain, reason);
     case FixKind::Time:
       // The format has no room for fractions beyond a millisecond's, which is no loss to tell.
       if (IsFixTime(taken.Value)) return PutText(step.Tag, taken.Value.substr(0, step.Limit));
       if (!taken.Value.empty()) taken.Tell(reason, "is no time");
-      return PutTold(step, taken, numbers.IsPlain, reason);
+      return PutValue(step, taken, numbers.IsPlain, reason);
     case FixKind::OptionType:
       return PutText(step.Tag, OptionTypeOf(taken.Value));
     case FixKind::TradeId:
@@ -211,11 +219,6 @@ void TradeFrame::WriteStep(const Step& step, const Taken& taken, const TradeNumb
 }
 
 void TradeFrame::Write(const FixValues& values, const TradeNumbers& numbers, std::string& reason) {
-  static constexpr auto kSteps = [] {
-    std::array<Step, std::size(kTradeFieldRows)> steps{};
-    for (std::size_t i = 0; i < steps.size(); ++i) steps[i] = Step::Of(kTradeFieldRows[i]);
-    return steps;
-  }();
   Bytes[0] = kFieldMark;
   StoreValue(&Bytes[kProtocolOffset], kProtocolWord);
   StoreValue(&Bytes[kModeOffset], kModePlain);
@@ -223,6 +226,9 @@ void TradeFrame::Write(const FixValues& values, const TradeNumbers& numbers, std
   StoreValue(&Bytes[kLengthTagOffset], kLengthTag);
   Used = kHeaderSize;
   Put(10002, kTradeMessage);
-  for (const Step& step : kSteps) WriteStep(step, Taken::Of(step, values), numbers, reason);
+  [&]<std::size_t... kRows>(std::index_sequence<kRows...>) {
+    (WriteRow<kRows>(values, numbers, reason), ...);
+  }
+  (std::make_index_sequence<std::size(kTradeFieldRows)>());
   StoreValue(&Bytes[kLengthOffset], static_cast<std::uint16_t>(Used - kHeaderSize));
 }

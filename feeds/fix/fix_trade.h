@@ -86,23 +86,41 @@ constexpr std::size_t FixSlotOf(std::uint32_t tag) noexcept {
 }
 
 // The values of one execution, as views of its text. An empty value is as good as none.
-struct FixValues {
-  std::array<std::string_view, kFixSlotCount> Slots;
+class FixValues {
+ public:
+  bool Has(std::size_t slot) const noexcept { return (Present >> slot & 1) != 0; }
+  std::string_view ValueOf(std::size_t slot) const noexcept { return Has(slot) ? Values[slot] : std::string_view(); }
+  // Requires: the value is not empty.
+  void Put(std::size_t slot, std::string_view value) noexcept { Present |= Keep(slot, value); }
 
-  template <std::uint16_t kTag>
-  std::string_view& At() noexcept {
-    static_assert(FixSlotOf(kTag) < kFixSlotCount);
-    return Slots[FixSlotOf(kTag)];
+  // The same in two parts, so that a walk over many values has Present in a register: the bit to set, 0 if the value is
+  // empty, is returned.
+  std::uint64_t Keep(std::size_t slot, std::string_view value) noexcept {
+    Values[slot] = value;
+    return std::uint64_t{!value.empty()} << slot;
   }
+  std::uint64_t Present = 0;  // bit n: slot n has a value
+
   template <std::uint16_t kTag>
   std::string_view At() const noexcept {
     static_assert(FixSlotOf(kTag) < kFixSlotCount);
-    return Slots[FixSlotOf(kTag)];
+    return ValueOf(FixSlotOf(kTag));
+  }
+  template <std::uint16_t kTag>
+  void Set(std::string_view value) noexcept {
+    constexpr std::size_t kSlot = FixSlotOf(kTag);
+    static_assert(kSlot < kFixSlotCount);
+    Present &= ~(std::uint64_t{1} << kSlot);
+    if (!value.empty()) Put(kSlot, value);
   }
   void FillFrom(const FixValues& other) noexcept {
     for (std::size_t i = 0; i < kFixSlotCount; ++i)
-      if (Slots[i].empty()) Slots[i] = other.Slots[i];
+      if (!Has(i) && other.Has(i)) Put(i, other.Values[i]);
   }
+
+ private:
+  static_assert(kFixSlotCount < 64);
+  std::array<std::string_view, kFixSlotCount> Values;
 };
 
 // How a value becomes one of the wire. The numbers and ids that the mapper gives come from TradeNumbers.
@@ -247,7 +265,9 @@ class TradeFrame {
   struct Step;
   struct Taken;
   void PutTold(const Step& step, const Taken& taken, bool isPlain, std::string& reason);
-  void WriteStep(const Step& step, const Taken& taken, const TradeNumbers& numbers, std::string& reason);
+  void PutValue(const Step& step, const Taken& taken, bool isPlain, std::string& reason);
+  template <std::size_t kRow>
+  void WriteRow(const FixValues& values, const TradeNumbers& numbers, std::string& reason);
 
   std::array<std::uint8_t, kLargest> Bytes;
   std::size_t Used = 0;

@@ -1,7 +1,10 @@
 #include "feeds/fix/fix_values.h"
 
+#include <array>
 #include <charconv>
 #include <limits>
+
+#include "foundations/byte_words.h"
 
 namespace {
 
@@ -22,16 +25,23 @@ constexpr bool AreDigits(std::string_view text) noexcept {
 struct Decimal {
   std::string_view Whole;
   std::string_view Fraction;
+  std::uint64_t Digits = 0;  // all of them as one number, if they are at most kExactDigits
+
+  bool IsShort() const noexcept { return Whole.size() + Fraction.size() <= kExactDigits; }
 };
 
 bool SplitDecimal(std::string_view text, Decimal& decimal) noexcept {
-  std::size_t point = 0;
-  while (point < text.size() && IsDigitCharacter(text[point])) ++point;
-  decimal = {text.substr(0, point), {}};
-  if (point == text.size()) return point > 0;
-  if (text[point] != '.') return false;
-  decimal.Fraction = text.substr(point + 1);
-  return AreDigits(decimal.Fraction) && text.size() > 1;
+  std::size_t point = text.size();
+  for (std::size_t i = 0; i < text.size(); ++i)
+    if (IsDigitCharacter(text[i]))
+      decimal.Digits = decimal.Digits * 10 + static_cast<std::uint64_t>(text[i] - '0');
+    else if (text[i] == '.' && point == text.size())
+      point = i;
+    else
+      return false;
+  decimal.Whole = {text.data(), point};
+  if (point < text.size()) decimal.Fraction = {text.data() + point + 1, text.size() - point - 1};
+  return !decimal.Whole.empty() || !decimal.Fraction.empty();
 }
 
 std::string_view WithoutSign(std::string_view text) noexcept {
@@ -42,10 +52,26 @@ std::string_view WithoutSign(std::string_view text) noexcept {
 double FewDigits(const Decimal& decimal) noexcept {
   static constexpr double kPowers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                        1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-  std::int64_t digits = 0;
-  for (const char digit : decimal.Whole) digits = digits * 10 + (digit - '0');
-  for (const char digit : decimal.Fraction) digits = digits * 10 + (digit - '0');
-  return static_cast<double>(digits) / kPowers[decimal.Fraction.size()];
+  return static_cast<double>(static_cast<std::int64_t>(decimal.Digits)) / kPowers[decimal.Fraction.size()];
+}
+
+constexpr std::string_view kTimeForm = "00000000-00:00:00";
+
+// The distance of each byte from the form's is 0 to 9 where that is a digit, else 0: all eight at once.
+template <std::size_t kPlace>
+bool FitsTimeForm(std::string_view text) noexcept {
+  static constexpr auto kWords = [] {
+    std::array<std::uint64_t, 2> words{};
+    for (std::size_t i = 0; i < 8; ++i) {
+      const char form = kTimeForm[kPlace + i];
+      words[0] |= std::uint64_t{static_cast<std::uint8_t>(form)} << (8 * i);
+      words[1] |= std::uint64_t{form == '0' ? 0x7FU - 9 : 0x7FU} << (8 * i);
+    }
+    return words;
+  }();
+  const std::uint64_t distances = LoadValue<std::uint64_t>(text.data() + kPlace) ^ kWords[0];
+  // With a high bit set the sum may carry into the next byte, but the answer is no by then.
+  return ((distances | (distances + kWords[1])) & kByteHighs) == 0;
 }
 
 bool InRange(std::string_view text, std::size_t at, int least, int most) noexcept {
@@ -73,7 +99,7 @@ const char* ReadPrice(std::string_view text, double& price) noexcept {
   Decimal decimal;
   if (!SplitDecimal(digits, decimal)) return kNoNumber;
   double number = 0;
-  if (decimal.Whole.size() + decimal.Fraction.size() <= kExactDigits) {
+  if (decimal.IsShort()) {
     number = FewDigits(decimal);
   } else if (std::from_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::fixed).ec !=
              std::errc()) {
@@ -95,11 +121,9 @@ bool ExceedsDouble(std::string_view price) noexcept {
 }
 
 bool IsFixTime(std::string_view text) noexcept {
-  constexpr std::string_view kForm = "00000000-00:00:00";
-  if (text.size() < kForm.size()) return false;
-  for (std::size_t i = 0; i < kForm.size(); ++i)
-    if (kForm[i] == '0' ? !IsDigitCharacter(text[i]) : text[i] != kForm[i]) return false;
-  const std::string_view rest = text.substr(kForm.size());
+  if (text.size() < kTimeForm.size() || !FitsTimeForm<0>(text) || !FitsTimeForm<8>(text) || !IsDigitCharacter(text[16]))
+    return false;
+  const std::string_view rest = text.substr(kTimeForm.size());
   if (!rest.empty() && (rest[0] != '.' || rest.size() == 1 || !AreDigits(rest.substr(1)))) return false;
   return InRange(text, 4, 1, 12) && InRange(text, 6, 1, 31) && InRange(text, 9, 0, 23) && InRange(text, 12, 0, 59) &&
          InRange(text, 15, 0, 60);

@@ -51,21 +51,28 @@ const std::uint8_t* IdTable::EntryAt(std::uint32_t place) const noexcept {
   return &Blocks[offset / kBlockSize][offset % kBlockSize];
 }
 
-const std::uint32_t* IdTable::Find(std::string_view id) const noexcept {
+const std::uint32_t* IdTable::Find(std::string_view id) noexcept {
   const std::uint32_t hash = SlotHash(id);
-  for (std::size_t at = hash & (Slots.size() - 1); Slots[at].Place != 0; at = (at + 1) & (Slots.size() - 1)) {
+  const std::size_t mask = Slots.size() - 1;
+  std::size_t at = hash & mask;
+  for (; Slots[at].Place != 0; at = (at + 1) & mask) {
     if (Slots[at].Hash != hash) continue;
     const std::uint8_t* entry = EntryAt(Slots[at].Place);
     if (LoadValue<std::uint16_t>(entry + kCountOffset) == id.size() &&
         std::memcmp(entry + kEntryHead, id.data(), id.size()) == 0)
       return reinterpret_cast<const std::uint32_t*>(entry);
   }
+  LastHash = hash;
+  LastAt = at;
   return nullptr;
 }
 
 void IdTable::Insert(std::string_view id, std::uint32_t number) {
-  if ((Count + std::size_t{1}) * 4 > Slots.size() * 3) Grow();
-  Put({SlotHash(id), Keep(id, number)});
+  if ((Count + std::size_t{1}) * 4 > Slots.size() * 3) {
+    Grow();
+    LastAt = FreePlace(LastHash);
+  }
+  Slots[LastAt] = {LastHash, Keep(id, number)};
   ++Count;
 }
 
@@ -75,10 +82,10 @@ std::uint32_t IdTable::OrdinalOf(std::string_view id) {
   return Count;
 }
 
-void IdTable::Put(const Slot& slot) noexcept {
-  std::size_t at = slot.Hash & (Slots.size() - 1);
+std::size_t IdTable::FreePlace(std::uint32_t hash) const noexcept {
+  std::size_t at = hash & (Slots.size() - 1);
   while (Slots[at].Place != 0) at = (at + 1) & (Slots.size() - 1);
-  Slots[at] = slot;
+  return at;
 }
 
 std::uint32_t IdTable::Keep(std::string_view id, std::uint32_t number) {
@@ -101,7 +108,7 @@ void IdTable::Grow() {
   std::vector<Slot> old(Slots.size() * 2);
   std::swap(old, Slots);
   for (const Slot& slot : old)
-    if (slot.Place != 0) Put(slot);
+    if (slot.Place != 0) Slots[FreePlace(slot.Hash)] = slot;
 }
 
 IdHashes::IdHashes() : Seed(SeedOfProcess()), Slots(kFirstSlots) {}

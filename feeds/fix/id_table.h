@@ -33,8 +33,8 @@ class IdTable {
 
   IdTable();
   // The number of the id; null if it is not known.
-  const std::uint32_t* Find(std::string_view id) const noexcept;
-  // Requires: the id is not known and has at most kLongest characters.
+  const std::uint32_t* Find(std::string_view id) noexcept;
+  // Requires: the id is the one that Find has looked for last and not found, with at most kLongest characters.
   void Insert(std::string_view id, std::uint32_t number);
   // The ordinal of the id, from 1; a new id gets the next.
   std::uint32_t OrdinalOf(std::string_view id);
@@ -48,11 +48,14 @@ class IdTable {
   std::uint32_t SlotHash(std::string_view id) const noexcept;
   const std::uint8_t* EntryAt(std::uint32_t place) const noexcept;
   std::uint32_t Keep(std::string_view id, std::uint32_t number);
-  void Put(const Slot& slot) noexcept;
+  std::size_t FreePlace(std::uint32_t hash) const noexcept;
   void Grow();
 
   std::uint64_t Seed;
   std::vector<Slot> Slots;
+  // Where Find has ended: Insert needs no second search.
+  std::uint32_t LastHash = 0;
+  std::size_t LastAt = 0;
   std::uint32_t Count = 0;
   std::vector<std::unique_ptr<std::uint8_t[]>> Blocks;
   std::size_t UsedInLastBlock;

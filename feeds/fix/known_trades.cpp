@@ -20,7 +20,7 @@ std::string WithNumber(std::string_view id, std::uint32_t number) {
 
 }  // namespace
 
-bool KnownTrades::Find(std::string_view key, KnownExecution& execution) const noexcept {
+bool KnownTrades::Find(std::string_view key, KnownExecution& execution) noexcept {
   const std::uint32_t* found = Executions.Find(key);
   if (found == nullptr) return false;
   execution = {*found >> kKindBits, static_cast<FixReportKind>(*found & ((1U << kKindBits) - 1))};

@@ -34,10 +34,10 @@ class KnownTrades {
   static constexpr std::size_t kLongestId = 1000;
 
   // False if there is none.
-  bool Find(std::string_view key, KnownExecution& execution) const noexcept;
+  bool Find(std::string_view key, KnownExecution& execution) noexcept;
   // A known key stays what it is.
   void Name(std::string_view key, const KnownExecution& execution);
-  // Requires: the key is not known.
+  // Requires: the key is the one that Find has looked for last and not found.
   void NameNew(std::string_view key, const KnownExecution& execution);
 
   std::uint32_t Add(const KnownTrade& trade);

@@ -72,15 +72,15 @@ std::string_view FirstOf(std::initializer_list<std::string_view> values) noexcep
 std::string MistakeOfIds(const FixValues& values) {
   static constexpr std::uint16_t kIds[] = {11, 17, 19, 37, 198, 571, 572, 1003};
   for (const std::uint16_t tag : kIds)
-    if (const std::string_view id = values.Slots[FixSlotOf(tag)]; id.size() > KnownTrades::kLongestId)
+    if (const std::string_view id = values.ValueOf(FixSlotOf(tag)); id.size() > KnownTrades::kLongestId)
       return Sentence(std::to_string(tag), id, "is too long for an id");
   return {};
 }
 
 // An off-book trade has no order: what it was agreed under, or the trade itself, stands for it.
 void FillCaptureIds(FixValues& values) noexcept {
-  values.At<17>() = FirstOf({values.At<17>(), values.At<1003>(), values.At<571>()});
-  values.At<37>() = FirstOf({values.At<37>(), values.At<198>(), values.At<11>(), values.At<17>()});
+  values.Set<17>(FirstOf({values.At<17>(), values.At<1003>(), values.At<571>()}));
+  values.Set<37>(FirstOf({values.At<37>(), values.At<198>(), values.At<11>(), values.At<17>()}));
 }
 
 }  // namespace
@@ -105,7 +105,7 @@ struct TradeMapper::State {
   void ChangeTrade(const Execution& execution, std::uint32_t trade);
 
   bool IsRepeatedChange(const Execution& execution);
-  bool Find(std::string_view key, KnownExecution& known) const noexcept;
+  bool Find(std::string_view key, KnownExecution& known) noexcept;
   bool FindExecution(const Execution& execution, std::string_view id, KnownExecution& known);
   bool FindChanged(const Execution& execution, KnownExecution& known);
   std::uint32_t AddTrade(const Execution& execution);
@@ -122,7 +122,7 @@ struct TradeMapper::State {
   const MappingChoices Choices;
   const bool ChoicesArePlain;
   const TextAt TextOfPlace;
-  const FixReportReader Reader;
+  FixReportReader Reader;
   KnownTrades Known;
   TradeFrame Frame;
   FixReport Report;
@@ -211,7 +211,7 @@ void TradeMapper::State::AddKnownSides(FixReportKind kind, std::uint64_t place) 
     KnownExecution known;
     if (!FindChanged({Report.Common, kind, place, Report.Common.At<37>(), id, id, kSideLetters[SideCode(side)]}, known))
       continue;
-    Report.Sides.emplace_back().At<54>() = side;
+    Report.Sides.emplace_back().Set<54>(side);
   }
 }
 
@@ -267,7 +267,10 @@ void TradeMapper::State::MapTrade(const Execution& execution) {
   if (const std::string mistake = MistakeOfTrade(execution.Values, false); !mistake.empty())
     return Tell(ReportOutcome::Refused, mistake);
   const std::uint32_t trade = AddTrade(execution);
-  Known.NameNew(KeyOf(execution, execution.Id), {trade, execution.Kind});
+  if (execution.IsSide() || HasCaptures)
+    Known.Name(KeyOf(execution, execution.Id), {trade, execution.Kind});
+  else
+    Known.NameNew(Key, {trade, execution.Kind});  // the key is the one that was looked for
   NameReports(execution, {trade, execution.Kind});
   Show(execution, trade);
   Tell(ReportOutcome::Trade);
@@ -297,7 +300,7 @@ bool TradeMapper::State::IsRepeatedChange(const Execution& execution) {
   return Known.Find(Identity, known);
 }
 
-bool TradeMapper::State::Find(std::string_view key, KnownExecution& known) const noexcept {
+bool TradeMapper::State::Find(std::string_view key, KnownExecution& known) noexcept {
   return Known.Find(key, known) && known.Trade != KnownExecution::kNoTrade;
 }
 
@@ -351,12 +354,12 @@ void TradeMapper::State::ChangeTrade(const Execution& execution, std::uint32_t t
   FixValues& values = execution.Values;
   if (execution.IsBust()) {
     BustText.assign("bust ").append(FirstOf({values.At<19>(), values.At<572>(), execution.Id}));
-    values.At<31>() = {};
+    values.Set<31>({});
   }
   FillFromKnown(values, trade);
   if (execution.IsBust()) {
-    values.At<32>() = "0";
-    values.At<58>() = BustText;
+    values.Set<32>("0");
+    values.Set<58>(BustText);
   }
   if (const std::string mistake = MistakeOfTrade(values, execution.IsBust()); !mistake.empty())
     return Tell(ReportOutcome::Refused, mistake);
@@ -389,13 +392,14 @@ void TradeMapper::State::FillFromKnown(FixValues& values, std::uint32_t trade) {
   known.FillFrom(KnownReport.Common);
   if (KnownReport.Type == FixReportType::TradeCapture) FillCaptureIds(known);
   values.FillFrom(known);
-  values.At<37>() = known.At<37>();
+  values.Set<37>(known.At<37>());
 }
 
 void TradeMapper::State::Show(const Execution& execution, std::uint32_t trade) {
   FixValues& values = execution.Values;
-  values.At<kDefaultExchange>() = Choices.Exchange;
-  values.At<kDefaultUser>() = Choices.UserID;
+  values.Set<kDefaultExchange>(Choices.Exchange);
+  values.Set<kDefaultUser>(Choices.UserID);
+  if (Choices.ClientTag == 0) values.Set<kClientChoice>(values.At<1>());
   std::string& reason = Result.Reason;
   if (Report.Twice != 0) TellReason(reason, std::to_string(Report.Twice) + " is there twice, the first is taken");
   const std::uint32_t order = Known.At(trade).Order;

@@ -10,10 +10,11 @@ namespace {
 // "8 FIX.4.4;9 5;..." and, if the text is not whole, where its mistake stands.
 std::string Walked(const std::string& text) {
   const ExactBytes bytes(text);
-  FixText fields({reinterpret_cast<const char*>(bytes.Data()), bytes.Size()});
-  FixField field;
+  static FixTagOrder order;  // what one text teaches must not change another
+  FixText fields({reinterpret_cast<const char*>(bytes.Data()), bytes.Size()}, order);
   std::string walked;
-  while (fields.Next(field)) walked += std::to_string(field.Tag) + " " + std::string(field.Value) + ";";
+  fields.ForEach(
+      [&](const FixField& field) { walked += std::to_string(field.Tag) + " " + std::string(field.Value) + ";"; });
   std::replace(walked.begin(), walked.end(), '\x01', '|');
   return fields.IsWhole() ? walked : walked + "!" + std::to_string(fields.Place());
 }
