@@ -153,7 +153,7 @@ bool FixReportReader::ReadBody(FixText& fields, FixReport& report) const {
       return;
     }
     if (walk.Side == nullptr) report.Common.Present = present;
-    TakeRare(walk, field);
+    TakeRare(walk, field.Mark, field.Tag, field.Value);
     // From the first side on all values take this way, so that the short one does not ask for sides.
     present = walk.Side == nullptr ? report.Common.Present : ~std::uint64_t{0};
   });
@@ -180,11 +180,10 @@ std::string FixReportReader::Read(std::string_view text, FixReport& report) {
   return fields.IsWhole() ? std::string() : "the text is garbled at byte " + std::to_string(fields.Place());
 }
 
-void FixReportReader::TakeRare(Walk& walk, const FixField& field) const {
-  const std::string_view value = field.Value;
+void FixReportReader::TakeRare(Walk& walk, std::uint8_t mark, std::uint32_t tag, std::string_view value) const {
   if (value.empty()) return;
-  if ((field.Mark & kIsChoice) != 0) TakeChoices(walk, field.Tag, value);
-  switch (const std::uint8_t slot = field.Mark & static_cast<std::uint8_t>(~kIsChoice)) {
+  if ((mark & kIsChoice) != 0) TakeChoices(walk, tag, value);
+  switch (const std::uint8_t slot = mark & static_cast<std::uint8_t>(~kIsChoice)) {
     case kNothing:
       return;
     case kPartyId:

@@ -50,7 +50,7 @@ class FixReportReader {
   struct Walk;
 
   bool ReadBody(FixText& fields, FixReport& report) const;
-  void TakeRare(Walk& walk, const FixField& field) const;
+  void TakeRare(Walk& walk, std::uint8_t mark, std::uint32_t tag, std::string_view value) const;
   void TakeChoices(Walk& walk, std::uint32_t tag, std::string_view value) const;
   void TakeParty(Walk& walk, std::string_view role) const;
 

@@ -71,9 +71,12 @@ struct TradeFrame::Taken {
     if (Value.empty()) return missing;
     if (const char* mistake = ReadPrice(Value, price); mistake != nullptr)
       Tell(reason, mistake);
-    else if (ExceedsDouble(Value))
-      Tell(reason, "has more digits than are kept");
+    else
+      TellDigits(reason);
     return price;
+  }
+  void TellDigits(std::string& reason) const {
+    if (ExceedsDouble(Value)) Tell(reason, "has more digits than are kept");
   }
   std::uint32_t Quantity(std::string& reason) const {
     std::uint32_t quantity = 0;
@@ -124,98 +127,104 @@ std::uint8_t SideCode(std::string_view side) noexcept {
   return 0;
 }
 
-std::string MistakeOfTrade(const FixValues& values, bool isBust) {
-  std::uint32_t quantity = 0;
-  double price = 0;
+std::string MistakeOfTrade(const FixValues& values, bool isBust, TradeAmounts& amounts) {
   const std::string_view side = values.At<54>(), priceText = values.At<31>(), quantityText = values.At<32>();
   if (values.At<48>().empty() && values.At<55>().empty()) return "48 and 55 are missing";
   if (side.empty()) return "54 is missing";
   if (SideCode(side) == 0) return Sentence("54", side, "is no side of a trade");
   if (priceText.empty()) return "31 is missing";
-  if (const char* mistake = ReadPrice(priceText, price)) return Sentence("31", priceText, mistake);
+  if (const char* mistake = ReadPrice(priceText, amounts.Price)) return Sentence("31", priceText, mistake);
+  amounts.Quantity = 0;
   if (isBust) return {};
   if (quantityText.empty()) return "32 is missing";
-  if (const char* mistake = ReadQuantity(quantityText, quantity)) return Sentence("32", quantityText, mistake);
-  return quantity == 0 ? "32 is 0" : "";
+  if (const char* mistake = ReadQuantity(quantityText, amounts.Quantity)) return Sentence("32", quantityText, mistake);
+  return amounts.Quantity == 0 ? "32 is 0" : "";
 }
 
 template <typename Value>
-void TradeFrame::Put(std::uint16_t tag, Value value) noexcept {
-  std::uint8_t* place = &Bytes[Used];
-  place[0] = kFieldMark;
-  StoreValue(place + 1, tag);
+inline std::uint8_t* TradeFrame::Put(std::uint8_t* place, std::uint16_t tag, Value value) noexcept {
+  // Mark and tag at once, with a byte that the value overwrites.
+  StoreValue(place, kFieldMark | std::uint32_t{tag} << 8);
   StoreValue(place + 3, value);
-  Used += 3 + sizeof value;
+  return place + 3 + sizeof value;
 }
 
 // Requires: at most the field's limit.
-void TradeFrame::PutText(std::uint16_t tag, std::string_view text) noexcept {
-  Put(tag, static_cast<std::uint16_t>(text.size()));
-  // Texts are short: eight bytes at a time, the last ones with what is overwritten next.
-  std::uint8_t* place = &Bytes[Used];
-  Used += text.size();
-  for (; text.size() >= 8; text.remove_prefix(8), place += 8) StoreValue(place, LoadValue<std::uint64_t>(text.data()));
-  StoreValue(place, LoadShortText(text));
+inline std::uint8_t* TradeFrame::PutText(std::uint8_t* place, std::uint16_t tag, std::string_view text) noexcept {
+  place = Put(place, tag, static_cast<std::uint16_t>(text.size()));
+  if (text.size() < 8) {
+    StoreValue(place, LoadShortText(text));
+    return place + text.size();
+  }
+  // Texts are short: eight bytes at a time, the last eight over some that are there.
+  std::uint8_t* const end = place + text.size();
+  for (const char* from = text.data(); end - place > 8; from += 8, place += 8)
+    StoreValue(place, LoadValue<std::uint64_t>(from));
+  StoreValue(end - 8, LoadValue<std::uint64_t>(text.data() + text.size() - 8));
+  return end;
 }
 
-void TradeFrame::PutMark(std::uint16_t tag) noexcept {
-  Bytes[Used] = kFieldMark;
-  StoreValue(&Bytes[Used + 1], tag);
-  Used += 3;
-}
-
-void TradeFrame::PutTold(const Step& step, const Taken& taken, bool isPlain, std::string& reason) {
-  isPlain = isPlain || IsPlainText(taken.Value);
+std::uint8_t* TradeFrame::PutTold(std::uint8_t* place, const Step& step, const Taken& taken, bool isPlain,
+                                  std::string& reason) {
   if (!isPlain) taken.Tell(reason, "has control characters");
   if (taken.Value.size() > step.Limit) taken.Tell(reason, "is cut to " + std::to_string(step.Limit) + " characters");
-  PutText(step.Tag, PlainText(taken.Value, step.Limit));
+  return PutText(place, step.Tag, PlainText(taken.Value, step.Limit));
 }
 
-inline void TradeFrame::PutValue(const Step& step, const Taken& taken, bool isPlain, std::string& reason) {
-  if (isPlain && taken.Value.size() <= step.Limit) return PutText(step.Tag, taken.Value);
-  PutTold(step, taken, isPlain, reason);
+inline std::uint8_t* TradeFrame::PutValue(std::uint8_t* place, const Step& step, const Taken& taken, bool isPlain,
+                                          std::string& reason) {
+  isPlain = isPlain || IsPlainText(taken.Value);
+  if (isPlain && taken.Value.size() <= step.Limit) return PutText(place, step.Tag, taken.Value);
+  return PutTold(place, step, taken, isPlain, reason);
 }
 
 // Made for each row: its kind, tag, sources and limit are constants there.
 template <std::size_t kRow>
-inline void TradeFrame::WriteRow(const FixValues& values, const TradeNumbers& numbers, std::string& reason) {
+inline std::uint8_t* TradeFrame::PutRow(std::uint8_t* place, const FixValues& values, const TradeNumbers& numbers,
+                                        std::string& reason) {
   static constexpr Step step = Step::Of(kTradeFieldRows[kRow]);
   const Taken taken = Taken::Of(step, values);
   switch (step.Kind) {
     case FixKind::Text:
-      return PutValue(step, taken, numbers.IsPlain, reason);
+      return PutValue(place, step, taken, numbers.IsPlain, reason);
     case FixKind::Time:
       // The format has no room for fractions beyond a millisecond's, which is no loss to tell.
-      if (IsFixTime(taken.Value)) return PutText(step.Tag, taken.Value.substr(0, step.Limit));
+      if (IsFixTime(taken.Value)) return PutText(place, step.Tag, taken.Value.substr(0, step.Limit));
       if (!taken.Value.empty()) taken.Tell(reason, "is no time");
-      return PutValue(step, taken, numbers.IsPlain, reason);
+      return PutValue(place, step, taken, numbers.IsPlain, reason);
     case FixKind::OptionType:
-      return PutText(step.Tag, OptionTypeOf(taken.Value));
+      return PutText(place, step.Tag, OptionTypeOf(taken.Value));
     case FixKind::TradeId:
-      return PutText(step.Tag, numbers.TradeId);
+      return PutText(place, step.Tag, numbers.TradeId);
     case FixKind::OrderId:
-      return PutText(step.Tag, numbers.OrderId);
+      return PutText(place, step.Tag, numbers.OrderId);
     case FixKind::Price:
-      return Put(step.Tag, taken.Price(0, reason));
+      return Put(place, step.Tag, taken.Price(0, reason));
     case FixKind::Multiplier:
-      return Put(step.Tag, taken.Price(numbers.Multiplier, reason));
+      return Put(place, step.Tag, taken.Price(numbers.Multiplier, reason));
     case FixKind::Quantity:
-      return Put(step.Tag, taken.Quantity(reason));
+      return Put(place, step.Tag, taken.Quantity(reason));
+    case FixKind::LastPrice:
+      taken.TellDigits(reason);
+      return Put(place, step.Tag, numbers.Amounts.Price);
+    case FixKind::LastQuantity:
+      return Put(place, step.Tag, numbers.Amounts.Quantity);
     case FixKind::Side:
-      return Put(step.Tag, SideCode(taken.Value));
+      return Put(place, step.Tag, SideCode(taken.Value));
     case FixKind::OrderType:
-      return Put(step.Tag, CodeOf(taken.Value, "1234"));
+      return Put(place, step.Tag, CodeOf(taken.Value, "1234"));
     case FixKind::OpenClose:
-      return Put(step.Tag, CodeOf(taken.Value, "OC"));
+      return Put(place, step.Tag, CodeOf(taken.Value, "OC"));
     case FixKind::Terminator:
-      return PutMark(step.Tag);
+      return Put(place, step.Tag, std::uint8_t{0}) - 1;
     case FixKind::TradeNumber:
-      return Put(step.Tag, numbers.Trade);
+      return Put(place, step.Tag, numbers.Trade);
     case FixKind::OrderNumber:
-      return Put(step.Tag, numbers.Order);
+      return Put(place, step.Tag, numbers.Order);
     case FixKind::ClientOrder:
-      return Put(step.Tag, numbers.ClientOrder);
+      return Put(place, step.Tag, numbers.ClientOrder);
   }
+  return place;
 }
 
 void TradeFrame::Write(const FixValues& values, const TradeNumbers& numbers, std::string& reason) {
@@ -224,11 +233,11 @@ void TradeFrame::Write(const FixValues& values, const TradeNumbers& numbers, std
   StoreValue(&Bytes[kModeOffset], kModePlain);
   Bytes[kSecondMarkOffset] = kFieldMark;
   StoreValue(&Bytes[kLengthTagOffset], kLengthTag);
-  Used = kHeaderSize;
-  Put(10002, kTradeMessage);
+  std::uint8_t* place = Put(&Bytes[kHeaderSize], 10002, kTradeMessage);
   [&]<std::size_t... kRows>(std::index_sequence<kRows...>) {
-    (WriteRow<kRows>(values, numbers, reason), ...);
+    ((place = PutRow<kRows>(place, values, numbers, reason)), ...);
   }
   (std::make_index_sequence<std::size(kTradeFieldRows)>());
+  Used = static_cast<std::size_t>(place - Bytes.data());
   StoreValue(&Bytes[kLengthOffset], static_cast<std::uint16_t>(Used - kHeaderSize));
 }

@@ -129,6 +129,8 @@ enum class FixKind : std::uint8_t {
   Time,
   Price,  // told if it is wrong, as are all but those that a trade must have
   Quantity,
+  LastPrice,  // those that a trade must have, which TradeAmounts holds
+  LastQuantity,
   Side,         // 1, 3: 1; 2, 5, 6: 2
   OrderType,    // 1 to 4; anything else is 0
   OpenClose,    // O: 1, C: 2; anything else is 0
@@ -169,9 +171,9 @@ inline constexpr TradeFieldRow kTradeFieldRows[] = {
     {20011, FixKind::ClientOrder, {11}},
     {101, FixKind::Side, {54}},
     {102, FixKind::OrderType, {40}},
-    {20014, FixKind::Quantity, {32}},
+    {20014, FixKind::LastQuantity, {32}},
     {20013, FixKind::Quantity, {151}},  // PendingQuantity
-    {40002, FixKind::Price, {31}},
+    {40002, FixKind::LastPrice, {31}},
     {55102, FixKind::Text, {kClientChoice}},            // ClientID
     {55131, FixKind::Text, {kMemberParty}},             // MemberID
     {55012, FixKind::Text, {kCtclChoice, kCtclParty}},  // CTCLID
@@ -213,6 +215,12 @@ constexpr std::size_t LongestText() noexcept {
   return WireFieldOf(kTag)->Limit;
 }
 
+// 31 and 32, read once.
+struct TradeAmounts {
+  double Price = 0;
+  std::uint32_t Quantity = 0;
+};
+
 // What the mapper gives a trade.
 struct TradeNumbers {
   std::uint32_t Trade = 0;
@@ -220,6 +228,7 @@ struct TradeNumbers {
   std::uint32_t ClientOrder = 0;
   std::string_view TradeId;
   std::string_view OrderId;
+  TradeAmounts Amounts;
   double Multiplier = 1;  // of a text without one
   bool IsPlain = false;   // no value has control characters: they need not be looked for
 };
@@ -233,8 +242,8 @@ std::string PlainText(std::string_view text, std::size_t longest);
 void TellReason(std::string& reason, std::string_view sentence);
 
 // What forbids a trade, as a sentence; empty if it has all that a trade must have: 31, 32, 54, and 48 or 55. Only a
-// bust may have the quantity 0.
-std::string MistakeOfTrade(const FixValues& values, bool isBust);
+// bust may have the quantity 0, and has it always.
+std::string MistakeOfTrade(const FixValues& values, bool isBust, TradeAmounts& amounts);
 // "TAG=VALUE MISTAKE".
 std::string Sentence(std::string_view tag, std::string_view value, std::string_view mistake);
 
@@ -258,16 +267,19 @@ class TradeFrame {
     return size;
   }();
 
-  template <typename Value>
-  void Put(std::uint16_t tag, Value value) noexcept;
-  void PutText(std::uint16_t tag, std::string_view text) noexcept;
-  void PutMark(std::uint16_t tag) noexcept;
   struct Step;
   struct Taken;
-  void PutTold(const Step& step, const Taken& taken, bool isPlain, std::string& reason);
-  void PutValue(const Step& step, const Taken& taken, bool isPlain, std::string& reason);
+  // Each returns where the next field goes: a number in a register and no member, which each store might change.
+  template <typename Value>
+  static std::uint8_t* Put(std::uint8_t* place, std::uint16_t tag, Value value) noexcept;
+  static std::uint8_t* PutText(std::uint8_t* place, std::uint16_t tag, std::string_view text) noexcept;
+  static std::uint8_t* PutTold(std::uint8_t* place, const Step& step, const Taken& taken, bool isPlain,
+                               std::string& reason);
+  static std::uint8_t* PutValue(std::uint8_t* place, const Step& step, const Taken& taken, bool isPlain,
+                                std::string& reason);
   template <std::size_t kRow>
-  void WriteRow(const FixValues& values, const TradeNumbers& numbers, std::string& reason);
+  static std::uint8_t* PutRow(std::uint8_t* place, const FixValues& values, const TradeNumbers& numbers,
+                              std::string& reason);
 
   std::array<std::uint8_t, kLargest> Bytes;
   std::size_t Used = 0;

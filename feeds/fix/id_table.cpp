@@ -25,6 +25,13 @@ std::uint64_t HashFrom(std::uint64_t start, std::string_view id) noexcept {
   return Mixed(hash ^ LoadShortText(id));
 }
 
+// Both halves of the product: every bit of both numbers is in each of the low ones.
+std::uint64_t Folded(std::uint64_t one, std::uint64_t other) noexcept {
+  __extension__ using Wide = unsigned __int128;
+  const Wide product = Wide{one} * other;
+  return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
+}
+
 std::uint64_t SeedOfProcess() {
   static const std::uint64_t seed = [] {
     std::random_device device;
@@ -43,7 +50,17 @@ IdTable::IdTable() : Seed(SeedOfProcess()), Slots(kFirstSlots), UsedInLastBlock(
 
 // From the seed on: ids that collide without it do not collide with it.
 std::uint32_t IdTable::SlotHash(std::string_view id) const noexcept {
-  return static_cast<std::uint32_t>(HashFrom(Seed, id));
+  constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15;
+  const char* const end = id.data() + id.size();
+  if (id.size() <= 8)
+    return static_cast<std::uint32_t>(
+        Folded((id.size() == 8 ? LoadValue<std::uint64_t>(id.data()) : LoadShortText(id)) ^ Seed, kOdd ^ id.size()));
+  std::uint64_t hash = Seed ^ id.size();
+  for (const char* at = id.data(); end - at > 16; at += 16)
+    hash = Folded(LoadValue<std::uint64_t>(at) ^ hash, LoadValue<std::uint64_t>(at + 8) ^ kOdd);
+  const char* const first = id.size() > 16 ? end - 16 : id.data();
+  return static_cast<std::uint32_t>(
+      Folded(LoadValue<std::uint64_t>(first) ^ hash, LoadValue<std::uint64_t>(end - 8) ^ Seed ^ kOdd));
 }
 
 const std::uint8_t* IdTable::EntryAt(std::uint32_t place) const noexcept {

@@ -125,6 +125,7 @@ struct TradeMapper::State {
   FixReportReader Reader;
   KnownTrades Known;
   TradeFrame Frame;
+  TradeAmounts Amounts;  // of the trade that is mapped
   FixReport Report;
   // Of a trade that is corrected: its report and the text that the values are views of.
   FixReport KnownReport;
@@ -264,7 +265,7 @@ void TradeMapper::State::MapTrade(const Execution& execution) {
       TellReason(Result.Reason, Sentence("17", execution.Id, "came behind its correction and is not shown"));
     return;
   }
-  if (const std::string mistake = MistakeOfTrade(execution.Values, false); !mistake.empty())
+  if (const std::string mistake = MistakeOfTrade(execution.Values, false, Amounts); !mistake.empty())
     return Tell(ReportOutcome::Refused, mistake);
   const std::uint32_t trade = AddTrade(execution);
   if (execution.IsSide() || HasCaptures)
@@ -332,7 +333,7 @@ void TradeMapper::State::MapUnknownChange(const Execution& execution) {
   const std::string_view named = FirstOf({values.At<19>(), values.At<572>(), execution.Id});
   std::string sentence = (execution.IsBust() ? "bust of " : "correction of ") +
                          PlainText(named, KnownTrades::kLongestId) + ", which never came";
-  const std::string mistake = MistakeOfTrade(values, false);
+  const std::string mistake = MistakeOfTrade(values, false, Amounts);
   if (execution.IsBust() || !mistake.empty()) {
     Known.Name(Identity, {KnownExecution::kNoTrade, execution.Kind});
     if (!execution.IsBust()) sentence += ", is not shown: " + mistake;
@@ -361,7 +362,7 @@ void TradeMapper::State::ChangeTrade(const Execution& execution, std::uint32_t t
     values.Set<32>("0");
     values.Set<58>(BustText);
   }
-  if (const std::string mistake = MistakeOfTrade(values, execution.IsBust()); !mistake.empty())
+  if (const std::string mistake = MistakeOfTrade(values, execution.IsBust(), Amounts); !mistake.empty())
     return Tell(ReportOutcome::Refused, mistake);
   Known.Name(Identity, {trade, execution.Kind});
   if (!execution.IsBust()) Known.KeepCorrected(trade, Reader.TextOf(values));
@@ -406,8 +407,8 @@ void TradeMapper::State::Show(const Execution& execution, std::uint32_t trade) {
   const std::string_view shownOrder = Known.ShownOrder(values.At<37>(), order, reason);
   const std::string_view shownTrade = Known.ShownTrade(shownOrder, execution.ShownId, reason);
   Frame.Write(values,
-              {trade + 1, order, Known.ClientOrderNumber(values.At<11>()), shownTrade, shownOrder, Choices.Multiplier,
-               Report.IsPlain && execution.Kind == FixReportKind::Trade && ChoicesArePlain},
+              {trade + 1, order, Known.ClientOrderNumber(values.At<11>()), shownTrade, shownOrder, Amounts,
+               Choices.Multiplier, Report.IsPlain && execution.Kind == FixReportKind::Trade && ChoicesArePlain},
               reason);
   Messages->insert(Messages->end(), Frame.Data(), Frame.Data() + Frame.Size());
   ++Result.Messages;
