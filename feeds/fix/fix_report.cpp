@@ -75,7 +75,8 @@ constexpr KindRow kCaptureKinds[] = {
 template <std::size_t Count>
 const KindRow* FindKind(const KindRow (&rows)[Count], const FixValues& values) noexcept {
   for (const KindRow& row : rows)
-    if (values.Has(row.Slot) && values.ValueOf(row.Slot) == row.Value) return &row;
+    if (const std::string_view value = values.ValueOf(row.Slot); !value.empty() && value[0] == row.Value[0])
+      if (value == row.Value) return &row;
   return nullptr;
 }
 

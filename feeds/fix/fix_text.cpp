@@ -81,17 +81,18 @@ void FixText::Scan() noexcept {
 
 void FixText::ScanBytes(const char* bytes) noexcept {
   const __m128i soh = _mm_set1_epi8(kSoh), lastControl = _mm_set1_epi8(0x1F), deleted = _mm_set1_epi8(0x7F);
-  __m128i controls = _mm_setzero_si128();
+  __m128i least = _mm_set1_epi8(-1), deletes = _mm_setzero_si128();
   std::uint64_t sohs = 0;
   for (int i = 0; i < 4; ++i) {
     const __m128i part = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + 16 * i));
     const __m128i ends = _mm_cmpeq_epi8(part, soh);
-    const __m128i others = _mm_andnot_si128(ends, _mm_cmpeq_epi8(_mm_min_epu8(part, lastControl), part));
-    controls = _mm_or_si128(controls, _mm_or_si128(others, _mm_cmpeq_epi8(part, deleted)));
+    least = _mm_min_epu8(least, _mm_or_si128(part, ends));  // 255 for each SOH
+    deletes = _mm_or_si128(deletes, _mm_cmpeq_epi8(part, deleted));
     sohs |= std::uint64_t{static_cast<std::uint32_t>(_mm_movemask_epi8(ends))} << (16 * i);
   }
   Sohs = sohs;
-  Plain = Plain && _mm_movemask_epi8(controls) == 0;
+  const __m128i controls = _mm_cmpeq_epi8(_mm_min_epu8(least, lastControl), least);
+  Plain = Plain && _mm_movemask_epi8(_mm_or_si128(controls, deletes)) == 0;
 }
 
 // The SOH behind the bytes that the length field has told; null if it is not there.

@@ -34,6 +34,8 @@ class IdTable {
   IdTable();
   // The number of the id; null if it is not known.
   const std::uint32_t* Find(std::string_view id) noexcept;
+  // Says that Find will look for the id soon: so that its slot is on its way from far memory meanwhile.
+  void Expect(std::string_view id) const noexcept { __builtin_prefetch(&Slots[SlotHash(id) & (Slots.size() - 1)]); }
   // Requires: the id is the one that Find has looked for last and not found, with at most kLongest characters.
   void Insert(std::string_view id, std::uint32_t number);
   // The ordinal of the id, from 1; a new id gets the next.

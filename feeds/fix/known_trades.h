@@ -40,6 +40,11 @@ class KnownTrades {
   // Requires: the key is the one that Find has looked for last and not found.
   void NameNew(std::string_view key, const KnownExecution& execution);
 
+  // Says that both numbers will be asked for soon.
+  void ExpectOrder(std::string_view orderId, std::string_view clientOrderId) const noexcept {
+    Orders.Expect(orderId);
+    ClientOrders.Expect(clientOrderId);
+  }
   std::uint32_t Add(const KnownTrade& trade);
   const KnownTrade& At(std::uint32_t trade) const noexcept { return Trades[trade]; }
   std::uint32_t Size() const noexcept { return static_cast<std::uint32_t>(Trades.size()); }

@@ -173,8 +173,10 @@ std::string_view TradeMapper::State::KeyOf(std::initializer_list<std::string_vie
 }
 
 std::string_view TradeMapper::State::KeyOf(const Execution& execution, std::string_view id) {
-  if (execution.Side.empty()) return KeyOf({execution.OrderId, id});
-  return KeyOf({execution.OrderId, id, execution.Side});
+  Key.assign(execution.OrderId).push_back(kSoh);
+  Key.append(id);
+  if (execution.IsSide()) Key.append(1, kSoh).append(execution.Side);
+  return Key;
 }
 
 std::string_view TradeMapper::State::ReportKeyOf(const Execution& execution, std::string_view reportId) {
@@ -184,6 +186,7 @@ std::string_view TradeMapper::State::ReportKeyOf(const Execution& execution, std
 void TradeMapper::State::MapExecutionReport(std::uint64_t place) {
   std::string mistake;
   FixValues& values = Report.Common;
+  Known.ExpectOrder(values.At<37>(), values.At<11>());
   const FixReportKind kind = KindOfReport(Report.Type, values, mistake);
   if (kind == FixReportKind::NoTrade || kind == FixReportKind::Refused) return Tell(OutcomeOf(kind), mistake);
   MapExecution({values, kind, place, values.At<37>(), values.At<17>(), values.At<17>()});
