@@ -24,9 +24,9 @@ constexpr std::uint64_t ControlBytes(std::uint64_t word) noexcept {
 }
 
 std::uint8_t CodeOf(std::string_view value, std::string_view first) noexcept {
-  if (value.size() != 1) return 0;
-  const std::size_t found = first.find(value[0]);
-  return found == std::string_view::npos ? std::uint8_t{0} : static_cast<std::uint8_t>(found + 1);
+  for (std::size_t i = 0; i < first.size(); ++i)
+    if (value.size() == 1 && value[0] == first[i]) return static_cast<std::uint8_t>(i + 1);
+  return 0;
 }
 
 std::string_view OptionTypeOf(std::string_view putOrCall) noexcept {
@@ -138,7 +138,7 @@ std::string MistakeOfTrade(const FixValues& values, bool isBust, TradeAmounts& a
   if (isBust) return {};
   if (quantityText.empty()) return "32 is missing";
   if (const char* mistake = ReadQuantity(quantityText, amounts.Quantity)) return Sentence("32", quantityText, mistake);
-  return amounts.Quantity == 0 ? "32 is 0" : "";
+  return amounts.Quantity == 0 ? std::string("32 is 0") : std::string();
 }
 
 template <typename Value>
