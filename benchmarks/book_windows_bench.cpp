@@ -20,20 +20,6 @@ constexpr std::size_t kNewTrades = 1000;
 constexpr std::size_t kBooks = 10;
 constexpr int kBeats = 40;  // ten seconds
 
-// Kept from one figure to the next, because a million trades take seconds. Null without a display.
-DayOfBooks* DayOf(benchmark::State& state, std::size_t trades) {
-  static std::unique_ptr<DayOfBooks> day;
-  if (!StartWindows()) {
-    state.SkipWithError("there is no display");
-    return nullptr;
-  }
-  if (day == nullptr || !day->Fits(trades)) {
-    day.reset();
-    day = std::make_unique<DayOfBooks>(trades);
-  }
-  return day.get();
-}
-
 void RepaintBook(benchmark::State& state) {
   DayOfBooks* day = DayOf(state, static_cast<std::size_t>(state.range(0)));
   if (day == nullptr) return;

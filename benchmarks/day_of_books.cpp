@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 #include "benchmarks/million_trades.h"
 #include "benchmarks/sample_messages.h"
@@ -112,23 +113,48 @@ void DayOfBooks::FitNewestBook(int columns, int rows) {
 }
 
 void DayOfBooks::Paint() {
-  Watch.Painted.clear();
+  Watch.Forget();
   for (const auto& [id, book] : Books().BarsById) BarOf(*book).Grid()->RedrawRows();
   ServeUntilPainted();
 }
 
 void DayOfBooks::PaintBeat() {
-  Watch.Painted.clear();
+  Watch.Forget();
   Books().RepaintAllBooks();
   ServeUntilPainted();
 }
 
 void DayOfBooks::ServeUntilPainted() {
   while (!BooksArePainted()) ServeWindows();
+  AllPainted = std::chrono::system_clock::now();
+}
+
+std::vector<std::chrono::system_clock::time_point> DayOfBooks::PaintedAt() const {
+  std::vector<std::chrono::system_clock::time_point> times;
+  for (auto window = Watch.Begun.begin(); window != Watch.Begun.end(); ++window) {
+    const bool isBook = std::ranges::any_of(Screen.Registry.BarsById, [&](const auto& book) {
+      return BarOf(*book.second).Grid()->GetRowsWindow() == window->first;
+    });
+    if (isBook) times.push_back(window + 1 == Watch.Begun.end() ? AllPainted : (window + 1)->second);
+  }
+  return times;
 }
 
 bool DayOfBooks::BooksArePainted() const {
   return std::ranges::all_of(Screen.Registry.BarsById, [this](const auto& book) {
     return Watch.Painted.contains(BarOf(*book.second).Grid()->GetRowsWindow());
   });
+}
+
+DayOfBooks* DayOf(benchmark::State& state, std::size_t trades) {
+  static std::unique_ptr<DayOfBooks> day;
+  if (!StartWindows()) {
+    state.SkipWithError("there is no display");
+    return nullptr;
+  }
+  if (day == nullptr || !day->Fits(trades)) {
+    day.reset();
+    day = std::make_unique<DayOfBooks>(trades);
+  }
+  return day.get();
 }

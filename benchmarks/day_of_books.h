@@ -2,11 +2,14 @@
 // and trades as messages. Requires StartWindows().
 #pragma once
 
+#include <benchmark/benchmark.h>
 #include <wx/eventfilter.h>
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "book_windows/windows/book_screen.h"
@@ -21,10 +24,16 @@ class PaintWatch : public wxEventFilter {
   PaintWatch(const PaintWatch&) = delete;
   PaintWatch& operator=(const PaintWatch&) = delete;
   int FilterEvent(wxEvent& event) override {
-    if (event.GetEventType() == wxEVT_PAINT) Painted.insert(event.GetEventObject());
+    if (event.GetEventType() == wxEVT_PAINT && Painted.insert(event.GetEventObject()).second)
+      Begun.emplace_back(event.GetEventObject(), std::chrono::system_clock::now());
     return Event_Skip;
   }
+  void Forget() {
+    Painted.clear();
+    Begun.clear();
+  }
   std::set<const wxObject*> Painted;
+  std::vector<std::pair<const wxObject*, std::chrono::system_clock::time_point>> Begun;  // the first paint of each
 };
 
 // Makes an empty folder current, for the settings of books, and restores the former one.
@@ -67,6 +76,8 @@ class DayOfBooks {
   // Return after the rows of every book are painted: now, or after a beat.
   void Paint();
   void PaintBeat();
+  // When each book was painted in the last of these two: when the paint of the next window began, or the call ended.
+  std::vector<std::chrono::system_clock::time_point> PaintedAt() const;
 
   BookRegistry& Books() noexcept { return Screen.Registry; }
   static CTradeBookBar& BarOf(const Book& book) { return dynamic_cast<CTradeBookBar&>(*book.Window); }
@@ -78,6 +89,7 @@ class DayOfBooks {
   OwnFolder Folder;
   CQORPFrame* Main;  // destroys itself and the books in it
   PaintWatch Watch;
+  std::chrono::system_clock::time_point AllPainted;
   CQORTradeImpl Decoder;
   PluginState State;
   CQORDLLComman Functions;
@@ -85,3 +97,7 @@ class DayOfBooks {
   std::uint32_t NextRecord = 0;
   TradeBookScreen Screen;
 };
+
+// Kept from one figure to the next, because a million trades take seconds, and one at a time, because one frame would
+// cover the books of another. Null without a display, which is told.
+DayOfBooks* DayOf(benchmark::State& state, std::size_t trades);
