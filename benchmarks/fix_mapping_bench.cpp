@@ -54,7 +54,7 @@ void SessionParsesReport(benchmark::State& state) {
   const FixReports& reports = Reports();
   std::size_t at = 0;
   for (auto _ : state) {
-    if (reports.ParseWithDictionary(at) < kReportFields) state.SkipWithError("a report has too few fields");
+    if (reports.ParseAsSession(at) < kReportFields) state.SkipWithError("a report has too few fields");
     at = (at + 1) % kReports;
   }
   state.SetItemsProcessed(state.iterations());

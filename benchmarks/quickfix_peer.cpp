@@ -5,6 +5,8 @@
 
 #include <cstdio>
 
+#include "feeds/engine/open_dictionary.h"
+
 namespace {
 
 // The body as tag=value, with the texts and numbers of the sample trade message under standard tags, or user-defined
@@ -37,29 +39,12 @@ std::string Framed(const std::string& body) {
 
 }  // namespace
 
-// The fields of the standard's header and trailer, and any field in an execution report.
-struct FixReports::Dictionary : FIX::DataDictionary {
-  Dictionary() {
-    setVersion("FIX.4.4");
-    addMsgType("8");
-    for (const int tag : {8, 9, 34, 35, 49, 52, 56}) addHeaderField(tag, false);
-    addTrailerField(10, false);
-    for (int tag = 1; tag <= kLastTag; ++tag) {
-      addField(tag);
-      addFieldType(tag, FIX::TYPE::String);
-      if (!isHeaderField(tag) && !isTrailerField(tag)) addMsgField("8", tag);
-    }
-    FIX::DataDictionary party;
-    for (const int tag : {447, 448, 452}) party.addField(tag);
-    addGroup("8", 453, 448, party);
-    checkFieldsHaveValues(false);
-    checkFieldsOutOfOrder(false);
-    checkUserDefinedFields(false);
-  }
-  static constexpr int kLastTag = 1700;
+struct FixReports::Dictionaries {
+  FIX::DataDictionaryProvider All = MakeDictionaries("FIX.4.4", "");
+  const FIX::DataDictionary& Open = All.getSessionDataDictionary(FIX::BeginString("FIX.4.4"));
 };
 
-FixReports::FixReports(std::size_t count) : Open(new Dictionary) {
+FixReports::FixReports(std::size_t count) : Session(new Dictionaries) {
   for (std::size_t i = 0; i < count; ++i) Texts.push_back(Framed(ReportBody(static_cast<unsigned>(i))));
 }
 FixReports::~FixReports() = default;
@@ -76,6 +61,8 @@ std::size_t FixReports::ParseAndCountFields(std::size_t i) const {
   return CountFields(FIX::Message(Texts[i], true));
 }
 
-std::size_t FixReports::ParseWithDictionary(std::size_t i) const {
-  return CountFields(FIX::Message(Texts[i], *Open, true));
+std::size_t FixReports::ParseAsSession(std::size_t i) const {
+  const FIX::Message message(Texts[i], Session->Open, true);
+  Session->Open.validate(message);
+  return CountFields(message);
 }

@@ -17,11 +17,11 @@ class FixReports {
   const std::string& TextOf(std::size_t i) const { return Texts[i]; }
   // Parses report i into a new message and counts its fields with header and trailer.
   std::size_t ParseAndCountFields(std::size_t i) const;
-  // The same as a session parses it: with a dictionary that knows every field as a text, and groups.
-  std::size_t ParseWithDictionary(std::size_t i) const;
+  // The same as a session does it: with the open dictionary of the engine, against which it is validated.
+  std::size_t ParseAsSession(std::size_t i) const;
 
  private:
-  struct Dictionary;
-  std::unique_ptr<Dictionary> Open;
+  struct Dictionaries;
+  std::unique_ptr<Dictionaries> Session;
   std::vector<std::string> Texts;
 };
