@@ -1,9 +1,8 @@
 #include "gateway/options.h"
 
-#include <CLI/CLI.hpp>
-
-#include <algorithm>
 #include <utility>
+
+#include "foundations/option_parser.h"
 
 namespace {
 
@@ -64,64 +63,24 @@ constexpr ExitCodeRow kExitCodes[] = {
   throw GatewayError(GatewayExit::CommandLine, sentence + "; --help lists the options");
 }
 
-std::string ExitCodesText() {
-  std::string text = "Exit codes:\n";
-  for (const ExitCodeRow& row : kExitCodes)
-    text += "  " + std::to_string(static_cast<int>(row.Code)) + "  " + row.Help + "\n";
-  return text;
-}
-
-// The errors of the library in the words of the others.
-std::string OurWords(const std::string& sentence) {
-  const std::size_t missing = sentence.find(": 1 required");
-  if (missing != std::string::npos) return sentence.substr(0, missing) + " needs a value";
-  const std::size_t given = sentence.find(" was given a disallowed flag override");
-  return given == std::string::npos ? sentence : "--" + sentence.substr(0, given) + " takes no value";
-}
-
 // Fills the options from the words.
-class CommandLine {
+class CommandLine : public OptionParser {
  public:
-  explicit CommandLine(Options& options) {
-    constexpr std::size_t kHelpColumn = 26;
-    App.set_help_flag();
-    App.allow_windows_style_options(false);
-    App.allow_extras();
-    App.get_formatter()->column_width(kHelpColumn);
-    for (const OptionRow& row : kOptions) Add(row, options);
-    App.footer(ExitCodesText());
+  explicit CommandLine(Options& options)
+      : OptionParser("trade_gateway: keeps the trades of a FIX session in a journal and a day log", "trade_gateway", 26,
+                     Refuse) {
+    for (const OptionRow& row : kOptions)
+      Add(row, [&row, &options](const std::string& value) {
+        if (value.empty() && row.Value != nullptr) Refuse(std::string(row.Name) + " needs a value");
+        row.Take(value, options);
+      });
+    AddFooter(ExitCodesText(kExitCodes));
   }
-  void Parse(std::vector<std::string> words) {
-    std::reverse(words.begin(), words.end());  // as the library takes a vector
-    try {
-      App.parse(std::move(words));
-    } catch (const CLI::ParseError& error) {
-      Refuse(OurWords(error.what()));
-    }
-    if (const std::vector<std::string> unknown = App.remaining(); !unknown.empty())
+  void ParseAll(std::vector<std::string> words) {
+    if (const std::vector<std::string> unknown = Parse(std::move(words)); !unknown.empty())
       Refuse(unknown.front().starts_with("-") ? "there is no option " + unknown.front()
                                               : "one settings file only, not " + unknown.front() + " as well");
   }
-  std::string Help() const { return App.help(); }
-
- private:
-  void Add(const OptionRow& row, Options& options) {
-    if (row.Value == nullptr) {
-      App.add_flag_function(
-             row.Name, [&](std::int64_t) { row.Take({}, options); }, row.Help)
-          ->disable_flag_override();
-      return;
-    }
-    // An empty value, or one that is the name of an option, shows that its own was forgotten.
-    const auto take = [this, &row, &options](const std::string& value) {
-      const bool isOption = value.starts_with("--") && App.get_option_no_throw(value) != nullptr;
-      if (value.empty() || isOption) Refuse(std::string(row.Name) + " needs a value");
-      row.Take(value, options);
-    };
-    App.add_option_function<std::string>(row.Name, take, row.Help)->type_name(row.Value)->take_last();
-  }
-
-  CLI::App App{"trade_gateway: keeps the trades of a FIX session in a journal and a day log", "trade_gateway"};
 };
 
 }  // namespace
@@ -130,7 +89,7 @@ Options ParseGatewayOptions(const std::vector<Path>& arguments) {
   Options options;
   std::vector<std::string> words;
   for (const Path& argument : arguments) words.push_back(argument.string());
-  CommandLine(options).Parse(std::move(words));
+  CommandLine(options).ParseAll(std::move(words));
   if (options.Help || options.Version || options.SampleConfig) return options;
   const bool runs = !options.Config.empty(), checks = !options.Check.empty(), replays = !options.Replay.empty();
   if (runs + checks + replays != 1) Refuse("give a settings file, --check or --replay, one of them");

@@ -1,13 +1,11 @@
 #include "terminal/program/options.h"
 
-#include <CLI/CLI.hpp>
-
-#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <utility>
 
 #include "feeds/day_log/log_address.h"
+#include "foundations/option_parser.h"
 #include "platform/modules.h"
 #include "terminal/common/errors.h"
 #include "terminal/script/window_script.h"
@@ -141,10 +139,7 @@ constexpr ExitCodeRow kExitCodes[] = {
   throw TerminalError(ExitCode::CommandLine, sentence + "; --help lists the options");
 }
 
-// A value that is the name of an option shows that its own was forgotten.
-void TakeOption(const CLI::App& app, const OptionRow& row, const std::string& value, Options& options) {
-  if (value.starts_with("--") && app.get_option_no_throw(value) != nullptr)
-    Refuse(std::string(row.Name) + " needs a value");
+void TakeOption(const OptionRow& row, const std::string& value, Options& options) {
   Fault expected = nullptr;
   try {
     expected = row.Take(Path(std::u8string(value.begin(), value.end())), options);
@@ -154,59 +149,20 @@ void TakeOption(const CLI::App& app, const OptionRow& row, const std::string& va
   if (expected != nullptr) Refuse("the value \"" + value + "\" of " + row.Name + " is not " + expected);
 }
 
-std::string ExitCodesText() {
-  std::string text = "Exit codes:\n";
-  for (const ExitCodeRow& row : kExitCodes)
-    text += "  " + std::to_string(static_cast<int>(row.Code)) + "  " + row.Help + "\n";
-  return text;
-}
-
-// The errors of the library in the words of the others.
-std::string OurWords(const std::string& sentence) {
-  const std::size_t missing = sentence.find(": 1 required");
-  if (missing != std::string::npos) return sentence.substr(0, missing) + " needs a value";
-  const std::size_t given = sentence.find(" was given a disallowed flag override");
-  return given == std::string::npos ? sentence : "--" + sentence.substr(0, given) + " takes no value";
-}
-
 // Fills the options from the words.
-class CommandLine {
+class CommandLine : public OptionParser {
  public:
-  explicit CommandLine(Options& options) {
-    constexpr std::size_t kHelpColumn = 30;
-    App.set_help_flag();
-    App.allow_windows_style_options(false);
-    App.allow_extras();
-    App.get_formatter()->column_width(kHelpColumn);
-    for (const OptionRow& row : kOptions) Add(row, options);
-    App.footer("Commands of a --script file, one a line; # begins a remark:\n" + ScriptHelpText() + "\n" +
-               ExitCodesText());
+  explicit CommandLine(Options& options)
+      : OptionParser("terminal: plays a day of trades to the Trade Book plug-in", "terminal", 30, Refuse) {
+    for (const OptionRow& row : kOptions)
+      Add(row, [&row, &options](const std::string& value) { TakeOption(row, value, options); });
+    AddFooter("Commands of a --script file, one a line; # begins a remark:\n" + ScriptHelpText() + "\n" +
+              ExitCodesText(kExitCodes));
   }
-  void Parse(std::vector<std::string> words) {
-    std::reverse(words.begin(), words.end());  // as the library takes a vector
-    try {
-      App.parse(std::move(words));
-    } catch (const CLI::ParseError& error) {
-      Refuse(OurWords(error.what()));
-    }
-    if (const std::vector<std::string> unknown = App.remaining(); !unknown.empty())
+  void ParseAll(std::vector<std::string> words) {
+    if (const std::vector<std::string> unknown = Parse(std::move(words)); !unknown.empty())
       Refuse("there is no option " + unknown.front());
   }
-  std::string Help() const { return App.help(); }
-
- private:
-  void Add(const OptionRow& row, Options& options) {
-    if (row.Value == nullptr) {
-      App.add_flag_function(
-             row.Name, [&](std::int64_t) { row.Take({}, options); }, row.Help)
-          ->disable_flag_override();
-      return;
-    }
-    const auto take = [this, &row, &options](const std::string& value) { TakeOption(App, row, value, options); };
-    App.add_option_function<std::string>(row.Name, take, row.Help)->type_name(row.Value)->take_last();
-  }
-
-  CLI::App App{"terminal: plays a day of trades to the Trade Book plug-in", "terminal"};
 };
 
 bool IsLog(const Path& given) {
@@ -219,7 +175,7 @@ Options ParseOptions(const std::vector<Path>& arguments) {
   Options options;
   std::vector<std::string> words;
   for (const Path& argument : arguments) words.push_back(PathText(argument));
-  CommandLine(options).Parse(std::move(words));
+  CommandLine(options).ParseAll(std::move(words));
   if (options.RecordMode && options.Record.empty()) Refuse("--record-mode says something only with --record");
   const bool isFeed = DaySpec(options.Day).IsFeed();
   const bool endsFeed = isFeed && options.Headless && options.Record.empty();
