@@ -45,7 +45,10 @@ struct FixReports::Dictionaries {
 };
 
 FixReports::FixReports(std::size_t count) : Session(new Dictionaries) {
-  for (std::size_t i = 0; i < count; ++i) Texts.push_back(Framed(ReportBody(static_cast<unsigned>(i))));
+  for (std::size_t i = 0; i < count; ++i) {
+    Texts.push_back(Framed(ReportBody(static_cast<unsigned>(i))));
+    Texts.back().shrink_to_fit();  // no more memory than the reports of a journal
+  }
 }
 FixReports::~FixReports() = default;
 

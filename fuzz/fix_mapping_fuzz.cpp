@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,8 +23,8 @@ std::vector<std::string> MessagesOf(std::string_view text) {
   return messages;
 }
 
-// Every byte belongs to a plain message 9101 that decodes to a trade with both ids.
-std::size_t CountTrades(const std::vector<std::uint8_t>& messages) {
+// Every byte belongs to a plain message 9101 that decodes to a trade with both ids. Adds them to the pairs, joined.
+std::size_t CountTrades(const std::vector<std::uint8_t>& messages, std::set<std::string>& pairs) {
   std::size_t count = 0;
   for (std::size_t at = 0; at < messages.size(); ++count) {
     const auto size = static_cast<std::uint16_t>(std::min<std::size_t>(messages.size() - at, 65535));
@@ -36,6 +37,8 @@ std::size_t CountTrades(const std::vector<std::uint8_t>& messages) {
     RequireProperty(record.VELDTradeID != 0 && record.VELDOrderID != 0 && record.ExchangeTradeID[0] != 0 &&
                         record.ExchangeOrderNo[0] != 0 && (record.Side == 1 || record.Side == 2),
                     "a trade has numbers, ids and a side");
+    RequireProperty(pairs.insert(std::string(record.ExchangeOrderNo) + record.ExchangeTradeID).second,
+                    "no pair of ids is shown twice");
     at += consumed;
   }
   return count;
@@ -43,12 +46,13 @@ std::size_t CountTrades(const std::vector<std::uint8_t>& messages) {
 
 std::vector<std::uint8_t> MapAll(const std::vector<std::string>& texts) {
   std::vector<std::uint8_t> all;
+  std::set<std::string> pairs;
   TradeMapper mapper({}, [&](std::uint64_t place) { return texts[place]; });
   for (std::size_t place = 0; place < texts.size(); ++place) {
     const ExactBytes text(texts[place]);
     std::vector<std::uint8_t> messages;
     const MappedReport report = mapper.Map({reinterpret_cast<const char*>(text.Data()), text.Count}, place, messages);
-    RequireProperty(CountTrades(messages) == report.Messages, "the messages are those that it tells of");
+    RequireProperty(CountTrades(messages, pairs) == report.Messages, "the messages are those that it tells of");
     const bool mustTell = report.Outcome == ReportOutcome::Refused || report.Outcome == ReportOutcome::Unknown;
     RequireProperty(!mustTell || !report.Reason.empty(), "nothing is refused or unknown without a word");
     all.insert(all.end(), messages.begin(), messages.end());

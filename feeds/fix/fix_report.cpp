@@ -13,7 +13,6 @@ constexpr std::uint8_t kNothing = kFixSlotCount, kPartyId = 0x7E, kPartyRole = 0
                        kSideStart = 0x7B;
 static_assert(kNothing < kSideStart);
 
-constexpr int kHeadFields = 3;  // 8, 9, 35
 constexpr std::string_view kHead = "8=FIX\0019=0\00135=8\001", kTrailer = "10=000\001";
 
 std::uint16_t OrElse(std::uint16_t choice, std::uint16_t standard) noexcept {
@@ -80,6 +79,10 @@ const KindRow* FindKind(const KindRow (&rows)[Count], const FixValues& values) n
   return nullptr;
 }
 
+constexpr bool IsLetter(std::string_view value, char letter) noexcept {
+  return value.size() == 1 && value[0] == letter;
+}
+
 // A quantity that cannot be read is one: the trade is refused then, with a word.
 bool HasQuantity(const FixValues& values) noexcept {
   std::uint32_t quantity = 0;
@@ -89,7 +92,8 @@ bool HasQuantity(const FixValues& values) noexcept {
 
 FixReportKind KindOfFill(const FixValues& values, std::string& mistake) {
   const std::string_view type = values.At<150>(), transaction = values.At<20>();
-  const bool isFill = type == "F" || ((type == "1" || type == "2" || type.empty()) && HasQuantity(values));
+  const bool isFill =
+      IsLetter(type, 'F') || ((IsLetter(type, '1') || IsLetter(type, '2') || type.empty()) && HasQuantity(values));
   if (!isFill) return FixReportKind::NoTrade;
   if (type.empty())
     mistake = "150 is missing";
@@ -147,8 +151,7 @@ FixReportReader::FixReportReader(const MappingChoices& choices)
 bool FixReportReader::ReadBody(FixText& fields, FixReport& report) const {
   Walk walk(report);
   std::uint64_t present = 0;
-  fields.ForEach([&](const FixField& field) {
-    if (field.Mark == kNothing) return;
+  fields.ForEach(kNothing, [&](const FixField& field) {
     if (field.Mark < kNothing && (present >> field.Mark & 1) == 0) {
       present |= report.Common.Keep(field.Mark, field.Value);
       return;
@@ -170,9 +173,7 @@ std::string FixReportReader::Read(std::string_view text, FixReport& report) {
   report.IsPlain = false;
   FixText fields(text, Tags);
   FixField field;
-  int count = 0;
-  while (count < kHeadFields && fields.Next(field)) ++count;
-  if (count < kHeadFields || field.Tag != 35) return "the text does not begin with 8, 9 and 35";
+  if (!fields.Next(field) || field.Tag != 35) return "the text does not begin with 8, 9 and 35";
   report.Type = TypeOf(field.Value);
   if (report.Type == FixReportType::Other) return {};
   const bool hasTooMany = ReadBody(fields, report);

@@ -150,7 +150,8 @@ inline std::uint8_t* TradeFrame::Put(std::uint8_t* place, std::uint16_t tag, Val
 }
 
 // Requires: at most the field's limit.
-inline std::uint8_t* TradeFrame::PutText(std::uint8_t* place, std::uint16_t tag, std::string_view text) noexcept {
+[[gnu::always_inline]] inline std::uint8_t* TradeFrame::PutText(std::uint8_t* place, std::uint16_t tag,
+                                                                std::string_view text) noexcept {
   place = Put(place, tag, static_cast<std::uint16_t>(text.size()));
   if (text.size() < 8) {
     StoreValue(place, LoadShortText(text));
@@ -171,8 +172,9 @@ std::uint8_t* TradeFrame::PutTold(std::uint8_t* place, const Step& step, const T
   return PutText(place, step.Tag, PlainText(taken.Value, step.Limit));
 }
 
-inline std::uint8_t* TradeFrame::PutValue(std::uint8_t* place, const Step& step, const Taken& taken, bool isPlain,
-                                          std::string& reason) {
+[[gnu::always_inline]] inline std::uint8_t* TradeFrame::PutValue(std::uint8_t* place, const Step& step,
+                                                                 const Taken& taken, bool isPlain,
+                                                                 std::string& reason) {
   isPlain = isPlain || IsPlainText(taken.Value);
   if (isPlain && taken.Value.size() <= step.Limit) return PutText(place, step.Tag, taken.Value);
   return PutTold(place, step, taken, isPlain, reason);

@@ -52,7 +52,8 @@ std::string_view WithoutSign(std::string_view text) noexcept {
 double FewDigits(const Decimal& decimal) noexcept {
   static constexpr double kPowers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                        1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-  return static_cast<double>(static_cast<std::int64_t>(decimal.Digits)) / kPowers[decimal.Fraction.size()];
+  const auto digits = static_cast<double>(static_cast<std::int64_t>(decimal.Digits));
+  return decimal.Fraction.empty() ? digits : digits / kPowers[decimal.Fraction.size()];
 }
 
 constexpr std::string_view kTimeForm = "00000000-00:00:00";

@@ -1,5 +1,8 @@
 #include "feeds/fix/id_table.h"
 
+#include <emmintrin.h>
+
+#include <bit>
 #include <cstring>
 #include <new>
 #include <random>
@@ -7,23 +10,7 @@
 
 namespace {
 
-constexpr std::size_t kFirstSlots = 1024;
-constexpr std::size_t kBlockSize = std::size_t{1} << 18;
-constexpr std::size_t kStep = 8;       // of places
-constexpr std::size_t kEntryHead = 6;  // the number and the count of characters
-constexpr std::size_t kCountOffset = 4;
-
-std::uint64_t Mixed(std::uint64_t hash) noexcept {
-  hash ^= hash >> 32;
-  hash *= 0x9E3779B97F4A7C15;
-  return hash ^ (hash >> 29);
-}
-
-std::uint64_t HashFrom(std::uint64_t start, std::string_view id) noexcept {
-  std::uint64_t hash = start + id.size() * kByteOnes;
-  for (; id.size() >= 8; id.remove_prefix(8)) hash = Mixed(hash ^ LoadValue<std::uint64_t>(id.data()));
-  return Mixed(hash ^ LoadShortText(id));
-}
+constexpr unsigned kAllUsed = 0xFFFF;
 
 // Both halves of the product: every bit of both numbers is in each of the low ones.
 std::uint64_t Folded(std::uint64_t one, std::uint64_t other) noexcept {
@@ -40,112 +27,109 @@ std::uint64_t SeedOfProcess() {
   return seed;
 }
 
-}  // namespace
-
-std::uint64_t HashOfId(std::string_view id) noexcept {
-  return Mixed(HashFrom(0, id));
-}
-
-IdTable::IdTable() : Seed(SeedOfProcess()), Slots(kFirstSlots), UsedInLastBlock(kBlockSize) {}
-
 // From the seed on: ids that collide without it do not collide with it.
-std::uint32_t IdTable::SlotHash(std::string_view id) const noexcept {
+std::uint32_t HashOf(std::string_view id) noexcept {
   constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15;
+  const std::uint64_t seed = SeedOfProcess();
   const char* const end = id.data() + id.size();
   if (id.size() <= 8)
     return static_cast<std::uint32_t>(
-        Folded((id.size() == 8 ? LoadValue<std::uint64_t>(id.data()) : LoadShortText(id)) ^ Seed, kOdd ^ id.size()));
-  std::uint64_t hash = Seed ^ id.size();
+        Folded((id.size() == 8 ? LoadValue<std::uint64_t>(id.data()) : LoadShortText(id)) ^ seed, kOdd ^ id.size()));
+  std::uint64_t hash = seed ^ id.size();
   for (const char* at = id.data(); end - at > 16; at += 16)
     hash = Folded(LoadValue<std::uint64_t>(at) ^ hash, LoadValue<std::uint64_t>(at + 8) ^ kOdd);
   const char* const first = id.size() > 16 ? end - 16 : id.data();
   return static_cast<std::uint32_t>(
-      Folded(LoadValue<std::uint64_t>(first) ^ hash, LoadValue<std::uint64_t>(end - 8) ^ Seed ^ kOdd));
+      Folded(LoadValue<std::uint64_t>(first) ^ hash, LoadValue<std::uint64_t>(end - 8) ^ seed ^ kOdd));
 }
 
-const std::uint8_t* IdTable::EntryAt(std::uint32_t place) const noexcept {
-  const std::size_t offset = (place - std::size_t{1}) * kStep;
-  return &Blocks[offset / kBlockSize][offset % kBlockSize];
+}  // namespace
+
+IdKey::IdKey(std::string_view text, std::size_t joint) noexcept
+    : Text(text), Hash(HashOf(text)), Joint(static_cast<std::uint16_t>(joint)) {}
+
+std::uint32_t IdStore::Keep(const IdKey& id, std::uint32_t number) {
+  const std::size_t size = (sizeof(Entry) + id.Text.size() + kStep - 1) / kStep * kStep;
+  if (Used + size > kPageBlockSize) AddBlock();
+  std::uint8_t* const place = Blocks.back().get() + Used;
+  new (place) Entry{number, static_cast<std::uint16_t>(id.Text.size()), id.Joint};
+  std::memcpy(place + sizeof(Entry), id.Text.data(), id.Text.size());
+  const std::size_t offset = (Blocks.size() - 1) * kPageBlockSize + Used;
+  Used += size;
+  return static_cast<std::uint32_t>(offset / kStep);
 }
 
-const std::uint32_t* IdTable::Find(std::string_view id) noexcept {
-  const std::uint32_t hash = SlotHash(id);
-  const std::size_t mask = Slots.size() - 1;
-  std::size_t at = hash & mask;
-  for (; Slots[at].Place != 0; at = (at + 1) & mask) {
-    if (Slots[at].Hash != hash) continue;
-    const std::uint8_t* entry = EntryAt(Slots[at].Place);
-    if (LoadValue<std::uint16_t>(entry + kCountOffset) == id.size() &&
-        std::memcmp(entry + kEntryHead, id.data(), id.size()) == 0)
-      return reinterpret_cast<const std::uint32_t*>(entry);
+void IdStore::AddBlock() {
+  if (Blocks.size() == kMostBlocks) throw std::bad_alloc();
+  MakeRoom(Blocks, 1);
+  auto* const block = static_cast<std::uint8_t*>(AllocatePageBlock());
+  if (block == nullptr) throw std::bad_alloc();
+  Blocks.emplace_back(block);
+  Used = 0;
+}
+
+inline IdTable::TagBits IdTable::BitsOf(std::size_t group, std::uint32_t hash) const noexcept {
+  const __m128i tags = _mm_loadu_si128(reinterpret_cast<const __m128i*>(&Tags[group]));
+  const __m128i same = _mm_cmpeq_epi8(tags, _mm_set1_epi8(static_cast<char>(TagOf(hash))));
+  return {static_cast<unsigned>(_mm_movemask_epi8(same)), static_cast<unsigned>(_mm_movemask_epi8(tags))};
+}
+
+IdTable::Found IdTable::Find(const IdKey& id) const noexcept {
+  Found found;
+  for (std::size_t group = FirstGroup(id.Hash);; group = NextGroup(group)) {
+    const TagBits bits = BitsOf(group, id.Hash);
+    for (unsigned same = bits.Same; same != 0; same &= same - 1) {
+      const Slot& slot = Slots[group + static_cast<unsigned>(std::countr_zero(same))];
+      if (slot.Hash != id.Hash) continue;
+      const IdStore::Entry& entry = Store.At(slot.Place);
+      if (entry.Size != id.Text.size() || std::memcmp(entry.Text(), id.Text.data(), entry.Size) != 0) continue;
+      if (entry.Joint == id.Joint) return {&entry.Number};
+      found.HasOtherJoint = true;
+    }
+    if (bits.Used == kAllUsed) continue;
+    found.FreeSlot = group + static_cast<unsigned>(std::countr_one(bits.Used));
+    return found;
   }
-  LastHash = hash;
-  LastAt = at;
-  return nullptr;
 }
 
-void IdTable::Insert(std::string_view id, std::uint32_t number) {
-  if ((Count + std::size_t{1}) * 4 > Slots.size() * 3) {
+void IdTable::Insert(const IdKey& id, std::uint32_t number) {
+  InsertAt(FreeSlot(id.Hash), id, number);
+}
+
+void IdTable::InsertAt(std::size_t slot, const IdKey& id, std::uint32_t number) {
+  const Slot kept{id.Hash, Store.Keep(id, number)};
+  if ((Count + std::size_t{1}) * 8 > Slots.size() * 7) {
     Grow();
-    LastAt = FreePlace(LastHash);
+    slot = FreeSlot(id.Hash);
   }
-  Slots[LastAt] = {LastHash, Keep(id, number)};
+  Put(kept, slot);
   ++Count;
 }
 
-std::uint32_t IdTable::OrdinalOf(std::string_view id) {
-  if (const std::uint32_t* known = Find(id); known != nullptr) return *known;
-  Insert(id, Count + 1);
+std::uint32_t IdTable::OrdinalOf(const IdKey& id) {
+  const Found known = Find(id);
+  if (known.Number != nullptr) return *known.Number;
+  InsertAt(known.FreeSlot, id, Count + 1);
   return Count;
 }
 
-std::size_t IdTable::FreePlace(std::uint32_t hash) const noexcept {
-  std::size_t at = hash & (Slots.size() - 1);
-  while (Slots[at].Place != 0) at = (at + 1) & (Slots.size() - 1);
-  return at;
+std::size_t IdTable::FreeSlot(std::uint32_t hash) const noexcept {
+  std::size_t group = FirstGroup(hash);
+  unsigned used = BitsOf(group, hash).Used;
+  for (; used == kAllUsed; used = BitsOf(group, hash).Used) group = NextGroup(group);
+  return group + static_cast<unsigned>(std::countr_one(used));
 }
 
-std::uint32_t IdTable::Keep(std::string_view id, std::uint32_t number) {
-  const std::size_t size = (kEntryHead + id.size() + kStep - 1) / kStep * kStep;
-  if (UsedInLastBlock + size > kBlockSize) {
-    if (Blocks.size() * (kBlockSize / kStep) > 0xFFFFFFFF - kBlockSize) throw std::bad_alloc();
-    Blocks.push_back(std::make_unique_for_overwrite<std::uint8_t[]>(kBlockSize));
-    UsedInLastBlock = 0;
-  }
-  const std::size_t offset = (Blocks.size() - 1) * kBlockSize + UsedInLastBlock;
-  std::uint8_t* entry = &Blocks.back()[UsedInLastBlock];
-  StoreValue(entry, number);
-  StoreValue(entry + kCountOffset, static_cast<std::uint16_t>(id.size()));
-  std::memcpy(entry + kEntryHead, id.data(), id.size());
-  UsedInLastBlock += size;
-  return static_cast<std::uint32_t>(offset / kStep + 1);
+void IdTable::Put(const Slot& slot, std::size_t at) noexcept {
+  Tags[at] = TagOf(slot.Hash);
+  Slots[at] = slot;
 }
 
 void IdTable::Grow() {
-  std::vector<Slot> old(Slots.size() * 2);
-  std::swap(old, Slots);
-  for (const Slot& slot : old)
-    if (slot.Place != 0) Slots[FreePlace(slot.Hash)] = slot;
-}
-
-IdHashes::IdHashes() : Seed(SeedOfProcess()), Slots(kFirstSlots) {}
-
-bool IdHashes::Insert(std::uint64_t hash) {
-  if ((Count + std::size_t{1}) * 4 > Slots.size() * 3) {
-    std::vector<std::uint64_t> old(Slots.size() * 2);
-    std::swap(old, Slots);
-    for (const std::uint64_t kept : old)
-      if (kept != 0) Put(kept);
-  }
-  const bool isNew = Put(hash == 0 ? 1 : hash);
-  Count += isNew ? 1 : 0;
-  return isNew;
-}
-
-bool IdHashes::Put(std::uint64_t hash) noexcept {
-  std::size_t at = Mixed(hash ^ Seed) & (Slots.size() - 1);
-  for (; Slots[at] != 0; at = (at + 1) & (Slots.size() - 1))
-    if (Slots[at] == hash) return false;
-  Slots[at] = hash;
-  return true;
+  std::vector<std::uint8_t> tags(Slots.size() * 2);
+  std::vector<Slot> slots(Slots.size() * 2);
+  std::swap(tags, Tags);
+  std::swap(slots, Slots);
+  for (std::size_t i = 0; i < slots.size(); ++i)
+    if (tags[i] != 0) Put(slots[i], FreeSlot(slots[i].Hash));
 }

@@ -10,20 +10,22 @@
 
 namespace {
 
-// The kind of an id stands before it in keys of trade capture reports.
+// The kind of an id stands before it in keys that are not of an order and execution.
 constexpr std::string_view kReportIdKey = "\001571", kTradeIdKey = "\0011003", kReusedKey = "\001reused";
 constexpr std::string_view kSideLetters[] = {"", "B", "S"};
 
 // One execution of a report: all of an ExecutionReport, or one side of a TradeCaptureReport.
 struct Execution {
   FixValues& Values;
-  FixReportKind Kind;
   std::uint64_t Place;
-  std::string_view OrderId;     // 37, or what stands for it
+  IdKey Order;                  // 37, or what stands for it
+  IdKey Client;                 // 11
+  IdKey Own;                    // of the order id and the own id
   std::string_view Id;          // 17, or what stands for it
   std::string_view ShownId;     // with the side if the report has several
   std::string_view Side = {};   // "B", "S", "B2": of a TradeCaptureReport; empty for an ExecutionReport
-  std::uint32_t SidePlace = 0;  // in group 552
+  std::uint16_t SidePlace = 0;  // in group 552
+  FixReportKind Kind = FixReportKind::NoTrade;
 
   bool IsSide() const noexcept { return !Side.empty(); }
   bool IsBust() const noexcept { return Kind == FixReportKind::Bust; }
@@ -92,11 +94,12 @@ struct TradeMapper::State {
         TextOfPlace(std::move(textAt)),
         Reader(Choices) {}
 
+  Execution ExecutionOf(FixValues& values, std::uint64_t place, std::string_view side = {});
   void MapExecutionReport(std::uint64_t place);
   void MapCaptureReport(std::uint64_t place);
   void AddKnownSides(FixReportKind kind, std::uint64_t place);
   void MapSides(FixReportKind kind, std::uint64_t place);
-  void MapSide(FixReportKind kind, std::uint64_t place, std::uint32_t sidePlace, const std::string& side);
+  void MapSide(FixReportKind kind, std::uint64_t place, std::uint16_t sidePlace, const std::string& side);
 
   void MapExecution(const Execution& execution);
   void MapTrade(const Execution& execution);
@@ -104,19 +107,25 @@ struct TradeMapper::State {
   void MapUnknownChange(const Execution& execution);
   void ChangeTrade(const Execution& execution, std::uint32_t trade);
 
+  void SetIdentity(const IdKey& key);
   bool IsRepeatedChange(const Execution& execution);
-  bool Find(std::string_view key, KnownExecution& known) noexcept;
+  bool Find(const IdKey& key, KnownExecution& known) const noexcept;
   bool FindExecution(const Execution& execution, std::string_view id, KnownExecution& known);
+  bool FindAsOther(const Execution& execution, std::string_view id, KnownExecution& known);
   bool FindChanged(const Execution& execution, KnownExecution& known);
   std::uint32_t AddTrade(const Execution& execution);
   void NameReports(const Execution& execution, const KnownExecution& known);
   void FillFromKnown(FixValues& values, std::uint32_t trade);
-  void Show(const Execution& execution, std::uint32_t trade);
+  void Show(const Execution& execution, std::uint32_t trade, const IdKey& client, const IdKey* newKey = nullptr);
 
-  // Valid until the next call.
-  std::string_view KeyOf(std::initializer_list<std::string_view> parts);
-  std::string_view KeyOf(const Execution& execution, std::string_view id);
-  std::string_view ReportKeyOf(const Execution& execution, std::string_view reportId);
+  // The keys are views of Key, or of the text that is passed.
+  IdKey KeyOf(std::initializer_list<std::string_view> parts);
+  IdKey KeyOf(const Execution& execution, std::string_view id) { return KeyOf(execution, id, execution.Side); }
+  IdKey KeyOf(const Execution& execution, std::string_view id, std::string_view side) {
+    return KeyOf(execution.Order.Text, id, side, Key);
+  }
+  static IdKey KeyOf(std::string_view orderId, std::string_view id, std::string_view side, std::string& text);
+  IdKey ReportKeyOf(const Execution& execution, std::string_view reportId);
   void Tell(ReportOutcome outcome, std::string_view sentence = {});
 
   const MappingChoices Choices;
@@ -131,7 +140,9 @@ struct TradeMapper::State {
   FixReport KnownReport;
   std::string KnownText;
   std::string Key;
-  std::string Identity;  // the key of a correction or bust itself
+  std::string OwnKey;  // of a new trade
+  std::string IdentityText;
+  IdKey Identity{IdentityText};  // of a correction or bust itself
   std::string BustText;
   bool HasCaptures = false;
   std::size_t TextSize = 0;
@@ -163,33 +174,46 @@ void TradeMapper::State::Tell(ReportOutcome outcome, std::string_view sentence) 
   if (!sentence.empty()) TellReason(Result.Reason, sentence);
 }
 
-std::string_view TradeMapper::State::KeyOf(std::initializer_list<std::string_view> parts) {
+IdKey TradeMapper::State::KeyOf(std::initializer_list<std::string_view> parts) {
   Key.clear();
   for (const std::string_view part : parts) {
     if (!Key.empty()) Key += kSoh;
     Key += part;
   }
-  return Key;
+  return IdKey(Key);
 }
 
-std::string_view TradeMapper::State::KeyOf(const Execution& execution, std::string_view id) {
-  Key.assign(execution.OrderId).push_back(kSoh);
-  Key.append(id);
-  if (execution.IsSide()) Key.append(1, kSoh).append(execution.Side);
-  return Key;
+IdKey TradeMapper::State::KeyOf(std::string_view orderId, std::string_view id, std::string_view side,
+                                std::string& text) {
+  text.resize(orderId.size() + id.size());
+  orderId.copy(text.data(), orderId.size());
+  id.copy(text.data() + orderId.size(), id.size());
+  if (!side.empty()) text.append(1, kSoh).append(side);
+  return IdKey(text, orderId.size());
 }
 
-std::string_view TradeMapper::State::ReportKeyOf(const Execution& execution, std::string_view reportId) {
+IdKey TradeMapper::State::ReportKeyOf(const Execution& execution, std::string_view reportId) {
   return KeyOf({kReportIdKey, reportId, execution.Side});
+}
+
+// Requires: the last one is not used any more.
+Execution TradeMapper::State::ExecutionOf(FixValues& values, std::uint64_t place, std::string_view side) {
+  const std::string_view order = values.At<37>(), id = values.At<17>();
+  const Execution execution{values, place, IdKey(order), IdKey(values.At<11>()), KeyOf(order, id, side, OwnKey),
+                            id,     id,    side};
+  Known.ExpectOrder(execution.Order);
+  Known.ExpectClientOrder(execution.Client);
+  Known.ExpectExecution(execution.Own);
+  return execution;
 }
 
 void TradeMapper::State::MapExecutionReport(std::uint64_t place) {
   std::string mistake;
-  FixValues& values = Report.Common;
-  Known.ExpectOrder(values.At<37>(), values.At<11>());
-  const FixReportKind kind = KindOfReport(Report.Type, values, mistake);
-  if (kind == FixReportKind::NoTrade || kind == FixReportKind::Refused) return Tell(OutcomeOf(kind), mistake);
-  MapExecution({values, kind, place, values.At<37>(), values.At<17>(), values.At<17>()});
+  Execution execution = ExecutionOf(Report.Common, place);
+  execution.Kind = KindOfReport(Report.Type, Report.Common, mistake);
+  if (execution.Kind == FixReportKind::NoTrade || execution.Kind == FixReportKind::Refused)
+    return Tell(OutcomeOf(execution.Kind), mistake);
+  MapExecution(execution);
 }
 
 void TradeMapper::State::MapCaptureReport(std::uint64_t place) {
@@ -209,20 +233,18 @@ void TradeMapper::State::MapCaptureReport(std::uint64_t place) {
 void TradeMapper::State::AddKnownSides(FixReportKind kind, std::uint64_t place) {
   if (kind == FixReportKind::Trade || !MistakeOfIds(Report.Common).empty()) return;
   FillCaptureIds(Report.Common);
-  const std::string_view id = Report.Common.At<17>();
-  if (id.empty()) return;
+  if (Report.Common.At<17>().empty()) return;
   for (const std::string_view side : {"1", "2"}) {
     KnownExecution known;
-    if (!FindChanged({Report.Common, kind, place, Report.Common.At<37>(), id, id, kSideLetters[SideCode(side)]}, known))
-      continue;
-    Report.Sides.emplace_back().Set<54>(side);
+    if (FindChanged(ExecutionOf(Report.Common, place, kSideLetters[SideCode(side)]), known))
+      Report.Sides.emplace_back().Set<54>(side);
   }
 }
 
 // Sides of one code are told apart by their order.
 void TradeMapper::State::MapSides(FixReportKind kind, std::uint64_t place) {
   unsigned counts[std::size(kSideLetters)] = {};
-  for (std::uint32_t i = 0; i < Report.Sides.size(); ++i) {
+  for (std::uint16_t i = 0; i < Report.Sides.size(); ++i) {
     FixValues& values = Report.Sides[i];
     values.FillFrom(Report.Common);
     const std::uint8_t code = SideCode(values.At<54>());
@@ -235,7 +257,7 @@ void TradeMapper::State::MapSides(FixReportKind kind, std::uint64_t place) {
   }
 }
 
-void TradeMapper::State::MapSide(FixReportKind kind, std::uint64_t place, std::uint32_t sidePlace,
+void TradeMapper::State::MapSide(FixReportKind kind, std::uint64_t place, std::uint16_t sidePlace,
                                  const std::string& side) {
   FixValues& values = Report.Sides[sidePlace];
   FillCaptureIds(values);
@@ -244,7 +266,11 @@ void TradeMapper::State::MapSide(FixReportKind kind, std::uint64_t place, std::u
   std::string shownId(isChange ? FirstOf({values.At<571>(), values.At<17>()}) : values.At<17>());
   if (Report.Sides.size() > 1) shownId += "-" + side;
   HasCaptures = true;
-  MapExecution({values, kind, place, values.At<37>(), values.At<17>(), shownId, side, sidePlace});
+  Execution execution = ExecutionOf(values, place, side);
+  execution.ShownId = shownId;
+  execution.SidePlace = sidePlace;
+  execution.Kind = kind;
+  MapExecution(execution);
 }
 
 void TradeMapper::State::MapExecution(const Execution& execution) {
@@ -253,7 +279,7 @@ void TradeMapper::State::MapExecution(const Execution& execution) {
       return Tell(ReportOutcome::Refused, mistake);
   if (execution.Id.empty())
     return Tell(ReportOutcome::Refused, execution.IsSide() ? "17, 571 and 1003 are missing" : "17 is missing");
-  if (execution.OrderId.empty()) return Tell(ReportOutcome::Refused, "37 is missing");
+  if (execution.Order.Text.empty()) return Tell(ReportOutcome::Refused, "37 is missing");
   if (execution.Kind == FixReportKind::Trade)
     MapTrade(execution);
   else
@@ -261,22 +287,20 @@ void TradeMapper::State::MapExecution(const Execution& execution) {
 }
 
 void TradeMapper::State::MapTrade(const Execution& execution) {
+  // Ahead of the search: the tables are on their way from far memory meanwhile.
+  const std::string mistake = MistakeOfTrade(execution.Values, false, Amounts);
   KnownExecution known;
-  if (FindExecution(execution, execution.Id, known)) {
+  if (Known.Find(execution.Own, known) || FindAsOther(execution, execution.Id, known)) {
     Tell(ReportOutcome::Repeat);
     if (known.Kind != FixReportKind::Trade)
       TellReason(Result.Reason, Sentence("17", execution.Id, "came behind its correction and is not shown"));
     return;
   }
-  if (const std::string mistake = MistakeOfTrade(execution.Values, false, Amounts); !mistake.empty())
-    return Tell(ReportOutcome::Refused, mistake);
+  if (!mistake.empty()) return Tell(ReportOutcome::Refused, mistake);
   const std::uint32_t trade = AddTrade(execution);
-  if (execution.IsSide() || HasCaptures)
-    Known.Name(KeyOf(execution, execution.Id), {trade, execution.Kind});
-  else
-    Known.NameNew(Key, {trade, execution.Kind});  // the key is the one that was looked for
+  Known.NameNew(execution.Own, {trade, execution.Kind});
   NameReports(execution, {trade, execution.Kind});
-  Show(execution, trade);
+  Show(execution, trade, execution.Client, execution.IsSide() || known.SharesText ? nullptr : &execution.Own);
   Tell(ReportOutcome::Trade);
 }
 
@@ -295,27 +319,42 @@ bool TradeMapper::State::IsRepeatedChange(const Execution& execution) {
   const FixValues& values = execution.Values;
   KnownExecution known;
   const std::string_view reportId = execution.IsSide() ? values.At<571>() : std::string_view();
-  Identity = reportId.empty() ? KeyOf(execution, execution.Id) : ReportKeyOf(execution, reportId);
+  SetIdentity(reportId.empty() ? KeyOf(execution, execution.Id) : ReportKeyOf(execution, reportId));
   if (!Known.Find(Identity, known)) return false;
   if (known.Kind == execution.Kind) return true;
-  Identity = KeyOf({kReusedKey, execution.OrderId, execution.Id, execution.Side, execution.IsBust() ? "bust" : "",
-                    values.At<60>().substr(0, kLongestPart), values.At<31>().substr(0, kLongestPart),
-                    values.At<32>().substr(0, kLongestPart)});
+  SetIdentity(KeyOf({kReusedKey, execution.Order.Text, execution.Id, execution.Side, execution.IsBust() ? "bust" : "",
+                     values.At<60>().substr(0, kLongestPart), values.At<31>().substr(0, kLongestPart),
+                     values.At<32>().substr(0, kLongestPart)}));
   return Known.Find(Identity, known);
 }
 
-bool TradeMapper::State::Find(std::string_view key, KnownExecution& known) noexcept {
+void TradeMapper::State::SetIdentity(const IdKey& key) {
+  IdentityText = key.Text;
+  Identity = key;
+  Identity.Text = IdentityText;
+}
+
+bool TradeMapper::State::Find(const IdKey& key, KnownExecution& known) const noexcept {
   return Known.Find(key, known) && known.Trade != KnownExecution::kNoTrade;
 }
 
-// Finds what came as an ExecutionReport from a side of a TradeCaptureReport, and the other way round.
 bool TradeMapper::State::FindExecution(const Execution& execution, std::string_view id, KnownExecution& known) {
-  if (Known.Find(KeyOf(execution, id), known)) return true;
+  return Known.Find(KeyOf(execution, id), known) || FindAsOther(execution, id, known);
+}
+
+// Finds what came as an ExecutionReport from a side of a TradeCaptureReport, and the other way round.
+bool TradeMapper::State::FindAsOther(const Execution& execution, std::string_view id, KnownExecution& known) {
+  if (!execution.IsSide() && !HasCaptures) return false;
   const std::uint8_t side = SideCode(execution.Values.At<54>());
-  if (execution.IsSide())
-    return execution.Side.size() == 1 && Find(KeyOf({execution.OrderId, id}), known) &&
-           Known.At(known.Trade).Side == side;
-  return HasCaptures && side != 0 && Known.Find(KeyOf({execution.OrderId, id, kSideLetters[side]}), known);
+  KnownExecution other;
+  if (execution.IsSide()) {
+    if (execution.Side.size() != 1 || !Find(KeyOf(execution, id, {}), other) || Known.At(other.Trade).Side != side)
+      return false;
+  } else if (side == 0 || !Known.Find(KeyOf(execution, id, kSideLetters[side]), other)) {
+    return false;
+  }
+  known = other;
+  return true;
 }
 
 bool TradeMapper::State::FindChanged(const Execution& execution, KnownExecution& known) {
@@ -344,12 +383,12 @@ void TradeMapper::State::MapUnknownChange(const Execution& execution) {
   }
   const std::uint32_t trade = AddTrade(execution);
   const KnownExecution known{trade, execution.Kind};
+  Show(execution, trade, IdKey(values.At<11>()));
   Known.Name(Identity, known);
   Known.Name(KeyOf(execution, execution.Id), known);
   NameReports(execution, known);
   if (!values.At<19>().empty()) Known.Name(KeyOf(execution, values.At<19>()), known);
   if (execution.IsSide() && !values.At<572>().empty()) Known.Name(ReportKeyOf(execution, values.At<572>()), known);
-  Show(execution, trade);
   Tell(ReportOutcome::Unknown, sentence + ", is shown as a new trade");
 }
 
@@ -367,15 +406,15 @@ void TradeMapper::State::ChangeTrade(const Execution& execution, std::uint32_t t
   }
   if (const std::string mistake = MistakeOfTrade(values, execution.IsBust(), Amounts); !mistake.empty())
     return Tell(ReportOutcome::Refused, mistake);
-  Known.Name(Identity, {trade, execution.Kind});
   if (!execution.IsBust()) Known.KeepCorrected(trade, Reader.TextOf(values));
-  Show(execution, trade);
+  Show(execution, trade, IdKey(values.At<11>()));
+  Known.Name(Identity, {trade, execution.Kind});
   Tell(OutcomeOf(execution.Kind));
 }
 
 std::uint32_t TradeMapper::State::AddTrade(const Execution& execution) {
-  return Known.Add({execution.Place, Known.OrderNumber(execution.OrderId),
-                    static_cast<std::uint16_t>(execution.SidePlace), SideCode(execution.Values.At<54>())});
+  return Known.Add(
+      {execution.Place, Known.OrderNumber(execution.Order), execution.SidePlace, SideCode(execution.Values.At<54>())});
 }
 
 void TradeMapper::State::NameReports(const Execution& execution, const KnownExecution& known) {
@@ -399,7 +438,9 @@ void TradeMapper::State::FillFromKnown(FixValues& values, std::uint32_t trade) {
   values.Set<37>(known.At<37>());
 }
 
-void TradeMapper::State::Show(const Execution& execution, std::uint32_t trade) {
+// Before its execution is named, or with the key that is new: a named one would count as shown.
+void TradeMapper::State::Show(const Execution& execution, std::uint32_t trade, const IdKey& client,
+                              const IdKey* newKey) {
   FixValues& values = execution.Values;
   values.Set<kDefaultExchange>(Choices.Exchange);
   values.Set<kDefaultUser>(Choices.UserID);
@@ -407,11 +448,13 @@ void TradeMapper::State::Show(const Execution& execution, std::uint32_t trade) {
   std::string& reason = Result.Reason;
   if (Report.Twice != 0) TellReason(reason, std::to_string(Report.Twice) + " is there twice, the first is taken");
   const std::uint32_t order = Known.At(trade).Order;
-  const std::string_view shownOrder = Known.ShownOrder(values.At<37>(), order, reason);
-  const std::string_view shownTrade = Known.ShownTrade(shownOrder, execution.ShownId, reason);
+  const bool isPlain = Report.IsPlain && execution.Kind == FixReportKind::Trade;
+  const std::string_view shownOrder = Known.ShownOrder(values.At<37>(), order, isPlain, reason);
+  if (shownOrder.data() != execution.Order.Text.data()) newKey = nullptr;
+  const std::string_view shownTrade = Known.ShownTrade(shownOrder, execution.ShownId, newKey, isPlain, reason);
   Frame.Write(values,
-              {trade + 1, order, Known.ClientOrderNumber(values.At<11>()), shownTrade, shownOrder, Amounts,
-               Choices.Multiplier, Report.IsPlain && execution.Kind == FixReportKind::Trade && ChoicesArePlain},
+              {trade + 1, order, Known.ClientOrderNumber(client), shownTrade, shownOrder, Amounts, Choices.Multiplier,
+               isPlain && ChoicesArePlain},
               reason);
   Messages->insert(Messages->end(), Frame.Data(), Frame.Data() + Frame.Size());
   ++Result.Messages;

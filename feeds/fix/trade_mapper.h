@@ -42,7 +42,7 @@ struct MappedReport {
 // Deterministic: the same messages in the same order give the same bytes and the same numbers, wherever they are
 // mapped. Trades are numbered from 1 (VELDTradeID), as are orders by 37 (VELDOrderID) and by 11 (OrderID).
 //
-// Costs one walk over the text and four searches in hash tables. Keeps about 140 bytes for each execution with its
+// Costs one walk over the text and three searches in hash tables. Keeps about 100 bytes for each execution with its
 // order ids, more for sides of TradeCaptureReports, the fields of a trade that was corrected, and no text.
 class TradeMapper {
  public:

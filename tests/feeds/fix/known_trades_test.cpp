@@ -9,31 +9,29 @@ namespace {
 
 // Ids of every length around the blocks of the table, some of them the begin of others.
 TEST(IdTableTest, AgreesWithAMap) {
-  IdTable table;
+  IdStore store;
+  IdTable table(store);
   std::map<std::string, std::uint32_t> slow;
   std::mt19937 random(1);
   for (int i = 0; i < 40'000; ++i) {
     const std::string id = std::string(random() % 40, 'x') + std::to_string(random() % 3'000);
     const std::uint32_t expected = slow.try_emplace(id, static_cast<std::uint32_t>(slow.size() + 1)).first->second;
-    ASSERT_EQ(table.OrdinalOf(id), expected) << id;
+    ASSERT_EQ(table.OrdinalOf(IdKey(id)), expected) << id;
   }
   EXPECT_EQ(table.Size(), slow.size());
-  for (const auto& [id, ordinal] : slow) ASSERT_EQ(*table.Find(id), ordinal) << id;
-  for (const char* id : {"", "y1", "x", "xx"}) EXPECT_EQ(table.Find(id), nullptr) << id;
+  for (const auto& [id, ordinal] : slow) ASSERT_EQ(*table.Find(IdKey(id)).Number, ordinal) << id;
+  for (const char* id : {"", "y1", "x", "xx"}) EXPECT_EQ(table.Find(IdKey(id)).Number, nullptr) << id;
 }
 
-TEST(IdHashesTest, InsertsEachHashOnce) {
-  IdHashes hashes;
-  for (std::uint64_t hash = 0; hash < 5'000; ++hash) ASSERT_TRUE(hashes.Insert(hash << 40)) << hash;
-  for (std::uint64_t hash = 0; hash < 5'000; ++hash) ASSERT_FALSE(hashes.Insert(hash << 40)) << hash;
-  EXPECT_EQ(hashes.Size(), 5'000);
-}
-
-// Written down, as shown ids depend on it wherever a day is mapped again.
-TEST(IdHashesTest, HashesTheSameForEver) {
-  EXPECT_EQ(HashOfId(""), 0x0u);
-  EXPECT_EQ(HashOfId("11000000000047000"), 5409054002303412151u);
-  EXPECT_NE(HashOfId("a"), HashOfId(std::string_view("a\0", 2)));
+TEST(IdTableTest, TellsIdsApartByTheirJoint) {
+  IdStore store;
+  IdTable table(store);
+  EXPECT_EQ(table.OrdinalOf(IdKey("1234", 1)), 1);
+  EXPECT_TRUE(table.Find(IdKey("1234", 2)).HasOtherJoint);
+  EXPECT_FALSE(table.Find(IdKey("1235", 2)).HasOtherJoint);
+  EXPECT_EQ(table.OrdinalOf(IdKey("1234", 2)), 2);
+  EXPECT_EQ(*table.Find(IdKey("1234", 1)).Number, 1);
+  EXPECT_EQ(table.Find(IdKey("1234")).Number, nullptr);
 }
 
 TEST(KnownTradesTest, ShowsEveryExecutionUnderAPairOfItsOwn) {
@@ -58,7 +56,7 @@ TEST(KnownTradesTest, ShowsEveryExecutionUnderAPairOfItsOwn) {
   };
   for (const auto& [order, id, shown, reason] : rows) {
     std::string told;
-    EXPECT_EQ(known.ShownTrade(order, id, told), shown);
+    EXPECT_EQ(known.ShownTrade(order, id, nullptr, false, told), shown);
     EXPECT_EQ(told, reason);
   }
 }
@@ -66,9 +64,9 @@ TEST(KnownTradesTest, ShowsEveryExecutionUnderAPairOfItsOwn) {
 TEST(KnownTradesTest, ShowsOrdersThatDoNotFitWithTheirNumber) {
   KnownTrades known;
   std::string told;
-  EXPECT_EQ(known.ShownOrder(std::string(32, 'o'), 815, told), std::string(32, 'o'));
+  EXPECT_EQ(known.ShownOrder(std::string(32, 'o'), 815, false, told), std::string(32, 'o'));
   EXPECT_EQ(told, "");
-  EXPECT_EQ(known.ShownOrder(std::string(33, 'o'), 815, told), std::string(28, 'o') + "~815");
+  EXPECT_EQ(known.ShownOrder(std::string(33, 'o'), 815, false, told), std::string(28, 'o') + "~815");
   EXPECT_EQ(told, "37=" + std::string(33, 'o') + " is shown as " + std::string(28, 'o') + "~815");
 }
 

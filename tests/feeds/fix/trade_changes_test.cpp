@@ -102,6 +102,22 @@ TEST(TradeChangesTest, TakesChangesThatReuseTheIdOfTheTrade) {
                  });
 }
 
+// Readers join both ids without a separator.
+TEST(TradeChangesTest, ShowsNoPairTwice) {
+  MappedDay day;
+  ExpectDay(day, {
+                     {Fill("37=1|17=23|"), "Trade 1=1/23"},
+                     {Fill("37=12|17=3|"), "Trade 2=12/3~2: 17=3 is shown as 3~2"},
+                     {Fill("37=12|17=3|"), "Repeat"},
+                     {Fill("37=1|17=23|"), "Repeat"},
+                     {Fill("37=12|17=4|"), "Trade 3=12/4"},
+                     {Fill("37=123|17=~2|"), "Trade 4=123/~2~4: 17=~2 is shown as ~2~4"},  // like 12/3~2
+                     {"35=8|37=12|17=3~2|19=4|150=G|31=5|", "Correction 3=12/3~2~5: 17=3~2 is shown as 3~2~5"},
+                     {Fill("37=1|17=24|"), "Trade 5=1/24~6: 17=24 is shown as 24~6"},  // like 12/4
+                     {"35=8|37=1|17=24|19=23|150=G|31=5|", "Correction 1=1/24~7: 17=24 is shown as 24~7"},
+                 });
+}
+
 constexpr std::string_view kCapture =
     "35=AE|571=R1|1003=T1|487=0|856=0|150=F|48=GC201312|55=GC|32=3|31=1313.5|60=20131007-09:30:01|552=2|"
     "54=1|37=B7|11=c1|453=2|448=HOUSE|452=1|448=T7|452=12|1=buyer|58=for one|54=2|37=S9|453=1|452=1|1=seller|77=C|";
