@@ -81,6 +81,8 @@ void NatsLink::Connect(Milliseconds atMost) {
   const NatsPtr<natsOptions> options = Options(server, atMost);
   natsConnection* connection = nullptr;
   const natsStatus status = natsConnection_Connect(&connection, options.get());
+  if (status == NATS_ERR && !Access.CredentialsFile.empty())
+    throw FeedError(ServerName + ": the credentials in " + Access.CredentialsFile.string() + " cannot be used");
   if (status != NATS_OK) Fail("no connection", status);
   {
     const std::lock_guard lock(Guard);
@@ -129,7 +131,8 @@ void NatsLink::Fail(const std::string& what, natsStatus status, jsErrCode code) 
                                                  : "the server refuses the user " + Access.User + " or the password"));
   const char* ofServer = nullptr;
   if (Connection != nullptr && natsConnection_GetLastError(Connection.get(), &ofServer) == NATS_NOT_PERMITTED)
-    throw FeedError(begin + "the user " + Access.User + " may not do that: " + (ofServer != nullptr ? ofServer : ""));
+    throw FeedError(begin + (Access.User.empty() ? "this access" : "the user " + Access.User) +
+                    " may not do that: " + (ofServer != nullptr ? ofServer : ""));
   const std::string told = LastError(status);
   if (status == NATS_SSL_ERROR || status == NATS_SECURE_CONNECTION_WANTED) throw FeedError(begin + told);
   if (status == NATS_NO_SERVER || status == NATS_IO_ERROR) throw LogTrouble(begin + "the server cannot be reached");
