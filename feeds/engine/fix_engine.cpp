@@ -23,12 +23,9 @@ FIX::SessionID NewSessionId(const FixEngineSettings& settings) {
   return FIX::SessionID(settings.BeginString, settings.SenderCompID, settings.TargetCompID, std::to_string(++made));
 }
 
-void AddTls(const FixEngineSettings& settings, const TlsClient& tls, FIX::Dictionary& values) {
+void AddTls(const TlsClient& tls, FIX::Dictionary& values) {
   values.setString(FIX::SSL_PROTOCOL, "+TLSv1_2");  // 1.3 is not in QuickFIX's list, but allowed as well
   values.setString(FIX::CERT_AUTH_FILE, tls.Authorities());
-  if (settings.TlsCertificate.empty()) return;
-  values.setString(FIX::CLIENT_CERT_FILE, settings.TlsCertificate);
-  values.setString(FIX::CLIENT_CERT_KEY_FILE, settings.TlsKey);
 }
 
 FIX::SessionSettings MakeSettings(const FixEngineSettings& settings, const TlsClient* tls, const FIX::SessionID& id) {
@@ -51,7 +48,7 @@ FIX::SessionSettings MakeSettings(const FixEngineSettings& settings, const TlsCl
   values.setBool(FIX::CHECK_LATENCY, false);        // a wrong clock is no reason to refuse a trade
   values.setBool(FIX::USE_DATA_DICTIONARY, false);  // they are set later
   if (id.isFIXT()) values.setString(FIX::DEFAULT_APPLVERID, "FIX.5.0SP2");
-  if (tls) AddTls(settings, *tls, values);
+  if (tls) AddTls(*tls, values);
 
   FIX::SessionSettings all;
   all.set(values);
@@ -67,7 +64,8 @@ struct FixEngine::State {
     const FIX::SessionID id = NewSessionId(settings);
     const FIX::DataDictionaryProvider dictionaries = MakeDictionaries(settings.BeginString, settings.Dictionary);
     if (settings.Tls)
-      Tls.reset(new TlsClient(settings.TlsHost.empty() ? settings.Host : settings.TlsHost, settings.TlsAuthorities,
+      Tls.reset(new TlsClient(settings.TlsHost.empty() ? settings.Host : settings.TlsHost,
+                              {settings.TlsAuthorities, settings.TlsCertificate, settings.TlsKey},
                               [this](const std::string& reason) { Watch.OnNoConnection(reason); }));
     const FIX::SessionSettings all = MakeSettings(settings, Tls.get(), id);
     if (Tls)

@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <memory>
 #include <stdexcept>
 #include <thread>
 
@@ -32,6 +33,16 @@ bool SetHost(X509_VERIFY_PARAM* checks, const std::string& host) {
          X509_VERIFY_PARAM_set1_host(checks, host.c_str(), host.size());
 }
 
+// Of all kinds of keys, with the chain behind the certificate.
+void CheckOwnCertificate(const TlsClient::Files& files) {
+  if (files.Certificate.empty()) return;
+  const std::unique_ptr<SSL_CTX, decltype(&SSL_CTX_free)> context(SSL_CTX_new(TLS_client_method()), SSL_CTX_free);
+  if (!context || SSL_CTX_use_certificate_chain_file(context.get(), files.Certificate.c_str()) != 1)
+    throw std::runtime_error(files.Certificate + " holds no certificate.");
+  if (SSL_CTX_use_PrivateKey_file(context.get(), files.Key.c_str(), SSL_FILETYPE_PEM) != 1)
+    throw std::runtime_error(files.Key + " holds no key of the certificate in " + files.Certificate + ".");
+}
+
 std::string FailureOf(const SSL* connection) {
   const long verified = SSL_get_verify_result(connection);
   if (verified != X509_V_OK)
@@ -49,14 +60,16 @@ TlsClient::Scope::~Scope() {
   t_client = nullptr;
 }
 
-TlsClient::TlsClient(const std::string& host, const std::string& authorities,
-                     std::function<void(const std::string&)> onFailure)
-    : Host(host), File(authorities.empty() ? SystemAuthorities() : authorities), OnFailure(std::move(onFailure)) {
+TlsClient::TlsClient(const std::string& host, const Files& files, std::function<void(const std::string&)> onFailure)
+    : Host(host),
+      Pem{files.Authorities.empty() ? SystemAuthorities() : files.Authorities, files.Certificate, files.Key},
+      OnFailure(std::move(onFailure)) {
   ContextIndex();
+  CheckOwnCertificate(Pem);
   Trusted = X509_STORE_new();
-  if (Trusted && X509_STORE_load_file(Trusted, File.c_str()) == 1) return;
+  if (Trusted && X509_STORE_load_file(Trusted, Pem.Authorities.c_str()) == 1) return;
   X509_STORE_free(Trusted);
-  throw std::runtime_error(File + " holds no certificates of authorities.");
+  throw std::runtime_error(Pem.Authorities + " holds no certificates of authorities.");
 }
 
 TlsClient::~TlsClient() {
@@ -80,12 +93,19 @@ void TlsClient::OnInfo(const SSL* connection, int where, int result) {
     client->Prepare(const_cast<SSL*>(connection));
   if (where == SSL_CB_CONNECT_EXIT && result <= 0 && SSL_want_nothing(connection))
     client->OnFailure(FailureOf(connection));
+  // TLS 1.3: the other side refuses a certificate after the handshake.
+  if (where == SSL_CB_READ_ALERT && SSL_is_init_finished(connection) && result >> 8 == SSL3_AL_FATAL)
+    client->OnFailure(std::string("no TLS: ") + SSL_alert_desc_string_long(result));
 }
 
 // Before anything is sent. What fails here leaves the connection without an authority that it trusts.
 void TlsClient::Prepare(SSL* connection) {
   SSL_set_verify(connection, SSL_VERIFY_PEER, [](int isVerified, X509_STORE_CTX*) { return isVerified; });
   if (SetHost(SSL_get0_param(connection), Host)) SSL_set1_verify_cert_store(connection, Trusted);
+  if (!Pem.Certificate.empty()) {
+    SSL_use_certificate_chain_file(connection, Pem.Certificate.c_str());
+    SSL_use_PrivateKey_file(connection, Pem.Key.c_str(), SSL_FILETYPE_PEM);
+  }
   if (X509_VERIFY_PARAM_get0_host(SSL_get0_param(connection), 0))
     SSL_ctrl(connection, SSL_CTRL_SET_TLSEXT_HOSTNAME, TLSEXT_NAMETYPE_host_name, const_cast<char*>(Host.c_str()));
   BIO_set_callback_ex(SSL_get_rbio(connection), OnRead);

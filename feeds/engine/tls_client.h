@@ -10,13 +10,18 @@
 #include <string>
 
 // QuickFIX 1.15 asks OpenSSL for neither name nor server name indication, trusts the system's authorities beside the
-// given ones, prints each certificate, and tries a handshake without a pause until it ends. None of this can be set, so
+// given ones, prints each certificate, takes no own certificate but of RSA and DSA keys and no chain of them, and tries
+// a handshake without a pause until it ends. None of this can be set, so
 // OpenSSL's callbacks do it: they see each context that is made on a thread while a Scope stands there.
 class TlsClient {
  public:
-  // Host is a name or an IP address; authorities is a PEM file, empty for the system's. onFailure is called with the
-  // reason of each handshake that fails, on the thread that connects. Throws std::runtime_error.
-  TlsClient(const std::string& host, const std::string& authorities, std::function<void(const std::string&)> onFailure);
+  // PEM files. Empty authorities are those of the system; an empty certificate is none.
+  struct Files {
+    std::string Authorities, Certificate, Key;
+  };
+  // Host is a name or an IP address. onFailure is called with the reason of each handshake that fails, on the thread
+  // that connects. Throws std::runtime_error.
+  TlsClient(const std::string& host, const Files& files, std::function<void(const std::string&)> onFailure);
   ~TlsClient();
   TlsClient(const TlsClient&) = delete;
   TlsClient& operator=(const TlsClient&) = delete;
@@ -28,7 +33,7 @@ class TlsClient {
   };
 
   // The file with the authorities.
-  const std::string& Authorities() const { return File; }
+  const std::string& Authorities() const { return Pem.Authorities; }
   // Ends a connection that waits for its other side. On any thread.
   void GiveUp() { IsGivenUp = true; }
 
@@ -41,7 +46,7 @@ class TlsClient {
   void WaitOrGiveUp(BIO* bio);
 
   const std::string Host;
-  const std::string File;
+  const Files Pem;
   const std::function<void(const std::string&)> OnFailure;
   X509_STORE* Trusted = nullptr;
   std::atomic<bool> IsGivenUp{false};

@@ -56,6 +56,12 @@ FixPeer::FixPeer(std::string beginString, const std::string& pemFile) : FixPeer(
     throw std::runtime_error("cannot read " + pemFile);
 }
 
+void FixPeer::DemandCertificate(const std::string& authoritiesFile) {
+  SSL_CTX_set_verify(Self->Context, SSL_VERIFY_PEER | SSL_VERIFY_FAIL_IF_NO_PEER_CERT, nullptr);
+  if (SSL_CTX_load_verify_locations(Self->Context, authoritiesFile.c_str(), nullptr) != 1)
+    throw std::runtime_error("cannot read " + authoritiesFile);
+}
+
 FixPeer::~FixPeer() {
   Close();
   SSL_CTX_free(Self->Context);

@@ -14,6 +14,8 @@ class FixPeer {
   ~FixPeer();
 
   int Port() const;
+  // With TLS: refuses who has no certificate that one of the file signed.
+  void DemandCertificate(const std::string& authoritiesFile);
   // Takes a connection, and with TLS shakes hands; false if the initiator broke that off.
   bool Accept();
   // The next message; empty text if the connection has ended.

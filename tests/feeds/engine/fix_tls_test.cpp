@@ -59,6 +59,30 @@ TEST_F(FixEngineTls, WantsTheNameAndTheAuthority) {
   }
 }
 
+TEST_F(FixEngineTls, ShowsItsOwnCertificate) {
+  const std::string venue = MakeCertificate("venue", "IP:127.0.0.1"), desk = MakeCertificate("desk", "DNS:desk");
+  const std::string stranger = MakeCertificate("stranger", "DNS:desk");
+  for (const std::string& own : {desk, stranger, std::string()}) {
+    SCOPED_TRACE(own);
+    FixPeer peer("FIX.4.4", venue);
+    peer.DemandCertificate(desk);
+    Session session(peer);
+    session.Settings.Tls = true;
+    session.Settings.TlsAuthorities = venue;
+    session.Settings.TlsCertificate = own;
+    if (!own.empty()) session.Settings.TlsKey = own + ".key";
+    session.Start();
+    if (own == desk) {
+      peer.LogOn(1);
+      peer.Send("8", 2, "17=2|");
+      EXPECT_TRUE(session.HasTarget(3));
+    } else {
+      EXPECT_FALSE(peer.Accept());
+      EXPECT_TRUE(session.Venue.IsTold("no session with VENUE at 127.0.0.1:" + std::to_string(peer.Port())));
+    }
+  }
+}
+
 TEST_F(FixEngineTls, StopsBesideACounterpartyThatStopsInTheMiddle) {
   const std::string pem = MakeCertificate("right", "IP:127.0.0.1");
   for (const bool isLoggedOn : {false, true}) {
@@ -78,13 +102,19 @@ TEST_F(FixEngineTls, StopsBesideACounterpartyThatStopsInTheMiddle) {
   }
 }
 
-TEST_F(FixEngineTls, WantsAuthorities) {
+TEST_F(FixEngineTls, WantsAuthoritiesAndTheKeyOfItsCertificate) {
   FixPeer peer;
   Session session(peer);
   session.Settings.Tls = true;
   session.Settings.TlsAuthorities = (Folder / "none").string();
   EXPECT_THROW(session.Start(), std::runtime_error);
   WriteFile(Folder / "none", "not PEM");
+  EXPECT_THROW(session.Start(), std::runtime_error);
+  session.Settings.TlsAuthorities = MakeCertificate("one", "DNS:one");
+  session.Settings.TlsCertificate = (Folder / "none").string();
+  EXPECT_THROW(session.Start(), std::runtime_error);
+  session.Settings.TlsCertificate = session.Settings.TlsAuthorities;
+  session.Settings.TlsKey = MakeCertificate("other", "DNS:one") + ".key";
   EXPECT_THROW(session.Start(), std::runtime_error);
 }
 
