@@ -60,9 +60,12 @@ FIX::SessionSettings MakeSettings(const FixEngineSettings& settings, const TlsCl
 
 struct FixEngine::State {
   State(const FixEngineSettings& settings, FixStore& fixStore, FixEngineEvents& events)
-      : Told(events, settings.Password), Store(fixStore, Incoming, Told), Watch(settings, Store, Incoming, Told) {
+      : Dictionaries(MakeDictionaries(settings.BeginString, settings.Dictionary)),
+        Data(Dictionaries, settings.BeginString),
+        Told(events, settings.Password),
+        Store(fixStore, Incoming, Told),
+        Watch(settings, Data, Store, Incoming, Told) {
     const FIX::SessionID id = NewSessionId(settings);
-    const FIX::DataDictionaryProvider dictionaries = MakeDictionaries(settings.BeginString, settings.Dictionary);
     if (settings.Tls)
       Tls.reset(new TlsClient(settings.TlsHost.empty() ? settings.Host : settings.TlsHost,
                               {settings.TlsAuthorities, settings.TlsCertificate, settings.TlsKey},
@@ -72,9 +75,11 @@ struct FixEngine::State {
       Initiator.reset(new FIX::SSLSocketInitiator(Watch, Store, all, Watch));
     else
       Initiator.reset(new FIX::SocketInitiator(Watch, Store, all, Watch));
-    Initiator->getSession(id)->setDataDictionaryProvider(dictionaries);
+    Initiator->getSession(id)->setDataDictionaryProvider(Dictionaries);
   }
 
+  const FIX::DataDictionaryProvider Dictionaries;
+  const DataFields Data;
   IncomingMessages Incoming;
   ToldTexts Told;
   SessionStore Store;

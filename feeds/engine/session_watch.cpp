@@ -68,35 +68,17 @@ std::string RefusalReason(const FIX::Message& reject) {
   return (text.empty() ? "no reason given" : text) + (tag.empty() ? "" : " (" + tag + ")");
 }
 
-// QuickFIX 1.15 takes the length of a data field as it is told, also beyond the end of the message: it would read
-// there. Such a message must not reach it. The lengths of all its fields are compared with each data field.
-constexpr int kDataTags[] = {89, 91, 96, 213, 349, 351, 353, 355, 357, 359, 361, 363, 365, 446, 619, 622};
-
-bool HasLengthBeyondEnd(const std::string& text) {
-  for (const int dataTag : kDataTags) {
-    const std::string data = "\x01" + std::to_string(dataTag) + "=";
-    const std::string length = "\x01" + std::to_string(dataTag == 89 ? 93 : dataTag - 1) + "=";
-    const std::size_t last = text.rfind(data);
-    if (last == std::string::npos) continue;
-    const long room = static_cast<long>(text.size() - last - data.size()) - 1;
-    for (std::size_t at = text.find(length); at != std::string::npos; at = text.find(length, at + 1)) {
-      const long told = std::atol(text.c_str() + at + length.size());
-      if (told < 0 || told > room) return true;
-    }
-  }
-  return false;
-}
-
 constexpr const char* kWrongParty = "9";  // 373
 constexpr const char* kTooFarAhead = "too many messages wait for a missing one";
 
 }  // namespace
 
-SessionWatch::SessionWatch(const FixEngineSettings& settings, SessionStore& store, IncomingMessages& incoming,
-                           ToldTexts& told)
+SessionWatch::SessionWatch(const FixEngineSettings& settings, const DataFields& data, SessionStore& store,
+                           IncomingMessages& incoming, ToldTexts& told)
     : Peer(settings.TargetCompID + " at " + settings.Host + ":" + std::to_string(settings.Port)),
       Username(settings.Username),
       Password(settings.Password),
+      Data(data),
       Store(store),
       Incoming(incoming),
       Told(told) {}
@@ -148,7 +130,7 @@ void SessionWatch::fromApp(const FIX::Message& message,
 void SessionWatch::onIncoming(const std::string& text) {
   Store.Hear();
   if (!Incoming.Take(text, Store.NextTarget())) throw FIX::InvalidMessage(kTooFarAhead);
-  if (HasLengthBeyondEnd(text)) throw FIX::InvalidMessage("a field is longer than the message");
+  if (Data.HasLengthBeyondEnd(text)) throw FIX::InvalidMessage("a field is longer than the message");
 }
 
 void SessionWatch::onEvent(const std::string& text) {

@@ -4,12 +4,14 @@
 #include <quickfix/Application.h>
 #include <quickfix/Log.h>
 
+#include "feeds/engine/data_fields.h"
 #include "feeds/engine/session_store.h"
 
 // QuickFIX's application and log in one: the log sees the raw texts before they are parsed.
 class SessionWatch : public FIX::Application, public FIX::Log, public FIX::LogFactory {
  public:
-  SessionWatch(const FixEngineSettings& settings, SessionStore& store, IncomingMessages& incoming, ToldTexts& told);
+  SessionWatch(const FixEngineSettings& settings, const DataFields& data, SessionStore& store,
+               IncomingMessages& incoming, ToldTexts& told);
 
   // A connection that the session has not heard of could not be made.
   void OnNoConnection(const std::string& reason);
@@ -42,6 +44,7 @@ class SessionWatch : public FIX::Application, public FIX::Log, public FIX::LogFa
   const std::string Peer;  // "BROKER at host:port"
   const std::string Username;
   const std::string Password;
+  const DataFields& Data;
   SessionStore& Store;
   IncomingMessages& Incoming;
   ToldTexts& Told;

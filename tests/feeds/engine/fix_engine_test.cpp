@@ -139,6 +139,26 @@ TEST(FixEngine, OutlivesGarbage) {
   EXPECT_EQ(session.Venue.Refused.back(), noTag);
 }
 
+// Its parser would read behind the end.
+TEST(FixEngine, KeepsMessagesWhoseLengthsLieFromItsParser) {
+  FixPeer peer;
+  Session session(peer);
+  session.Start();
+  peer.LogOn(1);
+  for (const char* fields :
+       {"354=2|355=x|", "354=99999999|355=x|", "354=-1|355=x|", "93=2|89=x|", "1397=2|1398=x|", "354=2|9=1|0355=x|",
+        "0354=2|355=x|", "4294967650=2|355=x|", "354=2|4294967651=x|", "355=x|58=y|354=7|"}) {
+    SCOPED_TRACE(fields);
+    const std::string text = peer.Send("8", 2, fields);
+    ASSERT_TRUE(session.Venue.WaitFor([&] { return !session.Venue.Refused.empty(); }));
+    EXPECT_EQ(session.Venue.Refused, Texts{text});
+    session.Venue.Refused.clear();
+  }
+  // The first has taken the number 2: nobody can send it better.
+  const std::string report = peer.Send("8", 3, "17=2|354=1|355=x|");
+  EXPECT_TRUE(session.Venue.WaitFor([&] { return session.Venue.Kept == Texts{report}; }));
+}
+
 TEST(FixEngine, DropsACounterpartyThatSendsWithoutAnEnd) {
   const std::string block(1 << 20, 'x');
   for (const std::string_view begin : {"8=FIX.4.4\0019=2000000000\001", "no begin"}) {
