@@ -13,7 +13,7 @@ TEST(IdTableTest, AgreesWithAMap) {
   IdTable table(store);
   std::map<std::string, std::uint32_t> slow;
   std::mt19937 random(1);
-  for (int i = 0; i < 40'000; ++i) {
+  for (int i = 0; i < 80'000; ++i) {
     const std::string id = std::string(random() % 40, 'x') + std::to_string(random() % 3'000);
     const std::uint32_t expected = slow.try_emplace(id, static_cast<std::uint32_t>(slow.size() + 1)).first->second;
     ASSERT_EQ(table.OrdinalOf(IdKey(id)), expected) << id;

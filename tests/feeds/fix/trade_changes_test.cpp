@@ -102,20 +102,32 @@ TEST(TradeChangesTest, TakesChangesThatReuseTheIdOfTheTrade) {
                  });
 }
 
-// Readers join both ids without a separator.
-TEST(TradeChangesTest, ShowsNoPairTwice) {
+TEST(TradeChangesTest, TellsControlCharactersOfTheTradeInItsCorrection) {
   MappedDay day;
   ExpectDay(day, {
-                     {Fill("37=1|17=23|"), "Trade 1=1/23"},
-                     {Fill("37=12|17=3|"), "Trade 2=12/3~2: 17=3 is shown as 3~2"},
-                     {Fill("37=12|17=3|"), "Repeat"},
-                     {Fill("37=1|17=23|"), "Repeat"},
-                     {Fill("37=12|17=4|"), "Trade 3=12/4"},
-                     {Fill("37=123|17=~2|"), "Trade 4=123/~2~4: 17=~2 is shown as ~2~4"},  // like 12/3~2
-                     {"35=8|37=12|17=3~2|19=4|150=G|31=5|", "Correction 3=12/3~2~5: 17=3~2 is shown as 3~2~5"},
-                     {Fill("37=1|17=24|"), "Trade 5=1/24~6: 17=24 is shown as 24~6"},  // like 12/4
-                     {"35=8|37=1|17=24|19=23|150=G|31=5|", "Correction 1=1/24~7: 17=24 is shown as 24~7"},
+                     {Fill("37=A|17=1|58=a\x02|"), "Trade 1=A/1: 58=a? has control characters"},
+                     {"35=8|37=A|17=2|19=1|150=G|31=5|", "Correction 1=A/2: 58=a? has control characters"},
                  });
+}
+
+// Readers join both ids without a separator.
+TEST(TradeChangesTest, ShowsNoPairTwice) {
+  const std::string tooLong(33, 'o'), shown = std::string(30, 'o') + "~4";
+  MappedDay day;
+  ExpectDay(day,
+            {
+                {Fill("37=1|17=23|"), "Trade 1=1/23"},
+                {Fill("37=12|17=3|"), "Trade 2=12/3~2: 17=3 is shown as 3~2"},
+                {Fill("37=12|17=3|"), "Repeat"},
+                {Fill("37=1|17=23|"), "Repeat"},
+                {Fill("37=12|17=4|"), "Trade 3=12/4"},
+                {Fill("37=123|17=~2|"), "Trade 4=123/~2~4: 17=~2 is shown as ~2~4"},  // like 12/3~2
+                {"35=8|37=12|17=3~2|19=4|150=G|31=5|", "Correction 3=12/3~2~5: 17=3~2 is shown as 3~2~5"},
+                {Fill("37=1|17=24|"), "Trade 5=1/24~6: 17=24 is shown as 24~6"},  // like 12/4
+                {"35=8|37=1|17=24|19=23|150=G|31=5|", "Correction 1=1/24~7: 17=24 is shown as 24~7"},
+                {Fill("37=" + tooLong + "|17=7|"), "Trade 6=" + shown + "/7: 37=" + tooLong + " is shown as " + shown},
+                {Fill("37=" + shown + "|17=7|"), "Trade 7=" + shown + "/7~9: 17=7 is shown as 7~9"},
+            });
 }
 
 constexpr std::string_view kCapture =
