@@ -7,13 +7,13 @@
 
 namespace {
 
-// Ids of every length around the blocks of the table, some of them the begin of others.
+// Ids of every length around the blocks of the store, of which they fill one, some of them the begin of others.
 TEST(IdTableTest, AgreesWithAMap) {
   IdStore store;
   IdTable table(store);
   std::map<std::string, std::uint32_t> slow;
   std::mt19937 random(1);
-  for (int i = 0; i < 80'000; ++i) {
+  for (int i = 0; i < 160'000; ++i) {
     const std::string id = std::string(random() % 40, 'x') + std::to_string(random() % 3'000);
     const std::uint32_t expected = slow.try_emplace(id, static_cast<std::uint32_t>(slow.size() + 1)).first->second;
     ASSERT_EQ(table.OrdinalOf(IdKey(id)), expected) << id;
