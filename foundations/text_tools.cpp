@@ -217,6 +217,25 @@ std::wstring Utf16ToWide(std::u16string_view text) {
   return wide;
 }
 
+char32_t NextCharacter(std::wstring_view text, std::size_t& at) noexcept {
+  constexpr char32_t kNoCharacter = 0xFFFD;
+  const auto first = static_cast<char32_t>(text[at++]);
+  if (first < 0xD800 || (first > 0xDFFF && first <= kLastCharacter)) return first;
+  const auto second = at < text.size() ? static_cast<char32_t>(text[at]) : U'\0';
+  if (kWideHolds32Bits || first > 0xDBFF || second < 0xDC00 || second > 0xDFFF) return kNoCharacter;
+  ++at;
+  return JoinPair(static_cast<char16_t>(first), static_cast<char16_t>(second));
+}
+
+void AppendUtf8(std::string& bytes, char32_t code) {
+  const auto put = [&bytes](char32_t byte) { bytes.push_back(static_cast<char>(byte)); };
+  const auto follow = [&](int shift) { put(0x80 | ((code >> shift) & 0x3F)); };
+  if (code < 0x80) return put(code);
+  if (code < 0x800) return put(0xC0 | (code >> 6)), follow(0);
+  if (code < 0x10000) return put(0xE0 | (code >> 12)), follow(6), follow(0);
+  put(0xF0 | (code >> 18)), follow(12), follow(6), follow(0);
+}
+
 std::wstring_view TrimWide(std::wstring_view text) {
   while (!text.empty() && IsWideSpace(text.front())) text.remove_prefix(1);
   while (!text.empty() && IsWideSpace(text.back())) text.remove_suffix(1);

@@ -48,6 +48,11 @@ std::wstring DoubleToWide(double value);
 std::u16string WideToUtf16(std::wstring_view text);
 std::wstring Utf16ToWide(std::u16string_view text);
 
+// Reads the character at that place and advances; with 16-bit characters it may be a pair of surrogates. A lone one and
+// a value above U+10FFFF read as U+FFFD.
+char32_t NextCharacter(std::wstring_view text, std::size_t& at) noexcept;
+void AppendUtf8(std::string& bytes, char32_t code);
+
 // White space: blank, tab, line ends and their like, next line and no-break space.
 constexpr bool IsWideSpace(wchar_t character) {
   return character == L' ' || (character >= L'\t' && character <= L'\r') || character == 0x85 || character == 0xA0;

@@ -1,9 +1,10 @@
 // What the machine's regional settings decide: the code page of 8-bit text (the ANSI code page on Windows, Windows-1252
-// on Linux), the system's error texts, and the clock with its time zone.
+// on Linux), the system's error texts, the decimal point, and the clock with its time zone.
 #pragma once
 
 #include <cstdint>
 #include <ctime>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,19 @@ std::string WideToCodePage(std::wstring_view text);
 
 // The system's text for an error number, in one line; empty if the system has none.
 std::string SystemErrorText(unsigned long errorNumber);
+
+// While it lives, printf and its like write numbers with a point on this thread, for libraries that print so.
+class PointInNumbers {
+ public:
+  PointInNumbers();
+  ~PointInNumbers();
+  PointInNumbers(const PointInNumbers&) = delete;
+  PointInNumbers& operator=(const PointInNumbers&) = delete;
+
+ private:
+  struct Former;
+  std::unique_ptr<Former> Before;
+};
 
 // An instant is a count of seconds since 1970-01-01 00:00:00 UTC.
 

@@ -1,5 +1,7 @@
 #include "platform/locale.h"
 
+#include <locale.h>
+
 #include <algorithm>
 #include <iterator>
 #include <system_error>
@@ -81,4 +83,18 @@ LocalMoment LocalNow() noexcept {
 
 std::int64_t CurrentInstant() noexcept {
   return std::time(nullptr);
+}
+
+struct PointInNumbers::Former {
+  locale_t Mine;
+  locale_t Used;
+};
+
+PointInNumbers::PointInNumbers() : Before(std::make_unique<Former>()) {
+  Before->Mine = newlocale(LC_NUMERIC_MASK, "C", duplocale(LC_GLOBAL_LOCALE));
+  Before->Used = uselocale(Before->Mine);
+}
+PointInNumbers::~PointInNumbers() {
+  uselocale(Before->Used);
+  freelocale(Before->Mine);
 }

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <clocale>
 
 namespace {
 
@@ -74,4 +75,19 @@ LocalMoment LocalNow() noexcept {
 
 std::int64_t CurrentInstant() noexcept {
   return _time64(nullptr);
+}
+
+struct PointInNumbers::Former {
+  int IsOfThread;
+  std::string Numbers;
+};
+
+PointInNumbers::PointInNumbers()
+    : Before(std::make_unique<Former>(
+          Former{_configthreadlocale(_ENABLE_PER_THREAD_LOCALE), std::setlocale(LC_NUMERIC, nullptr)})) {
+  std::setlocale(LC_NUMERIC, "C");
+}
+PointInNumbers::~PointInNumbers() {
+  std::setlocale(LC_NUMERIC, Before->Numbers.c_str());
+  _configthreadlocale(Before->IsOfThread);
 }

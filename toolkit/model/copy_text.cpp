@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <vector>
 
+#include "foundations/text_tools.h"
+
 namespace {
 
 constexpr std::wstring_view kDigits = L"0123456789";
 constexpr std::wstring_view kNumberCharacters = L"0123456789.,";
 constexpr std::size_t kExactDigits = 15;  // of a number in a spreadsheet
-constexpr char32_t kNoCharacter = 0xFFFD;
 
 char32_t CodeOf(wchar_t character) {
   return static_cast<char32_t>(character);
@@ -31,25 +32,6 @@ bool MustStayText(std::wstring_view cell) {
   if (digits == 0) return false;
   if (digits == cell.size()) return digits > kExactDigits || (digits > 1 && cell.front() == L'0');
   return (cell[digits] == L'E' || cell[digits] == L'e') && Holds(cell.substr(digits + 1), kDigits);
-}
-
-void AppendUtf8(std::string& bytes, char32_t code) {
-  const auto put = [&bytes](char32_t byte) { bytes.push_back(static_cast<char>(byte)); };
-  const auto follow = [&](int shift) { put(0x80 | ((code >> shift) & 0x3F)); };
-  if (code < 0x80) return put(code);
-  if (code < 0x800) return put(0xC0 | (code >> 6)), follow(0);
-  if (code < 0x10000) return put(0xE0 | (code >> 12)), follow(6), follow(0);
-  put(0xF0 | (code >> 18)), follow(12), follow(6), follow(0);
-}
-
-// Reads the character and advances; with 16-bit characters it may be a surrogate pair.
-char32_t NextCharacter(std::wstring_view text, std::size_t& at) {
-  const char32_t first = CodeOf(text[at++]);
-  if (first < 0xD800 || (first > 0xDFFF && first <= 0x10FFFF)) return first;
-  const char32_t second = at < text.size() ? CodeOf(text[at]) : 0;
-  if (sizeof(wchar_t) > 2 || first > 0xDBFF || second < 0xDC00 || second > 0xDFFF) return kNoCharacter;
-  ++at;
-  return 0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00);
 }
 
 void AppendEscaped(std::string& html, std::wstring_view text) {
