@@ -86,10 +86,15 @@ const TradeMessages::Order& TradeMessages::OrderOf(const DayTrade& trade) {
 namespace {
 
 constexpr WireField kPrintFields[] = {
+    {101, Field::U8, offsetof(TradePrint, Side)},
     {20008, Field::U32, offsetof(TradePrint, Number)},
     {20014, Field::U32, offsetof(TradePrint, Quantity)},
     {40002, Field::Double, offsetof(TradePrint, Price)},
+    {40008, Field::Double, offsetof(TradePrint, Multiplier)},
     {55010, Field::Text, offsetof(TradePrint, Exchange), TradePrint::kLongestText},
+    {55100, Field::Text, offsetof(TradePrint, ExchangeOrderNo), TradePrint::kLongestKey},
+    {55101, Field::Text, offsetof(TradePrint, ExchangeTradeID), TradePrint::kLongestKey},
+    {55102, Field::Text, offsetof(TradePrint, ClientID), TradePrint::kLongestClient},
     {55103, Field::Text, offsetof(TradePrint, Symbol), TradePrint::kLongestText},
     {55104, Field::Text, offsetof(TradePrint, SecurityID), TradePrint::kLongestText},
     {55107, Field::Text, offsetof(TradePrint, Name), TradePrint::kLongestText},
@@ -99,6 +104,19 @@ constexpr WireField kPrintFields[] = {
 static_assert(FieldsFit(kPrintFields, sizeof(TradePrint)));
 constexpr FieldIndex kPrintIndex(kPrintFields);
 
+constexpr WireField kAmendmentFields[] = {
+    {101, Field::U8, offsetof(TradeAmendment, Trade.Side)},
+    {20008, Field::U32, offsetof(TradeAmendment, Number)},
+    {20103, Field::U32, offsetof(TradeAmendment, NewQuantity)},
+    {20104, Field::U32, offsetof(TradeAmendment, AddQuantity)},
+    {55010, Field::Text, offsetof(TradeAmendment, Trade.Exchange), TradePrint::kLongestText},
+    {55100, Field::Text, offsetof(TradeAmendment, Trade.ExchangeOrderNo), TradePrint::kLongestKey},
+    {55102, Field::Text, offsetof(TradeAmendment, Trade.ClientID), TradePrint::kLongestClient},
+    {55104, Field::Text, offsetof(TradeAmendment, Trade.SecurityID), TradePrint::kLongestText},
+};
+static_assert(FieldsFit(kAmendmentFields, sizeof(TradeAmendment)));
+constexpr FieldIndex kAmendmentIndex(kAmendmentFields);
+
 }  // namespace
 
 TradePrint ReadTradePrint(CQORPacketReader& message) {
@@ -107,6 +125,13 @@ TradePrint ReadTradePrint(CQORPacketReader& message) {
   ReadFields(message, kPrintFields, kPrintIndex, &print);
   message.Cursor = start;
   return print;
+}
+
+void ReadTradeAmendment(CQORPacketReader& message, TradeAmendment& amendment) {
+  const std::uint16_t start = message.Cursor;
+  amendment.Number = amendment.NewQuantity = amendment.AddQuantity = 0;
+  ReadFields(message, kAmendmentFields, kAmendmentIndex, &amendment);
+  message.Cursor = start;
 }
 
 std::uint32_t ReadTradeNumber(const CQORPacketReader& message) {
@@ -121,4 +146,17 @@ std::uint32_t ReadTradeNumber(const CQORPacketReader& message) {
       break;
   }
   return number;
+}
+
+void TradeListeners::OnTradeSent(const TradePrint& print) {
+  for (TradeListener* listener : All) listener->OnTradeSent(print);
+}
+void TradeListeners::OnAmendmentSent(CQORPacketReader& message) {
+  for (TradeListener* listener : All) listener->OnAmendmentSent(message);
+}
+void TradeListeners::OnDownloadEndSent() {
+  for (TradeListener* listener : All) listener->OnDownloadEndSent();
+}
+void TradeListeners::OnStartOver() {
+  for (TradeListener* listener : All) listener->OnStartOver();
 }

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "host_link/messages/packet_reader.h"
 #include "host_link/messages/packet_writer.h"
@@ -35,9 +36,11 @@ class TradeMessages {
   std::uint32_t LastTradeID = 0;
 };
 
-// TradePrint: the market data of a trade message; texts end with a NUL.
+// TradePrint: what a trade message says of the trade and of whose it is; texts end with a NUL.
 struct TradePrint {
   static constexpr std::uint16_t kLongestText = 48;
+  static constexpr std::uint16_t kLongestClient = 20;
+  static constexpr std::uint16_t kLongestKey = 32;
   using Text = char[kLongestText + 1];
 
   Text Exchange{};
@@ -49,6 +52,11 @@ struct TradePrint {
   std::uint32_t Quantity = 0;
   double Price = 0;
   std::uint32_t Number = 0;  // VELDTradeID
+  double Multiplier = 0;
+  std::uint8_t Side = 0;  // 1 is a buy, 2 a sell
+  char ClientID[kLongestClient + 1]{};
+  char ExchangeOrderNo[kLongestKey + 1]{};  // this and the next are the key of an execution
+  char ExchangeTradeID[kLongestKey + 1]{};
 };
 
 // Walks a message after ParseHeader and leaves the reader unchanged. Missing fields stay empty or 0.
@@ -56,10 +64,41 @@ TradePrint ReadTradePrint(CQORPacketReader& message);
 // The same for the number alone, which stands near the begin.
 std::uint32_t ReadTradeNumber(const CQORPacketReader& message);
 
-// Is told of each trade before the plug-in. One whose number has come replaces that trade: a correction, or a bust with
-// the quantity 0.
+// Message 9112. A field of the trade that a message lacks keeps the value of an earlier one.
+struct TradeAmendment {
+  TradePrint Trade;
+  std::uint32_t Number = 0;       // of the trade that it changes
+  std::uint32_t NewQuantity = 0;  // of a known trade; 0 leaves it
+  std::uint32_t AddQuantity = 0;  // of a trade that is not known; 0 for none
+};
+
+// Walks a message after ParseHeader and leaves the reader unchanged.
+void ReadTradeAmendment(CQORPacketReader& message, TradeAmendment& amendment);
+
+// Is told of the messages of a day before the plug-in.
 class TradeListener {
  public:
   virtual ~TradeListener() = default;
+  // One whose number has come replaces that trade: a correction, or a bust with the quantity 0.
   virtual void OnTradeSent(const TradePrint& print) = 0;
+  // Message 9112 after ParseHeader; leaves the reader unchanged.
+  virtual void OnAmendmentSent(CQORPacketReader& /*message*/) {}
+  // Message 8112.
+  virtual void OnDownloadEndSent() {}
+  // The trades come once more, or those of another day: message 30022, or the day begins.
+  virtual void OnStartOver() {}
+};
+
+// Tells several listeners, in their order.
+class TradeListeners : public TradeListener {
+ public:
+  // They must outlive the list.
+  void Add(TradeListener& listener) { All.push_back(&listener); }
+  void OnTradeSent(const TradePrint& print) override;
+  void OnAmendmentSent(CQORPacketReader& message) override;
+  void OnDownloadEndSent() override;
+  void OnStartOver() override;
+
+ private:
+  std::vector<TradeListener*> All;
 };

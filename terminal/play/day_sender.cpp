@@ -25,7 +25,7 @@ void DaySender::Send(NumberedDay& script) {
   const std::uint16_t number = script.Message().MessageNumber;
   if (number == 30022) StartOver();
   const bool isReplacement = script.IsTrade() && IsReplacement(script.Message());
-  if (Listener != nullptr && script.IsTrade()) Listener->OnTradeSent(ReadTradePrint(script.Message()));
+  if (Listener != nullptr) Tell(script.Message());
   if (!Target.Deliver(script.Message(), script.Raw())) {
     ++Sent.NotAsked;
     return;
@@ -36,6 +36,18 @@ void DaySender::Send(NumberedDay& script) {
   if (number == 8112) Refresh();
   if (isReplacement && number == 9101 && !Corrected) Corrected = Clock.Now();
   if (Corrected && Clock.Now() - *Corrected >= kLongestCorrection) Refresh();
+}
+
+void DaySender::Tell(CQORPacketReader& message) {
+  switch (message.MessageNumber) {
+    case 8111:
+    case 9101:
+      return Listener->OnTradeSent(ReadTradePrint(message));
+    case 9112:
+      return Listener->OnAmendmentSent(message);
+    case 8112:
+      return Listener->OnDownloadEndSent();
+  }
 }
 
 bool DaySender::IsReplacement(const CQORPacketReader& message) {
@@ -50,6 +62,7 @@ void DaySender::Rest() {
 void DaySender::StartOver() {
   Numbers.Clear();
   Corrected.reset();
+  if (Listener != nullptr) Listener->OnStartOver();
 }
 
 void DaySender::Refresh() {

@@ -35,7 +35,7 @@ class NumberRanges {
 // replaced others, as only that corrects totals: when the day has nothing else to send now, or after a second.
 class DaySender {
  public:
-  // The listener, which may be null, is told of a trade before the plug-in.
+  // The listener, which may be null, is told of the messages before the plug-in.
   DaySender(MessageTarget& target, PlayClock& clock, TradeListener* listener = nullptr)
       : Target(target), Clock(clock), Listener(listener) {}
 
@@ -48,6 +48,7 @@ class DaySender {
   const PlayCounts& Counts() const noexcept { return Sent; }
 
  private:
+  void Tell(CQORPacketReader& message);
   bool IsReplacement(const CQORPacketReader& message);
   void Refresh();
 

@@ -150,10 +150,11 @@ std::string StateText(const DayRun& day, std::uint64_t badLines);
 // Plays the download at once and live trades at their pace, with the beat between messages.
 class DayPlayer {
  public:
-  // Live trades go that many times faster than the day; nothing for as fast as the plug-in takes them.
+  // Live trades go that many times faster than the day; nothing for as fast as the plug-in takes them. The listener may
+  // be null, which costs nothing.
   DayPlayer(MessageTarget& target, RefreshBeat& beat, PlayClock& clock, PlayProgress& progress,
-            std::optional<double> speed)
-      : Sender(target, clock), Beat(beat), Clock(clock), Progress(progress), Pace(speed) {}
+            std::optional<double> speed, TradeListener* listener = nullptr)
+      : Sender(target, clock, listener), Beat(beat), Clock(clock), Progress(progress), Pace(speed) {}
 
   // Until the end of the day, or until goesOn, which is asked between messages, says no.
   PlayCounts Play(

@@ -131,6 +131,47 @@ TEST_F(PlayerTest, WaitsForLiveTradesWithinADate) {
   }
 }
 
+// Notes all calls.
+class TestListener : public TradeListener {
+ public:
+  explicit TestListener(std::string& notes) : Notes(notes) {}
+  void OnTradeSent(const TradePrint& print) override { Notes += print.ExchangeTradeID + std::string(" "); }
+  void OnAmendmentSent(CQORPacketReader& message) override {
+    TradeAmendment amendment;
+    ReadTradeAmendment(message, amendment);
+    Notes += "amended " + std::to_string(amendment.NewQuantity) + " ";
+  }
+  void OnDownloadEndSent() override { Notes += "end "; }
+  void OnStartOver() override { Notes += "over "; }
+
+ private:
+  std::string& Notes;
+};
+
+TEST_F(PlayerTest, TellsAllListenersOfTradesAmendmentsAndLogins) {
+  const std::string day = WireMessage(8111, WireText(55101, "A")) + DayMessage(8112) +
+                          WireMessage(9101, WireText(55101, "B")) + WireMessage(9112, WireU32(20103, 7)) +
+                          DayMessage(30022) + WireMessage(8111, WireText(55101, "C"));
+  WriteDay({});  // securities and desk
+  std::string first, second;
+  TestListener one(first), two(second);
+  TradeListeners both;
+  both.Add(one);
+  both.Add(two);
+  DayRun run(*this, both, Clock, std::nullopt);
+  Input.emplace(RunFiles::OfDay(WriteTestFile("day.bin", day)), std::nullopt, BadLines);
+  run.Begin(*Input);
+  run.PlayFor(milliseconds(1000));
+  run.LoginAgain();
+  EXPECT_EQ(first, "over A end B amended 7 over C end over ");
+  EXPECT_EQ(second, first);
+  first.clear();
+  NumberedDay messages(OpenMessageDay(TestFolder() / "day.bin", BadLines), {});
+  PlayProgress progress(Screen, Clock);
+  DayPlayer(*this, Beat, Clock, progress, std::nullopt, &one).Play(messages);
+  EXPECT_EQ(first, "A end B amended 7 over C end ");
+}
+
 TestClock* RefreshClock = nullptr;
 std::string RefreshTimes;
 void NoteRefresh() {

@@ -23,7 +23,10 @@ DayControl::DayControl(const RunFiles& files, const Options& options, WindowMemo
       BadLines(badLines),
       Input(FirstInput(options, memory)),
       Rows(Input->Securities),
-      FirstSpeed(options.SpeedGiven ? options.Speed : kSpeedWithWindows) {}
+      FirstSpeed(options.SpeedGiven ? options.Speed : kSpeedWithWindows) {
+  Listeners.Add(Rows);
+  Listeners.Add(Ledger);
+}
 
 std::unique_ptr<DayInput> DayControl::FirstInput(const Options& options, WindowMemory& memory) {
   const bool given = !options.Day.empty() || !options.Securities.empty() || !options.Desk.empty();
@@ -45,7 +48,7 @@ void DayControl::Start(PluginConnection& connection, PlayObserver& observer) {
   Connection = &connection;
   Observer = &observer;
   PluginLink& plugin = *connection.Plugin;
-  Run.emplace(plugin, Rows, connection.Clock, FirstSpeed);
+  Run.emplace(plugin, Listeners, connection.Clock, FirstSpeed);
   Timers.emplace(*Run, connection.Beat, plugin, connection.Clock, observer);
   connection.ControlMessages = SendStart(plugin, true);
   Begun = connection.Clock.Now();
@@ -78,10 +81,11 @@ void DayControl::Open(const DaySpec& day) {
   Begin();
 }
 
-// Forgets the trades in the plug-in and in the market watch, as at a login.
+// Forgets the trades in the plug-in, in the market watch and in the ledger, as at a login.
 void DayControl::ForgetTrades() {
   Connection->SendControl(30022);
   Rows.ForgetTrades();
+  Ledger.Clear();
 }
 
 void DayControl::StartAgain() {

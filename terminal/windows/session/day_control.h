@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "terminal/ledger/trade_ledger.h"
 #include "terminal/link/plugin_link.h"
 #include "terminal/link/terminal_host.h"
 #include "terminal/play/player.h"
@@ -116,6 +117,8 @@ class DayControl {
   const RunFiles& Files() const noexcept { return DayFiles; }
   const SecurityList& Securities() const noexcept { return Input->Securities; }
   MarketWatch& Watch() noexcept { return Rows; }
+  // The trades of the day, for the terminal's own windows.
+  const TradeLedger& Trades() const noexcept { return Ledger; }
   // Why the last day does not play; empty if it does.
   const std::string& LostDay() const noexcept { return WhyLost; }
 
@@ -131,6 +134,8 @@ class DayControl {
   std::unique_ptr<DayInput> Input;
   std::vector<std::unique_ptr<DayInput>> FormerInputs;  // a plug-in may keep addresses in their securities
   MarketWatch Rows;
+  TradeLedger Ledger;
+  TradeListeners Listeners;
   std::optional<double> FirstSpeed;
   PluginConnection* Connection = nullptr;
   PlayObserver* Observer = nullptr;
