@@ -1,5 +1,5 @@
 // What the machine's regional settings decide: the code page of 8-bit text (the ANSI code page on Windows, Windows-1252
-// on Linux), the system's error texts, the decimal point, and the clock with its time zone.
+// on Linux), the system's error texts, the marks in numbers, and the clock with its time zone.
 #pragma once
 
 #include <cstdint>
@@ -35,6 +35,14 @@ class PointInNumbers {
   struct Former;
   std::unique_ptr<Former> Before;
 };
+
+// The marks of the user's region in numbers: before each three digits, and before the decimals.
+struct NumberMarks {
+  wchar_t Thousands = L',';
+  wchar_t Decimal = L'.';
+};
+// A region without a mark for thousands gets the comma, or the point if its decimals have the comma.
+NumberMarks UserNumberMarks();
 
 // An instant is a count of seconds since 1970-01-01 00:00:00 UTC.
 

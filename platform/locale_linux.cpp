@@ -1,8 +1,12 @@
 #include "platform/locale.h"
 
+#include <langinfo.h>
 #include <locale.h>
 
 #include <algorithm>
+#include <clocale>
+#include <cstdlib>
+#include <cwchar>
 #include <iterator>
 #include <system_error>
 
@@ -62,6 +66,32 @@ std::string SystemErrorText(unsigned long errorNumber) {
   std::string text = std::system_category().message(static_cast<int>(errorNumber));
   // The library's text for an unknown number.
   return text.starts_with("Unknown error") ? std::string() : text;
+}
+
+namespace {
+
+// The first character of a text of that locale; 0 for an empty one.
+wchar_t FirstCharacter(const char* text, locale_t locale) {
+  const locale_t former = uselocale(locale);
+  wchar_t first = 0;
+  std::mbstate_t state{};
+  const std::size_t taken = std::mbrtowc(&first, text, MB_CUR_MAX, &state);
+  uselocale(former);
+  return taken == 0 || taken > MB_CUR_MAX ? L'\0' : first;
+}
+
+}  // namespace
+
+NumberMarks UserNumberMarks() {
+  NumberMarks marks;
+  const locale_t locale = newlocale(LC_NUMERIC_MASK | LC_CTYPE_MASK, "", nullptr);
+  if (locale == nullptr) return marks;
+  const wchar_t decimal = FirstCharacter(nl_langinfo_l(RADIXCHAR, locale), locale);
+  const wchar_t thousands = FirstCharacter(nl_langinfo_l(THOUSEP, locale), locale);
+  freelocale(locale);
+  if (decimal != 0) marks.Decimal = decimal;
+  marks.Thousands = thousands != 0 ? thousands : (marks.Decimal == L',' ? L'.' : L',');
+  return marks;
 }
 
 bool UtcFields(std::int64_t instant, std::tm& fields) noexcept {

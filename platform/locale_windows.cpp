@@ -50,6 +50,23 @@ std::string SystemErrorText(unsigned long errorNumber) {
   return {text, FormatMessageA(kFlags, nullptr, errorNumber, 0, text, sizeof text, nullptr)};
 }
 
+namespace {
+
+// The first character; the second place is for the end of the text, the others for longer marks.
+wchar_t RegionalMark(LCTYPE kind, wchar_t otherwise) {
+  wchar_t text[8] = {};
+  return GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, kind, text, 8) > 1 ? text[0] : otherwise;
+}
+
+}  // namespace
+
+NumberMarks UserNumberMarks() {
+  NumberMarks marks;
+  marks.Decimal = RegionalMark(LOCALE_SDECIMAL, marks.Decimal);
+  marks.Thousands = RegionalMark(LOCALE_STHOUSAND, marks.Decimal == L',' ? L'.' : L',');
+  return marks;
+}
+
 bool UtcFields(std::int64_t instant, std::tm& fields) noexcept {
   return IsClockInstant(instant) && _gmtime64_s(&fields, &instant) == 0;
 }

@@ -2,14 +2,13 @@
 
 #include <array>
 #include <charconv>
-#include <ctime>
-#include <iterator>
-#include <ostream>
+#include <system_error>
 
 #include "foundations/byte_words.h"
 #include "foundations/date_time.h"
 #include "host_link/messages/message_table.h"
 #include "host_link/messages/packet_reader.h"
+#include "platform/locale.h"
 
 namespace {
 
@@ -168,22 +167,33 @@ std::string LogText(const LoggedMessage& message, LogColumn column) {
   return {};
 }
 
-void WriteLog(std::ostream& file, const MessageLog& log, std::span<const std::size_t> rows) {
-  constexpr std::size_t kColumns = std::size(kLogTitles);
-  for (std::size_t i = 0; i < kColumns; ++i) {
-    const std::wstring title = kLogTitles[i];
-    file << (i > 0 ? "," : "") << std::string(title.begin(), title.end());
-  }
-  for (const std::size_t row : rows) {
-    file << "\r\n";
-    for (std::size_t i = 0; i < kColumns; ++i) {
-      std::string text = LogText(log.At(row), static_cast<LogColumn>(i));
-      if (i == static_cast<std::size_t>(LogColumn::Fields)) {
-        for (std::size_t place = 0; (place = text.find('"', place)) != std::string::npos; place += 2)
-          text.insert(place, 1, '"');
-        text = '"' + text + '"';
-      }
-      file << (i > 0 ? "," : "") << text;
-    }
-  }
+namespace {
+
+// In the order of LogColumn.
+constexpr ListColumn kColumns[] = {
+    {L"No.", 70, SheetKind::Whole},
+    {L"Time", 100},
+    {L"Direction", 90},
+    {L"Message", 70, SheetKind::Whole},
+    {L"Meaning", 150},
+    {L"Bytes", 60, SheetKind::Whole},
+    {L"Fields", 900},
+};
+
+}  // namespace
+
+std::span<const ListColumn> MessageLog::Columns() const {
+  return kColumns;
+}
+
+std::wstring MessageLog::Text(ListRow row, std::size_t column) const {
+  return CodePageToWide(LogText(MessageOf(row), static_cast<LogColumn>(column)));
+}
+
+SheetValue MessageLog::Value(ListRow row, std::size_t column) const {
+  const std::string text = LogText(MessageOf(row), static_cast<LogColumn>(column));
+  if (kColumns[column].Kind == SheetKind::Text) return CodePageToWide(text);
+  std::int64_t number = 0;
+  const bool isNumber = std::from_chars(text.data(), text.data() + text.size(), number).ec == std::errc();
+  return isNumber ? SheetValue(number) : SheetValue();
 }

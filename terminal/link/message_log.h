@@ -6,12 +6,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <iosfwd>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "host_link/messages/packet_writer.h"
+#include "terminal/lists/list_source.h"
 
 enum class LogDirection : std::uint8_t { ToPlugin, FromPlugin, Alarm, Connection };
 
@@ -23,8 +23,9 @@ struct LoggedMessage {
   std::vector<std::uint8_t> Fields;  // decoded, behind the message number; the text of a feed
 };
 
-// Adding copies the bytes; texts are made on demand. After kMost messages the oldest goes.
-class MessageLog {
+// Adding copies the bytes; texts are made on demand. After kMost messages the oldest goes. As a list its rows are the
+// messages by their counts less 1.
+class MessageLog : public ListSource {
  public:
   static constexpr std::size_t kMost = 10'000;
 
@@ -36,20 +37,25 @@ class MessageLog {
   void Clear() { Messages.clear(); }
 
   std::size_t Size() const noexcept { return Messages.size(); }
-  std::uint64_t CountOfAll() const noexcept { return Taken; }
+
+  std::span<const ListColumn> Columns() const override;
+  ListRow FirstRow() const override { return Taken - Messages.size(); }
+  ListRow EndRow() const override { return Taken; }
+  std::wstring Text(ListRow row, std::size_t column) const override;
+  SheetValue Value(ListRow row, std::size_t column) const override;
+  ListChanges TakeChanges() override { return {}; }  // a message stays as it is
   // The newest is row 0.
   const LoggedMessage& At(std::size_t row) const { return Messages[Messages.size() - 1 - row]; }
 
  private:
   void Add(LogDirection direction, std::uint16_t number, std::span<const std::uint8_t> fields);
+  const LoggedMessage& MessageOf(ListRow row) const { return Messages[static_cast<std::size_t>(row - FirstRow())]; }
 
   std::deque<LoggedMessage> Messages;  // the oldest first
   std::uint64_t Taken = 0;
 };
 
 enum class LogColumn : std::uint8_t { Count, Time, Direction, Number, Meaning, Bytes, Fields };
-inline constexpr const wchar_t* kLogTitles[] = {L"No.",     L"Time",  L"Direction", L"Message",
-                                                L"Meaning", L"Bytes", L"Fields"};
 
 // What a message is for; empty for a number that is none of this system's.
 const char* MeaningOf(std::uint16_t number) noexcept;
@@ -57,5 +63,3 @@ const char* MeaningOf(std::uint16_t number) noexcept;
 // texts in quotes with every byte outside ASCII as \xHH, what has no width of its own in hex.
 std::string FieldsText(std::span<const std::uint8_t> fields);
 std::string LogText(const LoggedMessage& message, LogColumn column);
-// The rows as CSV with a line of titles, texts quoted.
-void WriteLog(std::ostream& file, const MessageLog& log, std::span<const std::size_t> rows);

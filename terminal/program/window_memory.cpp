@@ -13,7 +13,6 @@ constexpr int kMostColumnPx = 4000;
 constexpr std::int32_t kMostColumns = 100;
 
 constexpr const wchar_t* kFramePath = L"Frame";
-constexpr const wchar_t* kWatchPath = L"MarketWatch";
 constexpr const wchar_t* kDayPath = L"Day";
 constexpr const wchar_t* kFeedsPath = L"Feeds";
 
@@ -28,6 +27,7 @@ bool IsSound(const SettingsRectangle& rectangle) {
 }
 
 bool ReadColumn(CQORPRegistry& settings, std::size_t place, ColumnPlace& column) {
+  settings.Read(PlaceKey(L"Filter", place), column.Filter);
   return settings.Read(PlaceKey(L"Title", place), column.Title) &&
          settings.Read(PlaceKey(L"Width", place), column.WidthPx) && !column.Title.empty() &&
          column.WidthPx >= kLeastColumnPx && column.WidthPx <= kMostColumnPx;
@@ -53,12 +53,12 @@ void WindowMemory::SaveFrame(const FramePlace& place) {
   settings->Write(L"Maximized", std::int32_t{place.Maximized});
 }
 
-std::optional<WatchPlace> WindowMemory::LoadWatch() {
+std::optional<ListPlace> WindowMemory::LoadList(const std::wstring& section) {
   const auto settings = Open();
   std::int32_t count = 0;
-  if (!settings->OpenPath(kWatchPath) || !settings->Read(L"Columns", count) || count < 1 || count > kMostColumns)
+  if (!settings->OpenPath(section) || !settings->Read(L"Columns", count) || count < 1 || count > kMostColumns)
     return std::nullopt;
-  WatchPlace place;
+  ListPlace place;
   for (std::size_t at = 0; at < static_cast<std::size_t>(count); ++at) {
     ColumnPlace column;
     if (!ReadColumn(*settings, at, column)) return std::nullopt;
@@ -66,22 +66,27 @@ std::optional<WatchPlace> WindowMemory::LoadWatch() {
   }
   std::wstring sorted;
   std::int32_t rising = 1;
+  std::int32_t filterShown = 0;
   if (settings->Read(L"Sort", sorted) && !sorted.empty()) place.SortColumn = sorted;
   settings->Read(L"Rising", rising);
   place.Rising = rising != 0;
+  settings->Read(L"FilterBar", filterShown);
+  place.FilterShown = filterShown != 0;
   return place;
 }
 
-void WindowMemory::SaveWatch(const WatchPlace& place) {
+void WindowMemory::SaveList(const std::wstring& section, const ListPlace& place) {
   const auto settings = Open();
-  settings->CreatePath(kWatchPath);
+  settings->CreatePath(section);
   settings->Write(L"Columns", static_cast<std::int32_t>(place.Columns.size()));
   for (std::size_t at = 0; at < place.Columns.size(); ++at) {
     settings->Write(PlaceKey(L"Title", at), place.Columns[at].Title);
     settings->Write(PlaceKey(L"Width", at), std::int32_t{place.Columns[at].WidthPx});
+    settings->Write(PlaceKey(L"Filter", at), place.Columns[at].Filter);
   }
   settings->Write(L"Sort", place.SortColumn.value_or(L""));
   settings->Write(L"Rising", std::int32_t{place.Rising});
+  settings->Write(L"FilterBar", std::int32_t{place.FilterShown});
 }
 
 std::optional<DaySpec> WindowMemory::LoadDay() {

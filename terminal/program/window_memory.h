@@ -1,5 +1,5 @@
-// WindowMemory: the file of the working folder that keeps the place of the frame, the columns of the market watch,
-// the last day and the latest feeds. Bars store their places in it themselves.
+// WindowMemory: the file of the working folder that keeps the place of the frame, the columns of the lists, the
+// last day and the latest feeds. Bars store their places in it themselves.
 #pragma once
 
 #include <memory>
@@ -18,13 +18,16 @@ struct FramePlace {
 struct ColumnPlace {
   std::wstring Title;
   int WidthPx = 0;
+  std::wstring Filter{};
   bool operator==(const ColumnPlace&) const = default;
 };
 
-struct WatchPlace {
+// The state of one of the terminal's lists.
+struct ListPlace {
   std::vector<ColumnPlace> Columns;  // in the order of the screen
   std::optional<std::wstring> SortColumn;
   bool Rising = true;
+  bool FilterShown = false;
 };
 
 // Incomplete or impossible values read as nothing. A file that cannot be read is kept beside under ".damaged".
@@ -35,7 +38,8 @@ class WindowMemory {
   explicit WindowMemory(const std::filesystem::path& folder) : Store(RegistryStore::Make(folder / kFileName)) {}
 
   std::optional<FramePlace> LoadFrame();
-  std::optional<WatchPlace> LoadWatch();
+  // Each list has a section of the file.
+  std::optional<ListPlace> LoadList(const std::wstring& section);
   static constexpr std::size_t kMostFeeds = 10;
 
   // The last day; nothing for the sample.
@@ -43,7 +47,7 @@ class WindowMemory {
   // The feeds that were connected, the latest first.
   std::vector<DaySpec> LoadFeeds();
   void SaveFrame(const FramePlace& place);
-  void SaveWatch(const WatchPlace& place);
+  void SaveList(const std::wstring& section, const ListPlace& place);
   void SaveDay(const RunFiles& files);
   // Puts it before the others.
   void SaveFeed(const DaySpec& feed);

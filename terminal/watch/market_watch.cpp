@@ -1,12 +1,11 @@
 #include "terminal/watch/market_watch.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstdio>
-#include <numeric>
 #include <utility>
 
-#include "terminal/common/errors.h"
+#include "platform/locale.h"
+#include "terminal/common/numbers.h"
+#include "terminal/day/csv_reader.h"
 
 namespace {
 
@@ -23,18 +22,15 @@ Trend WatchRow::ChangeTrend() const noexcept {
 
 void MarketWatch::Fill(const SecurityList& securities) {
   Securities.clear();
-  Order.clear();
   ByKey.clear();
   ByNumber.clear();
   for (const Security& security : securities.All()) Add(security);
-  ApplySort();
+  AllChanged = true;
 }
 
 template <typename Told>
 WatchRow& MarketWatch::Add(const Told& security) {
   ByKey.emplace(SecurityKey(security.Exchange, security.SecurityID), Securities.size());
-  Order.push_back(Securities.size());
-  Changed = true;
   WatchRow& row = Securities.emplace_back();
   row.Exchange = security.Exchange;
   row.SecurityID = security.SecurityID;
@@ -54,7 +50,7 @@ void MarketWatch::ForgetTrades() {
     row.LastNumber = 0;
   }
   ByNumber.clear();
-  Changed = true;
+  AllChanged = true;
 }
 
 WatchRow& MarketWatch::RowFor(const TradePrint& print) {
@@ -67,7 +63,7 @@ void MarketWatch::OnTradeSent(const TradePrint& print) {
   if (former != ByNumber.end()) return Replace(former->second, print);
   WatchRow& row = RowFor(print);
   if (print.Number != 0)
-    ByNumber.emplace(print.Number, CountedTrade{static_cast<std::size_t>(&row - Securities.data()), print.Quantity});
+    ByNumber.emplace(print.Number, CountedTrade{static_cast<ListRow>(&row - Securities.data()), print.Quantity});
   Count(row, print);
 }
 
@@ -79,8 +75,11 @@ void MarketWatch::Count(WatchRow& row, const TradePrint& print) {
   row.Quantity += print.Quantity;
   row.Time = print.Time;
   ++row.Trades;
-  row.TradedBeat = LastTraded = Beat;
-  Changed = true;
+  NoteTraded(row);
+}
+
+void MarketWatch::NoteTraded(WatchRow& row) {
+  if (std::exchange(row.TradedBeat, Beat) != Beat) Traded.push_back(static_cast<ListRow>(&row - Securities.data()));
 }
 
 // A trade of one security never becomes one of another.
@@ -97,81 +96,61 @@ void MarketWatch::Replace(CountedTrade& former, const TradePrint& print) {
     row.Last = print.Price;
   }
   former.Quantity = print.Quantity;
-  row.TradedBeat = LastTraded = Beat;
-  Changed = true;
+  NoteTraded(row);
 }
 
-int MarketWatch::RowOf(const std::string& securityId) const {
-  for (int row = 0; row < Rows(); ++row)
-    if (RowAt(row).SecurityID == securityId) return row;
-  return -1;
+std::optional<ListRow> MarketWatch::Find(const std::string& securityId) const {
+  const auto at = std::ranges::find(Securities, securityId, &WatchRow::SecurityID);
+  return at == Securities.end() ? std::nullopt : std::optional(static_cast<ListRow>(at - Securities.begin()));
 }
 
-int MarketWatch::RowOfIdentity(std::size_t identity) const {
-  const auto place = std::find(Order.begin(), Order.end(), identity);
-  return place == Order.end() ? -1 : static_cast<int>(place - Order.begin());
-}
-
-void MarketWatch::SortBy(std::optional<int> column, bool rising) {
-  SortedBy = column;
-  Rising = rising;
-  Changed = true;
-  ApplySort();
-}
-
-void MarketWatch::ApplySort() {
-  std::iota(Order.begin(), Order.end(), std::size_t{0});
-  if (!SortedBy) return;
-  const WatchColumn& column = kWatchColumns[static_cast<std::size_t>(*SortedBy)];
-  const auto hasValue = [&](std::size_t at) { return !column.OfTrades || Securities[at].Trades != 0; };
-  const auto traded = std::stable_partition(Order.begin(), Order.end(), hasValue);
-  std::stable_sort(Order.begin(), traded, [&](std::size_t left, std::size_t right) {
-    const int order = column.Compare(Securities[left], Securities[right]);
-    return Rising ? order < 0 : order > 0;
-  });
-}
-
-// One change follows the last trade: its row is no longer fresh.
-bool MarketWatch::TakeChanges() {
-  const bool changed = std::exchange(Changed, false) || LastTraded + 1 == Beat;
+ListChanges MarketWatch::TakeChanges() {
+  ListChanges changes{std::exchange(AllChanged, false), Traded};
+  changes.Rows.insert(changes.Rows.end(), TradedBefore.begin(), TradedBefore.end());
+  TradedBefore = std::exchange(Traded, {});
   ++Beat;
-  if (changed && SortedBy) ApplySort();
-  return changed;
+  return changes;
 }
 
 namespace {
 
 template <std::string WatchRow::*Member>
-std::string Own(const WatchRow& row) {
-  return row.*Member;
+std::wstring Own(const WatchRow& row) {
+  return CodePageToWide(row.*Member);
 }
-template <std::string WatchRow::*Member>
-int ByText(const WatchRow& left, const WatchRow& right) {
-  return (left.*Member).compare(right.*Member);
-}
-
-template <typename Value>
-int Order(Value left, Value right) {
-  return left < right ? -1 : (right < left ? 1 : 0);
+template <std::wstring (*Text)(const WatchRow& row)>
+SheetValue AsText(const WatchRow& row) {
+  return Text(row);
 }
 
 double Percent(const WatchRow& row) {
   return row.First == 0 ? 0 : row.Change() / row.First * 100;
 }
 
-std::string Signed(double value, const std::string& text) {
-  return (value > 0 ? "+" : "") + text;
+constexpr int kPercentDecimals = 2;
+
+std::wstring PercentText(const WatchRow& row) {
+  const double shown = Percent(row) >= 0.005 ? 1 : 0;
+  return WithSign(shown, DecimalText(Percent(row), kPercentDecimals));
 }
 
-std::string PercentText(const WatchRow& row) {
-  char text[64];
-  std::snprintf(text, sizeof text, "%.2f", Percent(row));
-  return std::string(text) == "-0.00" ? "0.00" : Signed(Percent(row) >= 0.005 ? 1 : 0, text);
-}
-
-std::string TimeOfDay(const WatchRow& row) {
+std::wstring TimeOfDay(const WatchRow& row) {
   const std::size_t dash = row.Time.find('-');
-  return dash == std::string::npos ? row.Time : row.Time.substr(dash + 1);
+  return CodePageToWide(dash == std::string::npos ? row.Time : row.Time.substr(dash + 1));
+}
+
+SheetValue TimeValue(const WatchRow& row) {
+  DayTime time;
+  return ParseDayTime(row.Time, time) ? SheetValue(time.Seconds) : SheetValue();
+}
+
+template <std::uint64_t WatchRow::*Member>
+std::wstring Counted(const WatchRow& row) {
+  return CountText(row.*Member);
+}
+template <std::uint64_t WatchRow::*Member>
+SheetValue AsCount(const WatchRow& row) {
+  return static_cast<std::int64_t>(row.*Member);
 }
 
 Trend TickOf(const WatchRow& row) {
@@ -181,35 +160,64 @@ Trend ChangeOf(const WatchRow& row) {
   return row.ChangeTrend();
 }
 
-}  // namespace
+// One row feeds display, sort, storage and sheets.
+struct WatchColumn {
+  ListColumn Shown;
+  bool OfTrades;  // empty until the security has traded
+  std::wstring (*Text)(const WatchRow& row);
+  SheetValue (*Value)(const WatchRow& row);
+  Trend (*TrendOf)(const WatchRow& row) = nullptr;  // null: always None
+};
 
-std::string PriceText(double price) {
-  char text[400];
-  std::snprintf(text, sizeof text, "%.4f", std::fabs(price));
-  std::string digits = text;
-  const std::size_t point = digits.find('.');
-  if (!std::isfinite(price) || point == std::string::npos) return std::isfinite(price) ? digits : "";
-  while (digits.size() > point + 3 && digits.ends_with('0')) digits.pop_back();
-  const bool negative = price < 0 && digits.find_first_not_of("0.") != std::string::npos;
-  for (std::size_t place = point; place > 3; place -= 3) digits.insert(place - 3, 1, ',');
-  return (negative ? "-" : "") + digits;
+template <std::string WatchRow::*Member>
+constexpr WatchColumn TextColumn(const wchar_t* title, int widthPx) {
+  return {{title, widthPx}, false, Own<Member>, AsText<Own<Member>>};
 }
 
-const WatchColumn kWatchColumns[kWatchColumnCount] = {
-    {L"Exchange", 82, false, false, Own<&WatchRow::Exchange>, ByText<&WatchRow::Exchange>, nullptr},
-    {L"Security", 176, false, false, Own<&WatchRow::SecurityID>, ByText<&WatchRow::SecurityID>, nullptr},
-    {L"Symbol", 72, false, false, Own<&WatchRow::Symbol>, ByText<&WatchRow::Symbol>, nullptr},
-    {L"Name", 290, false, false, Own<&WatchRow::Name>, ByText<&WatchRow::Name>, nullptr},
-    {L"Expiry", 80, false, false, Own<&WatchRow::ExpiryDate>, ByText<&WatchRow::ExpiryDate>, nullptr},
-    {L"Last", 92, true, true, [](const WatchRow& row) { return PriceText(row.Last); },
-     [](const WatchRow& left, const WatchRow& right) { return Order(left.Last, right.Last); }, TickOf},
-    {L"Change", 82, true, true, [](const WatchRow& row) { return Signed(row.Change(), PriceText(row.Change())); },
-     [](const WatchRow& left, const WatchRow& right) { return Order(left.Change(), right.Change()); }, ChangeOf},
-    {L"Change %", 84, true, true, PercentText,
-     [](const WatchRow& left, const WatchRow& right) { return Order(Percent(left), Percent(right)); }, ChangeOf},
-    {L"Quantity", 92, true, true, [](const WatchRow& row) { return WithThousands(row.Quantity); },
-     [](const WatchRow& left, const WatchRow& right) { return Order(left.Quantity, right.Quantity); }, nullptr},
-    {L"Trades", 72, true, true, [](const WatchRow& row) { return WithThousands(row.Trades); },
-     [](const WatchRow& left, const WatchRow& right) { return Order(left.Trades, right.Trades); }, nullptr},
-    {L"Time", 82, true, true, TimeOfDay, ByText<&WatchRow::Time>, nullptr},
+constexpr WatchColumn kColumns[] = {
+    TextColumn<&WatchRow::Exchange>(L"Exchange", 82),
+    TextColumn<&WatchRow::SecurityID>(L"Security", 176),
+    TextColumn<&WatchRow::Symbol>(L"Symbol", 72),
+    TextColumn<&WatchRow::Name>(L"Name", 290),
+    TextColumn<&WatchRow::ExpiryDate>(L"Expiry", 80),
+    {{L"Last", 92, SheetKind::Decimal, 4},
+     true,
+     [](const WatchRow& row) { return PriceText(row.Last); },
+     [](const WatchRow& row) { return SheetValue(row.Last); },
+     TickOf},
+    {{L"Change", 82, SheetKind::Decimal, 4},
+     true,
+     [](const WatchRow& row) { return WithSign(row.Change(), PriceText(row.Change())); },
+     [](const WatchRow& row) { return SheetValue(row.Change()); },
+     ChangeOf},
+    {{L"Change %", 84, SheetKind::Decimal, kPercentDecimals},
+     true,
+     PercentText,
+     [](const WatchRow& row) { return SheetValue(Percent(row)); },
+     ChangeOf},
+    {{L"Quantity", 92, SheetKind::Whole}, true, Counted<&WatchRow::Quantity>, AsCount<&WatchRow::Quantity>},
+    {{L"Trades", 72, SheetKind::Whole}, true, Counted<&WatchRow::Trades>, AsCount<&WatchRow::Trades>},
+    {{L"Time", 82, SheetKind::DateTime}, true, TimeOfDay, TimeValue},
 };
+
+}  // namespace
+
+std::span<const ListColumn> MarketWatch::Columns() const {
+  static constexpr auto kShown = ListColumnsOf(kColumns);
+  return kShown;
+}
+
+std::wstring MarketWatch::Text(ListRow row, std::size_t column) const {
+  const WatchColumn& told = kColumns[column];
+  return told.OfTrades && At(row).Trades == 0 ? std::wstring() : told.Text(At(row));
+}
+
+SheetValue MarketWatch::Value(ListRow row, std::size_t column) const {
+  const WatchColumn& told = kColumns[column];
+  return told.OfTrades && At(row).Trades == 0 ? SheetValue() : told.Value(At(row));
+}
+
+Trend MarketWatch::TrendAt(ListRow row, std::size_t column) const {
+  const WatchColumn& told = kColumns[column];
+  return told.TrendOf == nullptr || At(row).Trades == 0 ? Trend::None : told.TrendOf(At(row));
+}

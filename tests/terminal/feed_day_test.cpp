@@ -1,4 +1,5 @@
 // Trades of a feed as a day: download, live trades, corrections, what the feed tells.
+#include "platform/locale.h"
 #include "terminal/play/player.h"
 #include "terminal/program/log_recording.h"
 #include "terminal/watch/market_watch.h"
@@ -93,8 +94,10 @@ TEST_F(FeedDayTest, MarketWatchCountsEachTradeOnce) {
   Begin();
   const auto row = [this] {
     PlayAfter();
-    const WatchRow& ibm = Watch.RowAt(Watch.RowOf("IBM"));
-    return std::to_string(ibm.Trades) + " " + std::to_string(ibm.Quantity) + " " + PriceText(ibm.Last);
+    constexpr std::size_t kLastPrice = 5;
+    const WatchRow& ibm = Watch.At(*Watch.Find("IBM"));
+    return std::to_string(ibm.Trades) + " " + std::to_string(ibm.Quantity) + " " +
+           WideToCodePage(Watch.Text(*Watch.Find("IBM"), kLastPrice));
   };
   EXPECT_EQ(row(), "2 30 6.00");
   const std::tuple<std::uint32_t, std::uint32_t, double, const char*> replaced[] = {

@@ -140,7 +140,7 @@ const std::string kSampleText =
     "101=2 10002=9101 20014=4000000000 30001=18446744073709551615 40002=99.25 "
     "50000=0x000000000000000000000000000000A5 55010='CO\"\\x80~\\x7F\\x1F ' 60003=250";
 
-TEST(MessageLog, WritesRowsAsCsv) {
+TEST(MessageLog, ShowsMessagesAndNotes) {
   for (std::size_t size = 0; size < kSample.size(); ++size)  // each cut reads what is whole
     EXPECT_TRUE(kSampleText.starts_with(FieldsText(ExactSpan(kSample.substr(0, size))))) << size;
   MessageLog log;
@@ -148,16 +148,17 @@ TEST(MessageLog, WritesRowsAsCsv) {
   for (const std::uint16_t number : Numbers{32003, 1}) log.Add(false, number, {});
   log.AddNote(true, "gap: 5\nto 7");
   log.AddNote(false, "Live");
-  std::ostringstream file;
-  const std::size_t rows[] = {4, 3, 2, 1, 0};
-  WriteLog(file, log, rows);
-  std::string expected = "No.,Time,Direction,Message,Meaning,Bytes,Fields\r\n1,TIME,to plug-in,9101,live trade," +
-                         std::to_string(kSample.size()) + ",\"" + kSampleText +
-                         "\"\r\n2,TIME,from plug-in,32003,show properties,0,\"\"\r\n3,TIME,from plug-in,1,,0,\"\"\r\n"
-                         "4,TIME,feed,,alarm,,\"gap: 5 to 7\"\r\n5,TIME,feed,,connection,,\"Live\"";
-  expected.insert(expected.find("CO\"") + 2, "\"");  // quotes stand twice
-  for (const std::size_t row : rows) expected.replace(expected.find("TIME"), 4, LogText(log.At(row), LogColumn::Time));
-  EXPECT_EQ(file.str(), expected);
+  std::wstring texts;
+  for (ListRow row = log.FirstRow(); row < log.EndRow(); ++row)
+    for (const LogColumn column : {LogColumn::Count, LogColumn::Direction, LogColumn::Number, LogColumn::Meaning,
+                                   LogColumn::Bytes, LogColumn::Fields})
+      texts += log.Text(row, static_cast<std::size_t>(column)) + L"|";
+  EXPECT_EQ(texts, L"1|to plug-in|9101|live trade|" + std::to_wstring(kSample.size()) + L"|" +
+                       std::wstring(kSampleText.begin(), kSampleText.end()) +
+                       L"|2|from plug-in|32003|show properties|0||3|from plug-in|1||0||"
+                       L"4|feed||alarm||gap: 5 to 7|5|feed||connection||Live|");
+  EXPECT_EQ(log.Value(1, static_cast<std::size_t>(LogColumn::Number)), SheetValue(std::int64_t{32003}));
+  EXPECT_EQ(log.Value(3, static_cast<std::size_t>(LogColumn::Bytes)), SheetValue()) << "a note";
   LoggedMessage message;
   message.Time = std::chrono::system_clock::time_point(std::chrono::milliseconds(65007));
   const std::string time = LogText(message, LogColumn::Time);  // the hour is that of the place

@@ -151,7 +151,7 @@ TEST(WindowMemory, KeepsTheLatestFeeds) {
 
 TEST(WindowMemory, KeepsOnlyPossiblePlaces) {
   WindowMemory memory(TestFolder());
-  EXPECT_FALSE(memory.LoadFrame() || memory.LoadWatch() || memory.LoadDay());
+  EXPECT_FALSE(memory.LoadFrame() || memory.LoadList(L"MarketWatch") || memory.LoadDay());
   const auto keepsFrame = [&memory](const SettingsRectangle& rectangle) {
     memory.SaveFrame({rectangle, true});
     const auto kept = memory.LoadFrame();
@@ -162,10 +162,10 @@ TEST(WindowMemory, KeepsOnlyPossiblePlaces) {
   EXPECT_FALSE(keepsFrame({-32001, 0, 800, 800}) || keepsFrame({0, 0, 800, 32001}) ||
                keepsFrame({0, -32001, 800, 800}));
   const auto keepsColumn = [&memory](const ColumnPlace& column) {
-    const WatchPlace place{{{L"Name", 100}, column}, L"Last", false};
-    memory.SaveWatch(place);
-    const auto kept = memory.LoadWatch();
-    return kept && kept->Columns == place.Columns && !kept->Rising;
+    const ListPlace place{{{L"Name", 100, L"<x\"> &"}, column}, L"Last", false, true};
+    memory.SaveList(L"MarketWatch", place);
+    const auto kept = memory.LoadList(L"MarketWatch");
+    return kept && kept->Columns == place.Columns && !kept->Rising && kept->FilterShown;
   };
   EXPECT_TRUE(keepsColumn({L"Last", 10}) && keepsColumn({L"Last", 4000}));
   EXPECT_FALSE(keepsColumn({L"Last", 9}) || keepsColumn({L"Last", 4001}) || keepsColumn({L"", 90}));

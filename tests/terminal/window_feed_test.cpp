@@ -4,6 +4,7 @@
 #include <wx/stattext.h>
 #include <wx/statusbr.h>
 
+#include "platform/locale.h"
 #include "terminal/windows/frame/window_tools.h"
 #include "terminal/windows/session/window_session.h"
 #include "tests/terminal/fake_feed.h"
@@ -79,7 +80,8 @@ TEST_F(WindowFeedTest, ShowsStateAlarmsAndTradesAsTheyCome) {
     EXPECT_NE(item->GetKind() == wxITEM_RADIO, item->IsEnabled()) << "speeds are for files";
   std::string told;
   EXPECT_TRUE(tells(4));
-  for (int row = grid.GetVirtualRows() - 1; row >= 0; --row) told += grid.CellText(row, LogColumn::Fields) + "|";
+  for (int row = grid.GetVirtualRows() - 1; row >= 0; --row)
+    told += WideToCodePage(grid.TextAt(row, static_cast<std::size_t>(LogColumn::Fields))) + "|";
   EXPECT_EQ(told, "Downloading, reading|Live, reading|gap: 5 to 7|Lost: no answer; connecting again|");
   Plan.CaughtUpAfter = 3;
   Session->Commands().Run(TerminalCommand::NewLogin);

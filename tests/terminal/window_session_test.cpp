@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "platform/locale.h"
 #include "terminal/common/errors.h"
 #include "terminal/windows/drivers/screen_picture.h"
 #include "tests/terminal/test_files.h"
@@ -276,6 +277,8 @@ TEST_F(WindowSessionTest, KeepsPlacesAndSort) {
   EXPECT_EQ(grid.Selected()->Trades, 4U);
   grid.SetColumnWidth(3, 333);
   columns.SetColumnDisplayPos(0, 3);
+  grid.EnableFilterBar(true);
+  grid.SetFilterText(1, L"ba");
   const std::vector<int> order = columns.DisplayColumns();
   // A window manager may still be placing the new window.
   EXPECT_TRUE(PumpUntil([this] {
@@ -289,12 +292,17 @@ TEST_F(WindowSessionTest, KeepsPlacesAndSort) {
   Open();
   EXPECT_EQ(Checked(), "00010100") << "sixty times";
   EXPECT_TRUE(PumpUntil([this] { return Main().IsMaximized(); }));
-  Main().Maximize(false);
-  EXPECT_TRUE(PumpUntil([this] { return Main().GetSize() == wxSize(900, 640); }));
+  EXPECT_TRUE(PumpUntil([this] {
+    Main().Maximize(false);
+    return Main().GetSize() == wxSize(900, 640);
+  }));
   const CQORPGridColumnsInfo& again = Watch().Grid().GetColumnsInfo();
   EXPECT_EQ(again.GetColumnWidth(3), 333);
   EXPECT_EQ(again.DisplayColumns(), order);
   EXPECT_EQ(again.GetColumnState(5), 1);
+  EXPECT_TRUE(Watch().Grid().IsFilterBarEnabled());
+  EXPECT_EQ(Watch().Grid().GetFilterText(1), L"ba");
+  EXPECT_EQ(Watch().Grid().GetVirtualRows(), 1) << "filtered";
   Close();
   WindowMemory memory(Given.Work);
   memory.SaveFrame({{20000, 20000, 20900, 20640}, false});
@@ -404,11 +412,15 @@ TEST_F(WindowSessionTest, ScriptTakesBooksByTheirTitles) {
   EXPECT_GT(windows, 2U);
 }
 
+std::string TextOf(const LogGrid& grid, int row, LogColumn column) {
+  return WideToCodePage(grid.TextAt(row, static_cast<std::size_t>(column)));
+}
+
 TEST_F(WindowSessionTest, LogsMessagesOfBothDirections) {
   LogGrid& grid = Session->GetWindows().Messages().Grid();
   const auto shown = [&grid](LogColumn column) {
     Texts texts;
-    for (int row = 0; row < grid.GetVirtualRows(); ++row) texts.push_back(grid.CellText(row, column));
+    for (int row = 0; row < grid.GetVirtualRows(); ++row) texts.push_back(TextOf(grid, row, column));
     return texts;
   };
   WaitForEnd();
@@ -417,8 +429,8 @@ TEST_F(WindowSessionTest, LogsMessagesOfBothDirections) {
   EXPECT_TRUE(PumpUntil([&grid] { return grid.GetVirtualRows() > 0; }));
   EXPECT_EQ(shown(LogColumn::Number),
             (Texts{"9101", "9101", "30020", "32022", "8112", "8111", "8111", "30022", "30026", "32005", "30025"}));
-  EXPECT_EQ(grid.CellText(8, LogColumn::Fields), "20128=0 30002=0");
-  EXPECT_EQ(grid.CellText(-1, LogColumn::Number) + grid.CellText(11, LogColumn::Number), "");
+  EXPECT_EQ(TextOf(grid, 8, LogColumn::Fields), "20128=0 30002=0");
+  EXPECT_EQ(TextOf(grid, -1, LogColumn::Number) + TextOf(grid, 11, LogColumn::Number), "");
   grid.SetFilterText(static_cast<int>(LogColumn::Direction), L"FROM");
   EXPECT_EQ(shown(LogColumn::Meaning), (Texts{"what is selected?", "register the beat"}));
   grid.SetCurSel(0);
@@ -429,8 +441,8 @@ TEST_F(WindowSessionTest, LogsMessagesOfBothDirections) {
   answers.SaveAs = TestFolder() / "messages.csv";
   Press(*grid.GetRowsWindow(), 'S', kControl);
   const std::string saved = ReadFile(answers.SaveAs);
-  EXPECT_EQ(std::count(saved.begin(), saved.end(), '\n'), 3);
-  EXPECT_LT(saved.find(",32005,register the beat,"), saved.find(",32022,what is selected?,"));
+  EXPECT_EQ(std::count(saved.begin(), saved.end(), '\n'), 4);
+  EXPECT_GT(saved.find(",32005,register the beat,"), saved.find(",32022,what is selected?,")) << "as shown";
   grid.SetFilterText(static_cast<int>(LogColumn::Number), L"05");
   EXPECT_EQ(shown(LogColumn::Meaning), Texts{"register the beat"});
   answers.SaveAs = TestFolder() / "no" / "messages.csv";
@@ -454,7 +466,7 @@ TEST_F(WindowSessionTest, LogShowsTheLatestMessages) {
     grid.ShowChanges();
   }
   ASSERT_EQ(grid.GetVirtualRows(), static_cast<int>(MessageLog::kMost));
-  EXPECT_EQ(grid.CellText(grid.GetVirtualRows() - 1, LogColumn::Count), "4");
+  EXPECT_EQ(TextOf(grid, grid.GetVirtualRows() - 1, LogColumn::Count), "4");
   Frame->DestroyChildren();  // ahead of the log
 }
 
@@ -495,7 +507,7 @@ TEST_F(WindowSessionTest, MarketWatchColoursChangesAndMarksFreshRows) {
   grid.SelectAll();
   ASSERT_TRUE(grid.Copy());
   EXPECT_NE(CopiedText().find("A\tNONE\tS\tN\t\t\t\t\t\t\t"), std::string::npos) << "a row without trades";
-  grid.SetPlace({{{L"Gone", 50}, {kWatchColumns[5].Title, 77}}, L"Gone"});
+  grid.SetPlace({{{L"Gone", 50, {}}, {rows.Columns()[5].Title, 77, {}}}, L"Gone"});
   EXPECT_EQ(grid.GetColumnsInfo().DisplayColumns().front(), 5);
   Frame->DestroyChildren();  // ahead of the rows
 }

@@ -149,8 +149,10 @@ fs::path StartFolder(const fs::path& proposal) {
   return folder.has_relative_path() ? folder : CurrentFolder();
 }
 
-// In upper and lower case, as file names on Linux are case-sensitive.
+// In upper and lower case, as file names on Linux are case-sensitive. A filter with patterns of its own has them
+// already.
 wxString Wildcard(const std::wstring& filter, const std::wstring& extension) {
+  if (filter.find(L'|') != std::wstring::npos) return filter;
   const wxString pattern = L"*" + extension;
   return filter + L"|" + pattern.Lower() + L";" + pattern.Upper();
 }
@@ -164,6 +166,15 @@ CQORPFileDialog::CQORPFileDialog(wxWindow* parent, const fs::path& proposal, con
                    wxFD_SAVE | wxFD_OVERWRITE_PROMPT),
       Proposed(proposal),
       Extension(extension) {}
+
+// That of the first pattern of the type that the user chose.
+std::wstring CQORPFileDialog::ChosenExtension() const {
+  wxArrayString texts;
+  wxArrayString patterns;
+  wxParseCommonDialogsFilter(GetWildcard(), texts, patterns);
+  const auto chosen = static_cast<std::size_t>(std::max(GetFilterIndex(), 0));
+  return chosen < patterns.size() ? patterns[chosen].BeforeFirst(';').AfterFirst('*').ToStdWstring() : Extension;
+}
 
 // The system asks only about the name that the user typed.
 bool CQORPFileDialog::MayReplace(const fs::path& path) {
@@ -182,7 +193,7 @@ std::optional<fs::path> CQORPFileDialog::AskForPath() {
     if (!Answer.empty()) return Answer;
     const fs::path path = PathOfWide(GetPath().ToStdWstring());
     if (path.has_extension()) return path;
-    const fs::path extended = fs::path(path) += Extension;
+    const fs::path extended = fs::path(path) += ChosenExtension();
     if (MayReplace(extended)) return extended;
   }
   return std::nullopt;

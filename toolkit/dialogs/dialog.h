@@ -100,12 +100,13 @@ class FocusReturn {
 class TOOLKIT_EXPORT CQORPFileDialog : public wxFileDialog {
  public:
   // The dialog starts in the folder of the proposal, or its nearest existing parent; in the current folder if the
-  // proposal has none. The filter is the text of the list of types, with the extension in parentheses.
+  // proposal has none. The filter is the text of the list of types, with the extension in parentheses; or several
+  // types, as wxFileDialog takes them.
   CQORPFileDialog(wxWindow* parent, const std::filesystem::path& proposal, const std::wstring& extension,
                   const std::wstring& filter);
 
-  // The chosen path, with the extension if the user typed none; asks before it replaces a file. Empty if the user
-  // cancels.
+  // The chosen path, with the extension of the type if the user typed none; asks before it replaces a file. Empty if
+  // the user cancels.
   std::optional<std::filesystem::path> AskForPath();
 
   // For a wxModalDialogHook that answers for the user and ends the dialog with wxID_OK.
@@ -114,6 +115,7 @@ class TOOLKIT_EXPORT CQORPFileDialog : public wxFileDialog {
 
  private:
   bool MayReplace(const std::filesystem::path& path);
+  std::wstring ChosenExtension() const;
 
   std::filesystem::path Proposed;
   std::wstring Extension;

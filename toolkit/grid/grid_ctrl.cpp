@@ -238,6 +238,9 @@ void CQORPGridCtrl::AdjustLayout() {
 void CQORPGridCtrl::RedrawRows() {
   Parts->Repaint();
 }
+void CQORPGridCtrl::RedrawRow(int row) {
+  if (Parts->View) Parts->View->RepaintRow(row);
+}
 
 void CQORPGridCtrl::NameForReaders(const std::wstring& name) {
   if (Parts->View) Parts->NameForReaders(name);

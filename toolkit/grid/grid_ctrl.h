@@ -115,6 +115,8 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
   void ReposItems() { AdjustLayout(); }
   // Repaints the rows at the next paint event.
   void RedrawRows();
+  // The same for one row; a no-op for a row out of view.
+  void RedrawRow(int row);
   // Sets the name that screen readers say; call Create before.
   void NameForReaders(const std::wstring& name);
   // Font of rows and header.

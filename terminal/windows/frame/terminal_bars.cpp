@@ -36,24 +36,37 @@ int TerminalBar::OnTabCloseButton() {
   return 1;
 }
 
+void ListBar::HoldList(ListGrid* list) {
+  List = list;
+  Hold(list);
+}
+
+void ListBar::Save(WindowMemory& memory) {
+  TerminalBar::Save(memory);
+  memory.SaveList(ListSection, List->GetPlace());
+}
+
+void ListBar::Restore(WindowMemory& memory) {
+  TerminalBar::Restore(memory);
+  if (const auto place = memory.LoadList(ListSection)) List->SetPlace(*place);
+}
+
+void ListBar::ShowChanges() {
+  if (IsBarShown()) List->ShowChanges();
+}
+
+void ListBar::OnBarFocus() {
+  List->GetRowsWindow()->SetFocus();
+}
+
 bool MarketWatchBar::Create(CQORPDockingManager& manager, std::uint32_t id, MarketWatch& rows,
                             std::function<void()> opened) {
   const wxRect floating(manager.Frame().GetPosition() + FromDIP(wxPoint(80, 120)), FromDIP(wxSize(760, 420)));
   if (!CreateBar(manager, L"Market Watch", floating, id)) return false;
   Rows = &MakeChild<MarketWatchGrid>(rows, std::move(opened));
   if (!Rows->Create(this, wxID_ANY)) return false;
-  Hold(Rows);
+  HoldList(Rows);
   return true;
-}
-
-void MarketWatchBar::Save(WindowMemory& memory) {
-  TerminalBar::Save(memory);
-  memory.SaveWatch(Rows->GetPlace());
-}
-
-void MarketWatchBar::Restore(WindowMemory& memory) {
-  TerminalBar::Restore(memory);
-  if (const auto place = memory.LoadWatch()) Rows->SetPlace(*place);
 }
 
 void MarketWatchBar::PlaceFirst() {
@@ -61,29 +74,17 @@ void MarketWatchBar::PlaceFirst() {
   ShowControlBar(true);
 }
 
-void MarketWatchBar::OnBarFocus() {
-  Rows->GetRowsWindow()->SetFocus();
-}
-
 bool LogBar::Create(CQORPDockingManager& manager, std::uint32_t id, MessageLog& log) {
   const wxRect floating(manager.Frame().GetPosition() + FromDIP(wxPoint(120, 160)), FromDIP(wxSize(900, 360)));
   if (!CreateBar(manager, L"Messages", floating, id)) return false;
   Rows = &MakeChild<LogGrid>(log);
   if (!Rows->Create(this, wxID_ANY)) return false;
-  Hold(Rows);
+  HoldList(Rows);
   return true;
-}
-
-void LogBar::ShowChanges() {
-  if (IsBarShown()) Rows->ShowChanges();
 }
 
 void LogBar::PlaceFirst() {
   DockControlBar(DockSide::Bottom);
-}
-
-void LogBar::OnBarFocus() {
-  Rows->GetRowsWindow()->SetFocus();
 }
 
 namespace {

@@ -40,18 +40,33 @@ class TerminalBar : public CQORPDockingControlBar {
   const wchar_t* Section;
 };
 
-class MarketWatchBar : public TerminalBar {
+// A bar with one of the terminal's lists.
+class ListBar : public TerminalBar {
  public:
-  MarketWatchBar() : TerminalBar(L"MarketWatchBar") {}
+  // Sections of the file of windows: of the bar's place, and of the columns, filter and sort of its list.
+  ListBar(const wchar_t* section, const wchar_t* listSection) : TerminalBar(section), ListSection(listSection) {}
+
+  void Save(WindowMemory& memory) override;
+  void Restore(WindowMemory& memory) override;
+  // Call on the beat; a hidden bar costs nothing.
+  void ShowChanges();
+  void OnBarFocus() override;
+
+ protected:
+  // Fills the bar; the list is a child window.
+  void HoldList(ListGrid* list);
+
+ private:
+  const wchar_t* ListSection;
+  ListGrid* List = nullptr;
+};
+
+class MarketWatchBar : public ListBar {
+ public:
+  MarketWatchBar() : ListBar(L"MarketWatchBar", L"MarketWatch") {}
   // False when no window could be made.
   bool Create(CQORPDockingManager& manager, std::uint32_t id, MarketWatch& rows, std::function<void()> opened);
   MarketWatchGrid& Grid() const noexcept { return *Rows; }
-
-  // Places of the bar and of its columns.
-  void Save(WindowMemory& memory) override;
-  void Restore(WindowMemory& memory) override;
-
-  void OnBarFocus() override;
 
  private:
   void PlaceFirst() override;  // a tab
@@ -59,16 +74,12 @@ class MarketWatchBar : public TerminalBar {
   MarketWatchGrid* Rows = nullptr;  // a child window
 };
 
-class LogBar : public TerminalBar {
+class LogBar : public ListBar {
  public:
-  LogBar() : TerminalBar(L"LogBar") {}
+  LogBar() : ListBar(L"LogBar", L"Messages") {}
   // False when no window could be made.
   bool Create(CQORPDockingManager& manager, std::uint32_t id, MessageLog& log);
   LogGrid& Grid() const noexcept { return *Rows; }
-  // Call on the beat; a hidden bar costs nothing.
-  void ShowChanges();
-
-  void OnBarFocus() override;
 
  private:
   void PlaceFirst() override;  // at the bottom, hidden

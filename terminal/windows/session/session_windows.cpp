@@ -69,7 +69,7 @@ void SessionWindows::Show() {
 }
 
 void SessionWindows::ShowChanges() {
-  WatchBar->Grid().ShowChanges();
+  WatchBar->ShowChanges();
   PropertiesBar->FollowBook();
   MessagesBar->ShowChanges();
 }
