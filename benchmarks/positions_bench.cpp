@@ -123,6 +123,6 @@ BENCHMARK(PositionOfATrade)
     ->ArgsProduct({{0, 1}, {0, 1}})
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(BeatOfPositions)->Iterations(10)->Unit(benchmark::kMicrosecond);
-BENCHMARK(LedgerOfATrade)->Arg(20'000)->Arg(kMillion)->Iterations(3)->Unit(benchmark::kMicrosecond);
+BENCHMARK(LedgerOfATrade)->Arg(2 * kPrints)->Arg(kMillion)->Iterations(3)->Unit(benchmark::kMicrosecond);
 
 }  // namespace

@@ -21,6 +21,10 @@ class IndexTable {
       if (Slots[at].Hash == hash && isIt(Slots[at].Index)) return Slots[at].Index;
     return kNone;
   }
+  // Has the memory load the place where Find begins.
+  void Prefetch(std::uint32_t hash) const noexcept {
+    if (!Slots.empty()) __builtin_prefetch(&Slots[HomeOf(hash)], 1);
+  }
   // Requires: Find does not find the element.
   void Add(std::uint32_t hash, std::uint32_t index) {
     if ((Count + 1) * 4 > Slots.size() * 3) Grow();

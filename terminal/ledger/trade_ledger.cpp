@@ -48,9 +48,13 @@ std::uint32_t TradeLedger::NumberPlace(std::uint32_t number) const {
 }
 
 void TradeLedger::OnTradeSent(const TradePrint& print) {
-  const auto execution = AddExecution(print.ExchangeOrderNo, print.ExchangeTradeID);
+  ByNumber.Prefetch(IndexTable::HashOf(print.Number));
+  const ExecutionKey key(print);
+  ByExecution.Prefetch(key.Hash);
+  const std::int64_t seconds = SecondsOf(print);  // meanwhile
+  const auto execution = AddExecution(key);
   if (!execution) return;
-  const Entry entry = EntryOf(print, SecondsOf(print), *execution);
+  const Entry entry = EntryOf(print, seconds, *execution);
   if (DownloadComplete)
     Enter(entry);
   else
@@ -72,20 +76,22 @@ std::string_view TradeLedger::KeyOf(const Execution& execution) const {
 }
 
 // Intentional: the two texts joined without a separator are the key, as in the plug-in.
-std::optional<std::uint32_t> TradeLedger::AddExecution(std::string_view orderNo, std::string_view tradeId) {
-  const std::size_t start = Characters.size();
-  Characters.append(orderNo).append(tradeId);
-  const std::string_view key = std::string_view(Characters).substr(start);
-  const std::uint32_t hash = IndexTable::HashOf(key);
-  const auto isIt = [&](std::uint32_t at) { return KeyOf(Executions[at]) == key; };
-  if (ByExecution.Find(hash, isIt) != IndexTable::kNone) {
-    Characters.resize(start);
-    return std::nullopt;
-  }
+TradeLedger::ExecutionKey::ExecutionKey(const TradePrint& print) {
+  OrderLength = std::strlen(print.ExchangeOrderNo);
+  TradeLength = std::strlen(print.ExchangeTradeID);
+  std::memcpy(Characters, print.ExchangeOrderNo, OrderLength);
+  std::memcpy(Characters + OrderLength, print.ExchangeTradeID, TradeLength);
+  Hash = IndexTable::HashOf(Text());
+}
+
+std::optional<std::uint32_t> TradeLedger::AddExecution(const ExecutionKey& key) {
+  const auto isIt = [&](std::uint32_t at) { return KeyOf(Executions[at]) == key.Text(); };
+  if (ByExecution.Find(key.Hash, isIt) != IndexTable::kNone) return std::nullopt;
   const auto added = static_cast<std::uint32_t>(Executions.size());
-  Executions.push_back({static_cast<std::uint32_t>(start), static_cast<std::uint8_t>(orderNo.size()),
-                        static_cast<std::uint8_t>(tradeId.size())});
-  ByExecution.Add(hash, added);
+  Executions.push_back({static_cast<std::uint32_t>(Characters.size()), static_cast<std::uint8_t>(key.OrderLength),
+                        static_cast<std::uint8_t>(key.TradeLength)});
+  Characters.append(key.Text());
+  ByExecution.Add(key.Hash, added);
   return added;
 }
 
@@ -196,7 +202,7 @@ void TradeLedger::KeepAsAmended(std::uint32_t place) {
 
 void TradeLedger::AmendUnknown() {
   TradePrint added = Amendment.Trade;
-  const auto execution = AddExecution(added.ExchangeOrderNo, added.ExchangeTradeID);
+  const auto execution = AddExecution(ExecutionKey(added));
   if (!execution) return;
   added.Number = Amendment.Number;
   added.Quantity = Amendment.AddQuantity;

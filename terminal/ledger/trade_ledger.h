@@ -73,6 +73,15 @@ class TradeLedger : public TradeListener {
     std::uint8_t OrderLength;
     std::uint8_t TradeLength;
   };
+  struct ExecutionKey {
+    explicit ExecutionKey(const TradePrint& print);
+    std::string_view Text() const noexcept { return {Characters, OrderLength + TradeLength}; }
+
+    std::size_t OrderLength;
+    std::size_t TradeLength;
+    std::uint32_t Hash;
+    char Characters[2 * TradePrint::kLongestKey];
+  };
   struct Entry {
     LedgerTrade Trade;
     std::uint32_t Execution = 0;
@@ -81,7 +90,7 @@ class TradeLedger : public TradeListener {
   std::uint32_t NumberPlace(std::uint32_t number) const;
   std::string_view KeyOf(const Execution& execution) const;
   // Nothing if the key is known.
-  std::optional<std::uint32_t> AddExecution(std::string_view orderNo, std::string_view tradeId);
+  std::optional<std::uint32_t> AddExecution(const ExecutionKey& key);
   std::uint32_t SecurityOf(const TradePrint& print);
   std::uint32_t ClientOf(std::string_view client);
   std::int64_t SecondsOf(const TradePrint& print);
