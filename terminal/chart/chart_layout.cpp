@@ -1,0 +1,186 @@
+#include "terminal/chart/chart_layout.h"
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <cmath>
+#include <iterator>
+
+namespace {
+
+constexpr double kLeastSeconds = 20;  // of a range
+constexpr double kMargin = 0.02;      // beside the first and the last trade
+constexpr int kMostTicks = 100;
+constexpr std::int64_t kDay = 86'400;
+constexpr std::int64_t kTimeSteps[] = {1,   2,    5,    10,   15,    30,    60,    120,    300,    600,
+                                       900, 1800, 3600, 7200, 10800, 14400, 21600, 28'800, 43'200, kDay};
+
+void InsertThousands(std::string& digits) {
+  const std::size_t begin = digits.starts_with('-') ? 1 : 0;
+  for (std::size_t place = std::min(digits.find('.'), digits.size()); place > begin + 3; place -= 3)
+    digits.insert(place - 3, 1, ',');
+}
+
+// The smallest step that is at least so long; from a day on days, doubled.
+std::int64_t TimeStep(double least) {
+  for (const std::int64_t step : kTimeSteps)
+    if (static_cast<double>(step) >= least) return step;
+  std::int64_t step = kDay;
+  while (static_cast<double>(step) < least && step < INT64_MAX / 4) step *= 2;
+  return step;
+}
+
+// 1, 2 or 5 times a power of ten.
+struct PriceStep {
+  double Value = 1;
+  int Decimals = 0;
+};
+
+PriceStep PriceStepFor(double least) {
+  const double exponent = std::floor(std::log10(least));
+  for (const double factor : {1., 2., 5., 10.}) {
+    const double step = factor * std::pow(10, exponent);
+    if (step < least) continue;
+    const double decimals = factor < 10 ? -exponent : -exponent - 1;
+    return {step, static_cast<int>(std::clamp(decimals, 0., 9.))};
+  }
+  return {10 * std::pow(10, exponent), 0};
+}
+
+double FloorDay(double seconds) {
+  return std::floor(seconds / static_cast<double>(kDay));
+}
+
+ChartRange Within(ChartRange range, const ChartRange& full) {
+  if (range.Length() >= full.Length()) return full;
+  if (const double over = range.To - full.To; over > 0) return {full.To - range.Length(), full.To};
+  if (range.From < full.From) return {full.From, full.From + range.Length()};
+  return range;
+}
+
+double Share(double part, double whole) {
+  return whole > 0 ? std::clamp(part / whole, 0., 1.) : 0;
+}
+
+}  // namespace
+
+std::string FixedText(double value, int decimals) {
+  if (!std::isfinite(value)) return {};
+  char digits[400];
+  const auto [end, error] =
+      std::to_chars(std::begin(digits), std::end(digits), value, std::chars_format::fixed, decimals);
+  if (error != std::errc()) return {};
+  std::string text(digits, end);
+  if (text.starts_with('-') && text.find_first_not_of("-0.") == std::string::npos) text.erase(0, 1);
+  InsertThousands(text);
+  return text;
+}
+
+std::string ChartPriceText(double price) {
+  std::string text = FixedText(price, 4);
+  for (int more = 0; more < 2 && text.ends_with('0'); ++more) text.pop_back();
+  return text;
+}
+
+std::string ChartDateText(double seconds) {
+  const std::chrono::sys_days day{std::chrono::days(static_cast<int>(std::clamp(FloorDay(seconds), -1e6, 1e6)))};
+  const std::chrono::year_month_day date(day);
+  const auto twoDigits = [](unsigned number) { return (number < 10 ? "0" : "") + std::to_string(number); };
+  return std::to_string(int(date.year())) + "-" + twoDigits(unsigned(date.month())) + "-" +
+         twoDigits(unsigned(date.day()));
+}
+
+std::string ChartTimeText(double seconds) {
+  const int ofDay = static_cast<int>(seconds - FloorDay(seconds) * static_cast<double>(kDay));
+  char text[] = "00:00:00";
+  const auto put = [&text](int place, int number) {
+    text[place] = static_cast<char>('0' + number / 10);
+    text[place + 1] = static_cast<char>('0' + number % 10);
+  };
+  put(0, ofDay / 3600 % 24);
+  put(3, ofDay / 60 % 60);
+  put(6, ofDay % 60);
+  return text;
+}
+
+std::vector<ChartTick> PriceTicks(double low, double high, double leastPart) {
+  std::vector<ChartTick> ticks;
+  const double least = (high - low) * leastPart;
+  if (!(least > 0) || !std::isfinite(least)) return ticks;
+  const PriceStep step = PriceStepFor(least);
+  const double first = std::ceil(low / step.Value);
+  for (int at = 0; at < kMostTicks && (first + at) * step.Value <= high; ++at) {
+    const double value = (first + at) * step.Value;
+    ticks.push_back({value, FixedText(value, step.Decimals)});
+  }
+  return ticks;
+}
+
+std::vector<ChartTick> TimeTicks(const ChartRange& range, double leastPart) {
+  std::vector<ChartTick> ticks;
+  const double least = range.Length() * leastPart;
+  if (!(least > 0) || !std::isfinite(least)) return ticks;
+  const std::int64_t step = TimeStep(least);
+  const bool hasDates = FloorDay(range.From) < FloorDay(range.To);
+  const auto length = static_cast<double>(step);
+  const double first = std::ceil(range.From / length);
+  for (int at = 0; at < kMostTicks && (first + at) * length < range.To; ++at) {
+    const double value = (first + at) * length;
+    const bool isMidnight = FloorDay(value) * static_cast<double>(kDay) == value;
+    if (hasDates && isMidnight)
+      ticks.push_back({value, ChartDateText(value).substr(5)});
+    else
+      ticks.push_back({value, ChartTimeText(value).substr(0, step < 60 ? 8 : 5)});
+  }
+  return ticks;
+}
+
+std::int64_t BarSecondsFor(double leastSeconds) {
+  return TimeStep(std::max(60., leastSeconds));
+}
+
+ChartRange FullRange(std::span<const ChartPoint> points) {
+  if (points.empty()) return {};
+  const auto first = static_cast<double>(points.front().Seconds), last = static_cast<double>(points.back().Seconds);
+  const double margin = std::max(kLeastSeconds, (last - first) * kMargin);
+  return {first - margin, last + margin};
+}
+
+ChartRange RangeAround(double first, double last, const ChartRange& full) {
+  if (first > last) std::swap(first, last);
+  const double margin = std::max(kLeastSeconds, (last - first) * kMargin);
+  return Within({first - margin, last + margin}, full);
+}
+
+ChartRange Zoomed(const ChartRange& range, const ChartRange& full, double factor, double anchor) {
+  const double length = std::clamp(range.Length() * factor, std::min(kLeastSeconds, full.Length()), full.Length());
+  const double from = anchor - length * Share(anchor - range.From, range.Length());
+  return Within({from, from + length}, full);
+}
+
+ChartRange Moved(const ChartRange& range, const ChartRange& full, double seconds) {
+  return Within({range.From + seconds, range.To + seconds}, full);
+}
+
+ChartRange Followed(const ChartRange& range, const ChartRange& before, const ChartRange& now) {
+  if (range == before || before == ChartRange()) return now;
+  if (range.To >= before.To) return Within({now.To - range.Length(), now.To}, now);
+  return Within(range, now);
+}
+
+int ChartLayout::XOf(double seconds) const {
+  return Prices.Left + static_cast<int>(Share(seconds - Range.From, Range.Length()) * (Prices.Width() - 1) + 0.5);
+}
+
+int ChartLayout::YOf(double price) const {
+  return Prices.Bottom - 1 -
+         static_cast<int>(Share(price - LowPrice, HighPrice - LowPrice) * (Prices.Height() - 1) + 0.5);
+}
+
+double ChartLayout::SecondsAt(int x) const {
+  return Range.From + Range.Length() * Share(x - Prices.Left, Prices.Width() - 1);
+}
+
+double ChartLayout::PriceAt(int y) const {
+  return LowPrice + (HighPrice - LowPrice) * Share(Prices.Bottom - 1 - y, Prices.Height() - 1);
+}
