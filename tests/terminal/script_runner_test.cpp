@@ -7,7 +7,7 @@
 #include <sstream>
 
 #include "terminal/common/errors.h"
-#include "terminal/windows/drivers/screen_picture.h"
+#include "terminal/common/png_file.h"
 #include "tests/terminal/test_files.h"
 #include "tests/toolkit/gui_test.h"
 #include "toolkit/bars/docking_manager.h"
