@@ -140,6 +140,12 @@ int CQORPGridCtrl::GetVirtualRows() const noexcept {
   return Parts->State.Selection.GetRows();
 }
 
+std::wstring CQORPGridCtrl::GetCellText(int row, int column) const {
+  if (row < 0 || row >= GetVirtualRows() || column < 0 || column >= GetColumnCount() || !Parts->State.Display) return {};
+  CQORPGridCell cell;
+  return Parts->State.Display(row, column, cell) ? cell.Text : std::wstring();
+}
+
 int CQORPGridCtrl::GetCurSel() const {
   return Parts->State.Selection.GetCurrent();
 }

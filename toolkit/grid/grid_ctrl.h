@@ -78,6 +78,9 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
   void SetVirtualRows(int count, int inserted = 0, int firstInserted = 0);
   int GetVirtualRows() const noexcept;
 
+  // As shown, also of a hidden column; empty for a row or column that there is not.
+  std::wstring GetCellText(int row, int column) const;
+
   // The current row; -1 for none.
   int GetCurSel() const;
   // Selects only this row, makes it current and scrolls to it; -1 clears the selection. The first visible column
