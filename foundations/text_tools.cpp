@@ -236,6 +236,12 @@ void AppendUtf8(std::string& bytes, char32_t code) {
   put(0xF0 | (code >> 18)), follow(12), follow(6), follow(0);
 }
 
+std::string WideToUtf8(std::wstring_view text) {
+  std::string bytes;
+  for (std::size_t at = 0; at < text.size();) AppendUtf8(bytes, NextCharacter(text, at));
+  return bytes;
+}
+
 std::wstring_view TrimWide(std::wstring_view text) {
   while (!text.empty() && IsWideSpace(text.front())) text.remove_prefix(1);
   while (!text.empty() && IsWideSpace(text.back())) text.remove_suffix(1);

@@ -52,6 +52,7 @@ std::wstring Utf16ToWide(std::u16string_view text);
 // a value above U+10FFFF read as U+FFFD.
 char32_t NextCharacter(std::wstring_view text, std::size_t& at) noexcept;
 void AppendUtf8(std::string& bytes, char32_t code);
+std::string WideToUtf8(std::wstring_view text);
 
 // White space: blank, tab, line ends and their like, next line and no-break space.
 constexpr bool IsWideSpace(wchar_t character) {

@@ -28,10 +28,7 @@ void AppendPoints(std::vector<ChartPoint>& points, const TradeLedger& ledger, st
 }  // namespace
 
 std::string Utf8OfCodePage(std::string_view text) {
-  const std::wstring wide = CodePageToWide(text);
-  std::string utf8;
-  for (std::size_t at = 0; at < wide.size();) AppendUtf8(utf8, NextCharacter(wide, at));
-  return utf8;
+  return WideToUtf8(CodePageToWide(text));
 }
 
 std::vector<ChartPoint> ChartPointsOf(const TradeLedger& ledger, const LedgerSecurity& security,

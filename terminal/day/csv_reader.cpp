@@ -214,6 +214,18 @@ bool ParseDate(std::string_view text, std::int64_t& days) {
 
 }  // namespace
 
+std::string DayClockText(std::optional<std::int64_t> seconds) {
+  if (!seconds) return {};
+  const std::int64_t date = DateOf(*seconds);
+  const std::chrono::year_month_day day{std::chrono::sys_days(std::chrono::days(date))};
+  const auto second = static_cast<int>(*seconds - date * kSecondsPerDay);
+  char text[64];
+  std::snprintf(text, sizeof text, "%04d-%02u-%02u %02d:%02d:%02d", static_cast<int>(day.year()),
+                static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()), second / 3600, second / 60 % 60,
+                second % 60);
+  return text;
+}
+
 bool ParseTimeOfDay(std::string_view text, std::int64_t& seconds) {
   unsigned hour = 0;
   unsigned minute = 0;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -25,6 +26,9 @@ struct DayTime {
 // stays unchanged.
 bool ParseDayTime(std::string_view text, DayTime& time);
 bool ParseTimeOfDay(std::string_view text, std::int64_t& seconds);
+
+// "2013-10-07 10:23:45"; empty for nothing.
+std::string DayClockText(std::optional<std::int64_t> seconds);
 
 // The date of a count of seconds, as days since 1970-01-01.
 constexpr std::int64_t DateOf(std::int64_t seconds) {

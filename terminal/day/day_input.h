@@ -33,8 +33,9 @@ struct RunFiles {
   std::filesystem::path Plugin;
   std::filesystem::path Work;
   std::optional<DaySpec> Record;     // a file or a log
-  std::filesystem::path Screenshot;  // empty for none, as is the next
+  std::filesystem::path Screenshot;  // empty for none, as are the next two
   std::filesystem::path Script;
+  std::filesystem::path Report;
 };
 
 // True for a record file, by its name, and for a file that begins with wire messages; some kilobytes of garbage may

@@ -187,18 +187,6 @@ namespace {
 constexpr std::chrono::seconds kRateTime{2};
 }
 
-std::string DayClockText(std::optional<std::int64_t> seconds) {
-  if (!seconds) return {};
-  const std::int64_t date = DateOf(*seconds);
-  const std::chrono::year_month_day day{std::chrono::sys_days(std::chrono::days(date))};
-  const auto second = static_cast<int>(*seconds - date * kSecondsPerDay);
-  char text[64];
-  std::snprintf(text, sizeof text, "%04d-%02u-%02u %02d:%02d:%02d", static_cast<int>(day.year()),
-                static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()), second / 3600, second / 60 % 60,
-                second % 60);
-  return text;
-}
-
 std::string SpeedText(std::optional<double> speed) {
   if (!speed) return "full speed";
   char text[64];

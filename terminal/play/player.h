@@ -16,8 +16,6 @@
 #include "terminal/link/terminal_host.h"
 #include "terminal/play/day_sender.h"
 
-// "2013-10-07 10:23:45"; empty for nothing.
-std::string DayClockText(std::optional<std::int64_t> seconds);
 // "60x", "0.5x", "full speed".
 std::string SpeedText(std::optional<double> speed);
 

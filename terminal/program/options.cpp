@@ -112,6 +112,8 @@ constexpr OptionRow kOptions[] = {
     {"--record-mode", "0|1", TakeRecordMode, "plain or compressed messages in that file (default: 0)"},
     {"--exit-after", "SECONDS|played", TakeExitAfter,
      "close the windows after that time, or once the day has been played; with --headless end a feed"},
+    {"--report", "FILE", TakePath<&Options::Report>,
+     "with --headless: write the day report there at the end, an HTML page with positions, sums and charts"},
     {"--screenshot", "FILE", TakePath<&Options::Screenshot>,
      "write a picture of the windows into a PNG file when they close"},
     {"--script", "FILE", TakePath<&Options::Script>, "drive the windows by the commands of a text file"},
@@ -182,6 +184,8 @@ Options ParseOptions(const std::vector<Path>& arguments) {
   const bool ofWindows = (options.ExitAfter && !endsFeed) || !options.Screenshot.empty() || !options.Script.empty();
   if (ofWindows && (options.Headless || !options.Record.empty()))
     Refuse("--exit-after, --screenshot and --script say something only with windows");
+  if (!options.Report.empty() && (!options.Headless || !options.Record.empty()))
+    Refuse("--report says something only with --headless and without --record; in windows: File, Day Report");
   if (isFeed && (options.Live || options.SpeedGiven || !options.Record.empty()))
     Refuse("--live-from, --speed and --record say something only of a day of files");
   if (!options.LogAccess.empty() && !IsLog(options.Day) && !IsLog(options.Record))
@@ -202,6 +206,7 @@ RunFiles FilesOf(const Options& options) {
   if (!options.Record.empty()) files.Record.emplace(options.Record, options.LogAccess);
   files.Screenshot = full(options.Screenshot);
   files.Script = full(options.Script);
+  files.Report = full(options.Report);
   return files;
 }
 

@@ -33,6 +33,7 @@ struct Options {
   std::filesystem::path Record;  // or the address of a log
   std::filesystem::path Screenshot;
   std::filesystem::path Script;
+  std::filesystem::path Report;
   std::optional<LiveFrom> Live;
   std::optional<double> Speed;  // times real time; nothing for as fast as the plug-in takes it, unless it is not given
   bool SpeedGiven = false;

@@ -15,6 +15,7 @@
 #include "terminal/play/player.h"
 #include "terminal/program/feed_watch.h"
 #include "terminal/program/log_recording.h"
+#include "terminal/report/day_report.h"
 
 namespace {
 
@@ -73,8 +74,16 @@ void RecordDay(const RunFiles& files, const Options& options, BadLineReport& bad
   RecordIntoFile(files, options, badLines, out);
 }
 
+// A night job learns of a wrong folder before the day is played.
+void CheckReportFolder(const Path& report) {
+  std::error_code error;
+  if (!report.empty() && !std::filesystem::is_directory(report.parent_path(), error))
+    ThrowFileError(report, "cannot be written", std::make_error_code(std::errc::no_such_file_or_directory));
+}
+
 void PlayDay(const RunFiles& files, const Options& options, BadLineReport& badLines, std::ostream& out,
              std::ostream& errors) {
+  CheckReportFolder(files.Report);
   DayInput input(files, options.Live, badLines);
   NumberedDay& script = input.Open();
   EnterWorkingFolder(files.Work, ProgramFolder() / "working_folder");
@@ -89,8 +98,9 @@ void PlayDay(const RunFiles& files, const Options& options, BadLineReport& badLi
   PlayProgress progress(errors, clock);
   const PlayClock::Time start = clock.Now();
   FeedWatch watch(input, options, clock, progress, errors);
-  summary.Played =
-      DayPlayer(plugin, beat, clock, progress, options.Speed).Play(script, [&watch] { return watch.GoesOn(); });
+  TradeLedger ledger;
+  summary.Played = DayPlayer(plugin, beat, clock, progress, options.Speed, files.Report.empty() ? nullptr : &ledger)
+                       .Play(script, [&watch] { return watch.GoesOn(); });
   summary.Time = clock.Now() - start;
   watch.TellNews();
   progress.Finish();
@@ -100,6 +110,7 @@ void PlayDay(const RunFiles& files, const Options& options, BadLineReport& badLi
   summary.Received = host.Received();
   summary.BadLines = badLines.Count();
   out << SummaryText(summary);
+  if (!files.Report.empty()) SaveDayReport(ledger, {.Day = files.Day.Name()}, files.Report);
 }
 
 ExitCode Run(const Options& options, PlayInWindowsFunction playInWindows, std::ostream& out, std::ostream& errors) {

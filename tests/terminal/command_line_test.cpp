@@ -58,6 +58,8 @@ TEST(Options, RejectsWithOneSentence) {
       {{"--record-mode", "1"}, "--record-mode says something only with --record"},
       {{"--headless", "--exit-after", "1"}, "--exit-after, --screenshot and --script say something only with windows"},
       {{"--record", "r", "--script", "s"}, "--exit-after, --screenshot and --script say something only with windows"},
+      {{"--report", "r"},
+       "--report says something only with --headless and without --record; in windows: File, Day Report"},
       {{"--day", "fix:c", "--speed", "1"}, "--live-from, --speed and --record say something only of a day of files"},
       {{"--day", "fix:c", "--record", "r"}, "--live-from, --speed and --record say something only of a day of files"},
       {{"--day", "d", "--log-access", "a"}, "--log-access says something only with the address of a log"},

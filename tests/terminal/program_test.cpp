@@ -51,6 +51,8 @@ TEST(Program, TellsEachFailureByItsCode) {
        "day.csv:1: the header must be "},
       {"--day " + day + " --record " + Quoted(TestFolder() / "no" / "x"), 3, "cannot be written: "},
       {"--day " + day + " --record " + Quoted(TestFolder() / "no" / "x.ada"), 3, "x.ada: cannot be written: "},
+      {"--headless --day " + day + " --report " + Quoted(TestFolder() / "no" / "x.html"), 3,
+       "x.html: cannot be written: "},
       {"--headless --work " + Quoted(text), 3, "text.so: cannot be made: "},
       {Plugin(text), 4, "the plug-in cannot be loaded: "},
       {"--day " + day + Plugin(TestModule("lacking_plugin")), 4, "the plug-in lacks the entry point OnPluginMessage"},
@@ -97,7 +99,9 @@ TEST(Program, RecordsTheSampleDayAlikeInBothModes) {
 std::string DailyFileOf(const std::string& day) {
   const auto work = TestFolder() / "work";
   std::filesystem::remove_all(work);
-  const RunResult run = RunProgram("--headless --work " + Quoted(work) + " --day " + day);
+  const auto report = TestFolder() / "report.html";
+  const RunResult run =
+      RunProgram("--headless --work " + Quoted(work) + " --day " + day + " --report " + Quoted(report));
   EXPECT_EQ(run.Code, 0) << run.Errors;
   return ReadFile(DailyFileIn(work));
 }
@@ -112,6 +116,7 @@ TEST(Program, PlaysADayAlikeFromItsRecordFile) {
     Recorded("--day " + Quoted(messages) + " --record-mode " + mode, file, "4 trades; other messages left out: 1\n");
     EXPECT_EQ(DailyFileOf(Quoted(file)), direct);
   }
+  EXPECT_NE(ReadFile(TestFolder() / "report.html").find("<p>4 trades in "), std::string::npos);
   const std::string bytes = ReadFile(file);
   EXPECT_EQ(bytes.substr(0, 5) + bytes.substr(10, 5), WireU16(1, 0) + WireU16(10002, 8111));
   EXPECT_EQ(bytes.substr(bytes.size() / 4 * 3 + 10, 5), WireU16(10002, 9101));

@@ -163,8 +163,9 @@ TEST_F(WindowSessionTest, MenuShowsHowThingsStand) {
   Choose(L"Help", L"Keys");
   Choose(L"Help", L"About");
   ASSERT_EQ(answers.Said.size(), 2U);
-  EXPECT_TRUE(answers.Said[0].starts_with(
-      L"Keys: F8: Fake Book Enter: the same, in the market watch  Ctrl+O: Open Day... Ctrl+N: Connect... Ctrl+Q: "));
+  EXPECT_TRUE(
+      answers.Said[0].starts_with(L"Keys: F8: Fake Book Enter: the same, in the market watch  Ctrl+O: Open Day... "
+                                  L"Ctrl+N: Connect... Ctrl+D: Day Report... Ctrl+Q: "));
   EXPECT_NE(answers.Said[1].find(L"Plug-in: Fake fake_plugin"), std::wstring::npos) << answers.Said[1];
 }
 
@@ -450,6 +451,9 @@ TEST_F(WindowSessionTest, LogsMessagesOfBothDirections) {
   EXPECT_EQ(answers.Said.size(), 1U) << "no such folder";
   Press(*grid.GetRowsWindow(), 'C', kControl);
   EXPECT_NE(CopiedText().find("from plug-in\t32005\tregister the beat"), std::string::npos) << CopiedText();
+  answers.SaveAs = TestFolder() / "day.html";
+  Session->Commands().Run(TerminalCommand::DayReport);
+  EXPECT_NE(ReadFile(answers.SaveAs).find("<h1>Day report: "), std::string::npos);
   EXPECT_TRUE(grid.RunContextMenu({L"Clear"}));
   EXPECT_EQ(grid.GetVirtualRows(), 0);
   Session->Commands().Run(TerminalCommand::RefreshBooks);

@@ -12,8 +12,11 @@
 #include "foundations/paths.h"
 #include "foundations/text_tools.h"
 #include "terminal/program/program.h"
+#include "terminal/report/day_report.h"
 #include "terminal/windows/frame/connect_dialog.h"
 #include "terminal/windows/frame/window_tools.h"
+#include "toolkit/dialogs/dialog.h"
+#include "toolkit/dialogs/popups.h"
 
 namespace {
 
@@ -72,6 +75,9 @@ constexpr MenuCommands::Row MenuCommands::kRows[] = {
     {{IdOf(Command::OpenDay), L"&File", L"&Open Day...", L"Play another day", Ctrl('O')}, &MenuCommands::AskForDay},
     {{IdOf(Command::Connect), L"&File", L"&Connect...", L"Show trades as they happen", Ctrl('N')},
      &MenuCommands::AskForFeed},
+    {{IdOf(Command::DayReport), L"&File", L"&Day Report...", L"Save positions, sums and charts of the day as a page",
+      Ctrl('D'), Plain, true},
+     &MenuCommands::AskForReport},
     {{IdOf(Command::Exit), L"&File", L"E&xit", L"Close the terminal; the books come back at the next start", Ctrl('Q'),
       Plain, true},
      &MenuCommands::Exit},
@@ -180,6 +186,16 @@ void MenuCommands::AskForFeed() {
   };
   ConnectDialog dialog(Memory.LoadFeeds(), connect);
   if (dialog.CreateOver(Windows.Frame())) dialog.DoModal();
+}
+
+void MenuCommands::AskForReport() {
+  MainFrame& frame = *Windows.Frame();
+  const auto path = CQORPFileDialog(&frame, "day_report.html", L".html", L"Web page (*.html)").AskForPath();
+  if (!path) return;
+  CQORPProgressOverlay overlay(frame);
+  SaveDayReport(Day.Trades(), {.Day = Day.Files().Day.Name()}, *path, [&overlay](std::size_t done, std::size_t all) {
+    overlay.ShowProgress(L"Drawing charts", static_cast<int>(done * 100 / all));
+  });
 }
 
 MenuCommands::State MenuCommands::PauseState() const {

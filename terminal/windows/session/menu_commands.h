@@ -12,6 +12,7 @@
 enum class TerminalCommand : std::uint8_t {
   OpenDay,
   Connect,
+  DayReport,
   Exit,
   OpenBook,  // the plug-in's menu entry, with the texts and the key of message 30005
   PlayOrPause,
@@ -60,6 +61,7 @@ class MenuCommands {
 
   void AskForDay();
   void AskForFeed();
+  void AskForReport();
   void Exit() { Close(); }
   void RunPluginEntry() { OpenBook(); }
   void PlayOrPause() { Day.PlayOrPause(); }
