@@ -3,6 +3,9 @@
 set(package_licences libcli11-dev libsimpleini-dev)
 if(WIN32)
   list(APPEND package_licences wx3.2-headers gcc-mingw-w64-x86-64-posix-runtime mingw-w64-x86-64-dev libz-mingw-w64-dev)
+  if(TARGET xlsxwriter)
+    list(APPEND package_licences libxlsxwriter-dev)
+  endif()
 endif()
 
 # Libraries are found beside the program, wherever that is.

@@ -1,5 +1,6 @@
 # The target xlsxwriter: libxlsxwriter as the distribution has it; for Windows as tools/windows_xlsx.sh builds it, whose
-# folder is given as TRADEBOOK_WINDOWS_XLSX. Without that folder there is no such target for Windows.
+# folder is given as TRADEBOOK_WINDOWS_XLSX. Without that folder there is no such target for Windows, and the
+# terminal refuses to save workbooks.
 set(TRADEBOOK_WINDOWS_XLSX "" CACHE PATH "Where libxlsxwriter for Windows is installed")
 if(WIN32 AND NOT TRADEBOOK_WINDOWS_XLSX)
   return()
