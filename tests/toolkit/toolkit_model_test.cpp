@@ -228,7 +228,7 @@ TEST(CopyText, KeepsEveryCellOneAndAsItStands) {
     const auto cellOf = [&cell](int, int) -> std::wstring_view { return cell; };
     const CopiedRows copied = CopyAsTextAndHtml({columns, selection, cellOf}, L"\n");
     EXPECT_EQ(copied.Text, text + L"\n");
-    const std::string style = staysText ? R"( style='mso-number-format:"\@"')" : "";
+    const std::string style = staysText ? R"( sdnum="1033;0;@" style='mso-number-format:"\@"')" : "";
     EXPECT_EQ(copied.Html, "<table><tr><td" + style + ">" + html + "</td></tr></table>");
   };
   for (const wchar_t* cell : {L"", L"0", L"0.50", L"-1,234.50", L"123456789012345"})

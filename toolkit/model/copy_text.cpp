@@ -73,11 +73,14 @@ std::string AlignmentOf(int align) {
   return align == 1 ? " align=\"right\"" : align == 2 ? " align=\"center\"" : "";
 }
 
+// Some spreadsheets read the attribute, others the style.
+constexpr const char* kAsText = R"( sdnum="1033;0;@" style='mso-number-format:"\@"')";
+
 std::vector<ColumnTags> TagsOf(const CQORPGridColumnsInfo& columns) {
   std::vector<ColumnTags> tags;
   for (const int column : columns.DisplayColumns()) {
     const std::string open = "<td" + AlignmentOf(columns.GetColumnAlign(column));
-    tags.push_back({column, open + ">", open + R"( style='mso-number-format:"\@"'>)"});
+    tags.push_back({column, open + ">", open + kAsText + ">"});
   }
   return tags;
 }
