@@ -12,6 +12,7 @@ package_list() {
     tidy) echo "clang-tidy" ;;
     fuzz) echo "clang libclang-rt-14-dev" ;;
     feeds) echo "nodejs npm" ;;
+    sheets) echo "libreoffice-calc-nogui" ;;
     *) fail "no group of packages is named '$1'" ;;
   esac
 }

@@ -57,13 +57,16 @@ double ValueOf(std::string_view digits) {
   return value;
 }
 
-// With the decimals of the column if they tell the value to 15 digits, otherwise with as many as it takes.
-void AssignDecimal(std::string& text, double value, int decimals) {
-  std::string exact;
-  AppendNumber(exact, value, std::chars_format::general, kExactDigits);
-  const double rounded = ValueOf(exact);
+double Rounded(double value) {
+  std::string digits;
+  AppendNumber(digits, value, std::chars_format::general, kExactDigits);
+  return ValueOf(digits);
+}
+
+// With the decimals of the column if they tell the rounded value, otherwise with as many as it takes.
+void AssignDecimal(std::string& text, double rounded, int decimals) {
   text.clear();
-  AppendNumber(text, value, std::chars_format::fixed, std::clamp(decimals, 0, kMostDecimals));
+  AppendNumber(text, rounded, std::chars_format::fixed, std::clamp(decimals, 0, kMostDecimals));
   if (ValueOf(text) == rounded) return;
   text.clear();
   AppendNumber(text, rounded, std::chars_format::fixed);
@@ -104,7 +107,7 @@ bool MakeTime(const TimeKind& kind, int decimals, double seconds, SheetCell& cel
 
 void MakeNumber(const SheetColumn& column, double value, SheetCell& cell) {
   cell.Type = std::isfinite(value) && column.Kind != SheetKind::Text ? SheetCell::Is::Number : SheetCell::Is::Text;
-  cell.Number = value + 0.0;  // no negative zero
+  cell.Number = Rounded(value) + 0.0;  // no negative zero
   if (std::isfinite(value)) return AssignDecimal(cell.Text, cell.Number, column.Decimals);
   cell.Text = std::isnan(value) ? "nan" : value < 0 ? "-inf" : "inf";
 }

@@ -11,7 +11,7 @@ struct SheetCell {
   enum class Is : std::uint8_t { Empty, Text, Number };
   Is Type = Is::Empty;
   std::string Text;   // UTF-8: the text, or the number as CSV has it
-  double Number = 0;  // as a workbook has it: times are days, dates count from 1899-12-30
+  double Number = 0;  // as a workbook has it: 15 digits; times are days, dates count from 1899-12-30
 };
 
 // Makes the cell in place, so that its text keeps its room.
