@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
+#include <cstdio>
 #include <limits>
+#include <optional>
 #include <stdexcept>
 #include <vector>
 
@@ -136,6 +139,18 @@ TEST_F(Csv, KeepsTheOldFileOnFailure) {
   EXPECT_EQ(std::distance(fs::directory_iterator(Folder), {}), 2);
 }
 
+std::string DecimalsOf(double value) {
+  char text[16];
+  std::snprintf(text, sizeof text, "%.1f", value);
+  return text;
+}
+
+// In a block of that size, so that a sanitizer sees a byte too far.
+void CheckExactly(const std::string& bytes) {
+  const std::vector<char> block(bytes.begin(), bytes.end());
+  CheckWorkbook({block.data(), block.size()}, 3, 5);
+}
+
 class SheetWorkbook : public OwnFolder {
  protected:
   void SetUp() override {
@@ -152,6 +167,35 @@ TEST_F(SheetWorkbook, IsTheSameForTheSameTable) {
   const std::string bytes = ReadFile(Folder / "second.xlsx");
   EXPECT_EQ(bytes.substr(0, 4), "PK\x03\x04");
   EXPECT_TRUE(bytes == ReadFile(Folder / u"first \x416.XLSX"));
+}
+
+// Numbers are written with a point wherever the machine stands.
+TEST_F(SheetWorkbook, KeepsThePointInAnyLocale) {
+  Sheet.Cells = {{L"a", 1.5}};
+  const std::string former = std::setlocale(LC_ALL, nullptr), bytes = WorkbookOf(Sheet);
+  for (const char* locale : {"de_DE.UTF-8", "German_Germany.1252"}) {
+    std::setlocale(LC_ALL, locale);  // where the platform has it
+    const std::string comma = DecimalsOf(1.5);
+    EXPECT_TRUE(WorkbookOf(Sheet) == bytes) << locale;
+    EXPECT_EQ(DecimalsOf(1.5), comma) << "the locale is back";
+  }
+  std::setlocale(LC_ALL, former.c_str());
+}
+
+TEST_F(SheetWorkbook, IsCheckedForWhatIsMissing) {
+  Sheet.Cells = {{L"a", 1.5}, {L"", {}}, {L"c", {}}};
+  const std::string bytes = WorkbookOf(Sheet);
+  CheckWorkbook(bytes, 3, 5);
+  EXPECT_THROW(CheckWorkbook(bytes, 4, 5), SheetError);
+  EXPECT_THROW(CheckWorkbook(bytes, 3, 6), SheetError);
+  for (std::size_t size = 0; size < bytes.size(); size += 7)
+    EXPECT_THROW(CheckExactly(bytes.substr(0, size)), SheetError) << size;
+  const std::size_t sheet = bytes.find("xl/worksheets/sheet1.xml") + 60;
+  for (std::size_t at = sheet; at < sheet + 40; ++at) {
+    std::string damaged = bytes;
+    damaged[at] = static_cast<char>(damaged[at] ^ 1);
+    EXPECT_THROW(CheckWorkbook(damaged, 3, 5), SheetError) << at;
+  }
 }
 
 TEST_F(SheetWorkbook, RefusesWhatItCannotHold) {
