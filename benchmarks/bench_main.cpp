@@ -94,6 +94,7 @@ constexpr TimeLimit kTimeLimits[] = {
     {"column profile of 37 columns: save and load", "SaveAndLoadProfile", "WriteAndReadSameBytes", 2},
     {"CSV of all columns of 1,000,000 trades", "ExportCsv/real_time", "WriteCsvBytes/real_time", 700},
     {"exchange files of 1,000,000 trades, 20 fields", "ExportExchange/real_time", "WriteExchangeBytes/real_time", 600},
+    {"workbook of 100,000 rows x 11 columns / CSV of the same", "SaveWorkbook", "SaveCsv", 4000},
     {"repaint of 45 rows x 20 columns / draw their texts", "RepaintGrid/1000000", "DrawTexts", 30},
     {"repaint of a book's 45 rows x 20 columns / draw its texts", "RepaintBook/1000000/iterations:40",
      "DrawBookTexts/iterations:40", 30},
