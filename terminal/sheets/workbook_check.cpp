@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 
 #include "terminal/sheets/sheet_cell.h"
 
@@ -48,27 +49,36 @@ ZipPart TakePart(std::string_view zip, std::size_t& at) {
   return part;
 }
 
-// Calls perChunk with what is unpacked, in pieces.
-template <typename PerChunk>
-void Unpack(const ZipPart& part, PerChunk perChunk) {
-  std::string chunk(kChunkSize, '\0');
-  z_stream stream{};
-  if (inflateInit2(&stream, -MAX_WBITS) != Z_OK) ThrowIncomplete();
-  stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(part.Packed.data()));
-  stream.avail_in = static_cast<uInt>(part.Packed.size());
-  uLong checksum = 0;
-  int result = Z_OK;
-  while (result == Z_OK) {
-    stream.next_out = reinterpret_cast<Bytef*>(chunk.data());
-    stream.avail_out = static_cast<uInt>(chunk.size());
-    result = inflate(&stream, Z_NO_FLUSH);
-    const std::string_view made = std::string_view(chunk).substr(0, chunk.size() - stream.avail_out);
-    checksum = crc32(checksum, reinterpret_cast<const Bytef*>(made.data()), static_cast<uInt>(made.size()));
-    perChunk(made);
+// The bytes of a part in pieces, which are valid until the next call; empty at the end.
+class Unpacking {
+ public:
+  explicit Unpacking(const ZipPart& part) : Checksum(part.Checksum) {
+    if (inflateInit2(&Stream, -MAX_WBITS) != Z_OK) throw std::bad_alloc();
+    Stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(part.Packed.data()));
+    Stream.avail_in = static_cast<uInt>(part.Packed.size());
   }
-  inflateEnd(&stream);
-  if (result != Z_STREAM_END || checksum != part.Checksum) ThrowIncomplete();
-}
+  ~Unpacking() { inflateEnd(&Stream); }
+  Unpacking(const Unpacking&) = delete;
+  Unpacking& operator=(const Unpacking&) = delete;
+
+  std::string_view Next() {
+    if (Result == Z_STREAM_END) return {};
+    Stream.next_out = reinterpret_cast<Bytef*>(Chunk.data());
+    Stream.avail_out = static_cast<uInt>(Chunk.size());
+    Result = inflate(&Stream, Z_NO_FLUSH);
+    const std::size_t size = Chunk.size() - Stream.avail_out;
+    Counted = crc32(Counted, reinterpret_cast<const Bytef*>(Chunk.data()), static_cast<uInt>(size));
+    if (Result != Z_OK && (Result != Z_STREAM_END || Counted != Checksum)) ThrowIncomplete();
+    return {Chunk.data(), size};
+  }
+
+ private:
+  z_stream Stream{};
+  std::string Chunk = std::string(kChunkSize, '\0');
+  int Result = Z_OK;
+  uLong Counted = 0;
+  uLong Checksum;
+};
 
 // Begin and end of an XML text that comes in pieces, and how often the tags of rows and cells stand in it.
 class XmlCheck {
@@ -122,7 +132,8 @@ void CheckWorkbook(std::string_view bytes, std::uint64_t rows, std::uint64_t cel
   for (std::uint32_t parts = NumberAt(bytes, end + 10, 2); parts > 0; --parts) {
     const ZipPart part = TakePart(bytes, at);
     XmlCheck xml;
-    Unpack(part, [&xml](std::string_view chunk) { xml.Read(chunk); });
+    Unpacking unpacking(part);
+    for (auto chunk = unpacking.Next(); !chunk.empty(); chunk = unpacking.Next()) xml.Read(chunk);
     const bool isSheet = part.Name == kSheetPart;
     if (!xml.IsWhole() || (isSheet && !xml.Has(rows, cells))) ThrowIncomplete();
     hasSheet = hasSheet || isSheet;

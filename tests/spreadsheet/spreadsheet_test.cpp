@@ -43,6 +43,7 @@ constexpr OddText kOddTexts[] = {
 // The sample day as the plug-in keeps it, and the odd texts.
 struct Day {
   Day() {
+    Cache.AutoTradeWriteCSV = false;
     std::ostringstream told;
     BadLineReport badLines(told);
     const fs::path folder = fs::path(SAMPLE_DAY);
@@ -195,24 +196,45 @@ std::string ClockOf24Hours(std::string text) {
   const int hour = std::stoi(text) % 12 + (text.ends_with(" PM") ? 12 : 0);
   return (hour < 10 ? "0" : "") + std::to_string(hour) + text.substr(2, 6);
 }
-void ExpectSame(const std::string& expected, SpreadsheetCell cell, const std::string& where) {
-  if (!cell.IsText) cell.Shown = ClockOf24Hours(cell.Shown);
-  const bool isNumber = !cell.IsText && NumberOf(cell.Shown) == NumberOf(expected);
-  if (!isNumber && Literal(cell) != expected) ADD_FAILURE() << where << ": " << expected << " became " << Literal(cell);
+bool IsSame(const std::string& expected, const SpreadsheetCell& cell) {
+  if (cell.IsText) return Literal(cell) == expected;
+  return cell.Shown == expected || ClockOf24Hours(cell.Shown) == expected || NumberOf(cell.Shown) == NumberOf(expected);
+}
+
+// Compares the cells below the titles; expectedOf gives those of a row.
+template <typename ExpectedOf>
+void ExpectRows(const SpreadsheetCells& cells, std::size_t rows, ExpectedOf expectedOf) {
+  ASSERT_EQ(cells.size(), rows + 1);
+  for (std::size_t row = 0; row < rows && !testing::Test::HasFailure(); ++row) {
+    const std::vector<std::string> expected = expectedOf(row);
+    ASSERT_EQ(cells[row + 1].size(), expected.size());
+    for (std::size_t at = 0; at < expected.size(); ++at)
+      if (!IsSame(expected[at], cells[row + 1][at]))
+        ADD_FAILURE() << "row " << row << ", column " << at << ": " << expected[at] << " became "
+                      << Literal(cells[row + 1][at]);
+  }
 }
 
 void ExpectSavedTable(const SpreadsheetCells& cells) {
   const DaySheet sheet(SampleDay());
-  ASSERT_EQ(cells.size(), sheet.Rows() + 1);
-  SheetCell cell;
-  for (std::size_t row = 0; row < sheet.Rows() && !testing::Test::HasFailure(); ++row) {
-    ASSERT_EQ(cells[row + 1].size(), sheet.Heads.size());
+  ExpectRows(cells, sheet.Rows(), [&](std::size_t row) {
+    std::vector<std::string> expected;
+    SheetCell cell;
     for (std::size_t at = 0; at < sheet.Heads.size(); ++at) {
       MakeSheetCell(sheet.Heads[at], sheet.ValueAt(row, at), cell);
-      const std::string expected = cell.Type == SheetCell::Is::Text ? '"' + cell.Text + '"' : cell.Text;
-      ExpectSame(expected, cells[row + 1][at], "row " + std::to_string(row) + ", column " + std::to_string(at));
+      expected.push_back(cell.Type == SheetCell::Is::Text ? '"' + cell.Text + '"' : cell.Text);
     }
-  }
+    return expected;
+  });
+}
+
+// The cells of a book's row: as they look, but for the client id of an odd text.
+std::vector<std::string> RowOfBook(std::vector<std::string> texts, std::size_t rowsBehind,
+                                   const char* OddText::*becomes) {
+  std::ranges::transform(texts, texts.begin(), AsItLooks);
+  if (rowsBehind < std::size(kOddTexts))
+    texts[DaySheet::kClientID] = kOddTexts[std::size(kOddTexts) - 1 - rowsBehind].*becomes;
+  return texts;
 }
 
 TEST_F(Spreadsheet, FindsEachCellOfAWorkbook) {
@@ -225,32 +247,22 @@ TEST_F(Spreadsheet, FindsEachCellOfASavedCsv) {
 
 // Numbers are found again; of identifiers that look like numbers only the number, without leading zeros.
 TEST_F(Spreadsheet, ReadsExportedTextsForWhatTheyLookLike) {
-  const SpreadsheetCells cells = CellsOf("export.csv");
-  std::string bytes = ReadFile(Folder() / "export.csv");
+  const std::string bytes = ReadFile(Folder() / "export.csv") + '\n';
   std::string_view rest = bytes;
-  for (std::size_t row = 0; !rest.empty() && !HasFailure(); ++row) {
-    const auto expected = SplitText(TakeLine(rest), ',');
-    ASSERT_LT(row, cells.size());
-    for (std::size_t at = 0; at < expected.size(); ++at)
-      if (row < cells.size() - std::size(kOddTexts) || at != DaySheet::kClientID)
-        ExpectSame(AsItLooks(expected[at]), cells[row][at],
-                   "row " + std::to_string(row) + ", column " + std::to_string(at));
-  }
-  for (std::size_t odd = 0; odd < std::size(kOddTexts); ++odd)
-    EXPECT_EQ(Literal(cells[cells.size() - std::size(kOddTexts) + odd][DaySheet::kClientID]), kOddTexts[odd].Exported);
+  TakeLine(rest);
+  const std::size_t rows = SampleDay().Rows.size();
+  ExpectRows(CellsOf("export.csv"), rows, [&](std::size_t row) {
+    return RowOfBook(SplitText(std::string(TakeLine(rest)) + ',', ','), rows - 1 - row, &OddText::Exported);
+  });
 }
 
 TEST_F(Spreadsheet, FindsEachCellOfAnHtmlCopy) {
-  const SpreadsheetCells cells = CellsOf("copy.csv");
-  ASSERT_EQ(cells.size(), kCopiedRows + 1U);
-  for (int row = 0; row < kCopiedRows && !HasFailure(); ++row)
+  ExpectRows(CellsOf("copy.csv"), kCopiedRows, [](std::size_t row) {
+    std::vector<std::string> texts;
     for (int column = 0; column < kTradeColumnCount; ++column)
-      if (row < kCopiedRows - static_cast<int>(std::size(kOddTexts)) || column != DaySheet::kClientID)
-        ExpectSame(AsItLooks(CopiedText(row, column)),
-                   cells[static_cast<std::size_t>(row) + 1][static_cast<std::size_t>(column)],
-                   "row " + std::to_string(row) + ", column " + std::to_string(column));
-  for (std::size_t odd = 0; odd < std::size(kOddTexts); ++odd)
-    EXPECT_EQ(Literal(cells[cells.size() - std::size(kOddTexts) + odd][DaySheet::kClientID]), kOddTexts[odd].Copied);
+      texts.push_back(CopiedText(static_cast<int>(row), column));
+    return RowOfBook(texts, kCopiedRows - 1 - row, &OddText::Copied);
+  });
 }
 
 }  // namespace
