@@ -90,7 +90,7 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   // places.
   void RefreshRows(bool replaced);
   // Current row and selection follow the trades that came in since the last refresh: call it before reading them.
-  void FollowNewRows() { CountRows(false); }
+  void FollowNewRows() override { CountRows(false); }
   // The headers take the marks of the book's sort.
   void ShowSort();
   GridFont StoredFont() const;

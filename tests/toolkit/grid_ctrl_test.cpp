@@ -314,4 +314,29 @@ TEST_F(GridCtrl, MenusAndKeysReachTheDerivedGrid) {
   EXPECT_EQ(Grid->GetCurSel(), current - 1);
 }
 
+TEST_F(GridCtrl, ReadersHearTheCurrentRowWhileItHasTheFocus) {
+  for (const int column : {3, 4, 5}) Grid->SetColumnVisible(column, false);
+  Grid->SetCurSel(2);
+  wxWindow& rows = *Grid->GetRowsWindow();
+  EXPECT_EQ(SpokenDescription(rows), L"") << "without the focus";
+  if (!GiveRealFocus(*rows.GetParent())) GTEST_SKIP() << "this display gives no focus";
+  CQORPGridColumnsInfo& columns = Grid->GetColumnsInfo();
+  const std::tuple<const char*, std::function<void()>, const wchar_t*> steps[] = {
+      {"the focus", [] {}, L"Title 0: 2.0, column 1 of 3, row 3 of 1,000, Title 1: 2.1, Title 2: 2.2"},
+      {"a key", [&] { PressKey(WXK_DOWN); }, L"Title 0: 3.0, row 4 of 1,000, Title 1: 3.1, Title 2: 3.2"},
+      {"a click", [&] { ClickRow(5); }, L"Title 2: 5.2, column 3 of 3, row 6 of 1,000, Title 0: 5.0, Title 1: 5.1"},
+      {"a column", [&] { PressKey(WXK_LEFT, kControl); }, L"Title 1: 5.1, column 2 of 3"},
+      {"a column that moves", [&] { PressKey(WXK_LEFT, kControl | kShift); }, L"Title 1: 5.1, column 1 of 3"},
+      {"a sort", [&] { columns.SetSortColumn(1, true, false), PressKey(WXK_RETURN, kControl); },
+       L"Title 1, sorted ascending: 5.1, column 1 of 3"},
+      {"rows of the program", [&] { Grid->SetVirtualRows(4); },
+       L"Title 1: 3.1, row 4 of 4, not selected, Title 0: 3.0, Title 2: 3.2"},
+  };
+  for (const auto& [what, change, expected] : steps) {
+    change();
+    EXPECT_TRUE(PumpUntil([&] { return SpokenDescription(rows) == expected; }))
+        << what << ": " << wxString(SpokenDescription(rows));
+  }
+}
+
 }  // namespace

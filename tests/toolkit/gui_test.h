@@ -52,5 +52,6 @@ bool GiveRealFocus(wxWindow& window);
 wxImage PictureOf(wxWindow& window);
 wxColour ColourAt(const wxImage& picture, const wxPoint& place);
 
-// The name of the window that screen readers say.
+// Name and description of the window that screen readers say.
 std::wstring SpokenName(wxWindow& window);
+std::wstring SpokenDescription(wxWindow& window);

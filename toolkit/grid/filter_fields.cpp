@@ -1,6 +1,5 @@
 #include "toolkit/grid/filter_fields.h"
 
-#include <wx/access.h>
 #include <wx/textctrl.h>
 
 #include <algorithm>
@@ -14,29 +13,6 @@ constexpr int kLeastEditPx = 40;  // in a narrower column the edit covers its ne
 constexpr int kLinePx = 1;        // between fields
 constexpr int kInsetPx = 3;       // the text of the edit is where the field paints it
 constexpr std::wstring_view kFieldKeys = L"ACVXYZ";
-
-#if wxUSE_ACCESSIBILITY
-// On systems that report the text of an edit as its value, the name has to come from here.
-class FieldAccessible : public wxAccessible {
- public:
-  FieldAccessible(wxWindow& field, const std::wstring& name) : wxAccessible(&field), Name(name) {}
-  wxAccStatus GetName(int, wxString* name) override {
-    *name = Name;
-    return wxACC_OK;
-  }
-
- private:
-  std::wstring Name;
-};
-
-void NameField(wxWindow& field, const std::wstring& name) {
-  field.SetAccessible(&MakeChild<FieldAccessible>(field, name));
-}
-#else
-void NameField(wxWindow& field, const std::wstring& name) {
-  SetAccessibleName(field, name);
-}
-#endif
 
 // The field handles the event; its parents do not get it.
 void KeepHere(wxEvent& event) {
@@ -95,7 +71,7 @@ bool GridFilterBar::Edit(int column, Caret caret) {
   View->ShowColumn(column);
   if (column != Column) {
     Field->ChangeValue(State.Filters.TextOf(column));
-    NameField(*Field, L"Filter " + State.Columns.GetColumnName(column));
+    SetAccessibleName(*Field, L"Filter of " + State.Columns.GetColumnName(column));
   }
   State.Filters.LastEdited = Column = column;
   Dress();

@@ -132,7 +132,9 @@ void CQORPGridCtrl::SetVirtualRows(int count, int inserted, int firstInserted) {
   firstInserted = std::clamp(firstInserted, 0, selection.GetRows());
   if (count == selection.GetRows() && inserted == 0) return;
   if (inserted > 0) selection.InsertRows(firstInserted, inserted);
+  if (inserted > 0) Parts->Speaker.RowsInserted(firstInserted, inserted);
   selection.SetRows(count);
+  Parts->Speaker.Changed();
   if (Parts->View) Parts->View->SetRows(count, inserted, firstInserted);
 }
 
@@ -159,6 +161,7 @@ void CQORPGridCtrl::SetCurSel(int row) {
     else
       selection.SelectOnly(row);
   });
+  Parts->Speaker.Changed();
 }
 
 void CQORPGridCtrl::SelectAll() {

@@ -21,6 +21,7 @@ void CQORPGridCtrl::Impl::MakeView() {
   GridView::Listener listener;
   listener.WindowsMade = [this](wxWindow& rows, wxWindow& header) {
     SetAccessibleName(rows, Name);
+    Speaker.Attach(rows);  // its handler of the focus runs after that of the rows
     Rows.Attach(rows);
     Header.Attach(header);
   };

@@ -6,25 +6,33 @@
 #include "toolkit/grid/filter_fields.h"
 #include "toolkit/grid/grid_ctrl.h"
 #include "toolkit/grid/grid_input.h"
+#include "toolkit/grid/grid_speaker.h"
 #include "toolkit/grid/grid_state.h"
 #include "toolkit/grid/grid_view.h"
 
 class CQORPGridCtrl::Impl {
  public:
   explicit Impl(CQORPGridCtrl& owner)
-      : Owner(owner), Filters(owner, State), Rows(owner, State, Filters, Header), Header(owner, State, Filters) {}
+      : Owner(owner),
+        Speaker(owner, State),
+        Filters(owner, State),
+        Rows(owner, State, Filters, Header, Speaker),
+        Header(owner, State, Filters, Speaker) {}
 
   void MakeView();
   void NameForReaders(const std::wstring& name);
   void AdjustLayout() {
     if (View) View->ApplyState();
+    Speaker.Changed();
   }
   void Repaint() {
     if (View) View->RepaintRows();
+    Speaker.Changed();
   }
 
   CQORPGridCtrl& Owner;
   GridState State;
+  GridSpeaker Speaker;
   GridFilterBar Filters;
   GridRowsInput Rows;
   GridHeaderInput Header;

@@ -113,7 +113,10 @@ void GridHeaderInput::OnLeftUp(wxMouseEvent& event, wxWindow& window) {
 }
 
 void GridHeaderInput::Sort(int column) {
-  View->CallAfter([this, column] { Owner.ToggleSortColumn(column); });
+  View->CallAfter([this, column] {
+    Owner.ToggleSortColumn(column);
+    Speaker.ColumnMoved();
+  });
 }
 
 void GridHeaderInput::Select(int column) {
@@ -137,6 +140,7 @@ void GridHeaderInput::ChooseColumn(int by) {
   View->ShowColumn(State.CurrentColumn);
   View->RepaintHeader();
   if (!State.WholeRow) View->RepaintRows();
+  Speaker.ColumnMoved();
 }
 
 void GridHeaderInput::MoveColumn(int by) {
@@ -145,6 +149,7 @@ void GridHeaderInput::MoveColumn(int by) {
   if (place < 0 || to < 0 || to >= View->Table().GetNumberCols()) return;
   Drop(State.CurrentColumn, by > 0 ? to + 1 : to);
   View->ShowColumn(State.CurrentColumn);
+  Speaker.ColumnMoved();
 }
 
 void GridHeaderInput::WidenColumn(int steps) {

@@ -5,6 +5,7 @@
 #include <wx/timer.h>
 
 #include "toolkit/grid/filter_fields.h"
+#include "toolkit/grid/grid_speaker.h"
 #include "toolkit/grid/grid_state.h"
 #include "toolkit/grid/grid_view.h"
 
@@ -12,8 +13,8 @@
 // on a field of the filter bar edits the field.
 class GridHeaderInput {
  public:
-  GridHeaderInput(CQORPGridCtrl& owner, GridState& state, GridFilterBar& filters)
-      : Owner(owner), State(state), Filters(filters) {}
+  GridHeaderInput(CQORPGridCtrl& owner, GridState& state, GridFilterBar& filters, GridSpeaker& speaker)
+      : Owner(owner), State(state), Filters(filters), Speaker(speaker) {}
 
   // The view must outlive the input.
   void SetView(GridView& view) { View = &view; }
@@ -45,6 +46,7 @@ class GridHeaderInput {
   CQORPGridCtrl& Owner;
   GridState& State;
   GridFilterBar& Filters;
+  GridSpeaker& Speaker;
   GridView* View = nullptr;
 
   // From press to release; x is that of the ColumnStrip.
@@ -58,7 +60,8 @@ class GridHeaderInput {
 // Mouse and keys on rows move the current row, select and scroll.
 class GridRowsInput {
  public:
-  GridRowsInput(CQORPGridCtrl& owner, GridState& state, GridFilterBar& filters, GridHeaderInput& headers);
+  GridRowsInput(CQORPGridCtrl& owner, GridState& state, GridFilterBar& filters, GridHeaderInput& headers,
+                GridSpeaker& speaker);
 
   // The view must outlive the input.
   void SetView(GridView& view) { View = &view; }
@@ -75,6 +78,13 @@ class GridRowsInput {
   }
 
  private:
+  // The same by the user.
+  template <typename Change>
+  void ChangeByUser(Change change) {
+    const int before = State.Selection.GetCurrent();
+    ChangeSelection(change);
+    State.Selection.GetCurrent() == before ? Speaker.ColumnMoved() : Speaker.RowMoved();
+  }
   void OnLeftDown(wxMouseEvent& event, wxWindow& window);
   void OnMotion(wxMouseEvent& event);
   void ExtendToPointer();
@@ -91,6 +101,7 @@ class GridRowsInput {
   GridState& State;
   GridFilterBar& Filters;
   GridHeaderInput& Headers;
+  GridSpeaker& Speaker;
   GridView* View = nullptr;
   wxWindow* Dragging = nullptr;
   bool KeepsOthers = false;

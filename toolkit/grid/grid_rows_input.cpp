@@ -46,8 +46,9 @@ bool IsSingle(const std::vector<RowRange>& ranges) {
 
 }  // namespace
 
-GridRowsInput::GridRowsInput(CQORPGridCtrl& owner, GridState& state, GridFilterBar& filters, GridHeaderInput& headers)
-    : Owner(owner), State(state), Filters(filters), Headers(headers) {
+GridRowsInput::GridRowsInput(CQORPGridCtrl& owner, GridState& state, GridFilterBar& filters, GridHeaderInput& headers,
+                             GridSpeaker& speaker)
+    : Owner(owner), State(state), Filters(filters), Headers(headers), Speaker(speaker) {
   Repeat.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
     if (Dragging && State.Selection.GetRows() > 0) ExtendToPointer();
   });
@@ -97,7 +98,7 @@ void GridRowsInput::OnLeftDown(wxMouseEvent& event, wxWindow& window) {
   if (row < 0 || row >= State.Selection.GetRows()) return;
   SetCurrentColumn(window, event.GetX());
   KeepsOthers = event.CmdDown();
-  ChangeSelection([&](RowSelection& selection) {
+  ChangeByUser([&](RowSelection& selection) {
     if (event.ShiftDown()) {
       selection.Extend(row, KeepsOthers);
     } else if (KeepsOthers) {
@@ -127,7 +128,7 @@ void GridRowsInput::ExtendToPointer() {
   const int first = View->GetFirstRow();
   const int row = std::clamp(View->RowAtHeight(PointerY), first - 1, first + View->CountFullRows());
   if (std::clamp(row, 0, State.Selection.GetRows() - 1) == State.Selection.GetCurrent()) return;
-  ChangeSelection([&](RowSelection& selection) { selection.Extend(row, KeepsOthers); });
+  ChangeByUser([&](RowSelection& selection) { selection.Extend(row, KeepsOthers); });
 }
 
 void GridRowsInput::StopDragging() {
@@ -142,7 +143,7 @@ void GridRowsInput::OnRightDown(wxMouseEvent& event) {
   View->SetFocus();
   const int row = View->RowAtHeight(event.GetY());
   if (row < 0 || row >= State.Selection.GetRows() || State.Selection.Contains(row)) return;
-  ChangeSelection([row](RowSelection& selection) { selection.SelectOnly(row); });
+  ChangeByUser([row](RowSelection& selection) { selection.SelectOnly(row); });
 }
 
 void GridRowsInput::OnKeyDown(wxKeyEvent& event) {
@@ -157,7 +158,7 @@ bool GridRowsInput::MoveByKey(const wxKeyEvent& event) {
   const std::optional<int> row =
       RowAfter(event.GetKeyCode(), State.Selection.GetCurrent(), View->CountFullRows(), State.Selection.GetRows());
   if (!row || event.AltDown()) return false;
-  ChangeSelection([&](RowSelection& selection) {
+  ChangeByUser([&](RowSelection& selection) {
     if (event.ShiftDown()) {
       selection.Extend(*row, event.CmdDown());
     } else if (event.CmdDown() && !IsHomeOrEnd(event.GetKeyCode())) {
@@ -174,7 +175,7 @@ bool GridRowsInput::SelectByKey(const wxKeyEvent& event) {
   if (event.GetKeyCode() == 'A' && event.GetModifiers() == wxMOD_CONTROL) {
     Owner.SelectAll();
   } else if (event.GetKeyCode() == WXK_SPACE && current >= 0) {
-    ChangeSelection([&](RowSelection& selection) {
+    ChangeByUser([&](RowSelection& selection) {
       if (event.CmdDown()) {
         selection.Toggle(current);
       } else if (event.ShiftDown()) {

@@ -15,8 +15,11 @@ void MoveListCursor(wxListBox& list, int item);
 // Sets the name that screen readers say for the list.
 void SetListName(wxListBox& list, const std::wstring& name);
 
-// The same for a window that paints its own text.
+// The same for a window that paints its own text, and for an edit, whose text is its value.
 void SetAccessibleName(wxWindow& window, const std::wstring& name);
+
+// Sets what screen readers say after that name. Of the window with the focus they say each new description at once.
+void SetAccessibleDescription(wxWindow& window, const std::wstring& description);
 
 // Clipboard data of HTML in UTF-8, as the programs of this system expect it.
 std::unique_ptr<wxDataObjectSimple> HtmlForClipboard(const std::string& html);

@@ -28,21 +28,30 @@ void MoveListCursor(wxListBox& list, int item) {
   freePath(path);
 }
 
+namespace {
+
+// Calls a function of ATK that gives the widget a text.
+void GiveText(void* widget, const char* function, const std::wstring& text) {
+  static const auto accessibleOf = LoadedFunction<void*(void*)>("gtk_widget_get_accessible");
+  const auto give = LoadedFunction<void(void*, const char*)>(function);
+  if (accessibleOf == nullptr || give == nullptr || widget == nullptr) return;
+  if (void* accessible = accessibleOf(widget); accessible != nullptr) give(accessible, wxString(text).utf8_str());
+}
+
+}  // namespace
+
 // The focused widget is inside the one that wxWidgets returns as the handle of the list.
 void SetListName(wxListBox& list, const std::wstring& name) {
-  static const auto accessibleOf = LoadedFunction<void*(void*)>("gtk_widget_get_accessible");
-  static const auto setName = LoadedFunction<void(void*, const char*)>("atk_object_set_name");
-  if (accessibleOf == nullptr || setName == nullptr) return;
-  if (void* accessible = accessibleOf(list.m_treeview); accessible != nullptr)
-    setName(accessible, wxString(name).utf8_str());
+  GiveText(list.m_treeview, "atk_object_set_name", name);
 }
 
 void SetAccessibleName(wxWindow& window, const std::wstring& name) {
-  static const auto accessibleOf = LoadedFunction<void*(void*)>("gtk_widget_get_accessible");
-  static const auto setName = LoadedFunction<void(void*, const char*)>("atk_object_set_name");
-  if (accessibleOf == nullptr || setName == nullptr || window.GetHandle() == nullptr) return;
-  if (void* accessible = accessibleOf(window.GetHandle()); accessible != nullptr)
-    setName(accessible, wxString(name).utf8_str());
+  GiveText(window.GetHandle(), "atk_object_set_name", name);
+}
+
+// ATK reports the change.
+void SetAccessibleDescription(wxWindow& window, const std::wstring& description) {
+  GiveText(window.GetHandle(), "atk_object_set_description", description);
 }
 
 // Some programs read HTML without a charset as Latin-1. wxGTK 3.2: wxHTMLDataObject writes one byte past the end, so

@@ -3,16 +3,21 @@
 
 #include "toolkit/system/native_windows.h"
 
+#include <wx/access.h>
 #include <wx/app.h>
 #include <wx/clipbrd.h>
 #include <wx/evtloop.h>
 #include <wx/init.h>
 #include <wx/modalhook.h>
 #include <wx/msw/private.h>
+#include <wx/textentry.h>
 
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
+
+#include "toolkit/system/make_child.h"
 
 // The cursor follows the selection.
 void MoveListCursor(wxListBox& /*list*/, int /*item*/) {}
@@ -21,9 +26,47 @@ void SetListName(wxListBox& list, const std::wstring& name) {
   SetAccessibleName(list, name);
 }
 
-// Screen readers use the text of the window.
+namespace {
+
+// Name and description beside the text of the window. All else comes from the system.
+class SpokenWindow : public wxAccessible {
+ public:
+  using wxAccessible::wxAccessible;
+  wxAccStatus GetName(int child, wxString* name) override { return Give(Name, child, name); }
+  wxAccStatus GetDescription(int child, wxString* description) override {
+    return Give(Description, child, description);
+  }
+
+  std::optional<wxString> Name;
+  std::optional<wxString> Description;
+
+ private:
+  static wxAccStatus Give(const std::optional<wxString>& text, int child, wxString* given) {
+    if (!text || child != wxACC_SELF) return wxACC_NOT_IMPLEMENTED;
+    *given = *text;
+    return wxACC_OK;
+  }
+};
+
+SpokenWindow& SpokenOf(wxWindow& window) {
+  if (auto* known = dynamic_cast<SpokenWindow*>(window.GetAccessible())) return *known;
+  auto& made = MakeChild<SpokenWindow>(&window);
+  window.SetAccessible(&made);
+  return made;
+}
+
+}  // namespace
+
+// Otherwise screen readers use the text of the window, and its changes.
 void SetAccessibleName(wxWindow& window, const std::wstring& name) {
-  window.SetLabel(name);
+  if (dynamic_cast<wxTextEntry*>(&window) == nullptr) return window.SetLabel(name);
+  SpokenOf(window).Name = name;
+  wxAccessible::NotifyEvent(wxACC_EVENT_OBJECT_NAMECHANGE, &window, wxOBJID_CLIENT, wxACC_SELF);
+}
+
+void SetAccessibleDescription(wxWindow& window, const std::wstring& description) {
+  SpokenOf(window).Description = description;
+  wxAccessible::NotifyEvent(wxACC_EVENT_OBJECT_DESCRIPTIONCHANGE, &window, wxOBJID_CLIENT, wxACC_SELF);
 }
 
 // wxHTMLDataObject writes UTF-8 with the header of the format.
