@@ -156,12 +156,16 @@ DaySummary WindowSession::Summary() const {
 
 namespace {
 
+// Screen readers take it for the name of the program. One that is called terminal is a console to them, of whose
+// windows they leave out the descriptions.
+constexpr const char* kProgramName = "Trading Terminal";
+
 class TerminalApp : public wxApp {
  public:
   // Intentional: wxWidgets does not parse the command line again.
   bool OnInit() override {
     SetAppName(L"terminal");
-    SetAppDisplayName(L"Trading Terminal");
+    SetAppDisplayName(kProgramName);
     return true;
   }
 };
@@ -170,8 +174,8 @@ bool StartWx() {
   const wxLogNull silence;  // without a display wxWidgets would say so on its own
   // It gets no command line, as its options are not the terminal's.
   wxApp::SetInstance(&MakeChild<TerminalApp>());
-  static char name[] = "terminal";
-  static char* words[] = {name, nullptr};
+  static std::string name = kProgramName;
+  static char* words[] = {name.data(), nullptr};
   static int count = 1;
   return wxEntryStart(count, words);
 }
