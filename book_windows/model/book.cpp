@@ -114,6 +114,12 @@ void Book::OnFilterBarClearAll() {
   RefreshBook(true);
 }
 
+std::wstring_view Book::EmptyText() const noexcept {
+  if (FilterBarActive()) return L"No trade passes the filter";
+  if (!State.Filtered) return L"No trades yet";
+  return State.BlankFilter ? L"Emptied: F8 shows all trades" : L"No trades of this security yet";
+}
+
 bool Book::SelectedSecurity(std::string& exchange, std::string& securityId) {
   const int row = Window->CurrentRow();
   const TradeRecord* record = row < 0 ? nullptr : Rows.RecordAt(static_cast<std::size_t>(row));

@@ -45,6 +45,9 @@ class Book : public TradeBook {
   void OnFilterBarChanged(int column, const std::wstring& text);
   void OnFilterBarClearAll();
 
+  // Why it has no rows, for the user.
+  std::wstring_view EmptyText() const noexcept;
+
   // The Exchange and SecurityID of the current row; false without one.
   bool SelectedSecurity(std::string& exchange, std::string& securityId);
 

@@ -98,6 +98,7 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   // The display callback.
   bool ShowCell(int row, int column, CQORPGridCell& cell) const;
 
+  std::wstring EmptyText() const override { return std::wstring(Shown.EmptyText()); }
   void ResetColumns() override;
   void SaveColumnProfile() override;
   void RemoveSort() override;

@@ -103,6 +103,21 @@ TEST_F(BookRegistryTest, FollowsCommandAndEscape) {
   EXPECT_EQ(Ids(all.Shown), "53") << "trades still reach it";
 }
 
+TEST_F(BookRegistryTest, BooksTellWhyTheyAreEmpty) {
+  const std::wstring_view kNone = L"No trades yet", kOfGold = L"No trades of this security yet";
+  Book& all = OpenAll().Shown;
+  Book& gold = OpenGold().Shown;
+  for (const auto& [book, why] : {std::pair(&all, kNone), {&gold, kOfGold}}) {
+    EXPECT_EQ(book->EmptyText(), why);
+    book->OnFilterBarChanged(0, L"x");
+    EXPECT_EQ(book->EmptyText(), L"No trade passes the filter");
+    book->OnFilterBarClearAll();
+    EXPECT_EQ(book->EmptyText(), why);
+  }
+  Registry->OnEscape(all);
+  EXPECT_EQ(all.EmptyText(), L"Emptied: F8 shows all trades");
+}
+
 TEST_F(BookRegistryTest, ClosesByEachWay) {
   const auto escape = [this](FakeBookWindow& window) { Registry->CloseByEscape(window.Shown); };
   const auto button = [this](FakeBookWindow& window) { Close(window); };

@@ -25,6 +25,7 @@ class ProbeGrid : public CQORPGridCtrl {
     return column == 0 ? 30 : CQORPGridCtrl::OnGetColumnMinWidth(column);
   }
   void OnDrawValue(wxRect& rect) const override { rect.x += TextShift; }
+  std::wstring EmptyText() const override { return WhyEmpty; }
   void OnFilterBarChanged(int column, const std::wstring& text) override {
     FilterChanges.emplace_back(column, text), WhenFilterChanges();
   }
@@ -32,6 +33,7 @@ class ProbeGrid : public CQORPGridCtrl {
   std::vector<int> Toggled, Keys;
   std::vector<wxPoint> MenuPoints;
   std::vector<FilterChange> FilterChanges;
+  std::wstring WhyEmpty;
   std::function<void()> WhenFilterChanges = [] {};
   int Focused = 0, ColumnChanges = 0, Swallowed = 0, TextShift = 0;
 };

@@ -123,6 +123,30 @@ TEST_F(GridPainting, HeadersShowTitleMarksAndLines) {
   }
 }
 
+TEST_F(GridPainting, TellsInTheMiddleWhyItIsEmpty) {
+  wxWindow& rows = *Grid->GetRowsWindow();
+  // The distances between the text and the sides; the width of the window for none.
+  const auto margins = [&rows] {
+    const wxRect whole = rows.GetClientRect();
+    const auto [first, last] = Picture(rows).Ink(whole);
+    return std::pair(first - whole.x, whole.GetRight() - last);
+  };
+  Grid->SetVirtualRows(0);
+  EXPECT_GT(margins().first, 500) << "nothing to tell";
+  for (const wchar_t* why : {L"No trades yet", L"No trade passes the filter"}) {
+    Grid->WhyEmpty = why;
+    Grid->RedrawRows();
+    for (const int width : {500, 400}) {
+      Grid->SetSize(width, 400);
+      ASSERT_TRUE(PumpUntil([&] { return rows.GetClientSize().x <= width && rows.GetClientSize().x > width - 60; }));
+      const auto [left, right] = margins();
+      EXPECT_TRUE(left > 50 && std::abs(left - right) <= 4) << left << ' ' << right;
+    }
+  }
+  Grid->SetVirtualRows(1);
+  EXPECT_FALSE(Picture(rows).HasInk(rows.GetClientRect().Deflate(0, 200)));
+}
+
 TEST_F(GridPainting, AlignsCutsAndShiftsTheText) {
   for (const int column : {1, 2}) Grid->SetColumnAlign(column, column);
   Grid->EnableGridLines(false);

@@ -126,6 +126,9 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
   void SetGridFont(const wxFont& font);
   wxFont GetGridFont() const;
 
+  // Why there are no rows, painted in the middle of a grid without any; empty for nothing. Changes are painted by
+  // RedrawRows and AdjustLayout.
+  virtual std::wstring EmptyText() const { return {}; }
   // A field of the filter bar was edited; the text is as typed.
   virtual void OnFilterBarChanged(int /*column*/, const std::wstring& /*text*/) {}
   // Clears all fields, without OnFilterBarChanged.

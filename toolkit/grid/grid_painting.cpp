@@ -137,6 +137,16 @@ void GridHeader::DrawCorner(wxDC& dc, const wxRect& rect) const {
   DrawFace(dc, rect, State.Theme.Face);
 }
 
+void GridHeader::DrawEmpty(wxDC& dc, const wxRect& rect, const std::wstring& text) {
+  const GridTheme& theme = State.Theme;
+  dc.SetPen(*wxTRANSPARENT_PEN);
+  dc.SetBrush(wxBrush(wxColour(theme.Window)));
+  dc.DrawRectangle(rect);
+  const FittedTexts::Fitted& shown = Titles.Fit(dc, text, std::max(rect.width - 2 * Owner.FromDIP(kPadding), 0));
+  dc.SetTextForeground(wxColour(Blend(theme.Window, theme.WindowText, kPromptPercent)));
+  dc.DrawText(shown.Text, rect.x + (rect.width - shown.SizePx.x) / 2, rect.y + (rect.height - shown.SizePx.y) / 2);
+}
+
 namespace {
 
 constexpr std::size_t kMostKnownTexts = 20000;

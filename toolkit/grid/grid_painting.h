@@ -1,5 +1,6 @@
 // The painting of a grid. GridHeader paints titles, marks of filter and sort, the drop mark of a dragged column, the
-// fields of the filter bar, and row headers; titles and fields share the label area of wxGrid. GridCells paints cells.
+// fields of the filter bar, row headers, and why a grid is empty; titles and fields share the label area of wxGrid.
+// GridCells paints cells.
 #pragma once
 
 #include <wx/dc.h>
@@ -66,6 +67,8 @@ class GridHeader {
   void DrawField(wxDC& dc, const wxRect& rect, int column);
   void DrawRow(wxDC& dc, const wxRect& rect, bool current) const;
   void DrawCorner(wxDC& dc, const wxRect& rect) const;
+  // The whole area of the rows, with why there are none.
+  void DrawEmpty(wxDC& dc, const wxRect& rect, const std::wstring& text);
 
  private:
   void DrawFace(wxDC& dc, const wxRect& rect, ColorRef color) const;

@@ -45,6 +45,7 @@ GridView::GridView(CQORPGridCtrl& owner, GridState& state, Listener listener)
   ThemeChanged();
   SetFontAndSizes(Owner.GetFont());
   Told.WindowsMade(*GetGridWindow(), *GetGridColLabelWindow());
+  TellWhyEmpty();
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     event.Skip();
     CallAfter([this] {
@@ -52,6 +53,23 @@ GridView::GridView(CQORPGridCtrl& owner, GridState& state, Listener listener)
       Told.ColumnsMoved();
     });
   });
+}
+
+// The text stands in the middle of the part that is seen, so a change of its size paints all of it anew.
+void GridView::TellWhyEmpty() {
+  GetGridWindow()->Bind(wxEVT_PAINT, &GridView::OnPaintRows, this);
+  GetGridWindow()->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    event.Skip();
+    if (m_numRows == 0) RepaintRows();
+  });
+}
+
+void GridView::OnPaintRows(wxPaintEvent& event) {
+  const std::wstring text = m_numRows == 0 ? Owner.EmptyText() : std::wstring();
+  if (text.empty()) return event.Skip();
+  wxPaintDC dc(GetGridWindow());
+  dc.SetFont(GetDefaultCellFont());
+  Header.DrawEmpty(dc, GetGridWindow()->GetClientRect(), text);
 }
 
 void GridView::ThemeChanged() {
@@ -206,6 +224,7 @@ void GridView::ShowColumn(int column) {
 // Deferred: some systems update the scroll position after this call.
 void GridView::ScrollWindow(int dx, int dy, const wxRect* rect) {
   wxGrid::ScrollWindow(dx, dy, rect);
+  if (dx != 0 && m_numRows == 0) RepaintRows();
   if (dx != 0) CallAfter([this] { Told.ColumnsMoved(); });
 }
 

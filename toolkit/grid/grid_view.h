@@ -79,6 +79,8 @@ class GridView : public wxGrid {
   void ApplyFreeze();
   void FreezeQuickly(int count);
   void ApplyHeaderSizes();
+  void TellWhyEmpty();
+  void OnPaintRows(wxPaintEvent& event);
 
   CQORPGridCtrl& Owner;
   GridState& State;

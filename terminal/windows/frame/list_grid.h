@@ -17,7 +17,8 @@ class ListGrid : public CQORPGridCtrl {
     const wchar_t* Name;   // for screen readers
     const char* FileName;  // proposed by "Save As...", without extension
     ListOrder Order = ListOrder::OldestFirst;
-    bool FilterShown = false;  // at first
+    bool FilterShown = false;               // at first
+    const wchar_t* Empty = L"Nothing yet";  // why there are no rows
   };
   // The source must outlive the grid.
   ListGrid(ListSource& source, const Form& form) : Rows(source, form.Order), Look(form) {}
@@ -39,6 +40,7 @@ class ListGrid : public CQORPGridCtrl {
   ListPlace GetPlace() const;
   void SetPlace(const ListPlace& place);
 
+  std::wstring EmptyText() const override { return Rows.HasFilters() ? L"No row passes the filter" : Look.Empty; }
   void ToggleSortColumn(int column) override;
   void OnFilterBarChanged(int column, const std::wstring& text) override;
   void OnFilterBarClearAll() override;

@@ -1,8 +1,11 @@
 #include "terminal/windows/frame/log_grid.h"
 
 LogGrid::LogGrid(MessageLog& log)
-    : ListGrid(log,
-               {.Name = L"Messages", .FileName = "messages", .Order = ListOrder::NewestFirst, .FilterShown = true}),
+    : ListGrid(log, {.Name = L"Messages",
+                     .FileName = "messages",
+                     .Order = ListOrder::NewestFirst,
+                     .FilterShown = true,
+                     .Empty = L"No messages yet"}),
       Log(log) {}
 
 std::span<const CQORPMenuItem> LogGrid::ContextMenu() const {

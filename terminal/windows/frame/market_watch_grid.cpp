@@ -23,7 +23,7 @@ ColorRef ColorOf(Trend trend) {
 }  // namespace
 
 MarketWatchGrid::MarketWatchGrid(MarketWatch& rows, std::function<void()> opened)
-    : ListGrid(rows, {.Name = L"Market Watch", .FileName = "market_watch"}), Watch(rows) {
+    : ListGrid(rows, {.Name = L"Market Watch", .FileName = "market_watch", .Empty = L"No securities"}), Watch(rows) {
   Opened = std::move(opened);
 }
 
