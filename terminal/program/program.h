@@ -25,10 +25,6 @@ using PlayInWindowsFunction = void (*)(const RunFiles& files, const Options& opt
 int RunTerminal(const std::vector<std::filesystem::path>& arguments, PlayInWindowsFunction playInWindows,
                 std::ostream& out, std::ostream& errors);
 
-// Makes the working folder of the plug-in, copies the samples that it lacks and enters it. Call before the module is
-// loaded, which takes over the current folder then. Throws TerminalError.
-void EnterWorkingFolder(const std::filesystem::path& folder, const std::filesystem::path& samples);
-
 // The summary of a day that has been played, for the user.
 struct DaySummary {
   std::string PluginName;

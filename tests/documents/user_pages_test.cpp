@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <set>
 #include <sstream>
 
@@ -135,6 +136,29 @@ TEST(FilesPage, SamplesOfSettingsParse) {
   EXPECT_TRUE(settings.Read(L"Header", text) && text == L"Server");
   EXPECT_TRUE(settings.Read(L"Width", number) && number == 60);
   EXPECT_TRUE(settings.Read(L"Visible", number) && number == 0);
+}
+
+// The sample of the columns has each column of a book, wide enough for a title of its letters, and shows some in order.
+TEST(FilesPage, SampleOfColumnsFitsTheBooks) {
+  std::string profile = Shipped("ColumnProfile/Trade Book/ColumnProfile.xml");
+  std::erase(profile, '\n');
+  CVELDPXMLSettings settings;
+  ASSERT_TRUE(ParseNode(settings.UserRoot(), L"<R>" + std::wstring(profile.begin(), profile.end()) + L"</R>"));
+  std::map<std::int32_t, std::string_view> shown;
+  for (const TradeColumn& column : kTradeColumns) {
+    const std::string path = "ColumnProfile\\Trade Book\\" + std::string(column.Key);
+    std::int32_t width = 0, visible = -1, order = -1;
+    ASSERT_TRUE(settings.OpenPath(std::wstring(path.begin(), path.end()))) << path;
+    EXPECT_TRUE(settings.Read(L"Width", width) && settings.Read(L"Visible", visible) && settings.Read(L"Order", order));
+    EXPECT_GE(width, static_cast<int>(column.Title.size()) * 8 + 8) << path;
+    EXPECT_EQ(visible != 0, order >= 0) << path;
+    if (visible != 0) shown[order] = column.Title;
+  }
+  std::string titles;
+  for (const auto& [order, title] : shown) titles.append(title).append(" ");
+  EXPECT_EQ(titles,
+            "ExchangeTradeTime Exchange Symbol ExpiryDate StrikePrice OptionType Side Quantity Price ClientID "
+            "ExchangeOrderNo ExchangeTradeID ");
 }
 
 TEST(UserGuide, NamesMenuPropertiesAndMessages) {

@@ -2,6 +2,7 @@
 #include "terminal/program/program.h"
 
 #include "terminal/program/window_memory.h"
+#include "terminal/program/working_folder.h"
 #include "tests/terminal/test_files.h"
 
 namespace {
@@ -134,6 +135,25 @@ TEST(WorkingFolder, IsMadeAndFilledWithoutOverwriting) {
   std::filesystem::current_path(before);
   EXPECT_THROW(EnterWorkingFolder(work, TestFolder() / "missing"), TerminalError);
   EXPECT_TRUE(std::filesystem::equivalent(std::filesystem::current_path(), before));
+}
+
+TEST(WorkingFolder, GetsAColumnProfileOnlyWhileItIsNew) {
+  using Names = std::vector<std::filesystem::path>;
+  const std::filesystem::path profile = "ColumnProfile/Book/ColumnProfile.xml";
+  const std::pair<Names, Names> cases[] = {
+      {{}, {profile, "config.ini", "a/b.txt"}},
+      {{"trades.log", "ColumnProfile"}, {profile, "config.ini", "a/b.txt"}},
+      {{profile}, {"config.ini", "a/b.txt"}},
+      {{"config.ini"}, {"a/b.txt"}},
+      {{"a/b.txt"}, {"config.ini"}},
+      {{"TerminalWindows.xml"}, {"config.ini", "a/b.txt"}},
+      {{"TradeBookSettings.xml"}, {"config.ini", "a/b.txt"}},
+  };
+  for (const auto& [there, copied] : cases)
+    EXPECT_EQ(SamplesToCopy({"config.ini", "a/b.txt", profile},
+                            [&](const auto& file) { return std::ranges::count(there, file) != 0; }),
+              copied)
+        << (there.empty() ? profile : there.front());
 }
 
 TEST(WindowMemory, KeepsTheLatestFeeds) {

@@ -11,6 +11,7 @@
 #include "platform/locale.h"
 #include "platform/modules.h"
 #include "terminal/common/errors.h"
+#include "terminal/program/working_folder.h"
 #include "terminal/windows/drivers/screen_picture.h"
 #include "terminal/windows/drivers/user_drivers.h"
 #include "terminal/windows/frame/main_frame.h"
