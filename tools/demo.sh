@@ -119,7 +119,7 @@ address=$servers/trades.$date
 say "a venue plays the sample day by FIX on port $(cat "$demo/port"), the gateway journals it"
 say "its day log is $address"
 part terminal ${start[@]+"${start[@]}"} "$bin/terminal" --day "$address" --work "$demo/work" \
-  --script "$here/terminal/data/scripts/demo.txt" ${options[@]+"${options[@]}"}
+  ${options[@]+"${options[@]}"}
 while is_running "${process[terminal]}"; do
   check_parts
   sleep 0.3

@@ -35,6 +35,12 @@ bool ReadColumn(CQORPRegistry& settings, std::size_t place, ColumnPlace& column)
 
 }  // namespace
 
+// A file that cannot be looked up counts as there.
+WindowMemory::WindowMemory(const std::filesystem::path& folder) : Store(RegistryStore::Make(folder / kFileName)) {
+  std::error_code error;
+  FileIsNew = std::filesystem::status(folder / kFileName, error).type() == std::filesystem::file_type::not_found;
+}
+
 std::optional<FramePlace> WindowMemory::LoadFrame() {
   const auto settings = Open();
   FramePlace place;

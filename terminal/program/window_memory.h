@@ -35,7 +35,10 @@ class WindowMemory {
  public:
   static constexpr const char* kFileName = "TerminalWindows.xml";
 
-  explicit WindowMemory(const std::filesystem::path& folder) : Store(RegistryStore::Make(folder / kFileName)) {}
+  explicit WindowMemory(const std::filesystem::path& folder);
+
+  // Nothing has been remembered in that folder before this run.
+  bool IsNew() const noexcept { return FileIsNew; }
 
   std::optional<FramePlace> LoadFrame();
   // Each list has a section of the file.
@@ -58,4 +61,5 @@ class WindowMemory {
 
  private:
   std::shared_ptr<RegistryStore> Store;
+  bool FileIsNew;
 };

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # check.sh FOLDER PROGRAM...: plays a dealer's session with the terminal in an empty folder and compares every file that
 # it writes with those in stored/, byte for byte, but for what differs by day, machine and font: dates in names, the path
-# in config.ini, widths of columns, fonts and rectangles, and pictures, which must only show something.
+# in config.ini, widths of columns, fonts, rectangles and sizes of docked bars, and pictures, which must only show
+# something.
 # Then the terminal starts again, is killed in the midst of a further start, and starts once more: the books come back.
 # check.sh --store FOLDER PROGRAM... plays it and stores what it wrote: look at the difference before you keep it.
 set -euo pipefail
@@ -28,7 +29,9 @@ normalise() {
     *.png) [ "$(stat -c %s "$1")" -gt 60000 ] || { echo "$1 is an empty picture"; return 1; } ;;
     */TerminalWindows.xml) ;;  # where the windows stood
     */config.ini) sed -E 's/^Trade=.*DEALER_SESSION/Trade=DEALER_SESSION/' "$1" >"normal/$name" ;;
-    */TradeBookSettings.xml) sed -E '/^<(Font|Rect)/s/"[0-9a-f]*"/""/' "$1" >"normal/$name" ;;
+    */TradeBookSettings.xml)
+      sed -E '/^<(Font|Rect)/s/"[0-9a-f]*"/""/; /^<Bar-/s/;[0-9]+;[0-9]+"/"/' "$1" >"normal/$name"
+      ;;
     */ColumnProfile.xml) grep -v '^<Width>' "$1" >"normal/$name" ;;
     */FO/* | */CM/*) cp "$1" "normal/$(basename "$(dirname "$1")")_$name" ;;
     *) cp "$1" "normal/$name" ;;

@@ -8,10 +8,12 @@ store=
 [ "$1" = --store ] && { store=1; shift; }
 build=$(realpath "${2:-build/$1}")
 root=$PWD
-# A folder of no particular place, as a dialog shows it, and a frame of 1280 x 880, behind which that dialog fits.
+# A folder of no particular place, as a dialog shows it, and a frame of 1280 x 880, behind which that dialog fits. It has
+# the columns of a new folder, and no book at the start.
 out=$(mktemp -d "${TMPDIR:-/tmp}/trade_book.XXXX")
 trap 'rm -rf "$out"' EXIT
 mkdir -p "$out/day" "$out/config"
+cp -r "$build/bin/working_folder/ColumnProfile" "$out/day"
 printf '<R>\n<Frame>\n<Rectangle>"60000000140000006005000084030000"</Rectangle>\n</Frame>\n</R>\n' >"$out/day/TerminalWindows.xml"
 export XDG_CONFIG_HOME=$out/config GSETTINGS_BACKEND=memory
 # play FOLDER SCRIPT
@@ -20,9 +22,10 @@ play() {
     --exit-after played --script "$2") >"$out/log" 2>&1 || { cat "$out/log"; echo "the script $2 failed"; exit 1; }
 }
 play day "$root/terminal/data/scripts/user_guide.txt"
+play first "$root/terminal/data/scripts/first_view.txt"
 # The one window that needs another setting.
 mkdir "$out/popup"
-cp "$out/day/TerminalWindows.xml" "$out/popup"
+cp -r "$build/bin/working_folder/ColumnProfile" "$out/day/TerminalWindows.xml" "$out/popup"
 printf '[TRADECSV]\r\nExchangeFormatCSV=TRUE\r\n' >"$out/popup/config.ini"
 printf '%s\n' 'wait played' 'focus none' open-book 'place right' 'focus book All' 'book-menu Export CSV>Manual Export' \
   'wait 1200' 'screenshot docs/pictures/popup.png' exit >"$out/popup.txt"

@@ -19,8 +19,8 @@ one_of() {
   picked=${list[RANDOM % ${#list[@]}]}
 }
 
-# Books that are open, by title; "filtering" has those whose filter bar is shown.
-books=()
+# Books that are open, by title, with that of a first start; "filtering" has those whose filter bar is shown.
+books=(All)
 declare -A filtering
 current=  # the book that has the focus; empty where that is open
 
@@ -109,8 +109,10 @@ act() {
 }
 
 for ((day = 1; day <= days; ++day)); do
-  ((day == 1)) || echo 'menu Day>Start Again'
-  if ((RANDOM % 2)); then open_all; else open_security; fi  # while the day plays
+  if ((day > 1)); then
+    echo 'menu Day>Start Again'
+    if ((RANDOM % 2)); then open_all; else open_security; fi  # while the day plays
+  fi
   echo 'wait played'
   for ((action = 0; action < (day == 1 && actions < 18 ? 18 : actions); ++action)); do
     act $((day == 1 && action < 18 ? action : RANDOM % 18))  # on the first day each kind once

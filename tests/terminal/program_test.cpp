@@ -156,6 +156,15 @@ TEST(WorkingFolder, GetsAColumnProfileOnlyWhileItIsNew) {
         << (there.empty() ? profile : there.front());
 }
 
+TEST(WindowMemory, IsNewUntilItWasWritten) {
+  EXPECT_TRUE(WindowMemory(TestFolder()).IsNew());
+  WindowMemory memory(TestFolder());
+  memory.SaveFeed(DaySpec("nats://h/t.20260301"));
+  EXPECT_TRUE(memory.Write());
+  EXPECT_TRUE(memory.IsNew()) << "in this run";
+  EXPECT_FALSE(WindowMemory(TestFolder()).IsNew());
+}
+
 TEST(WindowMemory, KeepsTheLatestFeeds) {
   WindowMemory memory(TestFolder());
   EXPECT_TRUE(memory.LoadFeeds().empty());

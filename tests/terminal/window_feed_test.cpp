@@ -18,6 +18,7 @@ class WindowFeedTest : public GuiTest {
     GuiTest::SetUp();
     Given.Plugin = TestModule("fake_plugin");
     Given.Work = TestFolder() / "work";
+    WriteTestFile("work/TerminalWindows.xml", "<R>\n</R>\n");  // it has been started before
     std::filesystem::create_directories(ProgramFolder() / "working_folder");
     std::filesystem::create_directories(Sample);
     std::filesystem::copy_file(WriteSecurities(), Sample / "securities.csv",

@@ -58,6 +58,7 @@ class WindowSessionTest : public GuiTest {
     Given.SpeedGiven = true;
     Given.Plugin = TestModule("fake_plugin");
     Given.Work = TestFolder() / "work";
+    WriteTestFile("work/TerminalWindows.xml", "<R>\n</R>\n");                 // it has been started before
     std::filesystem::create_directories(ProgramFolder() / "working_folder");  // no samples for it
     Home = std::filesystem::current_path();
     Open();
@@ -318,6 +319,66 @@ TEST_F(WindowSessionTest, KeepsPlacesAndSort) {
   SavePicture(Main(), TestFolder() / "picture.png");
   const std::string size = ReadFile(TestFolder() / "picture.png").substr(16, 8);
   EXPECT_EQ(size, HighFirst(all.width) + HighFirst(all.height));
+}
+
+TEST_F(WindowSessionTest, OpensABookAtTheFirstStartAlone) {
+  const std::string begun = "raw 30025\nexported 30026\nraw 30022\n";
+  EXPECT_TRUE(Log().starts_with(begun + "routed"));
+  Close();
+  std::filesystem::remove(Given.Work / "TerminalWindows.xml");
+  Open();
+  EXPECT_TRUE(Log().starts_with(begun + "command\nrouted")) << Log();
+  const std::string before = Log();
+  auto& restored = MakeBook(L"Book", RunningHost()->GetPluginBarID("Book"));
+  restored.ShowControlBar(true);
+  Session->Commands().First().Begin();
+  EXPECT_EQ(Log(), before) << "the plug-in has brought a book";
+  Close();
+  Open();
+  EXPECT_TRUE(Log().starts_with(begun + "routed")) << "the user has closed the book";
+}
+
+TEST_F(WindowSessionTest, ResetBringsBackTheFirstView) {
+  MarketWatchGrid& grid = Watch().Grid();
+  const std::vector<ColumnPlace> columns = grid.GetPlace().Columns;
+  LogBar& messages = Session->GetWindows().Messages();
+  const wxRect floating = messages.GetFloatRect();
+  WaitForEnd();
+  for (const wchar_t* pane : {L"Properties", L"Messages"}) Choose(L"View", pane);
+  messages.FloatControlBar(wxRect(20, 20, 300, 300));
+  Watch().DockControlBar(DockSide::Top);
+  grid.SetColumnWidth(3, 333);
+  grid.GetColumnsInfo().SetColumnDisplayPos(0, 3);
+  grid.ToggleSortColumn(5);
+  grid.SetCurSel(1);
+  const std::string selected = grid.Selected()->SecurityID;
+  auto& first = MakeBook(L"Book one", RunningHost()->GetPluginBarID("one"));
+  auto& second = MakeBook(L"Book two", RunningHost()->GetPluginBarID("two"));
+  first.TabControlBar();
+  for (auto* book : {&first, &second}) book->ShowControlBar(true);
+  Main().Maximize();
+  EXPECT_TRUE(PumpUntil([this] { return Main().IsMaximized(); }));
+  const std::string before = Log();
+  Choose(L"View", L"Reset Windows");
+  EXPECT_FALSE(Session->GetWindows().Properties()->IsBarShown() || messages.IsBarShown());
+  EXPECT_TRUE(Watch().IsMDITabbed() && second.IsMDITabbed() && first.IsDocked());
+  EXPECT_TRUE(grid.IsShownOnScreen()) << "before the other tab";
+  // But for the borders, which a maximized window has not.
+  EXPECT_TRUE(PumpUntil([this] {
+    const wxSize off = Main().GetSize() - Main().FromDIP(wxSize(1280, 800));
+    return !Main().IsMaximized() && std::abs(off.x) < 20 && std::abs(off.y) < 60;
+  })) << Main().GetSize().x
+      << "x" << Main().GetSize().y;
+  EXPECT_TRUE(PumpUntil([&] { return first.GetSize().y == 360; })) << first.GetSize().y;
+  EXPECT_EQ(messages.GetFloatRect(), floating);
+  EXPECT_EQ(grid.GetPlace().Columns, columns);
+  EXPECT_FALSE(grid.GetPlace().SortColumn);
+  EXPECT_EQ(grid.Selected()->SecurityID, selected);
+  EXPECT_EQ(Log(), before);
+  for (auto* book : {&first, &second}) book->ShowControlBar(false);
+  Choose(L"View", L"Reset Windows");
+  EXPECT_EQ(Log(), before + "command\n");
+  EXPECT_EQ(grid.Selected()->SecurityID, selected);
 }
 
 // Chooses the file in dialogs that ask for one to open; an empty path cancels.

@@ -64,6 +64,16 @@ void CQORPDockingControlBar::DockControlBar(DockSide side) {
   if (Parts->Manager != nullptr) Parts->Manager->Parts->Dock(*this, side);
 }
 
+void CQORPDockingControlBar::DockControlBar(DockSide side, int sizePx) {
+  if (Parts->Manager != nullptr) Parts->Manager->Parts->DockSized(*this, side, sizePx);
+}
+
+void CQORPDockingControlBar::ForgetPlaces(const wxRect& rect) {
+  if (Parts->Manager == nullptr) return;
+  Parts->Manager->Parts->Show(*this, false);
+  Parts->Manager->Parts->PlaceAnew(*this, rect);
+}
+
 void CQORPDockingControlBar::TabControlBar() {
   if (Parts->Manager != nullptr) Parts->Manager->Parts->Tab(*this);
 }

@@ -46,7 +46,11 @@ class TOOLKIT_EXPORT CQORPDockingControlBar : public wxPanel {
   // Move the bar; a hidden bar stays hidden.
   void FloatControlBar(const wxRect& rect);
   void DockControlBar(DockSide side);
+  // With that height, at the left and right that width; in a frame that is too small as yet, once it has grown.
+  void DockControlBar(DockSide side, int sizePx);
   void TabControlBar();
+  // Hides the bar and forgets its places: as CreateBar leaves it.
+  void ForgetPlaces(const wxRect& rect);
   // At its last place; activate raises it and gives it the focus.
   void ShowControlBar(bool show, bool activate = true);
   bool IsBarShown() const;

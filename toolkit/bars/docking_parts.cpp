@@ -52,9 +52,17 @@ wxRect UsableRect(const wxRect& rect) {
 }  // namespace
 
 void CQORPDockingManager::Impl::Add(CQORPDockingControlBar& bar, const wxRect& rect) {
-  bar.Parts->FloatRect = UsableRect(rect);
-  bar.Parts->LastPane.Float().BestSize(bar.Parts->FloatRect.GetSize()).MinSize(kSmallestBar);
+  PlaceAnew(bar, rect);
   Bars.push_back(&bar);
+}
+
+void CQORPDockingManager::Impl::PlaceAnew(CQORPDockingControlBar& bar, const wxRect& rect) {
+  bar.Parts->FloatRect = UsableRect(rect);
+  bar.Parts->LastPane = wxAuiPaneInfo();
+  bar.Parts->LastPane.Float().BestSize(bar.Parts->FloatRect.GetSize()).MinSize(kSmallestBar);
+  bar.Parts->LastPane.Dockable(bar.Parts->Dockable);
+  bar.Parts->Restored.reset();
+  bar.Parts->Tabbed = false;
 }
 
 void CQORPDockingManager::Impl::Remove(CQORPDockingControlBar& bar) {
@@ -116,6 +124,16 @@ void CQORPDockingManager::Impl::Dock(CQORPDockingControlBar& bar, DockSide side)
     bar.Parts->LastPane.Dock().Direction(DirectionOf(side)).Layer(0).Row(0);
     bar.Parts->LastPane.Position(static_cast<int>(std::count_if(Bars.begin(), Bars.end(), standsThere)));
   });
+}
+
+// As a stored place, which waits for its frame.
+void CQORPDockingManager::Impl::DockSized(CQORPDockingControlBar& bar, DockSide side, int sizePx) {
+  BarPlace place = PlaceOf(bar);
+  place.State = BarState::Docked;
+  place.Side = side;
+  place.Layer = place.Row = place.Position = place.Proportion = 0;
+  place.DockWidth = place.DockHeight = sizePx;
+  Restore(bar, place);
 }
 
 void CQORPDockingManager::Impl::Tab(CQORPDockingControlBar& bar) {

@@ -63,10 +63,13 @@ class CQORPDockingManager::Impl : public wxEvtHandler {
   ~Impl() override;
 
   void Add(CQORPDockingControlBar& bar, const wxRect& rect);
+  // Of a hidden bar: the places of a new one, which floats in that rectangle.
+  void PlaceAnew(CQORPDockingControlBar& bar, const wxRect& rect);
   void Remove(CQORPDockingControlBar& bar);
 
   void Float(CQORPDockingControlBar& bar, const wxRect& rect);
   void Dock(CQORPDockingControlBar& bar, DockSide side);
+  void DockSized(CQORPDockingControlBar& bar, DockSide side, int sizePx);
   void Tab(CQORPDockingControlBar& bar);
   void Show(CQORPDockingControlBar& bar, bool show);
   void Activate(CQORPDockingControlBar& bar);

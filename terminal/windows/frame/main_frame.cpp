@@ -62,6 +62,12 @@ void MainFrame::NoteRect() {
   if (!IsMaximized() && !IsIconized()) NormalRect = GetRect();
 }
 
+void MainFrame::PlaceAt(const wxRect& rect) {
+  if (IsIconized()) Iconize(false);
+  if (IsMaximized()) Maximize(false);
+  SetSize(rect);
+}
+
 void MainFrame::AddEntry(const MenuEntry& entry, const wchar_t* menuBehind) {
   wxMenu& menu = MenuOf(entry, menuBehind);
   const int id = WxId(entry.Id);

@@ -38,6 +38,8 @@ class MainFrame : public CQORPFrame {
   void SetStatus(StatusField field, const std::wstring& text);
   // Where it stands, or would if it were not maximized.
   wxRect GetNormalRect() const { return NormalRect; }
+  // Neither maximized nor minimized.
+  void PlaceAt(const wxRect& rect);
   // Runs the entry of the menu bar with those texts, without marks and keys, from the top down; false for none, or for
   // one that cannot be chosen now.
   bool RunMenu(const std::vector<std::wstring>& texts);

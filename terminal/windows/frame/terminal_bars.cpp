@@ -23,7 +23,13 @@ void TerminalBar::Save(WindowMemory& memory) {
 }
 
 void TerminalBar::Restore(WindowMemory& memory) {
+  FirstRect = GetFloatRect();
   if (!LoadState(*memory.Open(), Section, kIndex, GetDlgCtrlID())) PlaceFirst();
+}
+
+void TerminalBar::Reset() {
+  ForgetPlaces(FirstRect);
+  PlaceFirst();
 }
 
 void TerminalBar::OnPressCloseButton() {
@@ -48,7 +54,14 @@ void ListBar::Save(WindowMemory& memory) {
 
 void ListBar::Restore(WindowMemory& memory) {
   TerminalBar::Restore(memory);
+  FirstPlace = List->GetPlace();
   if (const auto place = memory.LoadList(ListSection)) List->SetPlace(*place);
+}
+
+void ListBar::Reset() {
+  TerminalBar::Reset();
+  List->OnFilterBarClearAll();
+  List->SetPlace(FirstPlace);
 }
 
 void ListBar::ShowChanges() {

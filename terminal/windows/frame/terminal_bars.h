@@ -24,6 +24,8 @@ class TerminalBar : public CQORPDockingControlBar {
   virtual void Save(WindowMemory& memory);
   // As stored, else at its first place.
   virtual void Restore(WindowMemory& memory);
+  // As at a first start.
+  virtual void Reset();
 
   void OnPressCloseButton() override;
   int OnTabCloseButton() override;
@@ -34,10 +36,12 @@ class TerminalBar : public CQORPDockingControlBar {
  protected:
   // Fills the bar with a child window.
   void Hold(wxWindow* content);
+  // Of a bar that is hidden and floats where it was created.
   virtual void PlaceFirst() = 0;
 
  private:
   const wchar_t* Section;
+  wxRect FirstRect;  // in which it would float
 };
 
 // A bar with one of the terminal's lists.
@@ -48,6 +52,7 @@ class ListBar : public TerminalBar {
 
   void Save(WindowMemory& memory) override;
   void Restore(WindowMemory& memory) override;
+  void Reset() override;
   // Call on the beat; a hidden bar costs nothing.
   void ShowChanges();
   void OnBarFocus() override;
@@ -59,6 +64,7 @@ class ListBar : public TerminalBar {
  private:
   const wchar_t* ListSection;
   ListGrid* List = nullptr;
+  ListPlace FirstPlace;
 };
 
 class MarketWatchBar : public ListBar {

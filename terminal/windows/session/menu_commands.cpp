@@ -114,6 +114,9 @@ constexpr MenuCommands::Row MenuCommands::kRows[] = {
     {{IdOf(Command::Messages), L"&View", L"M&essages", L"Show or hide the log of messages", Ctrl('E'), Check},
      &MenuCommands::Toggle<&SessionWindows::Messages>,
      &MenuCommands::ShownState<&SessionWindows::Messages>},
+    {{IdOf(Command::ResetWindows), L"&View", L"&Reset Windows", L"Put all windows where a first start shows them",
+      KeyPress{}, Plain, true},
+     &MenuCommands::ResetWindows},
     {{IdOf(Command::Keys), L"&Help", L"&Keys", L"The keys of terminal and books", FunctionKey(1)},
      &MenuCommands::ShowKeys},
     {{IdOf(Command::About), L"&Help", L"&About", L"Versions", FunctionKey(12)}, &MenuCommands::ShowAbout},
@@ -161,6 +164,11 @@ bool MenuCommands::OpenBook() {
   Books.NoteOpening();
   Connection.Plugin->RunMenuCommand();
   return true;
+}
+
+void MenuCommands::ResetWindows() {
+  FirstWindows.Restore();
+  ShowStates();
 }
 
 void MenuCommands::ShowStates() const {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "terminal/windows/session/day_control.h"
+#include "terminal/windows/session/first_view.h"
 #include "terminal/windows/session/session_windows.h"
 
 enum class TerminalCommand : std::uint8_t {
@@ -26,6 +27,7 @@ enum class TerminalCommand : std::uint8_t {
   MarketWatch,
   Properties,
   Messages,
+  ResetWindows,
   Keys,
   About,
 };
@@ -44,6 +46,8 @@ class MenuCommands {
   void Run(TerminalCommand command);
   // False while the plug-in is busy or if it has no menu entry.
   bool OpenBook();
+  // The windows of a start that remembers nothing.
+  FirstView& First() noexcept { return FirstWindows; }
   // Checks and enables the entries as things stand.
   void ShowStates() const;
 
@@ -73,6 +77,7 @@ class MenuCommands {
   void RefreshBooks() { Connection.SendControl(30020); }
   template <auto Bar>
   void Toggle();
+  void ResetWindows();
   void ShowKeys();
   void ShowAbout();
 
@@ -91,4 +96,5 @@ class MenuCommands {
   WindowMemory& Memory;
   std::filesystem::path PluginFile;
   std::function<void()> Close;
+  FirstView FirstWindows{Windows, Books, [this] { return OpenBook(); }};
 };

@@ -16,14 +16,6 @@ constexpr std::uint32_t kMarketWatchId = 0xFFFF0001;  // apart from the ids that
 constexpr std::uint32_t kPropertyPaneId = 0xFFFF0002;
 constexpr std::uint32_t kLogId = 0xFFFF0003;
 
-// In the middle of the screen, with a margin.
-wxRect DefaultRect() {
-  const wxRect screen = wxDisplay(0U).GetClientArea();
-  wxSize size = wxWindow::FromDIP(wxSize(1280, 800), nullptr);
-  size.DecTo(screen.GetSize() * 9 / 10);
-  return wxRect(size).CentreIn(screen);
-}
-
 wxRect RectOf(const SettingsRectangle& kept) {
   return {wxPoint(kept.Left, kept.Top), wxPoint(kept.Right - 1, kept.Bottom - 1)};
 }
@@ -35,10 +27,18 @@ bool CanBeSeen(const wxRect& rect) {
 
 }  // namespace
 
+// In the middle of the screen, with a margin.
+wxRect SessionWindows::FirstRect() {
+  const wxRect screen = wxDisplay(0U).GetClientArea();
+  wxSize size = wxWindow::FromDIP(wxSize(1280, 800), nullptr);
+  size.DecTo(screen.GetSize() * 9 / 10);
+  return wxRect(size).CentreIn(screen);
+}
+
 void SessionWindows::MakeFrame(WindowMemory& memory, const std::function<void(int)>& command) {
   const std::optional<FramePlace> kept = memory.LoadFrame();
   const bool usesKept = kept && CanBeSeen(RectOf(kept->Rectangle));
-  MainWindow = &MakeChild<MainFrame>(usesKept ? RectOf(kept->Rectangle) : DefaultRect(), command);
+  MainWindow = &MakeChild<MainFrame>(usesKept ? RectOf(kept->Rectangle) : FirstRect(), command);
   if (usesKept && kept->Maximized) MainWindow->Maximize();
   wxTheApp->SetTopWindow(MainWindow);
 }
@@ -52,7 +52,7 @@ void SessionWindows::Make(WindowMemory& memory, MarketWatch& rows, MessageLog& l
   if (!WatchBar->Create(manager, kMarketWatchId, rows, events.RowOpened) ||
       !PropertiesBar->Create(manager, kPropertyPaneId) || !MessagesBar->Create(manager, kLogId, log))
     throw TerminalError(ExitCode::Display, "the market watch and the panes cannot be shown");
-  for (TerminalBar* bar : std::initializer_list<TerminalBar*>{WatchBar, PropertiesBar, MessagesBar}) {
+  for (TerminalBar* bar : OwnBars()) {
     bar->Closed = events.OwnBarClosed;
     bar->Restore(memory);
   }
@@ -82,6 +82,11 @@ void SessionWindows::Save(WindowMemory& memory) {
   PropertiesBar->Empty();
   PropertiesBar->Save(memory);
   MessagesBar->Save(memory);
+}
+
+void SessionWindows::Reset() {
+  MainWindow->PlaceAt(FirstRect());
+  for (TerminalBar* bar : OwnBars()) bar->Reset();
 }
 
 void SessionWindows::Destroy() {

@@ -23,6 +23,10 @@ class SessionWindows {
   // On the beat.
   void ShowChanges();
   void Save(WindowMemory& memory);
+  // Frame and bars as at a first start.
+  void Reset();
+  // Of the frame at a first start.
+  static wxRect FirstRect();
   void Destroy();
 
   // Null once it is closed. The frame owns the bars.
@@ -34,6 +38,7 @@ class SessionWindows {
 
  private:
   void MakeFrame(WindowMemory& memory, const std::function<void(int)>& command);
+  std::vector<TerminalBar*> OwnBars() const { return {WatchBar, PropertiesBar.get(), MessagesBar}; }
 
   wxWeakRef<MainFrame> MainWindow;
   MarketWatchBar* WatchBar = nullptr;

@@ -77,6 +77,7 @@ void WindowSession::Open() {
   Windows.Show();
   Windows.Watch().SetFocus();
   Day.Start(Connection, *this);
+  if (Memory.IsNew()) Menu.First().Begin();
   if (Script) Script->Start();
   OnBeat();
   if (!Day.LostDay().empty())
