@@ -31,6 +31,7 @@ class ChartModel {
   // The range that is shown.
   const ChartRange& Range() const noexcept { return Shown; }
   void ShowAll() { Show(Full); }
+  void ShowNewest() { Show(Moved(Shown, Full, Full.Length())); }
   void Zoom(double factor, double anchor) { Show(Zoomed(Shown, Full, factor, anchor)); }
   void Move(double seconds) { Show(Moved(Shown, Full, seconds)); }
   // Of texts as "20131007-09:30:00" in any order; false if none is a time or if there are no trades.

@@ -15,6 +15,7 @@
 #include "terminal/report/day_report.h"
 #include "terminal/windows/frame/connect_dialog.h"
 #include "terminal/windows/frame/window_tools.h"
+#include "terminal/windows/session/chart_selection.h"
 #include "toolkit/dialogs/dialog.h"
 #include "toolkit/dialogs/popups.h"
 
@@ -27,6 +28,9 @@ constexpr int IdOf(TerminalCommand command) {
 }
 constexpr KeyPress Ctrl(char letter) {
   return {.Code = static_cast<std::uint8_t>(letter), .Ctrl = true};
+}
+constexpr KeyPress CtrlShift(char letter) {
+  return {.Code = static_cast<std::uint8_t>(letter), .Ctrl = true, .Shift = true};
 }
 constexpr KeyPress FunctionKey(int number) {
   return {.Code = static_cast<std::uint8_t>(0x6F + number)};
@@ -114,6 +118,12 @@ constexpr MenuCommands::Row MenuCommands::kRows[] = {
     {{IdOf(Command::Messages), L"&View", L"M&essages", L"Show or hide the log of messages", Ctrl('E'), Check},
      &MenuCommands::Toggle<&SessionWindows::Messages>,
      &MenuCommands::ShownState<&SessionWindows::Messages>},
+    {{IdOf(Command::Chart), L"&View", L"&Chart", L"Show or hide the chart of a security", Ctrl('G'), Check},
+     &MenuCommands::ToggleChart,
+     &MenuCommands::ShownState<&SessionWindows::Chart>},
+    {{IdOf(Command::ChartOfRows), L"&View", L"Chart of Selected &Rows", L"Show the times of a book's selected rows",
+      CtrlShift('G')},
+     &MenuCommands::ShowChartOfRows},
     {{IdOf(Command::ResetWindows), L"&View", L"&Reset Windows", L"Put all windows where a first start shows them",
       KeyPress{}, Plain, true},
      &MenuCommands::ResetWindows},
@@ -178,6 +188,19 @@ void MenuCommands::ShowStates() const {
     if (row.Entry.Kind == Check || now.Checked) Windows.Frame()->Check(row.Entry.Id, now.Checked);
     Windows.Frame()->EnableEntry(row.Entry.Id, now.Enabled);
   }
+}
+
+// The selection that the chart follows is the one before the chart takes the focus.
+void MenuCommands::ToggleChart() {
+  Books.NoteFocus(Windows.Frame()->GetDockingManager().BarOf(wxWindow::FindFocus()));
+  Toggle<&SessionWindows::Chart>();
+  FollowSelection(Windows, Books);
+}
+
+void MenuCommands::ShowChartOfRows() {
+  Books.NoteFocus(Windows.Frame()->GetDockingManager().BarOf(wxWindow::FindFocus()));
+  ShowSelectedRows(Windows, Books);
+  ShowStates();
 }
 
 void MenuCommands::AskForDay() {

@@ -27,6 +27,8 @@ enum class TerminalCommand : std::uint8_t {
   MarketWatch,
   Properties,
   Messages,
+  Chart,
+  ChartOfRows,
   ResetWindows,
   Keys,
   About,
@@ -77,6 +79,8 @@ class MenuCommands {
   void RefreshBooks() { Connection.SendControl(30020); }
   template <auto Bar>
   void Toggle();
+  void ToggleChart();
+  void ShowChartOfRows();
   void ResetWindows();
   void ShowKeys();
   void ShowAbout();

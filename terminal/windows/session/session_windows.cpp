@@ -15,6 +15,7 @@ namespace {
 constexpr std::uint32_t kMarketWatchId = 0xFFFF0001;  // apart from the ids that plug-ins get
 constexpr std::uint32_t kPropertyPaneId = 0xFFFF0002;
 constexpr std::uint32_t kLogId = 0xFFFF0003;
+constexpr std::uint32_t kChartId = 0xFFFF0005;
 
 wxRect RectOf(const SettingsRectangle& kept) {
   return {wxPoint(kept.Left, kept.Top), wxPoint(kept.Right - 1, kept.Bottom - 1)};
@@ -43,14 +44,17 @@ void SessionWindows::MakeFrame(WindowMemory& memory, const std::function<void(in
   wxTheApp->SetTopWindow(MainWindow);
 }
 
-void SessionWindows::Make(WindowMemory& memory, MarketWatch& rows, MessageLog& log, const Events& events) {
+void SessionWindows::Make(WindowMemory& memory, MarketWatch& rows, MessageLog& log, const TradeLedger& trades,
+                          const Events& events) {
   MakeFrame(memory, events.Command);
   CQORPDockingManager& manager = MainWindow->GetDockingManager();
   WatchBar = &MakeChild<MarketWatchBar>();
   PropertiesBar = &MakeChild<PropertyPane>();
   MessagesBar = &MakeChild<LogBar>();
+  ChartsBar = &MakeChild<ChartBar>();
   if (!WatchBar->Create(manager, kMarketWatchId, rows, events.RowOpened) ||
-      !PropertiesBar->Create(manager, kPropertyPaneId) || !MessagesBar->Create(manager, kLogId, log))
+      !PropertiesBar->Create(manager, kPropertyPaneId) || !MessagesBar->Create(manager, kLogId, log) ||
+      !ChartsBar->Create(manager, kChartId, trades, events.SelectedRows))
     throw TerminalError(ExitCode::Display, "the market watch and the panes cannot be shown");
   for (TerminalBar* bar : OwnBars()) {
     bar->Closed = events.OwnBarClosed;
@@ -72,16 +76,15 @@ void SessionWindows::ShowChanges() {
   WatchBar->ShowChanges();
   PropertiesBar->FollowBook();
   MessagesBar->ShowChanges();
+  ChartsBar->ShowChanges();
 }
 
 void SessionWindows::Save(WindowMemory& memory) {
   const wxRect rect = MainWindow->GetNormalRect();
   memory.SaveFrame(
       {{rect.GetLeft(), rect.GetTop(), rect.GetRight() + 1, rect.GetBottom() + 1}, MainWindow->IsMaximized()});
-  WatchBar->Save(memory);
   PropertiesBar->Empty();
-  PropertiesBar->Save(memory);
-  MessagesBar->Save(memory);
+  for (TerminalBar* bar : OwnBars()) bar->Save(memory);
 }
 
 void SessionWindows::Reset() {
@@ -116,7 +119,9 @@ CQORPDockingControlBar* BookBars::Titled(const std::string& title) const {
 }
 
 void BookBars::NoteFocus(const CQORPDockingControlBar* bar) {
-  if (std::exchange(Focused, bar) != bar && bar != nullptr && Has(*bar)) Last = bar;
+  if (std::exchange(Focused, bar) == bar || bar == nullptr) return;
+  if (Has(*bar)) MakeCurrent(bar);
+  if (bar == &Windows.Watch()) WatchLast = true;
 }
 
 void BookBars::DestroyClosed() {

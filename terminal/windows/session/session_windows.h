@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "terminal/link/terminal_host.h"
+#include "terminal/windows/frame/chart_bar.h"
 #include "terminal/windows/frame/main_frame.h"
 #include "terminal/windows/frame/terminal_bars.h"
 
@@ -16,9 +17,10 @@ class SessionWindows {
     std::function<void(int)> Command;    // with the id of the menu entry
     std::function<void()> RowOpened;     // of the market watch
     std::function<void()> OwnBarClosed;  // by the user
+    std::function<void()> SelectedRows;  // the chart shall show their times
   };
   // Makes frame and bars at the places of the last time. Throws TerminalError.
-  void Make(WindowMemory& memory, MarketWatch& rows, MessageLog& log, const Events& events);
+  void Make(WindowMemory& memory, MarketWatch& rows, MessageLog& log, const TradeLedger& trades, const Events& events);
   void Show();
   // On the beat.
   void ShowChanges();
@@ -33,16 +35,18 @@ class SessionWindows {
   MainFrame* Frame() const { return MainWindow.get(); }
   MarketWatchBar& Watch() const { return *WatchBar; }
   LogBar& Messages() const { return *MessagesBar; }
+  ChartBar& Chart() const { return *ChartsBar; }
   // Null while the frame goes: the plug-in may ask for it then.
   PropertyPane* Properties() const { return PropertiesBar.get(); }
 
  private:
   void MakeFrame(WindowMemory& memory, const std::function<void(int)>& command);
-  std::vector<TerminalBar*> OwnBars() const { return {WatchBar, PropertiesBar.get(), MessagesBar}; }
+  std::vector<TerminalBar*> OwnBars() const { return {WatchBar, PropertiesBar.get(), MessagesBar, ChartsBar}; }
 
   wxWeakRef<MainFrame> MainWindow;
   MarketWatchBar* WatchBar = nullptr;
   LogBar* MessagesBar = nullptr;
+  ChartBar* ChartsBar = nullptr;
   wxWeakRef<PropertyPane> PropertiesBar;
 };
 
@@ -60,7 +64,12 @@ class BookBars {
 
   // The focus is in that bar, which may be any or null.
   void NoteFocus(const CQORPDockingControlBar* bar);
-  void MakeCurrent(const CQORPDockingControlBar* bar) { Last = bar; }
+  void MakeCurrent(const CQORPDockingControlBar* bar) {
+    Last = bar;
+    WatchLast = false;
+  }
+  // The market watch had the focus after every book.
+  bool WasWatchLast() const noexcept { return WatchLast; }
   // A book is being opened, which becomes the current one.
   void NoteOpening() { Last = nullptr; }
   // The address of a bar that may be in the midst of its close, or of anything else.
@@ -74,5 +83,6 @@ class BookBars {
   const TerminalHost& Host;
   const CQORPDockingControlBar* Focused = nullptr;  // to compare: may be gone, as may the next two
   const CQORPDockingControlBar* Last = nullptr;     // null for the one that was opened last
+  bool WatchLast = true;
   std::vector<const void*> Closed;
 };

@@ -40,6 +40,8 @@ CQORPDockingControlBar* ScriptActions::BarFor(ScriptFocus where) const {
       return &Windows.Watch();
     case ScriptFocus::Book:
       return Books.Current();
+    case ScriptFocus::Chart:
+      return &Windows.Chart();
     case ScriptFocus::None:
       break;
   }

@@ -16,6 +16,7 @@
 #include "terminal/windows/drivers/user_drivers.h"
 #include "terminal/windows/frame/main_frame.h"
 #include "terminal/windows/frame/window_tools.h"
+#include "terminal/windows/session/chart_selection.h"
 #include "toolkit/start/toolkit_start.h"
 #include "toolkit/system/make_child.h"
 
@@ -62,10 +63,11 @@ WindowSession::~WindowSession() {
 }
 
 void WindowSession::Open() {
-  Windows.Make(Memory, Day.Watch(), Connection.Log,
+  Windows.Make(Memory, Day.Watch(), Connection.Log, Day.Trades(),
                {.Command = [this](int id) { Menu.Run(static_cast<TerminalCommand>(id)); },
                 .RowOpened = [this] { Menu.OpenBook(); },
-                .OwnBarClosed = [this] { Menu.ShowStates(); }});
+                .OwnBarClosed = [this] { Menu.ShowStates(); },
+                .SelectedRows = [this] { Menu.Run(TerminalCommand::ChartOfRows); }});
   Menu.AddTo(*Windows.Frame());
   Windows.Frame()->Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
     if (Connection.IsBusy() && event.CanVeto()) return event.Veto();
@@ -113,6 +115,7 @@ void WindowSession::ShowStatus() {
   const DayRun& day = Day.Day();
   const CQORPDockingControlBar* focused = frame.GetDockingManager().BarOf(wxWindow::FindFocus());
   Books.NoteFocus(focused);
+  FollowSelection(Windows, Books);
   frame.SetStatus(StatusField::Focus, focused == nullptr ? std::wstring() : focused->GetBarTitle());
   frame.SetStatus(StatusField::DayClock, Wide(DayClockText(day.DaySeconds())));
   frame.SetStatus(StatusField::State, Wide(Day.StateText()));
