@@ -119,3 +119,31 @@ ChartValues ValuesOf(std::span<const ChartPoint> points, const ChartRange& range
   FillBars(values, points, range);
   return values;
 }
+
+std::vector<ChartMark> MarksOf(const ChartValues& values, const ChartRange& range, int columnsPerMark) {
+  std::vector<ChartMark> marks;
+  if (values.Columns.empty() || columnsPerMark <= 0) return marks;
+  const double perColumn = range.Length() / static_cast<double>(values.Columns.size());
+  const int begin = static_cast<int>(std::fmod(std::floor(range.From / perColumn), columnsPerMark));
+  const auto add = [&](int column, double price, std::uint64_t quantity, ChartSide side, ChartMark*& open) {
+    if (quantity == 0) return;
+    if (open == nullptr) {
+      marks.push_back({column, price, 0, side});
+      open = &marks.back();
+    }
+    open->Quantity += quantity;
+    const bool isBetter = side == ChartSide::Buy ? price < open->Price : price > open->Price;
+    if (isBetter) open->Column = column, open->Price = price;
+  };
+  marks.reserve(2 * values.Columns.size());  // the open ones stay in place
+  ChartMark* buy = nullptr;
+  ChartMark* sell = nullptr;
+  for (std::size_t at = 0; at < values.Columns.size(); ++at) {
+    const ChartColumn& column = values.Columns[at];
+    const int place = static_cast<int>(at);
+    if ((place + begin) % columnsPerMark == 0) buy = sell = nullptr;
+    add(place, column.BuyLow, column.Bought, ChartSide::Buy, buy);
+    add(place, column.SellHigh, column.Sold, ChartSide::Sell, sell);
+  }
+  return marks;
+}

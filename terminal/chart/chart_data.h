@@ -81,3 +81,14 @@ ChartValues ValuesOf(std::span<const ChartPoint> points, const ChartRange& range
 
 // The sorted points of the range.
 std::span<const ChartPoint> PointsIn(std::span<const ChartPoint> points, const ChartRange& range);
+
+// Marks of one side in one part of the width: where the lowest buy or the highest sell is.
+struct ChartMark {
+  int Column = 0;
+  double Price = 0;
+  std::uint64_t Quantity = 0;
+  ChartSide Side = ChartSide::Buy;
+  bool operator==(const ChartMark&) const = default;
+};
+// At most one for each side in as many columns; the parts stand at fixed times, so that marks move with their trades.
+std::vector<ChartMark> MarksOf(const ChartValues& values, const ChartRange& range, int columnsPerMark);

@@ -12,53 +12,6 @@ constexpr int kVolumePercent = 22;   // of the height
 constexpr int kLeastLinesHigh = 14;  // lines of text that leave room for volumes
 constexpr int kLeastBarPx = 4;
 constexpr double kLeastMinutesRange = 600;  // in a longer one the texts of times have no seconds
-constexpr double kPriceMargin = 0.08;       // above and below, where marks stand
-constexpr double kFlatMargin = 0.001;       // of the price, around prices that are all equal
-
-struct PriceSpan {
-  double Low = 0;
-  double High = 0;
-};
-
-double Between(const ChartPoint& left, const ChartPoint& right, double seconds) {
-  const auto length = static_cast<double>(right.Seconds - left.Seconds);
-  if (length <= 0) return right.Price;
-  return left.Price + (right.Price - left.Price) * (seconds - static_cast<double>(left.Seconds)) / length;
-}
-
-// Where the line of prices enters and leaves the range.
-struct LineEnds {
-  std::optional<double> Entry;
-  std::optional<double> Exit;
-};
-
-LineEnds EndsOf(std::span<const ChartPoint> points, std::span<const ChartPoint> shown, const ChartRange& range) {
-  const ChartPoint* begin = points.data();
-  const ChartPoint* end = begin + points.size();
-  const ChartPoint* first = shown.data();
-  const ChartPoint* last = first + shown.size();
-  LineEnds ends;
-  if (first != begin && first != end) ends.Entry = Between(*(first - 1), *first, range.From);
-  if (last != begin && last != end) ends.Exit = Between(*(last - 1), *last, range.To);
-  return ends;
-}
-
-PriceSpan SpanOf(std::span<const ChartPoint> points, std::span<const ChartPoint> shown, const LineEnds& ends) {
-  const double any = !shown.empty() ? shown.front().Price
-                     : ends.Entry   ? *ends.Entry
-                                    : (shown.data() == points.data() ? points.front() : points.back()).Price;
-  PriceSpan span{any, any};
-  const auto include = [&span](double price) {
-    span.Low = std::min(span.Low, price);
-    span.High = std::max(span.High, price);
-  };
-  for (const ChartPoint& point : shown) include(point.Price);
-  for (const auto& end : {ends.Entry, ends.Exit})
-    if (end) include(*end);
-  const double flat = std::max(0.01, std::fabs(any) * kFlatMargin);
-  const double margin = span.High > span.Low ? (span.High - span.Low) * kPriceMargin : flat;
-  return {span.Low - margin, span.High + margin};
-}
 
 // Appends a place; between places at one height only the first and the last one count.
 void AddTo(std::vector<ChartPlace>& line, const ChartPlace& place) {
@@ -97,7 +50,7 @@ class ChartDrawing {
   ChartCanvas& Canvas;
   int LineHigh;
   std::span<const ChartPoint> Shown;
-  LineEnds Ends;
+  ChartPrices Ends;
   ChartLayout Layout;
   ChartValues Values;
   std::vector<ChartTick> Prices;
@@ -128,17 +81,16 @@ ChartLayout ChartDrawing::Draw() {
 // The prices' own texts decide how wide their scale is.
 void ChartDrawing::Place() {
   Shown = PointsIn(Source.Points, Layout.Range);
-  Ends = EndsOf(Source.Points, Shown, Layout.Range);
-  const PriceSpan span = SpanOf(Source.Points, Shown, Ends);
-  Layout.LowPrice = span.Low;
-  Layout.HighPrice = span.High;
+  Ends = PricesIn(Source.Points, Layout.Range);
+  Layout.LowPrice = Ends.Low;
+  Layout.HighPrice = Ends.High;
   const int top = LineHigh * 7 / 4, bottom = Size.Height - LineHigh * 3 / 2;
   const int all = bottom - top;
   const bool hasVolumes = Size.Height >= kLeastLinesHigh * LineHigh;
   const int volumes = hasVolumes ? all * kVolumePercent / 100 : 0;
   const int gap = hasVolumes ? LineHigh / 2 : 0;
   const int high = all - volumes - gap;
-  Prices = PriceTicks(span.Low, span.High, high > 0 ? 2.2 * LineHigh / high : 1);
+  Prices = PriceTicks(Ends.Low, Ends.High, high > 0 ? 2.2 * LineHigh / high : 1);
   int widest = Canvas.TextWidth(ChartPriceText(Source.Points.back().Price));
   for (const ChartTick& tick : Prices) widest = std::max(widest, Canvas.TextWidth(tick.Text));
   Layout.Prices = {LineHigh / 2, top, Size.Width - widest - LineHigh, top + high};
@@ -296,34 +248,6 @@ void ChartDrawing::DrawFigures() {
 }
 
 }  // namespace
-
-std::vector<ChartMark> MarksOf(const ChartValues& values, const ChartRange& range, int columnsPerMark) {
-  std::vector<ChartMark> marks;
-  if (values.Columns.empty() || columnsPerMark <= 0) return marks;
-  const double perColumn = range.Length() / static_cast<double>(values.Columns.size());
-  const int begin = static_cast<int>(std::fmod(std::floor(range.From / perColumn), columnsPerMark));
-  const auto add = [&](int column, double price, std::uint64_t quantity, ChartSide side, ChartMark*& open) {
-    if (quantity == 0) return;
-    if (open == nullptr) {
-      marks.push_back({column, price, 0, side});
-      open = &marks.back();
-    }
-    open->Quantity += quantity;
-    const bool isBetter = side == ChartSide::Buy ? price < open->Price : price > open->Price;
-    if (isBetter) open->Column = column, open->Price = price;
-  };
-  marks.reserve(2 * values.Columns.size());  // the open ones stay in place
-  ChartMark* buy = nullptr;
-  ChartMark* sell = nullptr;
-  for (std::size_t at = 0; at < values.Columns.size(); ++at) {
-    const ChartColumn& column = values.Columns[at];
-    const int place = static_cast<int>(at);
-    if ((place + begin) % columnsPerMark == 0) buy = sell = nullptr;
-    add(place, column.BuyLow, column.Bought, ChartSide::Buy, buy);
-    add(place, column.SellHigh, column.Sold, ChartSide::Sell, sell);
-  }
-  return marks;
-}
 
 ChartLayout DrawChart(const ChartSource& source, const ChartRange& range, const ChartSize& size, ChartCanvas& canvas) {
   return ChartDrawing(source, range, size, canvas).Draw();

@@ -27,14 +27,3 @@ ChartLayout DrawChart(const ChartSource& source, const ChartRange& range, const 
 
 // The crosshair with time and price at its ends; a no-op outside the prices and volumes.
 void DrawPointer(const ChartLayout& layout, const ChartPlace& pointer, ChartCanvas& canvas);
-
-// Marks of one side in one part of the width: where the lowest buy or the highest sell is.
-struct ChartMark {
-  int Column = 0;
-  double Price = 0;
-  std::uint64_t Quantity = 0;
-  ChartSide Side = ChartSide::Buy;
-  bool operator==(const ChartMark&) const = default;
-};
-// At most one for each side in as many columns; the parts stand at fixed times, so that marks move with their trades.
-std::vector<ChartMark> MarksOf(const ChartValues& values, const ChartRange& range, int columnsPerMark);

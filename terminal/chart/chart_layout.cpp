@@ -8,8 +8,11 @@
 
 namespace {
 
-constexpr double kLeastSeconds = 20;  // of a range
-constexpr double kMargin = 0.02;      // beside the first and the last trade
+constexpr double kLeastSeconds = 20;   // of a range
+constexpr double kMargin = 0.02;       // beside the first and the last trade
+constexpr double kPriceMargin = 0.08;  // above and below, where marks stand
+constexpr double kFlatMargin = 0.001;  // of the price, around prices that are all equal
+constexpr double kLeastFlatMargin = 0.01;
 constexpr int kMostTicks = 100;
 constexpr std::int64_t kDay = 86'400;
 constexpr std::int64_t kTimeSteps[] = {1,   2,    5,    10,   15,    30,    60,    120,    300,    600,
@@ -166,6 +169,40 @@ ChartRange Followed(const ChartRange& range, const ChartRange& before, const Cha
   if (range == before || before == ChartRange()) return now;
   if (range.To >= before.To) return Within({now.To - range.Length(), now.To}, now);
   return Within(range, now);
+}
+
+namespace {
+
+double Between(const ChartPoint& left, const ChartPoint& right, double seconds) {
+  const auto length = static_cast<double>(right.Seconds - left.Seconds);
+  if (length <= 0) return right.Price;
+  return left.Price + (right.Price - left.Price) * (seconds - static_cast<double>(left.Seconds)) / length;
+}
+
+void Include(ChartPrices& prices, double price) {
+  prices.Low = std::min(prices.Low, price);
+  prices.High = std::max(prices.High, price);
+}
+
+}  // namespace
+
+ChartPrices PricesIn(std::span<const ChartPoint> points, const ChartRange& range) {
+  const std::span<const ChartPoint> shown = PointsIn(points, range);
+  const auto first = static_cast<std::size_t>(shown.data() - points.data());
+  const std::size_t end = first + shown.size();
+  ChartPrices prices;
+  if (first > 0 && first < points.size()) prices.Entry = Between(points[first - 1], points[first], range.From);
+  if (end > 0 && end < points.size()) prices.Exit = Between(points[end - 1], points[end], range.To);
+  const double any = shown.empty() ? prices.Entry.value_or(points[first == 0 ? 0 : first - 1].Price) : shown[0].Price;
+  prices.Low = prices.High = any;
+  for (const ChartPoint& point : shown) Include(prices, point.Price);
+  for (const auto& edge : {prices.Entry, prices.Exit})
+    if (edge) Include(prices, *edge);
+  const double flat = std::max(kLeastFlatMargin, std::fabs(any) * kFlatMargin);
+  const double margin = prices.High > prices.Low ? (prices.High - prices.Low) * kPriceMargin : flat;
+  prices.Low -= margin;
+  prices.High += margin;
+  return prices;
 }
 
 int ChartLayout::XOf(double seconds) const {

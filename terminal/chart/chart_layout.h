@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -59,6 +60,16 @@ ChartRange Zoomed(const ChartRange& range, const ChartRange& full, double factor
 ChartRange Moved(const ChartRange& range, const ChartRange& full, double seconds);
 // What is shown once the full range has grown: all of it if all was shown; a range at its end goes along.
 ChartRange Followed(const ChartRange& range, const ChartRange& before, const ChartRange& now);
+
+// What the scale of prices spans in a range, with a margin, and where the line between trades enters and leaves it.
+struct ChartPrices {
+  double Low = 0;
+  double High = 0;
+  std::optional<double> Entry;
+  std::optional<double> Exit;
+};
+// Requires points.
+ChartPrices PricesIn(std::span<const ChartPoint> points, const ChartRange& range);
 
 // The scales of a chart that was drawn.
 struct ChartLayout {

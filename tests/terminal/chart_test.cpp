@@ -225,6 +225,24 @@ TEST(ChartLayoutTest, ZoomKeepsTheAnchorAndTheWholeDay) {
   for (std::size_t at = 0; at < std::size(cases); ++at) EXPECT_EQ(cases[at].first, cases[at].second) << at;
 }
 
+TEST(ChartLayoutTest, PricesSpanTheLineWithinTheRange) {
+  const std::vector points{PointAt(0, 10), PointAt(10, 20), PointAt(20, 5)};
+  const auto in = [&](double from, double to) {
+    return PricesIn(points, {kMidnight + from * 60, kMidnight + to * 60});
+  };
+  const std::pair<ChartPrices, ChartPrices> cases[] = {{in(-1, 21), {5 - 1.2, 20 + 1.2, {}, {}}},
+                                                       {in(5, 15), {12.5 - 0.6, 20 + 0.6, 15, 12.5}},
+                                                       {in(2, 4), {12 - 0.16, 14 + 0.16, 12, 14}},
+                                                       {in(-5, -1), {10 - 0.01, 10 + 0.01, {}, {}}},
+                                                       {in(30, 40), {5 - 0.01, 5 + 0.01, {}, {}}}};
+  for (const auto& [prices, expected] : cases) {
+    EXPECT_DOUBLE_EQ(prices.Low, expected.Low);
+    EXPECT_DOUBLE_EQ(prices.High, expected.High);
+    EXPECT_EQ(prices.Entry, expected.Entry);
+    EXPECT_EQ(prices.Exit, expected.Exit);
+  }
+}
+
 TEST(ChartLayoutTest, PlacesTellTimesAndPrices) {
   const ChartLayout layout{{10, 20, 111, 71}, {}, {1000, 2000}, 50, 100};
   EXPECT_EQ(layout.XOf(1500), 60);
@@ -238,7 +256,7 @@ TEST(ChartLayoutTest, PlacesTellTimesAndPrices) {
   EXPECT_EQ(layout.PriceAt(500), 50);
 }
 
-TEST(ChartDrawingTest, MarksStandAtTheBestPriceOfTheirPart) {
+TEST(ChartDataTest, MarksStandAtTheBestPriceOfTheirPart) {
   ChartValues values;
   values.Columns.resize(8);
   values.Columns[1] = {.Bought = 5, .BuyLow = 10};
