@@ -266,6 +266,7 @@ void DrawPointer(const ChartLayout& layout, const ChartPlace& pointer, ChartCanv
   canvas.Text({x, bottom + high / 4}, time, ChartAlign::Centre, ChartInk::Paper);
   if (!plot.Has(pointer)) return;
   canvas.Line({plot.Left, pointer.Y}, {plot.Right, pointer.Y}, ChartInk::Frame);
-  const double price = layout.PriceAt(pointer.Y);
-  DrawPriceLabel(layout, price, ChartPriceText(std::round(price * 100) / 100), ChartInk::Faint, canvas);
+  const double price = layout.PriceAt(pointer.Y), perPx = (layout.HighPrice - layout.LowPrice) / plot.Height();
+  const int decimals = static_cast<int>(std::clamp(std::ceil(-std::log10(perPx)), 0., 9.));
+  DrawPriceLabel(layout, price, FixedText(price, decimals), ChartInk::Faint, canvas);
 }

@@ -292,6 +292,40 @@ TEST(SvgChartTest, DrawsLineMarksBarsAndScales) {
   EXPECT_EQ(svg, ChartSvg({"A&B", data.Points(), 2}, {607, 240})) << "the same text each time";
 }
 
+// Notes the texts.
+class NotingCanvas : public ChartCanvas {
+ public:
+  int TextWidth(const std::string& text) const override { return static_cast<int>(text.size()) * 6; }
+  int TextHeight() const override { return 12; }
+  void Line(const ChartPlace&, const ChartPlace&, ChartInk) override { ++Lines; }
+  void Polyline(std::span<const ChartPlace>, ChartInk) override {}
+  void Rect(const ChartRect&, ChartInk) override {}
+  void Triangle(const std::array<ChartPlace, 3>&, ChartInk) override {}
+  void Text(const ChartPlace&, const std::string& text, ChartAlign, ChartInk) override { Told += text + " "; }
+
+  int Lines = 0;
+  std::string Told;
+};
+
+TEST(ChartDrawingTest, PointerTellsTimeAndPrice) {
+  const ChartLayout layout{{10, 20, 110, 71}, {10, 80, 110, 100}, {kMidnight + 0., kMidnight + 990.}, 1.2, 1.3};
+  const std::tuple<ChartPlace, int, const char*> cases[] = {{{70, 70}, 2, "00:10:00 1.200 "},
+                                                            {{10, 20}, 2, "00:00:00 1.300 "},
+                                                            {{70, 90}, 1, "00:10:00 "},
+                                                            {{9, 30}, 0, ""},
+                                                            {{70, 100}, 0, ""},
+                                                            {{110, 30}, 0, ""}};
+  for (const auto& [pointer, lines, told] : cases) {
+    NotingCanvas canvas;
+    DrawPointer(layout, pointer, canvas);
+    EXPECT_EQ(canvas.Told, told);
+    EXPECT_EQ(canvas.Lines, lines);
+  }
+  NotingCanvas canvas;
+  DrawPointer({}, {0, 0}, canvas);
+  EXPECT_EQ(canvas.Told, "");
+}
+
 TEST(SvgChartTest, SaysWhyThereIsNoChart) {
   const std::vector points{PointAt(1, 5)};
   EXPECT_NE(ChartSvg({"A", {}, 0, "No security is selected"}, {300, 200}).find(">No security is selected</text>"),

@@ -129,6 +129,10 @@ TEST_F(ChartViewTest, SavesPictures) {
   EXPECT_NE(svg.find("<svg xmlns="), std::string::npos);
   EXPECT_NE(svg.find(">ARCA IBM</text>"), std::string::npos);
   EXPECT_TRUE(answers.Said.empty());
+  View->Model().Select("NYSE", "BRK/B");
+  answers.AnswerAnew({});
+  View->Run(ChartCommand::Save);
+  EXPECT_EQ(answers.Proposals, std::vector<std::filesystem::path>{"NYSE BRK_B.png"});
   for (const char* name : {"no/chart.png", "no/chart.svg", "chart.txt"}) {
     answers.AnswerAnew(TestFolder() / name);
     View->Run(ChartCommand::Save);

@@ -143,7 +143,8 @@ int CQORPGridCtrl::GetVirtualRows() const noexcept {
 }
 
 std::wstring CQORPGridCtrl::GetCellText(int row, int column) const {
-  if (row < 0 || row >= GetVirtualRows() || column < 0 || column >= GetColumnCount() || !Parts->State.Display) return {};
+  if (row < 0 || row >= GetVirtualRows() || column < 0 || column >= GetColumnCount() || !Parts->State.Display)
+    return {};
   CQORPGridCell cell;
   return Parts->State.Display(row, column, cell) ? cell.Text : std::wstring();
 }

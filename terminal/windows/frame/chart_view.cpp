@@ -5,8 +5,11 @@
 #include <wx/menu.h>
 #include <wx/settings.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <fstream>
+#include <string_view>
 #include <utility>
 
 #include "foundations/paths.h"
@@ -48,21 +51,37 @@ constexpr ChartKey kChartKeys[] = {
     {'=', ChartCommand::ZoomIn},
     {WXK_NUMPAD_ADD, ChartCommand::ZoomIn},
     {WXK_UP, ChartCommand::ZoomIn},
+    {WXK_NUMPAD_UP, ChartCommand::ZoomIn},
     {'-', ChartCommand::ZoomOut},
     {WXK_NUMPAD_SUBTRACT, ChartCommand::ZoomOut},
     {WXK_DOWN, ChartCommand::ZoomOut},
+    {WXK_NUMPAD_DOWN, ChartCommand::ZoomOut},
     {WXK_LEFT, ChartCommand::Earlier},
+    {WXK_NUMPAD_LEFT, ChartCommand::Earlier},
     {WXK_RIGHT, ChartCommand::Later},
+    {WXK_NUMPAD_RIGHT, ChartCommand::Later},
     {WXK_PAGEUP, ChartCommand::PageEarlier},
+    {WXK_NUMPAD_PAGEUP, ChartCommand::PageEarlier},
     {WXK_PAGEDOWN, ChartCommand::PageLater},
+    {WXK_NUMPAD_PAGEDOWN, ChartCommand::PageLater},
     {'0', ChartCommand::WholeDay},
     {WXK_HOME, ChartCommand::WholeDay},
+    {WXK_NUMPAD_HOME, ChartCommand::WholeDay},
     {WXK_END, ChartCommand::Newest},
+    {WXK_NUMPAD_END, ChartCommand::Newest},
     {WXK_CONTROL_S, ChartCommand::Save},
 };
 
 const ChartTheme& ChartColors() {
   return wxSystemSettings::GetAppearance().IsUsingDarkBackground() ? kDarkChart : kLightChart;
+}
+
+// A security's name may hold what a file's name may not.
+std::wstring FileNameOf(std::wstring name) {
+  for (wchar_t& character : name)
+    if (character < L' ' || std::wstring_view(L"/\\:*?\"<>|").find(character) != std::wstring_view::npos)
+      character = L'_';
+  return name;
 }
 
 void SaveText(const std::filesystem::path& file, const std::string& text) {
@@ -181,7 +200,7 @@ void ChartView::Run(ChartCommand command) {
 
 void ChartView::OnKey(wxKeyEvent& event) {
   for (const ChartKey& key : kChartKeys)
-    if (key.Code == event.GetKeyCode()) return Run(key.Command);
+    if (!event.AltDown() && key.Code == event.GetKeyCode()) return Run(key.Command);
   event.Skip();
 }
 
@@ -212,7 +231,7 @@ void ChartView::EndDrag() {
 void ChartView::AskAndSave() {
   const FocusReturn focus(*this);
   const std::wstring name = Wide(Utf8OfCodePage(Chart.Name().empty() ? "chart" : Chart.Name()));
-  CQORPFileDialog dialog(this, PathOfWide(name + L".png"), L".png", L"SVG (*.svg)|*.svg;*.SVG|PNG (*.png)");
+  CQORPFileDialog dialog(this, PathOfWide(FileNameOf(name) + L".png"), L".png", L"SVG (*.svg)|*.svg;*.SVG|PNG (*.png)");
   dialog.SetFilterIndex(1);
   if (const auto path = dialog.AskForPath()) OrShowFailure(this, [&] { SaveTo(*path); });
 }
