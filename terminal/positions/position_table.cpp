@@ -15,7 +15,7 @@ const std::string& PositionTable::ClientAt(std::uint32_t row) const {
 
 PositionChanges PositionTable::TakeChanges() {
   PositionChanges changes;
-  changes.All = Stale || Epoch != Ledger.Epoch();
+  changes.All = IsStale();
   if (changes.All) StartOver();
   Securities.resize(Ledger.Securities().size());
   CountRewritten();
@@ -80,7 +80,7 @@ std::uint32_t PositionTable::RowOf(const LedgerTrade& trade) {
         hash, [&](std::uint32_t at) { return All[at].Client == trade.Client && All[at].Security == trade.Security; });
     if (found != IndexTable::kNone) return found;
   }
-  const std::uint32_t added = Rows();
+  const auto added = static_cast<std::uint32_t>(All.size());
   All.push_back({trade.Security, trade.Client});
   security.Rows.push_back(added);
   if (Used.ByClient) ByClient.Add(hash, added);

@@ -47,7 +47,7 @@ class PositionTable {
   void Use(const PositionSettings& settings);
   const PositionSettings& Settings() const noexcept { return Used; }
 
-  std::uint32_t Rows() const noexcept { return static_cast<std::uint32_t>(All.size()); }
+  std::uint32_t Rows() const noexcept { return IsStale() ? 0 : static_cast<std::uint32_t>(All.size()); }
   const Position& At(std::uint32_t row) const { return All[row].Counted; }
   const LedgerSecurity& SecurityAt(std::uint32_t row) const { return Ledger.Securities()[All[row].Security]; }
   // Empty where a row holds all clients.
@@ -73,6 +73,8 @@ class PositionTable {
     std::vector<std::uint32_t> Rows;
   };
 
+  // The rows are those of other trades or settings.
+  bool IsStale() const noexcept { return Stale || Epoch != Ledger.Epoch(); }
   void StartOver();
   void CountRewritten();
   void CountAgain(std::uint32_t security);

@@ -13,6 +13,7 @@ constexpr int kMostColumnPx = 4000;
 constexpr std::int32_t kMostColumns = 100;
 
 constexpr const wchar_t* kFramePath = L"Frame";
+constexpr const wchar_t* kPositionsPath = L"PositionSettings";
 constexpr const wchar_t* kDayPath = L"Day";
 constexpr const wchar_t* kFeedsPath = L"Feeds";
 
@@ -93,6 +94,24 @@ void WindowMemory::SaveList(const std::wstring& section, const ListPlace& place)
   settings->Write(L"Sort", place.SortColumn.value_or(L""));
   settings->Write(L"Rising", std::int32_t{place.Rising});
   settings->Write(L"FilterBar", std::int32_t{place.FilterShown});
+}
+
+PositionSettings WindowMemory::LoadPositions() {
+  const auto settings = Open();
+  std::int32_t byClient = 0;
+  std::int32_t firstOut = 0;
+  if (settings->OpenPath(kPositionsPath)) {
+    settings->Read(L"ByClient", byClient);
+    settings->Read(L"FirstInFirstOut", firstOut);
+  }
+  return {byClient != 0, firstOut != 0 ? CostMethod::FirstInFirstOut : CostMethod::Average};
+}
+
+void WindowMemory::SavePositions(const PositionSettings& positions) {
+  const auto settings = Open();
+  settings->CreatePath(kPositionsPath);
+  settings->Write(L"ByClient", std::int32_t{positions.ByClient});
+  settings->Write(L"FirstInFirstOut", std::int32_t{positions.Method == CostMethod::FirstInFirstOut});
 }
 
 std::optional<DaySpec> WindowMemory::LoadDay() {

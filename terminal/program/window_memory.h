@@ -1,5 +1,5 @@
-// WindowMemory: the file of the working folder that keeps the place of the frame, the columns of the lists, the
-// last day and the latest feeds. Bars store their places in it themselves.
+// WindowMemory: the file of the working folder that keeps the place of the frame, the columns of the lists, how
+// positions are counted, the last day and the latest feeds. Bars store their places in it themselves.
 #pragma once
 
 #include <memory>
@@ -9,6 +9,7 @@
 
 #include "grid_base/settings/registry_store.h"
 #include "terminal/day/day_input.h"
+#include "terminal/positions/position_table.h"
 
 struct FramePlace {
   SettingsRectangle Rectangle;  // of the screen, when it is not maximized
@@ -41,6 +42,8 @@ class WindowMemory {
   bool IsNew() const noexcept { return FileIsNew; }
 
   std::optional<FramePlace> LoadFrame();
+  // At first by security, at average cost.
+  PositionSettings LoadPositions();
   // Each list has a section of the file.
   std::optional<ListPlace> LoadList(const std::wstring& section);
   static constexpr std::size_t kMostFeeds = 10;
@@ -50,6 +53,7 @@ class WindowMemory {
   // The feeds that were connected, the latest first.
   std::vector<DaySpec> LoadFeeds();
   void SaveFrame(const FramePlace& place);
+  void SavePositions(const PositionSettings& positions);
   void SaveList(const std::wstring& section, const ListPlace& place);
   void SaveDay(const RunFiles& files);
   // Puts it before the others.

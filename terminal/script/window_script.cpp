@@ -48,8 +48,9 @@ Fault TakeText(const std::string& rest, ScriptCommand& command) {
 
 Fault TakeFocus(const std::string& rest, ScriptCommand& command) {
   constexpr std::pair<const char*, ScriptFocus> kPlaces[] = {{"market-watch", ScriptFocus::MarketWatch},
-                                                             {"book", ScriptFocus::Book},
+                                                             {"positions", ScriptFocus::Positions},
                                                              {"chart", ScriptFocus::Chart},
+                                                             {"book", ScriptFocus::Book},
                                                              {"none", ScriptFocus::None}};
   std::string title = rest;
   const std::string where = TakeWord(title);
@@ -59,7 +60,7 @@ Fault TakeFocus(const std::string& rest, ScriptCommand& command) {
     command.Text = title;
     return nullptr;
   }
-  return "market-watch, book, chart or none";
+  return "market-watch, positions, chart, book or none";
 }
 
 Fault TakeKey(const std::string& rest, ScriptCommand& command) {
@@ -157,7 +158,8 @@ constexpr CommandRow kCommands[] = {
     {"open-book", ScriptAction::OpenBook, TakeNothing, "", "runs the plug-in's menu entry"},
     {"close-book", ScriptAction::CloseBook, TakeNothing, "", "presses the close button of the book"},
     {"select", ScriptAction::Select, TakeText, "SECURITY_ID", "makes its row of the market watch the current one"},
-    {"focus", ScriptAction::Focus, TakeFocus, "market-watch|book [TITLE]|chart|none", "gives the keys to that window"},
+    {"focus", ScriptAction::Focus, TakeFocus, "market-watch|positions|chart|book [TITLE]|none",
+     "gives the keys to that window"},
     {"key", ScriptAction::Key, TakeKey, "KEY", "presses a key: F8, Escape, Ctrl+C, Shift+PageDown"},
     {"wait", ScriptAction::WaitPlayed, TakeWait, "played|live|MS",
      "waits for the end of the day or of its download, or so many milliseconds"},

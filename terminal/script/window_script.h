@@ -1,8 +1,8 @@
 // WindowScript: a text file of commands that drive the terminal's windows as a user would, one command a line.
 //
 //   line    := [command] ["#" anything]          blanks around do not count
-//   command := "open-book" | "select" security-id | "focus" ("market-watch" | "book" [title] | "chart" | "none") |
-//   "key" key
+//   command := "open-book" | "select" security-id | "key" key
+//            | "focus" ("market-watch" | "positions" | "chart" | "book" [title] | "none")
 //            | "wait" ("played" | "live" | milliseconds) | "screenshot" file | "menu" text (">" text)+ | "exit"
 //            | "close-book" | "usage" name | "filter" column [text] | "header" column ["ctrl"] | "rows" from to |
 //            "book-menu" text (">" text)* | "place" ("left" | "right" | "top" | "bottom" | "tab" | "floating") |
@@ -58,7 +58,7 @@ enum class ScriptAction : std::uint8_t {
   ExpectText,
   Exit
 };
-enum class ScriptFocus : std::uint8_t { MarketWatch, Book, Chart, None };
+enum class ScriptFocus : std::uint8_t { MarketWatch, Positions, Chart, Book, None };
 enum class ScriptPlace : std::uint8_t { Left, Right, Top, Bottom, Tab, Floating };
 
 struct ScriptCommand {

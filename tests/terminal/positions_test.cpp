@@ -6,7 +6,7 @@
 #include <random>
 #include <set>
 
-#include "terminal/positions/position_table.h"
+#include "terminal/positions/position_list.h"
 #include "tests/support/files.h"
 #include "tests/support/wire_bytes.h"
 
@@ -324,9 +324,42 @@ TEST(Positions, TellOnlyChangedRowsAndSumThem) {
   EXPECT_EQ(std::tuple(sums.Bought, sums.Sold, sums.Net(), sums.Realised, sums.Open, sums.Total()),
             std::tuple(5U, 6U, -1, 0., 0., 0.));
   table.Use({});
+  EXPECT_EQ(table.Rows(), 0U);
   EXPECT_TRUE(table.TakeChanges().All);
   EXPECT_EQ(table.ClientAt(0), "");
   EXPECT_EQ(table.At(0).Net(), -1);
+  ledger.OnStartOver();
+  EXPECT_EQ(table.Rows(), 0U);  // nothing may look at trades that are gone
+}
+
+TEST(Positions, ShowTextsSignsAndValues) {
+  TradeLedger ledger;
+  ledger.OnDownloadEndSent();
+  ledger.OnTradeSent(Print(1, "a", 2, 2500, 1000.125));
+  ledger.OnTradeSent(Print(2, "b", 1, 500, 1000));
+  ledger.OnTradeSent(Print(3, "c", 3, 1, 1001.5));
+  PositionList list(ledger);
+  list.Use({.ByClient = true});
+  EXPECT_TRUE(list.TakeChanges().All);
+  std::wstring texts;
+  std::string signs;
+  for (std::size_t column = 0; column < list.Columns().size(); ++column) {
+    texts += list.Text(0, column) + L"|";
+    signs += "-0+"[list.SignAt(0, column) + 1];
+  }
+  EXPECT_EQ(texts, L"X|GOLD||||500|2,500|-2,000|1,000.125|1,001.50|625.00|-27,500.00|-26,875.00|");
+  EXPECT_EQ(signs, "0000000-00+--");
+  EXPECT_EQ(list.Value(0, 7), SheetValue(std::int64_t{-2000}));
+  EXPECT_EQ(list.Value(0, 12), SheetValue(-26875.));
+  // A price that is none shows nothing, and sorts as nothing.
+  ledger.OnTradeSent(Print(4, "d", 1, 1, std::nan("")));
+  const std::uint64_t version = list.Version();
+  EXPECT_EQ(list.TakeChanges().Rows, std::vector<ListRow>{0});
+  EXPECT_TRUE(list.TakeChanges().Rows.empty());
+  EXPECT_EQ(list.Version(), version + 1);
+  EXPECT_TRUE(list.Text(0, 12).empty());
+  EXPECT_EQ(list.Value(0, 12), SheetValue());
+  EXPECT_EQ(std::pair(SignOf(0.004), ProfitText(-0.004)), std::pair(0, std::wstring(L"0.00")));
 }
 
 }  // namespace

@@ -82,6 +82,7 @@ class WindowSessionTest : public GuiTest {
     EXPECT_EQ(wxTopLevelWindows.GetCount(), 1U) << "the test's own";
   }
   MainFrame& Main() { return *Session->GetWindows().Frame(); }
+  PositionsBar& Positions() { return Session->GetWindows().Positions(); }
   MarketWatchBar& Watch() { return Session->GetWindows().Watch(); }
   void Choose(const wchar_t* menu, const wchar_t* entry) { EXPECT_TRUE(Main().RunMenu({menu, entry})) << entry; }
   // The states of the menu's pause, speeds and first three bars.
@@ -144,13 +145,14 @@ TEST_F(WindowSessionTest, MenuPlaysTheDay) {
 TEST_F(WindowSessionTest, MenuShowsHowThingsStand) {
   const wxMenuItem& pause = *Main().GetMenuBar()->GetMenu(2)->FindItemByPosition(0);
   WaitForEnd();
-  EXPECT_EQ(Checked(), "00001100");
+  EXPECT_EQ(Checked(), "000011000");
   EXPECT_FALSE(Main().RunMenu({L"Day", L"Pause"})) << "the day is over";
   const std::pair<TerminalCommand, const char*> runs[] = {
-      {TerminalCommand::SixtyTimes, "00010100"},  {TerminalCommand::RealTime, "01000100"},
-      {TerminalCommand::TenTimes, "00100100"},    {TerminalCommand::PlayOrPause, "10100100"},
-      {TerminalCommand::PlayOrPause, "00100100"}, {TerminalCommand::MarketWatch, "00100000"},
-      {TerminalCommand::Properties, "00100010"},  {TerminalCommand::Messages, "00100011"},
+      {TerminalCommand::SixtyTimes, "000101000"},  {TerminalCommand::RealTime, "010001000"},
+      {TerminalCommand::TenTimes, "001001000"},    {TerminalCommand::PlayOrPause, "101001000"},
+      {TerminalCommand::PlayOrPause, "001001000"}, {TerminalCommand::MarketWatch, "001000000"},
+      {TerminalCommand::Properties, "001000100"},  {TerminalCommand::Messages, "001000110"},
+      {TerminalCommand::Positions, "001000111"},
   };
   for (const auto& [command, states] : runs) {
     Session->Commands().Run(command);
@@ -159,14 +161,14 @@ TEST_F(WindowSessionTest, MenuShowsHowThingsStand) {
   Session->Commands().Run(TerminalCommand::StartAgain);
   EXPECT_TRUE(PumpUntil([&] { return pause.IsEnabled(); }));
   Session->GetWindows().Messages().OnPressCloseButton();
-  EXPECT_EQ(Checked(), "00100010") << "a closed bar shows at once";
+  EXPECT_EQ(Checked(), "001000101") << "a closed bar shows at once";
   DialogAnswers answers;
   Choose(L"Help", L"Keys");
   Choose(L"Help", L"About");
   ASSERT_EQ(answers.Said.size(), 2U);
   EXPECT_TRUE(
-      answers.Said[0].starts_with(L"Keys: F8: Fake Book Enter: the same, in the market watch  Ctrl+O: Open Day... "
-                                  L"Ctrl+N: Connect... Ctrl+D: Day Report... Ctrl+Q: "));
+      answers.Said[0].starts_with(L"Keys: F8: Fake Book Enter: the same, in market watch and positions  Ctrl+O: Open "
+                                  L"Day... Ctrl+N: Connect... Ctrl+D: Day Report... Ctrl+Q: "));
   EXPECT_NE(answers.Said[1].find(L"Plug-in: Fake fake_plugin"), std::wstring::npos) << answers.Said[1];
 }
 
@@ -292,7 +294,7 @@ TEST_F(WindowSessionTest, KeepsPlacesAndSort) {
   Close();
   Given.SpeedGiven = false;
   Open();
-  EXPECT_EQ(Checked(), "00010100") << "sixty times";
+  EXPECT_EQ(Checked(), "000101000") << "sixty times";
   EXPECT_TRUE(PumpUntil([this] { return Main().IsMaximized(); }));
   EXPECT_TRUE(PumpUntil([this] {
     Main().Maximize(false);
@@ -379,6 +381,57 @@ TEST_F(WindowSessionTest, ResetBringsBackTheFirstView) {
   Choose(L"View", L"Reset Windows");
   EXPECT_EQ(Log(), before + "command\n");
   EXPECT_EQ(grid.Selected()->SecurityID, selected);
+}
+
+TEST_F(WindowSessionTest, PositionsAreShownBySecurityAndByClient) {
+  const auto row = [this] {
+    std::wstring text;
+    const PositionsGrid& grid = Positions().Grid();
+    for (const int column : grid.GetColumnsInfo().DisplayColumns())
+      text += grid.TextAt(0, static_cast<std::size_t>(column)) + L"|";
+    return text;
+  };
+  WaitForEnd();
+  EXPECT_EQ(row(), L"||||||||||||") << "a hidden bar costs nothing";
+  Session->Commands().Run(TerminalCommand::Positions);
+  Positions().ShowChanges();
+  EXPECT_EQ(row(), L"ARCA|IBM|IBM|BIG BLUE|0|100|-100|182.50|182.50|0.00|0.00|0.00|");
+  EXPECT_EQ(Positions().Sums().Text(), L"Bought 0 Sold 100 Net -100 Realised 0.00 Open 0.00 Total 0.00 ");
+  EXPECT_TRUE(Positions().Grid().RunContextMenu({L"By Client"}));
+  Press(*Positions().Grid().GetRowsWindow(), 'I', kControl);
+  EXPECT_EQ(row(), L"ARCA|IBM|IBM|BIG BLUE|C1001|0|100|-100|182.50|182.50|0.00|0.00|0.00|");
+  EXPECT_TRUE(Positions().Grid().RunContextMenu({L"Average Cost"}));
+  Press(*Positions().Grid().GetRowsWindow(), 'I', kControl);
+  Pump();
+  int paints = 0;
+  Positions().Grid().GetRowsWindow()->Bind(wxEVT_PAINT, [&](wxPaintEvent& event) {
+    event.Skip();
+    ++paints;
+  });
+  Positions().ShowChanges();
+  Pump();
+  EXPECT_EQ(paints, 0) << "nothing has changed";
+
+  Answers.clear();
+  const std::string before = Log();
+  Positions().Grid().SetCurSel(0);
+  Ask(static_cast<const CQORPDockingControlBar*>(&Positions()));
+  EXPECT_EQ(Answers, (Texts{WireMessage(32023, WireText(55010, "ARCA") + WireText(55104, "IBM"))}));
+  Press(*Positions().Grid().GetRowsWindow(), WXK_RETURN);
+  EXPECT_EQ(Log(), before + "command\n");
+  Positions().Grid().SetFilterText(static_cast<int>(PositionList::kClientColumn), L"C2");
+  EXPECT_EQ(Positions().Sums().Text(), L"Bought 0 Sold 0 Net 0 Realised 0.00 Open 0.00 Total 0.00 ");
+  Close();
+  Open();
+  WaitForEnd();
+  EXPECT_TRUE(Positions().IsBarShown());
+  Positions().ShowChanges();
+  EXPECT_EQ(row(), L"|||||||||||||") << "the filter is kept";
+  EXPECT_TRUE(Positions().Grid().RunContextMenu({L"Average Cost"})) << "first in, first out is kept";
+  EXPECT_TRUE(Positions().Grid().RunContextMenu({L"By Security"}));
+  EXPECT_EQ(row(), L"ARCA|IBM|IBM|BIG BLUE|0|100|-100|182.50|182.50|0.00|0.00|0.00|") << "and no hidden filter";
+  Choose(L"Day", L"New Login");
+  EXPECT_EQ(row(), L"||||||||||||") << "until the download has ended";
 }
 
 // Chooses the file in dialogs that ask for one to open; an empty path cancels.

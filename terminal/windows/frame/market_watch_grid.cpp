@@ -15,12 +15,12 @@ struct TrendColors {
 constexpr TrendColors kOnLight{0x327D2E, 0x2828C6};
 constexpr TrendColors kOnDark{0x84C781, 0x7373E5};
 
-ColorRef ColorOf(Trend trend) {
+}  // namespace
+
+ColorRef TrendColor(Trend trend) {
   const TrendColors& colors = wxSystemSettings::GetAppearance().IsUsingDarkBackground() ? kOnDark : kOnLight;
   return trend == Trend::Up ? colors.Up : colors.Down;
 }
-
-}  // namespace
 
 MarketWatchGrid::MarketWatchGrid(MarketWatch& rows, std::function<void()> opened)
     : ListGrid(rows, {.Name = L"Market Watch", .FileName = "market_watch", .Empty = L"No securities"}), Watch(rows) {
@@ -37,9 +37,9 @@ bool MarketWatchGrid::Create(wxWindow* parent, int id) {
 void MarketWatchGrid::Dress(ListRow row, std::size_t column, CQORPGridCell& cell) const {
   const Trend trend = Watch.TrendAt(row, column);
   if (trend == Trend::None) return;
-  cell.TextColor = ColorOf(trend);
+  cell.TextColor = TrendColor(trend);
   const wxColour window = wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW);
-  if (Watch.IsFresh(row)) cell.Background = Blend(window.GetRGB(), ColorOf(trend), kFreshTintPercent);
+  if (Watch.IsFresh(row)) cell.Background = Blend(window.GetRGB(), TrendColor(trend), kFreshTintPercent);
 }
 
 const WatchRow* MarketWatchGrid::Selected() const {

@@ -6,6 +6,9 @@
 #include "terminal/watch/market_watch.h"
 #include "terminal/windows/frame/list_grid.h"
 
+// Of a text on the background of windows. Requires: the trend is not None.
+ColorRef TrendColor(Trend trend);
+
 // Shows the rows of a MarketWatch in the colours of their changes.
 class MarketWatchGrid : public ListGrid {
  public:

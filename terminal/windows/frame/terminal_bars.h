@@ -54,7 +54,7 @@ class ListBar : public TerminalBar {
   void Restore(WindowMemory& memory) override;
   void Reset() override;
   // Call on the beat; a hidden bar costs nothing.
-  void ShowChanges();
+  virtual void ShowChanges();
   void OnBarFocus() override;
 
  protected:

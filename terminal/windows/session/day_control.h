@@ -14,6 +14,7 @@
 #include "terminal/link/plugin_link.h"
 #include "terminal/link/terminal_host.h"
 #include "terminal/play/player.h"
+#include "terminal/positions/position_list.h"
 #include "terminal/program/options.h"
 #include "terminal/program/window_memory.h"
 #include "terminal/watch/market_watch.h"
@@ -119,6 +120,7 @@ class DayControl {
   MarketWatch& Watch() noexcept { return Rows; }
   // The trades of the day, for the terminal's own windows.
   const TradeLedger& Trades() const noexcept { return Ledger; }
+  PositionList& Positions() noexcept { return PositionRows; }
   // Why the last day does not play; empty if it does.
   const std::string& LostDay() const noexcept { return WhyLost; }
 
@@ -135,6 +137,7 @@ class DayControl {
   std::vector<std::unique_ptr<DayInput>> FormerInputs;  // a plug-in may keep addresses in their securities
   MarketWatch Rows;
   TradeLedger Ledger;
+  PositionList PositionRows{Ledger};
   TradeListeners Listeners;
   std::optional<double> FirstSpeed;
   PluginConnection* Connection = nullptr;

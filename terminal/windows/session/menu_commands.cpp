@@ -118,6 +118,9 @@ constexpr MenuCommands::Row MenuCommands::kRows[] = {
     {{IdOf(Command::Messages), L"&View", L"M&essages", L"Show or hide the log of messages", Ctrl('E'), Check},
      &MenuCommands::Toggle<&SessionWindows::Messages>,
      &MenuCommands::ShownState<&SessionWindows::Messages>},
+    {{IdOf(Command::Positions), L"&View", L"P&ositions", L"Show or hide the positions", Ctrl('T'), Check},
+     &MenuCommands::Toggle<&SessionWindows::Positions>,
+     &MenuCommands::ShownState<&SessionWindows::Positions>},
     {{IdOf(Command::Chart), L"&View", L"&Chart", L"Show or hide the chart of a security", Ctrl('G'), Check},
      &MenuCommands::ToggleChart,
      &MenuCommands::ShownState<&SessionWindows::Chart>},
@@ -244,8 +247,8 @@ std::wstring KeyLine(const KeyPress& key, const std::wstring& text) {
 
 std::wstring MenuCommands::KeysText() const {
   const PluginDescription& plugin = Connection.Plugin->Description();
-  std::wstring text =
-      KeyLine({.Code = plugin.MenuKey}, Utf16ToWide(plugin.MenuEntry)) + L"Enter: the same, in the market watch\n\n";
+  std::wstring text = KeyLine({.Code = plugin.MenuKey}, Utf16ToWide(plugin.MenuEntry)) +
+                      L"Enter: the same, in market watch and positions\n\n";
   for (const Row& row : kRows)
     if (row.Entry.Text != nullptr)
       text += KeyLine(row.Entry.Key, wxMenuItem::GetLabelText(row.Entry.Text).ToStdWstring());

@@ -27,6 +27,7 @@ enum class TerminalCommand : std::uint8_t {
   MarketWatch,
   Properties,
   Messages,
+  Positions,
   Chart,
   ChartOfRows,
   ResetWindows,

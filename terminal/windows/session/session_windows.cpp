@@ -15,6 +15,7 @@ namespace {
 constexpr std::uint32_t kMarketWatchId = 0xFFFF0001;  // apart from the ids that plug-ins get
 constexpr std::uint32_t kPropertyPaneId = 0xFFFF0002;
 constexpr std::uint32_t kLogId = 0xFFFF0003;
+constexpr std::uint32_t kPositionsId = 0xFFFF0004;
 constexpr std::uint32_t kChartId = 0xFFFF0005;
 
 wxRect RectOf(const SettingsRectangle& kept) {
@@ -44,16 +45,17 @@ void SessionWindows::MakeFrame(WindowMemory& memory, const std::function<void(in
   wxTheApp->SetTopWindow(MainWindow);
 }
 
-void SessionWindows::Make(WindowMemory& memory, MarketWatch& rows, MessageLog& log, const TradeLedger& trades,
-                          const Events& events) {
+void SessionWindows::Make(WindowMemory& memory, const Lists& lists, const TradeLedger& trades, const Events& events) {
   MakeFrame(memory, events.Command);
   CQORPDockingManager& manager = MainWindow->GetDockingManager();
   WatchBar = &MakeChild<MarketWatchBar>();
   PropertiesBar = &MakeChild<PropertyPane>();
   MessagesBar = &MakeChild<LogBar>();
+  PositionRows = &MakeChild<PositionsBar>();
   ChartsBar = &MakeChild<ChartBar>();
-  if (!WatchBar->Create(manager, kMarketWatchId, rows, events.RowOpened) ||
-      !PropertiesBar->Create(manager, kPropertyPaneId) || !MessagesBar->Create(manager, kLogId, log) ||
+  if (!WatchBar->Create(manager, kMarketWatchId, lists.Watch, events.RowOpened) ||
+      !PropertiesBar->Create(manager, kPropertyPaneId) || !MessagesBar->Create(manager, kLogId, lists.Messages) ||
+      !PositionRows->Create(manager, kPositionsId, lists.Positions, events.RowOpened) ||
       !ChartsBar->Create(manager, kChartId, trades, events.SelectedRows))
     throw TerminalError(ExitCode::Display, "the market watch and the panes cannot be shown");
   for (TerminalBar* bar : OwnBars()) {
@@ -74,6 +76,7 @@ void SessionWindows::Show() {
 
 void SessionWindows::ShowChanges() {
   WatchBar->ShowChanges();
+  PositionRows->ShowChanges();
   PropertiesBar->FollowBook();
   MessagesBar->ShowChanges();
   ChartsBar->ShowChanges();

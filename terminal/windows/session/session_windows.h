@@ -9,18 +9,25 @@
 #include "terminal/link/terminal_host.h"
 #include "terminal/windows/frame/chart_bar.h"
 #include "terminal/windows/frame/main_frame.h"
+#include "terminal/windows/frame/positions_bar.h"
 #include "terminal/windows/frame/terminal_bars.h"
 
 class SessionWindows {
  public:
   struct Events {
     std::function<void(int)> Command;    // with the id of the menu entry
-    std::function<void()> RowOpened;     // of the market watch
+    std::function<void()> RowOpened;     // of the market watch or the positions
     std::function<void()> OwnBarClosed;  // by the user
     std::function<void()> SelectedRows;  // the chart shall show their times
   };
+  // What the lists show; it must outlive the windows.
+  struct Lists {
+    MarketWatch& Watch;
+    PositionList& Positions;
+    MessageLog& Messages;
+  };
   // Makes frame and bars at the places of the last time. Throws TerminalError.
-  void Make(WindowMemory& memory, MarketWatch& rows, MessageLog& log, const TradeLedger& trades, const Events& events);
+  void Make(WindowMemory& memory, const Lists& lists, const TradeLedger& trades, const Events& events);
   void Show();
   // On the beat.
   void ShowChanges();
@@ -34,6 +41,7 @@ class SessionWindows {
   // Null once it is closed. The frame owns the bars.
   MainFrame* Frame() const { return MainWindow.get(); }
   MarketWatchBar& Watch() const { return *WatchBar; }
+  PositionsBar& Positions() const { return *PositionRows; }
   LogBar& Messages() const { return *MessagesBar; }
   ChartBar& Chart() const { return *ChartsBar; }
   // Null while the frame goes: the plug-in may ask for it then.
@@ -41,10 +49,13 @@ class SessionWindows {
 
  private:
   void MakeFrame(WindowMemory& memory, const std::function<void(int)>& command);
-  std::vector<TerminalBar*> OwnBars() const { return {WatchBar, PropertiesBar.get(), MessagesBar, ChartsBar}; }
+  std::vector<TerminalBar*> OwnBars() const {
+    return {WatchBar, PositionRows, PropertiesBar.get(), MessagesBar, ChartsBar};
+  }
 
   wxWeakRef<MainFrame> MainWindow;
   MarketWatchBar* WatchBar = nullptr;
+  PositionsBar* PositionRows = nullptr;
   LogBar* MessagesBar = nullptr;
   ChartBar* ChartsBar = nullptr;
   wxWeakRef<PropertyPane> PropertiesBar;

@@ -11,10 +11,20 @@ void PluginRequests::TellSelection(std::uint64_t window, MessageFunction answer)
   for (const CQORPDockingControlBar* bar : Windows.Frame()->GetDockingManager().Bars()) {
     if (reinterpret_cast<std::uint64_t>(bar) != window) continue;
     if (Books.Has(*bar)) return Connection.Plugin->AskSelection(window, answer);
-    const WatchRow* row = Windows.Watch().Grid().Selected();
-    return AnswerSelection(answer, row == nullptr ? "" : row->Exchange, row == nullptr ? "" : row->SecurityID,
-                           Connection.Log);
+    const auto [exchange, securityId] = SelectionOf(*bar);
+    return AnswerSelection(answer, exchange, securityId, Connection.Log);
   }
+}
+
+// Exchange and id; empty without a current row. Bars without securities answer for the market watch.
+std::pair<std::string, std::string> PluginRequests::SelectionOf(const CQORPDockingControlBar& bar) const {
+  if (&bar == &Windows.Positions()) {
+    const LedgerSecurity* security = Windows.Positions().Grid().Selected();
+    return security == nullptr ? std::pair<std::string, std::string>()
+                               : std::pair(security->Exchange, security->SecurityID);
+  }
+  const WatchRow* row = Windows.Watch().Grid().Selected();
+  return row == nullptr ? std::pair<std::string, std::string>() : std::pair(row->Exchange, row->SecurityID);
 }
 
 // Deferred: a bar that closes gives the focus to another window later.
@@ -38,6 +48,8 @@ CQORPDockingControlBar* ScriptActions::BarFor(ScriptFocus where) const {
   switch (where) {
     case ScriptFocus::MarketWatch:
       return &Windows.Watch();
+    case ScriptFocus::Positions:
+      return &Windows.Positions();
     case ScriptFocus::Book:
       return Books.Current();
     case ScriptFocus::Chart:

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "terminal/windows/drivers/script_runner.h"
@@ -17,13 +18,15 @@ class PluginRequests : public TerminalWindows {
   PluginRequests(PluginConnection& connection, SessionWindows& windows, BookBars& books, std::function<void()> changed)
       : Connection(connection), Windows(windows), Books(books), Changed(std::move(changed)) {}
 
-  // Of the market watch its own row; a book is asked itself.
+  // Of market watch and positions their own row; a book is asked itself.
   void TellSelection(std::uint64_t window, MessageFunction answer) override;
   void FocusMoved(const void* window, bool closed) override;
   void ShowProperties(const PropertyRequest& request) override;
   void PropertiesFilled() override;
 
  private:
+  std::pair<std::string, std::string> SelectionOf(const CQORPDockingControlBar& bar) const;
+
   PluginConnection& Connection;
   SessionWindows& Windows;
   BookBars& Books;

@@ -63,7 +63,7 @@ WindowSession::~WindowSession() {
 }
 
 void WindowSession::Open() {
-  Windows.Make(Memory, Day.Watch(), Connection.Log, Day.Trades(),
+  Windows.Make(Memory, {Day.Watch(), Day.Positions(), Connection.Log}, Day.Trades(),
                {.Command = [this](int id) { Menu.Run(static_cast<TerminalCommand>(id)); },
                 .RowOpened = [this] { Menu.OpenBook(); },
                 .OwnBarClosed = [this] { Menu.ShowStates(); },
