@@ -284,6 +284,7 @@ TEST_F(WindowSessionTest, KeepsPlacesAndSort) {
   grid.EnableFilterBar(true);
   grid.SetFilterText(1, L"ba");
   const std::vector<int> order = columns.DisplayColumns();
+  WaitForActivation(Main());
   // A window manager may still be placing the new window.
   EXPECT_TRUE(PumpUntil([this] {
     Main().SetSize(wxSize(900, 640));
