@@ -30,12 +30,12 @@ enum class SheetKind : std::uint8_t {
 struct SheetColumn {
   std::wstring Title;
   SheetKind Kind = SheetKind::Text;
-  // Of a number; CSV has more where the value has. Of seconds, 0 to 3: 3 writes 17:30:00.250.
+  // Of a number, which keeps up to six more where it has them. Of seconds, 0 to 3: 3 writes 17:30:00.250.
   int Decimals = 0;
   int WidthChars = 0;  // of the column in a workbook; 0 leaves the usual width
 };
 
-// Nothing, a text, a number, which is rounded to 15 digits as spreadsheets do, and a whole number. Seconds may be
+// Nothing, a text, a number, which is rounded to 15 digits as in spreadsheets, and a whole number. Seconds may be
 // either. What a kind cannot show becomes a text: a number that is not finite, a whole number of more than 15 digits in
 // a workbook, seconds outside the day or before 1970.
 using SheetValue = std::variant<std::monostate, std::wstring, double, std::int64_t>;

@@ -16,6 +16,7 @@ constexpr double kDaysTo1970 = 25'569;  // from 1899-12-30
 constexpr int kExactDigits = 15;        // of a number in a spreadsheet
 constexpr std::int64_t kLargestExact = 999'999'999'999'999;
 constexpr int kMostDecimals = 15;
+constexpr int kHiddenDecimals = 6;  // kept behind those of the column
 constexpr int kMostSecondDecimals = 3;
 constexpr std::int64_t kPowersOfTen[kMostSecondDecimals + 1] = {1, 10, 100, 1000};
 
@@ -57,9 +58,13 @@ double ValueOf(std::string_view digits) {
   return value;
 }
 
-double Rounded(double value) {
+// What calculations leave in the last digits goes: with 4 decimals, 8.29999999999995 is 8.3.
+double Rounded(double value, int decimals) {
   std::string digits;
   AppendNumber(digits, value, std::chars_format::general, kExactDigits);
+  const double exact = ValueOf(digits);
+  digits.clear();
+  AppendNumber(digits, exact, std::chars_format::fixed, std::clamp(decimals, 0, kMostDecimals) + kHiddenDecimals);
   return ValueOf(digits);
 }
 
@@ -107,7 +112,7 @@ bool MakeTime(const TimeKind& kind, int decimals, double seconds, SheetCell& cel
 
 void MakeNumber(const SheetColumn& column, double value, SheetCell& cell) {
   cell.Type = std::isfinite(value) && column.Kind != SheetKind::Text ? SheetCell::Is::Number : SheetCell::Is::Text;
-  cell.Number = Rounded(value) + 0.0;  // no negative zero
+  cell.Number = Rounded(value, column.Decimals) + 0.0;  // no negative zero
   if (std::isfinite(value)) return AssignDecimal(cell.Text, cell.Number, column.Decimals);
   cell.Text = std::isnan(value) ? "nan" : value < 0 ? "-inf" : "inf";
 }
