@@ -6,7 +6,7 @@ fail() { printf '%s\n' "$*" >&2; exit 1; }
 # package_list GROUP: the Debian packages that a group of work needs.
 package_list() {
   case $1 in
-    build) echo "g++ cmake ninja-build zlib1g-dev libsimpleini-dev libcli11-dev libwxgtk3.2-dev googletest xvfb openbox libquickfix-dev libnats-dev nats-server libssl-dev openssl libxlsxwriter-dev" ;;
+    build) echo "g++ cmake ninja-build zlib1g-dev libsimpleini-dev libcli11-dev libwxgtk3.2-dev googletest xvfb openbox libquickfix-dev libnats-dev nats-server libssl-dev openssl libxlsxwriter-dev at-spi2-core dbus-daemon libatspi2.0-dev pkgconf" ;;
     windows) echo "g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64 dpkg-dev" ;;
     bench) echo "libbenchmark-dev libsqlite3-dev sqlite3" ;;
     tidy) echo "clang-tidy" ;;

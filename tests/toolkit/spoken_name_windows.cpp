@@ -1,37 +1,24 @@
-// The system's header first.
-#include <windows.h>
-
-#include <oleacc.h>
+#include <wx/access.h>
 
 #include "tests/toolkit/gui_test.h"
 
 namespace {
 
-using Getter = HRESULT (STDMETHODCALLTYPE IAccessible::*)(VARIANT, BSTR*);
-
-// As a screen reader asks for it.
-std::wstring TextOf(wxWindow& window, Getter getter) {
-  IAccessible* accessible = nullptr;
-  const HRESULT found =
-      AccessibleObjectFromWindow(static_cast<HWND>(window.GetHandle()), static_cast<DWORD>(OBJID_CLIENT),
-                                 IID_IAccessible, reinterpret_cast<void**>(&accessible));
-  if (FAILED(found) || accessible == nullptr) return L"no accessibility";
-  VARIANT self{};
-  self.vt = VT_I4;
-  self.lVal = CHILDID_SELF;
-  BSTR text = nullptr;
-  (accessible->*getter)(self, &text);
-  accessible->Release();
-  const std::wstring copy = text == nullptr ? std::wstring() : std::wstring(text, SysStringLen(text));
-  SysFreeString(text);
-  return copy;
+// What the window answers itself; empty if it leaves the answer to the system.
+std::wstring OwnAnswer(wxWindow& window, wxAccStatus (wxAccessible::*question)(int, wxString*)) {
+  wxString answer;
+  wxAccessible* accessible = window.GetAccessible();
+  if (accessible == nullptr || (accessible->*question)(wxACC_SELF, &answer) != wxACC_OK) return {};
+  return answer.ToStdWstring();
 }
 
 }  // namespace
 
+// The system's own answer is the text of the window.
 std::wstring SpokenName(wxWindow& window) {
-  return TextOf(window, &IAccessible::get_accName);
+  const std::wstring own = OwnAnswer(window, &wxAccessible::GetName);
+  return own.empty() ? window.GetLabel().ToStdWstring() : own;
 }
 std::wstring SpokenDescription(wxWindow& window) {
-  return TextOf(window, &IAccessible::get_accDescription);
+  return OwnAnswer(window, &wxAccessible::GetDescription);
 }

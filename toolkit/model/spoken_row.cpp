@@ -13,11 +13,14 @@ std::wstring WithThousands(int number) {
   return digits;
 }
 
+bool IsBlank(wchar_t character) {
+  return static_cast<char32_t>(character) < U' ';
+}
+
 // A pair of 16-bit characters is not cut.
 std::wstring Speakable(std::wstring_view text) {
   std::wstring spoken(text.substr(0, kMostText));
-  std::ranges::replace_if(
-      spoken, [](wchar_t character) { return character >= 0 && character < L' '; }, L' ');
+  std::ranges::replace_if(spoken, IsBlank, L' ');
   if (spoken.size() == text.size()) return spoken;
   if (spoken.back() >= 0xD800 && spoken.back() <= 0xDBFF) spoken.pop_back();
   return spoken + L"...";
