@@ -231,8 +231,8 @@ void ChartView::EndDrag() {
 void ChartView::AskAndSave() {
   const FocusReturn focus(*this);
   const std::wstring name = Wide(Utf8OfCodePage(Chart.Name().empty() ? "chart" : Chart.Name()));
-  CQORPFileDialog dialog(this, PathOfWide(FileNameOf(name) + L".png"), L".png", L"SVG (*.svg)|*.svg;*.SVG|PNG (*.png)");
-  dialog.SetFilterIndex(1);
+  CQORPFileDialog dialog(this, PathOfWide(FileNameOf(name) + L".png"), L".png",
+                         L"PNG (*.png)|*.png;*.PNG|SVG (*.svg)|*.svg;*.SVG");
   if (const auto path = dialog.AskForPath()) OrShowFailure(this, [&] { SaveTo(*path); });
 }
 
