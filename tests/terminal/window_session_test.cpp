@@ -85,13 +85,13 @@ class WindowSessionTest : public GuiTest {
   PositionsBar& Positions() { return Session->GetWindows().Positions(); }
   MarketWatchBar& Watch() { return Session->GetWindows().Watch(); }
   void Choose(const wchar_t* menu, const wchar_t* entry) { EXPECT_TRUE(Main().RunMenu({menu, entry})) << entry; }
-  // The states of the menu's pause, speeds and first three bars.
+  // The states of the menu's pause, speeds and first four bars.
   std::string Checked() {
     std::string all;
     for (const std::size_t menu : {2, 3})
       for (const wxMenuItem* item : Main().GetMenuBar()->GetMenu(menu)->GetMenuItems())
         if (item->IsCheckable()) all += item->IsChecked() ? '1' : '0';
-    return all.substr(0, 8);
+    return all.substr(0, 9);
   }
   // What the plug-in was told, but for its refreshes.
   std::string Log() { return Without(ReadFile(Given.Work / "fake_plugin.log"), "refresh\n"); }
