@@ -171,6 +171,7 @@ TEST(ChartLayoutTest, TicksAreRoundValues) {
       {1308, 1331, 0.2, {"1,310", "1,315", "1,320", "1,325", "1,330"}},
       {0.95, 1.45, 0.25, {"1.0", "1.2", "1.4"}},
       {-3, 3, 0.3, {"-2", "0", "2"}},
+      {0, 0.35, 0.2, {"0.0", "0.1", "0.2", "0.3"}},
       {181.4, 183.3, 0.26, {"181.5", "182.0", "182.5", "183.0"}},
       {9.999, 10.001, 0.25, {"9.9990", "9.9995", "10.0000", "10.0005", "10.0010"}},
       {5, 5, 0.2, {}},
@@ -332,6 +333,7 @@ TEST(SvgChartTest, SaysWhyThereIsNoChart) {
             std::string::npos);
   for (const ChartSize& size : {ChartSize{0, 0}, {30, 300}, {300, 30}, {1, 1}})
     EXPECT_EQ(ChartSvg({"A", points}, size).find("polyline"), std::string::npos);
+  EXPECT_EQ(ChartSvg({"A", points}, {300, 200}, ChartRange{60, 60}).find("polyline"), std::string::npos);
 }
 
 TEST(SvgChartTest, DrawsAnyPrices) {

@@ -124,7 +124,7 @@ constexpr MenuCommands::Row MenuCommands::kRows[] = {
     {{IdOf(Command::Chart), L"&View", L"&Chart", L"Show or hide the chart of a security", Ctrl('G'), Check},
      &MenuCommands::ToggleChart,
      &MenuCommands::ShownState<&SessionWindows::Chart>},
-    {{IdOf(Command::ChartOfRows), L"&View", L"Chart of Selected &Rows", L"Show the times of a book's selected rows",
+    {{IdOf(Command::ChartOfRows), L"&View", L"Chart of &Selected Rows", L"Show the times of a book's selected rows",
       CtrlShift('G')},
      &MenuCommands::ShowChartOfRows},
     {{IdOf(Command::ResetWindows), L"&View", L"&Reset Windows", L"Put all windows where a first start shows them",
