@@ -169,6 +169,11 @@ TEST_F(TradeLedgerTest, KeepsWhatATradeSays) {
   EXPECT_EQ(std::pair(Ledger.FindSecurity("ARCA", "IBM"), Ledger.FindSecurity("", "")),
             std::pair(std::optional(0U), std::optional(1U)));
   EXPECT_EQ(Ledger.FindSecurity("IBM", "ARCA"), std::nullopt);
+  // An unknown trade has what the last amended one said.
+  Play(Amendment(1, 6, 0));
+  Play(Amendment(3, 0, 7, WireText(55100, "12")));
+  const LedgerTrade kAdded{1381104009, 1.5, 100, 7, 3, 0, 0, 1};
+  EXPECT_EQ(Ledger.Trades().at(2), kAdded);
 }
 
 TEST_F(TradeLedgerTest, CountsRewritesOfASecurity) {
