@@ -37,6 +37,12 @@ void SelectRowOf(const CQORPDockingControlBar& book, ChartModel& chart) {
   if (!security.empty()) chart.Select(columns.ExchangeOf(row), security);
 }
 
+// Of the current row of a list; null for none.
+template <typename Row>
+void SelectOf(const Row* row, ChartModel& chart) {
+  if (row != nullptr) chart.Select(row->Exchange, row->SecurityID);
+}
+
 std::vector<std::string> SelectedTimes(const CQORPGridCtrl& grid, const ChartModel& chart) {
   const BookColumns columns(grid);
   std::vector<std::string> times;
@@ -53,11 +59,14 @@ std::vector<std::string> SelectedTimes(const CQORPGridCtrl& grid, const ChartMod
 void FollowSelection(const SessionWindows& windows, const BookBars& books) {
   if (!windows.Chart().IsBarShown()) return;
   ChartView& view = windows.Chart().View();
-  const CQORPDockingControlBar* book = books.WasWatchLast() ? nullptr : books.Current();
+  const BookBars::SelectingBar last = books.LastSelecting();
+  const CQORPDockingControlBar* book = last == BookBars::SelectingBar::Book ? books.Current() : nullptr;
   if (book != nullptr)
     SelectRowOf(*book, view.Model());
-  else if (const WatchRow* row = windows.Watch().Grid().Selected())
-    view.Model().Select(row->Exchange, row->SecurityID);
+  else if (last == BookBars::SelectingBar::Positions)
+    SelectOf(windows.Positions().Grid().Selected(), view.Model());
+  else
+    SelectOf(windows.Watch().Grid().Selected(), view.Model());
   view.ShowChanges();
 }
 

@@ -1,4 +1,5 @@
-// What the chart shows: the security that is selected in market watch or book, and the times of a book's selected rows.
+// What the chart shows: the security that is selected in market watch, positions or book, and the times of a book's
+// selected rows.
 #pragma once
 
 #include "terminal/windows/session/session_windows.h"

@@ -124,7 +124,8 @@ CQORPDockingControlBar* BookBars::Titled(const std::string& title) const {
 void BookBars::NoteFocus(const CQORPDockingControlBar* bar) {
   if (std::exchange(Focused, bar) == bar || bar == nullptr) return;
   if (Has(*bar)) MakeCurrent(bar);
-  if (bar == &Windows.Watch()) WatchLast = true;
+  if (bar == &Windows.Watch()) Selecting = SelectingBar::MarketWatch;
+  if (bar == &Windows.Positions()) Selecting = SelectingBar::Positions;
 }
 
 void BookBars::DestroyClosed() {

@@ -77,10 +77,11 @@ class BookBars {
   void NoteFocus(const CQORPDockingControlBar* bar);
   void MakeCurrent(const CQORPDockingControlBar* bar) {
     Last = bar;
-    WatchLast = false;
+    Selecting = SelectingBar::Book;
   }
-  // The market watch had the focus after every book.
-  bool WasWatchLast() const noexcept { return WatchLast; }
+  // Which of the bars with securities had the focus last.
+  enum class SelectingBar : std::uint8_t { MarketWatch, Positions, Book };
+  SelectingBar LastSelecting() const noexcept { return Selecting; }
   // A book is being opened, which becomes the current one.
   void NoteOpening() { Last = nullptr; }
   // The address of a bar that may be in the midst of its close, or of anything else.
@@ -94,6 +95,6 @@ class BookBars {
   const TerminalHost& Host;
   const CQORPDockingControlBar* Focused = nullptr;  // to compare: may be gone, as may the next two
   const CQORPDockingControlBar* Last = nullptr;     // null for the one that was opened last
-  bool WatchLast = true;
+  SelectingBar Selecting = SelectingBar::MarketWatch;
   std::vector<const void*> Closed;
 };
