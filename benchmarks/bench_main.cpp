@@ -51,6 +51,9 @@ constexpr Figure kFigures[] = {
     {"live trade with daily file / one write call of its line", "LiveWithDailyFile", "WriteSameLines", 3},
     {"SQLite filters 1,000,000 by a text / the book", "AskSqlite/FilterOneText", "FilterBook/OneText", 3, true},
     {"SQLite filters by three columns / the book", "AskSqlite/FilterThreeTexts", "FilterBook/ThreeTexts", 3, true},
+    {"SQLite finds in all columns / the book", "AskSqlite/FindLetters", "FindInBook/Letters", 5, true},
+    {"find letters in 1,000,000 trades / in their bare bytes", "FindInBook/Letters", "FindBytes/Letters", 6},
+    {"find digits in 1,000,000 trades / in their bare bytes", "FindInBook/Digits", "FindBytes/Digits", 4},
     {"SQLite sorts by price / the book", "AskSqlite/SortPrice", "SortBook/Price", 5, true},
     {"SQLite sorts by symbol / the book", "AskSqlite/SortSymbol", "SortBook/Symbol", 5, true},
     {"SQLite sorts by symbol and price / the book", "AskSqlite/SortSymbolAndPrice", "SortBook/SymbolAndPrice", 5, true},
@@ -86,6 +89,8 @@ struct TimeLimit {
 
 constexpr TimeLimit kTimeLimits[] = {
     {"filter 1,000,000 trades by a text / touch the field", "FilterBook/OneText", "WalkField/Symbol", 50},
+    {"find letters in 1,000,000 trades / touch the records", "FindInBook/Letters", "WalkRecords", 150},
+    {"find digits in 1,000,000 trades / touch the records", "FindInBook/Digits", "WalkRecords", 150},
     {"filter by three columns / touch one field", "FilterBook/ThreeTexts", "WalkField/Symbol", 80},
     {"sort by price / touch the field", "SortBook/Price", "WalkField/Price", 90},
     {"sort by symbol / touch the field", "SortBook/Symbol", "WalkField/Symbol", 110},

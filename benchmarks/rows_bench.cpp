@@ -2,10 +2,13 @@
 // fields.
 #include <benchmark/benchmark.h>
 
+#include <numeric>
+
 #include "benchmarks/million_trades.h"
 #include "benchmarks/sqlite_peer.h"
 #include "grid_ops/rows/book_rows.h"
 #include "grid_ops/rows/book_totals.h"
+#include "grid_ops/rows/record_search.h"
 
 namespace {
 
@@ -45,12 +48,20 @@ void SortBook(benchmark::State& state, const std::vector<SortState>& sort) {
   SetWalks(state);
 }
 
-void AskSqlite(benchmark::State& state, const char* query) {
+void AskSqlite(benchmark::State& state, const std::string& query) {
   SqlitePeer& peer = SqlitePeer::Get();
   std::size_t rows = 0;
   for (auto _ : state) rows = peer.TakeRows(query);
   state.counters["rows"] = static_cast<double>(rows);
   SetWalks(state);
+}
+
+// The rows with a text in any column.
+std::string FindQuery(const std::string& text) {
+  std::string query = "SELECT rowid FROM trades WHERE ";
+  for (int column = 0; column < kTradeColumnCount; ++column)
+    query += (column == 0 ? "\"" : " OR \"") + std::string(kTradeColumns[column].Title) + "\" LIKE '%" + text + "%'";
+  return query;
 }
 
 // The lower bound of filter and sort: reads the field of each record once, prefetched.
@@ -63,6 +74,43 @@ void WalkField(benchmark::State& state, const ColumnField& field) {
       sum += FieldAs<std::uint64_t>(*trades[i], field);
     }
   benchmark::DoNotOptimize(sum);
+  SetWalks(state);
+}
+
+// Texts that no row has, in all 37 columns.
+void FindInBook(benchmark::State& state, const wchar_t* text) {
+  BookRows& book = Book();
+  book.CopyAllRows();
+  std::vector<int> columns(kTradeColumnCount);
+  std::iota(columns.begin(), columns.end(), 0);
+  for (auto _ : state) {
+    RecordSearch search(text, columns, "Default");
+    if (FindRow(book, search, 0, 1, static_cast<int>(book.RowCount())) >= 0) state.SkipWithError("a row has the text");
+  }
+  SetWalks(state);
+}
+
+// The lower bound of a search: reads each line of memory of all records once.
+void WalkRecords(benchmark::State& state) {
+  const std::vector<TradeRecord*>& trades = MillionTrades().TradeNumbers.All();
+  std::uint64_t sum = 0;
+  for (auto _ : state)
+    for (const TradeRecord* record : trades)
+      for (std::size_t at = 0; at + 8 <= sizeof *record; at += 64)
+        sum += LoadValue<std::uint64_t>(reinterpret_cast<const char*>(record) + at);
+  benchmark::DoNotOptimize(sum);
+  SetWalks(state);
+}
+
+// What a library offers: the bytes of all records, case and meaning apart.
+void FindBytes(benchmark::State& state, const char* text) {
+  const std::vector<TradeRecord*>& trades = MillionTrades().TradeNumbers.All();
+  std::size_t found = 0;
+  for (auto _ : state)
+    for (const TradeRecord* record : trades)
+      found +=
+          std::string_view(reinterpret_cast<const char*>(record), sizeof *record).find(text) != std::string_view::npos;
+  benchmark::DoNotOptimize(found);
   SetWalks(state);
 }
 
@@ -111,6 +159,14 @@ BENCHMARK_CAPTURE(AskSqlite, FilterThreeTexts,
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(WalkField, Symbol, kTradeColumns[kSymbol].Value)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(WalkField, Price, kTradeColumns[kPrice].Value)->Unit(benchmark::kMillisecond);
+
+BENCHMARK_CAPTURE(FindInBook, Letters, L"dealerx")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(FindInBook, Digits, L"77777777")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(FindInBook, Name, L"buyx")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(FindBytes, Letters, "dealerx")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(FindBytes, Digits, "77777777")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(AskSqlite, FindLetters, FindQuery("dealerx"))->Unit(benchmark::kMillisecond);
+BENCHMARK(WalkRecords)->Unit(benchmark::kMillisecond);
 
 const std::vector<SortState> kByPrice = {{kPrice, 1}};
 const std::vector<SortState> kBySymbol = {{kSymbol, 1}};

@@ -169,6 +169,13 @@ const TradeRecord* BookRows::RecordAt(std::size_t row) const noexcept {
   return row < Rows.Size() ? Rows.RecordAt(row) : nullptr;
 }
 
+std::size_t BookRows::CopyRecords(std::size_t first, std::span<TradeRecord*> to) const noexcept {
+  const Guard rows(RowLock);
+  const std::size_t count = std::min(to.size(), Rows.Size() - std::min(first, Rows.Size()));
+  Rows.CopyRecords(first, to.first(count));
+  return count;
+}
+
 std::vector<TradeRecord*> BookRows::RowRecords() const {
   const Guard rows(RowLock);
   return Rows.Records();

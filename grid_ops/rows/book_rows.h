@@ -59,6 +59,8 @@ class BookRows {
   std::optional<std::size_t> NewestRow() const noexcept;
   // Null if there is no such row. O(1).
   const TradeRecord* RecordAt(std::size_t row) const noexcept;
+  // Copies the records of the rows from the first on, as many as there are room and rows; returns their count.
+  std::size_t CopyRecords(std::size_t first, std::span<TradeRecord*> to) const noexcept;
   // The records of all rows, the first row first.
   std::vector<TradeRecord*> RowRecords() const;
 

@@ -92,6 +92,20 @@ std::vector<TradeRecord*> RowMap::Records() const {
   return records;
 }
 
+void RowMap::CopyRecords(std::size_t first, std::span<TradeRecord*> to) const noexcept {
+  for (auto run = Runs.rbegin(); run != Runs.rend() && !to.empty(); ++run) {
+    const std::size_t size = run->Records.size();
+    if (first >= size) {
+      first -= size;
+      continue;
+    }
+    const std::size_t count = std::min(size - first, to.size());
+    std::copy_n(run->Records.rbegin() + static_cast<std::ptrdiff_t>(first), count, to.begin());
+    to = to.subspan(count);
+    first = 0;
+  }
+}
+
 void RowMap::BecomeRun(Run run) {
   ::MakeRoom(Runs, 1);
   Clear();

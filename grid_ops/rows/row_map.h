@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "trade_data/cache/trade_map.h"
@@ -33,6 +34,9 @@ class RowMap {
 
   // The records of all rows, the first row first.
   std::vector<TradeRecord*> Records() const;
+
+  // Copies the records of the rows from the first on; those rows must exist.
+  void CopyRecords(std::size_t first, std::span<TradeRecord*> to) const noexcept;
 
   // Visits all records, the first row first; fetch is called for each that many rows before its visit.
   template <typename Fetch, typename Visit>
