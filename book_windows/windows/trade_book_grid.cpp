@@ -7,6 +7,7 @@
 #include "book_windows/windows/book_screen.h"
 #include "grid_ops/columns/cell_text.h"
 #include "grid_ops/exports/export_settings.h"
+#include "grid_ops/rows/record_search.h"
 #include "host_link/messages/packet_writer.h"
 #include "platform/locale.h"
 
@@ -82,6 +83,31 @@ bool CTradeBookGrid::ShowCell(int row, int column, CQORPGridCell& cell) const {
   return true;
 }
 
+namespace {
+
+class BookFinder : public GridFinder {
+ public:
+  BookFinder(const BookRows& rows, const std::wstring& text, const std::vector<int>& columns, const std::string& server)
+      : Rows(rows), Search(text, columns, server) {}
+
+  int FindRow(int row, int step, int count) override { return ::FindRow(Rows, Search, row, step, count); }
+  bool Holds(int row, int column) override {
+    const TradeRecord* record = Rows.RecordAt(static_cast<std::size_t>(row));
+    return record != nullptr && Search.Holds(*record, column);
+  }
+
+ private:
+  const BookRows& Rows;
+  RecordSearch Search;
+};
+
+}  // namespace
+
+std::unique_ptr<GridFinder> CTradeBookGrid::MakeFinder(const std::wstring& text,
+                                                       const std::vector<int>& columns) const {
+  return std::make_unique<BookFinder>(Shown.Rows, text, columns, Screen.State.TradeStore.ServerName);
+}
+
 void CTradeBookGrid::OnDrawValue(wxRect& rect) const {
   rect.y -= kTextShiftPx;
   rect.height += kTextShiftPx;
@@ -111,6 +137,7 @@ void CTradeBookGrid::CountRows(bool replaced) {
 void CTradeBookGrid::RefreshRows(bool replaced) {
   const int before = GetCurSel();
   CountRows(replaced);
+  if (replaced) OnRowsReplaced();
   const int count = GetVirtualRows();
   if (count == 0) return;
   if (before < 0)

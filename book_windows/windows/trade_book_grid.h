@@ -91,6 +91,8 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   void RefreshRows(bool replaced);
   // Current row and selection follow the trades that came in since the last refresh: call it before reading them.
   void FollowNewRows() override { CountRows(false); }
+  // Reads the records.
+  std::unique_ptr<GridFinder> MakeFinder(const std::wstring& text, const std::vector<int>& columns) const override;
   // The headers take the marks of the book's sort.
   void ShowSort();
   GridFont StoredFont() const;

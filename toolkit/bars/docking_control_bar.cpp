@@ -176,7 +176,7 @@ constexpr MenuRow kMenu[] = {
     {BarCommand::Tab, L"&Tabbed"},
     {BarCommand::Hide, L"&Hide"},
 };
-constexpr int kFirstId = 1;
+constexpr int kFirstBarId = 1;
 
 void PressCloseButton(CQORPDockingControlBar& bar) {
   if (!bar.IsMDITabbed()) {
@@ -218,7 +218,7 @@ void RunBarCommand(CQORPDockingControlBar& bar, BarCommand command, DockSide sid
 void ShowBarMenu(CQORPDockingControlBar& bar, wxWindow& over, DockSide side, bool dockable) {
   wxMenu menu;
   for (const MenuRow& row : kMenu) {
-    const int id = kFirstId + static_cast<int>(row.Command);
+    const int id = kFirstBarId + static_cast<int>(row.Command);
     const bool isState = row.Command != BarCommand::Hide;
     menu.Append(id, row.Caption, wxEmptyString, isState ? wxITEM_CHECK : wxITEM_NORMAL);
     if (isState) menu.Check(id, IsBarCommandChecked(bar, row.Command));
@@ -226,6 +226,6 @@ void ShowBarMenu(CQORPDockingControlBar& bar, wxWindow& over, DockSide side, boo
   }
   const int chosen = over.GetPopupMenuSelectionFromUser(menu);
   for (const MenuRow& row : kMenu)
-    if (chosen == kFirstId + static_cast<int>(row.Command) && !IsBarCommandChecked(bar, row.Command))
+    if (chosen == kFirstBarId + static_cast<int>(row.Command) && !IsBarCommandChecked(bar, row.Command))
       return RunBarCommand(bar, row.Command, side);
 }

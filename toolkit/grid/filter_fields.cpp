@@ -4,35 +4,14 @@
 
 #include <algorithm>
 
+#include "toolkit/grid/edit_field.h"
 #include "toolkit/system/make_child.h"
-#include "toolkit/system/native_windows.h"
 
 namespace {
 
 constexpr int kLeastEditPx = 40;  // in a narrower column the edit covers its neighbour
 constexpr int kLinePx = 1;        // between fields
 constexpr int kInsetPx = 3;       // the text of the edit is where the field paints it
-constexpr std::wstring_view kFieldKeys = L"ACVXYZ";
-
-// The field handles the event; its parents do not get it.
-void KeepHere(wxEvent& event) {
-  event.StopPropagation();
-  event.Skip();
-}
-
-// Other keys with Ctrl are commands of the program.
-bool IsForField(const wxKeyEvent& event) {
-  if (!event.ControlDown()) return true;
-  const int key = event.GetKeyCode();
-  return key >= WXK_START || key < WXK_SPACE || key == WXK_DELETE ||
-         kFieldKeys.find(static_cast<wchar_t>(key)) != std::wstring_view::npos;
-}
-
-// Alt belongs to the menus; Ctrl and Alt type characters on many keyboards.
-bool IsForProgram(const wxKeyEvent& event) {
-  const int key = event.GetKeyCode();
-  return (event.AltDown() && !event.ControlDown()) || (key >= WXK_F1 && key <= WXK_F24);
-}
 
 }  // namespace
 
@@ -46,7 +25,7 @@ void GridFilterBar::MakeField() {
   Field->SetMinSize(wxSize(1, 1));
   Field->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { OnText(); });
   Field->Bind(wxEVT_CHAR_HOOK, &GridFilterBar::OnKey, this);
-  Field->Bind(wxEVT_CONTEXT_MENU, [](wxContextMenuEvent& event) { KeepHere(event); });
+  Field->Bind(wxEVT_CONTEXT_MENU, [](wxContextMenuEvent& event) { KeepInField(event); });
   Field->Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) {
     event.Skip();
     Field->CallAfter([this] { Follow(); });
@@ -188,7 +167,7 @@ void GridFilterBar::OnKey(wxKeyEvent& event) {
   } else if (!event.ControlDown() && (LeaveByKey(event.GetKeyCode()) || MoveByKey(event))) {
     // Handled.
   } else if (IsForField(event)) {
-    KeepHere(event);
+    KeepInField(event);
   } else {
     event.Skip();
   }

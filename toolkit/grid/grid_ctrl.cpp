@@ -131,10 +131,14 @@ void CQORPGridCtrl::SetVirtualRows(int count, int inserted, int firstInserted) {
   inserted = std::clamp(inserted, 0, count);
   firstInserted = std::clamp(firstInserted, 0, selection.GetRows());
   if (count == selection.GetRows() && inserted == 0) return;
-  if (inserted > 0) selection.InsertRows(firstInserted, inserted);
-  if (inserted > 0) Parts->Speaker.RowsInserted(firstInserted, inserted);
+  if (inserted > 0) {
+    selection.InsertRows(firstInserted, inserted);
+    Parts->Speaker.RowsInserted(firstInserted, inserted);
+    Parts->Find.InsertRows(firstInserted, inserted);
+  }
   selection.SetRows(count);
   Parts->Speaker.Changed();
+  Parts->Find.SetRows(count);
   if (Parts->View) Parts->View->SetRows(count, inserted, firstInserted);
 }
 
@@ -229,6 +233,37 @@ void CQORPGridCtrl::OnFilterBarClearAll() {
 
 int CQORPGridCtrl::OnGetColumnMinWidth(int /*column*/) const {
   return FromDIP(kLeastColumnPx);
+}
+
+void CQORPGridCtrl::OpenFind() {
+  Parts->Find.Open();
+}
+
+wxWindow* CQORPGridCtrl::GetFindEdit() const {
+  const GridFindBar* bar = Parts->Find.GetBar();
+  return bar == nullptr ? nullptr : &bar->GetField();
+}
+
+std::wstring CQORPGridCtrl::GetFindMessage() const {
+  const GridFindBar* bar = Parts->Find.GetBar();
+  return bar == nullptr ? std::wstring() : bar->GetMessage();
+}
+
+GridCellPlace CQORPGridCtrl::GetFoundCell() const {
+  return Parts->State.Find.Cell;
+}
+
+void CQORPGridCtrl::OnRowsReplaced() {
+  Parts->Find.RowsReplaced();
+}
+
+std::unique_ptr<GridFinder> CQORPGridCtrl::MakeFinder(const std::wstring& text, const std::vector<int>& columns) const {
+  auto textOf = [this, cell = CQORPGridCell()](int row, int column) mutable -> const std::wstring& {
+    cell.Text.clear();
+    if (!Parts->State.Display || !Parts->State.Display(row, column, cell)) cell.Text.clear();
+    return cell.Text;
+  };
+  return std::make_unique<CellTextFinder>(text, columns, std::move(textOf));
 }
 
 bool CQORPGridCtrl::Copy() {

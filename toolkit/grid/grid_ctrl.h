@@ -14,6 +14,7 @@
 #include "toolkit/dialogs/popups.h"
 #include "toolkit/model/cell_colors.h"
 #include "toolkit/model/columns_info.h"
+#include "toolkit/model/grid_search.h"
 #include "toolkit/system/toolkit_export.h"
 
 struct CQORPGridCell {
@@ -101,6 +102,16 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
   // Scrolls to the field and sets the caret in it; false for a hidden column or bar.
   bool EditFilter(int column);
 
+  // Shows the bar at the bottom in which a text to find is typed, and edits its text. F3 does this too.
+  void OpenFind();
+  // The field of that bar and what the bar tells; null and empty while it is closed.
+  wxWindow* GetFindEdit() const;
+  std::wstring GetFindMessage() const;
+  // The cell that was found last.
+  GridCellPlace GetFoundCell() const;
+  // The rows were replaced or sorted: a search that is going on begins again.
+  void OnRowsReplaced();
+
   // True if there are rows to copy.
   bool IsCopyEnabled() const { return GetVirtualRows() > 0; }
   // Copies the selected rows, or all rows without a selection, with the visible columns in display order, to the
@@ -135,6 +146,9 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
   virtual void OnFilterBarClearAll();
   // The least width of a column, in pixels.
   virtual int OnGetColumnMinWidth(int column) const;
+  // Finds a text in these columns, which are in display order; a derived grid may know a faster way than to make the
+  // text of each cell. The finder is used while the grid lives.
+  virtual std::unique_ptr<GridFinder> MakeFinder(const std::wstring& text, const std::vector<int>& columns) const;
   // The menu of RunContextMenu and OnShowContextMenu. Commands and their updates are menu events of the grid.
   virtual std::span<const CQORPMenuItem> ContextMenu() const { return {}; }
   // A header was clicked; the derived grid changes sort and column state.
@@ -145,8 +159,8 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
   virtual void OnGridFocus() {}
   // A key before any other handler gets it; true consumes it.
   virtual bool PreTranslateMessage(wxKeyEvent& /*event*/) { return false; }
-  // Called before the text of the current row is read aside from painting: the derived grid calls SetVirtualRows if
-  // rows have come since its last call.
+  // Called before rows are read aside from painting: the derived grid calls SetVirtualRows if rows have come since its
+  // last call.
   virtual void FollowNewRows() {}
   // The user moved, resized or locked columns.
   virtual void OnColumnsChanged() {}

@@ -35,6 +35,7 @@ void CQORPGridCtrl::Impl::MakeView() {
   Rows.SetView(*View);
   Header.SetView(*View);
   Filters.SetView(*View);
+  Find.SetView(*View, [this] { FillOwner(); });
   Rows.Attach(*View->GetGridRowLabelWindow());
   View->GetGridCornerLabelWindow()->Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent&) { Owner.SelectAll(); });
   FillOwner();
@@ -69,6 +70,9 @@ void CQORPGridCtrl::Impl::ScaleColumns(int fromDpi, int toDpi) {
 // 3.4 is the floor.
 void CQORPGridCtrl::Impl::FillOwner() {
   wxSize size = Owner.GetClientSize();
+  const int barPx = Find.HeightPx();
+  Find.Place({0, size.y - barPx, size.x, barPx});
+  size.y -= barPx;
   size.IncTo(Owner.FromDIP(wxSize(kLeastSidePx, kLeastSidePx)));
   View->SetSize(size);
 }
@@ -81,9 +85,12 @@ wxPoint CQORPGridCtrl::Impl::MenuPoint() const {
       {Owner.FromDIP(kMenuInsetPx), std::clamp(below, 0, std::max(rows.GetClientSize().y - 1, 0))});
 }
 
-// Keys that a filter field skips are for the program, so PreTranslateMessage does not get them.
+// Keys that a filter field or the find bar skips are for the program, so PreTranslateMessage does not get them.
 void CQORPGridCtrl::Impl::OnKey(wxKeyEvent& event) {
-  event.Skip(Filters.IsEdit(event.GetEventObject()) || !Owner.PreTranslateMessage(event));
+  wxObject* window = event.GetEventObject();
+  const bool inField = Filters.IsEdit(window);
+  const bool isHandled = !Find.IsInBar(window) && ((!inField && Owner.PreTranslateMessage(event)) || Find.OnKey(event));
+  event.Skip(!isHandled);
 }
 
 // Commands and the terminal use the focused window, which has to be this grid.

@@ -4,6 +4,7 @@
 #include <wx/event.h>
 
 #include "toolkit/grid/filter_fields.h"
+#include "toolkit/grid/find_bar.h"
 #include "toolkit/grid/grid_ctrl.h"
 #include "toolkit/grid/grid_input.h"
 #include "toolkit/grid/grid_speaker.h"
@@ -17,13 +18,15 @@ class CQORPGridCtrl::Impl {
         Speaker(owner, State),
         Filters(owner, State),
         Rows(owner, State, Filters, Header, Speaker),
-        Header(owner, State, Filters, Speaker) {}
+        Header(owner, State, Filters, Speaker),
+        Find(owner, State, Rows) {}
 
   void MakeView();
   void NameForReaders(const std::wstring& name);
   void AdjustLayout() {
     if (View) View->ApplyState();
     Speaker.Changed();
+    Find.ColumnsChanged();
   }
   void Repaint() {
     if (View) View->RepaintRows();
@@ -36,6 +39,7 @@ class CQORPGridCtrl::Impl {
   GridFilterBar Filters;
   GridRowsInput Rows;
   GridHeaderInput Header;
+  GridFind Find;
   GridView* View = nullptr;
   bool Virtual = false;
   std::wstring Name = L"Grid";  // for screen readers

@@ -188,16 +188,17 @@ bool GridCells::IsSelected(int row, int column) const {
          (State.Selection.Contains(row) && (State.WholeRow || column == State.CurrentColumn));
 }
 
-CellMarks GridCells::MarksOf(int row, int column) const {
+CellMarks GridCells::MarksOf(int row, int column, const std::wstring& text) const {
   return {.Selected = IsSelected(row, column),
           .Sorted = State.MarkSorted && State.Columns.GetColumnState(column) != 0,
-          .Alternate = State.Alternate && row % 2 != 0};
+          .Alternate = State.Alternate && row % 2 != 0,
+          .Found = State.Find.Marks(row, column, text)};
 }
 
 void GridCells::Draw(wxGrid& grid, wxGridCellAttr&, wxDC& dc, const wxRect& rect, int row, int place, bool) {
   const int column = Table.ColumnAt(place);
   const CQORPGridCell& cell = Table.Cell(row, column);
-  const CellColors colors = ColorsOf(cell.Background, cell.TextColor, MarksOf(row, column), State.Theme);
+  const CellColors colors = ColorsOf(cell.Background, cell.TextColor, MarksOf(row, column, cell.Text), State.Theme);
   dc.SetPen(*wxTRANSPARENT_PEN);
   Fill(dc, rect, colors.Background);
   if (!cell.Text.empty()) {

@@ -42,7 +42,7 @@ class GridCells : public wxGridCellRenderer {
 
  private:
   bool IsSelected(int row, int column) const;
-  CellMarks MarksOf(int row, int column) const;
+  CellMarks MarksOf(int row, int column, const std::wstring& text) const;
   void DrawText(wxDC& dc, const wxRect& cell, const std::wstring& text, int align);
   void DrawFrame(wxDC& dc, const wxRect& cell, int row, int column) const;
 

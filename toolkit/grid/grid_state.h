@@ -9,9 +9,11 @@
 #include <string>
 #include <vector>
 
+#include "foundations/text_tools.h"
 #include "toolkit/grid/grid_ctrl.h"
 #include "toolkit/model/cell_colors.h"
 #include "toolkit/model/columns_info.h"
+#include "toolkit/model/grid_search.h"
 #include "toolkit/model/row_selection.h"
 
 struct GridFilters {
@@ -26,12 +28,25 @@ struct GridFilters {
   int LastEdited = -1;
 };
 
+// What is searched for, and the cell that was found last.
+struct GridFound {
+  // That cell, as long as it shows the text.
+  bool Marks(int row, int column, const std::wstring& text) const {
+    return Shown && Cell == GridCellPlace{row, column} && LowerWide(text).find(Wanted) != std::wstring::npos;
+  }
+
+  bool Shown = false;
+  std::wstring Wanted;  // in lower case
+  GridCellPlace Cell;
+};
+
 struct GridState {
   CQORPGridColumnsInfo Columns;
   RowSelection Selection;
   CQORPGridCtrl::DisplayCallback Display;
   GridTheme Theme;
   GridFilters Filters;
+  GridFound Find;
 
   bool MultipleSort = false;
   bool HeaderShown = true;

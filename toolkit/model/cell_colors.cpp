@@ -6,7 +6,8 @@
 namespace {
 
 constexpr ColorRef kBlack = 0, kWhite = 0xFFFFFF;
-constexpr double kLegible = 3;  // large texts and marks, by WCAG 2.1
+constexpr CellColors kFoundColors{0x4DD9FF, kBlack};  // amber, whatever the side of the row
+constexpr double kLegible = 3;                        // large texts and marks, by WCAG 2.1
 constexpr double kReadable = 4.5;
 constexpr int kDarkenPercent = 58;
 constexpr int kHighlightPercent = 55;
@@ -54,6 +55,7 @@ double Contrast(ColorRef one, ColorRef other) {
 
 CellColors ColorsOf(std::optional<ColorRef> background, std::optional<ColorRef> text, const CellMarks& marks,
                     const GridTheme& theme) {
+  if (marks.Found) return kFoundColors;
   const ColorRef ownText = text.value_or(theme.WindowText);
   if (background) {
     if (!marks.Selected) return {*background, ownText};

@@ -22,6 +22,7 @@ struct CellMarks {
   bool Selected = false;
   bool Sorted = false;     // in a sort column
   bool Alternate = false;  // in every second row
+  bool Found = false;      // by a search
 };
 
 struct CellColors {

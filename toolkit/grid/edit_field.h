@@ -1,0 +1,17 @@
+// What the edit fields of a grid share: the filter fields and the one of the find bar.
+#pragma once
+
+#include <wx/event.h>
+#include <wx/window.h>
+
+#include <string>
+
+// Sets the name that screen readers say for an edit field.
+void NameField(wxWindow& field, const std::wstring& name);
+
+// The field handles the event; its parents do not get it.
+void KeepInField(wxEvent& event);
+// Other keys with Ctrl are commands of the program.
+bool IsForField(const wxKeyEvent& event);
+// Alt belongs to the menus, function keys to the program.
+bool IsForProgram(const wxKeyEvent& event);
