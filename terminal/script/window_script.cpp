@@ -167,6 +167,8 @@ constexpr CommandRow kCommands[] = {
     {"menu", ScriptAction::Menu, TakeMenu, "TEXT>TEXT", "runs an entry of the menu bar"},
     {"filter", ScriptAction::Filter, TakeFilter, "COLUMN [TEXT]",
      "types into the book's filter bar; no text: empties it"},
+    {"find", ScriptAction::Find, TakeText, "TEXT",
+     "types into the find bar of the grid with the focus, or of the book"},
     {"header", ScriptAction::Header, TakeHeader, "COLUMN [ctrl]",
      "clicks a header: sorts; with ctrl selects the column"},
     {"rows", ScriptAction::Rows, TakeRows, "FROM TO", "selects rows of the book, counted from 1"},

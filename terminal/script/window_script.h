@@ -4,10 +4,10 @@
 //   command := "open-book" | "select" security-id | "key" key
 //            | "focus" ("market-watch" | "positions" | "chart" | "book" [title] | "none")
 //            | "wait" ("played" | "live" | milliseconds) | "screenshot" file | "menu" text (">" text)+ | "exit"
-//            | "close-book" | "usage" name | "filter" column [text] | "header" column ["ctrl"] | "rows" from to |
-//            "book-menu" text (">" text)* | "place" ("left" | "right" | "top" | "bottom" | "tab" | "floating") |
-//            "save-as" file | "cancel-save" | "answer" text | "choose" text | "check" text | "expect-rows" count |
-//            "expect-text" text
+//            | "close-book" | "usage" name | "filter" column [text] | "find" text | "header" column ["ctrl"] | "rows"
+//            from to | "book-menu" text (">" text)* | "place" ("left" | "right" | "top" | "bottom" | "tab" |
+//            "floating") | "save-as" file | "cancel-save" | "answer" text | "choose" text | "check" text |
+//            "expect-rows" count | "expect-text" text
 #pragma once
 
 #include <chrono>
@@ -45,6 +45,7 @@ enum class ScriptAction : std::uint8_t {
   Usage,
   Menu,
   Filter,
+  Find,
   Header,
   Rows,
   BookMenu,

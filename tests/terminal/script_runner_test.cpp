@@ -70,7 +70,10 @@ class ScriptRun : public GuiTest, protected ScriptTarget {
     Grid = &MakeChild<ScriptedGrid>();
     ASSERT_TRUE(Grid->Create(Bar, 1));
     for (int column = 0; column < 20; ++column) Grid->InsertColumn(column, L"C" + std::to_wstring(column), 100);
-    Grid->EnableVirtualMode([](int, int, CQORPGridCell&) { return true; });
+    Grid->EnableVirtualMode([](int row, int, CQORPGridCell& cell) {
+      cell.Text = L"row " + std::to_wstring(row);
+      return true;
+    });
     Grid->SetVirtualRows(300);
     Grid->AdjustLayout();
     Bar->TabControlBar();
@@ -150,6 +153,7 @@ TEST_F(ScriptRun, DrivesABook) {
   ASSERT_EQ(Grid->GetSelectionCount(), 1);
   EXPECT_EQ(std::pair(Grid->GetSelection(0).Top, Grid->GetSelection(0).Bottom), std::pair(2, 199));
   EXPECT_TRUE(Bar->IsDocked());
+  EXPECT_EQ(Run("find row 7\nexpect-text Continued at the top: C0, row 8\n"), "");
   LooksUntilLess = 5;
   EXPECT_EQ(Run("expect-rows 299\n"), "");
 }

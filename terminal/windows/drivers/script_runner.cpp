@@ -159,6 +159,8 @@ ScriptRunner::Refusal ScriptRunner::Do(const ScriptCommand& command) {
       return SavePicture(command);
     case ScriptAction::Filter:
       return Filter(command);
+    case ScriptAction::Find:
+      return Find(text);
     case ScriptAction::Header:
       return InBook([&](auto& grid) { return BookDriver::ClickHeader(grid, Wide(command.Column), command.Ctrl); });
     case ScriptAction::Rows:
@@ -223,8 +225,13 @@ ScriptRunner::Refusal ScriptRunner::PlaceBook(ScriptPlace place) {
 // The letters follow in the next steps.
 ScriptRunner::Refusal ScriptRunner::Filter(const ScriptCommand& command) {
   return InBook([&](CQORPGridCtrl& grid) {
-    return Typist.Begin(grid, BookDriver::FindColumn(grid, Wide(command.Column)), Wide(command.Text));
+    return Typist.BeginFilter(grid, BookDriver::FindColumn(grid, Wide(command.Column)), Wide(command.Text));
   });
+}
+
+ScriptRunner::Refusal ScriptRunner::Find(const std::wstring& text) {
+  if (CQORPGridCtrl* grid = BookDriver::GridWithFocus()) return Typist.BeginFind(*grid, text);
+  return InBook([&](CQORPGridCtrl& grid) { return Typist.BeginFind(grid, text); });
 }
 
 ScriptRunner::Refusal ScriptRunner::SavePicture(const ScriptCommand& command) {

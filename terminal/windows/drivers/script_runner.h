@@ -67,6 +67,7 @@ class ScriptRunner {
   Refusal CloseBook();
   Refusal PlaceBook(ScriptPlace place);
   Refusal Filter(const ScriptCommand& command);
+  Refusal Find(const std::wstring& text);
   Refusal SavePicture(const ScriptCommand& command);
   Refusal EndAll();
   std::filesystem::path FileOf(const std::string& text) const;
@@ -86,6 +87,6 @@ class ScriptRunner {
   std::string MeantTitle;
   int Refocuses = 0;
   DialogDriver Dialogs;
-  FilterTypist Typist;
+  FieldTypist Typist;
   wxTimer StepTimer;
 };

@@ -62,6 +62,12 @@ void ExtendBy(CQORPGridCtrl& grid, int keyCode, Wanted goesOn) {
 
 }  // namespace
 
+CQORPGridCtrl* BookDriver::GridWithFocus() {
+  wxWindow* window = wxWindow::FindFocus();
+  while (window != nullptr && dynamic_cast<CQORPGridCtrl*>(window) == nullptr) window = window->GetParent();
+  return dynamic_cast<CQORPGridCtrl*>(window);
+}
+
 CQORPGridCtrl* BookDriver::FindGrid(const wxWindow* window) {
   return window == nullptr ? nullptr : FindChild<CQORPGridCtrl>(*window, [](CQORPGridCtrl&) { return true; });
 }
@@ -193,19 +199,33 @@ constexpr int kRestarts = 3;
 constexpr wchar_t kFirstLetter = L' ', kLastLetter = L'~';
 }  // namespace
 
-std::string FilterTypist::Begin(CQORPGridCtrl& grid, int column, const std::wstring& text) {
+std::string FieldTypist::BeginFilter(CQORPGridCtrl& grid, int column, const std::wstring& text) {
   if (column < 0) return "the book has no column of that title";
   if (!grid.IsFilterBarEnabled()) return "the filter bar is not shown";
-  if (!grid.EditFilter(column)) return "the column is hidden";
+  return Begin(grid, column, text);
+}
+
+std::string FieldTypist::BeginFind(CQORPGridCtrl& grid, const std::wstring& text) {
+  return Begin(grid, kFindBar, text);
+}
+
+std::string FieldTypist::Begin(CQORPGridCtrl& grid, int column, const std::wstring& text) {
   Grid = &grid;
   Column = column;
+  if (!OpenField()) return "the column is hidden";
   Text = text;
   Restarts = 0;
   Start();
   return {};
 }
 
-void FilterTypist::Start() {
+bool FieldTypist::OpenField() {
+  if (Column != kFindBar) return Grid->EditFilter(Column);
+  Grid->OpenFind();
+  return true;
+}
+
+void FieldTypist::Start() {
   Typed = 0;
   Waits = 0;
   Begun = Writing = false;
@@ -213,18 +233,19 @@ void FilterTypist::Start() {
 }
 
 // A window that got the focus late ended the edit: types again from the first letter.
-std::string FilterTypist::Restart() {
+std::string FieldTypist::Restart() {
   Typing = false;
-  if (!Grid || ++Restarts > kRestarts || !Grid->EditFilter(Column)) return "the filter field went away";
+  if (!Grid || ++Restarts > kRestarts || !OpenField()) return "the field went away";
   Start();
   return {};
 }
 
-wxTextCtrl* FilterTypist::Field() const {
-  return Grid ? dynamic_cast<wxTextCtrl*>(Grid->GetFilterEdit()) : nullptr;
+wxTextCtrl* FieldTypist::Field() const {
+  if (!Grid) return nullptr;
+  return dynamic_cast<wxTextCtrl*>(Column == kFindBar ? Grid->GetFindEdit() : Grid->GetFilterEdit());
 }
 
-std::string FilterTypist::TypeOn() {
+std::string FieldTypist::TypeOn() {
   wxTextCtrl* field = Field();
   if (field == nullptr) return Restart();
   const bool arrived = Begun ? field->GetValue().ToStdWstring() == Expected() : Writing || field->HasFocus();
@@ -238,13 +259,13 @@ std::string FilterTypist::TypeOn() {
 }
 
 // The first letter replaces the old text, which is selected.
-void FilterTypist::TypeNext(wxTextCtrl& field) {
+void FieldTypist::TypeNext(wxTextCtrl& field) {
   if (!Text.empty()) ++Typed;
   Begun = true;
   if (Writing || !PressNext(field)) field.SetValue(Expected());
 }
 
-bool FilterTypist::PressNext(const wxTextCtrl& field) const {
+bool FieldTypist::PressNext(const wxTextCtrl& field) const {
   if (!field.HasFocus()) return false;
   wxUIActionSimulator keyboard;
   if (Text.empty()) return keyboard.Char(WXK_DELETE);

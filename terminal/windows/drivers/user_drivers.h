@@ -1,5 +1,5 @@
 // Act in the place of the user: BookDriver clicks headers, selects rows and runs the context menu of a book,
-// FilterTypist types into a filter field, DialogDriver answers dialogs.
+// FieldTypist types into a filter field or the find bar, DialogDriver answers dialogs.
 //
 // Each function returns why it failed, in words for the user; empty on success.
 #pragma once
@@ -18,6 +18,8 @@
 
 namespace BookDriver {
 
+// The grid with the focus; null for none.
+CQORPGridCtrl* GridWithFocus();
 // The first grid below the window; null for none.
 CQORPGridCtrl* FindGrid(const wxWindow* window);
 // The column with that title; -1 for none.
@@ -66,17 +68,23 @@ class DialogDriver : private wxModalDialogHook {
 
 class wxTextCtrl;
 
-// Types letter by letter, so that each filters, with keyboard events. Where they do not arrive, as in a window without
-// the focus, it writes the letters into the field, which filters too.
-class FilterTypist {
+// Types letter by letter, so that each filters or finds, with keyboard events. Where they do not arrive, as in a window
+// without the focus, it writes the letters into the field, which has the same effect.
+class FieldTypist {
  public:
-  // Replaces the text of the field; an empty text empties it.
-  std::string Begin(CQORPGridCtrl& grid, int column, const std::wstring& text);
+  // Replaces the text of the filter field; an empty text empties it.
+  std::string BeginFilter(CQORPGridCtrl& grid, int column, const std::wstring& text);
+  // Opens the find bar and replaces its text.
+  std::string BeginFind(CQORPGridCtrl& grid, const std::wstring& text);
   bool IsTyping() const noexcept { return Typing; }
   // Types the next letter once the last one has arrived. Returns why it had to end.
   std::string TypeOn();
 
  private:
+  static constexpr int kFindBar = -1;
+
+  std::string Begin(CQORPGridCtrl& grid, int column, const std::wstring& text);
+  bool OpenField();
   void Start();
   std::string Restart();
   wxTextCtrl* Field() const;
@@ -85,7 +93,7 @@ class FilterTypist {
   bool PressNext(const wxTextCtrl& field) const;
 
   wxWeakRef<CQORPGridCtrl> Grid;
-  int Column = -1;
+  int Column = kFindBar;
   std::wstring Text;
   std::size_t Typed = 0;  // letters that should stand in the field
   bool Typing = false;
