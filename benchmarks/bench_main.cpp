@@ -95,6 +95,7 @@ constexpr TimeLimit kTimeLimits[] = {
     {"sort by price / touch the field", "SortBook/Price", "WalkField/Price", 90},
     {"sort by symbol / touch the field", "SortBook/Symbol", "WalkField/Symbol", 110},
     {"sort by symbol and price / touch one field", "SortBook/SymbolAndPrice", "WalkField/Price", 150},
+    {"sum 1,000,000 selected rows / recount totals", "SumSelected", "RecountTotals", 40},
     {"recount totals / touch one field", "RecountTotals", "WalkField/Price", 30},
     {"column profile of 37 columns: save and load", "SaveAndLoadProfile", "WriteAndReadSameBytes", 2},
     {"CSV of all columns of 1,000,000 trades", "ExportCsv/real_time", "WriteCsvBytes/real_time", 700},

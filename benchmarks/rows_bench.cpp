@@ -9,6 +9,7 @@
 #include "grid_ops/rows/book_rows.h"
 #include "grid_ops/rows/book_totals.h"
 #include "grid_ops/rows/record_search.h"
+#include "grid_ops/rows/selection_totals.h"
 
 namespace {
 
@@ -131,6 +132,15 @@ void RecountTotals(benchmark::State& state) {
   SetWalks(state);
 }
 
+void SumSelected(benchmark::State& state) {
+  BookRows& book = Book();
+  book.CopyAllRows();
+  const RowSpan all{0, static_cast<int>(book.RowCount()) - 1};
+  for (auto _ : state)
+    if (SumSelection(book, std::span(&all, 1)).Rows == 0) state.SkipWithError("no row was counted");
+  SetWalks(state);
+}
+
 // A thousand rows at the beginning, in the middle or at the end, because the place of a record in its page affects the
 // copy.
 void CopyRecord(benchmark::State& state, std::size_t firstRow) {
@@ -181,6 +191,7 @@ BENCHMARK_CAPTURE(AskSqlite, SortSymbolAndPrice, "SELECT rowid FROM trades ORDER
     ->Unit(benchmark::kMillisecond);
 
 BENCHMARK(RecountTotals)->Unit(benchmark::kMillisecond);
+BENCHMARK(SumSelected)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(AskSqlite, Totals,
                   "SELECT sum(Quantity), sum(Quantity * Price * Multiplier) FROM trades GROUP BY Side")
     ->Unit(benchmark::kMillisecond);
