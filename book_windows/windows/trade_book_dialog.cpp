@@ -120,8 +120,12 @@ void CDlgTradeBook::TellUnderPointer(wxWindow& window) {
   });
 }
 
-// A narrow book shows only part of the line.
+// A narrow book shows only part of the line, and none shows what the selected rows come to.
 void CDlgTradeBook::TellAllTotals() {
   if (Pointed == nullptr) return;
-  Pointed->SetToolTip(Shown.Line.AllTotals(GetStatic(kAverageControls[0])->IsShown()));
+  std::wstring all = Shown.Line.AllTotals(GetStatic(kAverageControls[0])->IsShown());
+  const std::vector<std::wstring>& selected = Grid->SelectionTexts();
+  if (!selected.empty()) all += L"\n\nSelected";
+  for (const std::wstring& text : selected) all += L"\n" + text;
+  Pointed->SetToolTip(all);
 }

@@ -138,12 +138,32 @@ void CTradeBookGrid::RefreshRows(bool replaced) {
   const int before = GetCurSel();
   CountRows(replaced);
   if (replaced) OnRowsReplaced();
+  Known.Replaced |= replaced;
   const int count = GetVirtualRows();
   if (count == 0) return;
   if (before < 0)
     SetCurSel(0);
   else if (before >= count)
     SetCurSel(count - 1);
+}
+
+const std::vector<std::wstring>& CTradeBookGrid::SelectionTexts() {
+  static const NumberMarks marks = UserNumberMarks();
+  FollowNewRows();
+  std::vector<RowSpan> selected;
+  for (int index = 0; index < GetSelectionCount(); ++index)
+    selected.push_back({GetSelection(index).Top, GetSelection(index).Bottom});
+  if (selected == Known.Rows && !Known.Replaced) return Known.Texts;
+  const bool isSingle = selected.empty() || (selected.size() == 1 && selected[0].First == selected[0].Last);
+  Known = {std::move(selected), false, {}};
+  if (!isSingle) Known.Texts = SumSelection(Shown.Rows, Known.Rows).Texts(marks);
+  return Known.Texts;
+}
+
+std::wstring CTradeBookGrid::SelectionText() {
+  std::wstring line;
+  for (const std::wstring& text : SelectionTexts()) line += (line.empty() ? L"" : L"; ") + text;
+  return line;
 }
 
 void CTradeBookGrid::ApplyProperties(CQORPProp& property) {

@@ -10,6 +10,7 @@
 #include "grid_base/windows/base_grid.h"
 #include "grid_ops/exports/csv_export.h"
 #include "grid_ops/exports/exchange_files.h"
+#include "grid_ops/rows/selection_totals.h"
 #include "toolkit/properties/property_list.h"
 
 class CTradeBookGrid;
@@ -97,6 +98,11 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   void ShowSort();
   GridFont StoredFont() const;
 
+  // What several selected rows come to: a text for their count and for each side; empty for one row or none. Summed
+  // only if rows or selection have changed.
+  const std::vector<std::wstring>& SelectionTexts();
+  std::wstring SelectionText() override;
+
   // The display callback.
   bool ShowCell(int row, int column, CQORPGridCell& cell) const;
 
@@ -144,6 +150,14 @@ class CTradeBookGrid : public CVELDSGridCtrl {
   static const Command kCommands[];
   static const Command* FindCommand(int id);
 
+  // The last answer of SelectionTexts, and of what it was.
+  struct KnownSelection {
+    std::vector<RowSpan> Rows;
+    bool Replaced = false;  // since then
+    std::vector<std::wstring> Texts;
+  };
+
   TradeBookScreen& Screen;
   ExportCommands Exports;
+  KnownSelection Known;
 };

@@ -149,6 +149,8 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
   // Finds a text in these columns, which are in display order; a derived grid may know a faster way than to make the
   // text of each cell. The finder is used while the grid lives.
   virtual std::unique_ptr<GridFinder> MakeFinder(const std::wstring& text, const std::vector<int>& columns) const;
+  // What the selected rows come to, in one line; empty for nothing to tell. Cheap if nothing has changed.
+  virtual std::wstring SelectionText() { return {}; }
   // The menu of RunContextMenu and OnShowContextMenu. Commands and their updates are menu events of the grid.
   virtual std::span<const CQORPMenuItem> ContextMenu() const { return {}; }
   // A header was clicked; the derived grid changes sort and column state.

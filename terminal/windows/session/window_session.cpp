@@ -108,6 +108,15 @@ void WindowSession::OnDayFailed(const std::string& reason) {
   ShowFailure(Windows.Frame(), reason);
 }
 
+// The bar with the focus, and what the selected rows in it come to.
+std::wstring WindowSession::FocusText(const CQORPDockingControlBar* focused) {
+  std::wstring text = focused == nullptr ? std::wstring() : focused->GetBarTitle();
+  CQORPGridCtrl* grid = BookDriver::GridWithFocus();
+  const std::wstring selected = grid == nullptr ? std::wstring() : grid->SelectionText();
+  if (!selected.empty()) text += L"   " + selected;
+  return text;
+}
+
 // Updates status bar and menu.
 void WindowSession::ShowStatus() {
   if (Windows.Frame() == nullptr || !Day.IsStarted()) return;
@@ -116,7 +125,7 @@ void WindowSession::ShowStatus() {
   const CQORPDockingControlBar* focused = frame.GetDockingManager().BarOf(wxWindow::FindFocus());
   Books.NoteFocus(focused);
   FollowSelection(Windows, Books);
-  frame.SetStatus(StatusField::Focus, focused == nullptr ? std::wstring() : focused->GetBarTitle());
+  frame.SetStatus(StatusField::Focus, FocusText(focused));
   frame.SetStatus(StatusField::DayClock, Wide(DayClockText(day.DaySeconds())));
   frame.SetStatus(StatusField::State, Wide(Day.StateText()));
   frame.SetStatus(StatusField::Trades, Wide(WithThousands(day.DayTrades()) + " trades"));

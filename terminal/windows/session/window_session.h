@@ -39,6 +39,7 @@ class WindowSession : private PlayObserver {
   void OnBeat() override;
   void OnDayBegun(const DaySpec& day) override;
   void OnDayFailed(const std::string& reason) override;
+  static std::wstring FocusText(const CQORPDockingControlBar* focused);
   void ShowStatus();
   // Closes the frame; a dialog ends first.
   void Close();
