@@ -41,28 +41,32 @@ class ScreenReader : public OwnFolder {
 
 TEST_F(ScreenReader, HearsRowsColumnsAndFields) {
   Open("max", "wait played\nfocus none\nopen-book\nbook-menu Show Filter\n");
-  const Heard entered = Listening.Next(Told::Focus, kBook);
+  // The book of a first start has been entered before, with the rows of that moment.
+  const Heard entered = Listening.Next([](const Heard& heard) {
+    return heard.What == Told::Focus && heard.Name == kBook &&
+           heard.Description.find("row 1 of 13,612, ") != std::string::npos;
+  });
   ASSERT_EQ(entered.Program, "Trading Terminal");
-  EXPECT_TRUE(
-      entered.Description.starts_with("VELDTradeID: 13612, column 1 of 35, row 1 of 13,612, VELDOrderID: 13534, "))
+  EXPECT_TRUE(entered.Description.starts_with(
+      "ExchangeTradeTime: 20140609-15:59:00, column 1 of 12, row 1 of 13,612, Exchange: OPRA, "))
       << entered.Description;
   Listening.Press(kDown);
-  ASSERT_TRUE(Says("VELDTradeID: 13611, row 2 of 13,612, VELDOrderID: 13533, "));
+  ASSERT_TRUE(Says("ExchangeTradeTime: 20140609-15:59:00, row 2 of 13,612, Exchange: OPRA, "));
   Listening.Press(kRight, true);
-  ASSERT_TRUE(Says("VELDOrderID: 13533, column 2 of 35"));
+  ASSERT_TRUE(Says("Exchange: OPRA, column 2 of 12"));
   Listening.Press(kReturn, true);
-  ASSERT_TRUE(Says("VELDOrderID, sorted ascending: 1, column 2 of 35, row 1 of 13,612, VELDTradeID: 1, "));
+  ASSERT_TRUE(Says("Exchange, sorted ascending: "));
   Listening.Press('f', true);
-  ASSERT_EQ(Listening.Next(Told::Focus, "Filter of VELDTradeID").Name, "Filter of VELDTradeID");
+  ASSERT_EQ(Listening.Next(Told::Focus, "Filter of ExchangeTradeTime").Name, "Filter of ExchangeTradeTime");
   Listening.Press(kTab);
-  EXPECT_EQ(Listening.Next(Told::Name, "Filter of VELDOrderID").Text, "Filter of VELDOrderID");
+  EXPECT_EQ(Listening.Next(Told::Name, "Filter of Exchange").Text, "Filter of Exchange");
 }
 
 TEST_F(ScreenReader, HearsNothingOfTradesThatComeInAbove) {
-  Open("60", "wait live\nfocus none\nopen-book\n");
+  Open("60", "wait live\n");  // with the book of a first start
   ASSERT_EQ(Listening.Next(Told::Focus, kBook).Name, kBook);
   Listening.Press(kRight, true);
-  ASSERT_TRUE(Says("VELDOrderID: "));
+  ASSERT_TRUE(Says("Exchange: "));
   int totals = 0, descriptions = 0;  // the totals of the book change at each of its beats
   Listening.Next([&](const Heard& heard) {
     descriptions += heard.What == Told::Description ? 1 : 0;
@@ -71,7 +75,7 @@ TEST_F(ScreenReader, HearsNothingOfTradesThatComeInAbove) {
   });
   EXPECT_EQ(std::pair(totals, descriptions), std::pair(60, 0));
   Listening.Press(kDown);
-  ASSERT_TRUE(Says("VELDOrderID: "));
+  ASSERT_TRUE(Says("Exchange: "));
   EXPECT_TRUE(Said.find(", row ") != std::string::npos && Said.find(", row 2 of") == std::string::npos) << Said;
 }
 
