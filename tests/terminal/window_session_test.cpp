@@ -571,6 +571,13 @@ TEST_F(WindowSessionTest, ChartFollowsTheSelection) {
     Watch().SetFocus();
     return model.IsOf("NYSE", "BAC");
   }));
+  Session->Commands().Run(TerminalCommand::Positions);
+  Positions().ShowChanges();
+  Positions().Grid().SetCurSel(0);
+  EXPECT_TRUE(PumpUntil([&] {
+    Positions().SetFocus();
+    return model.IsOf("ARCA", "IBM");
+  }));
   Close();
   Open();
   EXPECT_TRUE(Session->GetWindows().Chart().IsDocked()) << "as it was";
