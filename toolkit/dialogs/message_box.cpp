@@ -22,7 +22,7 @@ constexpr std::uint32_t kIconBits = 0xF0;
 constexpr std::uint32_t kFrameIcon = 0x80;
 constexpr std::uint32_t kRightToLeft = 0x80000;
 constexpr std::uint32_t kKeyDown = 0x100;
-constexpr int kMarginPx = 12;
+constexpr int kBoxMarginPx = 12;
 constexpr int kTextWidthPx = 480;
 
 struct IconRow {
@@ -66,13 +66,13 @@ MessageDialog::MessageDialog(CQORPMessageBox& box, MessageButtons buttons) : Box
   if ((box.Style & kRightToLeft) != 0) SetLayoutDirection(wxLayout_RightToLeft);
   SetEscapeId(wxID_NONE);
   SetSizer(&MakeChild<wxBoxSizer>(wxVERTICAL));
-  GetSizer()->Add(MakeMessage(box), wxSizerFlags(1).Expand().Border(wxALL, kMarginPx));
+  GetSizer()->Add(MakeMessage(box), wxSizerFlags(1).Expand().Border(wxALL, kBoxMarginPx));
   if (box.WithCheck) {
     Check = &MakeChild<wxCheckBox>(this, wxID_ANY, box.CheckCaption);
     Check->SetValue(box.Checked);
-    GetSizer()->Add(Check, wxSizerFlags().Border(wxLEFT | wxRIGHT | wxBOTTOM, kMarginPx));
+    GetSizer()->Add(Check, wxSizerFlags().Border(wxLEFT | wxRIGHT | wxBOTTOM, kBoxMarginPx));
   }
-  GetSizer()->Add(MakeButtons(), wxSizerFlags().Right().Border(wxLEFT | wxRIGHT | wxBOTTOM, kMarginPx));
+  GetSizer()->Add(MakeButtons(), wxSizerFlags().Right().Border(wxLEFT | wxRIGHT | wxBOTTOM, kBoxMarginPx));
   GetSizer()->SetSizeHints(this);
   CentreOnParent();
   Bind(wxEVT_CHAR_HOOK, &MessageDialog::OnKey, this);
@@ -84,7 +84,7 @@ MessageDialog::MessageDialog(CQORPMessageBox& box, MessageButtons buttons) : Box
 wxSizer* MessageDialog::MakeMessage(const CQORPMessageBox& box) {
   wxSizer& row = MakeChild<wxBoxSizer>(wxHORIZONTAL);
   if (const wxBitmap icon = IconOf(box); icon.IsOk())
-    row.Add(&MakeChild<wxStaticBitmap>(this, wxID_ANY, icon), wxSizerFlags().Border(wxRIGHT, kMarginPx));
+    row.Add(&MakeChild<wxStaticBitmap>(this, wxID_ANY, icon), wxSizerFlags().Border(wxRIGHT, kBoxMarginPx));
   wxStaticText& text = MakeChild<wxStaticText>(this, wxID_ANY, wxString());
   text.SetLabelText(box.Text);
   text.Wrap(FromDIP(kTextWidthPx));
@@ -97,7 +97,7 @@ wxSizer* MessageDialog::MakeButtons() {
   for (const MessageButton& shown : Shown.Buttons) {
     wxButton& button = MakeChild<wxButton>(this, wxID_ANY, shown.Caption);
     button.Bind(wxEVT_BUTTON, [this, id = shown.Id](wxCommandEvent&) { EndModal(id); });
-    row.Add(&button, wxSizerFlags().Border(wxLEFT, Buttons.empty() ? 0 : kMarginPx / 2));
+    row.Add(&button, wxSizerFlags().Border(wxLEFT, Buttons.empty() ? 0 : kBoxMarginPx / 2));
     Buttons.push_back(&button);
   }
   return &row;
