@@ -2,12 +2,6 @@
 #pragma once
 
 #include <wx/event.h>
-#include <wx/window.h>
-
-#include <string>
-
-// Sets the name that screen readers say for an edit field.
-void NameField(wxWindow& field, const std::wstring& name);
 
 // The field handles the event; its parents do not get it.
 void KeepInField(wxEvent& event);

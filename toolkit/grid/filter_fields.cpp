@@ -6,6 +6,7 @@
 
 #include "toolkit/grid/edit_field.h"
 #include "toolkit/system/make_child.h"
+#include "toolkit/system/native_windows.h"
 
 namespace {
 

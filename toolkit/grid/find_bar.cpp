@@ -9,6 +9,7 @@
 #include "toolkit/dialogs/controls.h"
 #include "toolkit/grid/edit_field.h"
 #include "toolkit/system/make_child.h"
+#include "toolkit/system/native_windows.h"
 
 namespace {
 
@@ -39,7 +40,7 @@ GridFindBar::GridFindBar(wxWindow& grid, Listener listener)
   Field = &MakeChild<wxTextCtrl>(this, wxID_ANY, wxString(), wxDefaultPosition, wxSize(FromDIP(kFindFieldPx), -1),
                                  wxTE_PROCESS_ENTER);
   Field->SetHint(L"Find");
-  NameField(*Field, L"Find");
+  SetAccessibleName(*Field, L"Find");
   line.Add(Field, middle);
   AddButton(L"\x2193", L"Next (Enter, F3)", [this] { Told.FindNext(true); });
   AddButton(L"\x2191", L"Previous (Shift+Enter, Shift+F3)", [this] { Told.FindNext(false); });
@@ -57,7 +58,7 @@ void GridFindBar::AddButton(const std::wstring& caption, const std::wstring& nam
   button.SetWindowStyleFlag(button.GetWindowStyleFlag() | wxBU_EXACTFIT);
   button.InvalidateBestSize();
   button.SetToolTip(name);
-  NameField(button, name);
+  SetAccessibleDescription(button, name);
   GetSizer()->Add(&button, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(kBarGapPx) / 2));
 }
 

@@ -161,8 +161,8 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
   virtual void OnGridFocus() {}
   // A key before any other handler gets it; true consumes it.
   virtual bool PreTranslateMessage(wxKeyEvent& /*event*/) { return false; }
-  // Called before rows are read aside from painting: the derived grid calls SetVirtualRows if rows have come since its
-  // last call.
+  // Called before rows are read or searched aside from painting: the derived grid calls SetVirtualRows if rows have
+  // come since its last call.
   virtual void FollowNewRows() {}
   // The user moved, resized or locked columns.
   virtual void OnColumnsChanged() {}
