@@ -190,6 +190,12 @@ std::wstring NumberToWide(std::uint32_t value) {
   return std::to_wstring(value);
 }
 
+std::wstring GroupedDigits(int number) {
+  std::wstring digits = std::to_wstring(number);
+  for (std::size_t place = digits.size(); place > 3; place -= 3) digits.insert(place - 3, 1, L',');
+  return digits;
+}
+
 std::wstring DoubleToWide(double value) {
   // Only one platform prints the sign of a NaN.
   if (std::isnan(value)) value = std::numeric_limits<double>::quiet_NaN();

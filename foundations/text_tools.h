@@ -39,6 +39,8 @@ std::string WideToNarrow(std::wstring text);
 std::wstring NarrowToWide(std::string&& text);
 
 std::wstring NumberToWide(std::uint32_t value);
+// "1,234,567" in every locale. Requires: not below 0.
+std::wstring GroupedDigits(int number);
 
 // As "%.2lf" prints it, with a point.
 std::wstring DoubleToWide(double value);

@@ -33,21 +33,35 @@ std::int64_t TimeStep(double least) {
   return step;
 }
 
-// 1, 2 or 5 times a power of ten.
+double PowerOfTen(int exponent) {
+  double power = 1;
+  for (; exponent > 0; --exponent) power *= 10;
+  return power;
+}
+
+// 1, 2 or 5 times a power of ten. A power below 1 divides, so that each multiple is the double next to its text, and
+// both platforms have the same.
 struct PriceStep {
-  double Value = 1;
-  int Decimals = 0;
+  PriceStep(double factor, int exponent)
+      : Factor(factor),
+        Power(PowerOfTen(std::abs(exponent))),
+        Divides(exponent < 0),
+        Decimals(std::clamp(-exponent, 0, 9)) {}
+  double Times(double count) const { return Divides ? count * Factor / Power : count * Factor * Power; }
+
+  double Factor;
+  double Power;
+  bool Divides;
+  int Decimals;
 };
 
+// The logarithm may be one off.
 PriceStep PriceStepFor(double least) {
-  const double exponent = std::floor(std::log10(least));
-  for (const double factor : {1., 2., 5., 10.}) {
-    const double step = factor * std::pow(10, exponent);
-    if (step < least) continue;
-    const double decimals = factor < 10 ? -exponent : -exponent - 1;
-    return {step, static_cast<int>(std::clamp(decimals, 0., 9.))};
-  }
-  return {10 * std::pow(10, exponent), 0};
+  const int near = static_cast<int>(std::floor(std::log10(least)));
+  for (const int exponent : {near - 1, near, near + 1})
+    for (const double factor : {1., 2., 5.})
+      if (const PriceStep step(factor, exponent); step.Times(1) >= least) return step;
+  return {5, near + 1};
 }
 
 double FloorDay(double seconds) {
@@ -111,9 +125,10 @@ std::vector<ChartTick> PriceTicks(double low, double high, double leastPart) {
   const double least = (high - low) * leastPart;
   if (!(least > 0) || !std::isfinite(least)) return ticks;
   const PriceStep step = PriceStepFor(least);
-  const double first = std::ceil(low / step.Value);
-  for (int at = 0; at < kMostTicks && (first + at) * step.Value <= high; ++at) {
-    const double value = (first + at) * step.Value;
+  double first = std::floor(low / step.Times(1));
+  if (step.Times(first) < low) ++first;
+  for (int at = 0; at < kMostTicks && step.Times(first + at) <= high; ++at) {
+    const double value = step.Times(first + at);
     ticks.push_back({value, FixedText(value, step.Decimals)});
   }
   return ticks;

@@ -240,7 +240,7 @@ void GridFind::ShowFound() {
 
 std::wstring GridFind::FoundText() const {
   const std::wstring place =
-      State.Columns.GetColumnName(State.Find.Cell.Column) + L", row " + std::to_wstring(State.Find.Cell.Row + 1);
+      State.Columns.GetColumnName(State.Find.Cell.Column) + L", row " + GroupedDigits(State.Find.Cell.Row + 1);
   if (!Search.HasWrapped()) return place;
   return (Downwards ? L"Continued at the top: " : L"Continued at the bottom: ") + place;
 }

@@ -2,16 +2,12 @@
 
 #include <algorithm>
 
+#include "foundations/text_tools.h"
+
 namespace {
 
 constexpr std::size_t kMostText = 120;   // of one cell
 constexpr std::size_t kMostCells = 360;  // of all cells but the current one
-
-std::wstring WithThousands(int number) {
-  std::wstring digits = std::to_wstring(number);
-  for (std::size_t at = digits.size(); at > 3;) digits.insert(at -= 3, 1, L',');
-  return digits;
-}
 
 bool IsBlank(wchar_t character) {
   return static_cast<char32_t>(character) < U' ';
@@ -50,8 +46,8 @@ std::wstring PlaceOf(const CQORPGridColumnsInfo& columns, int column) {
 std::wstring PlaceOf(const RowSelection& selection) {
   const int row = selection.GetCurrent(), rows = selection.GetRows();
   if (rows == 0) return L"no rows";
-  if (row < 0) return L"no current row of " + WithThousands(rows);
-  const std::wstring place = L"row " + WithThousands(row + 1) + L" of " + WithThousands(rows);
+  if (row < 0) return L"no current row of " + GroupedDigits(rows);
+  const std::wstring place = L"row " + GroupedDigits(row + 1) + L" of " + GroupedDigits(rows);
   return selection.Contains(row) ? place : place + L", not selected";
 }
 

@@ -40,7 +40,7 @@ wxMenuItem* MenuItemOf(const wxMenu& menu, const std::wstring& text) {
   return nullptr;
 }
 
-constexpr int kStatusWidths[] = {-3, 170, 230, 130, 110};  // as the fields of StatusField
+constexpr int kStatusWidths[] = {-5, 150, -2, 110, 90};  // as the fields of StatusField
 
 }  // namespace
 

@@ -146,7 +146,16 @@ bool PositionSumsLine::Create(wxWindow* parent) {
     sizer.AddSpacer(FromDIP(kSumGapPx) * 2);
   }
   SetSizer(&sizer);
+  SetAutoLayout(false);
+  Bind(wxEVT_SIZE, [this](wxSizeEvent&) { Arrange(); });
   return true;
+}
+
+// A sizer that lacks room would put the last texts over one another: they are cut off instead.
+void PositionSumsLine::Arrange() {
+  wxSize size = GetClientSize();
+  size.IncTo(GetSizer()->GetMinSize());
+  GetSizer()->SetDimension(wxPoint(), size);
 }
 
 void PositionSumsLine::Show(const PositionSums& sums) {
@@ -160,7 +169,11 @@ void PositionSumsLine::Show(const PositionSums& sums) {
     Values[at]->SetLabel(text);
     changed = true;
   }
-  if (changed) Layout();
+  if (!changed) return;
+  Arrange();
+  const std::wstring all = Text();
+  for (wxWindow* part : GetChildren()) part->SetToolTip(all);
+  SetToolTip(all);
 }
 
 std::wstring PositionSumsLine::Text() const {
@@ -206,5 +219,5 @@ void PositionsBar::ShowSums() {
 }
 
 void PositionsBar::PlaceFirst() {
-  DockControlBar(DockSide::Bottom);
+  TabControlBar();
 }

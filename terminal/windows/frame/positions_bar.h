@@ -39,7 +39,8 @@ class PositionsGrid : public ListGrid {
   PositionList& Positions;
 };
 
-// Names and values beside each other; a value is written when it changes.
+// Names and values beside each other, which a narrow line cuts off: the tool tip has all. A value is written when it
+// changes.
 class PositionSumsLine : public wxPanel {
  public:
   bool Create(wxWindow* parent);
@@ -48,6 +49,8 @@ class PositionSumsLine : public wxPanel {
   std::wstring Text() const;
 
  private:
+  void Arrange();
+
   std::vector<wxStaticText*> Values;  // child windows
 };
 
@@ -65,7 +68,7 @@ class PositionsBar : public ListBar {
   void ShowChanges() override;
 
  private:
-  void PlaceFirst() override;  // at the bottom, hidden
+  void PlaceFirst() override;  // a tab, hidden
   void ShowSums();
 
   PositionList* Positions = nullptr;

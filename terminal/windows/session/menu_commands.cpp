@@ -227,7 +227,7 @@ void MenuCommands::AskForReport() {
   const auto path = CQORPFileDialog(&frame, "day_report.html", L".html", L"Web page (*.html)").AskForPath();
   if (!path) return;
   CQORPProgressOverlay overlay(frame);
-  SaveDayReport(Day.Trades(), {.Day = Day.Files().Day.Name()}, *path, [&overlay](std::size_t done, std::size_t all) {
+  SaveDayReport(Day.Trades(), {Day.Files().Day.Name(), Day.Positions().Settings().Method}, *path, [&overlay](std::size_t done, std::size_t all) {
     overlay.ShowProgress(L"Drawing charts", static_cast<int>(done * 100 / all));
   });
 }

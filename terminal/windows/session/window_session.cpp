@@ -11,6 +11,7 @@
 #include "platform/locale.h"
 #include "platform/modules.h"
 #include "terminal/common/errors.h"
+#include "terminal/common/numbers.h"
 #include "terminal/program/working_folder.h"
 #include "terminal/windows/drivers/screen_picture.h"
 #include "terminal/windows/drivers/user_drivers.h"
@@ -108,13 +109,12 @@ void WindowSession::OnDayFailed(const std::string& reason) {
   ShowFailure(Windows.Frame(), reason);
 }
 
-// The bar with the focus, and what the selected rows in it come to.
+// What the rows selected in the grid with the focus come to, else the bar with the focus: there is no room for both.
 std::wstring WindowSession::FocusText(const CQORPDockingControlBar* focused) {
-  std::wstring text = focused == nullptr ? std::wstring() : focused->GetBarTitle();
   CQORPGridCtrl* grid = BookDriver::GridWithFocus();
   const std::wstring selected = grid == nullptr ? std::wstring() : grid->SelectionText();
-  if (!selected.empty()) text += L"   " + selected;
-  return text;
+  if (!selected.empty() || focused == nullptr) return selected;
+  return focused->GetBarTitle();
 }
 
 // Updates status bar and menu.
@@ -128,8 +128,8 @@ void WindowSession::ShowStatus() {
   frame.SetStatus(StatusField::Focus, FocusText(focused));
   frame.SetStatus(StatusField::DayClock, Wide(DayClockText(day.DaySeconds())));
   frame.SetStatus(StatusField::State, Wide(Day.StateText()));
-  frame.SetStatus(StatusField::Trades, Wide(WithThousands(day.DayTrades()) + " trades"));
-  frame.SetStatus(StatusField::Rate, Wide(WithThousands(Day.TradesPerSecond()) + " / s"));
+  frame.SetStatus(StatusField::Trades, CountText(day.DayTrades()) + L" trades");
+  frame.SetStatus(StatusField::Rate, CountText(Day.TradesPerSecond()) + L" / s");
   Menu.ShowStates();
 }
 
