@@ -4,6 +4,7 @@
 #include <wx/menu.h>
 #include <wx/statusbr.h>
 
+#include <algorithm>
 #include <iostream>
 #include <utility>
 
@@ -40,6 +41,7 @@ wxMenuItem* MenuItemOf(const wxMenu& menu, const std::wstring& text) {
   return nullptr;
 }
 
+constexpr int kLeastSidePx = 100;
 constexpr int kStatusWidths[] = {-5, 150, -2, 110, 90};  // as the fields of StatusField
 
 }  // namespace
@@ -59,7 +61,18 @@ MainFrame::MainFrame(const wxRect& rect, std::function<void(int)> run)
 }
 
 void MainFrame::NoteRect() {
-  if (!IsMaximized() && !IsIconized()) NormalRect = GetRect();
+  if (!IsMaximized() && !IsIconized() && !IsTiny()) NormalRect = GetRect();
+}
+
+bool MainFrame::IsTiny() const {
+  const wxSize size = GetSize();
+  return std::min(size.x, size.y) < FromDIP(kLeastSidePx);
+}
+
+// wxGTK 3.2: with a slow window manager a frame may be shown in the size of its menu bar, and stays so. Drop when 3.4 is
+// the floor.
+void MainFrame::GrowIfTiny() {
+  if (IsShown() && !IsIconized() && !IsMaximized() && IsTiny()) SetSize(NormalRect.GetSize());
 }
 
 void MainFrame::PlaceAt(const wxRect& rect) {

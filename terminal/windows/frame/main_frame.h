@@ -38,6 +38,8 @@ class MainFrame : public CQORPFrame {
   void SetStatus(StatusField field, const std::wstring& text);
   // Where it stands, or would if it were not maximized.
   wxRect GetNormalRect() const { return NormalRect; }
+  // Call on the beat.
+  void GrowIfTiny();
   // Neither maximized nor minimized.
   void PlaceAt(const wxRect& rect);
   // Runs the entry of the menu bar with those texts, without marks and keys, from the top down; false for none, or for
@@ -49,6 +51,7 @@ class MainFrame : public CQORPFrame {
   void AddKey(int wxId, const KeyPress& key);
   void AddStatusBar();
   void NoteRect();
+  bool IsTiny() const;
 
   std::function<void(int)> Run;
   std::vector<wxAcceleratorEntry> KeyEntries;

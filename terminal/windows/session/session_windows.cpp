@@ -75,6 +75,7 @@ void SessionWindows::Show() {
 }
 
 void SessionWindows::ShowChanges() {
+  MainWindow->GrowIfTiny();
   WatchBar->ShowChanges();
   PositionRows->ShowChanges();
   PropertiesBar->FollowBook();
