@@ -42,7 +42,7 @@ wxMenuItem* MenuItemOf(const wxMenu& menu, const std::wstring& text) {
 }
 
 constexpr int kLeastSidePx = 100;
-constexpr int kStatusWidths[] = {-5, 150, -2, 110, 90};  // as the fields of StatusField
+constexpr int kStatusWidths[] = {-5, 150, -2, 120, 110};  // as the fields of StatusField
 
 }  // namespace
 
