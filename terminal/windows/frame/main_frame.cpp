@@ -69,8 +69,8 @@ bool MainFrame::IsTiny() const {
   return std::min(size.x, size.y) < FromDIP(kLeastSidePx);
 }
 
-// wxGTK 3.2: with a slow window manager a frame may be shown in the size of its menu bar, and stays so. Drop when 3.4 is
-// the floor.
+// wxGTK 3.2: with a slow window manager a frame may be shown in the size of its menu bar, and stays so. Drop when 3.4
+// is the floor.
 void MainFrame::GrowIfTiny() {
   if (IsShown() && !IsIconized() && !IsMaximized() && IsTiny()) SetSize(NormalRect.GetSize());
 }

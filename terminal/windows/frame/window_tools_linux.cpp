@@ -27,10 +27,9 @@ bool IsServerReachable() {
 // GTK 3.24: seen seldom in a run with a file chooser, where a list that has gone is asked once more; the third at some
 // starts, of a box with less room than its parts need; the last when a key shows or hides a tab, whose windows move to
 // another parent while the key is under way. Drop when GTK 4 is used.
-constexpr std::string_view kKnownComplaints[] = {"assertion 'GTK_IS_TREE_VIEW (tree_view)' failed",
-                                                 "assertion 'GTK_IS_TREE_SELECTION (selection)' failed",
-                                                 "assertion 'extra_space >= 0' failed",
-                                                 "assertion 'WIDGET_REALIZED_FOR_EVENT (widget, event)' failed"};
+constexpr std::string_view kKnownComplaints[] = {
+    "assertion 'GTK_IS_TREE_VIEW (tree_view)' failed", "assertion 'GTK_IS_TREE_SELECTION (selection)' failed",
+    "assertion 'extra_space >= 0' failed", "assertion 'WIDGET_REALIZED_FOR_EVENT (widget, event)' failed"};
 
 using LogHandler = void(const char* domain, int level, const char* text, void*);
 
