@@ -51,7 +51,7 @@ TEST_F(FindBar, KeysGoFromCellToCell) {
   PressKey(WXK_F3);
   EXPECT_EQ(Told(), L"Continued at the top: Title 5, row 100");
   PressKey(WXK_F3, kShift);
-  EXPECT_EQ(Told(), L"Continued at the bottom: Title 5, row 1000");
+  EXPECT_EQ(Told(), L"Continued at the bottom: Title 5, row 1,000");
   PressKey(WXK_TAB);
   EXPECT_EQ(wxWindow::FindFocus(), Edit());
   Press(*Edit(), WXK_DOWN);
