@@ -26,6 +26,7 @@ TEST_F(BooksTest, FindsInItsRecordsWhileTradesCome) {
     SCOPED_TRACE(testing::PrintToString(text));
     Desk->Trade(++last, "COMEX", "GC1", 1, 10, 0);  // the grid does not know its row yet
     field->SetValue(text);
+    EXPECT_TRUE(PumpUntil([&grid] { return !grid.IsSearching(); }));
     const GridCellPlace found = grid.GetFoundCell();
     EXPECT_EQ(found.Column, column);
     if (column < 0) continue;

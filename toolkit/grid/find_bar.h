@@ -69,6 +69,7 @@ class GridFind {
   // These begin a search that is going on again.
   void RowsReplaced();
   void ColumnsChanged();
+  bool IsSearching() const noexcept { return Search.State() == GridSearchState::Searching; }
 
  private:
   void MakeBar();

@@ -249,6 +249,10 @@ std::wstring CQORPGridCtrl::GetFindMessage() const {
   return bar == nullptr ? std::wstring() : bar->GetMessage();
 }
 
+bool CQORPGridCtrl::IsSearching() const noexcept {
+  return Parts->Find.IsSearching();
+}
+
 GridCellPlace CQORPGridCtrl::GetFoundCell() const {
   return Parts->State.Find.Cell;
 }

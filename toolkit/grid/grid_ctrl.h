@@ -107,6 +107,8 @@ class TOOLKIT_EXPORT CQORPGridCtrl : public wxPanel {
   // The field of that bar and what the bar tells; null and empty while it is closed.
   wxWindow* GetFindEdit() const;
   std::wstring GetFindMessage() const;
+  // A text is being looked for, in slices between other events.
+  bool IsSearching() const noexcept;
   // The cell that was found last.
   GridCellPlace GetFoundCell() const;
   // The rows were replaced or sorted: a search that is going on begins again.
