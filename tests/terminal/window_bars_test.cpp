@@ -44,9 +44,12 @@ TEST_F(WindowBarsTest, PositionsAreShownBySecurityAndByClient) {
     event.Skip();
     ++paints;
   });
-  Positions().ShowChanges();
-  Pump();
-  EXPECT_EQ(paints, 0) << "nothing has changed";
+  EXPECT_TRUE(PumpUntil([&] {
+    paints = 0;
+    Positions().ShowChanges();
+    Pump();
+    return paints == 0;
+  })) << "nothing has changed";
 
   Answers.clear();
   const std::string before = Log();
